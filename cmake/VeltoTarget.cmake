@@ -1,0 +1,35 @@
+# What every target of ours is compiled with. Arrows between targets point down only:
+# velto -> velto-ui -> velto-core -> velto-platform, and the backends beside velto-core.
+add_library(velto-options INTERFACE)
+target_compile_features(velto-options INTERFACE cxx_std_20)
+target_compile_options(velto-options INTERFACE
+    -Wall -Wextra -Wshadow -Wconversion -Wno-sign-conversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+target_compile_definitions(velto-options INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_KEYWORDS QT_NO_FOREACH QT_NO_URL_CAST_FROM_STRING
+    QT_STRICT_ITERATORS QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+target_include_directories(velto-options INTERFACE ${PROJECT_SOURCE_DIR}/src)
+if(VELTO_SANITIZE)
+    target_compile_options(velto-options INTERFACE -fsanitize=${VELTO_SANITIZE} -fno-omit-frame-pointer)
+    target_link_options(velto-options INTERFACE -fsanitize=${VELTO_SANITIZE})
+endif()
+
+# velto_library(NAME SOURCES... ): a static library of ours.
+function(velto_library name)
+    add_library(${name} STATIC ${ARGN})
+    target_link_libraries(${name} PUBLIC velto-options)
+endfunction()
+
+# velto_qml_module(NAME URI QML_FILES ... SOURCES ...): one folder, one library, one QML module.
+# Ahead-of-time compilation is for what people run; debug builds skip it for a quicker turn.
+function(velto_qml_module name uri)
+    string(REPLACE "." "/" path ${uri})
+    if(CMAKE_BUILD_TYPE STREQUAL "Release")
+        set(cachegen)
+    else()
+        set(cachegen NO_CACHEGEN)
+    endif()
+    qt_add_library(${name} STATIC)
+    qt_add_qml_module(${name} URI ${uri} VERSION 1.0 RESOURCE_PREFIX /qt/qml
+        OUTPUT_DIRECTORY ${QT_QML_OUTPUT_DIRECTORY}/${path} ${cachegen} ${ARGN})
+    target_link_libraries(${name} PUBLIC velto-options Qt6::Quick)
+endfunction()

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+namespace velto {
+
+class Defaults;
+
+/// The secret that Claude Code's hook commands carry: at least 32 characters, made at the first call and kept in the defaults, so
+/// that the commands in Claude Code's settings stay good over a restart.
+QString hookToken(Defaults &defaults);
+
+/// The command lines that Claude Code runs. Both end with status 0 whatever happens, so that a Velto that isn't running never
+/// disturbs a session.
+QString hookCommand(const QString &token);
+QString permissionCommand(const QString &token);
+
+} // namespace velto

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QMetaType>
+#include <QObject>
+#include <QString>
+
+namespace velto {
+
+/// The state of one data feed, as the user reads it.
+class SourceState {
+    Q_GADGET
+    Q_PROPERTY(Kind kind READ kind FINAL)
+    Q_PROPERTY(QString message READ message FINAL)
+    Q_PROPERTY(QString reason READ reason FINAL)
+    Q_PROPERTY(QString fix READ fix FINAL)
+public:
+    enum class Kind : quint8 {
+        Ready, ///< the feed has data that is current
+        Loading, ///< the first read is under way
+        Failed, ///< the last read failed; message() says why
+        Unavailable, ///< the feed can't work as things stand; reason() says why, fix() what to do
+    };
+    Q_ENUM(Kind)
+
+    SourceState() = default; ///< ready
+    static SourceState ready() { return {}; }
+    static SourceState loading() { return {Kind::Loading, {}, {}}; }
+    static SourceState failed(const QString &message) { return {Kind::Failed, message, {}}; }
+    static SourceState unavailable(const QString &reason, const QString &fix) { return {Kind::Unavailable, reason, fix}; }
+
+    Kind kind() const { return m_kind; }
+    QString message() const { return m_kind == Kind::Failed ? m_text : QString(); }
+    QString reason() const { return m_kind == Kind::Unavailable ? m_text : QString(); }
+    QString fix() const { return m_fix; }
+
+    bool operator==(const SourceState &) const = default;
+
+private:
+    SourceState(Kind kind, const QString &text, const QString &fix)
+        : m_kind(kind)
+        , m_text(text)
+        , m_fix(fix)
+    {
+    }
+
+    Kind m_kind = Kind::Ready;
+    QString m_text;
+    QString m_fix;
+};
+
+} // namespace velto

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <optional>
+
+namespace velto {
+
+class Defaults;
+class Terminals;
+struct Places;
+
+/// The terminal in which sessions are resumed and commands are run. UI thread only.
+class TerminalApp {
+    Q_GADGET
+public:
+    enum class App : quint8 { Terminal, ITerm, Ghostty, Warp };
+    Q_ENUM(App)
+
+    TerminalApp(Defaults &defaults, Terminals &terminals, const Places &places);
+
+    static QString identifier(App app);
+    static QString name(App app);
+    bool installed(App app) const;
+
+    /// The user's choice if it is installed, otherwise the first one found, otherwise Terminal.
+    App current() const;
+    void setCurrent(App app);
+
+    /// Runs a command line in a new window of the current terminal.
+    void launch(const QString &command) const;
+    /// Reopens a Claude Code session in its folder. False, and nothing happens, if `session` is no well-formed id.
+    bool resumeClaude(const std::optional<QString> &session, const std::optional<QString> &cwd) const;
+
+private:
+    Defaults &m_defaults;
+    Terminals &m_terminals;
+    const Places &m_places;
+};
+
+/// Whether `text` is a session id that may stand unquoted in a command line.
+bool isSessionId(const QString &text);
+/// `text` as one word of a shell command line.
+QString shellQuoted(const QString &text);
+
+} // namespace velto

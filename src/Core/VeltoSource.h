@@ -1,0 +1,37 @@
+#pragma once
+
+#include "Core/Peek.h"
+
+#include <QObject>
+#include <QString>
+#include <QUrl>
+#include <functional>
+
+namespace velto {
+
+/// The object behind one tab. Lives on the UI thread; announces every change of what it publishes with changed(), and
+/// nothing else: a refresh that finds the same world is silent.
+class VeltoSource : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString title READ title CONSTANT FINAL)
+    Q_PROPERTY(QString symbol READ symbol CONSTANT FINAL)
+    Q_PROPERTY(int badge READ badge NOTIFY changed FINAL)
+    Q_PROPERTY(QUrl view READ makeView CONSTANT FINAL)
+public:
+    using QObject::QObject;
+
+    virtual QString title() const = 0;
+    virtual QString symbol() const = 0;
+    /// The number on the tab; 0 shows none.
+    virtual int badge() const = 0;
+    /// The QML file of the tab's content. Its root takes this source as the required property `source`.
+    virtual QUrl makeView() const = 0;
+
+Q_SIGNALS:
+    void changed();
+};
+
+/// How a source raises a Peek; set by the Hub.
+using OnPeek = std::function<void(Peek)>;
+
+} // namespace velto

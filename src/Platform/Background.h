@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QPointer>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <type_traits>
+#include <utility>
+
+namespace velto {
+
+/// A pool of threads for slow work: outside tools, files, parsing.
+class Background {
+public:
+    Background() = default;
+    Background(const Background &) = delete;
+    Background &operator=(const Background &) = delete;
+    virtual ~Background() = default;
+
+    /// Runs `work` on the pool and then `done` on the UI thread. Called on the UI thread.
+    /// `work` gets copies of what it needs and touches no store. `done` isn't called once the program is ending.
+    virtual void start(std::function<void()> work, std::function<void()> done) = 0;
+};
+
+/// Runs `work()` in the background and hands its value to `done(value)` on the UI thread, unless `context` is gone by then.
+template <typename Work, typename Done> void inBackground(Background &background, QObject *context, Work work, Done done)
+{
+    using Value = std::invoke_result_t<Work>;
+    auto value = std::make_shared<std::optional<Value>>();
+    background.start([work = std::move(work), value] { value->emplace(work()); },
+                     [value, done = std::move(done), alive = QPointer<QObject>(context)] {
+                         if (alive)
+                             done(std::move(**value));
+                     });
+}
+
+} // namespace velto

@@ -1,0 +1,196 @@
+#pragma once
+
+#include "Platform/Accessibility.h"
+#include "Platform/Applications.h"
+#include "Platform/Clipboard.h"
+#include "Platform/Defaults.h"
+#include "Platform/Displays.h"
+#include "Platform/HotKey.h"
+#include "Platform/Keychain.h"
+#include "Platform/LoginItem.h"
+#include "Platform/PanelWindow.h"
+#include "Platform/Session.h"
+#include "Platform/StatusItem.h"
+#include "Platform/Terminals.h"
+#include "Platform/Workspace.h"
+
+#include <QHash>
+#include <QList>
+#include <QSet>
+#include <utility>
+
+// Each fake keeps what it was told, and answers as a test sets it.
+
+namespace velto {
+
+class FakeDefaults final : public Defaults {
+public:
+    QHash<QString, QVariant> values;
+
+    QVariant value(const QString &key) const override { return values.value(key); }
+    void set(const QString &key, const QVariant &value) override { values.insert(key, value); }
+    void clear() override { values.clear(); }
+};
+
+class FakeKeychain final : public Keychain {
+public:
+    QHash<QString, QString> entries;
+
+    std::optional<QString> get(const QString &name) const override
+    {
+        const auto found = entries.constFind(name);
+        return found == entries.cend() ? std::nullopt : std::optional(*found);
+    }
+    void put(const QString &name, const std::optional<QString> &value) override
+    {
+        entries.remove(name);
+        if (value && !value->isEmpty())
+            entries.insert(name, *value);
+    }
+};
+
+class FakeLoginItem final : public LoginItem {
+public:
+    bool on = false;
+    bool allowed = true;
+
+    bool enabled() const override { return on; }
+    bool set(bool wanted) override { return on = wanted && allowed; }
+};
+
+class FakeApplications final : public Applications {
+    Q_OBJECT
+public:
+    QStringList runningNow;
+    QString frontmostNow;
+
+    QStringList running() const override { return runningNow; }
+    QString frontmost() const override { return frontmostNow; }
+    void setRunning(const QStringList &identifiers)
+    {
+        runningNow = identifiers;
+        Q_EMIT runningChanged();
+    }
+};
+
+class FakeAccessibility final : public Accessibility {
+    Q_OBJECT
+public:
+    bool screenReader = false;
+    bool stillness = false;
+    QStringList announced;
+
+    bool screenReaderOn() const override { return screenReader; }
+    bool reducedMotion() const override { return stillness; }
+    void announce(const QString &text) override { announced.append(text); }
+    void setReducedMotion(bool on)
+    {
+        stillness = on;
+        Q_EMIT changed();
+    }
+};
+
+class FakeClipboard final : public Clipboard {
+public:
+    int count = 0;
+    QString content;
+
+    int changeCount() const override { return count; }
+    QString text() const override { return content; }
+    void setText(const QString &text) override
+    {
+        content = text;
+        ++count;
+    }
+};
+
+class FakeWorkspace final : public Workspace {
+public:
+    QList<QUrl> opened;
+    QStringList shown;
+
+    bool open(const QUrl &url) override
+    {
+        opened.append(url);
+        return true;
+    }
+    bool showInFileManager(const QString &path) override
+    {
+        shown.append(path);
+        return true;
+    }
+};
+
+class FakeTerminals final : public Terminals {
+public:
+    QSet<QString> present;
+    QList<std::pair<QString, QString>> launched; ///< identifier, command line
+
+    bool installed(const QString &identifier) const override { return present.contains(identifier); }
+    void launch(const QString &identifier, const QString &commandLine) override { launched.append({identifier, commandLine}); }
+};
+
+class FakeHotKey final : public HotKey {
+public:
+    bool available = true;
+    std::function<void()> press;
+
+    bool registerHotKey(std::function<void()> action) override
+    {
+        if (available)
+            press = std::move(action);
+        return available;
+    }
+};
+
+class FakeStatusItem final : public StatusItem {
+public:
+    std::vector<MenuItem> menu;
+    QList<QPoint> poppedUp;
+
+    void show(const QString &, std::vector<MenuItem> items) override { menu = std::move(items); }
+    void popUp(QPoint position) override { poppedUp.append(position); }
+};
+
+class FakeSession final : public Session {
+    Q_OBJECT
+public:
+    bool lockedNow = false;
+
+    bool locked() const override { return lockedNow; }
+    void setLocked(bool locked)
+    {
+        lockedNow = locked;
+        Q_EMIT lockedChanged();
+    }
+};
+
+class FakeDisplays final : public Displays {
+    Q_OBJECT
+public:
+    QList<Display> displays;
+
+    QList<Display> all() const override { return displays; }
+    void setAll(const QList<Display> &now)
+    {
+        displays = now;
+        Q_EMIT changed();
+    }
+};
+
+class FakePanelWindow final : public PanelWindow {
+    Q_OBJECT
+public:
+    QList<QRect> frames;
+    bool focused = false;
+    bool alpha = true;
+
+    void adopt(QWindow *) override { }
+    void place(const QRect &frame) override { frames.append(frame); }
+    void raise() override { }
+    void takeFocus() override { focused = true; }
+    void returnFocus() override { focused = false; }
+    bool composited() const override { return alpha; }
+};
+
+} // namespace velto

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <functional>
+#include <optional>
+#include <variant>
+
+namespace velto {
+
+/// Why a file couldn't be read or written, in one sentence for the user.
+struct FileError {
+    QString message;
+    bool missing = false; ///< there is no such file
+};
+
+/// Reading and durable writing of small files. Safe from any thread; blocks for the disk.
+class Files {
+public:
+    Files() = default;
+    Files(const Files &) = delete;
+    Files &operator=(const Files &) = delete;
+    virtual ~Files() = default;
+
+    /// The whole file, following symbolic links. A file of more than `maximum` bytes is an error.
+    virtual std::variant<QByteArray, FileError> read(const QString &path, qint64 maximum) const = 0;
+
+    /// Puts `bytes` in place of the file as one step: after a crash, a kill or a full disk the old file or the new one
+    /// stands whole. A symbolic link is followed and stays a link; an existing file keeps its mode, a new one gets 0600.
+    /// Missing folders are made. `stillWanted`, if given, is asked right before the new file takes its place; false gives up
+    /// and leaves the old file. Returns nothing on success.
+    virtual std::optional<FileError> replace(const QString &path, const QByteArray &bytes,
+                                             const std::function<bool()> &stillWanted = {}) = 0;
+};
+
+} // namespace velto

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QObject>
+#include <QRect>
+
+class QWindow;
+
+namespace velto {
+
+/// What the desktop does for the strip's window beyond what a plain window can: it stands on every workspace, above all
+/// others, and takes the keyboard only when asked to. UI thread only.
+class PanelWindow : public QObject {
+    Q_OBJECT
+public:
+    using QObject::QObject;
+
+    /// Makes `window`, not yet shown, such a window. Called once.
+    virtual void adopt(QWindow *window) = 0;
+    /// Moves and sizes it, in device-independent pixels.
+    virtual void place(const QRect &frame) = 0;
+    virtual void raise() = 0;
+    /// Gives it the keyboard, and remembers who had it.
+    virtual void takeFocus() = 0;
+    /// Gives the keyboard back, if the window still has it.
+    virtual void returnFocus() = 0;
+    /// Whether pixels may be half transparent: without a compositor the outline must be cut instead.
+    virtual bool composited() const = 0;
+
+Q_SIGNALS:
+    void compositedChanged();
+    /// The user pressed a mouse button somewhere else while the window had the keyboard or was open.
+    void pressedElsewhere();
+};
+
+} // namespace velto

@@ -1,0 +1,45 @@
+#include "Platform/Posix/SystemClock.h"
+
+#include <QMetaObject>
+#include <QTimer>
+
+namespace velto {
+
+namespace {
+
+class QtTimer final : public Timer {
+public:
+    QtTimer(Clock::Duration interval, bool once, std::function<void()> fire)
+    {
+        m_timer.setSingleShot(once);
+        m_timer.setTimerType(once ? Qt::PreciseTimer : Qt::VeryCoarseTimer);
+        // The callback may destroy this handle, and the callback with it: what runs is a copy.
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [fire = std::move(fire)] {
+            const auto running = fire;
+            running();
+        });
+        m_timer.start(interval);
+    }
+
+private:
+    QTimer m_timer;
+};
+
+} // namespace
+
+TimerHandle SystemClock::after(Duration delay, std::function<void()> fire)
+{
+    return std::make_unique<QtTimer>(delay, true, std::move(fire));
+}
+
+TimerHandle SystemClock::every(Duration interval, std::function<void()> fire)
+{
+    return std::make_unique<QtTimer>(interval, false, std::move(fire));
+}
+
+void SystemClock::post(QObject *context, std::function<void()> task)
+{
+    QMetaObject::invokeMethod(context, std::move(task), Qt::QueuedConnection);
+}
+
+} // namespace velto

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QPoint>
+#include <QString>
+#include <functional>
+#include <vector>
+
+namespace velto {
+
+struct MenuItem {
+    QString title; ///< empty for a separator
+    QString key; ///< the key that does the same while the menu is open, in portable form ("Ctrl+Q"); may be empty
+    std::function<void()> action;
+};
+
+/// The program's icon with its menu in the desktop's tray. UI thread only.
+class StatusItem {
+public:
+    StatusItem() = default;
+    StatusItem(const StatusItem &) = delete;
+    StatusItem &operator=(const StatusItem &) = delete;
+    virtual ~StatusItem() = default;
+
+    /// Puts the item into the tray now, or as soon as the desktop has one.
+    virtual void show(const QString &description, std::vector<MenuItem> menu) = 0;
+    /// Opens the same menu at a place on the screen, for desktops without a tray.
+    virtual void popUp(QPoint position) = 0;
+};
+
+} // namespace velto

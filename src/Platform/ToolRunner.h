@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <chrono>
+
+namespace velto {
+
+/// What became of one run of an outside tool.
+struct RunResult {
+    bool ok = false; ///< it started, ended within its time, and its exit status was 0
+    QByteArray out; ///< everything it wrote to its standard output, also when it failed
+    QString err; ///< its standard error, or why it couldn't be started or was given up
+};
+
+/// The one way to run an outside tool. Safe from any thread.
+class ToolRunner {
+public:
+    ToolRunner() = default;
+    ToolRunner(const ToolRunner &) = delete;
+    ToolRunner &operator=(const ToolRunner &) = delete;
+    virtual ~ToolRunner() = default;
+
+    /// Runs `args` (the tool's name first, found through the search path) and waits for it: up to `timeout` plus two
+    /// seconds, so never call it on the UI thread. An empty `cwd` means the program's own. Standard input is empty.
+    virtual RunResult run(const QStringList &args, const QString &cwd, std::chrono::duration<double> timeout) = 0;
+    /// Whether an executable of this name stands on the search path that run() gives its tools.
+    virtual bool toolInstalled(const QString &name) const = 0;
+};
+
+} // namespace velto

@@ -1,0 +1,1 @@
+#include "Tabs/Agents/AgentsSource.h"
