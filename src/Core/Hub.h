@@ -28,8 +28,6 @@ class Hub : public QObject {
     Q_MOC_INCLUDE("Tabs/Agents/AgentsSource.h")
     Q_PROPERTY(velto::Tab selected READ selected NOTIFY selectedChanged FINAL)
     Q_PROPERTY(QDateTime updated READ updated NOTIFY updatedChanged FINAL)
-    Q_PROPERTY(bool hasPeek READ hasPeek NOTIFY peekChanged FINAL)
-    Q_PROPERTY(velto::Peek peek READ peek NOTIFY peekChanged FINAL)
     Q_PROPERTY(bool recording READ recording NOTIFY recordingChanged FINAL)
     Q_PROPERTY(velto::AgentsSource *agents READ agents CONSTANT FINAL)
 public:
@@ -66,12 +64,12 @@ public:
     /// The Peek on show; an empty one if there is none.
     Peek peek() const { return m_peeks.onShow().value_or(Peek{}); }
     void show(Peek peek);
-    Q_INVOKABLE void dismissPeek();
+    void dismissPeek();
     /// See PeekQueue.
-    Q_INVOKABLE void pressBegan(const QUuid &id);
-    Q_INVOKABLE void answer(const QUuid &id, bool allowed);
+    void pressBegan(const QUuid &id);
+    void answer(const QUuid &id, bool allowed);
     /// The user pressed the row of the Peek on show: resumes its session, opens its link, or asks for the panel on its tab.
-    Q_INVOKABLE void act(const QUuid &id);
+    void act(const QUuid &id);
 
 Q_SIGNALS:
     /// Something that the Hub or one of its sources publishes has changed.

@@ -2,8 +2,6 @@
 
 #include "Core/Tab.h"
 
-#include <QMetaType>
-#include <QObject>
 #include <QString>
 #include <QUrl>
 #include <QUuid>
@@ -14,17 +12,7 @@ namespace velto {
 
 /// One line that slides out of the strip. With `decide` it is a question.
 struct Peek {
-    Q_GADGET
-    Q_PROPERTY(QUuid id MEMBER id FINAL)
-    Q_PROPERTY(QString symbol MEMBER symbol FINAL)
-    Q_PROPERTY(QString text MEMBER text FINAL)
-    Q_PROPERTY(Tone tone MEMBER tone FINAL)
-    Q_PROPERTY(bool isQuestion READ isQuestion FINAL)
-    Q_PROPERTY(bool resumes READ resumes FINAL)
-    Q_PROPERTY(QString actionLabel READ actionLabel FINAL)
-public:
     enum class Tone : quint8 { Good, Warn, Bad, Info };
-    Q_ENUM(Tone)
     /// True: allowed, false: denied, nothing: no answer. Called exactly once for each Peek that has one, on the UI thread.
     using Decide = std::function<void(std::optional<bool>)>;
 
@@ -39,7 +27,6 @@ public:
     QUuid id = QUuid::createUuid();
 
     bool isQuestion() const { return bool(decide); }
-    bool resumes() const { return resume.has_value(); }
     /// What the row's pill says; empty if it has none.
     QString actionLabel() const;
 };

@@ -5,6 +5,7 @@
 #include <QSet>
 #include <QString>
 #include <QStringList>
+#include <QVariant>
 
 namespace velto {
 
@@ -90,6 +91,9 @@ Q_SIGNALS:
     void changed();
 
 private:
+    void store(QLatin1StringView key, const QVariant &value);
+    template <typename T> void write(QLatin1StringView key, T &field, const T &value, const QVariant &raw);
+
     Defaults &m_defaults;
     OpenMode m_openMode;
     Mode m_mode;

@@ -1,0 +1,150 @@
+#include "App/AppDelegate.h"
+
+#include "Core/Hub.h"
+#include "Platform/HotKey.h"
+#include "Platform/PanelWindow.h"
+#include "Platform/Session.h"
+#include "Platform/StatusItem.h"
+#include "Shell/PanelOutline.h"
+#include "Shell/UI.h"
+
+#include <QWindow>
+
+using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+AppDelegate::AppDelegate(Needs needs, QObject *parent)
+    : QObject(parent)
+    , m_needs(needs)
+{
+    connect(&m_needs.ui, &UI::expandedChanged, this, &AppDelegate::expandedChanged);
+    connect(&m_needs.ui, &UI::hoveringChanged, this, &AppDelegate::hoveringChanged);
+    connect(&m_needs.hub, &Hub::peekChanged, this, &AppDelegate::peekChanged);
+    connect(&m_needs.hub, &Hub::panelWanted, this, [this] { open(false); });
+    connect(&m_needs.displays, &Displays::changed, this, [this] { layout(false); });
+    connect(&m_needs.session, &Session::lockedChanged, this, [this] { layout(false); });
+    connect(&m_needs.session, &Session::woke, this, [this] { m_needs.hub.refresh(false); });
+    connect(&m_needs.panelWindow, &PanelWindow::pressedElsewhere, &m_needs.ui, &UI::focusLost);
+    connect(&m_needs.panelWindow, &PanelWindow::compositedChanged, this,
+            [this] { m_needs.ui.setComposited(m_needs.panelWindow.composited()); });
+}
+
+void AppDelegate::showPanel()
+{
+    m_started = true;
+    m_needs.ui.setComposited(m_needs.panelWindow.composited());
+    layout(false);
+}
+
+void AppDelegate::addStatusItem(StatusItem &item)
+{
+    item.show(tr("Velto"), {
+                               {tr("Open Velto"), {}, [this] { open(false); }},
+                               {},
+                               {tr("Quit Velto"), u"Ctrl+Q"_s, [this] { Q_EMIT quitWanted(); }},
+                           });
+}
+
+void AppDelegate::addHotKey(HotKey &hotKey)
+{
+    m_hotKeyRegistered = hotKey.registerHotKey([this] { m_needs.clock.post(this, [this] { open(true); }); });
+}
+
+void AppDelegate::demoPeek()
+{
+    m_demo = m_needs.clock.after(1s, [this] {
+        Peek peek;
+        peek.symbol = u"hand.raised.fill"_s;
+        peek.text = tr("velto-app needs you");
+        peek.tone = Peek::Tone::Warn;
+        peek.tab = Tab::Agents;
+        m_needs.hub.show(std::move(peek));
+    });
+}
+
+void AppDelegate::open(bool search)
+{
+    if (m_needs.ui.expanded())
+        m_needs.panelWindow.takeFocus();
+    m_needs.ui.openFocused();
+    if (search && m_needs.hub.tabs().contains(Tab::Todos))
+        m_needs.hub.open(Tab::Todos);
+}
+
+// Growing happens at once and the black moves within the larger window; shrinking waits until the black has arrived.
+void AppDelegate::layout(bool animated)
+{
+    if (!m_started)
+        return;
+    m_shrink.reset();
+    const std::optional<Display> display = chooseDisplay(m_needs.displays.all());
+    if (!display || m_needs.session.locked()) {
+        m_needs.panel.hide();
+        m_frame.reset();
+        return;
+    }
+    m_needs.ui.setVelto(measureHousing(*display));
+    const QRect target = panelFrame(*display, m_needs.ui.velto(), m_needs.outline.panelSize());
+    if (animated && m_frame && m_needs.ui.composited() && target != *m_frame && m_frame->contains(target))
+        m_shrink = m_needs.clock.after(kSpringTime, [this] { layout(false); });
+    else
+        place(target);
+}
+
+void AppDelegate::place(const QRect &frame)
+{
+    if (m_frame != frame) {
+        m_frame = frame;
+        m_needs.panelWindow.place(frame);
+    }
+    if (!m_needs.panel.isVisible()) {
+        m_needs.panel.show();
+        m_needs.panelWindow.raise();
+    }
+}
+
+void AppDelegate::expandedChanged()
+{
+    layout(true);
+    if (!m_needs.ui.expanded()) {
+        m_needs.panelWindow.returnFocus();
+        return;
+    }
+    m_needs.panelWindow.raise();
+    if (m_needs.ui.takeFocusOnOpen())
+        m_needs.panelWindow.takeFocus();
+    m_refresh = m_needs.clock.after(450ms, [this] { m_needs.hub.refresh(false); });
+}
+
+void AppDelegate::peekChanged()
+{
+    const bool hasPeek = m_needs.hub.hasPeek();
+    if (std::exchange(m_hadPeek, hasPeek) == hasPeek || m_needs.ui.expanded())
+        return;
+    if (hasPeek) {
+        layout(false);
+        return;
+    }
+    m_peekGone = m_needs.clock.after(kSpringTime, [this] {
+        if (!m_needs.ui.expanded() && !m_needs.hub.hasPeek())
+            layout(false);
+    });
+}
+
+void AppDelegate::hoveringChanged()
+{
+    if (m_needs.ui.expanded())
+        return;
+    if (m_needs.ui.hovering()) {
+        layout(false);
+        return;
+    }
+    m_hoverGone = m_needs.clock.after(420ms, [this] {
+        if (!m_needs.ui.expanded() && !m_needs.ui.hovering() && !m_needs.hub.hasPeek())
+            layout(false);
+    });
+}
+
+} // namespace velto

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "Platform/Clock.h"
+#include "Shell/PanelGeometry.h"
+
+#include <QObject>
+#include <QRect>
+#include <optional>
+
+class QWindow;
+
+namespace velto {
+
+class Displays;
+class HotKey;
+class Hub;
+class PanelOutline;
+class PanelWindow;
+class Session;
+class StatusItem;
+class UI;
+
+/// Ties the stores to the window: when it opens, how large it is, when it goes. UI thread only; outlived by what it is given.
+class AppDelegate : public QObject {
+    Q_OBJECT
+public:
+    struct Needs {
+        Clock &clock;
+        Hub &hub;
+        UI &ui;
+        const PanelOutline &outline;
+        Displays &displays;
+        PanelWindow &panelWindow;
+        QWindow &panel;
+        Session &session;
+    };
+    explicit AppDelegate(Needs needs, QObject *parent = nullptr);
+
+    /// Whether the global key is ours.
+    bool hotKeyRegistered() const { return m_hotKeyRegistered; }
+
+    /// Puts the window on the screen for the first time.
+    void showPanel();
+    void addStatusItem(StatusItem &item);
+    void addHotKey(HotKey &hotKey);
+    /// One second later, an example of what a Peek looks like.
+    void demoPeek();
+
+    /// Opens the panel with the keyboard; with `search`, on the Todos tab's search field if there is one.
+    void open(bool search);
+
+Q_SIGNALS:
+    void quitWanted();
+
+private:
+    void layout(bool animated);
+    void place(const QRect &frame);
+    void expandedChanged();
+    void peekChanged();
+    void hoveringChanged();
+
+    Needs m_needs;
+    std::optional<QRect> m_frame;
+    bool m_started = false;
+    bool m_hadPeek = false;
+    bool m_hotKeyRegistered = false;
+    TimerHandle m_shrink;
+    TimerHandle m_peekGone;
+    TimerHandle m_hoverGone;
+    TimerHandle m_refresh;
+    TimerHandle m_demo;
+};
+
+} // namespace velto

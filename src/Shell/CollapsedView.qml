@@ -1,0 +1,130 @@
+import QtQuick
+import Velto.Design
+import Velto.Stores
+
+// The strip: one fact on each side of the housing, and the row that slides out under it.
+Item {
+    id: root
+
+    required property Hub hub
+    required property UI ui
+    required property CollapsedStrip strip
+    required property PeekLine peekLine
+
+    signal menuWanted(point position)
+
+    readonly property bool rowShown: root.peekLine.onShow || root.ui.hovering
+
+    // Hover, taps and what a screen reader sees belong to the strip row alone, not to the row under it.
+    Item {
+        id: stripRow
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: parent.width
+        height: root.ui.velto.height
+
+        Accessible.role: Accessible.Button
+        Accessible.name: root.strip.spoken
+        Accessible.description: qsTr("Opens Velto")
+        Accessible.onPressAction: root.ui.toggle()
+
+        HoverHandler {
+            onHoveredChanged: {
+                if (hovered)
+                    root.ui.stripEntered();
+            }
+        }
+        TapHandler {
+            onTapped: root.ui.tapped()
+        }
+        TapHandler {
+            acceptedButtons: Qt.RightButton
+            onTapped: eventPoint => root.menuWanted(stripRow.mapToGlobal(eventPoint.position))
+        }
+    }
+
+    Item {
+        id: facts
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: root.ui.velto.width + 104
+        height: root.ui.velto.height
+        opacity: root.rowShown ? 0 : 1
+        visible: opacity > 0
+
+        readonly property real side: (width - root.ui.velto.width) / 2
+
+        Behavior on opacity {
+            Spring {}
+        }
+
+        Item {
+            width: facts.side
+            height: parent.height
+
+            Rectangle {
+                anchors.centerIn: parent
+                visible: root.strip.left === CollapsedStrip.Recording
+                width: 7
+                height: 7
+                radius: 3.5
+                color: Theme.red
+            }
+            StripCount {
+                anchors.centerIn: parent
+                shown: root.strip.left === CollapsedStrip.Running
+                value: root.strip.running
+                live: true
+            }
+        }
+        Item {
+            x: facts.width - width
+            width: facts.side
+            height: parent.height
+
+            StripCount {
+                anchors.centerIn: parent
+                shown: root.strip.right === CollapsedStrip.Waiting
+                value: root.strip.waiting
+                dotColor: Theme.amber
+            }
+            StripCount {
+                anchors.centerIn: parent
+                shown: root.strip.right === CollapsedStrip.Running
+                value: root.strip.running
+                live: true
+            }
+        }
+    }
+
+    PeekRow {
+        id: peekRow
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: Math.min(parent.width, 520)
+        height: 36
+        line: root.peekLine
+        y: root.ui.velto.height + (root.peekLine.onShow || Theme.reducedMotion ? 0 : -height)
+        opacity: root.peekLine.onShow ? 1 : 0
+        visible: opacity > 0
+
+        Behavior on y {
+            Spring {}
+        }
+        Behavior on opacity {
+            Spring {}
+        }
+    }
+
+    Loader {
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: root.ui.velto.height
+        width: Math.min(parent.width, 520)
+        height: 36
+        active: root.ui.hovering && !root.peekLine.onShow
+        sourceComponent: HoverPeekRow {
+            strip: root.strip
+            ui: root.ui
+        }
+    }
+}

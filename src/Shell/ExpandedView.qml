@@ -1,0 +1,178 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Velto.Design
+import Velto.Stores
+
+// The open panel: tabs and buttons, the highlights, the content of the selected tab.
+FocusScope {
+    id: root
+
+    required property UI ui
+    required property PanelContents contents
+
+    focus: true
+    Accessible.role: Accessible.Pane
+    Accessible.name: qsTr("Velto")
+
+    Item {
+        id: header
+
+        x: 24
+        y: 10
+        width: root.width - 48
+        height: 28
+
+        SelectionCapsule {
+            row: tabs
+            target: tabs.selectedTab
+        }
+
+        Row {
+            id: tabs
+
+            readonly property Item selectedTab: repeater.count > 0 ? repeater.itemAt(root.contents.selected) : null
+
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: 2
+            Accessible.role: Accessible.PageTabList
+            Accessible.name: qsTr("Sections")
+
+            Repeater {
+                id: repeater
+
+                model: root.contents.tabs
+
+                TabButton {
+                    required property int index
+                    required property string tab
+
+                    selected: root.contents.selected === index
+                    onClicked: root.contents.open(tab)
+                }
+            }
+        }
+
+        Row {
+            anchors.right: buttons.left
+            anchors.rightMargin: 8
+            anchors.verticalCenter: parent.verticalCenter
+            visible: root.contents.recording
+            spacing: 5
+
+            Symbol {
+                anchors.verticalCenter: parent.verticalCenter
+                name: "record.circle"
+                size: 11
+                color: Theme.coral
+            }
+            PlainText {
+                anchors.verticalCenter: parent.verticalCenter
+                text: qsTr("Recording · quiet")
+                size: 11
+                color: Theme.glassSecondary
+            }
+        }
+
+        Row {
+            id: buttons
+
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: 4
+
+            IconButton {
+                symbol: root.ui.pinned ? "pin.fill" : "pin"
+                label: root.ui.pinned ? qsTr("Unpin (closes when the pointer leaves)") : qsTr("Pin open")
+                on: root.ui.pinned
+                onClicked: root.ui.setPinned(!root.ui.pinned)
+            }
+            IconButton {
+                symbol: "arrow.clockwise"
+                label: root.contents.refreshLabel
+                onClicked: root.contents.refresh()
+            }
+        }
+    }
+
+    Row {
+        id: highlights
+
+        x: 24
+        y: header.y + header.height + 14
+        height: 24
+        spacing: 6
+
+        Repeater {
+            model: root.contents.highlights
+
+            ChipButton {
+                required property string tab
+
+                anchors.verticalCenter: parent.verticalCenter
+                onClicked: root.contents.open(tab)
+            }
+        }
+        Chip {
+            anchors.verticalCenter: parent.verticalCenter
+            visible: root.contents.nothingNeedsYou
+            symbol: "checkmark.circle"
+            text: qsTr("Nothing needs you right now")
+        }
+    }
+
+    Item {
+        id: content
+
+        x: 24
+        y: highlights.y + highlights.height + 14
+        width: root.width - 48
+        height: root.height - y - 22
+        clip: true
+
+        Repeater {
+            model: root.contents.tabs
+
+            // A tab that was visited keeps its view, and with it the place one had scrolled to.
+            Loader {
+                id: page
+
+                required property int index
+                required property url view
+                required property VeltoSource source
+                readonly property bool shown: root.contents.selected === index
+
+                anchors.fill: parent
+                visible: shown
+                onShownChanged: show()
+                Component.onCompleted: show()
+
+                function show(): void {
+                    if (page.shown && page.status === Loader.Null)
+                        page.setSource(page.view, {
+                            source: page.source,
+                            ui: root.ui
+                        });
+                }
+            }
+        }
+    }
+
+    // Long lists fade into the panel at their lower edge.
+    Rectangle {
+        x: content.x
+        y: content.y + content.height - height
+        width: content.width
+        height: content.height * 0.06
+        gradient: Gradient {
+            GradientStop {
+                position: 0
+                color: Theme.at(Theme.panelFloor, 0)
+            }
+            GradientStop {
+                position: 1
+                color: Theme.panelFloor
+            }
+        }
+    }
+}

@@ -1,0 +1,66 @@
+#include "Shell/PanelContents.h"
+
+#include "Core/Hub.h"
+#include "Tabs/Agents/AgentsSource.h"
+
+#include <QLocale>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+PanelContents::PanelContents(Hub &hub, QObject *parent)
+    : QObject(parent)
+    , m_hub(hub)
+    , m_tabs({"tab"_ba, "title"_ba, "symbol"_ba, "badge"_ba, "view"_ba, "source"_ba})
+    , m_highlights({"chip"_ba, "symbol"_ba, "text"_ba, "tab"_ba})
+{
+    connect(&m_hub, &Hub::changed, this, &PanelContents::update);
+    connect(&m_hub, &Hub::updatedChanged, this, &PanelContents::update);
+    update();
+}
+
+void PanelContents::open(const QString &tab)
+{
+    if (const auto known = tabFromRawValue(tab))
+        m_hub.open(*known);
+}
+
+void PanelContents::openAt(int place)
+{
+    const QList<Tab> tabs = m_hub.tabs();
+    if (place >= 0 && place < tabs.size())
+        m_hub.open(tabs.at(place));
+}
+
+void PanelContents::refresh()
+{
+    m_hub.refresh(true);
+    m_hub.agents()->scan();
+}
+
+void PanelContents::update()
+{
+    const QList<Tab> visible = m_hub.tabs();
+    QList<RowModel::Row> tabs;
+    for (const Tab tab : visible) {
+        VeltoSource *source = m_hub.source(tab);
+        tabs.append({rawValue(tab), source->title(), source->symbol(), source->badge(), source->makeView(),
+                     QVariant::fromValue(source)});
+    }
+    m_tabs.setRows(tabs);
+
+    QList<RowModel::Row> highlights;
+    if (const int waiting = m_hub.prefs().isOn(Prefs::Module::Agents) ? m_hub.agents()->waitingCount() : 0; waiting > 0)
+        highlights.append({u"waiting"_s, u"hand.raised.fill"_s, tr("%1 waiting").arg(waiting), rawValue(Tab::Agents)});
+    m_highlights.setRows(highlights);
+
+    const Shown now {int(visible.indexOf(m_hub.selected())), m_hub.recording(), highlights.isEmpty(),
+                     tr("Refresh · updated %1").arg(QLocale().toString(m_hub.updated().time(), QLocale::ShortFormat))};
+    if (now == m_now)
+        return;
+    m_now = now;
+    Q_EMIT changed();
+}
+
+} // namespace velto

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "Core/RowModel.h"
+#include "Core/VeltoSource.h"
+
+#include <QObject>
+#include <QString>
+
+namespace velto {
+
+class Hub;
+
+/// What the open panel shows around the content of a tab: the tabs, the highlights, the words of its buttons. UI thread only.
+class PanelContents : public QObject {
+    Q_OBJECT
+    /// tab, title, symbol, badge, view, source
+    Q_PROPERTY(QAbstractItemModel *tabs READ tabs CONSTANT FINAL)
+    /// The place of the selected tab among the visible ones.
+    Q_PROPERTY(int selected READ selected NOTIFY changed FINAL)
+    /// chip, symbol, text, tab
+    Q_PROPERTY(QAbstractItemModel *highlights READ highlights CONSTANT FINAL)
+    Q_PROPERTY(bool nothingNeedsYou READ nothingNeedsYou NOTIFY changed FINAL)
+    Q_PROPERTY(bool recording READ recording NOTIFY changed FINAL)
+    Q_PROPERTY(QString refreshLabel READ refreshLabel NOTIFY changed FINAL)
+public:
+    explicit PanelContents(Hub &hub, QObject *parent = nullptr);
+
+    QAbstractItemModel *tabs() { return &m_tabs; }
+    int selected() const { return m_now.selected; }
+    QAbstractItemModel *highlights() { return &m_highlights; }
+    bool nothingNeedsYou() const { return m_highlights.rows().isEmpty(); }
+    bool recording() const { return m_now.recording; }
+    QString refreshLabel() const { return m_now.refreshLabel; }
+
+    /// Opens a tab by its raw value.
+    Q_INVOKABLE void open(const QString &tab);
+    /// Opens the tab at a place among the visible ones; does nothing if there is none.
+    void openAt(int place);
+    /// Reads everything again, now.
+    Q_INVOKABLE void refresh();
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    struct Shown {
+        int selected = 0;
+        bool recording = false;
+        bool nothing = true;
+        QString refreshLabel;
+        bool operator==(const Shown &) const = default;
+    };
+    void update();
+
+    Hub &m_hub;
+    RowModel m_tabs;
+    RowModel m_highlights;
+    Shown m_now;
+};
+
+} // namespace velto

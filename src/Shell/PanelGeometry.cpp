@@ -1,0 +1,74 @@
+#include "Shell/PanelGeometry.h"
+
+#include <QPainterPath>
+
+#include <algorithm>
+
+namespace velto {
+
+namespace {
+
+constexpr double kHousingWidthWithout = 120;
+constexpr double kPeekMinimumWidth = 520;
+constexpr double kPeekSides = 220;
+
+} // namespace
+
+QSizeF panelSize(QSizeF housing, PanelSize size)
+{
+    switch (size) {
+    case PanelSize::Expanded:
+        return kExpandedSize;
+    case PanelSize::Peeking:
+        return {std::max(kPeekMinimumWidth, housing.width() + kStripSides + kPeekSides), housing.height() + kPeekRowHeight};
+    case PanelSize::Collapsed:
+        break;
+    }
+    return {housing.width() + kStripSides, housing.height()};
+}
+
+std::optional<Display> chooseDisplay(const QList<Display> &displays)
+{
+    const auto withHousing = std::ranges::find_if(displays, [](const Display &display) { return display.safeAreaTop > 0; });
+    if (withHousing != displays.end())
+        return *withHousing;
+    const auto main = std::ranges::find_if(displays, &Display::main);
+    if (main != displays.end())
+        return *main;
+    return displays.isEmpty() ? std::nullopt : std::optional(displays.first());
+}
+
+QSizeF measureHousing(const Display &display)
+{
+    if (display.auxiliaryTopLeft && display.auxiliaryTopRight) {
+        const double width = display.frame.width() - display.auxiliaryTopLeft->width() - display.auxiliaryTopRight->width();
+        return {std::max(1.0, width), std::max(1.0, display.safeAreaTop)};
+    }
+    return {kHousingWidthWithout, display.statusBarThickness};
+}
+
+QRect panelFrame(const Display &display, QSizeF housing, PanelSize size)
+{
+    const QSizeF room = display.frame.size().expandedTo({1, 1});
+    const QSize fitted = panelSize(housing, size).boundedTo(room).toSize().expandedTo({1, 1});
+    const double left = display.frame.center().x() - fitted.width() / 2.0;
+    return {QPoint(qRound(left), qRound(display.frame.top())), fitted};
+}
+
+QPainterPath veltoOutline(const QRectF &rect, OutlineRadii radii)
+{
+    const double t = std::clamp(radii.top, 0.0, std::min(rect.width() / 2, rect.height() / 2));
+    const double b = std::clamp(radii.bottom, 0.0, std::min(rect.width() / 2 - t, rect.height() - t));
+    QPainterPath path(rect.topLeft());
+    path.quadTo(rect.left() + t, rect.top(), rect.left() + t, rect.top() + t);
+    path.lineTo(rect.left() + t, rect.bottom() - b);
+    path.quadTo(rect.left() + t, rect.bottom(), rect.left() + t + b, rect.bottom());
+    path.lineTo(rect.right() - t - b, rect.bottom());
+    path.quadTo(rect.right() - t, rect.bottom(), rect.right() - t, rect.bottom() - b);
+    path.lineTo(rect.right() - t, rect.top() + t);
+    path.quadTo(rect.right() - t, rect.top(), rect.right(), rect.top());
+    path.closeSubpath();
+    return path;
+}
+
+} // namespace velto

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "Platform/Displays.h"
+
+#include <QList>
+#include <QRect>
+#include <QSizeF>
+#include <chrono>
+#include <optional>
+
+class QPainterPath;
+
+namespace velto {
+
+/// The three sizes of the window.
+enum class PanelSize : quint8 { Collapsed, Peeking, Expanded };
+
+/// Corner radii of the outline, in points.
+struct OutlineRadii {
+    double top = 6;
+    double bottom = 10;
+
+    bool operator==(const OutlineRadii &) const = default;
+};
+
+/// How long the shared spring takes to come to rest.
+inline constexpr std::chrono::milliseconds kSpringTime{550};
+
+inline constexpr QSizeF kExpandedSize{780, 520};
+inline constexpr double kPeekRowHeight = 36;
+/// Room beside the housing for what the strip has to say, both sides together.
+inline constexpr double kStripSides = 104;
+
+/// The display that the strip stands on: the first with a camera housing, else the main one. Nothing without displays.
+std::optional<Display> chooseDisplay(const QList<Display> &displays);
+
+/// The size of a display's camera housing; without one, what stands for it.
+QSizeF measureHousing(const Display &display);
+
+/// How large each state is around a housing of that size.
+QSizeF panelSize(QSizeF housing, PanelSize size);
+
+/// Where the window goes: centred at the top edge of the display. Never empty, and never wider or higher than the display.
+QRect panelFrame(const Display &display, QSizeF housing, PanelSize size);
+
+/// The outline of the black: its top corners flare outwards into the display's edge, as a camera housing does.
+QPainterPath veltoOutline(const QRectF &rect, OutlineRadii radii);
+
+} // namespace velto

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "Shell/PanelGeometry.h"
+
+#include <QObject>
+#include <QSizeF>
+
+namespace velto {
+
+class CollapsedStrip;
+class Hub;
+class UI;
+
+/// The outline that the black takes in the present state of the panel; the view moves towards it. It hangs from the top centre
+/// of the window. UI thread only.
+class PanelOutline : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(double width READ width NOTIFY changed FINAL)
+    Q_PROPERTY(double height READ height NOTIFY changed FINAL)
+    Q_PROPERTY(double top READ top NOTIFY changed FINAL)
+    Q_PROPERTY(double bottom READ bottom NOTIFY changed FINAL)
+    Q_PROPERTY(bool peeking READ peeking NOTIFY changed FINAL)
+public:
+    PanelOutline(const Hub &hub, const UI &ui, const CollapsedStrip &strip, QObject *parent = nullptr);
+
+    double width() const { return m_now.size.width(); }
+    double height() const { return m_now.size.height(); }
+    double top() const { return m_now.radii.top; }
+    double bottom() const { return m_now.radii.bottom; }
+    QSizeF size() const { return m_now.size; }
+    OutlineRadii radii() const { return m_now.radii; }
+    /// A row is on show under the strip.
+    bool peeking() const { return m_now.panel == PanelSize::Peeking; }
+    PanelSize panelSize() const { return m_now.panel; }
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    struct Shape {
+        PanelSize panel = PanelSize::Collapsed;
+        QSizeF size;
+        OutlineRadii radii;
+        bool operator==(const Shape &) const = default;
+    };
+    Shape read() const;
+    void update();
+
+    const Hub &m_hub;
+    const UI &m_ui;
+    const CollapsedStrip &m_strip;
+    Shape m_now;
+};
+
+} // namespace velto

@@ -1,0 +1,75 @@
+#include "Shell/PeekLine.h"
+
+#include "Core/Hub.h"
+#include "Tabs/Agents/AgentsSource.h"
+
+namespace velto {
+
+PeekLine::PeekLine(Hub &hub, QObject *parent)
+    : QObject(parent)
+    , m_hub(hub)
+{
+    connect(&m_hub, &Hub::peekChanged, this, &PeekLine::follow);
+    connect(&m_hub, &Hub::changed, this, &PeekLine::count);
+    follow();
+}
+
+PeekLine::Tone PeekLine::tone() const
+{
+    switch (m_peek.tone) {
+    case Peek::Tone::Good:
+        return Tone::Good;
+    case Peek::Tone::Warn:
+        return Tone::Warn;
+    case Peek::Tone::Bad:
+        return Tone::Bad;
+    case Peek::Tone::Info:
+        break;
+    }
+    return Tone::Info;
+}
+
+QString PeekLine::hint() const
+{
+    return actionLabel().isEmpty() ? tr("Opens Velto") : tr("%1s").arg(actionLabel());
+}
+
+void PeekLine::pressBegan()
+{
+    m_hub.pressBegan(m_peek.id);
+}
+
+void PeekLine::act()
+{
+    m_hub.act(m_peek.id);
+}
+
+void PeekLine::answer(bool allowed)
+{
+    m_hub.answer(m_peek.id, allowed);
+}
+
+void PeekLine::follow()
+{
+    m_onShow = m_hub.hasPeek();
+    if (m_onShow && m_hub.peek().id != m_peek.id) {
+        m_peek = m_hub.peek();
+        m_isQuestion = m_peek.isQuestion();
+        m_peek.decide = {}; // the queue alone answers
+        ++m_serial;
+    }
+    Q_EMIT changed();
+    count();
+}
+
+void PeekLine::count()
+{
+    const int sessions = m_hub.agents()->waitingCount();
+    const QString waiting = m_peek.resume && sessions > 1 ? tr("%1 waiting").arg(sessions) : QString();
+    if (waiting == m_waiting)
+        return;
+    m_waiting = waiting;
+    Q_EMIT waitingChanged();
+}
+
+} // namespace velto

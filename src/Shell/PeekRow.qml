@@ -1,0 +1,102 @@
+import QtQuick
+import Velto.Design
+import Velto.Stores
+
+// The line that slid out. A press on it acts; a question has two pills.
+Item {
+    id: root
+
+    required property PeekLine line
+
+    readonly property list<color> tones: [Theme.mint, Theme.amber, Theme.coral, Theme.ice]
+    readonly property color tone: root.tones[root.line.tone]
+
+    Accessible.role: Accessible.Button
+    Accessible.name: root.line.text
+    Accessible.description: root.line.hint
+    Accessible.onPressAction: root.line.act()
+
+    TapHandler {
+        gesturePolicy: TapHandler.ReleaseWithinBounds
+        onPressedChanged: {
+            if (pressed)
+                root.line.pressBegan();
+        }
+        onTapped: root.line.act()
+    }
+
+    Connections {
+        target: root.line
+        property int serial: root.line.serial
+        function onChanged(): void {
+            if (serial === root.line.serial)
+                return;
+            serial = root.line.serial;
+            symbol.bounce();
+        }
+    }
+
+    Symbol {
+        id: symbol
+
+        x: 22
+        anchors.verticalCenter: parent.verticalCenter
+        name: root.line.symbol
+        color: root.tone
+    }
+
+    PlainText {
+        anchors.left: symbol.right
+        anchors.leftMargin: 9
+        anchors.right: tail.left
+        anchors.rightMargin: tail.width > 0 ? 12 : 8
+        anchors.verticalCenter: parent.verticalCenter
+        words: root.line.text
+        elide: Text.ElideMiddle
+        color: "white"
+        size: 13
+        weight: Font.Medium
+        Accessible.ignored: true
+    }
+
+    Row {
+        id: tail
+
+        anchors.right: parent.right
+        anchors.rightMargin: 14
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 8
+
+        PlainText {
+            anchors.verticalCenter: parent.verticalCenter
+            visible: root.line.waiting !== "" && !root.line.isQuestion
+            words: root.line.waiting
+            color: Theme.at(Theme.amber, 0.85)
+            size: 10
+            weight: Font.Medium
+        }
+        Pill {
+            visible: root.line.isQuestion
+            text: qsTr("Deny")
+            tone: root.tone
+            label: qsTr("Deny: %1").arg(root.line.text)
+            onPressBegan: root.line.pressBegan()
+            onClicked: root.line.answer(false)
+        }
+        Pill {
+            visible: root.line.isQuestion
+            text: qsTr("Allow")
+            tone: root.tone
+            label: qsTr("Allow: %1").arg(root.line.text)
+            onPressBegan: root.line.pressBegan()
+            onClicked: root.line.answer(true)
+        }
+        Pill {
+            visible: !root.line.isQuestion && root.line.actionLabel !== ""
+            text: root.line.actionLabel
+            tone: root.tone
+            onPressBegan: root.line.pressBegan()
+            onClicked: root.line.act()
+        }
+    }
+}

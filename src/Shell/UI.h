@@ -1,0 +1,89 @@
+#pragma once
+
+#include "Platform/Clock.h"
+
+#include <QObject>
+#include <QSizeF>
+#include <chrono>
+#include <functional>
+
+namespace velto {
+
+class Prefs;
+
+/// The state of the panel: open or not, and what pointer, taps and the keyboard do to it. UI thread only.
+class UI : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool expanded READ expanded NOTIFY expandedChanged FINAL)
+    Q_PROPERTY(bool pinned READ pinned NOTIFY pinnedChanged FINAL)
+    Q_PROPERTY(bool hovering READ hovering NOTIFY hoveringChanged FINAL)
+    Q_PROPERTY(QSizeF velto READ velto NOTIFY veltoChanged FINAL)
+    Q_PROPERTY(bool composited READ composited NOTIFY compositedChanged FINAL)
+public:
+    /// How long the pointer may be away before the panel closes.
+    static constexpr std::chrono::milliseconds kLeave{400};
+
+    UI(Clock &clock, const Prefs &prefs, QObject *parent = nullptr);
+
+    bool expanded() const { return m_expanded; }
+    void setExpanded(bool expanded);
+    bool pinned() const { return m_pinned; }
+    Q_INVOKABLE void setPinned(bool pinned);
+    /// The pointer rests on the strip and a line under it says what it is about. Nothing sets this at present.
+    bool hovering() const { return m_hovering; }
+    void setHovering(bool hovering);
+    /// The size of the camera housing, or of what stands for it.
+    QSizeF velto() const { return m_velto; }
+    void setVelto(QSizeF size);
+    /// Whether the window can have half-transparent pixels.
+    bool composited() const { return m_composited; }
+    void setComposited(bool composited);
+
+    /// Something unfinished in the panel keeps it open: a todo being written, or a sheet.
+    std::function<bool()> unfinished;
+    Q_INVOKABLE void sheetOpened() { ++m_sheets; }
+    Q_INVOKABLE void sheetClosed() { --m_sheets; }
+    bool sheetOpen() const { return m_sheets > 0; }
+
+    bool pointerInside() const { return m_pointerInside; }
+    /// The pointer came to the window or left it.
+    Q_INVOKABLE void pointerChanged(bool inside);
+    /// The pointer came to the strip row itself.
+    Q_INVOKABLE void stripEntered();
+    /// The strip was pressed.
+    Q_INVOKABLE void tapped();
+    /// The default action of assistive technology.
+    Q_INVOKABLE void toggle();
+    Q_INVOKABLE void close();
+    /// The window lost the keyboard, or the user pressed somewhere else.
+    void focusLost();
+
+    /// Opens the panel with the keyboard.
+    Q_INVOKABLE void openFocused();
+    /// Whether the opening under way wants the keyboard; asking clears it.
+    bool takeFocusOnOpen();
+
+Q_SIGNALS:
+    void expandedChanged();
+    void pinnedChanged();
+    void hoveringChanged();
+    void veltoChanged();
+    void compositedChanged();
+
+private:
+    bool keptOpen() const;
+
+    Clock &m_clock;
+    const Prefs &m_prefs;
+    bool m_expanded = false;
+    bool m_pinned = false;
+    bool m_hovering = false;
+    bool m_focusOnOpen = false;
+    bool m_composited = true;
+    bool m_pointerInside = false;
+    int m_sheets = 0;
+    QSizeF m_velto{185, 32};
+    TimerHandle m_collapseTask;
+};
+
+} // namespace velto

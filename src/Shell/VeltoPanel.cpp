@@ -1,0 +1,63 @@
+#include "Shell/VeltoPanel.h"
+
+#include "Shell/PanelOutline.h"
+#include "Shell/UI.h"
+
+#include <QPainterPath>
+
+namespace velto {
+
+VeltoPanel::VeltoPanel(Clock &clock, UI &ui, const PanelOutline &outline)
+    : m_clock(clock)
+    , m_ui(ui)
+    , m_outline(outline)
+{
+    setTitle(QStringLiteral("Velto"));
+    setColor(Qt::transparent);
+    setResizeMode(QQuickView::SizeRootObjectToView);
+    connect(&m_outline, &PanelOutline::changed, this, &VeltoPanel::outlineMoved);
+    connect(&m_ui, &UI::compositedChanged, this, &VeltoPanel::outlineMoved);
+}
+
+QRegion VeltoPanel::wantedMask() const
+{
+    const QSizeF shape = m_outline.size();
+    const QRectF area((width() - shape.width()) / 2, 0, shape.width(), shape.height());
+    if (!m_ui.composited())
+        return QRegion(veltoOutline(area, m_outline.radii()).toFillPolygon().toPolygon());
+    const bool narrow = m_outline.panelSize() == PanelSize::Collapsed && area.width() < width() && height() <= area.height();
+    return narrow ? QRegion(area.toAlignedRect()) : QRegion();
+}
+
+void VeltoPanel::outlineMoved()
+{
+    // The black is still wide while it moves to a narrower outline, and is cut when it has arrived.
+    const QRegion wanted = wantedMask();
+    const bool narrower = m_ui.composited() && !wanted.isEmpty() && m_mask != wanted;
+    m_settled = narrower ? m_clock.after(kSpringTime, [this] { cut(); }) : nullptr;
+    if (!narrower)
+        cut();
+}
+
+void VeltoPanel::cut()
+{
+    const QRegion wanted = wantedMask();
+    if (wanted == m_mask)
+        return;
+    m_mask = wanted;
+    setMask(wanted);
+}
+
+void VeltoPanel::focusOutEvent(QFocusEvent *event)
+{
+    QQuickView::focusOutEvent(event);
+    m_ui.focusLost();
+}
+
+void VeltoPanel::resizeEvent(QResizeEvent *event)
+{
+    QQuickView::resizeEvent(event);
+    outlineMoved();
+}
+
+} // namespace velto

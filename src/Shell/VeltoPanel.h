@@ -1,0 +1,37 @@
+#pragma once
+
+#include "Platform/Clock.h"
+
+#include <QQuickView>
+#include <QRegion>
+
+namespace velto {
+
+class PanelOutline;
+class StatusItem;
+class UI;
+
+/// The one window around the camera housing. It never sizes itself: the delegate places it.
+class VeltoPanel : public QQuickView {
+    Q_OBJECT
+public:
+    VeltoPanel(Clock &clock, UI &ui, const PanelOutline &outline);
+
+protected:
+    void focusOutEvent(QFocusEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    /// Cuts what the outline doesn't cover, so that presses beside it reach what is behind.
+    void outlineMoved();
+    QRegion wantedMask() const;
+    void cut();
+
+    Clock &m_clock;
+    UI &m_ui;
+    const PanelOutline &m_outline;
+    QRegion m_mask;
+    TimerHandle m_settled;
+};
+
+} // namespace velto

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QColor>
+#include <QQuickPaintedItem>
+
+namespace velto {
+
+/// The black outline, and with `openness` from 0 to 1 the open panel's gradient inside it.
+class VeltoShape : public QQuickPaintedItem {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(double top READ top WRITE setTop NOTIFY changed FINAL)
+    Q_PROPERTY(double bottom READ bottom WRITE setBottom NOTIFY changed FINAL)
+    Q_PROPERTY(double openness READ openness WRITE setOpenness NOTIFY changed FINAL)
+    Q_PROPERTY(QColor glow READ glow WRITE setGlow NOTIFY changed FINAL)
+public:
+    explicit VeltoShape(QQuickItem *parent = nullptr);
+
+    double top() const { return m_top; }
+    void setTop(double top) { set(m_top, top); }
+    double bottom() const { return m_bottom; }
+    void setBottom(double bottom) { set(m_bottom, bottom); }
+    double openness() const { return m_openness; }
+    void setOpenness(double openness) { set(m_openness, openness); }
+    QColor glow() const { return m_glow; }
+    void setGlow(const QColor &glow) { set(m_glow, glow); }
+
+    void paint(QPainter *painter) override;
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    template <typename T> void set(T &field, const T &value)
+    {
+        if (field == value)
+            return;
+        field = value;
+        update();
+        Q_EMIT changed();
+    }
+
+    double m_top = 6;
+    double m_bottom = 10;
+    double m_openness = 0;
+    QColor m_glow;
+};
+
+} // namespace velto

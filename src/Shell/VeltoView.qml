@@ -1,0 +1,121 @@
+import QtQuick
+import Velto.Design
+import Velto.Stores
+
+// Everything that stands in the window. The black hangs from its top centre and moves towards the outline.
+Item {
+    id: root
+
+    required property Hub hub
+    required property UI ui
+    required property CollapsedStrip strip
+    required property PeekLine peekLine
+    required property PanelOutline outline
+    required property DesktopAccessibility accessibility
+
+    signal menuWanted(point position)
+
+    readonly property bool moves: root.ui.composited && !Theme.reducedMotion
+
+    VeltoShape {
+        id: shape
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: root.outline.width
+        height: root.outline.height
+        top: root.outline.top
+        bottom: root.outline.bottom
+        openness: root.ui.expanded ? 1 : 0
+        glow: Theme.ice
+
+        Behavior on width {
+            enabled: root.moves
+            Spring {}
+        }
+        Behavior on height {
+            enabled: root.moves
+            Spring {}
+        }
+        Behavior on top {
+            enabled: root.moves
+            Spring {}
+        }
+        Behavior on bottom {
+            enabled: root.moves
+            Spring {}
+        }
+        Behavior on openness {
+            enabled: root.moves
+            Spring {}
+        }
+    }
+
+    // What the black doesn't cover isn't there.
+    Item {
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: shape.width
+        height: shape.height
+        clip: true
+
+        CollapsedView {
+            anchors.horizontalCenter: parent.horizontalCenter
+            width: root.width
+            height: root.height
+            visible: opacity > 0
+            opacity: 1 - shape.openness
+            enabled: !root.ui.expanded
+            hub: root.hub
+            ui: root.ui
+            strip: root.strip
+            peekLine: root.peekLine
+
+            onMenuWanted: position => root.menuWanted(position)
+        }
+
+        Loader {
+            id: panel
+
+            anchors.horizontalCenter: parent.horizontalCenter
+            width: 780
+            height: 520
+            visible: shape.openness > 0
+            opacity: shape.openness
+            enabled: root.ui.expanded
+            active: false
+            sourceComponent: ExpandedView {
+                hub: root.hub
+                ui: root.ui
+            }
+
+            // The first opening builds the panel; from then on it waits, hidden, and costs nothing.
+            Connections {
+                target: root.ui
+                function onExpandedChanged(): void {
+                    if (root.ui.expanded)
+                        panel.active = true;
+                }
+            }
+            Component.onCompleted: panel.active = root.ui.expanded
+        }
+    }
+
+    HoverHandler {
+        onHoveredChanged: root.ui.pointerChanged(hovered)
+    }
+
+    // A screen reader says the name of an alert that comes into view, and that of one which changes.
+    Item {
+        id: announcement
+
+        Accessible.role: Accessible.AlertMessage
+        Accessible.name: ""
+        Accessible.ignored: Accessible.name === ""
+
+        Connections {
+            target: root.accessibility
+            function onAnnouncementRequested(text: string): void {
+                announcement.Accessible.name = text;
+            }
+        }
+    }
+}

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "Core/Hub.h"
+#include "Core/Tab.h"
+#include "Platform/Accessibility.h"
+#include "Shell/CollapsedStrip.h"
+#include "Shell/PanelOutline.h"
+#include "Shell/PeekLine.h"
+#include "Shell/UI.h"
+#include "Tabs/Agents/AgentsSource.h"
+
+#include <QtQml/qqml.h>
+
+// Each declaration gives QML the type of a store, for property types, the compiler and the linter. None can be made there.
+
+namespace velto::tab_type {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(velto)
+QML_NAMED_ELEMENT(Velto)
+} // namespace velto::tab_type
+
+struct PeekLineType {
+    Q_GADGET
+    QML_FOREIGN(velto::PeekLine)
+    QML_NAMED_ELEMENT(PeekLine)
+    QML_UNCREATABLE("Made in C++")
+};
+
+struct VeltoSourceType {
+    Q_GADGET
+    QML_FOREIGN(velto::VeltoSource)
+    QML_NAMED_ELEMENT(VeltoSource)
+    QML_UNCREATABLE("Made in C++")
+};
+
+struct HubType {
+    Q_GADGET
+    QML_FOREIGN(velto::Hub)
+    QML_NAMED_ELEMENT(Hub)
+    QML_UNCREATABLE("Made in C++")
+};
+
+struct UIType {
+    Q_GADGET
+    QML_FOREIGN(velto::UI)
+    QML_NAMED_ELEMENT(UI)
+    QML_UNCREATABLE("Made in C++")
+};
+
+struct CollapsedStripType {
+    Q_GADGET
+    QML_FOREIGN(velto::CollapsedStrip)
+    QML_NAMED_ELEMENT(CollapsedStrip)
+    QML_UNCREATABLE("Made in C++")
+};
+
+struct PanelOutlineType {
+    Q_GADGET
+    QML_FOREIGN(velto::PanelOutline)
+    QML_NAMED_ELEMENT(PanelOutline)
+    QML_UNCREATABLE("Made in C++")
+};
+
+struct AccessibilityType {
+    Q_GADGET
+    QML_FOREIGN(velto::Accessibility)
+    QML_NAMED_ELEMENT(DesktopAccessibility)
+    QML_UNCREATABLE("Made in C++")
+};
+
+struct AgentsSourceType {
+    Q_GADGET
+    QML_FOREIGN(velto::AgentsSource)
+    QML_NAMED_ELEMENT(AgentsSource)
+    QML_UNCREATABLE("Made in C++")
+};

@@ -1,0 +1,184 @@
+#pragma once
+
+#include "Core/PeekQueue.h"
+#include "Platform/Fake/FakeClock.h"
+#include "Platform/Fake/FakePlatform.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+/// What the user sees slide out, in which order and for how long, and what becomes of questions.
+class PeekQueueTest : public QObject {
+    Q_OBJECT
+
+    struct World {
+        FakeClock clock;
+        FakeAccessibility accessibility;
+        PeekQueue queue{clock, accessibility};
+        QStringList answers; ///< "text:allow", "text:deny", "text:nothing", in order
+
+        void show(const QString &text, Peek::Tone tone = Peek::Tone::Info, bool quiet = false)
+        {
+            Peek peek;
+            peek.text = text;
+            peek.tone = tone;
+            queue.show(std::move(peek), quiet);
+        }
+        void ask(const QString &text, bool quiet = false)
+        {
+            Peek peek;
+            peek.text = text;
+            peek.decide = [this, text](std::optional<bool> answer) {
+                answers.append(text + QLatin1String(!answer ? ":nothing" : *answer ? ":allow" : ":deny"));
+            };
+            queue.show(std::move(peek), quiet);
+        }
+        QString shown() const { return queue.onShow() ? queue.onShow()->text : QString(); }
+        QUuid id() const { return queue.onShow()->id; }
+        void wait(int milliseconds) { clock.advance(std::chrono::milliseconds(milliseconds)); }
+    };
+
+private Q_SLOTS:
+    void playsByRankAndThenByArrival()
+    {
+        World w;
+        w.show(u"first"_s);
+        w.show(u"A"_s, Peek::Tone::Info);
+        w.show(u"B"_s, Peek::Tone::Bad);
+        w.show(u"C"_s, Peek::Tone::Warn);
+        w.show(u"D"_s, Peek::Tone::Bad);
+        w.ask(u"question"_s);
+        QStringList played{w.shown()};
+        w.wait(4000);
+        played += w.shown();
+        w.wait(28000);
+        for (int i = 0; i < 4; ++i) {
+            played += w.shown();
+            w.wait(4000);
+        }
+        QCOMPARE(played, (QStringList{u"first"_s, u"question"_s, u"B"_s, u"D"_s, u"C"_s, u"A"_s}));
+        QCOMPARE(w.shown(), QString());
+        QCOMPARE(w.clock.pendingTimers(), 0);
+    }
+
+    void dropsTheSameTextWhileItIsOnShowOrWaiting()
+    {
+        World w;
+        w.show(u"one"_s);
+        w.ask(u"one"_s);
+        w.ask(u"two"_s);
+        w.ask(u"two"_s);
+        QCOMPARE(w.answers, (QStringList{u"one:nothing"_s, u"two:nothing"_s}));
+        QCOMPARE(w.queue.waiting(), 1);
+        w.wait(4000 + 28000);
+        w.show(u"one"_s);
+        QCOMPARE(w.shown(), u"one"_s);
+    }
+
+    void staysLongerForQuestionsAndListeners()
+    {
+        World w;
+        w.show(u"plain"_s);
+        w.wait(3999);
+        QCOMPARE(w.shown(), u"plain"_s);
+        w.wait(1);
+        QCOMPARE(w.shown(), QString());
+
+        w.accessibility.screenReader = true;
+        w.show(u"spoken"_s);
+        w.wait(9999);
+        QCOMPARE(w.shown(), u"spoken"_s);
+        w.wait(1);
+        w.ask(u"question"_s);
+        w.wait(27999);
+        QCOMPARE(w.shown(), u"question"_s);
+        QVERIFY(w.answers.isEmpty());
+        w.wait(1);
+        QCOMPARE(w.answers, QStringList{u"question:nothing"_s});
+        QCOMPARE(w.accessibility.announced, (QStringList{u"plain"_s, u"spoken"_s, u"question"_s}));
+    }
+
+    void anAnswerGoesToItsQuestionOnceAndTheQueueGoesOn()
+    {
+        World w;
+        w.ask(u"first"_s);
+        w.ask(u"second"_s);
+        w.wait(1000);
+        const QUuid first = w.id();
+        w.queue.answer(first, true);
+        QCOMPARE(w.shown(), u"second"_s);
+        w.queue.answer(first, false); // a press on a row that is gone
+        w.wait(27500); // past the end of the first question's time
+        QCOMPARE(w.answers, QStringList{u"first:allow"_s});
+        w.queue.answer(w.id(), false);
+        QCOMPARE(w.answers, (QStringList{u"first:allow"_s, u"second:deny"_s}));
+        w.wait(60000);
+        QCOMPARE(w.answers.size(), 2);
+    }
+
+    void aPressTooEarlyToHaveBeenReadIsNoAnswer()
+    {
+        World w;
+        w.ask(u"question"_s);
+        w.wait(299);
+        w.queue.pressBegan(w.id());
+        w.wait(200);
+        w.queue.answer(w.id(), true); // released later, but pressed too early
+        QVERIFY(w.answers.isEmpty());
+        w.queue.pressBegan(w.id());
+        w.queue.answer(w.id(), true);
+        QCOMPARE(w.answers, QStringList{u"question:allow"_s});
+
+        // A press that began on one question says nothing about the next.
+        w.ask(u"other"_s);
+        w.ask(u"third"_s);
+        w.wait(1000);
+        const QUuid other = w.id();
+        w.queue.pressBegan(other);
+        w.wait(28000);
+        QCOMPARE(w.shown(), u"third"_s);
+        w.queue.answer(other, true);
+        QVERIFY(!w.queue.takesPress(other));
+        QCOMPARE(w.answers.last(), u"other:nothing"_s);
+    }
+
+    void dismissingEndsAllWithoutAnAnswer()
+    {
+        World w;
+        w.ask(u"one"_s);
+        w.ask(u"two"_s);
+        w.show(u"three"_s);
+        w.queue.dismiss();
+        QCOMPARE(w.answers, (QStringList{u"one:nothing"_s, u"two:nothing"_s}));
+        QCOMPARE(w.shown(), QString());
+        QCOMPARE(w.queue.waiting(), 0);
+        w.wait(60000);
+        QCOMPARE(w.answers.size(), 2);
+    }
+
+    void quietDropsEverythingBeforeShowReturns()
+    {
+        World w;
+        w.ask(u"question"_s, true);
+        w.show(u"line"_s, Peek::Tone::Bad, true);
+        QCOMPARE(w.answers, QStringList{u"question:nothing"_s});
+        QCOMPARE(w.shown(), QString());
+    }
+
+    void anAnswerMayRaiseAnotherPeek()
+    {
+        World w;
+        Peek peek;
+        peek.text = u"question"_s;
+        peek.decide = [&w](std::optional<bool>) { w.show(u"from the answer"_s); };
+        w.queue.show(std::move(peek), false);
+        w.wait(500);
+        w.queue.answer(w.id(), true);
+        QCOMPARE(w.shown(), u"from the answer"_s);
+    }
+};
+
+} // namespace velto

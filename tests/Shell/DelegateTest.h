@@ -1,0 +1,235 @@
+#pragma once
+
+#include "App/AppDelegate.h"
+#include "Shell/CollapsedStrip.h"
+#include "Shell/PanelOutline.h"
+#include "Shell/PeekLine.h"
+#include "Shell/UI.h"
+#include "World.h"
+
+#include <QTest>
+#include <QWindow>
+
+namespace velto {
+
+/// Where the window is at each moment, and what the strip says.
+class DelegateTest : public QObject {
+    Q_OBJECT
+
+    struct Desktop : World {
+        FakeDisplays displays;
+        FakePanelWindow panelWindow;
+        FakeSession session;
+        FakeHotKey hotKey;
+        FakeStatusItem statusItem;
+        QWindow window;
+        UI ui {clock, prefs};
+        CollapsedStrip strip {hub};
+        PanelOutline outline {hub, ui, strip};
+        PeekLine line {hub};
+        AppDelegate delegate {{clock, hub, ui, outline, displays, panelWindow, window, session}};
+
+        Desktop()
+        {
+            displays.displays = {screen({0, 0, 1920, 1080})};
+            background.finishAll();
+            delegate.showPanel();
+            delegate.addHotKey(hotKey);
+            delegate.addStatusItem(statusItem);
+        }
+        static Display screen(const QRectF &frame)
+        {
+            Display display;
+            display.frame = frame;
+            display.main = true;
+            return display;
+        }
+        QRect frame() const { return panelWindow.frames.last(); }
+        void peek(const QString &text)
+        {
+            Peek peek;
+            peek.text = text;
+            hub.show(std::move(peek));
+        }
+    };
+
+    static constexpr QRect kCollapsed {848, 0, 224, 24};
+    static constexpr QRect kPeeking {700, 0, 520, 60};
+    static constexpr QRect kExpanded {570, 0, 780, 520};
+
+private Q_SLOTS:
+    void growsAtOnceAndShrinksWhenTheBlackHasArrived()
+    {
+        Desktop d;
+        QCOMPARE(d.frame(), kCollapsed);
+        QVERIFY(d.window.isVisible());
+        d.ui.stripEntered();
+        QCOMPARE(d.frame(), kExpanded);
+        QVERIFY(!d.panelWindow.focused);
+        d.ui.close();
+        QCOMPARE(d.frame(), kExpanded);
+        d.wait(550);
+        QCOMPARE(d.frame(), kCollapsed);
+
+        // Opened again on the way: the shrinking is off.
+        d.ui.openFocused();
+        QVERIFY(d.panelWindow.focused);
+        d.ui.close();
+        QVERIFY(!d.panelWindow.focused);
+        d.wait(300);
+        d.ui.openFocused();
+        d.wait(1000);
+        QCOMPARE(d.frame(), kExpanded);
+    }
+
+    void withoutACompositorNothingMovesSlowly()
+    {
+        Desktop d;
+        d.panelWindow.alpha = false;
+        Q_EMIT d.panelWindow.compositedChanged();
+        d.ui.openFocused();
+        d.ui.close();
+        QCOMPARE(d.frame(), kCollapsed);
+    }
+
+    void aPeekWidensTheStripAndLeavesItInTime()
+    {
+        Desktop d;
+        d.peek(u"one"_s);
+        QCOMPARE(d.frame(), kPeeking);
+        d.peek(u"two"_s);
+        d.wait(4000);
+        QCOMPARE(d.line.text(), u"two"_s);
+        QCOMPARE(d.frame(), kPeeking);
+        d.wait(4000);
+        QVERIFY(!d.line.onShow());
+        QCOMPARE(d.line.text(), u"two"_s); // while it slides away
+        QCOMPARE(d.frame(), kPeeking);
+        d.wait(550);
+        QCOMPARE(d.frame(), kCollapsed);
+
+        // Behind the open panel it changes nothing.
+        d.ui.openFocused();
+        d.peek(u"three"_s);
+        QCOMPARE(d.frame(), kExpanded);
+        d.ui.close();
+        d.wait(550);
+        QCOMPARE(d.frame(), kPeeking);
+    }
+
+    void followsTheDisplays()
+    {
+        Desktop d;
+        d.displays.setAll({Desktop::screen({0, 0, 1280, 720})});
+        QCOMPARE(d.frame(), QRect(528, 0, 224, 24));
+        d.displays.setAll({});
+        QVERIFY(!d.window.isVisible());
+        d.ui.openFocused(); // nowhere to go, and no harm
+        d.ui.close();
+        d.wait(1000);
+        QVERIFY(!d.window.isVisible());
+        Display housed = Desktop::screen({1280, 0, 1512, 982});
+        housed.main = false;
+        housed.safeAreaTop = 32;
+        housed.auxiliaryTopLeft = QRectF(1280, 0, 663, 32);
+        housed.auxiliaryTopRight = QRectF(2128, 0, 664, 32);
+        d.displays.setAll({Desktop::screen({0, 0, 1280, 720}), housed});
+        QVERIFY(d.window.isVisible());
+        QCOMPARE(d.frame(), QRect(1892, 0, 289, 32));
+    }
+
+    void nothingIsOnScreenWhileTheSessionIsLocked()
+    {
+        Desktop d;
+        d.session.setLocked(true);
+        QVERIFY(!d.window.isVisible());
+        d.peek(u"secret"_s);
+        d.ui.openFocused();
+        QVERIFY(!d.window.isVisible());
+        d.session.setLocked(false);
+        QVERIFY(d.window.isVisible());
+        QCOMPARE(d.frame(), kExpanded);
+    }
+
+    void theGlobalKeyAndTheMenuOpenWithTheKeyboard()
+    {
+        Desktop d;
+        QVERIFY(d.delegate.hotKeyRegistered());
+        d.hotKey.press();
+        d.wait(0);
+        QVERIFY(d.ui.expanded());
+        QVERIFY(d.panelWindow.focused);
+        QVERIFY(d.background.pending() == 0);
+        d.wait(450);
+        QCOMPARE(d.background.pending(), 1); // the panel shows the world as it is now
+
+        // Open without the keyboard, then asked for with it.
+        d.ui.close();
+        d.ui.stripEntered();
+        QVERIFY(!d.panelWindow.focused);
+        d.statusItem.menu.front().action();
+        QVERIFY(d.panelWindow.focused);
+    }
+
+    void theStripSaysWhatNeedsTheUser_data()
+    {
+        QTest::addColumn<int>("working");
+        QTest::addColumn<int>("blocked");
+        QTest::addColumn<CollapsedStrip::Left>("left");
+        QTest::addColumn<CollapsedStrip::Right>("right");
+        QTest::addColumn<QString>("spoken");
+        QTest::addColumn<QString>("summary");
+        using Left = CollapsedStrip::Left;
+        using Right = CollapsedStrip::Right;
+        QTest::newRow("quiet") << 0 << 0 << Left::Nothing << Right::Nothing << u"Velto. 0 agents working"_s
+                               << u"Nothing needs you right now"_s;
+        QTest::newRow("working") << 2 << 0 << Left::Running << Right::Nothing << u"Velto. 2 agents working"_s
+                                 << u"2 agents working"_s;
+        QTest::newRow("one waits") << 0 << 1 << Left::Nothing << Right::Waiting
+                                   << u"Velto. 0 agents working, 1 waiting for you"_s << u"1 agent need your attention"_s;
+        QTest::newRow("both") << 1 << 3 << Left::Running << Right::Waiting
+                              << u"Velto. 1 agents working, 3 waiting for you"_s << u"3 agents need your attention"_s;
+    }
+    void theStripSaysWhatNeedsTheUser()
+    {
+        QFETCH(int, working);
+        QFETCH(int, blocked);
+        Desktop d;
+        d.setSessions(working, blocked);
+        d.refresh();
+        QTEST(d.strip.left(), "left");
+        QTEST(d.strip.right(), "right");
+        QTEST(d.strip.spoken(), "spoken");
+        QTEST(d.strip.summaryText(), "summary");
+        QCOMPARE(d.strip.quiet(), working + blocked == 0);
+        QCOMPARE(QSizeF(d.outline.width(), d.outline.height()), d.strip.quiet() ? QSizeF(120, 24) : QSizeF(224, 24));
+
+        d.applications.setRunning({u"com.obsproject.obs-studio"_s});
+        QCOMPARE(d.strip.left(), CollapsedStrip::Left::Recording);
+        QVERIFY(!d.strip.quiet());
+        d.applications.setRunning({});
+        d.prefs.set(Prefs::Module::Agents, false);
+        d.wait(0);
+        QVERIFY(d.strip.quiet());
+        QCOMPARE(d.strip.spoken(), u"Velto. Nothing to report"_s);
+    }
+
+    void aRowThatLeadsToOneOfSeveralSessionsSaysSo()
+    {
+        Desktop d;
+        d.setSessions(0, 3);
+        d.refresh();
+        Peek peek;
+        peek.text = u"resume"_s;
+        peek.resume = u"aefe0d0b-131d-43a7-b83d-daf04de24178"_s;
+        d.hub.show(peek);
+        QCOMPARE(d.line.waiting(), u"3 waiting"_s);
+        QCOMPARE(d.line.actionLabel(), u"Resume"_s);
+        QCOMPARE(d.line.hint(), u"Resumes"_s);
+        d.setSessions(0, 1);
+        d.refresh();
+        QCOMPARE(d.line.waiting(), QString());
+    }
+};
+
+} // namespace velto

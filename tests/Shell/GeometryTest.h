@@ -1,0 +1,83 @@
+#pragma once
+
+#include "Shell/PanelGeometry.h"
+
+#include <QPainterPath>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+/// Where the window stands, on whatever displays there are.
+class GeometryTest : public QObject {
+    Q_OBJECT
+
+    static Display display(const QRectF &frame, bool main = true)
+    {
+        Display display;
+        display.frame = frame;
+        display.main = main;
+        return display;
+    }
+    static Display laptop()
+    {
+        Display laptop = display({0, 0, 1512, 982}, false);
+        laptop.safeAreaTop = 32;
+        laptop.auxiliaryTopLeft = QRectF(0, 0, 663, 32);
+        laptop.auxiliaryTopRight = QRectF(848, 0, 664, 32);
+        return laptop;
+    }
+
+private Q_SLOTS:
+    void sizesFollowTheHousing_data()
+    {
+        QTest::addColumn<QSizeF>("housing");
+        QTest::addColumn<QSizeF>("collapsed");
+        QTest::addColumn<QSizeF>("peeking");
+        QTest::newRow("laptop") << QSizeF(185, 32) << QSizeF(289, 32) << QSizeF(520, 68);
+        QTest::newRow("wide") << QSizeF(300, 32) << QSizeF(404, 32) << QSizeF(624, 68);
+        QTest::newRow("none") << QSizeF(120, 24) << QSizeF(224, 24) << QSizeF(520, 60);
+    }
+    void sizesFollowTheHousing()
+    {
+        QFETCH(QSizeF, housing);
+        QTEST(panelSize(housing, PanelSize::Collapsed), "collapsed");
+        QTEST(panelSize(housing, PanelSize::Peeking), "peeking");
+        QCOMPARE(panelSize(housing, PanelSize::Expanded), QSizeF(780, 520));
+    }
+
+    void standsOnTheDisplayWithAHousingElseOnTheMainOne()
+    {
+        const Display left = display({-1920, 0, 1920, 1080}, false);
+        const Display main = display({0, 0, 2560, 1440});
+        QCOMPARE(*chooseDisplay({left, main, laptop()}), laptop());
+        QCOMPARE(*chooseDisplay({left, main}), main);
+        QCOMPARE(*chooseDisplay({left}), left);
+        QVERIFY(!chooseDisplay({}));
+        QCOMPARE(measureHousing(laptop()), QSizeF(185, 32));
+        QCOMPARE(measureHousing(main), QSizeF(120, 24));
+        QCOMPARE(panelFrame(left, {120, 24}, PanelSize::Collapsed), QRect(-1072, 0, 224, 24));
+    }
+
+    void neverLeavesASmallDisplay()
+    {
+        const Display tiny = display({100, 50, 640, 300});
+        QCOMPARE(panelFrame(tiny, {120, 24}, PanelSize::Expanded), QRect(100, 50, 640, 300));
+        const Display none = display({0, 0, 0, 0});
+        QVERIFY(panelFrame(none, {120, 24}, PanelSize::Expanded).isValid());
+    }
+
+    void theOutlineFlaresAtTheTopAndRoundsAtTheBottom()
+    {
+        const QPainterPath path = veltoOutline({0, 0, 289, 32}, {6, 10});
+        QCOMPARE(path.boundingRect(), QRectF(0, 0, 289, 32));
+        QVERIFY(path.contains(QPointF(144, 16)));
+        QVERIFY(!path.contains(QPointF(3, 16))); // beside the flare
+        QVERIFY(path.contains(QPointF(7, 16)));
+        QVERIFY(!path.contains(QPointF(7, 31))); // the rounded corner
+        QVERIFY(veltoOutline({0, 0, 0, 0}, {14, 26}).boundingRect().isEmpty());
+    }
+};
+
+} // namespace velto

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "Core/Prefs.h"
+#include "Platform/Fake/FakeClock.h"
+#include "Platform/Fake/FakePlatform.h"
+#include "Platform/Places.h"
+#include "Shell/UI.h"
+
+#include <QTest>
+
+namespace velto {
+
+/// What pointer, taps and focus do to the panel.
+class UITest : public QObject {
+    Q_OBJECT
+
+    struct World {
+        FakeClock clock;
+        FakeDefaults defaults;
+        Places places;
+        Prefs prefs{defaults, places, clock};
+        UI ui{clock, prefs};
+
+        void wait(int milliseconds) { clock.advance(std::chrono::milliseconds(milliseconds)); }
+    };
+
+private Q_SLOTS:
+    void restingOnTheStripOpensAndLeavingCloses()
+    {
+        World w;
+        w.ui.pointerChanged(true);
+        QVERIFY(!w.ui.expanded()); // on the row under the strip, say
+        w.ui.stripEntered();
+        QVERIFY(w.ui.expanded());
+        QVERIFY(!w.ui.takeFocusOnOpen());
+        w.ui.pointerChanged(false);
+        w.wait(399);
+        w.ui.pointerChanged(true);
+        w.wait(5000);
+        QVERIFY(w.ui.expanded());
+        w.ui.pointerChanged(false);
+        w.wait(400);
+        QVERIFY(!w.ui.expanded());
+    }
+
+    void clickModeOpensOnATapOnly()
+    {
+        World w;
+        w.prefs.setOpenMode(Prefs::OpenMode::Click);
+        w.ui.pointerChanged(true);
+        w.ui.stripEntered();
+        QVERIFY(!w.ui.expanded());
+        w.ui.tapped();
+        QVERIFY(w.ui.expanded());
+        QVERIFY(w.ui.takeFocusOnOpen());
+        w.ui.pointerChanged(false);
+        w.wait(400);
+        QVERIFY(!w.ui.expanded());
+    }
+
+    void pinSheetAndUnfinishedWorkKeepItOpen()
+    {
+        World w;
+        bool draft = false;
+        w.ui.unfinished = [&draft] { return draft; };
+        const auto staysOpen = [&w] {
+            w.ui.openFocused();
+            w.ui.pointerChanged(false);
+            w.ui.focusLost();
+            w.wait(1000);
+            return w.ui.expanded();
+        };
+        QVERIFY(!staysOpen());
+        w.ui.setPinned(true);
+        QVERIFY(staysOpen());
+        w.ui.setPinned(false);
+        w.ui.sheetOpened();
+        QVERIFY(staysOpen());
+        w.ui.sheetClosed();
+        draft = true;
+        QVERIFY(staysOpen());
+        draft = false;
+        QVERIFY(!staysOpen());
+    }
+
+    void losingTheFocusClosesUnlessThePointerIsOverThePanel()
+    {
+        World w;
+        w.ui.openFocused();
+        w.ui.pointerChanged(true);
+        w.ui.focusLost();
+        QVERIFY(w.ui.expanded());
+        w.ui.pointerChanged(false);
+        w.ui.focusLost();
+        QVERIFY(!w.ui.expanded());
+    }
+};
+
+} // namespace velto
