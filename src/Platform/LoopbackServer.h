@@ -14,7 +14,8 @@ public:
     enum class Want : quint8 {
         Read, ///< more bytes
         Wait, ///< nothing until the reply is sent through LoopbackServer::reply
-        Close, ///< the connection is over
+        Close, ///< the connection is over; the peer has nothing more to send
+        Linger, ///< over as well, but the peer may still be sending: it is heard out for a moment, so that it gets the reply
     };
 
     LoopbackConnection() = default;
@@ -25,6 +26,8 @@ public:
     /// New bytes, or none with `finished` when the peer has finished sending. Bytes appended to `reply` are sent, and
     /// the connection is closed once they are.
     virtual Want received(QByteArrayView bytes, bool finished, QByteArray &reply) = 0;
+    /// The reply that `received` gave is on its way: the place for work that the peer needn't wait for.
+    virtual void replied() { }
 };
 
 /// Accepts connections on 127.0.0.1 and serves them on a thread of its own, so that a busy UI never delays an answer.
@@ -37,7 +40,7 @@ public:
     LoopbackServer() = default;
     LoopbackServer(const LoopbackServer &) = delete;
     LoopbackServer &operator=(const LoopbackServer &) = delete;
-    /// Closes every connection and ends the thread.
+    /// Sends what reply() was given, closes every connection and ends the thread.
     virtual ~LoopbackServer() = default;
 
     /// Binds 127.0.0.1:`port` (0 lets the system choose) and starts serving. `make` is called on the server's thread for

@@ -1,0 +1,34 @@
+// The hook listener with everything real but the UI. Prints its port and its token, and runs until its standard input ends.
+// Each event costs what a small store would do with it; questions are answered with nothing.
+
+#include "Core/HookListener.h"
+#include "Core/Hooks.h"
+#include "Platform/Fake/FakePlatform.h"
+#include "Platform/Posix/PosixLoopbackServer.h"
+#include "Platform/Posix/SystemClock.h"
+
+#include <QCoreApplication>
+#include <QSocketNotifier>
+#include <cstdio>
+
+int main(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    velto::FakeDefaults defaults;
+    velto::SystemClock clock;
+    velto::HookListener listener(defaults, std::make_unique<velto::PosixLoopbackServer>(), clock, 0);
+    qint64 heard = 0;
+    listener.onEvent = [&heard](const velto::HookEvent &) { ++heard; };
+    listener.onPermission = [](const velto::HookEvent &, const velto::HookListener::Reply &reply) { reply(std::nullopt); };
+    listener.start();
+    if (!listener.running())
+        return 1;
+    std::printf("%d %s\n", listener.port(), qPrintable(velto::hookToken(defaults)));
+    std::fflush(stdout);
+
+    QSocketNotifier input(0, QSocketNotifier::Read);
+    QObject::connect(&input, &QSocketNotifier::activated, &app, &QCoreApplication::quit);
+    const int status = QCoreApplication::exec();
+    std::fprintf(stderr, "%lld events\n", static_cast<long long>(heard));
+    return status;
+}

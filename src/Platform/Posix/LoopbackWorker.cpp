@@ -1,0 +1,360 @@
+#include "Platform/Posix/LoopbackWorker.h"
+
+#include <cerrno>
+#include <sys/epoll.h>
+#include <sys/eventfd.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace velto {
+
+namespace {
+
+constexpr quint64 kListening = ~quint64(0);
+constexpr quint64 kMailbox = kListening - 1;
+constexpr int kEvents = 64;
+constexpr int kAcceptsInARow = 16;
+/// What a peer whose request was refused may still send before its connection is cut.
+constexpr qsizetype kMaxDrained = 4 * 1024 * 1024;
+/// How long nobody is accepted when the system has no descriptor or memory for one.
+constexpr std::chrono::milliseconds kAcceptPause{100};
+
+} // namespace
+
+Descriptor::~Descriptor()
+{
+    if (m_fd >= 0)
+        close(m_fd);
+}
+
+LoopbackMailbox::LoopbackMailbox()
+    : m_event(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC))
+{
+}
+
+void LoopbackMailbox::post(ConnectionId connection, QByteArray reply)
+{
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_letters.push_back({connection, std::move(reply)});
+    }
+    ring();
+}
+
+void LoopbackMailbox::stop()
+{
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_stopping = true;
+    }
+    ring();
+}
+
+bool LoopbackMailbox::take(std::vector<Letter> &letters)
+{
+    eventfd_t rings = 0;
+    eventfd_read(m_event.get(), &rings);
+    const std::scoped_lock lock(m_mutex);
+    letters.clear();
+    letters.swap(m_letters);
+    return m_stopping;
+}
+
+void LoopbackMailbox::ring()
+{
+    eventfd_write(m_event.get(), 1);
+}
+
+LoopbackWorker::LoopbackWorker(const PosixLoopbackServer::Limits &limits, Descriptor listening,
+                               std::shared_ptr<LoopbackMailbox> mailbox, LoopbackServer::MakeConnection make)
+    : m_limits(limits)
+    , m_listening(std::move(listening))
+    , m_epoll(epoll_create1(EPOLL_CLOEXEC))
+    , m_mailbox(std::move(mailbox))
+    , m_make(std::move(make))
+{
+}
+
+LoopbackWorker::~LoopbackWorker() = default;
+
+bool LoopbackWorker::prepare()
+{
+    epoll_event listening{EPOLLIN, {.u64 = kListening}};
+    epoll_event mail{EPOLLIN, {.u64 = kMailbox}};
+    return epoll_ctl(m_epoll.get(), EPOLL_CTL_ADD, m_listening.get(), &listening) == 0
+        && epoll_ctl(m_epoll.get(), EPOLL_CTL_ADD, m_mailbox->descriptor(), &mail) == 0;
+}
+
+void LoopbackWorker::run()
+{
+    std::array<epoll_event, kEvents> events;
+    bool stopping = false;
+    while (!stopping) {
+        const auto nap = m_acceptPaused ? kAcceptPause : m_limits.patience / 5;
+        const bool timed = m_busy > 0 || m_acceptPaused;
+        const int count = epoll_wait(m_epoll.get(), events.data(), kEvents, timed ? int(nap.count()) : -1);
+        for (int i = 0; i < count; ++i) {
+            const auto &event = events[std::size_t(i)];
+            if (event.data.u64 == kMailbox)
+                stopping = readMail();
+            else if (event.data.u64 == kListening)
+                acceptSome();
+            else
+                handle(event.data.u64);
+        }
+        if (timed)
+            sweep(std::chrono::steady_clock::now());
+    }
+}
+
+bool LoopbackWorker::readMail()
+{
+    const bool stopping = m_mailbox->take(m_letters);
+    for (auto &letter : m_letters) {
+        auto *peer = find(letter.connection);
+        if (peer && peer->phase == Phase::Waiting)
+            reply(*peer, std::move(letter.reply), true);
+    }
+    return stopping;
+}
+
+void LoopbackWorker::handle(ConnectionId id)
+{
+    auto *peer = find(id);
+    if (!peer) // dropped a moment ago
+        return;
+    switch (peer->phase) {
+    case Phase::Free:
+        return;
+    case Phase::Reading:
+        return readFrom(*peer);
+    case Phase::Waiting: // nothing was asked for, so this is the end of it
+        return drop(*peer);
+    case Phase::Writing:
+        return write(*peer);
+    case Phase::Lingering:
+        return drain(*peer);
+    }
+}
+
+void LoopbackWorker::acceptSome()
+{
+    for (int i = 0; i < kAcceptsInARow; ++i) {
+        Descriptor socket(accept4(m_listening.get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
+        if (socket)
+            welcome(std::move(socket));
+        else if (!canGoOnAccepting(errno))
+            return;
+    }
+}
+
+bool LoopbackWorker::canGoOnAccepting(int error)
+{
+    switch (error) {
+    case EAGAIN:
+        return false;
+    case EMFILE:
+    case ENFILE:
+    case ENOBUFS:
+    case ENOMEM:
+        if (dropMostSilent())
+            return true;
+        // The connection stays in the queue, and would wake us without end.
+        pauseAccepting(true);
+        return false;
+    default: // that one connection's own trouble
+        return true;
+    }
+}
+
+void LoopbackWorker::pauseAccepting(bool pause)
+{
+    epoll_event event{pause ? 0U : quint32(EPOLLIN), {.u64 = kListening}};
+    epoll_ctl(m_epoll.get(), EPOLL_CTL_MOD, m_listening.get(), &event);
+    m_acceptPaused = pause;
+    m_acceptAgain = std::chrono::steady_clock::now() + kAcceptPause;
+}
+
+void LoopbackWorker::welcome(Descriptor socket)
+{
+    auto &peer = freePeer();
+    peer.socket = std::move(socket);
+    peer.deadline = std::chrono::steady_clock::now() + m_limits.patience;
+    peer.lastHeard = ++m_turn;
+    peer.protocol = m_make(ConnectionId(peer.generation) << 32 | peer.place);
+    setPhase(peer, Phase::Reading);
+    readFrom(peer); // the request is often there already
+}
+
+LoopbackWorker::Peer &LoopbackWorker::freePeer()
+{
+    if (m_free.empty()) {
+        auto &peer = m_peers.emplace_back();
+        peer.place = quint32(m_peers.size() - 1);
+        return peer;
+    }
+    auto &peer = m_peers[m_free.back()];
+    m_free.pop_back();
+    return peer;
+}
+
+LoopbackWorker::Peer *LoopbackWorker::find(ConnectionId id)
+{
+    const auto place = std::size_t(id & 0xffff'ffffU);
+    if (place >= m_peers.size())
+        return nullptr;
+    auto &peer = m_peers[place];
+    return peer.phase != Phase::Free && peer.generation == id >> 32 ? &peer : nullptr;
+}
+
+void LoopbackWorker::readFrom(Peer &peer)
+{
+    const auto count = recv(peer.socket.get(), m_scratch.data(), m_scratch.size(), 0);
+    if (count >= 0) {
+        peer.lastHeard = ++m_turn;
+        give(peer, QByteArrayView(m_scratch.data(), count), count == 0);
+    } else if (errno == EAGAIN || errno == EINTR) {
+        await(peer, Phase::Reading, EPOLLIN);
+    } else {
+        drop(peer);
+    }
+}
+
+void LoopbackWorker::give(Peer &peer, QByteArrayView bytes, bool finished)
+{
+    QByteArray answer;
+    const auto want = peer.protocol->received(bytes, finished, answer);
+    switch (want) {
+    case LoopbackConnection::Want::Read:
+        if (finished)
+            return drop(peer);
+        peer.held += bytes.size();
+        m_held += bytes.size();
+        return await(peer, Phase::Reading, EPOLLIN);
+    case LoopbackConnection::Want::Wait:
+        release(peer);
+        return m_waiting < m_limits.waiting ? await(peer, Phase::Waiting, 0) : drop(peer);
+    case LoopbackConnection::Want::Close:
+    case LoopbackConnection::Want::Linger:
+        break;
+    }
+    const auto protocol = std::move(peer.protocol);
+    release(peer);
+    if (answer.isEmpty())
+        return drop(peer);
+    reply(peer, std::move(answer), want == LoopbackConnection::Want::Linger);
+    protocol->replied();
+}
+
+void LoopbackWorker::reply(Peer &peer, QByteArray bytes, bool linger)
+{
+    if (peer.phase == Phase::Waiting)
+        peer.deadline = std::chrono::steady_clock::now() + m_limits.patience;
+    peer.protocol.reset();
+    peer.reply = std::move(bytes);
+    peer.linger = linger;
+    setPhase(peer, Phase::Writing);
+    write(peer);
+}
+
+void LoopbackWorker::write(Peer &peer)
+{
+    while (peer.sent < peer.reply.size()) {
+        const auto count =
+            send(peer.socket.get(), peer.reply.constData() + peer.sent, std::size_t(peer.reply.size() - peer.sent), MSG_NOSIGNAL);
+        if (count >= 0)
+            peer.sent += count;
+        else if (errno == EAGAIN)
+            return await(peer, Phase::Writing, EPOLLOUT);
+        else if (errno != EINTR)
+            return drop(peer);
+    }
+    // Closing a socket with unread bytes would reset the connection, and the reply with it.
+    if (!peer.linger || shutdown(peer.socket.get(), SHUT_WR) != 0)
+        return drop(peer);
+    setPhase(peer, Phase::Lingering);
+    drain(peer);
+}
+
+void LoopbackWorker::drain(Peer &peer)
+{
+    while (peer.drained <= kMaxDrained) {
+        const auto count = recv(peer.socket.get(), m_scratch.data(), m_scratch.size(), 0);
+        if (count < 0 && (errno == EAGAIN || errno == EINTR))
+            return await(peer, Phase::Lingering, EPOLLIN);
+        if (count <= 0)
+            break;
+        peer.drained += count;
+    }
+    drop(peer);
+}
+
+/// Sleeps until the system reports one of these for the peer; what else its phase needs is seen to.
+void LoopbackWorker::await(Peer &peer, Phase phase, quint32 events)
+{
+    setPhase(peer, phase);
+    if (!peer.registered || peer.events != events) {
+        epoll_event event{events, {.u64 = ConnectionId(peer.generation) << 32 | peer.place}};
+        const int operation = peer.registered ? EPOLL_CTL_MOD : EPOLL_CTL_ADD;
+        if (epoll_ctl(m_epoll.get(), operation, peer.socket.get(), &event) != 0)
+            return drop(peer);
+        peer.registered = true;
+        peer.events = events;
+    }
+    while (m_busy > m_limits.busy || m_held > m_limits.buffered) {
+        if (!dropMostSilent(&peer))
+            break;
+    }
+}
+
+void LoopbackWorker::setPhase(Peer &peer, Phase phase)
+{
+    m_waiting += int(phase == Phase::Waiting) - int(peer.phase == Phase::Waiting);
+    m_busy += int(isBusy(phase)) - int(isBusy(peer.phase));
+    peer.phase = phase;
+}
+
+/// The protocol's bytes count no longer.
+void LoopbackWorker::release(Peer &peer)
+{
+    m_held -= std::exchange(peer.held, 0);
+}
+
+void LoopbackWorker::drop(Peer &peer)
+{
+    release(peer);
+    setPhase(peer, Phase::Free);
+    const auto place = peer.place;
+    const auto generation = peer.generation + 1;
+    peer = Peer();
+    peer.place = place;
+    peer.generation = generation;
+    m_free.push_back(place);
+}
+
+bool LoopbackWorker::dropMostSilent(const Peer *except)
+{
+    Peer *oldest = nullptr;
+    for (auto &peer : m_peers) {
+        if (isBusy(peer.phase) && &peer != except && (!oldest || peer.lastHeard < oldest->lastHeard))
+            oldest = &peer;
+    }
+    if (oldest)
+        drop(*oldest);
+    return oldest;
+}
+
+void LoopbackWorker::sweep(Instant now)
+{
+    if (m_acceptPaused && now >= m_acceptAgain)
+        pauseAccepting(false);
+    if (now < m_nextSweep)
+        return;
+    m_nextSweep = now + m_limits.patience / 5;
+    for (auto &peer : m_peers) {
+        if (isBusy(peer.phase) && peer.deadline <= now)
+            drop(peer);
+    }
+}
+
+} // namespace velto

@@ -1,0 +1,143 @@
+#pragma once
+
+#include "Platform/Posix/PosixLoopbackServer.h"
+
+#include <array>
+#include <deque>
+#include <mutex>
+#include <utility>
+#include <vector>
+
+namespace velto {
+
+/// A file descriptor and its end.
+class Descriptor {
+public:
+    Descriptor() = default;
+    explicit Descriptor(int fd)
+        : m_fd(fd)
+    {
+    }
+    Descriptor(Descriptor &&other) noexcept
+        : m_fd(std::exchange(other.m_fd, -1))
+    {
+    }
+    Descriptor &operator=(Descriptor &&other) noexcept
+    {
+        std::swap(m_fd, other.m_fd);
+        return *this;
+    }
+    Descriptor(const Descriptor &) = delete;
+    Descriptor &operator=(const Descriptor &) = delete;
+    ~Descriptor();
+
+    int get() const { return m_fd; }
+    explicit operator bool() const { return m_fd >= 0; }
+
+private:
+    int m_fd = -1;
+};
+
+/// How other threads reach the server's thread.
+class LoopbackMailbox {
+public:
+    using ConnectionId = LoopbackServer::ConnectionId;
+    struct Letter {
+        ConnectionId connection;
+        QByteArray reply;
+    };
+
+    LoopbackMailbox();
+
+    /// Readable when there is mail; -1 if the system gave none.
+    int descriptor() const { return m_event.get(); }
+    void post(ConnectionId connection, QByteArray reply);
+    void stop();
+    /// All letters so far, in order; true with them once it is time to stop.
+    bool take(std::vector<Letter> &letters);
+
+private:
+    void ring();
+
+    Descriptor m_event;
+    std::mutex m_mutex;
+    std::vector<Letter> m_letters;
+    bool m_stopping = false;
+};
+
+/// The loop of the server's thread, and everything that only this thread touches.
+class LoopbackWorker {
+public:
+    LoopbackWorker(const PosixLoopbackServer::Limits &limits, Descriptor listening, std::shared_ptr<LoopbackMailbox> mailbox,
+                   LoopbackServer::MakeConnection make);
+    ~LoopbackWorker();
+
+    /// False if the system has no more descriptors for it.
+    bool prepare();
+    /// Until the mailbox says stop.
+    void run();
+
+private:
+    using ConnectionId = LoopbackServer::ConnectionId;
+    using Instant = std::chrono::steady_clock::time_point;
+    enum class Phase : quint8 { Free, Reading, Waiting, Writing, Lingering };
+
+    /// One place for a connection. Its id holds the place and how often it was taken, so that an old id finds nothing.
+    struct Peer {
+        Descriptor socket;
+        std::unique_ptr<LoopbackConnection> protocol; ///< null once it has given or got its reply
+        QByteArray reply;
+        qsizetype sent = 0; ///< of the reply
+        qsizetype held = 0; ///< what the protocol has been given while it reads
+        qsizetype drained = 0;
+        quint64 lastHeard = 0; ///< by m_turn
+        Instant deadline;
+        quint32 place = 0;
+        quint32 generation = 0;
+        Phase phase = Phase::Free;
+        quint32 events = 0; ///< what epoll watches, once registered
+        bool registered = false;
+        bool linger = false;
+    };
+
+    bool readMail();
+    void handle(ConnectionId id);
+    void acceptSome();
+    bool canGoOnAccepting(int error);
+    void pauseAccepting(bool pause);
+    void welcome(Descriptor socket);
+    Peer &freePeer();
+    Peer *find(ConnectionId id);
+
+    void readFrom(Peer &peer);
+    void give(Peer &peer, QByteArrayView bytes, bool finished);
+    void reply(Peer &peer, QByteArray bytes, bool linger);
+    void write(Peer &peer);
+    void drain(Peer &peer);
+    void await(Peer &peer, Phase phase, quint32 events);
+    static bool isBusy(Phase phase) { return phase != Phase::Free && phase != Phase::Waiting; }
+    void setPhase(Peer &peer, Phase phase);
+    void release(Peer &peer);
+    void drop(Peer &peer);
+    bool dropMostSilent(const Peer *except = nullptr);
+    void sweep(Instant now);
+
+    PosixLoopbackServer::Limits m_limits;
+    Descriptor m_listening;
+    Descriptor m_epoll;
+    std::shared_ptr<LoopbackMailbox> m_mailbox;
+    LoopbackServer::MakeConnection m_make;
+    std::deque<Peer> m_peers; ///< never shrinks, and never moves one
+    std::vector<quint32> m_free; ///< places
+    std::vector<LoopbackMailbox::Letter> m_letters;
+    int m_busy = 0;
+    int m_waiting = 0;
+    qsizetype m_held = 0;
+    quint64 m_turn = 0;
+    Instant m_nextSweep;
+    Instant m_acceptAgain;
+    bool m_acceptPaused = false;
+    std::array<char, 65'536> m_scratch;
+};
+
+} // namespace velto
