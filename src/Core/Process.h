@@ -18,5 +18,7 @@ QString today(const Clock &clock, int offset);
 QString ago(const QDateTime &date, const QDateTime &now);
 /// A count in few characters: "999", "2k", "2.5M".
 QString compact(qint64 count);
+/// The last name of a path: "/home/me/proj/" gives "proj". The root is its own last name.
+QString lastPathComponent(const QString &path);
 
 } // namespace velto

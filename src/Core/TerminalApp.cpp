@@ -1,1 +1,121 @@
 #include "Core/TerminalApp.h"
+
+#include "Platform/Defaults.h"
+#include "Platform/Places.h"
+#include "Platform/Terminals.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <algorithm>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+constexpr auto kKey = "terminalApp"_L1;
+constexpr std::array kAll{TerminalApp::App::Terminal, TerminalApp::App::ITerm, TerminalApp::App::Ghostty, TerminalApp::App::Warp};
+/// Someone who installed another terminal than the one that is always there most likely wants it.
+constexpr std::array kPreferred{TerminalApp::App::ITerm, TerminalApp::App::Ghostty, TerminalApp::App::Warp};
+
+bool isHexDigit(QChar c)
+{
+    return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
+}
+
+} // namespace
+
+TerminalApp::TerminalApp(Defaults &defaults, Terminals &terminals, const Places &places)
+    : m_defaults(defaults)
+    , m_terminals(terminals)
+    , m_places(places)
+{
+}
+
+QString TerminalApp::identifier(App app)
+{
+    switch (app) {
+    case App::Terminal:
+        return u"com.apple.Terminal"_s;
+    case App::ITerm:
+        return u"com.googlecode.iterm2"_s;
+    case App::Ghostty:
+        return u"com.mitchellh.ghostty"_s;
+    case App::Warp:
+        return u"dev.warp.Warp-Stable"_s;
+    }
+    Q_UNREACHABLE();
+}
+
+QString TerminalApp::name(App app)
+{
+    switch (app) {
+    case App::Terminal:
+        return u"Terminal"_s;
+    case App::ITerm:
+        return u"iTerm"_s;
+    case App::Ghostty:
+        return u"Ghostty"_s;
+    case App::Warp:
+        return u"Warp"_s;
+    }
+    Q_UNREACHABLE();
+}
+
+bool TerminalApp::installed(App app) const
+{
+    return m_terminals.installed(identifier(app));
+}
+
+TerminalApp::App TerminalApp::current() const
+{
+    const QString stored = m_defaults.value(kKey).toString();
+    const auto chosen = std::ranges::find_if(kAll, [&](App app) { return identifier(app) == stored && installed(app); });
+    if (chosen != kAll.end())
+        return *chosen;
+    const auto found = std::ranges::find_if(kPreferred, [this](App app) { return installed(app); });
+    return found == kPreferred.end() ? App::Terminal : *found;
+}
+
+void TerminalApp::setCurrent(App app)
+{
+    m_defaults.set(kKey, identifier(app));
+}
+
+void TerminalApp::launch(const QString &command) const
+{
+    m_terminals.launch(identifier(current()), command);
+}
+
+bool TerminalApp::resumeClaude(const std::optional<QString> &session, const std::optional<QString> &cwd) const
+{
+    if (!session || !isSessionId(*session))
+        return false;
+    const bool usable = cwd && QDir::isAbsolutePath(*cwd) && QFileInfo(*cwd).isDir();
+    launch("cd %1 && claude --resume %2"_L1.arg(shellQuoted(usable ? *cwd : m_places.home), *session));
+    return true;
+}
+
+bool isSessionId(const QString &text)
+{
+    constexpr qsizetype kLength = 36;
+    if (text.size() != kLength)
+        return false;
+    for (qsizetype i = 0; i < kLength; ++i) {
+        const bool dash = i == 8 || i == 13 || i == 18 || i == 23;
+        if (dash ? text[i] != u'-' : !isHexDigit(text[i]))
+            return false;
+    }
+    return true;
+}
+
+QString shellQuoted(const QString &text)
+{
+    QString inner = text;
+    inner.replace(u'\'', "'\\''"_L1);
+    return u'\'' + inner + u'\'';
+}
+
+} // namespace velto

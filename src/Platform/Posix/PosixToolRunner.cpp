@@ -1,1 +1,350 @@
 #include "Platform/Posix/PosixToolRunner.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cmath>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <string_view>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+
+extern char **environ; // NOLINT(readability-redundant-declaration): unistd.h has it as an extension only
+
+using namespace std::chrono_literals;
+
+namespace velto {
+
+namespace {
+
+constexpr auto kLastWords = 2s;
+constexpr auto kLongestPause = 250ms;
+constexpr std::chrono::duration<double> kLongestTimeout = 24h;
+constexpr qsizetype kChunk = 64 * 1024;
+
+class Descriptor {
+public:
+    Descriptor() = default;
+    explicit Descriptor(int fd)
+        : m_fd(fd)
+    {
+    }
+    Descriptor(Descriptor &&other) noexcept
+        : m_fd(std::exchange(other.m_fd, -1))
+    {
+    }
+    Descriptor &operator=(Descriptor &&other) noexcept
+    {
+        std::swap(m_fd, other.m_fd);
+        return *this;
+    }
+    Descriptor(const Descriptor &) = delete;
+    Descriptor &operator=(const Descriptor &) = delete;
+    ~Descriptor() { close(); }
+
+    int get() const { return m_fd; }
+    bool isOpen() const { return m_fd >= 0; }
+    void close()
+    {
+        if (m_fd >= 0)
+            ::close(std::exchange(m_fd, -1));
+    }
+
+private:
+    int m_fd = -1;
+};
+
+struct PipeEnds {
+    Descriptor read;
+    Descriptor write;
+};
+
+/// Both ends lie above the standard streams, so that setting up those of a child never overwrites them.
+int openPipe(PipeEnds &ends)
+{
+    std::array<int, 2> fds{};
+    if (::pipe2(fds.data(), O_CLOEXEC) != 0)
+        return errno;
+    ends = {Descriptor(fds[0]), Descriptor(fds[1])};
+    for (Descriptor *end : {&ends.read, &ends.write}) {
+        if (end->get() > STDERR_FILENO)
+            continue;
+        const int moved = ::fcntl(end->get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+        if (moved < 0)
+            return errno;
+        *end = Descriptor(moved);
+    }
+    return 0;
+}
+
+std::string nativePath(const QString &path)
+{
+    return QFile::encodeName(path).toStdString();
+}
+
+std::vector<char *> pointers(std::vector<std::string> &texts)
+{
+    std::vector<char *> result;
+    result.reserve(texts.size() + 1);
+    for (std::string &text : texts)
+        result.push_back(text.data());
+    result.push_back(nullptr);
+    return result;
+}
+
+/// Owns the two records that posix_spawn is told by.
+class SpawnPlan {
+public:
+    SpawnPlan()
+    {
+        ::posix_spawn_file_actions_init(&m_actions);
+        ::posix_spawnattr_init(&m_attributes);
+    }
+    SpawnPlan(const SpawnPlan &) = delete;
+    SpawnPlan &operator=(const SpawnPlan &) = delete;
+    ~SpawnPlan()
+    {
+        ::posix_spawn_file_actions_destroy(&m_actions);
+        ::posix_spawnattr_destroy(&m_attributes);
+    }
+
+    int prepare(int out, int err, const std::string &cwd)
+    {
+        sigset_t none;
+        sigset_t all;
+        ::sigemptyset(&none);
+        ::sigfillset(&all);
+        ::posix_spawnattr_setsigmask(&m_attributes, &none);
+        ::posix_spawnattr_setsigdefault(&m_attributes, &all);
+        ::posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+
+        const std::array results{
+            ::posix_spawn_file_actions_addopen(&m_actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0),
+            ::posix_spawn_file_actions_adddup2(&m_actions, out, STDOUT_FILENO),
+            ::posix_spawn_file_actions_adddup2(&m_actions, err, STDERR_FILENO),
+            ::posix_spawn_file_actions_addclosefrom_np(&m_actions, STDERR_FILENO + 1),
+            cwd.empty() ? 0 : ::posix_spawn_file_actions_addchdir_np(&m_actions, cwd.c_str()),
+        };
+        const auto *const failed = std::ranges::find_if(results, [](int result) { return result != 0; });
+        return failed == results.end() ? 0 : *failed;
+    }
+
+    int spawn(pid_t &pid, char *const *args, char *const *environment) const
+    {
+        return ::posix_spawn(&pid, "/usr/bin/env", &m_actions, &m_attributes, args, environment);
+    }
+
+private:
+    posix_spawn_file_actions_t m_actions{};
+    posix_spawnattr_t m_attributes{};
+};
+
+} // namespace
+
+struct PosixToolRunner::Child {
+    pid_t pid = -1;
+    Descriptor outPipe;
+    Descriptor errPipe;
+    QByteArray out;
+    QByteArray err;
+    bool exited = false;
+    int status = 0;
+
+    bool isReading() const { return outPipe.isOpen() || errPipe.isOpen(); }
+    qsizetype printed() const { return out.size() + err.size(); }
+
+    static void take(Descriptor &pipe, QByteArray &into)
+    {
+        std::array<char, kChunk> chunk; // NOLINT(cppcoreguidelines-pro-type-member-init): read() fills what is used
+        const ssize_t got = ::read(pipe.get(), chunk.data(), chunk.size());
+        if (got > 0)
+            into.append(chunk.data(), got);
+        else if (got == 0 || errno != EINTR)
+            pipe.close();
+    }
+    /// Looks whether the tool has ended, without waiting for it.
+    void look()
+    {
+        const pid_t got = ::waitpid(pid, &status, WNOHANG);
+        if (got < 0 && errno == ECHILD)
+            status = -1;
+        exited = got == pid || (got < 0 && errno == ECHILD);
+    }
+    bool succeeded() const { return exited && WIFEXITED(status) && WEXITSTATUS(status) == 0; }
+};
+
+PosixToolRunner::PosixToolRunner(const QStringList &searchPath, qsizetype maximumOutput)
+    : m_maximumOutput(maximumOutput)
+{
+    for (const QString &folder : searchPath)
+        m_searchPath.push_back(nativePath(folder));
+    constexpr std::string_view kPath = "PATH=";
+    for (char **entry = environ; entry && *entry; ++entry) {
+        if (!std::string_view(*entry).starts_with(kPath))
+            m_environment.emplace_back(*entry);
+    }
+    m_environment.push_back(std::string(kPath) + nativePath(searchPath.join(QLatin1Char(':'))));
+
+    PipeEnds stop;
+    if (openPipe(stop) == 0) {
+        m_stopped = ::dup(stop.read.get());
+        ::fcntl(m_stopped, F_SETFD, FD_CLOEXEC);
+        m_stopper = ::fcntl(stop.write.get(), F_DUPFD_CLOEXEC, 0);
+    }
+    // A parent may have left this ignored; then no exit status would ever reach us.
+    struct sigaction action { };
+    if (::sigaction(SIGCHLD, nullptr, &action) == 0 && action.sa_handler == SIG_IGN)
+        ::signal(SIGCHLD, SIG_DFL);
+}
+
+PosixToolRunner::~PosixToolRunner()
+{
+    stop();
+    reapLeft();
+    if (m_stopped >= 0)
+        ::close(m_stopped);
+}
+
+void PosixToolRunner::stop()
+{
+    const int stopper = m_stopper.exchange(-1);
+    if (stopper >= 0)
+        ::close(stopper);
+}
+
+bool PosixToolRunner::toolInstalled(const QString &name) const
+{
+    const std::string file = nativePath(name);
+    return std::ranges::any_of(m_searchPath, [&file](const std::string &folder) {
+        const std::string path = folder + '/' + file;
+        struct stat facts { };
+        return ::access(path.c_str(), X_OK) == 0 && ::stat(path.c_str(), &facts) == 0 && S_ISREG(facts.st_mode);
+    });
+}
+
+int PosixToolRunner::spawn(const QStringList &args, const QString &cwd, Child &child) const
+{
+    PipeEnds out;
+    PipeEnds err;
+    SpawnPlan plan;
+    for (PipeEnds *ends : {&out, &err}) {
+        if (const int error = openPipe(*ends))
+            return error;
+    }
+    if (const int error = plan.prepare(out.write.get(), err.write.get(), nativePath(cwd)))
+        return error;
+
+    std::vector<std::string> words{"/usr/bin/env"};
+    for (const QString &arg : args)
+        words.push_back(arg.toStdString());
+    std::vector<std::string> environment = m_environment;
+    if (const int error = plan.spawn(child.pid, pointers(words).data(), pointers(environment).data()))
+        return error;
+    child.outPipe = std::move(out.read);
+    child.errPipe = std::move(err.read);
+    return 0;
+}
+
+PosixToolRunner::End PosixToolRunner::drain(Child &child, std::chrono::steady_clock::time_point deadline) const
+{
+    while (child.isReading()) {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
+        if (left.count() <= 0)
+            return End::Deadline;
+        // A negative descriptor is passed over.
+        std::array<pollfd, 3> fds{{{child.outPipe.get(), POLLIN, 0}, {child.errPipe.get(), POLLIN, 0}, {m_stopped, POLLIN, 0}}};
+        if (::poll(fds.data(), fds.size(), int(left.count())) <= 0)
+            continue;
+        if (fds[2].revents)
+            return End::Stopped;
+        if (fds[0].revents)
+            Child::take(child.outPipe, child.out);
+        if (fds[1].revents)
+            Child::take(child.errPipe, child.err);
+        if (child.printed() > m_maximumOutput)
+            return End::TooMuch;
+    }
+    return End::Closed;
+}
+
+bool PosixToolRunner::pausedUntilStopped(std::chrono::milliseconds pause) const
+{
+    pollfd stopped{m_stopped, POLLIN, 0};
+    return ::poll(&stopped, 1, int(pause.count())) > 0;
+}
+
+bool PosixToolRunner::awaitExit(Child &child) const
+{
+    // Nearly always it has ended by now. One that closed its streams and stays is looked at ever less often, rather than
+    // waited for in the kernel, where stop() couldn't reach us.
+    auto pause = 1ms;
+    for (child.look(); !child.exited; child.look()) {
+        if (pausedUntilStopped(pause))
+            return false;
+        pause = std::min(2 * pause, std::chrono::milliseconds(kLongestPause));
+    }
+    return true;
+}
+
+RunResult PosixToolRunner::run(const QStringList &args, const QString &cwd, std::chrono::duration<double> timeout)
+{
+    reapLeft();
+    Child child;
+    if (pausedUntilStopped(0ms))
+        return conclude(child, End::Stopped, timeout);
+    const auto limit = std::clamp<std::chrono::duration<double>>(timeout, 0s, kLongestTimeout);
+    const auto start = std::chrono::steady_clock::now();
+    if (const int error = spawn(args, cwd, child))
+        return {false, {}, QString::fromStdString(std::system_category().message(error))};
+
+    End end = drain(child, start + std::chrono::ceil<std::chrono::milliseconds>(limit));
+    if (end == End::Closed && !awaitExit(child))
+        end = End::Stopped;
+    return conclude(child, end, timeout);
+}
+
+RunResult PosixToolRunner::conclude(Child &child, End end, std::chrono::duration<double> timeout)
+{
+    if (end != End::Closed && child.pid > 0) {
+        ::kill(child.pid, SIGTERM);
+        if (end == End::Deadline)
+            drain(child, std::chrono::steady_clock::now() + kLastWords);
+        leave(child);
+    }
+    switch (end) {
+    case End::Closed:
+        return {child.succeeded(), child.out, QString::fromUtf8(child.err)};
+    case End::Deadline:
+        return {false, child.out,
+                QCoreApplication::translate("ToolRunner", "timed out after %1 s").arg(qint64(std::trunc(timeout.count())))};
+    case End::TooMuch:
+        return {false, child.out,
+                QCoreApplication::translate("ToolRunner", "printed more than %1 MB").arg(m_maximumOutput / (1024 * 1024))};
+    case End::Stopped:
+        return {false, child.out, QCoreApplication::translate("ToolRunner", "given up, because Velto is ending")};
+    }
+    Q_UNREACHABLE();
+}
+
+void PosixToolRunner::leave(const Child &child)
+{
+    const std::lock_guard lock(m_leftMutex);
+    m_left.push_back(child.pid);
+}
+
+void PosixToolRunner::reapLeft()
+{
+    const std::lock_guard lock(m_leftMutex);
+    std::erase_if(m_left, [](pid_t pid) { return ::waitpid(pid, nullptr, WNOHANG) != 0; });
+}
+
+} // namespace velto

@@ -1,1 +1,54 @@
 #pragma once
+
+#include "Platform/ToolRunner.h"
+
+#include <atomic>
+#include <mutex>
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+namespace velto {
+
+/// Runs tools through /usr/bin/env, with the environment that the program was started with but for PATH. A tool inherits no
+/// descriptor and no signal state of ours. One thread serves one tool: the caller's.
+/// A tool that outlasts its time is asked to end and left to itself; what remains of it is reaped by later runs.
+class PosixToolRunner final : public ToolRunner {
+public:
+    /// What a tool may print, both streams together, before it is given up.
+    static constexpr qsizetype kMaximumOutput = 64 * 1024 * 1024;
+
+    explicit PosixToolRunner(const QStringList &searchPath, qsizetype maximumOutput = kMaximumOutput);
+    /// No run may be under way.
+    ~PosixToolRunner() override;
+
+    RunResult run(const QStringList &args, const QString &cwd, std::chrono::duration<double> timeout) override;
+    bool toolInstalled(const QString &name) const override;
+
+    /// Gives up every run under way, and fails every later one: the program is ending. Returns at once. Any thread.
+    void stop();
+
+private:
+    struct Child;
+    enum class End : quint8 { Closed, Deadline, TooMuch, Stopped };
+
+    /// Starts the tool; 0, or the system's error.
+    int spawn(const QStringList &args, const QString &cwd, Child &child) const;
+    End drain(Child &child, std::chrono::steady_clock::time_point deadline) const;
+    /// Waits for the end of a tool that has closed its streams. False if the runner was stopped before.
+    bool awaitExit(Child &child) const;
+    RunResult conclude(Child &child, End end, std::chrono::duration<double> timeout);
+    bool pausedUntilStopped(std::chrono::milliseconds pause) const;
+    void leave(const Child &child);
+    void reapLeft();
+
+    std::vector<std::string> m_searchPath;
+    std::vector<std::string> m_environment;
+    qsizetype m_maximumOutput;
+    int m_stopped = -1; ///< reads as closed once stop() was called
+    std::atomic<int> m_stopper{-1};
+    std::mutex m_leftMutex;
+    std::vector<pid_t> m_left; ///< children that nobody waited for
+};
+
+} // namespace velto

@@ -1,1 +1,310 @@
 #include "Tabs/Agents/AgentsSource.h"
+
+#include "Core/HookInstaller.h"
+#include "Core/HookListener.h"
+#include "Core/Prefs.h"
+#include "Core/Process.h"
+#include "Core/TerminalApp.h"
+#include "Platform/Applications.h"
+#include "Platform/Background.h"
+#include "Platform/Clock.h"
+#include "Platform/Places.h"
+#include "Platform/ToolRunner.h"
+#include "Platform/Workspace.h"
+#include "Tabs/Agents/AgentRows.h"
+
+#include <algorithm>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+constexpr double kStaleAfterMilliseconds = 86'400'000;
+/// A burst of hook calls starts no more listings than this at once; what comes beyond starts one when there is room.
+constexpr int kMaximumListings = 3;
+
+QList<RowModel::Row> rowsOf(const QList<Agent> &agents, const QDateTime &now)
+{
+    QList<RowModel::Row> rows;
+    rows.reserve(agents.size());
+    for (const Agent &agent : agents)
+        rows.append(agentRow(agent, now));
+    return rows;
+}
+
+} // namespace
+
+AgentsSource::AgentsSource(Needs needs, QObject *parent)
+    : VeltoSource(parent)
+    , m_needs(std::move(needs))
+    , m_runningRows(agentRoles())
+    , m_waitingRows(agentRoles())
+    , m_toolRows(toolRoles())
+{
+    readHooks();
+    publish();
+    // The ids that the user dismissed, and whether the module is on, live in the preferences.
+    connect(&m_needs.prefs, &Prefs::changed, this, [this] { m_needs.clock.post(this, [this] { publish(); }); });
+    listen();
+}
+
+AgentsSource::~AgentsSource()
+{
+    m_needs.listener.reset();
+}
+
+void AgentsSource::listen()
+{
+    if (!m_needs.listener)
+        return;
+    m_needs.listener->onEvent = [self = QPointer(this)](const HookEvent &event) {
+        if (self)
+            self->hook(event);
+    };
+    m_needs.listener->onPermission = [self = QPointer(this)](const HookEvent &event, const HookListener::Reply &reply) {
+        if (self)
+            self->permission(event, reply);
+        else
+            reply(std::nullopt);
+    };
+    m_needs.listener->start();
+}
+
+QString AgentsSource::title() const
+{
+    return tr("Agents");
+}
+
+QString AgentsSource::symbol() const
+{
+    return u"sparkle"_s;
+}
+
+QUrl AgentsSource::makeView() const
+{
+    return QUrl(u"qrc:/qt/qml/Velto/Agents/AgentsView.qml"_s);
+}
+
+void AgentsSource::refresh()
+{
+    if (!m_needs.prefs.isOn(Prefs::Module::Agents))
+        return;
+    if (!m_needs.tools.toolInstalled(u"claude"_s)) {
+        m_agents.clear();
+        m_state = SourceState::unavailable(tr("Claude Code isn't installed on this Mac."),
+                                           tr("Scan still finds other AI tools like Codex, Cursor and Ollama."));
+        publish();
+        return;
+    }
+    if (m_listingsUnderWay < kMaximumListings)
+        startListing();
+    else
+        m_listingWanted = true;
+}
+
+void AgentsSource::startListing()
+{
+    ++m_listingsUnderWay;
+    inBackground(
+        m_needs.background, this,
+        [&tools = m_needs.tools, &files = m_needs.files, home = m_needs.places.home] { return loadAgents(tools, files, home); },
+        [this](const std::optional<QList<Agent>> &listing) {
+            --m_listingsUnderWay;
+            apply(listing);
+            if (std::exchange(m_listingWanted, false))
+                refresh();
+        });
+}
+
+void AgentsSource::apply(const std::optional<QList<Agent>> &listing)
+{
+    if (!listing) {
+        m_state = SourceState::failed(
+            tr("Couldn't list Claude sessions. `claude agents` needs Claude Code 2.1 or newer; try updating it."));
+        publish();
+        return;
+    }
+    QMap<QString, Agent> byId;
+    for (const Agent &agent : *listing)
+        byId.insert(agent.id, agent);
+    const auto previous = std::exchange(m_previous, std::move(byId));
+    m_agents = *listing;
+    m_state = SourceState::ready();
+    publish();
+    // Right after the start there is nothing to compare with: what waits already is no news.
+    if (previous)
+        diff(*previous, *listing);
+}
+
+void AgentsSource::scan()
+{
+    if (m_scanning)
+        return;
+    struct Found {
+        QList<ToolProcess> tools;
+        std::optional<QList<Agent>> listing;
+    };
+    m_scanning = true;
+    publish();
+    const bool hasClaude = m_needs.tools.toolInstalled(u"claude"_s);
+    inBackground(
+        m_needs.background, this,
+        [&tools = m_needs.tools, &files = m_needs.files, home = m_needs.places.home, hasClaude] {
+            return Found{scanTools(tools), hasClaude ? loadAgents(tools, files, home) : std::nullopt};
+        },
+        [this, hasClaude](const Found &found) {
+            m_tools = found.tools;
+            m_scanning = false;
+            m_lastScan = m_needs.clock.wallTime();
+            if (hasClaude)
+                apply(found.listing);
+            else
+                publish();
+        });
+}
+
+void AgentsSource::publish(Announce announce)
+{
+    const QDateTime now = m_needs.clock.wallTime();
+    Published next{m_agents,          {},
+                   m_state,           m_tools,
+                   m_scanning,        scannedText(),
+                   m_waitingExpanded, offersHooks(),
+                   m_hooksInstalled,  m_needsUpgrade,
+                   m_hookError};
+    QList<Agent> running;
+    QList<Agent> waiting;
+    for (const Agent &agent : m_agents) {
+        next.groups.append(groupOf(agent, now));
+        if (next.groups.back() == Group::Running)
+            running.append(agent);
+        else if (next.groups.back() == Group::Waiting)
+            waiting.append(agent);
+    }
+    if (!m_waitingExpanded && waiting.size() >= kFoldsFrom)
+        waiting.resize(kFoldsFrom - 1);
+    QList<RowModel::Row> tools;
+    for (const ToolProcess &tool : m_tools)
+        tools.append(toolRow(tool));
+
+    const bool same = next == m_published;
+    m_published = std::move(next);
+    m_runningRows.setRows(rowsOf(running, now));
+    m_waitingRows.setRows(rowsOf(waiting, now));
+    m_toolRows.setRows(tools);
+    if (!same || announce == Announce::Always)
+        Q_EMIT changed();
+}
+
+QList<Agent> AgentsSource::running() const
+{
+    return members(Group::Running);
+}
+
+QList<Agent> AgentsSource::waiting() const
+{
+    return members(Group::Waiting);
+}
+
+QList<Agent> AgentsSource::stale() const
+{
+    return members(Group::Stale);
+}
+
+int AgentsSource::runningCount() const
+{
+    return count(Group::Running);
+}
+
+int AgentsSource::waitingCount() const
+{
+    return count(Group::Waiting);
+}
+
+int AgentsSource::staleCount() const
+{
+    return count(Group::Stale);
+}
+
+int AgentsSource::hiddenWaiting() const
+{
+    const int waiting = waitingCount();
+    return !m_waitingExpanded && waiting >= kFoldsFrom ? waiting - (kFoldsFrom - 1) : 0;
+}
+
+QString AgentsSource::scannedText() const
+{
+    return m_lastScan ? tr("Scanned %1 ago").arg(ago(*m_lastScan, m_needs.clock.wallTime())) : QString();
+}
+
+AgentsSource::Group AgentsSource::groupOf(const Agent &agent, const QDateTime &now) const
+{
+    if (agent.isWorking())
+        return Group::Running;
+    const bool old = double(now.toMSecsSinceEpoch()) - agent.startedAt >= kStaleAfterMilliseconds;
+    return old || m_needs.prefs.dismissedAgentIDs().contains(agent.id) ? Group::Stale : Group::Waiting;
+}
+
+QList<Agent> AgentsSource::members(Group group) const
+{
+    const QDateTime now = m_needs.clock.wallTime();
+    QList<Agent> result;
+    std::ranges::copy_if(m_agents, std::back_inserter(result), [&](const Agent &agent) { return groupOf(agent, now) == group; });
+    return result;
+}
+
+int AgentsSource::count(Group group) const
+{
+    const QDateTime now = m_needs.clock.wallTime();
+    return int(std::ranges::count_if(m_agents, [&](const Agent &agent) { return groupOf(agent, now) == group; }));
+}
+
+const Agent *AgentsSource::find(const QString &id) const
+{
+    const auto found = std::ranges::find(m_agents, id, &Agent::id);
+    return found == m_agents.end() ? nullptr : &*found;
+}
+
+void AgentsSource::dismiss(const QString &id)
+{
+    m_needs.prefs.setDismissedAgentIDs(m_needs.prefs.dismissedAgentIDs() + QSet{id});
+    publish(Announce::Always);
+}
+
+void AgentsSource::clearWaiting()
+{
+    QSet<QString> ids = m_needs.prefs.dismissedAgentIDs();
+    for (const Agent &agent : waiting())
+        ids.insert(agent.id);
+    if (ids != m_needs.prefs.dismissedAgentIDs())
+        m_needs.prefs.setDismissedAgentIDs(ids);
+    publish(Announce::Always);
+}
+
+void AgentsSource::toggleWaiting()
+{
+    m_waitingExpanded = !m_waitingExpanded;
+    publish();
+}
+
+void AgentsSource::resume(const QString &id) const
+{
+    if (const Agent *agent = find(id))
+        m_needs.terminal.resumeClaude(agent->sessionId, agent->cwd);
+}
+
+QString AgentsSource::terminalName() const
+{
+    return TerminalApp::name(m_needs.terminal.current());
+}
+
+void AgentsSource::openFolder(const QString &id) const
+{
+    if (const Agent *agent = find(id); agent && agent->cwd)
+        m_needs.workspace.showInFileManager(*agent->cwd);
+}
+
+} // namespace velto

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "Core/HookEvent.h"
+#include "Core/RowModel.h"
 #include "Core/SourceState.h"
 #include "Core/VeltoSource.h"
 #include "Tabs/Agents/Agent.h"
 #include "Tabs/Agents/ToolProcess.h"
 
-#include <QHash>
+#include <QMap>
 #include <memory>
 
 namespace velto {
@@ -31,7 +32,30 @@ class AgentsSource : public VeltoSource {
     Q_PROPERTY(velto::SourceState state READ state NOTIFY changed FINAL)
     Q_PROPERTY(int runningCount READ runningCount NOTIFY changed FINAL)
     Q_PROPERTY(int waitingCount READ waitingCount NOTIFY changed FINAL)
+    Q_PROPERTY(int staleCount READ staleCount NOTIFY changed FINAL)
+    Q_PROPERTY(QAbstractItemModel *running READ runningRows CONSTANT FINAL)
+    /// The waiting sessions that are on show: the first six while a longer list is folded.
+    Q_PROPERTY(QAbstractItemModel *waiting READ waitingRows CONSTANT FINAL)
+    Q_PROPERTY(bool waitingFolds READ waitingFolds NOTIFY changed FINAL)
+    Q_PROPERTY(bool waitingExpanded READ waitingExpanded NOTIFY changed FINAL)
+    Q_PROPERTY(int hiddenWaiting READ hiddenWaiting NOTIFY changed FINAL)
+    Q_PROPERTY(QAbstractItemModel *tools READ toolRows CONSTANT FINAL)
+    Q_PROPERTY(bool scanning READ scanning NOTIFY changed FINAL)
+    Q_PROPERTY(bool scanned READ scanned NOTIFY changed FINAL)
+    /// When the last scan ended, as the line beside the button says it; empty before the first.
+    Q_PROPERTY(QString scannedText READ scannedText NOTIFY changed FINAL)
+    Q_PROPERTY(bool empty READ isEmpty NOTIFY changed FINAL)
+    /// The card that offers to connect Claude Code's hooks is on show.
+    Q_PROPERTY(bool offersHooks READ offersHooks NOTIFY changed FINAL)
+    Q_PROPERTY(bool hooksInstalled READ hooksInstalled NOTIFY changed FINAL)
+    /// An older Velto's hooks, or those of another secret, are in Claude Code's settings.
+    Q_PROPERTY(bool needsUpgrade READ needsUpgrade NOTIFY changed FINAL)
+    /// The last failure to connect or disconnect, in a sentence; empty if there was none.
+    Q_PROPERTY(QString hookErrorText READ hookErrorText NOTIFY changed FINAL)
 public:
+    /// While folded, a list of this many waiting sessions at least shows one less.
+    static constexpr int kFoldsFrom = 7;
+
     /// What the source leans on; all of it outlives the source.
     struct Needs {
         Clock &clock;
@@ -39,10 +63,12 @@ public:
         ToolRunner &tools;
         Files &files;
         Applications &applications;
+        Workspace &workspace;
         Prefs &prefs;
+        TerminalApp &terminal;
         const Places &places;
         HookInstaller &installer;
-        std::unique_ptr<HookListener> listener;
+        std::unique_ptr<HookListener> listener; ///< may be null: then no hook is heard
     };
     explicit AgentsSource(Needs needs, QObject *parent = nullptr);
     ~AgentsSource() override;
@@ -65,25 +91,78 @@ public:
     QList<Agent> stale() const;
     int runningCount() const;
     int waitingCount() const;
+    int staleCount() const;
+
+    QAbstractItemModel *runningRows() { return &m_runningRows; }
+    QAbstractItemModel *waitingRows() { return &m_waitingRows; }
+    QAbstractItemModel *toolRows() { return &m_toolRows; }
+    bool waitingFolds() const { return waitingCount() >= kFoldsFrom; }
+    bool waitingExpanded() const { return m_waitingExpanded; }
+    int hiddenWaiting() const;
+    bool scanned() const { return m_lastScan.has_value(); }
+    QString scannedText() const;
+    bool isEmpty() const { return m_agents.isEmpty() && m_tools.isEmpty(); }
+    bool offersHooks() const;
+    bool needsUpgrade() const { return m_needsUpgrade; }
+    QString hookErrorText() const { return m_hookError.value_or(QString()); }
 
     OnPeek onPeek;
 
-    void refresh();
-    void scan();
+    Q_INVOKABLE void refresh();
+    /// One pass over other AI tools and the listing. Does nothing while one is under way.
+    Q_INVOKABLE void scan();
     void hook(const HookEvent &event);
-    void permission(const HookEvent &event, Peek::Decide decide);
-    void installHooks();
-    void removeHooks();
-    void dismiss(const QString &id);
-    void clearWaiting();
+    void permission(const HookEvent &event, const Peek::Decide &decide);
+    Q_INVOKABLE void installHooks();
+    Q_INVOKABLE void removeHooks();
+    /// What installHooks() adds, as text to agree to.
+    Q_INVOKABLE QString preview() const;
+    Q_INVOKABLE void dismiss(const QString &id);
+    Q_INVOKABLE void clearWaiting();
+    Q_INVOKABLE void toggleWaiting();
+    /// Reopens the session in the user's terminal.
+    Q_INVOKABLE void resume(const QString &id) const;
+    /// The name of that terminal.
+    Q_INVOKABLE QString terminalName() const;
+    /// Shows the session's folder in the file manager.
+    Q_INVOKABLE void openFolder(const QString &id) const;
 
 private:
+    enum class Group : quint8 { Running, Waiting, Stale };
+    /// What views see, apart from the ages in the rows; compared to tell whether anything has changed.
+    struct Published {
+        QList<Agent> agents;
+        QList<Group> groups;
+        SourceState state;
+        QList<ToolProcess> tools;
+        bool scanning = false;
+        QString scannedText;
+        bool waitingExpanded = false;
+        bool offersHooks = false;
+        bool hooksInstalled = false;
+        bool needsUpgrade = false;
+        std::optional<QString> hookError;
+
+        bool operator==(const Published &) const = default;
+    };
+    enum class Announce : quint8 { IfChanged, Always };
+
+    void listen();
+    void readHooks();
+    void startListing();
     void apply(const std::optional<QList<Agent>> &listing);
-    void diff(const QList<Agent> &listing);
+    void publish(Announce announce = Announce::IfChanged);
+    void diff(const QMap<QString, Agent> &previous, const QList<Agent> &listing);
+    void raise(Peek peek) const;
+    void needsYouPeek(const QString &text, const std::optional<QString> &resume, const std::optional<QString> &cwd) const;
     void donePeek(const QString &session, const QString &text, const std::optional<QString> &resume,
                   const std::optional<QString> &cwd);
     bool terminalInFront() const;
     QString nameFor(const HookEvent &event) const;
+    Group groupOf(const Agent &agent, const QDateTime &now) const;
+    QList<Agent> members(Group group) const;
+    int count(Group group) const;
+    const Agent *find(const QString &id) const;
 
     Needs m_needs;
     QList<Agent> m_agents;
@@ -91,10 +170,19 @@ private:
     QList<ToolProcess> m_tools;
     bool m_scanning = false;
     std::optional<QDateTime> m_lastScan;
+    bool m_waitingExpanded = false;
     bool m_hooksInstalled = false;
+    bool m_needsUpgrade = false;
     std::optional<QString> m_hookError;
-    std::optional<QHash<QString, Agent>> m_previous;
-    QHash<QString, QDateTime> m_lastDonePeek;
+    /// The listing before this one; nothing until the first.
+    std::optional<QMap<QString, Agent>> m_previous;
+    QMap<QString, QDateTime> m_lastDonePeek;
+    int m_listingsUnderWay = 0;
+    bool m_listingWanted = false;
+    Published m_published;
+    RowModel m_runningRows;
+    RowModel m_waitingRows;
+    RowModel m_toolRows;
 };
 
 } // namespace velto

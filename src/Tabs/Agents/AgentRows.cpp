@@ -1,0 +1,71 @@
+#include "Tabs/Agents/AgentRows.h"
+
+#include "Core/Process.h"
+
+#include <QCoreApplication>
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+QString spoken(const Agent &agent, const QString &age)
+{
+    const QString status = agent.isWorking() ? QCoreApplication::translate("AgentRow", "working")
+                                             : QCoreApplication::translate("AgentRow", "waiting for you");
+    if (!agent.cwd)
+        return QCoreApplication::translate("AgentRow", "%1, %2, started %3 ago").arg(agent.title(), status, age);
+    return QCoreApplication::translate("AgentRow", "%1, %2, in %3, started %4 ago")
+        .arg(agent.title(), status, lastPathComponent(*agent.cwd), age);
+}
+
+} // namespace
+
+QDateTime startOf(const Agent &agent)
+{
+    // The number comes from outside: keep it where a date can stand.
+    constexpr double kFarthest = 8.64e15;
+    return QDateTime::fromMSecsSinceEpoch(qint64(std::clamp(agent.startedAt, -kFarthest, kFarthest)));
+}
+
+QList<QByteArray> agentRoles()
+{
+    return {"agentId", "title", "stateWord", "detail", "age", "folder", "working", "canResume", "spoken"};
+}
+
+RowModel::Row agentRow(const Agent &agent, const QDateTime &now)
+{
+    const QString age = ago(startOf(agent), now);
+    return {
+        agent.id,
+        agent.title(),
+        agent.isWorking() ? QCoreApplication::translate("AgentRow", "Thinking…")
+                          : QCoreApplication::translate("AgentRow", "Waiting"),
+        agent.detail.value_or(QString()),
+        age,
+        agent.cwd.value_or(QString()),
+        agent.isWorking(),
+        agent.canResume(),
+        spoken(agent, age),
+    };
+}
+
+QList<QByteArray> toolRoles()
+{
+    return {"toolName", "symbol", "countText", "since", "note"};
+}
+
+RowModel::Row toolRow(const ToolProcess &tool)
+{
+    return {
+        tool.name,
+        tool.symbol,
+        tool.count > 1 ? QString::number(tool.count) : QString(),
+        QCoreApplication::translate("ToolRow", "running %1").arg(shortEtime(tool.since)),
+        tool.note,
+    };
+}
+
+} // namespace velto
