@@ -1,11 +1,12 @@
 // Watches, from outside, the first window that appears at the top of the screen, and says when it was mapped, painted, moved and
 // drawn into. Each line: what, CLOCK_MONOTONIC nanoseconds, window, x, y, width, height. Both programs of a comparison are
-// watched the same way. "painted" is the first drawing after which the window's middle row holds a pixel that isn't the empty
-// background.
+// watched the same way. "painted" is the first moment at which a third of the window's middle row is opaque black: before it, a
+// window shows what lay under it.
 //
 // The kinds: "ready" (now start the program), "mapped", "painted", "configured", "drawn". Ends with its standard output or by
 // SIGTERM.
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -28,7 +29,8 @@ struct Box {
 };
 
 constexpr int kTopEdge = 8; // the strip touches the top; other windows of a desktop don't
-constexpr int kSmallest = 20; // helper windows of toolkits and window managers are a few pixels wide
+constexpr int kSmallest = 20; // helper windows of toolkits and window managers are a few pixels wide,
+constexpr int kHighest = 200; // and those of compositors as large as the screen
 
 bool say(const char *what, xcb_window_t window, const Box &box)
 {
@@ -64,6 +66,9 @@ public:
     bool handle(const xcb_generic_event_t *event)
     {
         const auto type = static_cast<std::uint8_t>(event->response_type & 0x7f);
+        if (type == XCB_CREATE_NOTIFY && m_window == XCB_NONE) {
+            watch(reinterpret_cast<const xcb_create_notify_event_t *>(event)->window);
+        }
         if (type == XCB_MAP_NOTIFY && m_window == XCB_NONE) {
             return mapped(reinterpret_cast<const xcb_map_notify_event_t *>(event)->window);
         }
@@ -76,33 +81,38 @@ public:
         }
         if (type == m_damageEvent) {
             const auto *damage = reinterpret_cast<const xcb_damage_notify_event_t *>(event);
-            xcb_damage_subtract(m_connection, m_damage, XCB_NONE, XCB_NONE);
+            xcb_damage_subtract(m_connection, damage->damage, XCB_NONE, XCB_NONE);
             xcb_flush(m_connection);
-            return drawn({damage->area.x, damage->area.y, damage->area.width, damage->area.height});
+            return damage->drawable != m_window
+                || drawn({damage->area.x, damage->area.y, damage->area.width, damage->area.height});
         }
         return true;
     }
 
 private:
+    // From its making on, so that no drawing is missed.
+    void watch(xcb_window_t window)
+    {
+        xcb_damage_create(m_connection, xcb_generate_id(m_connection), window, XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
+        xcb_flush(m_connection);
+    }
+
     bool mapped(xcb_window_t window)
     {
         const Reply<xcb_get_geometry_reply_t> at(
             xcb_get_geometry_reply(m_connection, xcb_get_geometry(m_connection, window), nullptr));
-        if (!at || at->y > kTopEdge || at->y + at->height < 1 || at->width < kSmallest || at->height < kSmallest) {
+        if (!at || at->y > kTopEdge || at->y + at->height < 1 || at->width < kSmallest || at->height < kSmallest
+            || at->height > kHighest) {
             return true;
         }
         m_window = window;
         m_box = {at->x, at->y, at->width, at->height};
-        m_damage = xcb_generate_id(m_connection);
-        xcb_damage_create(m_connection, m_damage, window, XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
-        xcb_flush(m_connection);
-        // What was drawn between the mapping and this moment raised no event.
-        return say("mapped", window, m_box) && (!holdsSomething() || paintedNow());
+        return say("mapped", window, m_box) && (!showsBlack() || paintedNow());
     }
 
     bool drawn(const Box &area)
     {
-        if (!m_painted && holdsSomething()) {
+        if (!m_painted && showsBlack()) {
             return paintedNow();
         }
         return say("drawn", m_window, area);
@@ -114,7 +124,7 @@ private:
         return say("painted", m_window, m_box);
     }
 
-    bool holdsSomething() const
+    bool showsBlack() const
     {
         const auto width = static_cast<std::uint16_t>(m_box.width);
         const auto middle = static_cast<std::int16_t>(m_box.height / 2);
@@ -124,18 +134,19 @@ private:
             return false;
         }
         const auto *bytes = xcb_get_image_data(image.get());
-        for (int i = 0; i < xcb_get_image_data_length(image.get()); ++i) {
-            if (bytes[i] != 0) {
-                return true;
-            }
+        const int pixels = xcb_get_image_data_length(image.get()) / 4;
+        int black = 0;
+        for (int i = 0; i < pixels; ++i) {
+            const auto *pixel = bytes + static_cast<std::ptrdiff_t>(i) * 4;
+            const bool opaque = image->depth < 32 || pixel[3] == 0xff;
+            black += opaque && pixel[0] == 0 && pixel[1] == 0 && pixel[2] == 0 ? 1 : 0;
         }
-        return false;
+        return black * 3 >= pixels;
     }
 
     xcb_connection_t *m_connection;
     xcb_window_t m_root;
     xcb_window_t m_window = XCB_NONE;
-    xcb_damage_damage_t m_damage = XCB_NONE;
     std::uint8_t m_damageEvent = 0;
     Box m_box;
     bool m_painted = false;

@@ -11,6 +11,7 @@ import signal
 import subprocess
 import tempfile
 import time
+import typing
 
 PORT = 4747
 WINDOW_NAME = "^Velto$"
@@ -52,18 +53,21 @@ def screen_size():
     return int(width), int(height)
 
 
-class Geometry:
-    def __init__(self, window):
-        text = xdotool("getwindowgeometry", "--shell", window)
-        values = dict(line.split("=", 1) for line in text.splitlines() if "=" in line)
-        self.x, self.y = int(values.get("X", 0)), int(values.get("Y", 0))
-        self.width, self.height = int(values.get("WIDTH", 0)), int(values.get("HEIGHT", 0))
-
-    def __eq__(self, other):
-        return vars(self) == vars(other)
+class Geometry(typing.NamedTuple):
+    x: int
+    y: int
+    width: int
+    height: int
 
     def __str__(self):
         return f"{self.width}x{self.height}+{self.x}+{self.y}"
+
+
+def geometry_of(window):
+    """All zero if the window is gone."""
+    text = xdotool("getwindowgeometry", "--shell", window)
+    values = dict(line.split("=", 1) for line in text.splitlines() if "=" in line)
+    return Geometry(*(int(values.get(key, 0)) for key in ("X", "Y", "WIDTH", "HEIGHT")))
 
 
 class Velto:
@@ -120,12 +124,12 @@ class Velto:
         if self.process.poll() is not None:
             raise Failure(f"{self.program} ended with {self.process.returncode}")
         windows = xdotool("search", "--onlyvisible", "--name", WINDOW_NAME).split()
-        return min(windows, key=lambda each: Geometry(each).y, default=None)
+        return min(windows, key=lambda each: geometry_of(each).y, default=None)
 
     def geometry(self):
         if self.process.poll() is not None:
             raise Failure(f"{self.program} ended with {self.process.returncode}")
-        return Geometry(self.window)
+        return geometry_of(self.window)
 
     def settled(self, fits=lambda _: True, what="the window to stand still", seconds=10.0):
         """The geometry, once it fits and hasn't changed for a quarter of a second."""
