@@ -1,0 +1,40 @@
+# Shared by the scripts: where the tree is, how to speak, how to stop. Sourced first; leaves the shell in the tree's root.
+# shellcheck shell=bash
+set -euo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+cd "$root"
+me=script/$(basename "$0")
+
+# Precompiled headers and ccache get along with these.
+export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros}
+
+say() { printf '%s\n' "$*" >&2; }
+
+die() {
+    say "$me: $*"
+    exit 1
+}
+
+# Prints the head comment of the script that called, and ends.
+usage() {
+    sed -n '2,/^[^#]/s/^# \{0,1\}//p' "$root/$me"
+    exit "${1:-0}"
+}
+
+wrong_usage() {
+    say "$me: don't know what to do with \"$1\""
+    usage 2 >&2
+}
+
+# bootstrap SET: what this needs from the system. VELTO_SKIP_BOOTSTRAP=1 leaves the system alone.
+bootstrap() {
+    [[ ${VELTO_SKIP_BOOTSTRAP:-0} == 1 ]] || "$root/script/bootstrap" --for "$1"
+}
+
+# version_14 TOOL: the tool of the version that the tree is formatted and linted with.
+version_14() {
+    command -v "$1-14" && return
+    [[ $("$1" --version 2>/dev/null) == *"version 14."* ]] && command -v "$1" && return
+    die "$1 14 is missing (script/bootstrap --for dev installs it on Debian and Ubuntu)"
+}

@@ -1,0 +1,104 @@
+#!/usr/bin/python3
+"""The road of a permission question: curl asks, the strip slides the question out, a click answers, curl prints the answer.
+
+Usage: script/with-desktop --own-network tests/e2e/permission.py VELTO. Ends with 77 if this machine can't try it.
+"""
+
+import json
+import os
+import shutil
+import socket
+import sys
+import time
+
+import velto_desktop
+from velto_desktop import ALLOW, DENY, GUARD_SECONDS, PEEK_ROW_HEIGHT, PEEK_WIDTH, PORT, ROW_TEXT, Failure, Velto
+
+ALLOWED = {"hookSpecificOutput": {"hookEventName": "PermissionRequest", "decision": {"behavior": "allow"}}}
+DENIED = {
+    "hookSpecificOutput": {
+        "hookEventName": "PermissionRequest",
+        "decision": {"behavior": "deny", "message": "Denied from Velto"},
+    }
+}
+
+
+def skip(why):
+    print(f"skipped: {why}")
+    sys.exit(77)
+
+
+def port_is_taken():
+    with socket.socket() as attempt:
+        return attempt.connect_ex(("127.0.0.1", PORT)) == 0
+
+
+def answer_of(curl):
+    """What the session would read: parsed JSON, or nothing for an empty answer."""
+    printed, _ = curl.communicate(timeout=10)
+    if curl.returncode != 0:
+        raise Failure(f"curl ended with {curl.returncode}")
+    try:
+        return json.loads(printed) if printed else None
+    except ValueError:
+        raise Failure(f"curl printed {printed!r}") from None
+
+
+def expect(what, seen, wanted):
+    if seen != wanted:
+        raise Failure(f"{what}: saw {seen!r}, wanted {wanted!r}")
+    print(f"ok: {what}")
+
+
+def ask_and_press(velto, strip, place, command):
+    curl = velto.ask(command=command)
+    try:
+        velto.settled(
+            lambda at: at.height == strip.height + PEEK_ROW_HEIGHT and at.width >= PEEK_WIDTH,
+            f"the question to slide out under a strip of {strip}",
+        )
+        time.sleep(GUARD_SECONDS + 0.1)
+        if curl.poll() is not None:
+            raise Failure("the question was answered before anybody pressed anything")
+        velto.press(place)
+        return answer_of(curl)
+    finally:
+        if curl.poll() is None:
+            curl.kill()
+        curl.wait()
+
+
+def main(program):
+    for tool in ("xdotool", "curl"):
+        if not shutil.which(tool):
+            skip(f"{tool} is missing (script/bootstrap installs it)")
+    if not os.environ.get("DISPLAY"):
+        skip("no display (run it through script/with-desktop)")
+    if port_is_taken():
+        skip(f"port {PORT} is taken, and this machine gives no network of its own")
+
+    with Velto(program) as velto:
+        strip = velto.start()
+        screen_width, _ = velto_desktop.screen_size()
+        expect("the strip stands at the top", strip.y, 0)
+        expect("the strip stands in the centre", abs(strip.x + strip.width / 2 - screen_width / 2) <= 1, True)
+        mode = (velto.config / velto_desktop.SETTINGS).stat().st_mode & 0o777 if velto.token() else None
+        expect("the settings are the owner's alone", mode, 0o600)
+
+        for word, place, answer in (("Allow", ALLOW, ALLOWED), ("Deny", DENY, DENIED)):
+            expect(f"a press on {word} goes back to the session", ask_and_press(velto, strip, place, f"make {word}"), answer)
+            velto.leave()
+            velto.settled(lambda at: at == strip, f"the strip to be back at {strip} after {word}")
+
+        expect("a press on the row answers nothing", ask_and_press(velto, strip, ROW_TEXT, "make nothing"), None)
+        velto.leave()
+        velto.settled(lambda at: at == strip, f"the strip to be back at {strip} after the row")
+
+
+if __name__ == "__main__":
+    if len(sys.argv) != 2:
+        sys.exit(__doc__)
+    try:
+        main(sys.argv[1])
+    except Failure as failure:
+        sys.exit(f"failed: {failure}")
