@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QObject>
 #include <QRect>
 
@@ -25,10 +26,14 @@ public:
     virtual void returnFocus() = 0;
     /// Whether pixels may be half transparent: without a compositor the outline must be cut instead.
     virtual bool composited() const = 0;
+    /// Turns pressedElsewhere() on or off. Wanted while the panel is open or has the keyboard; off, it costs nothing.
+    virtual void watchPresses(bool) { }
+    /// Asks the compositor to blur what lies behind these parts of the window, in device-independent pixels; none ends it.
+    virtual void setBlurBehind(const QList<QRect> &) { }
 
 Q_SIGNALS:
     void compositedChanged();
-    /// The user pressed a mouse button somewhere else while the window had the keyboard or was open.
+    /// The user pressed a mouse button outside the window and its menus. Only while watchPresses() is on.
     void pressedElsewhere();
 };
 

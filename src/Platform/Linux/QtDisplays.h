@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Platform/Displays.h"
+#include "Platform/Linux/XcbServer.h"
+
+class QScreen;
+
+namespace velto {
+
+/// The room that a panel keeps for itself at the top of the desktop, in the X server's pixels (_NET_WM_STRUT_PARTIAL).
+struct TopStrut {
+    int height = 0; ///< from the top edge of the whole desktop
+    int left = 0;
+    int right = 0; ///< the last column, inclusive
+};
+
+/// The height of the panel at the top of the display `native`, in the X server's pixels; 0 without one.
+int topPanelHeight(const QList<TopStrut> &struts, const QRect &native);
+/// The status bar's thickness for a panel of that height, in device-independent pixels. What is too high for a panel isn't one.
+double statusBarThicknessFor(double panelHeight);
+
+/// The toolkit's screens. A change is told in a later turn of the event loop, once for all that changed together.
+class QtDisplays final : public Displays {
+    Q_OBJECT
+public:
+    explicit QtDisplays(XcbServer &server, QObject *parent = nullptr);
+
+    QList<Display> all() const override;
+
+private:
+    void follow(QScreen *screen);
+    void changedSoon();
+    QList<TopStrut> topStruts() const;
+
+    XcbServer &m_server;
+    bool m_pending = false;
+};
+
+} // namespace velto

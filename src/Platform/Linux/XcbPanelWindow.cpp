@@ -1,0 +1,241 @@
+#include "Platform/Linux/XcbPanelWindow.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QPlatformSurfaceEvent>
+#include <QWindow>
+#include <algorithm>
+#include <cmath>
+
+namespace velto {
+
+namespace {
+
+// What the toolkit calls its own way to set the type: an atom set by hand wouldn't survive its next call.
+constexpr auto kWindowTypeProperty = "_q_xcb_wm_window_type";
+constexpr int kDock = 4; // compositors give a dock neither shadow nor fade
+
+/// Whether one of the program's own menus or tips is under the pointer.
+bool overOwnPopup(const QWindow *panel, QPoint pointer)
+{
+    const auto windows = QGuiApplication::allWindows();
+    return std::any_of(windows.begin(), windows.end(), [&](const QWindow *window) {
+        const bool popup = window->type() == Qt::Popup || window->type() == Qt::ToolTip || window->transientParent() == panel;
+        return window != panel && popup && window->isVisible() && window->geometry().contains(pointer);
+    });
+}
+
+} // namespace
+
+XcbPanelWindow::XcbPanelWindow(XcbServer &server, QObject *parent)
+    : PanelWindow(parent)
+    , m_server(server)
+{
+    connect(&m_server, &XcbServer::rootPropertyChanged, this, &XcbPanelWindow::rootChanged);
+    connect(&m_server, &XcbServer::obscured, this, &XcbPanelWindow::covered);
+    connect(&m_server, &XcbServer::buttonPressed, this, &XcbPanelWindow::pressed);
+    connect(&m_server, &XcbServer::selectionOwnerChanged, this, [this](xcb_atom_t selection) {
+        if (m_compositedKnown && selection == m_server.atom(XcbAtom::CompositingManager))
+            updateComposited();
+    });
+}
+
+void XcbPanelWindow::adopt(QWindow *window)
+{
+    m_window = window;
+    auto format = window->requestedFormat();
+    format.setAlphaBufferSize(8);
+    window->setFormat(format);
+    window->setFlags(Qt::Window | Qt::X11BypassWindowManagerHint | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint
+                     | Qt::NoDropShadowWindowHint);
+    window->setProperty(kWindowTypeProperty, kDock);
+    window->installEventFilter(this);
+    if (window->handle())
+        windowMade();
+}
+
+bool XcbPanelWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_window) {
+        if (event->type() == QEvent::PlatformSurface
+            && static_cast<QPlatformSurfaceEvent *>(event)->surfaceEventType() == QPlatformSurfaceEvent::SurfaceCreated)
+            windowMade();
+        else if (event->type() == QEvent::Expose && m_focusWanted && m_window->isExposed())
+            takeFocus();
+        else if (event->type() == QEvent::Hide)
+            m_focusWanted = false;
+    }
+    return PanelWindow::eventFilter(watched, event);
+}
+
+xcb_window_t XcbPanelWindow::id() const
+{
+    return m_server.exists() && m_window && m_window->handle() ? xcb_window_t(m_window->winId()) : kNoWindow;
+}
+
+void XcbPanelWindow::windowMade()
+{
+    if (!m_server.exists())
+        return;
+    m_server.select(id(), XCB_EVENT_MASK_VISIBILITY_CHANGE);
+    m_server.select(m_server.root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
+    writeBlur();
+}
+
+void XcbPanelWindow::place(const QRect &frame)
+{
+    if (!m_window)
+        return;
+    const QRect target(frame.topLeft(), frame.size().expandedTo(QSize(1, 1)));
+    if (m_window->geometry() != target)
+        m_window->setGeometry(target);
+}
+
+void XcbPanelWindow::raise()
+{
+    if (m_window && m_window->isVisible())
+        m_window->raise();
+}
+
+void XcbPanelWindow::rootChanged(xcb_atom_t property)
+{
+    if (property == m_server.atom(XcbAtom::ActiveWindow) || property == m_server.atom(XcbAtom::ClientListStacking))
+        raiseSoon();
+}
+
+/// A window manager changes several properties for one change of its windows: one raise answers them all.
+void XcbPanelWindow::raiseSoon()
+{
+    m_mayAnswerCover = true;
+    if (m_raisePending)
+        return;
+    m_raisePending = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_raisePending = false;
+            raise();
+        },
+        Qt::QueuedConnection);
+}
+
+/// Another program's window that raises itself as well, a screen locker's for one, would otherwise keep both busy for ever.
+void XcbPanelWindow::covered(xcb_window_t window)
+{
+    if (!m_mayAnswerCover || window != id())
+        return;
+    m_mayAnswerCover = false;
+    raise();
+}
+
+xcb_window_t XcbPanelWindow::focused() const
+{
+    auto *connection = m_server.connection();
+    const XcbReply<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+    return reply ? reply->focus : xcb_window_t(kNoWindow);
+}
+
+/// The window may be gone or hidden by the time the request arrives: its error is taken here, and nothing comes of it.
+void XcbPanelWindow::giveFocus(xcb_window_t window)
+{
+    auto *connection = m_server.connection();
+    const auto request = xcb_set_input_focus_checked(connection, XCB_INPUT_FOCUS_POINTER_ROOT, window, XCB_CURRENT_TIME);
+    const XcbReply<xcb_generic_error_t> ignored(xcb_request_check(connection, request));
+}
+
+void XcbPanelWindow::takeFocus()
+{
+    if (!m_window)
+        return;
+    if (!m_server.exists()) {
+        m_window->requestActivate();
+        return;
+    }
+    if (!m_server.viewable(id())) {
+        m_focusWanted = true;
+        return;
+    }
+    m_focusWanted = false;
+    const auto before = focused();
+    if (before == id())
+        return;
+    m_focusBefore = before;
+    giveFocus(id());
+}
+
+void XcbPanelWindow::returnFocus()
+{
+    m_focusWanted = false;
+    if (!m_window || !m_server.exists() || id() == kNoWindow || focused() != id())
+        return;
+    const auto before = std::exchange(m_focusBefore, kNoWindow);
+    if (before > XCB_INPUT_FOCUS_POINTER_ROOT && m_server.viewable(before)) {
+        giveFocus(before);
+        return;
+    }
+    const auto active = m_server.values(m_server.root(), m_server.atom(XcbAtom::ActiveWindow));
+    const bool usable = !active.empty() && active.front() != id() && m_server.viewable(active.front());
+    giveFocus(usable ? active.front() : xcb_window_t(XCB_INPUT_FOCUS_POINTER_ROOT));
+}
+
+bool XcbPanelWindow::composited() const
+{
+    if (!m_server.exists())
+        return true;
+    if (!m_compositedKnown) {
+        const auto selection = m_server.atom(XcbAtom::CompositingManager);
+        m_server.followSelection(selection);
+        m_composited = m_server.selectionOwner(selection) != kNoWindow;
+        m_compositedKnown = true;
+    }
+    return m_composited;
+}
+
+void XcbPanelWindow::updateComposited()
+{
+    const bool now = m_server.selectionOwner(m_server.atom(XcbAtom::CompositingManager)) != kNoWindow;
+    if (std::exchange(m_composited, now) != now)
+        Q_EMIT compositedChanged();
+}
+
+void XcbPanelWindow::watchPresses(bool on)
+{
+    m_server.watchButtons(on);
+}
+
+void XcbPanelWindow::pressed()
+{
+    if (!m_window || !m_window->isVisible())
+        return;
+    const auto pointer = QCursor::pos();
+    if (!m_window->geometry().contains(pointer) && !overOwnPopup(m_window, pointer))
+        Q_EMIT pressedElsewhere();
+}
+
+void XcbPanelWindow::setBlurBehind(const QList<QRect> &areas)
+{
+    if (std::exchange(m_blur, areas) != areas)
+        writeBlur();
+}
+
+/// KWin's hint: a list of x, y, width and height in the window's own pixels (KWindowEffects::enableBlurBehind writes the same).
+void XcbPanelWindow::writeBlur()
+{
+    if (id() == kNoWindow)
+        return;
+    const auto property = m_server.atom(XcbAtom::BlurBehind);
+    if (m_blur.isEmpty()) {
+        xcb_delete_property(m_server.connection(), id(), property);
+        return;
+    }
+    const auto ratio = m_window->devicePixelRatio();
+    std::vector<quint32> values;
+    for (const auto &area : m_blur)
+        for (const int value : {area.x(), area.y(), area.width(), area.height()})
+            values.push_back(quint32(std::max(0L, std::lround(value * ratio))));
+    xcb_change_property(m_server.connection(), XCB_PROP_MODE_REPLACE, id(), property, XCB_ATOM_CARDINAL, 32,
+                        quint32(values.size()), values.data());
+}
+
+} // namespace velto
