@@ -23,7 +23,7 @@ struct Peek {
     Q_PROPERTY(bool resumes READ resumes FINAL)
     Q_PROPERTY(QString actionLabel READ actionLabel FINAL)
 public:
-    enum class Tone : quint8 { Good, Warn, Bad, Info };
+    enum class Tone : int { Good, Warn, Bad, Info }; // QML of Qt 6.4 reads an enum of a gadget as an int, whatever its size
     Q_ENUM(Tone)
     /// True: allowed, false: denied, nothing: no answer. Called exactly once for each Peek that has one, on the UI thread.
     using Decide = std::function<void(std::optional<bool>)>;
