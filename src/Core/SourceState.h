@@ -14,7 +14,7 @@ class SourceState {
     Q_PROPERTY(QString reason READ reason FINAL)
     Q_PROPERTY(QString fix READ fix FINAL)
 public:
-    enum class Kind : quint8 {
+    enum class Kind : int { // QML of Qt 6.4 reads an enum of a gadget as an int, whatever its size
         Ready, ///< the feed has data that is current
         Loading, ///< the first read is under way
         Failed, ///< the last read failed; message() says why

@@ -20,9 +20,9 @@ class CollapsedStrip : public QObject {
     Q_PROPERTY(QString summaryText READ summaryText NOTIFY changed FINAL)
     Q_PROPERTY(bool summaryUrgent READ summaryUrgent NOTIFY changed FINAL)
 public:
-    enum class Left : quint8 { Nothing, Recording, Running };
+    enum class Left : int { Nothing, Recording, Running };
     Q_ENUM(Left)
-    enum class Right : quint8 { Nothing, Waiting, Running };
+    enum class Right : int { Nothing, Waiting, Running };
     Q_ENUM(Right)
 
     explicit CollapsedStrip(const Hub &hub, QObject *parent = nullptr);

@@ -22,7 +22,7 @@ class PeekLine : public QObject {
     Q_PROPERTY(QString hint READ hint NOTIFY changed FINAL)
     Q_PROPERTY(QString waiting READ waiting NOTIFY waitingChanged FINAL)
 public:
-    enum class Tone : quint8 { Good, Warn, Bad, Info };
+    enum class Tone : int { Good, Warn, Bad, Info };
     Q_ENUM(Tone)
 
     explicit PeekLine(Hub &hub, QObject *parent = nullptr);

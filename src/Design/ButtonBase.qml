@@ -1,0 +1,76 @@
+import QtQuick
+import Velto.Design
+
+/// What every control that is pressed has in common: pointer, Space and Return, a role and a name, the focus ring, the help
+/// text. A click doesn't take the keyboard focus, so the ring shows only to those who move by keys.
+Item {
+    id: root
+
+    /// What a screen reader says.
+    required property string label
+    property string help
+    property real corner: Theme.radiusControl
+    property bool hovered: hover.hovered && root.enabled
+    property bool pressed: (tap.pressed || keys.held) && root.enabled
+
+    signal clicked
+
+    activeFocusOnTab: true
+    opacity: root.enabled ? 1 : 0.4
+    Accessible.role: Accessible.Button
+    Accessible.name: root.label
+    Accessible.description: root.help === root.label ? "" : root.help
+    Accessible.focusable: true
+    Accessible.onPressAction: root.clicked()
+    Keys.onPressed: event => keys.press(event)
+    Keys.onReleased: event => keys.release(event)
+    onActiveFocusChanged: keys.held = false
+
+    QtObject {
+        id: keys
+
+        property bool held: false
+
+        function press(event: KeyEvent): void {
+            if (event.modifiers & ~Qt.KeypadModifier)
+                return;
+            if (event.key === Qt.Key_Space) {
+                keys.held = true;
+                event.accepted = true;
+            } else if ((event.key === Qt.Key_Return || event.key === Qt.Key_Enter) && !event.isAutoRepeat) {
+                event.accepted = true;
+                root.clicked();
+            }
+        }
+        function release(event: KeyEvent): void {
+            if (event.key !== Qt.Key_Space || event.isAutoRepeat || !keys.held)
+                return;
+            keys.held = false;
+            event.accepted = true;
+            root.clicked();
+        }
+    }
+
+    HoverHandler {
+        id: hover
+    }
+
+    TapHandler {
+        id: tap
+
+        gesturePolicy: TapHandler.ReleaseWithinBounds
+        longPressThreshold: 3600 // a slow press is a press
+        onTapped: root.clicked()
+    }
+
+    FocusRing {
+        corner: root.corner
+        z: 1
+    }
+
+    Loader {
+        readonly property bool wanted: root.help !== "" && (root.hovered || root.activeFocus) && !root.pressed
+
+        onWantedChanged: wanted ? setSource("HelpTip.qml", {"target": root, "text": root.help}) : setSource("")
+    }
+}

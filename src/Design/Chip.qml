@@ -1,0 +1,41 @@
+import QtQuick
+import Velto.Design
+
+/// A small fact: a symbol and a text in one colour, on a capsule of it.
+Rectangle {
+    id: root
+
+    required property string text
+    property string symbol
+    property color tint: Theme.glassSecondary
+    property real fill: 0.16
+
+    implicitWidth: row.implicitWidth + 16
+    implicitHeight: row.implicitHeight + 6
+    radius: root.height / 2
+    color: Theme.at(root.tint, root.fill)
+
+    Row {
+        id: row
+
+        x: 8
+        y: 3
+        spacing: 4
+
+        Symbol {
+            anchors.verticalCenter: parent.verticalCenter
+            visible: root.symbol !== ""
+            name: root.symbol
+            size: Theme.textSmall
+            color: root.tint
+        }
+        PlainText {
+            anchors.verticalCenter: parent.verticalCenter
+            width: Math.min(implicitWidth, 220)
+            words: root.text
+            size: Theme.textSmall
+            weight: Font.Medium
+            color: root.tint
+        }
+    }
+}

@@ -1,0 +1,44 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Velto.Design
+
+/// A short text whose digits stand in slots of one width, so that nothing shifts when a number counts.
+Row {
+    id: root
+
+    required property string value
+    property color color: Theme.glassPrimary
+    property int size: Theme.textSmall
+    property int weight: Font.Medium
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: root.value
+
+    TextMetrics {
+        id: zero
+
+        font.family: Theme.family
+        font.pixelSize: root.size
+        font.weight: root.weight
+        text: "0"
+    }
+
+    Repeater {
+        model: root.value.length
+
+        PlainText {
+            required property int index
+            readonly property string character: root.value.charAt(index)
+
+            width: character >= "0" && character <= "9" ? Math.ceil(zero.advanceWidth) : implicitWidth
+            text: character
+            color: root.color
+            size: root.size
+            weight: root.weight
+            elide: Text.ElideNone
+            horizontalAlignment: Text.AlignHCenter
+            Accessible.ignored: true
+        }
+    }
+}

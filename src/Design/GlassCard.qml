@@ -1,0 +1,45 @@
+import QtQuick
+import Velto.Design
+
+/// A rounded card around its content, which stands at the top left. With `interactive` the whole card is one button.
+Item {
+    id: root
+
+    default property alias content: column.data
+    property alias spacing: column.spacing
+    property color tint: "white"
+    property bool interactive: false
+    /// What a screen reader says about an interactive card.
+    property string label
+
+    signal clicked
+
+    implicitWidth: column.implicitWidth + 2 * Theme.paddingCard
+    implicitHeight: column.implicitHeight + 2 * Theme.paddingCard
+
+    Rectangle {
+        anchors.fill: parent
+        radius: Theme.radiusCard
+        color: Theme.at(root.tint, button.pressed ? 0.16 : button.hovered ? 0.11 : 0.08)
+    }
+
+    ButtonBase {
+        id: button
+
+        anchors.fill: parent
+        visible: root.interactive
+        enabled: root.interactive
+        label: root.label
+        corner: Theme.radiusCard
+        onClicked: root.clicked()
+    }
+
+    Column {
+        id: column
+
+        x: Theme.paddingCard
+        y: Theme.paddingCard
+        width: root.width - 2 * Theme.paddingCard
+        spacing: 6
+    }
+}

@@ -1,0 +1,54 @@
+import QtQuick
+import Velto.Design
+
+/// A help text over everything else in the window, under `target` or above it where there is no room below. It appears after
+/// a delay and needs no window of its own. Made when it is wanted; see ButtonBase.
+Rectangle {
+    id: root
+
+    required property Item target
+    required property string text
+
+    readonly property Item scene: root.target.Window.contentItem
+    readonly property point below: root.scene
+        ? root.target.mapToItem(root.scene, root.target.width / 2 - root.width / 2, root.target.height + 6) : Qt.point(0, 0)
+    readonly property bool flipped: root.scene !== null && root.below.y + root.height > root.scene.height - 4
+
+    parent: root.scene
+    x: root.scene ? Math.round(Math.max(4, Math.min(root.below.x, root.scene.width - root.width - 4))) : 0
+    y: Math.round(root.flipped ? root.below.y - root.target.height - root.height - 12 : root.below.y)
+    z: 1000
+    width: Math.min(words.implicitWidth, 320) + 16
+    height: words.height + 8
+    radius: 6
+    color: "#2b2d31"
+    border.width: 1
+    border.color: Theme.at("white", 0.14)
+    opacity: 0
+
+    PlainText {
+        id: words
+
+        x: 8
+        y: 4
+        width: parent.width - 16
+        multiline: true
+        words: root.text
+        size: Theme.textSmall
+        Accessible.ignored: true
+    }
+
+    SequentialAnimation {
+        running: true
+
+        PauseAnimation {
+            duration: Theme.helpDelay
+        }
+        NumberAnimation {
+            target: root
+            property: "opacity"
+            to: 1
+            duration: Theme.fadeDuration
+        }
+    }
+}

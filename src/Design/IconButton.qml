@@ -1,0 +1,27 @@
+import QtQuick
+import Velto.Design
+
+/// A symbol that is pressed. Its label is its help text too.
+ButtonBase {
+    id: root
+
+    required property string symbol
+    /// Whether what the button switches is on.
+    property bool on: false
+
+    help: root.label
+    implicitWidth: 30
+    implicitHeight: 26
+
+    Rectangle {
+        anchors.fill: parent
+        radius: root.corner
+        color: Theme.at("white", root.pressed ? 0.16 : root.hovered ? 0.1 : 0)
+    }
+
+    Symbol {
+        anchors.centerIn: parent
+        name: root.symbol
+        color: root.on ? Theme.accent : root.hovered ? Theme.glassPrimary : Theme.glassSecondary
+    }
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "Design/MovingItem.h"
+
+#include <QColor>
+
+namespace velto {
+
+/// A small dot that breathes while something is at work: between an opacity of 0.35 and 1 and a scale of 0.75 and 1, 1.1 s
+/// each way. Otherwise it stands still in full.
+class LiveDot : public velto::MovingItem { // qualified for the type registrar of Qt 6.4
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged FINAL)
+    Q_PROPERTY(bool live READ live WRITE setLive NOTIFY liveChanged FINAL)
+public:
+    explicit LiveDot(QQuickItem *parent = nullptr);
+
+    QColor color() const { return m_color; }
+    void setColor(const QColor &color);
+    bool live() const { return m_live; }
+    void setLive(bool live);
+
+    void paint(QPainter *painter) override;
+
+Q_SIGNALS:
+    void colorChanged();
+    void liveChanged();
+
+protected:
+    bool wantsToMove() const override { return m_live; }
+
+private:
+    QColor m_color;
+    bool m_live = true;
+};
+
+} // namespace velto

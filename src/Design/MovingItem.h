@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QBasicTimer>
+#include <QPointer>
+#include <QQuickPaintedItem>
+#include <QtQml/qqml.h>
+
+namespace velto {
+
+class Theme;
+
+/// A small item that moves for as long as it is on show. It draws at a rate of its own instead of the display's, since a
+/// pulse in the strip may run for hours; each step repaints the item's own few pixels and nothing else. It stands still,
+/// without a timer, while it is hidden, while its window is, and while motion is reduced or a picture is taken.
+class MovingItem : public QQuickPaintedItem {
+    Q_OBJECT
+    QML_ANONYMOUS
+public:
+    /// A step every `interval` milliseconds.
+    explicit MovingItem(int interval, QQuickItem *parent = nullptr);
+
+    bool isMoving() const { return m_timer.isActive(); }
+
+protected:
+    /// Whether the item would move if nothing else speaks against it. Call follow() when this changes.
+    virtual bool wantsToMove() const = 0;
+    void follow();
+    /// Milliseconds of motion so far, counted in steps; 0 whenever it stands still.
+    int elapsed() const { return m_elapsed; }
+
+    void componentComplete() override;
+    void itemChange(ItemChange change, const ItemChangeData &data) override;
+    void timerEvent(QTimerEvent *event) override;
+
+private:
+    bool mayMove() const;
+
+    const int m_interval;
+    int m_elapsed = 0;
+    QBasicTimer m_timer;
+    QPointer<Theme> m_theme;
+    QMetaObject::Connection m_windowShown;
+};
+
+} // namespace velto

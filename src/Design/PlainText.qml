@@ -1,0 +1,25 @@
+import QtQuick
+import Velto.Design
+
+/// The one text item: never rich text. What comes from outside goes into `words`, which loses control characters and, unless
+/// `multiline`, its line breaks; our own texts may go into `text`.
+Text {
+    id: root
+
+    property string words
+    property int size: Theme.textBody
+    property int weight: Font.Normal
+    property bool multiline: false
+
+    text: root.multiline ? Plain.lines(root.words) : Plain.line(root.words)
+    textFormat: Text.PlainText
+    color: Theme.glassPrimary
+    renderType: Text.NativeRendering
+    elide: root.multiline ? Text.ElideNone : Text.ElideRight
+    wrapMode: root.multiline ? Text.Wrap : Text.NoWrap
+    maximumLineCount: root.multiline ? 10000 : 1
+    font.family: Theme.family
+    font.pixelSize: root.size
+    font.weight: root.weight
+    linkColor: root.color
+}

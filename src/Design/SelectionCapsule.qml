@@ -1,0 +1,27 @@
+import QtQuick
+import Velto.Design
+
+/// The capsule behind the selected tab, which glides to the next one. Put it into the parent of the row of tabs, before it.
+Rectangle {
+    id: root
+
+    /// The selected tab; none hides the capsule.
+    property Item target: null
+    /// The row that the tab stands in.
+    required property Item row
+
+    x: root.row.x + (root.target ? root.target.x : 0)
+    y: root.row.y + (root.target ? root.target.y : 0)
+    width: root.target ? root.target.width : 0
+    height: root.target ? root.target.height : 0
+    visible: root.target !== null
+    radius: root.height / 2
+    color: Theme.at(Theme.accent, 0.22)
+
+    Behavior on x {
+        Spring {}
+    }
+    Behavior on width {
+        Spring {}
+    }
+}

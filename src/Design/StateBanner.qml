@@ -1,0 +1,87 @@
+import QtQuick
+import Velto.Design
+
+/// What a feed has to say for itself: nothing while it is ready, else that it loads, why it can't, or what went wrong, with
+/// the button that helps.
+Item {
+    id: root
+
+    /// A SourceState. The linter of Qt 6.4 knows no value types of ours, hence no type.
+    required property var feed
+    /// Whether a failed feed offers to be read again.
+    property bool retryable: false
+
+    readonly property bool loading: root.feed.kind === SourceState.Loading
+    readonly property bool failed: root.feed.kind === SourceState.Failed
+    readonly property bool unavailable: root.feed.kind === SourceState.Unavailable
+
+    signal settingsWanted
+    signal retryWanted
+
+    visible: root.loading || root.failed || root.unavailable
+    implicitHeight: root.visible ? Math.max(mark.height, words.height, button.visible ? button.height : 0) : 0
+    Accessible.role: Accessible.StatusBar
+    Accessible.name: reason.text + (fix.visible ? " " + fix.text : "")
+
+    Item {
+        id: mark
+
+        width: 19
+        height: 19
+        y: Math.max(0, (Math.min(words.height, reason.height) - height) / 2)
+
+        Spinner {
+            anchors.centerIn: parent
+            visible: root.loading
+        }
+        Symbol {
+            anchors.centerIn: parent
+            visible: !root.loading
+            name: root.failed ? "exclamationmark.triangle" : "info.circle"
+            size: Theme.textLarge
+            color: root.failed ? Theme.amber : Theme.ice
+        }
+    }
+
+    Column {
+        id: words
+
+        anchors.left: mark.right
+        anchors.leftMargin: Theme.gap
+        anchors.right: button.visible ? button.left : parent.right
+        anchors.rightMargin: button.visible ? Theme.gapSection : 0
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 2
+
+        PlainText {
+            id: reason
+
+            width: parent.width
+            multiline: true
+            words: root.loading ? qsTr("Loading…") : root.failed ? root.feed.message : root.feed.reason
+            color: root.loading ? Theme.glassSecondary : Theme.glassPrimary
+            Accessible.ignored: true
+        }
+        PlainText {
+            id: fix
+
+            width: parent.width
+            visible: root.unavailable && root.feed.fix !== ""
+            multiline: true
+            words: root.feed.fix
+            color: Theme.glassSecondary
+            Accessible.ignored: true
+        }
+    }
+
+    PillButton {
+        id: button
+
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        visible: root.unavailable || (root.failed && root.retryable)
+        text: root.unavailable ? qsTr("Settings…") : qsTr("Try again")
+        tint: root.failed ? Theme.amber : Theme.ice
+        onClicked: root.unavailable ? root.settingsWanted() : root.retryWanted()
+    }
+}

@@ -1,0 +1,69 @@
+import QtQuick
+import Velto.Design
+
+/// A tab of the panel: symbol, title and, above 0, its badge. The capsule behind the selected one is a SelectionCapsule of
+/// the row, since it glides between the tabs.
+ButtonBase {
+    id: root
+
+    required property string title
+    required property string symbol
+    property int badge: 0
+    property bool selected: false
+
+    readonly property color ink: root.selected ? Theme.accentStrong : root.hovered ? Theme.glassPrimary : Theme.glassSecondary
+
+    label: root.badge > 0 ? root.title + ", " + root.badge : root.title
+    help: root.title
+    corner: root.height / 2
+    implicitWidth: row.implicitWidth + 20
+    implicitHeight: Math.max(row.implicitHeight, 16) + 12
+    Accessible.role: Accessible.PageTab
+    Accessible.selected: root.selected
+
+    Rectangle {
+        anchors.fill: parent
+        radius: root.corner
+        visible: !root.selected
+        color: Theme.at("white", root.pressed ? 0.12 : root.hovered ? 0.07 : 0)
+    }
+
+    Row {
+        id: row
+
+        anchors.centerIn: parent
+        spacing: Theme.gapTight
+
+        Symbol {
+            anchors.verticalCenter: parent.verticalCenter
+            name: root.symbol
+            color: root.ink
+        }
+        PlainText {
+            anchors.verticalCenter: parent.verticalCenter
+            words: root.title
+            color: root.ink
+            weight: Font.Medium
+            Accessible.ignored: true
+        }
+        Rectangle {
+            anchors.verticalCenter: parent.verticalCenter
+            visible: root.badge > 0
+            width: Math.max(height, count.implicitWidth + 8)
+            height: 15
+            radius: 7.5
+            color: Theme.at(root.ink, 0.18)
+
+            PlainText {
+                id: count
+
+                anchors.centerIn: parent
+                text: root.badge
+                size: Theme.textTiny
+                weight: Font.DemiBold
+                color: root.ink
+                Accessible.ignored: true
+            }
+        }
+    }
+}

@@ -1,0 +1,142 @@
+#pragma once
+
+#include <QColor>
+#include <QEasingCurve>
+#include <QObject>
+#include <QString>
+#include <QtQml/qqml.h>
+
+class QQmlEngine;
+
+namespace velto {
+
+/// The look that all views share: colours, type sizes, radii, spacings and the one animation. Everything sits on black.
+/// One instance for each QML engine; C++ reaches it with Theme::of().
+/// Lives on the UI thread. Touches no font until a font family is read.
+class Theme : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+
+    // Tones
+    Q_PROPERTY(QColor ice MEMBER kIce CONSTANT FINAL)
+    Q_PROPERTY(QColor accent MEMBER kIce CONSTANT FINAL)
+    Q_PROPERTY(QColor accentStrong MEMBER kAccentStrong CONSTANT FINAL)
+    Q_PROPERTY(QColor amber MEMBER kAmber CONSTANT FINAL)
+    Q_PROPERTY(QColor mint MEMBER kMint CONSTANT FINAL)
+    Q_PROPERTY(QColor coral MEMBER kCoral CONSTANT FINAL)
+    // Text
+    Q_PROPERTY(QColor glassPrimary MEMBER kGlassPrimary CONSTANT FINAL)
+    Q_PROPERTY(QColor glassSecondary MEMBER kGlassSecondary CONSTANT FINAL)
+    Q_PROPERTY(QColor glassTertiary MEMBER kGlassTertiary CONSTANT FINAL)
+    // Plain signal colours, where a view asks for a colour and not for a tone
+    Q_PROPERTY(QColor red MEMBER kRed CONSTANT FINAL)
+    Q_PROPERTY(QColor orange MEMBER kOrange CONSTANT FINAL)
+    Q_PROPERTY(QColor green MEMBER kGreen CONSTANT FINAL)
+    Q_PROPERTY(QColor cyan MEMBER kCyan CONSTANT FINAL)
+
+    // Type, in logical pixels
+    Q_PROPERTY(QString family READ family CONSTANT FINAL)
+    Q_PROPERTY(QString fixedFamily READ fixedFamily CONSTANT FINAL)
+    Q_PROPERTY(QString symbolFamily READ symbolFamily CONSTANT FINAL)
+    Q_PROPERTY(int textTiny MEMBER kTextTiny CONSTANT FINAL)
+    Q_PROPERTY(int textSmall MEMBER kTextSmall CONSTANT FINAL)
+    Q_PROPERTY(int textBody MEMBER kTextBody CONSTANT FINAL)
+    Q_PROPERTY(int textTitle MEMBER kTextTitle CONSTANT FINAL)
+    Q_PROPERTY(int textLarge MEMBER kTextLarge CONSTANT FINAL)
+
+    // Shape, in logical pixels
+    Q_PROPERTY(int radiusCard MEMBER kRadiusCard CONSTANT FINAL)
+    Q_PROPERTY(int radiusRow MEMBER kRadiusRow CONSTANT FINAL)
+    Q_PROPERTY(int radiusControl MEMBER kRadiusControl CONSTANT FINAL)
+    Q_PROPERTY(int paddingCard MEMBER kPaddingCard CONSTANT FINAL)
+    Q_PROPERTY(int gap MEMBER kGap CONSTANT FINAL)
+    Q_PROPERTY(int gapTight MEMBER kGapTight CONSTANT FINAL)
+    Q_PROPERTY(int gapSection MEMBER kGapSection CONSTANT FINAL)
+
+    // Motion: every duration is 0 while motion is reduced
+    Q_PROPERTY(QEasingCurve spring READ spring CONSTANT FINAL)
+    Q_PROPERTY(int springDuration READ springDuration NOTIFY motionChanged FINAL)
+    Q_PROPERTY(int fadeDuration READ fadeDuration NOTIFY motionChanged FINAL)
+    Q_PROPERTY(int flashInDuration READ flashInDuration NOTIFY motionChanged FINAL)
+    Q_PROPERTY(int flashOutDuration READ flashOutDuration NOTIFY motionChanged FINAL)
+    Q_PROPERTY(int helpDelay MEMBER kHelpDelay CONSTANT FINAL)
+    Q_PROPERTY(bool reducedMotion READ reducedMotion WRITE setReducedMotion NOTIFY motionChanged FINAL)
+    Q_PROPERTY(bool snapshotRendering READ snapshotRendering WRITE setSnapshotRendering NOTIFY snapshotRenderingChanged FINAL)
+
+public:
+    static constexpr QColor kIce{141, 220, 255};
+    static constexpr QColor kAccentStrong{217, 245, 255};
+    static constexpr QColor kAmber{232, 200, 122};
+    static constexpr QColor kMint{116, 221, 180};
+    static constexpr QColor kCoral{239, 125, 139};
+    static constexpr QColor kGlassPrimary{255, 255, 255, 242};
+    static constexpr QColor kGlassSecondary{255, 255, 255, 184}; // 0.72
+    static constexpr QColor kGlassTertiary{255, 255, 255, 138}; // 0.54
+    static constexpr QColor kRed{255, 69, 58};
+    static constexpr QColor kOrange{255, 159, 10};
+    static constexpr QColor kGreen{48, 209, 88};
+    static constexpr QColor kCyan{100, 210, 255};
+
+    static constexpr int kTextTiny = 10;
+    static constexpr int kTextSmall = 11;
+    static constexpr int kTextBody = 12;
+    static constexpr int kTextTitle = 13;
+    static constexpr int kTextLarge = 15;
+
+    static constexpr int kRadiusCard = 16;
+    static constexpr int kRadiusRow = 10;
+    static constexpr int kRadiusControl = 8;
+    static constexpr int kPaddingCard = 12;
+    static constexpr int kGap = 8;
+    static constexpr int kGapTight = 5;
+    static constexpr int kGapSection = 14;
+
+    static constexpr int kSpringDuration = 550; // ms; by then the spring stands still to a thousandth
+    static constexpr int kFadeDuration = 120; // ms
+    static constexpr int kFlashInDuration = 150; // ms
+    static constexpr int kFlashOutDuration = 600; // ms
+    static constexpr int kHelpDelay = 600; // ms
+
+    explicit Theme(QObject *parent = nullptr);
+
+    /// The engine's theme. Null as long as nothing in the engine has imported the module: load the component, set the theme,
+    /// then create the objects.
+    static Theme *of(QQmlEngine *engine);
+
+    /// Inter, or the desktop's own family where Inter isn't installed.
+    QString family() const;
+    QString fixedFamily() const;
+    QString symbolFamily() const;
+
+    /// A critically damped spring with a response of 0.38 s, over springDuration().
+    static QEasingCurve spring();
+    int springDuration() const { return moving(kSpringDuration); }
+    int fadeDuration() const { return moving(kFadeDuration); }
+    int flashInDuration() const { return moving(kFlashInDuration); }
+    int flashOutDuration() const { return moving(kFlashOutDuration); }
+
+    /// Whether the desktop asks for less motion.
+    bool reducedMotion() const { return m_reducedMotion; }
+    void setReducedMotion(bool reduced);
+    /// Whether the views are drawn into a picture: plain fills stand in for glass, and nothing moves.
+    bool snapshotRendering() const { return m_snapshotRendering; }
+    void setSnapshotRendering(bool snapshot);
+
+    /// The text that draws a symbol in symbolFamily. Empty for an unknown name.
+    Q_INVOKABLE QString glyph(const QString &name) const;
+    /// A colour at the given opacity, times what opacity it has itself.
+    Q_INVOKABLE QColor at(const QColor &color, qreal opacity) const;
+
+Q_SIGNALS:
+    void motionChanged();
+    void snapshotRenderingChanged();
+
+private:
+    int moving(int duration) const { return m_reducedMotion ? 0 : duration; }
+
+    bool m_reducedMotion = false;
+    bool m_snapshotRendering = false;
+};
+
+} // namespace velto
