@@ -1,0 +1,43 @@
+#include "App/CommandLine.h"
+#include "App/Program.h"
+#include "Platform/Linux/LinuxPlatform.h"
+
+#include <QApplication>
+#include <QQuickWindow>
+#include <cstdio>
+
+namespace {
+
+void print(std::FILE *stream, const QString &text)
+{
+    std::fputs(qPrintable(text), stream);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const velto::CommandLine commandLine = velto::CommandLine::parse({argv + 1, argv + argc});
+    if (commandLine.help) {
+        print(stdout, velto::helpText());
+        return 0;
+    }
+    if (commandLine.version) {
+        print(stdout, QStringLiteral("velto %1\n").arg(QLatin1String(VELTO_VERSION)));
+        return 0;
+    }
+    if (const auto problem = velto::prepareGraphics()) {
+        print(stderr, *problem + u'\n');
+        return 1;
+    }
+    // Starts faster and takes less memory than a driver, and an idle scene costs nothing. It is chosen before any window exists.
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+
+    QApplication::setApplicationName(QStringLiteral("velto"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Velto"));
+    QApplication::setApplicationVersion(QLatin1String(VELTO_VERSION));
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication application(argc, argv);
+    const velto::Program program(commandLine);
+    return QApplication::exec();
+}

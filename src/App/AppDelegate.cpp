@@ -108,6 +108,7 @@ void AppDelegate::place(const QRect &frame)
 void AppDelegate::expandedChanged()
 {
     layout(true);
+    m_needs.panelWindow.watchPresses(m_needs.ui.expanded());
     if (!m_needs.ui.expanded()) {
         m_needs.panelWindow.returnFocus();
         return;

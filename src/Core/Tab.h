@@ -10,7 +10,7 @@ namespace velto {
 Q_NAMESPACE
 
 /// The tabs of the open panel, in their order.
-enum class Tab : int { // QML of Qt 6.4 reads enums as int Home, Todos, Agents, Quillbox, Connect };
+enum class Tab : int { Home, Todos, Agents, Quillbox, Connect }; // QML of Qt 6.4 reads an enum as an int
 Q_ENUM_NS(Tab)
 
 inline constexpr Tab kAllTabs[] = {Tab::Home, Tab::Todos, Tab::Agents, Tab::Quillbox, Tab::Connect};

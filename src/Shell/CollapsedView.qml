@@ -6,7 +6,6 @@ import Velto.Stores
 Item {
     id: root
 
-    required property Hub hub
     required property UI ui
     required property CollapsedStrip strip
     required property PeekLine peekLine

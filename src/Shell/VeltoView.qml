@@ -6,11 +6,11 @@ import Velto.Stores
 Item {
     id: root
 
-    required property Hub hub
     required property UI ui
     required property CollapsedStrip strip
     required property PeekLine peekLine
     required property PanelOutline outline
+    required property PanelContents contents
     required property DesktopAccessibility accessibility
 
     signal menuWanted(point position)
@@ -64,7 +64,6 @@ Item {
             visible: opacity > 0
             opacity: 1 - shape.openness
             enabled: !root.ui.expanded
-            hub: root.hub
             ui: root.ui
             strip: root.strip
             peekLine: root.peekLine
@@ -83,8 +82,8 @@ Item {
             enabled: root.ui.expanded
             active: false
             sourceComponent: ExpandedView {
-                hub: root.hub
                 ui: root.ui
+                contents: root.contents
             }
 
             // The first opening builds the panel; from then on it waits, hidden, and costs nothing.

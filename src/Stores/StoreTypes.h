@@ -4,6 +4,7 @@
 #include "Core/Tab.h"
 #include "Platform/Accessibility.h"
 #include "Shell/CollapsedStrip.h"
+#include "Shell/PanelContents.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/PeekLine.h"
 #include "Shell/UI.h"
@@ -58,6 +59,13 @@ struct PanelOutlineType {
     Q_GADGET
     QML_FOREIGN(velto::PanelOutline)
     QML_NAMED_ELEMENT(PanelOutline)
+    QML_UNCREATABLE("Made in C++")
+};
+
+struct PanelContentsType {
+    Q_GADGET
+    QML_FOREIGN(velto::PanelContents)
+    QML_NAMED_ELEMENT(PanelContents)
     QML_UNCREATABLE("Made in C++")
 };
 

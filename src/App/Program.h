@@ -1,0 +1,60 @@
+#pragma once
+
+#include "App/AppDelegate.h"
+#include "Core/HookInstaller.h"
+#include "Core/Hub.h"
+#include "Core/Prefs.h"
+#include "Core/TerminalApp.h"
+#include "Platform/Linux/LinuxPlatform.h"
+#include "Platform/Places.h"
+#include "Platform/Posix/JsonDefaults.h"
+#include "Platform/Posix/PosixFiles.h"
+#include "Platform/Posix/PosixToolRunner.h"
+#include "Platform/Posix/SystemClock.h"
+#include "Platform/Posix/ThreadPoolBackground.h"
+#include "Shell/CollapsedStrip.h"
+#include "Shell/PanelContents.h"
+#include "Shell/PanelKeys.h"
+#include "Shell/PanelOutline.h"
+#include "Shell/PeekLine.h"
+#include "Shell/UI.h"
+#include "Shell/VeltoPanel.h"
+
+namespace velto {
+
+struct CommandLine;
+
+/// Everything, in the order in which it leans on each other. Lives as long as the application object.
+class Program {
+public:
+    explicit Program(const CommandLine &commandLine);
+    ~Program();
+
+private:
+    std::unique_ptr<AgentsSource> makeAgents();
+    void showPanel();
+    void painted();
+
+    Places m_places;
+    SystemClock m_clock;
+    PosixFiles m_files;
+    JsonDefaults m_defaults;
+    PosixToolRunner m_tools;
+    ThreadPoolBackground m_background;
+    LinuxPlatform m_platform;
+
+    Prefs m_prefs;
+    HookInstaller m_installer;
+    TerminalApp m_terminal;
+    Hub m_hub;
+    UI m_ui;
+    CollapsedStrip m_strip;
+    PeekLine m_peekLine;
+    PanelOutline m_outline;
+    PanelContents m_contents;
+    VeltoPanel m_panel;
+    PanelKeys m_keys;
+    AppDelegate m_delegate;
+};
+
+} // namespace velto
