@@ -15,7 +15,8 @@
 
 namespace {
 
-constexpr char kReply[] = "HTTP/1.1 204 No Content\r\nConnection: close\r\nContent-Type: application/json\r\nContent-Length: 0\r\n\r\n";
+constexpr char kReply[] =
+    "HTTP/1.1 204 No Content\r\nConnection: close\r\nContent-Type: application/json\r\nContent-Length: 0\r\n\r\n";
 
 std::vector<std::string> buffers; // by descriptor
 

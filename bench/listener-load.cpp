@@ -37,9 +37,9 @@ std::string makeRequest(const std::string &path)
                        R"("hook_event_name":"Stop","stop_hook_active":false,"last_assistant_message":")";
     const std::string end = R"(","background_tasks":[],"session_crons":[]})";
     const auto header = [&](std::size_t length) {
-        return "POST " + path + " HTTP/1.1\r\nHost: 127.0.0.1\r\nUser-Agent: curl/7.88.1\r\nAccept: */*\r\nX-Velto-Token: "
-            + (token ? token : "") + "\r\nContent-Length: " + std::to_string(length)
-            + "\r\nContent-Type: application/x-www-form-urlencoded\r\n\r\n";
+        return "POST " + path
+            + " HTTP/1.1\r\nHost: 127.0.0.1\r\nUser-Agent: curl/7.88.1\r\nAccept: */*\r\nX-Velto-Token: " + (token ? token : "")
+            + "\r\nContent-Length: " + std::to_string(length) + "\r\nContent-Type: application/x-www-form-urlencoded\r\n\r\n";
     };
     const auto head = header(999).size();
     body.append(kRequestSize - std::min(kRequestSize, head + body.size() + end.size()), 'a');
