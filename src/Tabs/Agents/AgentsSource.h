@@ -101,7 +101,8 @@ public:
     int hiddenWaiting() const;
     bool scanned() const { return m_lastScan.has_value(); }
     QString scannedText() const;
-    bool isEmpty() const { return m_agents.isEmpty() && m_tools.isEmpty(); }
+    /// All is well, and there is nothing to show.
+    bool isEmpty() const { return m_state == SourceState::ready() && m_agents.isEmpty() && m_tools.isEmpty(); }
     bool offersHooks() const;
     bool needsUpgrade() const { return m_needsUpgrade; }
     QString hookErrorText() const { return m_hookError.value_or(QString()); }

@@ -1,0 +1,138 @@
+#include "Core/RowModel.h"
+#include "Agents/Tests.h"
+
+#include <QAbstractItemModelTester>
+#include <QRandomGenerator>
+#include <QSignalSpy>
+#include <QTest>
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+using namespace velto;
+
+namespace {
+
+/// A view that knows nothing but what the model announces.
+class Copy : public QObject {
+public:
+    explicit Copy(const RowModel &model)
+    {
+        connect(&model, &RowModel::rowsRemoved, this,
+                [this](const QModelIndex &, int first, int last) { rows.remove(first, last - first + 1); });
+        connect(&model, &RowModel::rowsMoved, this, [this](const QModelIndex &, int from, int, const QModelIndex &, int to) {
+            rows.move(from, to > from ? to - 1 : to);
+            ++moves;
+        });
+        connect(&model, &RowModel::rowsInserted, this, [this, &model](const QModelIndex &, int first, int last) {
+            for (int i = first; i <= last; ++i)
+                rows.insert(i, read(model, i));
+        });
+        connect(&model, &RowModel::dataChanged, this, [this, &model](const QModelIndex &first, const QModelIndex &last) {
+            for (int i = first.row(); i <= last.row(); ++i)
+                rows[i] = read(model, i);
+        });
+        connect(&model, &RowModel::modelReset, this, [] { QFAIL("the rows lost their identity"); });
+    }
+    static RowModel::Row read(const RowModel &model, int row)
+    {
+        return {model.data(model.index(row), Qt::UserRole), model.data(model.index(row), Qt::UserRole + 1)};
+    }
+
+    QList<RowModel::Row> rows;
+    int moves = 0;
+};
+
+QList<RowModel::Row> named(const QString &ids)
+{
+    QList<RowModel::Row> rows;
+    for (const QChar id : ids)
+        rows.append({QString(id), 0});
+    return rows;
+}
+
+} // namespace
+
+class RowModelTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void reachesAnyListFromAnyOther()
+    {
+        QRandomGenerator random(20261121);
+        RowModel model({"rowId", "value"});
+        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        Copy copy(model);
+        for (int round = 0; round < 500; ++round) {
+            // Few ids, so that some of them come twice.
+            QList<RowModel::Row> wanted;
+            const int size = random.bounded(12);
+            for (int i = 0; i < size; ++i)
+                wanted.append({QString::number(random.bounded(15)), random.bounded(3)});
+            const auto unique = [&wanted](const QString &id) {
+                return std::ranges::count(wanted, id, [](const auto &row) { return row[0].toString(); }) == 1;
+            };
+            QList<std::pair<QString, QPersistentModelIndex>> held;
+            for (int i = 0; i < model.rowCount(); ++i)
+                held.append({model.rows()[i][0].toString(), model.index(i)});
+
+            model.setRows(wanted);
+            QCOMPARE(model.rows(), wanted);
+            QCOMPARE(copy.rows, wanted);
+            for (const auto &[id, index] : held) {
+                if (index.isValid())
+                    QCOMPARE(index.data(Qt::UserRole).toString(), id);
+                else
+                    QVERIFY(!unique(id) || std::ranges::count(held, id, [](const auto &h) { return h.first; }) > 1);
+            }
+        }
+    }
+
+    void movesNoMoreThanItMust_data()
+    {
+        QTest::addColumn<QString>("before");
+        QTest::addColumn<QString>("after");
+        QTest::addColumn<int>("moves");
+        QTest::newRow("to the top") << u"abcdefgh"_s << u"habcdefg"_s << 1;
+        QTest::newRow("to the end") << u"abcdefgh"_s << u"bcdefgha"_s << 1;
+        QTest::newRow("two swapped") << u"abcdefgh"_s << u"abedcfgh"_s << 2;
+        QTest::newRow("came and went only") << u"abcdefgh"_s << u"xaceygz"_s << 0;
+        QTest::newRow("reversed") << u"abcd"_s << u"dcba"_s << 3;
+    }
+    void movesNoMoreThanItMust()
+    {
+        QFETCH(QString, before);
+        QFETCH(QString, after);
+        QFETCH(int, moves);
+        RowModel model({"rowId", "value"});
+        model.setRows(named(before));
+        Copy copy(model);
+        copy.rows = model.rows();
+        model.setRows(named(after));
+        QCOMPARE(copy.rows, named(after));
+        QCOMPARE(copy.moves, moves);
+    }
+
+    void touchesOnlyWhatChanged()
+    {
+        RowModel model({"rowId", "value"});
+        QList<RowModel::Row> rows = named(u"abcdefgh"_s);
+        model.setRows(rows);
+        QSignalSpy changed(&model, &RowModel::dataChanged);
+        QSignalSpy inserted(&model, &RowModel::rowsInserted);
+        QSignalSpy removed(&model, &RowModel::rowsRemoved);
+        model.setRows(rows);
+        QCOMPARE(changed.size(), 0);
+        rows[3][1] = 7;
+        model.setRows(rows);
+        QCOMPARE(changed.size(), 1);
+        QCOMPARE(changed[0][0].toModelIndex().row(), 3);
+        QCOMPARE(changed[0][1].toModelIndex().row(), 3);
+        QCOMPARE(changed[0][2].value<QList<int>>(), QList<int>{Qt::UserRole + 1});
+        // Neighbours come and go in one step.
+        model.setRows(named(u"aefxyzgh"_s));
+        QCOMPARE(removed.size(), 1);
+        QCOMPARE(inserted.size(), 1);
+    }
+};
+
+static const Registered<RowModelTest> registered;
+#include "RowModelTest.moc"

@@ -1,0 +1,171 @@
+#include "Agents/Tests.h"
+#include "Platform/Posix/PosixToolRunner.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+#include <csignal>
+#include <fcntl.h>
+#include <thread>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using namespace velto;
+
+/// Real tools: small shell scripts in folders of their own.
+class ToolRunnerTest : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir m_first;
+    QTemporaryDir m_second;
+    std::unique_ptr<PosixToolRunner> m_runner;
+
+    static void script(const QTemporaryDir &folder, const QString &name, const QByteArray &body)
+    {
+        QFile file(folder.filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("#!/bin/sh\n" + body);
+        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+    RunResult sh(const QString &code, std::chrono::duration<double> timeout = 20s, const QString &cwd = {})
+    {
+        return m_runner->run({u"sh"_s, u"-c"_s, code}, cwd, timeout);
+    }
+    QStringList searchPath() const { return {m_first.path(), m_second.path(), u"/usr/bin"_s, u"/bin"_s}; }
+
+private Q_SLOTS:
+    void initTestCase() { qputenv("VELTO_TEST_VARIABLE", "kept"); }
+    void init() { m_runner = std::make_unique<PosixToolRunner>(searchPath()); }
+
+    void readsSeveralMegabytesFromBothStreams()
+    {
+        const auto result = sh(u"head -c 5000000 /dev/zero | tee /dev/stderr"_s);
+        QVERIFY(result.ok);
+        QCOMPARE(result.out, QByteArray(5'000'000, '\0'));
+        QCOMPARE(result.err.size(), 5'000'000);
+    }
+
+    void failureKeepsTheOutputAndRepairsTheError()
+    {
+        const auto result = sh(u"echo kept; printf 'a\\377b' >&2; exit 3"_s);
+        QVERIFY(!result.ok);
+        QCOMPARE(result.out, "kept\n");
+        QCOMPARE(result.err, u"a\uFFFDb"_s);
+        QVERIFY(!sh(u"kill -9 $$"_s).ok);
+    }
+
+    void theToolStandsInAWorldOfItsOwn()
+    {
+        const int leaked = ::fcntl(STDERR_FILENO, F_DUPFD, 200); // without close-on-exec
+        sigset_t term;
+        ::sigemptyset(&term);
+        ::sigaddset(&term, SIGTERM);
+        ::pthread_sigmask(SIG_BLOCK, &term, nullptr);
+        const auto before = ::signal(SIGPIPE, SIG_IGN);
+        const auto result = sh(u"read line && echo asked; ls /proc/$$/fd; echo $VELTO_TEST_VARIABLE $PATH;"
+                               " sed -n 's/Sig[BI][lg][kn]:.//p' /proc/$$/status"_s);
+        ::signal(SIGPIPE, before);
+        ::pthread_sigmask(SIG_UNBLOCK, &term, nullptr);
+        ::close(leaked);
+        const QStringList lines = QString::fromUtf8(result.out).split(u'\n');
+        QCOMPARE(lines.first(4), (QStringList{u"0"_s, u"1"_s, u"2"_s, u"kept "_s + searchPath().join(u':')}));
+        constexpr quint64 kUsualSignals = 0x7fffffff; // those above 31 are the C library's own
+        for (const QString &mask : lines.sliced(4, 2))
+            QCOMPARE(mask.toULongLong(nullptr, 16) & kUsualSignals, 0U);
+    }
+
+    void findsToolsAlongTheSearchPath()
+    {
+        script(m_first, u"both"_s, "echo first");
+        script(m_second, u"both"_s, "echo second");
+        script(m_second, u"only"_s, "echo only");
+        QVERIFY(QDir(m_first.path()).mkdir(u"only"_s)); // a folder is no tool
+        QFile plain(m_first.filePath(u"plain"_s));
+        QVERIFY(plain.open(QIODevice::WriteOnly));
+        QCOMPARE(m_runner->run({u"both"_s}, {}, 20s).out, "first\n");
+        QCOMPARE(m_runner->run({u"only"_s}, {}, 20s).out, "only\n");
+        QVERIFY(m_runner->toolInstalled(u"only"_s));
+        QVERIFY(!m_runner->toolInstalled(u"plain"_s));
+        QVERIFY(!m_runner->toolInstalled(u"absent"_s));
+        const auto absent = m_runner->run({u"absent"_s}, {}, 20s);
+        QVERIFY(!absent.ok);
+        QVERIFY2(absent.err.contains(u"absent"_s), qPrintable(absent.err));
+    }
+
+    void worksInTheFolderItIsGiven()
+    {
+        QCOMPARE(QString::fromUtf8(sh(u"pwd"_s, 20s, m_first.path()).out), m_first.path() + u'\n');
+        const auto nowhere = sh(u"pwd"_s, 20s, u"/no/such/folder"_s);
+        QVERIFY(!nowhere.ok);
+        QCOMPARE(nowhere.err, u"No such file or directory"_s);
+    }
+
+    void asksALateToolToEndAndHearsItsLastWords()
+    {
+        const auto result = sh(u"trap 'echo bye; exit 0' TERM; echo hi; echo no >&2; while :; do sleep 0.02; done"_s, 300ms);
+        QVERIFY(!result.ok);
+        QCOMPARE(result.out, "hi\nbye\n");
+        QCOMPARE(result.err, u"timed out after 0 s"_s);
+    }
+
+    void aGrandchildThatHoldsThePipeIsNotWaitedFor()
+    {
+        QElapsedTimer timer;
+        timer.start();
+        const auto result = sh(u"sleep 20 & echo hi; echo $!"_s, 300ms);
+        QVERIFY(!result.ok);
+        QVERIFY(result.out.startsWith("hi\n"));
+        QVERIFY(timer.elapsed() >= 2300);
+        QVERIFY(timer.elapsed() < 10'000);
+        ::kill(pid_t(result.out.trimmed().split('\n').last().toInt()), SIGKILL);
+    }
+
+    void aStubbornToolIsLeftAloneAndReapedLater()
+    {
+        const auto result = sh(u"trap '' TERM; echo $$; exec sleep 20"_s, 200ms);
+        QCOMPARE(result.err, u"timed out after 0 s"_s);
+        const pid_t pid = pid_t(result.out.trimmed().toInt());
+        QVERIFY(pid > 0);
+        QCOMPARE(::kill(pid, 0), 0);
+        ::kill(pid, SIGKILL);
+        // Gone from the process table, and not left there as a zombie.
+        QTRY_VERIFY(sh(u":"_s).ok && ::kill(pid, 0) != 0);
+    }
+
+    void aToolThatClosesItsStreamsIsWaitedFor()
+    {
+        QVERIFY(!sh(u"exec >&- 2>&-; sleep 0.2; exit 1"_s).ok);
+        QVERIFY(sh(u"exec >&- 2>&-; sleep 0.2"_s, 50ms).ok); // its time only counts while it may print
+    }
+
+    void aFloodEndsBeforeTheMemoryDoes()
+    {
+        PosixToolRunner small(searchPath(), 1024 * 1024);
+        const auto result = small.run({u"cat"_s, u"/dev/zero"_s}, {}, 20s);
+        QVERIFY(!result.ok);
+        QCOMPARE(result.err, u"printed more than 1 MB"_s);
+        QVERIFY(result.out.size() < 2 * 1024 * 1024);
+    }
+
+    void stopGivesUpWhatIsUnderWay()
+    {
+        QElapsedTimer timer;
+        timer.start();
+        std::vector<std::thread> threads;
+        for (const char *code : {"touch a; exec sleep 20", "touch b; exec >&- 2>&-; exec sleep 20"}) {
+            threads.emplace_back([this, code] { QVERIFY(!sh(QString::fromLatin1(code), 20s, m_first.path()).ok); });
+        }
+        QTRY_VERIFY(QFile::exists(m_first.filePath(u"a"_s)) && QFile::exists(m_first.filePath(u"b"_s)));
+        m_runner->stop();
+        for (std::thread &thread : threads)
+            thread.join();
+        QVERIFY(timer.elapsed() < 15'000);
+        QVERIFY(!sh(u"touch c"_s, 20s, m_first.path()).ok);
+        QVERIFY(!QFile::exists(m_first.filePath(u"c"_s)));
+    }
+};
+
+static const Registered<ToolRunnerTest> registered;
+#include "ToolRunnerTest.moc"
