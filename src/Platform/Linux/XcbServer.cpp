@@ -11,10 +11,16 @@ namespace velto {
 namespace {
 
 // In the order of XcbAtom; a %1 stands for the screen's number.
-constexpr std::array<const char *, std::size_t(XcbAtom::Count)> kAtomNames{
-    "_NET_ACTIVE_WINDOW",    "_NET_CLIENT_LIST", "_NET_CLIENT_LIST_STACKING", "_NET_WORKAREA", "_NET_WM_PID",
-    "_NET_WM_STRUT_PARTIAL", "_NET_WM_CM_S%1",   "_NET_SYSTEM_TRAY_S%1",      "MANAGER",       "_KDE_NET_WM_BLUR_BEHIND_REGION",
-    "_SCREENSAVER_STATUS"};
+constexpr std::array<const char *, std::size_t(XcbAtom::Count)> kAtomNames{"_NET_ACTIVE_WINDOW",
+                                                                           "_NET_CLIENT_LIST",
+                                                                           "_NET_CLIENT_LIST_STACKING",
+                                                                           "_NET_WORKAREA",
+                                                                           "_NET_WM_STRUT_PARTIAL",
+                                                                           "_NET_WM_CM_S%1",
+                                                                           "_NET_SYSTEM_TRAY_S%1",
+                                                                           "MANAGER",
+                                                                           "_KDE_NET_WM_BLUR_BEHIND_REGION",
+                                                                           "_SCREENSAVER_STATUS"};
 
 constexpr std::string_view kKeyboardExtension = "XKEYBOARD";
 constexpr quint32 kMostValues = 4096;
@@ -115,7 +121,8 @@ void XcbServer::select(xcb_window_t window, quint32 events) const
     if (!now || (now->your_event_mask & events) == events)
         return;
     const quint32 mask = now->your_event_mask | events;
-    xcb_change_window_attributes(m_connection, window, XCB_CW_EVENT_MASK, &mask);
+    const auto request = xcb_change_window_attributes_checked(m_connection, window, XCB_CW_EVENT_MASK, &mask);
+    const XcbReply<xcb_generic_error_t> gone(xcb_request_check(m_connection, request));
 }
 
 bool XcbServer::viewable(xcb_window_t window) const
@@ -177,6 +184,8 @@ bool XcbServer::handle(const xcb_generic_event_t &event)
         const auto &property = reinterpret_cast<const xcb_property_notify_event_t &>(event);
         if (property.window == m_root)
             Q_EMIT rootPropertyChanged(property.atom);
+        else if (property.atom == XCB_ATOM_WM_CLASS)
+            Q_EMIT classChanged(property.window);
         return false;
     }
     case XCB_VISIBILITY_NOTIFY: {

@@ -25,7 +25,6 @@ enum class XcbAtom : quint8 {
     ClientList,
     ClientListStacking,
     WorkArea,
-    WindowPid,
     StrutPartial,
     CompositingManager, ///< the selection that a compositor owns, one for each screen
     SystemTray, ///< the selection that a tray of the older kind owns, one for each screen
@@ -65,6 +64,8 @@ public:
 
 Q_SIGNALS:
     void rootPropertyChanged(xcb_atom_t property);
+    /// A window of another program has a new WM_CLASS. Only for windows that were selected for property changes.
+    void classChanged(xcb_window_t window);
     void selectionOwnerChanged(xcb_atom_t selection);
     /// A window got covered, in whole or in part.
     void obscured(xcb_window_t window);

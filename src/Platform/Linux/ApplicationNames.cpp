@@ -1,0 +1,120 @@
+#include "Platform/Linux/ApplicationNames.h"
+
+#include <QHash>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+struct Names {
+    QLatin1StringView name; // WM_CLASS in lower case, its class or its instance
+    QLatin1StringView identifier;
+};
+
+constexpr auto kTerminal = "com.apple.Terminal"_L1;
+constexpr auto kCode = "com.microsoft.VSCode"_L1;
+constexpr auto kCursor = "com.todesktop.cursor"_L1;
+constexpr auto kGhostty = "com.mitchellh.ghostty"_L1;
+constexpr auto kWarp = "dev.warp.Warp-Stable"_L1;
+constexpr auto kRecorder = "com.obsproject.obs-studio"_L1;
+
+// Any recorder of this desktop counts as the one that the program asks for, as any terminal counts as Terminal.
+constexpr std::array kNames{
+    Names{"obs"_L1, kRecorder},
+    Names{"com.obsproject.studio"_L1, kRecorder},
+    Names{"simplescreenrecorder"_L1, kRecorder},
+    Names{"vokoscreenng"_L1, kRecorder},
+    Names{"kazam"_L1, kRecorder},
+    Names{"kooha"_L1, kRecorder},
+    Names{"io.github.seadve.kooha"_L1, kRecorder},
+    Names{"spotify"_L1, "com.spotify.client"_L1},
+    Names{"code"_L1, kCode},
+    Names{"code - insiders"_L1, kCode},
+    Names{"code-oss"_L1, kCode},
+    Names{"codium"_L1, kCode},
+    Names{"vscodium"_L1, kCode},
+    Names{"visual studio code"_L1, kCode},
+    Names{"cursor"_L1, kCursor},
+    Names{"ghostty"_L1, kGhostty},
+    Names{"com.mitchellh.ghostty"_L1, kGhostty},
+    Names{"warp"_L1, kWarp},
+    Names{"warp-terminal"_L1, kWarp},
+    Names{"dev.warp.warp"_L1, kWarp},
+    Names{"gnome-terminal"_L1, kTerminal},
+    Names{"gnome-terminal-server"_L1, kTerminal},
+    Names{"org.gnome.terminal"_L1, kTerminal},
+    Names{"org.gnome.console"_L1, kTerminal},
+    Names{"kgx"_L1, kTerminal},
+    Names{"org.gnome.ptyxis"_L1, kTerminal},
+    Names{"ptyxis"_L1, kTerminal},
+    Names{"konsole"_L1, kTerminal},
+    Names{"yakuake"_L1, kTerminal},
+    Names{"xterm"_L1, kTerminal},
+    Names{"uxterm"_L1, kTerminal},
+    Names{"koi8rxterm"_L1, kTerminal},
+    Names{"alacritty"_L1, kTerminal},
+    Names{"kitty"_L1, kTerminal},
+    Names{"foot"_L1, kTerminal},
+    Names{"footclient"_L1, kTerminal},
+    Names{"xfce4-terminal"_L1, kTerminal},
+    Names{"mate-terminal"_L1, kTerminal},
+    Names{"lxterminal"_L1, kTerminal},
+    Names{"qterminal"_L1, kTerminal},
+    Names{"deepin-terminal"_L1, kTerminal},
+    Names{"io.elementary.terminal"_L1, kTerminal},
+    Names{"terminator"_L1, kTerminal},
+    Names{"terminology"_L1, kTerminal},
+    Names{"tilix"_L1, kTerminal},
+    Names{"com.gexperts.tilix"_L1, kTerminal},
+    Names{"org.wezfurlong.wezterm"_L1, kTerminal},
+    Names{"wezterm"_L1, kTerminal},
+    Names{"wezterm-gui"_L1, kTerminal},
+    Names{"urxvt"_L1, kTerminal},
+    Names{"rxvt"_L1, kTerminal},
+    Names{"st"_L1, kTerminal},
+    Names{"st-256color"_L1, kTerminal},
+    Names{"sakura"_L1, kTerminal},
+    Names{"termite"_L1, kTerminal},
+    Names{"guake"_L1, kTerminal},
+    Names{"tilda"_L1, kTerminal},
+    Names{"cool-retro-term"_L1, kTerminal},
+    Names{"hyper"_L1, kTerminal},
+    Names{"tabby"_L1, kTerminal},
+    Names{"rio"_L1, kTerminal},
+    Names{"contour"_L1, kTerminal},
+    Names{"com.raggesilver.blackbox"_L1, kTerminal},
+};
+
+QLatin1StringView known(const QString &name)
+{
+    static const auto kTable = [] {
+        QHash<QString, QLatin1StringView> table;
+        for (const auto &entry : kNames)
+            table.insert(QString(entry.name), entry.identifier);
+        return table;
+    }();
+    return kTable.value(name.toLower());
+}
+
+} // namespace
+
+QString identifierForClass(const QString &instance, const QString &windowClass)
+{
+    // The class names the application; the instance is often the program's file name, and xterm -name may set it to anything.
+    for (const auto &name : {windowClass, instance})
+        if (const auto identifier = known(name); !identifier.isEmpty())
+            return QString(identifier);
+    return windowClass.isEmpty() ? instance : windowClass;
+}
+
+QString recorderForProcess(QStringView name)
+{
+    const bool recorder =
+        name == "obs"_L1 || name == "simplescreenrec"_L1 || name == "vokoscreenNG"_L1 || name == "kazam"_L1 || name == "kooha"_L1;
+    return recorder ? QString(kRecorder) : QString();
+}
+
+} // namespace velto

@@ -1,0 +1,164 @@
+#include "Platform/Linux/AtspiAccessibility.h"
+
+#include "Platform/Files.h"
+#include "Platform/Linux/DBusAsk.h"
+
+#include <QDBusServiceWatcher>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+// at-spi2-core, bus/at-spi-bus-launcher.c. IsEnabled beside it is true for any program that asks for the tree.
+constexpr auto kStatusService = "org.a11y.Bus"_L1;
+constexpr auto kStatusPath = "/org/a11y/bus"_L1;
+constexpr auto kStatus = "org.a11y.Status"_L1;
+constexpr auto kScreenReader = "ScreenReaderEnabled"_L1;
+// https://flatpak.github.io/xdg-desktop-portal/docs/doc-org.freedesktop.portal.Settings.html
+constexpr auto kPortalService = "org.freedesktop.portal.Desktop"_L1;
+constexpr auto kPortalPath = "/org/freedesktop/portal/desktop"_L1;
+constexpr auto kSettings = "org.freedesktop.portal.Settings"_L1;
+constexpr auto kGnomeGroup = "org.gnome.desktop.interface"_L1;
+constexpr auto kGnomeKey = "enable-animations"_L1;
+constexpr auto kPlasmaGroup = "org.kde.kdeglobals.KDE"_L1;
+constexpr auto kPlasmaKey = "AnimationDurationFactor"_L1;
+
+constexpr qint64 kLargestFile = 1024 * 1024;
+
+/// The value of a key in a group of an INI file as KDE and GTK write them; empty if there is none.
+QByteArray iniValue(const QByteArray &ini, QByteArrayView group, QByteArrayView key)
+{
+    bool inside = false;
+    QByteArray found;
+    for (const auto &raw : ini.split('\n')) {
+        const auto line = raw.trimmed();
+        if (line.startsWith('['))
+            inside = line == '[' + group.toByteArray() + ']';
+        else if (const auto equals = line.indexOf('='); inside && equals > 0 && line.first(equals).trimmed() == key)
+            found = line.sliced(equals + 1).trimmed();
+    }
+    return found;
+}
+
+bool isZero(const QByteArray &number)
+{
+    bool isNumber = false;
+    const double value = number.toDouble(&isNumber);
+    return isNumber && value <= 0;
+}
+
+} // namespace
+
+bool reducedMotionInFiles(const QByteArray &kdeglobals, const QByteArray &gtkSettings, bool isPlasma)
+{
+    if (isPlasma)
+        return isZero(iniValue(kdeglobals, "KDE", "AnimationDurationFactor"));
+    const auto animations = iniValue(gtkSettings, "Settings", "gtk-enable-animations").toLower();
+    return animations == "0" || animations == "false";
+}
+
+AtspiAccessibility::AtspiAccessibility(Files &files, QString configuration, QObject *parent)
+    : Accessibility(parent)
+    , m_files(files)
+    , m_configuration(std::move(configuration))
+    , m_session(QString())
+{
+}
+
+void AtspiAccessibility::start(const QDBusConnection &session)
+{
+    m_session = session;
+    readFiles();
+    if (!m_session.isConnected())
+        return;
+    // By no service's name: that would have the call wait for the bus to tell who owns it.
+    m_session.connect(QString(), kStatusPath, u"org.freedesktop.DBus.Properties"_s, u"PropertiesChanged"_s, this,
+                      SLOT(statusChanged(QString, QVariantMap, QStringList)));
+    m_session.connect(QString(), kPortalPath, kSettings, u"SettingChanged"_s, this,
+                      SLOT(settingChanged(QString, QString, QDBusVariant)));
+    // The bus of the screen reader may start long after us, and end with the reader.
+    m_watcher = new QDBusServiceWatcher(kStatusService, m_session, QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(m_watcher, &QDBusServiceWatcher::serviceRegistered, this, &AtspiAccessibility::askStatus);
+    connect(m_watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] { setScreenReader(false); });
+    askStatus();
+    askSettings();
+}
+
+void AtspiAccessibility::readFiles()
+{
+    const auto content = [this](QLatin1StringView name) {
+        const auto file = m_files.read(m_configuration + u'/' + name, kLargestFile);
+        const auto *bytes = std::get_if<QByteArray>(&file);
+        return bytes ? *bytes : QByteArray();
+    };
+    const bool isPlasma = qgetenv("XDG_CURRENT_DESKTOP").split(':').contains("KDE");
+    const bool still = reducedMotionInFiles(content("kdeglobals"_L1), content("gtk-3.0/settings.ini"_L1), isPlasma);
+    const bool before = reducedMotion();
+    m_stillInFiles = still;
+    if (before != reducedMotion())
+        Q_EMIT changed();
+}
+
+void AtspiAccessibility::askStatus()
+{
+    ask(m_session, propertyOf(kStatusService, kStatusPath, kStatus, kScreenReader), this,
+        [this](const QVariant &on) { setScreenReader(on.toBool()); });
+}
+
+/// The portal is started if it doesn't run: on GNOME nothing else tells, and its first program with a file dialog starts it
+/// anyway.
+void AtspiAccessibility::askSettings()
+{
+    for (const auto &[group, key] : {std::pair(kGnomeGroup, kGnomeKey), std::pair(kPlasmaGroup, kPlasmaKey)}) {
+        DBusMethod read{kPortalService, kPortalPath, kSettings, u"Read"_s, {QString(group), QString(key)}, true};
+        ask(m_session, read, this, [this, group = QString(group), key = QString(key)](const QVariant &value) {
+            if (value.isValid())
+                setting(group, key, value);
+        });
+    }
+}
+
+bool AtspiAccessibility::reducedMotion() const
+{
+    if (m_stillInPlasma)
+        return *m_stillInPlasma;
+    return m_stillInPortal.value_or(false) || m_stillInFiles;
+}
+
+/// A window's alert event never reaches the screen reader from this toolkit; an alert item that is shown does. See the view.
+void AtspiAccessibility::announce(const QString &text)
+{
+    Q_EMIT announcementRequested(text);
+}
+
+void AtspiAccessibility::statusChanged(const QString &interface, const QVariantMap &changed, const QStringList &)
+{
+    if (interface == kStatus && changed.contains(kScreenReader))
+        setScreenReader(changed.value(kScreenReader).toBool());
+}
+
+void AtspiAccessibility::settingChanged(const QString &group, const QString &key, const QDBusVariant &value)
+{
+    setting(group, key, value.variant());
+}
+
+void AtspiAccessibility::setScreenReader(bool on)
+{
+    if (std::exchange(m_screenReader, on) != on)
+        Q_EMIT changed();
+}
+
+void AtspiAccessibility::setting(const QString &group, const QString &key, const QVariant &value)
+{
+    const bool before = reducedMotion();
+    if (group == kGnomeGroup && key == kGnomeKey)
+        m_stillInPortal = !value.toBool();
+    else if (group == kPlasmaGroup && key == kPlasmaKey)
+        m_stillInPlasma = isZero(value.toString().toUtf8());
+    if (before != reducedMotion())
+        Q_EMIT changed();
+}
+
+} // namespace velto

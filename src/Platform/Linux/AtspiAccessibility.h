@@ -1,0 +1,55 @@
+#pragma once
+
+#include "Platform/Accessibility.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QVariantMap>
+#include <optional>
+
+class QDBusServiceWatcher;
+
+namespace velto {
+
+class Files;
+
+/// What tells of stillness before any desktop service has answered: the desktop's own files.
+/// `kdeglobals` and `gtkSettings` are the files' contents.
+bool reducedMotionInFiles(const QByteArray &kdeglobals, const QByteArray &gtkSettings, bool isPlasma);
+
+/// The screen reader by the accessibility bus, stillness by the desktop portal's settings or the desktop's files.
+/// Announces through the view's own accessible tree. Knows nothing before start(), and waits for no answer.
+class AtspiAccessibility final : public Accessibility {
+    Q_OBJECT
+public:
+    /// `configuration` is the folder of the desktop's own files (XDG_CONFIG_HOME).
+    AtspiAccessibility(Files &files, QString configuration, QObject *parent = nullptr);
+
+    void start(const QDBusConnection &session);
+    bool screenReaderOn() const override { return m_screenReader; }
+    bool reducedMotion() const override;
+    void announce(const QString &text) override;
+
+private Q_SLOTS:
+    void statusChanged(const QString &interface, const QVariantMap &changed, const QStringList &invalidated);
+    void settingChanged(const QString &group, const QString &key, const QDBusVariant &value);
+
+private:
+    void readFiles();
+    void askStatus();
+    void askSettings();
+    void setScreenReader(bool on);
+    void setting(const QString &group, const QString &key, const QVariant &value);
+
+    Files &m_files;
+    QString m_configuration;
+    QDBusConnection m_session;
+    QDBusServiceWatcher *m_watcher = nullptr;
+    bool m_screenReader = false;
+    bool m_stillInFiles = false;
+    std::optional<bool> m_stillInPortal; ///< by enable-animations
+    std::optional<bool> m_stillInPlasma; ///< by AnimationDurationFactor
+};
+
+} // namespace velto

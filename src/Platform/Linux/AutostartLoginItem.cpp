@@ -1,0 +1,85 @@
+#include "Platform/Linux/AutostartLoginItem.h"
+
+#include "Platform/Files.h"
+
+#include <QFile>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+constexpr qint64 kLargestEntry = 64 * 1024;
+
+/// The value of a key in the entry's main group, as it stands there.
+std::optional<QByteArray> entryValue(const QByteArray &entry, QByteArrayView key)
+{
+    bool inside = false;
+    for (const auto &raw : entry.split('\n')) {
+        const auto line = raw.trimmed();
+        if (line.startsWith('['))
+            inside = line == "[Desktop Entry]";
+        else if (const auto equals = line.indexOf('='); inside && equals > 0 && line.first(equals).trimmed() == key)
+            return line.sliced(equals + 1).trimmed();
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+/// Two layers: an argument in double quotes with `"`, backtick, `$` and `\` escaped, and `%` doubled; then the backslashes
+/// once more, as in every text of such a file (Desktop Entry Specification 1.5, "The Exec key").
+QByteArray desktopExec(const QString &program)
+{
+    QByteArray quoted = "\"";
+    for (const char c : program.toUtf8()) {
+        if (c == '"' || c == '`' || c == '$' || c == '\\')
+            quoted += '\\';
+        else if (c == '%')
+            quoted += '%';
+        quoted += c;
+    }
+    quoted += '"';
+    quoted.replace('\\', "\\\\");
+    // A line feed in a path can't be written in any other way, and would start a line of its own.
+    quoted.replace('\n', "\\n");
+    return quoted;
+}
+
+bool startsAtLogin(const QByteArray &entry, const QString &program)
+{
+    const auto exec = entryValue(entry, "Exec");
+    if (!exec || entryValue(entry, "Hidden") == "true" || entryValue(entry, "X-GNOME-Autostart-enabled") == "false")
+        return false;
+    // A path that needs no quotes may stand without them.
+    return *exec == desktopExec(program) || *exec == program.toUtf8();
+}
+
+AutostartLoginItem::AutostartLoginItem(Files &files, const QString &configuration, QString program)
+    : m_files(files)
+    , m_path(configuration + u"/autostart/velto.desktop"_s)
+    , m_program(std::move(program))
+{
+}
+
+bool AutostartLoginItem::enabled() const
+{
+    const auto file = m_files.read(m_path, kLargestEntry);
+    const auto *entry = std::get_if<QByteArray>(&file);
+    return entry && startsAtLogin(*entry, m_program);
+}
+
+bool AutostartLoginItem::set(bool on)
+{
+    if (on)
+        m_files.replace(m_path,
+                        "[Desktop Entry]\nType=Application\nName=Velto\nExec=" + desktopExec(m_program)
+                            + "\nTerminal=false\nX-GNOME-Autostart-enabled=true\n");
+    else
+        QFile::remove(m_path);
+    return enabled();
+}
+
+} // namespace velto

@@ -1,0 +1,277 @@
+#include "Platform/Linux/LibsecretKeychain.h"
+
+#include <QByteArray>
+#include <QFile>
+#include <QLibrary>
+#include <chrono>
+#include <condition_variable>
+#include <libsecret/secret.h>
+#include <mutex>
+
+// GLib hides its function behind a macro of the same name.
+#undef g_object_ref
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+constexpr std::chrono::seconds kReading{3};
+constexpr std::chrono::seconds kWriting{30};
+
+const SecretSchema *schema()
+{
+    static const SecretSchema kSchema = [] {
+        SecretSchema made{};
+        made.name = "dev.velto.Secret";
+        made.flags = SECRET_SCHEMA_NONE;
+        made.attributes[0] = {"service", SECRET_SCHEMA_ATTRIBUTE_STRING};
+        return made;
+    }();
+    return &kSchema;
+}
+
+/// The functions that are needed, under their own names. A look-up in libsecret finds those of the GLib it stands on as well.
+struct SecretApi {
+    template <typename Function> void resolve(QLibrary &library, Function &function, const char *name)
+    {
+        function = reinterpret_cast<Function>(library.resolve(name));
+        complete = complete && function;
+    }
+
+#define VELTO_SECRET_FUNCTIONS(X)                                                                                                \
+    X(g_cancellable_new)                                                                                                         \
+    X(g_cancellable_cancel)                                                                                                      \
+    X(g_object_unref)                                                                                                            \
+    X(g_object_ref)                                                                                                              \
+    X(g_error_free)                                                                                                              \
+    X(g_hash_table_new)                                                                                                          \
+    X(g_hash_table_insert)                                                                                                       \
+    X(g_hash_table_unref)                                                                                                        \
+    X(g_str_hash)                                                                                                                \
+    X(g_str_equal)                                                                                                               \
+    X(g_list_append)                                                                                                             \
+    X(g_list_free)                                                                                                               \
+    X(secret_service_get_sync)                                                                                                   \
+    X(secret_service_search_sync)                                                                                                \
+    X(secret_service_unlock_sync)                                                                                                \
+    X(secret_item_get_locked)                                                                                                    \
+    X(secret_item_get_secret)                                                                                                    \
+    X(secret_value_get)                                                                                                          \
+    X(secret_value_unref)                                                                                                        \
+    X(secret_password_clearv_sync)                                                                                               \
+    X(secret_password_storev_sync)
+
+#define VELTO_DECLARE(name) decltype(&::name) name = nullptr;
+    VELTO_SECRET_FUNCTIONS(VELTO_DECLARE)
+#undef VELTO_DECLARE
+
+    bool complete = true;
+
+    SecretApi()
+    {
+        QLibrary library(u"secret-1"_s, 0);
+#define VELTO_RESOLVE(name) resolve(library, name, #name);
+        VELTO_SECRET_FUNCTIONS(VELTO_RESOLVE)
+#undef VELTO_RESOLVE
+#undef VELTO_SECRET_FUNCTIONS
+    }
+};
+
+/// Without a bus GLib would start one of its own; a keyring can't be on that.
+bool hasSessionBus()
+{
+    if (!qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS"))
+        return true;
+    const auto runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    return !runtime.isEmpty() && QFile::exists(runtime + u"/bus"_s);
+}
+
+/// Null where there can be no secrets.
+const SecretApi *secretApi()
+{
+    if (!hasSessionBus())
+        return nullptr;
+    static const SecretApi kApi;
+    return kApi.complete ? &kApi : nullptr;
+}
+
+/// Cancels what runs under it once its time is over.
+class Deadline {
+public:
+    Deadline(const SecretApi &api, std::chrono::seconds limit)
+        : m_api(api)
+        , m_cancellable(api.g_cancellable_new())
+        , m_watch([this, limit](const std::stop_token &over) {
+            std::unique_lock lock(m_mutex);
+            m_wake.wait_for(lock, over, limit, [] { return false; });
+            if (!over.stop_requested())
+                m_api.g_cancellable_cancel(m_cancellable);
+        })
+    {
+    }
+    Deadline(const Deadline &) = delete;
+    Deadline &operator=(const Deadline &) = delete;
+    ~Deadline()
+    {
+        m_watch.request_stop();
+        m_watch.join();
+        m_api.g_object_unref(m_cancellable);
+    }
+
+    GCancellable *cancellable() const { return m_cancellable; }
+
+private:
+    const SecretApi &m_api;
+    GCancellable *m_cancellable;
+    std::mutex m_mutex;
+    std::condition_variable_any m_wake;
+    std::jthread m_watch;
+};
+
+/// The one attribute that identifies a secret.
+class Attributes {
+public:
+    Attributes(const SecretApi &api, const QString &name)
+        : m_api(api)
+        , m_name(name.toUtf8())
+        , m_table(api.g_hash_table_new(api.g_str_hash, api.g_str_equal))
+    {
+        m_api.g_hash_table_insert(m_table, const_cast<char *>("service"), m_name.data());
+    }
+    Attributes(const Attributes &) = delete;
+    Attributes &operator=(const Attributes &) = delete;
+    ~Attributes() { m_api.g_hash_table_unref(m_table); }
+
+    GHashTable *table() const { return m_table; }
+
+private:
+    const SecretApi &m_api;
+    QByteArray m_name;
+    GHashTable *m_table;
+};
+
+void forget(const SecretApi &api, GError *error)
+{
+    if (error)
+        api.g_error_free(error);
+}
+
+std::optional<QString> textOf(const SecretApi &api, SecretItem *item)
+{
+    auto *value = api.secret_item_get_secret(item);
+    if (!value)
+        return std::nullopt;
+    gsize length = 0;
+    const auto *bytes = api.secret_value_get(value, &length);
+    const QByteArray utf8(bytes, qsizetype(length));
+    api.secret_value_unref(value);
+    auto text = QString::fromUtf8(utf8);
+    return text.toUtf8() == utf8 ? std::optional(text) : std::nullopt;
+}
+
+} // namespace
+
+/// Opens the keyring's own dialog once, on a thread that waits for the user.
+class LibsecretKeychain::Unlocking {
+public:
+    Unlocking() = default;
+    Unlocking(const Unlocking &) = delete;
+    Unlocking &operator=(const Unlocking &) = delete;
+    ~Unlocking()
+    {
+        if (!m_api)
+            return;
+        m_api->g_cancellable_cancel(m_cancellable);
+        m_thread.join();
+        m_api->g_object_unref(m_cancellable);
+    }
+
+    void begin(const SecretApi &api, SecretService *service, SecretItem *item)
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_api)
+            return;
+        m_api = &api;
+        m_cancellable = api.g_cancellable_new();
+        api.g_object_ref(service);
+        api.g_object_ref(item);
+        m_thread = std::thread([this, service, item] {
+            auto *items = m_api->g_list_append(nullptr, item);
+            GError *error = nullptr;
+            m_api->secret_service_unlock_sync(service, items, m_cancellable, nullptr, &error);
+            forget(*m_api, error);
+            m_api->g_list_free(items);
+            m_api->g_object_unref(item);
+            m_api->g_object_unref(service);
+        });
+    }
+
+private:
+    std::mutex m_mutex;
+    const SecretApi *m_api = nullptr;
+    GCancellable *m_cancellable = nullptr;
+    std::thread m_thread;
+};
+
+LibsecretKeychain::LibsecretKeychain()
+    : m_unlocking(std::make_unique<Unlocking>())
+{
+}
+
+LibsecretKeychain::~LibsecretKeychain() = default;
+
+std::optional<QString> LibsecretKeychain::get(const QString &name) const
+{
+    const auto *api = secretApi();
+    if (!api)
+        return std::nullopt;
+    const Deadline deadline(*api, kReading);
+    const Attributes attributes(*api, name);
+    GError *error = nullptr;
+    auto *service = api->secret_service_get_sync(SECRET_SERVICE_NONE, deadline.cancellable(), &error);
+    forget(*api, error);
+    if (!service)
+        return std::nullopt;
+    error = nullptr;
+    const auto flags = SecretSearchFlags(SECRET_SEARCH_ALL | SECRET_SEARCH_LOAD_SECRETS);
+    auto *items = api->secret_service_search_sync(service, schema(), attributes.table(), flags, deadline.cancellable(), &error);
+    forget(*api, error);
+    std::optional<QString> found;
+    SecretItem *locked = nullptr;
+    for (auto *at = items; at; at = at->next) {
+        auto *item = static_cast<SecretItem *>(at->data);
+        if (api->secret_item_get_locked(item))
+            locked = item;
+        else if (!found)
+            found = textOf(*api, item);
+    }
+    if (!found && locked)
+        m_unlocking->begin(*api, service, locked);
+    for (auto *at = items; at; at = at->next)
+        api->g_object_unref(at->data);
+    api->g_list_free(items);
+    api->g_object_unref(service);
+    return found;
+}
+
+void LibsecretKeychain::put(const QString &name, const std::optional<QString> &value)
+{
+    const auto *api = secretApi();
+    if (!api)
+        return;
+    const Deadline deadline(*api, kWriting);
+    const Attributes attributes(*api, name);
+    GError *error = nullptr;
+    api->secret_password_clearv_sync(schema(), attributes.table(), deadline.cancellable(), &error);
+    forget(*api, error);
+    if (!value || value->isEmpty())
+        return;
+    error = nullptr;
+    api->secret_password_storev_sync(schema(), attributes.table(), SECRET_COLLECTION_DEFAULT, name.toUtf8().constData(),
+                                     value->toUtf8().constData(), deadline.cancellable(), &error);
+    forget(*api, error);
+}
+
+} // namespace velto

@@ -1,0 +1,76 @@
+#include "Platform/Linux/LinuxPlatform.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QStandardPaths>
+
+namespace velto {
+
+namespace {
+
+constexpr auto kPlatformVariable = "QT_QPA_PLATFORM";
+bool platformChosenHere = false;
+
+bool displayAnswers()
+{
+    auto *connection = xcb_connect(nullptr, nullptr);
+    const bool answers = xcb_connection_has_error(connection) == 0;
+    xcb_disconnect(connection);
+    return answers;
+}
+
+QString configurationFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+}
+
+} // namespace
+
+std::optional<QString> prepareGraphics()
+{
+    // A pixel is a pixel at a scale of 1.5 too.
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    const auto chosen = qgetenv(kPlatformVariable);
+    const bool elsewhere = !chosen.isEmpty() && !chosen.startsWith("xcb") && !chosen.startsWith("wayland");
+    if (elsewhere)
+        return std::nullopt;
+    if (qEnvironmentVariableIsEmpty("DISPLAY"))
+        return qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
+            ? QCoreApplication::translate("velto", "Velto needs a graphical session: neither DISPLAY nor WAYLAND_DISPLAY is set.")
+            : QCoreApplication::translate("velto",
+                                          "Velto needs a graphical session with X11: under Wayland it runs through "
+                                          "XWayland, and DISPLAY isn't set.");
+    if (!displayAnswers())
+        return QCoreApplication::translate("velto", "Velto needs a graphical session: the display %1 can't be opened.")
+            .arg(qEnvironmentVariable("DISPLAY"));
+    // Under Wayland a window can't choose its place by itself; through XWayland it can.
+    qputenv(kPlatformVariable, "xcb");
+    platformChosenHere = chosen.isEmpty();
+    return std::nullopt;
+}
+
+LinuxPlatform::LinuxPlatform(Clock &clock, Files &files, const Places &places)
+    : displays(server)
+    , panelWindow(server)
+    , hotKey(server)
+    , applications(server)
+    , statusItem(server)
+    , loginItem(files, configurationFolder(), QCoreApplication::applicationFilePath())
+    , session(clock)
+    , accessibility(files, configurationFolder())
+    , terminals(places)
+{
+    // The choice was for us alone: a terminal that we start makes its own.
+    if (std::exchange(platformChosenHere, false))
+        qunsetenv(kPlatformVariable);
+}
+
+void LinuxPlatform::start()
+{
+    applications.start();
+    const auto sessionBus = QDBusConnection::sessionBus();
+    session.start(QDBusConnection::systemBus(), sessionBus);
+    accessibility.start(sessionBus);
+}
+
+} // namespace velto

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "Platform/Linux/AtspiAccessibility.h"
+#include "Platform/Linux/AutostartLoginItem.h"
+#include "Platform/Linux/EwmhApplications.h"
+#include "Platform/Linux/LibsecretKeychain.h"
+#include "Platform/Linux/LinuxTerminals.h"
+#include "Platform/Linux/LogindSession.h"
+#include "Platform/Linux/QtClipboard.h"
+#include "Platform/Linux/QtDisplays.h"
+#include "Platform/Linux/TrayStatusItem.h"
+#include "Platform/Linux/XcbHotKey.h"
+#include "Platform/Linux/XcbPanelWindow.h"
+#include "Platform/Linux/XcbServer.h"
+#include "Platform/Linux/XdgWorkspace.h"
+
+#include <optional>
+
+namespace velto {
+
+/// Chooses the display that the toolkit will open, before there is an application object. Returns one sentence for the user
+/// if there is none to be had: the toolkit itself would abort. A QT_QPA_PLATFORM that the user has set is left as it is.
+std::optional<QString> prepareGraphics();
+
+/// Everything that a Linux desktop does for us, in the order in which the pieces lean on each other.
+/// Construction needs the application object (QApplication for the tray) and does next to nothing.
+struct LinuxPlatform {
+    LinuxPlatform(Clock &clock, Files &files, const Places &places);
+
+    /// Connects to the buses and begins to follow the desktop. Called once the strip has been painted, since none of it is
+    /// needed for that. The status item, the global key and the clipboard are started by their first use.
+    void start();
+
+    XcbServer server;
+    QtDisplays displays;
+    XcbPanelWindow panelWindow;
+    XcbHotKey hotKey;
+    EwmhApplications applications;
+    TrayStatusItem statusItem;
+    LibsecretKeychain keychain;
+    AutostartLoginItem loginItem;
+    LogindSession session;
+    AtspiAccessibility accessibility;
+    QtClipboard clipboard;
+    XdgWorkspace workspace;
+    LinuxTerminals terminals;
+};
+
+} // namespace velto

@@ -1,0 +1,89 @@
+#include "Platform/Linux/LinuxTerminals.h"
+
+#include "Platform/Linux/DetachedProcess.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <QUuid>
+#include <pwd.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+QString userShell()
+{
+    std::vector<char> buffer(16384);
+    passwd entry{};
+    passwd *found = nullptr;
+    if (::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found) == 0 && found && found->pw_shell) {
+        const auto shell = QFile::decodeName(found->pw_shell);
+        if (QFileInfo(shell).isExecutable())
+            return shell;
+    }
+    return u"/bin/sh"_s;
+}
+
+QString findExecutable(const QString &name)
+{
+    return QStandardPaths::findExecutable(name);
+}
+
+} // namespace
+
+LinuxTerminals::LinuxTerminals(Places places)
+    : m_places(std::move(places))
+{
+}
+
+std::optional<TerminalProgram> LinuxTerminals::program(const QString &identifier) const
+{
+    if (identifier == "com.apple.Terminal"_L1)
+        return defaultTerminal(&findExecutable, qEnvironmentVariable("XDG_CURRENT_DESKTOP"),
+                               qEnvironmentVariableIsSet("WAYLAND_DISPLAY"));
+    return namedTerminal(&findExecutable, identifier);
+}
+
+bool LinuxTerminals::installed(const QString &identifier) const
+{
+    return program(identifier).has_value();
+}
+
+void LinuxTerminals::launch(const QString &identifier, const QString &commandLine)
+{
+    const auto terminal = program(identifier);
+    if (!terminal)
+        return;
+    const auto shell = userShell();
+    QString script;
+    if (needsScript(terminal->style)) {
+        script = writeScript(shell, commandLine);
+        if (script.isEmpty())
+            return;
+    }
+    startDetached(terminal->path, terminalArguments(terminal->style, shellCommand(shell, commandLine), script), m_places.home);
+}
+
+/// The name is new and the mode is the owner's from the first moment, so nobody else can read it or have put it there.
+/// It stays behind: nothing tells when the terminal has read it.
+QString LinuxTerminals::writeScript(const QString &shell, const QString &commandLine) const
+{
+    const auto path = u"%1/velto-resume-%2.command"_s.arg(m_places.temporary, QUuid::createUuid().toString(QUuid::WithoutBraces));
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly,
+                   QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner))
+        return {};
+    const auto script = shellScript(shell, commandLine);
+    const bool written = file.write(script) == script.size() && file.flush();
+    file.close();
+    if (written)
+        return path;
+    file.remove();
+    return {};
+}
+
+} // namespace velto

@@ -1,0 +1,179 @@
+#include "Platform/Linux/LogindSession.h"
+
+#include "Platform/Linux/DBusAsk.h"
+
+#include <QDBusArgument>
+#include <QDBusObjectPath>
+#include <QDBusServiceWatcher>
+#include <array>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+// https://www.freedesktop.org/software/systemd/man/org.freedesktop.login1.html
+constexpr auto kLogin = "org.freedesktop.login1"_L1;
+constexpr auto kLoginPath = "/org/freedesktop/login1"_L1;
+constexpr auto kLoginManager = "org.freedesktop.login1.Manager"_L1;
+constexpr auto kLoginSession = "org.freedesktop.login1.Session"_L1;
+constexpr std::chrono::seconds kRequestHolds{10};
+
+struct Saver {
+    QLatin1StringView interface; // and service: they go by the same name
+    QLatin1StringView path;
+};
+constexpr std::array kSavers{
+    Saver{"org.freedesktop.ScreenSaver"_L1, "/org/freedesktop/ScreenSaver"_L1},
+    Saver{"org.gnome.ScreenSaver"_L1, "/org/gnome/ScreenSaver"_L1},
+    Saver{"org.cinnamon.ScreenSaver"_L1, "/org/cinnamon/ScreenSaver"_L1},
+    Saver{"org.mate.ScreenSaver"_L1, "/org/mate/ScreenSaver"_L1},
+    Saver{"org.xfce.ScreenSaver"_L1, "/org/xfce/ScreenSaver"_L1},
+};
+
+} // namespace
+
+LogindSession::LogindSession(Clock &clock, QObject *parent)
+    : Session(parent)
+    , m_clock(clock)
+    , m_system(QString())
+    , m_session(QString())
+{
+}
+
+void LogindSession::start(const QDBusConnection &system, const QDBusConnection &session)
+{
+    m_system = system;
+    m_session = session;
+    if (m_system.isConnected()) {
+        m_system.connect(kLogin, kLoginPath, kLoginManager, u"PrepareForSleep"_s, this, SLOT(preparesForSleep(bool)));
+        findSession();
+    }
+    if (m_session.isConnected())
+        followSavers();
+}
+
+void LogindSession::findSession()
+{
+    ask(m_system, {kLogin, kLoginPath, kLoginManager, u"GetSessionByPID"_s, {quint32(::getpid())}}, this,
+        [this](const QVariant &session) {
+            const auto path = session.value<QDBusObjectPath>().path();
+            if (path.isEmpty())
+                findDisplaySession();
+            else
+                followSession(path);
+        });
+}
+
+/// A program that the user's service manager started is in no session: the user's graphical one is meant then.
+void LogindSession::findDisplaySession()
+{
+    ask(m_system, propertyOf(kLogin, u"/org/freedesktop/login1/user/self"_s, u"org.freedesktop.login1.User"_s, u"Display"_s),
+        this, [this](const QVariant &display) {
+            // A structure of the session's name and its path.
+            if (!display.canConvert<QDBusArgument>())
+                return;
+            const auto structure = display.value<QDBusArgument>();
+            QString name;
+            QDBusObjectPath path;
+            structure.beginStructure();
+            structure >> name >> path;
+            structure.endStructure();
+            if (path.path().size() > 1)
+                followSession(path.path());
+        });
+}
+
+void LogindSession::followSession(const QString &path)
+{
+    m_system.connect(kLogin, path, u"org.freedesktop.DBus.Properties"_s, u"PropertiesChanged"_s, this,
+                     SLOT(propertiesChanged(QString, QVariantMap, QStringList)));
+    m_system.connect(kLogin, path, kLoginSession, u"Lock"_s, this, SLOT(lockRequested()));
+    m_system.connect(kLogin, path, kLoginSession, u"Unlock"_s, this, SLOT(unlockRequested()));
+    ask(m_system, propertyOf(kLogin, path, kLoginSession, u"LockedHint"_s), this,
+        [this](const QVariant &locked) { setHint(locked.toBool()); });
+}
+
+void LogindSession::propertiesChanged(const QString &interface, const QVariantMap &changed, const QStringList &)
+{
+    if (interface == kLoginSession && changed.contains(u"LockedHint"_s))
+        setHint(changed.value(u"LockedHint"_s).toBool());
+}
+
+void LogindSession::setHint(bool locked)
+{
+    m_hint = locked;
+    // A locker that sets the hint takes over from the request, and speaks for the end of it too.
+    m_requested = false;
+    m_request.reset();
+    update();
+}
+
+void LogindSession::lockRequested()
+{
+    m_requested = true;
+    m_request = m_clock.after(kRequestHolds, [this] {
+        m_requested = false;
+        update();
+    });
+    update();
+}
+
+void LogindSession::unlockRequested()
+{
+    setHint(false);
+}
+
+void LogindSession::preparesForSleep(bool sleeping)
+{
+    if (!sleeping)
+        Q_EMIT woke();
+}
+
+void LogindSession::followSavers()
+{
+    m_saverWatcher = new QDBusServiceWatcher(this);
+    m_saverWatcher->setConnection(m_session);
+    m_saverWatcher->setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
+    for (const auto &saver : kSavers) {
+        m_saverWatcher->addWatchedService(saver.interface);
+        // By no service's name: that would have the call wait for the bus to tell who owns it.
+        m_session.connect(QString(), saver.path, saver.interface, u"ActiveChanged"_s, this,
+                          SLOT(saverChanged(bool, QDBusMessage)));
+        ask(m_session, {saver.interface, saver.path, saver.interface, u"GetActive"_s, {}}, this,
+            [this, interface = QString(saver.interface)](const QVariant &active) {
+                if (active.isValid())
+                    setSaver(interface, active.toBool());
+            });
+    }
+    // A screen saver that crashed can't tell that it is over.
+    connect(m_saverWatcher, &QDBusServiceWatcher::serviceUnregistered, this,
+            [this](const QString &service) { setSaver(service, false); });
+}
+
+void LogindSession::saverChanged(bool active, const QDBusMessage &signal)
+{
+    setSaver(signal.interface(), active);
+}
+
+void LogindSession::setSaver(const QString &interface, bool active)
+{
+    if (active)
+        m_savers.insert(interface);
+    else if (m_savers.remove(interface) && m_requested) {
+        m_requested = false;
+        m_request.reset();
+    }
+    update();
+}
+
+void LogindSession::update()
+{
+    const bool now = m_hint || m_requested || !m_savers.isEmpty();
+    if (std::exchange(m_locked, now) != now)
+        Q_EMIT lockedChanged();
+}
+
+} // namespace velto

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "Platform/Clock.h"
+#include "Platform/Session.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QSet>
+
+class QDBusServiceWatcher;
+
+namespace velto {
+
+/// Locked as long as logind's hint for the session or any of the desktops' screen savers says so. A request to lock counts
+/// for a few seconds, until a locker has answered it: not every locker reports, and a strip that never comes back is worse.
+/// Knows nothing before start(), and waits for no answer.
+class LogindSession final : public Session {
+    Q_OBJECT
+public:
+    explicit LogindSession(Clock &clock, QObject *parent = nullptr);
+
+    void start(const QDBusConnection &system, const QDBusConnection &session);
+    bool locked() const override { return m_locked; }
+
+private Q_SLOTS:
+    void propertiesChanged(const QString &interface, const QVariantMap &changed, const QStringList &invalidated);
+    void lockRequested();
+    void unlockRequested();
+    void preparesForSleep(bool sleeping);
+    void saverChanged(bool active, const QDBusMessage &signal);
+
+private:
+    void findSession();
+    void findDisplaySession();
+    void followSession(const QString &path);
+    void followSavers();
+    void setHint(bool locked);
+    void setSaver(const QString &interface, bool active);
+    void update();
+
+    Clock &m_clock;
+    QDBusConnection m_system;
+    QDBusConnection m_session;
+    QDBusServiceWatcher *m_saverWatcher = nullptr;
+    bool m_hint = false;
+    bool m_requested = false;
+    TimerHandle m_request;
+    QSet<QString> m_savers; ///< the interfaces of those that are active
+    bool m_locked = false;
+};
+
+} // namespace velto

@@ -1,0 +1,60 @@
+#include "Platform/Linux/StatusIcon.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QPixmap>
+#include <cmath>
+
+namespace velto {
+
+namespace {
+
+constexpr std::array kSizes{16, 22, 24, 32, 48, 64};
+constexpr QColor kLight(0xf4, 0xf4, 0xf4);
+constexpr QColor kGround(0, 0, 0, 190);
+
+/// Whole pixels only, so that every edge is sharp.
+int part(int size, double share)
+{
+    return std::max(1, int(std::lround(size * share)));
+}
+
+QPixmap drawn(int size)
+{
+    QPixmap pixmap(size, size);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+
+    const int line = part(size, 1 / 16.0);
+    const int top = part(size, 2 / 16.0);
+    const int radius = part(size, 3 / 16.0);
+    const QRect ground(0, top - line, size, size - 2 * (top - line));
+    const QRect outer = ground.adjusted(line, line, -line, -line);
+    const QRect inner = outer.adjusted(line, line, -line, -line);
+    painter.setBrush(kGround);
+    painter.drawRoundedRect(ground, radius + line, radius + line);
+
+    QPainterPath outline;
+    outline.addRoundedRect(outer, radius, radius);
+    outline.addRoundedRect(inner, std::max(1, radius - line), std::max(1, radius - line));
+    painter.setBrush(kLight);
+    painter.drawPath(outline); // odd-even: the ring between the two
+
+    const QRect room = inner.adjusted(line, line, -line, -line);
+    painter.drawRoundedRect(QRect(room.topLeft(), QSize(room.width(), part(inner.height(), 1 / 3.0))), line, line);
+    return pixmap;
+}
+
+} // namespace
+
+QIcon statusIcon()
+{
+    QIcon icon;
+    for (const int size : kSizes)
+        icon.addPixmap(drawn(size));
+    return icon;
+}
+
+} // namespace velto
