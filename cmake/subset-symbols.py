@@ -8,7 +8,8 @@ font has a family name of its own: an icon font that a desktop has installed und
     subset-symbols.py TABLE --source NAME=FONT,CHARMAP ... --font OUT.ttf --code OUT.inc
 
 An entry of the table is "source/glyph", or a list of parts {"glyph", "scale", "x", "y", "rotate"} that are drawn over
-each other: scale and rotate (degrees, clockwise) about the centre of the box, x and y in ems, y downwards.
+each other: scale (one number, or [across, down]) and then rotate (degrees, clockwise) about the centre of the box, and
+then x and y in ems, y downwards.
 """
 
 import argparse
@@ -54,10 +55,12 @@ def parts_of(entry):
 
 def placed(part):
     middle = EM / 2
+    scale = part.get("scale", 1)
+    across, down = scale if isinstance(scale, list) else (scale, scale)
     return (Transform()
             .translate(middle + part.get("x", 0) * EM, middle - part.get("y", 0) * EM)
             .rotate(-math.radians(part.get("rotate", 0)))
-            .scale(part.get("scale", 1), part.get("scale", 1))
+            .scale(across, down)
             .translate(-middle, -middle))
 
 

@@ -1,0 +1,490 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Velto.Design
+
+/// Every primitive in every state, on black.
+Rectangle {
+    id: root
+
+    required property list<string> symbols
+    required property var feeds
+
+    width: 1160
+    height: 790
+    color: "black"
+
+    Column {
+        x: 24
+        y: 24
+        width: 840
+        spacing: 20
+
+        Sample {
+            name: "TabButton"
+
+            Item {
+                width: tabs.width
+                height: tabs.height
+
+                SelectionCapsule {
+                    row: tabs
+                    target: selectedTab
+                }
+                Row {
+                    id: tabs
+
+                    spacing: 2
+
+                    TabButton {
+                        title: "Home"
+                        symbol: "house"
+                        badge: 12
+                    }
+                    TabButton {
+                        title: "Todos"
+                        symbol: "checklist"
+                        badge: 3
+                        hovered: true
+                        help: ""
+                    }
+                    TabButton {
+                        id: selectedTab
+
+                        title: "Agents"
+                        symbol: "sparkle"
+                        badge: 2
+                        selected: true
+                    }
+                    TabButton {
+                        title: "Quillbox"
+                        symbol: "brain"
+                        pressed: true
+                    }
+                    TabButton {
+                        title: "Connect"
+                        symbol: "puzzlepiece.extension"
+
+                        FocusRing {
+                            corner: height / 2
+                            visible: true
+                        }
+                    }
+                }
+            }
+        }
+
+        Sample {
+            name: "IconButton"
+
+            IconButton {
+                symbol: "pin"
+                label: "Pin open"
+            }
+            IconButton {
+                symbol: "pin.fill"
+                label: "Unpin"
+                on: true
+            }
+            IconButton {
+                symbol: "arrow.clockwise"
+                label: "Refresh"
+                hovered: true
+                help: ""
+            }
+            IconButton {
+                symbol: "gearshape"
+                label: "Settings"
+                pressed: true
+            }
+            IconButton {
+                symbol: "ellipsis"
+                label: "More"
+
+                FocusRing {
+                    visible: true
+                }
+            }
+            IconButton {
+                symbol: "xmark"
+                label: "Close"
+                enabled: false
+            }
+            Item {
+                width: 180
+                height: 1
+            }
+            IconButton {
+                symbol: "gearshape"
+                label: "Settings"
+                hovered: true
+                help: "Hide these sessions from the velto. Running sessions are never cleared."
+            }
+        }
+
+        Sample {
+            name: "PillButton"
+
+            PillButton {
+                text: "View session"
+            }
+            PillButton {
+                text: "Hovered"
+                hovered: true
+            }
+            PillButton {
+                text: "Pressed"
+                pressed: true
+            }
+            PillButton {
+                text: "Focused"
+
+                FocusRing {
+                    corner: height / 2
+                    visible: true
+                }
+            }
+            PillButton {
+                text: "Disabled"
+                enabled: false
+            }
+            PillButton {
+                text: "Amber"
+                tint: Theme.amber
+            }
+            PillButton {
+                text: "Mint"
+                tint: Theme.mint
+            }
+            PillButton {
+                text: "Coral"
+                tint: Theme.coral
+            }
+            PillButton {
+                text: "White"
+                tint: "white"
+            }
+        }
+
+        Sample {
+            name: "Pill"
+
+            Pill {
+                text: "Deny"
+                tone: Theme.amber
+            }
+            Pill {
+                text: "Allow"
+                tone: Theme.amber
+                hovered: true
+            }
+            Pill {
+                text: "Allow"
+                tone: Theme.amber
+                pressed: true
+            }
+            Pill {
+                text: "Resume"
+                tone: Theme.mint
+            }
+            Pill {
+                text: "Join"
+                tone: Theme.ice
+            }
+            Pill {
+                text: "Bad"
+                tone: Theme.coral
+
+                FocusRing {
+                    corner: height / 2
+                    visible: true
+                }
+            }
+        }
+
+        Sample {
+            name: "Chip, ChipButton"
+
+            ChipButton {
+                text: "3 waiting"
+                symbol: "hand.raised.fill"
+                tint: Theme.amber
+            }
+            ChipButton {
+                text: "5 due"
+                symbol: "checklist"
+                hovered: true
+            }
+            ChipButton {
+                text: "Weekly sync in 12 min"
+                symbol: "calendar"
+                pressed: true
+            }
+            Chip {
+                text: "Overdue · Fri 20 Nov"
+                symbol: "exclamationmark.circle"
+                tint: Theme.red
+            }
+            Chip {
+                text: "anna"
+                symbol: "person"
+                tint: Theme.cyan
+            }
+            Chip {
+                text: "2"
+                symbol: "text.bubble"
+            }
+        }
+
+        Sample {
+            name: "LiveDot, Spinner"
+
+            LiveDot {
+                anchors.verticalCenter: parent.verticalCenter
+            }
+            LiveDot {
+                anchors.verticalCenter: parent.verticalCenter
+                live: false
+            }
+            LiveDot {
+                anchors.verticalCenter: parent.verticalCenter
+                color: Theme.amber
+                live: false
+            }
+            LiveDot {
+                anchors.verticalCenter: parent.verticalCenter
+                width: 12
+                height: 12
+                color: Theme.mint
+            }
+            Spinner {}
+            Digits {
+                anchors.verticalCenter: parent.verticalCenter
+                value: "11:48"
+            }
+            Digits {
+                anchors.verticalCenter: parent.verticalCenter
+                value: "3!"
+                color: Theme.at("white", 0.85)
+            }
+        }
+
+        Sample {
+            name: "Strip"
+
+            Rectangle {
+                width: 289
+                height: 32
+                color: "#101114"
+
+                Row {
+                    x: 26 - width / 2
+                    anchors.verticalCenter: parent.verticalCenter
+                    spacing: 5
+
+                    Symbol {
+                        anchors.verticalCenter: parent.verticalCenter
+                        name: "checklist"
+                        size: Theme.textSmall
+                    }
+                    Digits {
+                        anchors.verticalCenter: parent.verticalCenter
+                        value: "4"
+                    }
+                }
+                Row {
+                    x: 263 - width / 2
+                    anchors.verticalCenter: parent.verticalCenter
+                    spacing: 5
+
+                    LiveDot {
+                        anchors.verticalCenter: parent.verticalCenter
+                        color: Theme.amber
+                        live: false
+                    }
+                    Digits {
+                        anchors.verticalCenter: parent.verticalCenter
+                        value: "2"
+                    }
+                }
+            }
+        }
+
+        Sample {
+            name: "Peek"
+
+            Rectangle {
+                width: 520
+                height: 36
+                color: "#101114"
+
+                Symbol {
+                    id: mark
+
+                    x: 16
+                    anchors.verticalCenter: parent.verticalCenter
+                    name: "lock.shield"
+                    color: Theme.amber
+                }
+                PlainText {
+                    anchors.left: mark.right
+                    anchors.leftMargin: 8
+                    anchors.right: answers.left
+                    anchors.rightMargin: 12
+                    anchors.verticalCenter: parent.verticalCenter
+                    words: "velto-app wants to use Bash: cmake --build --preset release --target all"
+                    size: Theme.textTitle
+                    weight: Font.Medium
+                    elide: Text.ElideMiddle
+                }
+                Row {
+                    id: answers
+
+                    anchors.right: parent.right
+                    anchors.rightMargin: 16
+                    anchors.verticalCenter: parent.verticalCenter
+                    spacing: 6
+
+                    Pill {
+                        text: "Deny"
+                        tone: Theme.amber
+                    }
+                    Pill {
+                        text: "Allow"
+                        tone: Theme.amber
+                    }
+                }
+            }
+        }
+
+        Sample {
+            name: "SectionLabel"
+
+            SectionLabel {
+                text: "Waiting for you 7"
+            }
+        }
+
+        Sample {
+            name: "GlassCard"
+
+            GlassCard {
+                width: 230
+
+                PlainText {
+                    text: "Know the moment an agent finishes"
+                    size: Theme.textTitle
+                    weight: Font.DemiBold
+                    width: parent.width
+                }
+                PlainText {
+                    width: parent.width
+                    multiline: true
+                    words: "Claude Code can tell Velto when an agent is done or needs you."
+                    color: Theme.glassSecondary
+                }
+                PillButton {
+                    text: "Connect…"
+                }
+            }
+            GlassCard {
+                width: 150
+                tint: Theme.ice
+
+                PlainText {
+                    text: "Tinted"
+                }
+            }
+            GlassCard {
+                width: 150
+                interactive: true
+                label: "A card that is a button"
+
+                PlainText {
+                    text: "Pressable"
+                }
+            }
+        }
+
+        Sample {
+            name: "EmptyNote"
+
+            EmptyNote {
+                symbol: "checkmark.circle"
+                text: "Nothing overdue."
+                action: "Show all"
+            }
+            EmptyNote {
+                symbol: "brain"
+                text: "Nothing new in Quillbox right now."
+            }
+        }
+
+        Sample {
+            name: "StateBanner"
+
+            Column {
+                spacing: 12
+
+                Repeater {
+                    model: root.feeds
+
+                    StateBanner {
+                        required property var modelData
+
+                        width: 540
+                        feed: modelData
+                        retryable: true
+                    }
+                }
+            }
+        }
+
+        Sample {
+            name: "PlainText"
+
+            Column {
+                spacing: 4
+
+                PlainText {
+                    width: 500
+                    words: "PR <img src='http://x'> & <b>bold</b>\nsecond line\u0007\u202E reversed, and long enough to be cut at the end of it"
+                }
+                PlainText {
+                    width: 500
+                    words: "إصلاح تسجيل الدخول في بوابة الدفع · Größenänderung"
+                    elide: Text.ElideMiddle
+                }
+            }
+        }
+    }
+
+    Grid {
+        x: 910
+        y: 24
+        columns: 7
+        columnSpacing: 14
+        rowSpacing: 14
+
+        Repeater {
+            model: root.symbols
+
+            Column {
+                id: cell
+
+                required property string modelData
+
+                spacing: 6
+
+                Symbol {
+                    name: cell.modelData
+                }
+                Symbol {
+                    name: cell.modelData
+                    size: Theme.textSmall
+                    color: Theme.ice
+                }
+            }
+        }
+    }
+}
