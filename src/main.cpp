@@ -4,7 +4,9 @@
 
 #include <QApplication>
 #include <QQuickWindow>
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
 
 namespace {
 
@@ -17,7 +19,9 @@ void print(std::FILE *stream, const QString &text)
 
 int main(int argc, char **argv)
 {
-    const velto::CommandLine commandLine = velto::CommandLine::parse({argv + 1, argv + argc});
+    QStringList arguments;
+    std::transform(argv + 1, argv + argc, std::back_inserter(arguments), [](const char *argument) { return QString::fromLocal8Bit(argument); });
+    const velto::CommandLine commandLine = velto::CommandLine::parse(arguments);
     if (commandLine.help) {
         print(stdout, velto::helpText());
         return 0;

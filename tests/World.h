@@ -37,7 +37,8 @@ struct World {
         tools.installed.insert(QStringLiteral("claude"));
         setListing("[]");
         return std::make_unique<AgentsSource>(
-            AgentsSource::Needs {clock, background, tools, files, applications, prefs, places, installer, nullptr});
+            AgentsSource::Needs {clock, background, tools, files, applications, workspace, prefs, terminal, places, installer,
+                                nullptr});
     }
     /// What `claude agents --json` prints from now on.
     void setListing(const QByteArray &json)

@@ -77,7 +77,7 @@ std::unique_ptr<AgentsSource> Program::makeAgents()
 void Program::showPanel()
 {
     m_panel.engine()->addImportPath(u"qrc:/qt/qml"_s);
-    auto *theme = m_panel.engine()->singletonInstance<Theme *>("Velto.Design", "Theme");
+    auto *theme = m_panel.engine()->singletonInstance<Theme *>(qmlTypeId("Velto.Design", 1, 0, "Theme"));
     const auto follow = [theme, this] { theme->setReducedMotion(m_platform.accessibility.reducedMotion()); };
     QObject::connect(&m_platform.accessibility, &Accessibility::changed, theme, follow);
     follow();
