@@ -18,7 +18,7 @@ namespace {
 /// Questions that wait for an answer at one time; a further one goes back to its terminal at once.
 constexpr std::size_t kMaxQuestions = 128;
 /// What may pile up while the UI thread is busy, in bytes of request bodies; events beyond that are lost.
-constexpr qsizetype kMaxPending = 4 * 1024 * 1024;
+constexpr qsizetype kMaxPending = 4'194'304;
 /// What an event costs besides its body.
 constexpr qsizetype kEventCost = 1024;
 
@@ -248,4 +248,5 @@ void HookListener::deliver()
 
 } // namespace velto
 
-#include "moc_HookListener.cpp"
+// Apart from the other classes', so that a program which only listens links nothing else.
+#include "moc_HookListener.cpp" // NOLINT(bugprone-suspicious-include)

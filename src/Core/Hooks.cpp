@@ -20,7 +20,7 @@ QString hookToken(Defaults &defaults)
     std::array<quint32, 6> random; // 24 bytes
     QRandomGenerator::system()->fillRange(random.data(), qsizetype(random.size()));
     const auto bytes = QByteArray::fromRawData(reinterpret_cast<const char *>(random.data()), qsizetype(sizeof random));
-    const auto token = QString::fromLatin1(bytes.toHex());
+    auto token = QString::fromLatin1(bytes.toHex());
     defaults.set(key, token);
     return token;
 }

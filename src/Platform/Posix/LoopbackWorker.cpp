@@ -2,9 +2,7 @@
 
 #include <cerrno>
 #include <sys/epoll.h>
-#include <sys/eventfd.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
 namespace velto {
 
@@ -15,55 +13,11 @@ constexpr quint64 kMailbox = kListening - 1;
 constexpr int kEvents = 64;
 constexpr int kAcceptsInARow = 16;
 /// What a peer whose request was refused may still send before its connection is cut.
-constexpr qsizetype kMaxDrained = 4 * 1024 * 1024;
+constexpr qsizetype kMaxDrained = 4'194'304;
 /// How long nobody is accepted when the system has no descriptor or memory for one.
 constexpr std::chrono::milliseconds kAcceptPause{100};
 
 } // namespace
-
-Descriptor::~Descriptor()
-{
-    if (m_fd >= 0)
-        close(m_fd);
-}
-
-LoopbackMailbox::LoopbackMailbox()
-    : m_event(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC))
-{
-}
-
-void LoopbackMailbox::post(ConnectionId connection, QByteArray reply)
-{
-    {
-        const std::scoped_lock lock(m_mutex);
-        m_letters.push_back({connection, std::move(reply)});
-    }
-    ring();
-}
-
-void LoopbackMailbox::stop()
-{
-    {
-        const std::scoped_lock lock(m_mutex);
-        m_stopping = true;
-    }
-    ring();
-}
-
-bool LoopbackMailbox::take(std::vector<Letter> &letters)
-{
-    eventfd_t rings = 0;
-    eventfd_read(m_event.get(), &rings);
-    const std::scoped_lock lock(m_mutex);
-    letters.clear();
-    letters.swap(m_letters);
-    return m_stopping;
-}
-
-void LoopbackMailbox::ring()
-{
-    eventfd_write(m_event.get(), 1);
-}
 
 LoopbackWorker::LoopbackWorker(const PosixLoopbackServer::Limits &limits, Descriptor listening,
                                std::shared_ptr<LoopbackMailbox> mailbox, LoopbackServer::MakeConnection make)

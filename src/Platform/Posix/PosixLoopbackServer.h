@@ -19,7 +19,7 @@ public:
         /// Connections that wait for an answer; a further one is dropped.
         int waiting = 256;
         /// Bytes that all busy connections together have sent; beyond it the one that was silent longest goes.
-        qsizetype buffered = 16 * 1024 * 1024;
+        qsizetype buffered = 16'777'216;
         /// From the accept to the end, for connections that don't wait for an answer. Coarse: up to a fifth more.
         std::chrono::milliseconds patience{10'000};
     };
