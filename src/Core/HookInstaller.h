@@ -1,7 +1,11 @@
 #pragma once
 
+#include "Core/SettingsEdit.h"
+
+#include <QByteArray>
 #include <QString>
 #include <optional>
+#include <vector>
 
 namespace velto {
 
@@ -31,7 +35,13 @@ public:
 
 private:
     enum class Change : quint8 { Install, Uninstall };
+    enum class Outcome : quint8 { Done, Outpaced, Failed };
+    std::vector<SettingsHook> entries() const;
     std::optional<QString> edit(Change change);
+    Outcome attempt(Change change, QString &problem);
+    std::optional<QString> backUp(const QByteArray &bytes);
+    /// The file's bytes; nothing if they can't be had or aren't text.
+    std::optional<QByteArray> text() const;
 
     Files &m_files;
     const Clock &m_clock;
