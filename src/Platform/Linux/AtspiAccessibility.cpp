@@ -42,11 +42,12 @@ QByteArray iniValue(const QByteArray &ini, QByteArrayView group, QByteArrayView 
     return found;
 }
 
-bool isZero(const QByteArray &number)
+/// A factor of 0 has every animation end at once. Nothing for what is no number.
+std::optional<bool> stillByFactor(const QByteArray &factor)
 {
     bool isNumber = false;
-    const double value = number.toDouble(&isNumber);
-    return isNumber && value <= 0;
+    const double value = factor.toDouble(&isNumber);
+    return isNumber ? std::optional(value <= 0) : std::nullopt;
 }
 
 } // namespace
@@ -54,7 +55,7 @@ bool isZero(const QByteArray &number)
 bool reducedMotionInFiles(const QByteArray &kdeglobals, const QByteArray &gtkSettings, bool isPlasma)
 {
     if (isPlasma)
-        return isZero(iniValue(kdeglobals, "KDE", "AnimationDurationFactor"));
+        return stillByFactor(iniValue(kdeglobals, "KDE", "AnimationDurationFactor")).value_or(false);
     const auto animations = iniValue(gtkSettings, "Settings", "gtk-enable-animations").toLower();
     return animations == "0" || animations == "false";
 }
@@ -156,7 +157,7 @@ void AtspiAccessibility::setting(const QString &group, const QString &key, const
     if (group == kGnomeGroup && key == kGnomeKey)
         m_stillInPortal = !value.toBool();
     else if (group == kPlasmaGroup && key == kPlasmaKey)
-        m_stillInPlasma = isZero(value.toString().toUtf8());
+        m_stillInPlasma = stillByFactor(value.toString().toUtf8());
     if (before != reducedMotion())
         Q_EMIT changed();
 }

@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QStandardPaths>
+#include <cstdio>
+#include <cstdlib>
 
 namespace velto {
 
@@ -10,13 +12,22 @@ namespace {
 
 constexpr auto kPlatformVariable = "QT_QPA_PLATFORM";
 bool platformChosenHere = false;
+QtMessageHandler handlerBefore = nullptr;
 
-bool displayAnswers()
+/// Stands in while the application object is made. The toolkit ends in qFatal() if it can open no display, and aborts: it
+/// gets no further than here. Asking for the display beforehand would cost a second connection at every start.
+void sayAndEnd(QtMsgType type, const QMessageLogContext &context, const QString &message)
 {
-    auto *connection = xcb_connect(nullptr, nullptr);
-    const bool answers = xcb_connection_has_error(connection) == 0;
-    xcb_disconnect(connection);
-    return answers;
+    if (type == QtFatalMsg) {
+        const auto sentence =
+            QCoreApplication::translate("velto", "Velto needs a graphical session: the display %1 can't be opened.")
+                .arg(qEnvironmentVariable("DISPLAY"));
+        std::fprintf(stderr, "%s\n", qPrintable(sentence));
+        std::_Exit(EXIT_FAILURE);
+    }
+    // What leads up to it says the same less well.
+    if (!QByteArrayView(context.category).startsWith("qt.qpa") && handlerBefore)
+        handlerBefore(type, context, message);
 }
 
 QString configurationFolder()
@@ -40,12 +51,10 @@ std::optional<QString> prepareGraphics()
             : QCoreApplication::translate("velto",
                                           "Velto needs a graphical session with X11: under Wayland it runs through "
                                           "XWayland, and DISPLAY isn't set.");
-    if (!displayAnswers())
-        return QCoreApplication::translate("velto", "Velto needs a graphical session: the display %1 can't be opened.")
-            .arg(qEnvironmentVariable("DISPLAY"));
     // Under Wayland a window can't choose its place by itself; through XWayland it can.
     qputenv(kPlatformVariable, "xcb");
     platformChosenHere = chosen.isEmpty();
+    handlerBefore = qInstallMessageHandler(&sayAndEnd);
     return std::nullopt;
 }
 
@@ -63,6 +72,8 @@ LinuxPlatform::LinuxPlatform(Clock &clock, Files &files, const Places &places)
     // The choice was for us alone: a terminal that we start makes its own.
     if (std::exchange(platformChosenHere, false))
         qunsetenv(kPlatformVariable);
+    if (handlerBefore)
+        qInstallMessageHandler(std::exchange(handlerBefore, nullptr));
 }
 
 void LinuxPlatform::start()

@@ -19,7 +19,9 @@
 namespace velto {
 
 /// Chooses the display that the toolkit will open, before there is an application object. Returns one sentence for the user
-/// if there is none to be had: the toolkit itself would abort. A QT_QPA_PLATFORM that the user has set is left as it is.
+/// if there is none to be had. Should the one there is refuse, the making of the application object says so on the standard
+/// error and ends the program with status 1, where the toolkit itself would abort. A QT_QPA_PLATFORM that names neither X11
+/// nor Wayland is left as it is.
 std::optional<QString> prepareGraphics();
 
 /// Everything that a Linux desktop does for us, in the order in which the pieces lean on each other.

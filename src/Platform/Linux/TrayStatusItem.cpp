@@ -5,6 +5,7 @@
 
 #include <QAction>
 #include <QDBusServiceWatcher>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QSystemTrayIcon>
 
@@ -103,6 +104,7 @@ QMenu *TrayStatusItem::menu()
     if (m_menu)
         return m_menu.get();
     m_menu = std::make_unique<QMenu>();
+    m_menu->installEventFilter(this);
     for (const auto &item : m_items) {
         if (item.title.isEmpty()) {
             m_menu->addSeparator();
@@ -119,6 +121,23 @@ QMenu *TrayStatusItem::menu()
         });
     }
     return m_menu.get();
+}
+
+/// The toolkit runs shortcuts for its active window only, and a menu over another program's windows has none.
+bool TrayStatusItem::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_menu.get() && event->type() == QEvent::KeyPress) {
+        const QKeySequence pressed(static_cast<QKeyEvent *>(event)->keyCombination());
+        const auto actions = m_menu->actions();
+        for (auto *action : actions) {
+            if (action->shortcut().isEmpty() || action->shortcut() != pressed)
+                continue;
+            m_menu->close();
+            action->trigger();
+            return true;
+        }
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 void TrayStatusItem::popUp(QPoint position)

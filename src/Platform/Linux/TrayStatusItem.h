@@ -26,6 +26,8 @@ public:
     void show(const QString &description, std::vector<MenuItem> menu) override;
     void popUp(QPoint position) override;
 
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
     /// Whether the icon stands in a tray.
     bool inTray() const { return m_icon != nullptr; }
 

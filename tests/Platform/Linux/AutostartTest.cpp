@@ -1,0 +1,67 @@
+#include "DiskFiles.h"
+#include "Platform/Linux/AutostartLoginItem.h"
+#include "Tests.h"
+
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace velto;
+using namespace Qt::StringLiterals;
+
+/// The program starts at login from wherever it stands, and the desktop's own switch for it counts.
+class AutostartTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void execs_data()
+    {
+        QTest::addColumn<QString>("program");
+        QTest::addColumn<QByteArray>("exec");
+        QTest::newRow("plain") << u"/usr/bin/velto"_s << QByteArray("\"/usr/bin/velto\"");
+        QTest::newRow("space") << u"/opt/my apps/velto"_s << QByteArray("\"/opt/my apps/velto\"");
+        QTest::newRow("percent") << u"/opt/100%/velto"_s << QByteArray("\"/opt/100%%/velto\"");
+        QTest::newRow("dollar and quote") << u"/o$t/a\"b"_s << QByteArray("\"/o\\\\$t/a\\\\\"b\"");
+        QTest::newRow("backslash") << u"/a\\b"_s << QByteArray("\"/a\\\\\\\\b\"");
+    }
+    void execs()
+    {
+        QFETCH(QString, program);
+        QTEST(desktopExec(program), "exec");
+    }
+    void entries_data()
+    {
+        QTest::addColumn<QByteArray>("entry");
+        QTest::addColumn<bool>("starts");
+        QTest::newRow("ours") << QByteArray("[Desktop Entry]\nExec=\"/usr/bin/velto\"\n") << true;
+        QTest::newRow("without quotes") << QByteArray("[Desktop Entry]\nExec = /usr/bin/velto\n") << true;
+        QTest::newRow("hidden by the desktop") << QByteArray("[Desktop Entry]\nExec=\"/usr/bin/velto\"\nHidden=true\n") << false;
+        QTest::newRow("off in GNOME") << QByteArray("[Desktop Entry]\nExec=/usr/bin/velto\nX-GNOME-Autostart-enabled=false\n")
+                                      << false;
+        QTest::newRow("another program") << QByteArray("[Desktop Entry]\nExec=\"/old/velto\"\n") << false;
+        QTest::newRow("no Exec") << QByteArray("[Desktop Entry]\nName=Velto\n") << false;
+        QTest::newRow("Exec of an action") << QByteArray("[Desktop Entry]\n[Desktop Action x]\nExec=/usr/bin/velto\n") << false;
+        QTest::newRow("empty") << QByteArray() << false;
+    }
+    void entries()
+    {
+        QFETCH(QByteArray, entry);
+        QTEST(startsAtLogin(entry, u"/usr/bin/velto"_s), "starts");
+    }
+    void switchesOnAndOff()
+    {
+        const QTemporaryDir home;
+        DiskFiles files;
+        AutostartLoginItem item(files, home.path(), u"/opt/we ird%/velto"_s);
+        QVERIFY(!item.enabled());
+        QVERIFY(!item.set(false));
+        QVERIFY(item.set(true));
+        // A second program of the same name isn't the one that starts.
+        QVERIFY(!AutostartLoginItem(files, home.path(), u"/usr/bin/velto"_s).enabled());
+        QVERIFY(!item.set(false));
+        QVERIFY(!QFile::exists(home.filePath(u"autostart/velto.desktop"_s)));
+    }
+};
+
+static const AddTest<AutostartTest> kAdded;
+#include "AutostartTest.moc"

@@ -1,0 +1,104 @@
+#include "OtherProgram.h"
+#include "Platform/Linux/XcbHotKey.h"
+#include "Tests.h"
+#include "VirtualDesktop.h"
+
+#include <QGuiApplication>
+#include <QTest>
+
+using namespace velto;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr xcb_keycode_t kKeyOfN = 57;
+constexpr quint16 kControlAlt = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1;
+
+} // namespace
+
+/// Control-Alt-N works whatever is locked, once for a press; and what is taken is reported.
+class HotKeyTest : public QObject {
+    Q_OBJECT
+    std::unique_ptr<XcbServer> m_server;
+
+private Q_SLOTS:
+    void init()
+    {
+        if (QGuiApplication::platformName() != "xcb"_L1)
+            QSKIP("no Xvfb or no openbox");
+        m_server = std::make_unique<XcbServer>();
+    }
+    void cleanup() { m_server.reset(); }
+
+    void pressedUnderLocks()
+    {
+        if (!VirtualDesktop::canAct())
+            QSKIP("no xdotool");
+        int presses = 0;
+        XcbHotKey key(*m_server);
+        QVERIFY(key.registerHotKey([&] { ++presses; }));
+        const QStringList press{u"key"_s, u"ctrl+alt+n"_s};
+        int expected = 0;
+        for (const auto &lock : {QString(), u"Num_Lock"_s, u"Caps_Lock"_s}) {
+            if (!lock.isEmpty())
+                VirtualDesktop::act({u"key"_s, lock});
+            VirtualDesktop::act(press);
+            ++expected;
+            QTRY_COMPARE(presses, expected);
+        }
+        VirtualDesktop::act({u"key"_s, u"Caps_Lock"_s, u"Num_Lock"_s});
+        // Without Alt it is another program's.
+        VirtualDesktop::act({u"key"_s, u"ctrl+n"_s});
+        VirtualDesktop::act(press);
+        ++expected;
+        QTRY_COMPARE(presses, expected);
+    }
+    void takenByAnother()
+    {
+        auto other = std::make_unique<OtherProgram>();
+        // Only the combination with Num Lock is gone: half a key is none.
+        xcb_grab_key(other->connection(), 0, other->root(), kControlAlt | XCB_MOD_MASK_2, kKeyOfN, XCB_GRAB_MODE_ASYNC,
+                     XCB_GRAB_MODE_ASYNC);
+        other->focus(); // a round trip: the grab stands
+        XcbHotKey key(*m_server);
+        QVERIFY(!key.registerHotKey([] {}));
+        OtherProgram third;
+        const XcbReply<xcb_generic_error_t> refusal(
+            xcb_request_check(third.connection(),
+                              xcb_grab_key_checked(third.connection(), 0, third.root(), kControlAlt, kKeyOfN, XCB_GRAB_MODE_ASYNC,
+                                                   XCB_GRAB_MODE_ASYNC)));
+        QVERIFY(!refusal);
+        xcb_ungrab_key(third.connection(), kKeyOfN, third.root(), kControlAlt);
+        third.focus();
+        other.reset();
+        QTRY_VERIFY(key.registerHotKey([] {}));
+    }
+    void heldDown()
+    {
+        int presses = 0;
+        XcbHotKey key(*m_server);
+        QVERIFY(key.registerHotKey([&] { ++presses; }));
+        const auto send = [this](bool pressed, quint32 time) { Q_EMIT m_server->keyChanged(pressed, kKeyOfN, time); };
+        // As it comes to a program that asked for detectable repeats ...
+        for (const quint32 time : {1000U, 1660U, 1690U, 1720U})
+            send(true, time);
+        send(false, 1750);
+        QCoreApplication::processEvents();
+        QCOMPARE(presses, 1);
+        // ... and to one that didn't.
+        send(true, 3000);
+        send(false, 3660);
+        send(true, 3660);
+        send(false, 3700);
+        QCoreApplication::processEvents();
+        QCOMPARE(presses, 2);
+        // A quick second press is one, and so is a press whose predecessor was never let go.
+        send(true, 3750);
+        send(true, 9000);
+        QCoreApplication::processEvents();
+        QCOMPARE(presses, 4);
+    }
+};
+
+static const AddTest<HotKeyTest> kAdded;
+#include "HotKeyTest.moc"

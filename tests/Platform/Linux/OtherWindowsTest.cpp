@@ -1,0 +1,78 @@
+#include "OtherProgram.h"
+#include "Platform/Linux/EwmhApplications.h"
+#include "Tests.h"
+
+#include <QGuiApplication>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace velto;
+using namespace Qt::StringLiterals;
+
+/// What runs and what has the keyboard is known as soon as it changes.
+class OtherWindowsTest : public QObject {
+    Q_OBJECT
+    std::unique_ptr<XcbServer> m_server;
+
+private Q_SLOTS:
+    void init()
+    {
+        if (QGuiApplication::platformName() != "xcb"_L1)
+            QSKIP("no Xvfb or no openbox");
+        m_server = std::make_unique<XcbServer>();
+    }
+    void cleanup() { m_server.reset(); }
+
+    void windowsComeAndGo()
+    {
+        OtherProgram other;
+        EwmhApplications applications(*m_server);
+        QVERIFY(applications.running().isEmpty());
+        applications.start();
+        const auto terminal = other.open(QRect(0, 100, 300, 200), QByteArray("xterm\0XTerm\0", 12));
+        QTRY_COMPARE(applications.frontmost(), u"com.apple.Terminal"_s);
+        QVERIFY(applications.running().contains(u"com.apple.Terminal"_s));
+        const auto editor = other.open(QRect(400, 100, 300, 200), QByteArray("code\0Code\0", 10));
+        QTRY_COMPARE(applications.frontmost(), u"com.microsoft.VSCode"_s);
+        const QSignalSpy changes(&applications, &Applications::runningChanged);
+        other.close(terminal);
+        QTRY_VERIFY(!applications.running().contains(u"com.apple.Terminal"_s));
+        QCOMPARE(changes.size(), 1);
+        other.close(editor);
+        QTRY_VERIFY(applications.running().isEmpty());
+    }
+    void aWindowThatNamesItselfLate()
+    {
+        OtherProgram other;
+        EwmhApplications applications(*m_server);
+        applications.start();
+        const auto window = other.open(QRect(0, 100, 300, 200), {});
+        QTRY_COMPARE(other.focus(), window);
+        QTest::qWait(20);
+        other.name(window, QByteArray("spotify\0Spotify\0", 16));
+        QTRY_VERIFY(applications.running().contains(u"com.spotify.client"_s));
+        QTRY_COMPARE(applications.frontmost(), u"com.spotify.client"_s);
+    }
+    void aRecorderWithoutAWindow()
+    {
+        const QTemporaryDir folder;
+        QVERIFY(QFile::copy(u"/bin/sleep"_s, folder.filePath(u"obs"_s)));
+        EwmhApplications applications(*m_server);
+        applications.start();
+        QProcess recorder;
+        recorder.start(folder.filePath(u"obs"_s), {u"60"_s});
+        QVERIFY(recorder.waitForStarted());
+        // Something on the desktop changes: its tray icon's panel, or any window.
+        OtherProgram other;
+        other.open(QRect(0, 100, 300, 200), QByteArray("w\0W\0", 4));
+        QTRY_VERIFY(applications.running().contains(u"com.obsproject.obs-studio"_s));
+        recorder.kill();
+        QVERIFY(recorder.waitForFinished());
+        QTRY_VERIFY(!applications.running().contains(u"com.obsproject.obs-studio"_s));
+    }
+};
+
+static const AddTest<OtherWindowsTest> kAdded;
+#include "OtherWindowsTest.moc"

@@ -1,0 +1,172 @@
+#include "OtherProgram.h"
+#include "Platform/Linux/QtDisplays.h"
+#include "Platform/Linux/XcbPanelWindow.h"
+#include "Tests.h"
+#include "VirtualDesktop.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QRasterWindow>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace velto;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class Strip final : public QRasterWindow {
+public:
+    QString typed;
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override { typed += event->text(); }
+};
+
+} // namespace
+
+/// The strip stands on top of everything, has the keyboard only when it asks, and gives it back.
+class PanelWindowTest : public QObject {
+    Q_OBJECT
+    std::unique_ptr<XcbServer> m_server;
+    std::unique_ptr<XcbPanelWindow> m_panel;
+    std::unique_ptr<Strip> m_strip;
+    std::unique_ptr<OtherProgram> m_other;
+
+    xcb_window_t id() const { return xcb_window_t(m_strip->winId()); }
+
+private Q_SLOTS:
+    void init()
+    {
+        if (QGuiApplication::platformName() != "xcb"_L1)
+            QSKIP("no Xvfb or no openbox");
+        m_other = std::make_unique<OtherProgram>();
+        m_server = std::make_unique<XcbServer>();
+        m_panel = std::make_unique<XcbPanelWindow>(*m_server);
+        m_strip = std::make_unique<Strip>();
+        m_panel->adopt(m_strip.get());
+        m_panel->place(QRect(495, 0, 289, 32));
+    }
+    void cleanup()
+    {
+        m_strip.reset();
+        m_panel.reset();
+        m_server.reset();
+        m_other.reset();
+    }
+
+    void staysAboveFullScreen()
+    {
+        m_strip->show();
+        QTRY_COMPARE(m_other->top(), id());
+        const auto film = m_other->open(QRect(0, 0, 1280, 800), QByteArray("film\0Film\0", 10), true);
+        QTRY_COMPARE(m_other->focus(), film);
+        QTRY_COMPARE(m_other->top(), id());
+        // Its showing took no one's keyboard.
+        QCOMPARE(m_other->focus(), film);
+        QCOMPARE(m_strip->position(), QPoint(495, 0));
+    }
+    void givesWayToOneThatInsists()
+    {
+        // The window manager has done all it had to do once it names this window.
+        const auto before = m_other->open(QRect(700, 400, 100, 100), QByteArray("b\0B\0", 4));
+        const auto active = [this] { return m_server->values(m_server->root(), m_server->atom(XcbAtom::ActiveWindow)); };
+        QTRY_COMPARE(active(), std::vector<quint32>{before});
+        m_strip->show();
+        QTRY_COMPARE(m_other->top(), id());
+        const auto locker = m_other->open(QRect(0, 0, 1280, 800), QByteArray("lock\0Lock\0", 10), false, false);
+        QTRY_COMPARE(m_other->top(), id());
+        // The second time nothing comes of it, or both would go on for ever.
+        m_other->raise(locker);
+        QTRY_COMPARE(m_other->top(), locker);
+        QTest::qWait(50);
+        QCOMPARE(m_other->top(), locker);
+        // A change of the active window is a reason to come back.
+        const auto window = m_other->open(QRect(100, 100, 200, 200), QByteArray("w\0W\0", 4));
+        QTRY_COMPARE(m_other->focus(), window);
+        QTRY_COMPARE(m_other->top(), id());
+    }
+    void keyboardTakenAndReturned()
+    {
+        const auto editor = m_other->open(QRect(100, 100, 400, 300), QByteArray("e\0E\0", 4));
+        QTRY_COMPARE(m_other->focus(), editor);
+        // Asked for before it is on screen.
+        m_panel->takeFocus();
+        m_strip->show();
+        QTRY_COMPARE(m_other->focus(), id());
+        QTRY_VERIFY(m_strip->isActive());
+        if (VirtualDesktop::canAct()) {
+            QVERIFY(VirtualDesktop::act({u"key"_s, u"h"_s, u"i"_s}));
+            QTRY_COMPARE(m_strip->typed, u"hi"_s);
+        }
+        m_panel->returnFocus();
+        QTRY_COMPARE(m_other->focus(), editor);
+        // Once it is with another window there is nothing to return.
+        m_panel->takeFocus();
+        QTRY_COMPARE(m_other->focus(), id());
+        const auto second = m_other->open(QRect(600, 100, 400, 300), QByteArray("s\0S\0", 4));
+        QTRY_COMPARE(m_other->focus(), second);
+        m_panel->returnFocus();
+        QCOMPARE(m_other->focus(), second);
+    }
+    void keyboardOfAWindowThatWent()
+    {
+        const auto first = m_other->open(QRect(100, 100, 400, 300), QByteArray("f\0F\0", 4));
+        QTRY_COMPARE(m_other->focus(), first);
+        m_strip->show();
+        QTRY_VERIFY(m_strip->isExposed());
+        m_panel->takeFocus();
+        QTRY_COMPARE(m_other->focus(), id());
+        m_other->close(first);
+        QTRY_VERIFY(!m_server->viewable(first));
+        m_panel->returnFocus();
+        QVERIFY(m_other->focus() != id());
+        QVERIFY(m_other->focus() != first);
+    }
+    void pressesElsewhere()
+    {
+        if (!VirtualDesktop::canAct())
+            QSKIP("no xdotool");
+        m_strip->show();
+        QTRY_VERIFY(m_strip->isExposed());
+        const QSignalSpy elsewhere(m_panel.get(), &PanelWindow::pressedElsewhere);
+        const QSignalSpy any(m_server.get(), &XcbServer::buttonPressed);
+        m_panel->watchPresses(true);
+        VirtualDesktop::act({u"mousemove"_s, u"640"_s, u"10"_s, u"click"_s, u"1"_s});
+        QTRY_COMPARE(any.size(), 1);
+        QCOMPARE(elsewhere.size(), 0);
+        // The bare desktop: no focus changes there. A turn of the wheel is no press.
+        VirtualDesktop::act({u"mousemove"_s, u"200"_s, u"700"_s, u"click"_s, u"4"_s, u"click"_s, u"3"_s});
+        QTRY_COMPARE(elsewhere.size(), 1);
+        m_panel->watchPresses(false);
+        VirtualDesktop::act({u"click"_s, u"1"_s});
+        QTest::qWait(50);
+        QCOMPARE(elsewhere.size(), 1);
+        VirtualDesktop::act({u"key"_s, u"Escape"_s});
+    }
+    void compositorComesAndGoes()
+    {
+        m_strip->show();
+        QVERIFY(!m_panel->composited());
+        const QSignalSpy changes(m_panel.get(), &PanelWindow::compositedChanged);
+        auto compositor = std::make_unique<OtherProgram>();
+        const auto owner = compositor->open(QRect(0, 0, 1, 1), "c", false, false);
+        xcb_set_selection_owner(compositor->connection(), owner, compositor->atom("_NET_WM_CM_S0"), XCB_CURRENT_TIME);
+        xcb_flush(compositor->connection());
+        QTRY_VERIFY(m_panel->composited());
+        compositor.reset();
+        QTRY_VERIFY(!m_panel->composited());
+        QCOMPARE(changes.size(), 2);
+    }
+    void oneDisplay()
+    {
+        const auto displays = QtDisplays(*m_server).all();
+        QCOMPARE(displays.size(), 1);
+        QCOMPARE(displays.first().frame, QRectF(0, 0, 1280, 800));
+        QCOMPARE(displays.first().statusBarThickness, 24.0);
+        QVERIFY(displays.first().main);
+    }
+};
+
+static const AddTest<PanelWindowTest> kAdded;
+#include "PanelWindowTest.moc"

@@ -1,0 +1,153 @@
+#include "Platform/Fake/FakeClock.h"
+#include "Platform/Linux/LogindSession.h"
+#include "PrivateBus.h"
+#include "Tests.h"
+
+#include <QDBusArgument>
+#include <QDBusMetaType>
+#include <QDBusObjectPath>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace velto;
+using namespace Qt::StringLiterals;
+
+/// A structure of a name and a path, as logind writes it.
+struct NamedPath {
+    QString name;
+    QDBusObjectPath path;
+};
+Q_DECLARE_METATYPE(NamedPath)
+
+static QDBusArgument &operator<<(QDBusArgument &argument, const NamedPath &named)
+{
+    argument.beginStructure();
+    argument << named.name << named.path;
+    argument.endStructure();
+    return argument;
+}
+static const QDBusArgument &operator>>(const QDBusArgument &argument, NamedPath &named)
+{
+    argument.beginStructure();
+    argument >> named.name >> named.path;
+    argument.endStructure();
+    return argument;
+}
+
+namespace {
+
+const auto kPath = u"/org/freedesktop/login1/session/_31"_s;
+const auto kSession = u"org.freedesktop.login1.Session"_s;
+const auto kSaver = u"org.xfce.ScreenSaver"_s;
+const auto kSaverPath = u"/org/xfce/ScreenSaver"_s;
+
+} // namespace
+
+/// While the screen is locked, by whatever locks it, the session says so; and it never stays locked without a reason.
+class ScreenLockTest : public QObject {
+    Q_OBJECT
+    std::unique_ptr<PrivateBus> m_bus;
+    std::unique_ptr<PlayedService> m_logind;
+    std::unique_ptr<PlayedService> m_saver;
+    FakeClock m_clock;
+    std::unique_ptr<LogindSession> m_session;
+
+    /// Starts the session and waits until it has followed both buses.
+    void begin()
+    {
+        m_session = std::make_unique<LogindSession>(m_clock);
+        const auto bus = m_bus->connect();
+        m_session->start(bus, bus);
+        QTRY_VERIFY(m_logind->asked.contains(u"Get:LockedHint"_s));
+        QTRY_VERIFY(m_saver->asked.contains(u"GetActive"_s));
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_bus = std::make_unique<PrivateBus>();
+        if (!m_bus->works())
+            QSKIP("no dbus-daemon");
+        m_logind = std::make_unique<PlayedService>(m_bus->connect(), u"org.freedesktop.login1"_s);
+        m_logind->answers = {{u"GetSessionByPID"_s, QVariant::fromValue(QDBusObjectPath(kPath))}, {u"Get:LockedHint"_s, false}};
+        m_saver = std::make_unique<PlayedService>(m_bus->connect(), kSaver);
+        m_saver->answers = {{u"GetActive"_s, false}};
+    }
+    void cleanup()
+    {
+        m_session.reset();
+        m_saver.reset();
+        m_logind.reset();
+        m_bus.reset();
+    }
+
+    void lockedAtTheStart()
+    {
+        m_logind->answers.insert(u"Get:LockedHint"_s, true);
+        begin();
+        QTRY_VERIFY(m_session->locked());
+        m_logind->emitPropertyChange(kPath, kSession, u"LockedHint"_s, false);
+        QTRY_VERIFY(!m_session->locked());
+    }
+    void startedByTheServiceManager()
+    {
+        qDBusRegisterMetaType<NamedPath>();
+        m_logind->answers.remove(u"GetSessionByPID"_s);
+        m_logind->answers.insert(u"Get:Display"_s, QVariant::fromValue(NamedPath{u"c2"_s, QDBusObjectPath(kPath)}));
+        m_logind->answers.insert(u"Get:LockedHint"_s, true);
+        begin();
+        QTRY_VERIFY(m_session->locked());
+    }
+    void requestThatNoLockerAnswers()
+    {
+        begin();
+        m_logind->emitSignal(kPath, kSession, u"Lock"_s, {});
+        QTRY_VERIFY(m_session->locked());
+        m_clock.advance(std::chrono::seconds(11));
+        QVERIFY(!m_session->locked());
+    }
+    void requestThatALockerAnswers()
+    {
+        begin();
+        m_logind->emitSignal(kPath, kSession, u"Lock"_s, {});
+        QTRY_VERIFY(m_session->locked());
+        m_logind->emitPropertyChange(kPath, kSession, u"LockedHint"_s, true);
+        QTRY_COMPARE(m_clock.pendingTimers(), 0);
+        m_clock.advance(std::chrono::minutes(1));
+        QVERIFY(m_session->locked());
+        m_logind->emitSignal(kPath, kSession, u"Unlock"_s, {});
+        QTRY_VERIFY(!m_session->locked());
+    }
+    void screenSaverThatCrashes()
+    {
+        begin();
+        m_saver->emitSignal(kSaverPath, kSaver, u"ActiveChanged"_s, {true});
+        QTRY_VERIFY(m_session->locked());
+        m_saver.reset();
+        QTRY_VERIFY(!m_session->locked());
+    }
+    void twoReasonsAtOnce()
+    {
+        begin();
+        const QSignalSpy changes(m_session.get(), &Session::lockedChanged);
+        m_saver->emitSignal(kSaverPath, kSaver, u"ActiveChanged"_s, {true});
+        m_logind->emitPropertyChange(kPath, kSession, u"LockedHint"_s, true);
+        QTRY_VERIFY(m_session->locked());
+        m_saver->emitSignal(kSaverPath, kSaver, u"ActiveChanged"_s, {false});
+        m_logind->emitSignal(u"/org/freedesktop/login1"_s, u"org.freedesktop.login1.Manager"_s, u"PrepareForSleep"_s, {true});
+        const QSignalSpy awake(m_session.get(), &Session::woke);
+        m_logind->emitSignal(u"/org/freedesktop/login1"_s, u"org.freedesktop.login1.Manager"_s, u"PrepareForSleep"_s, {false});
+        QTRY_COMPARE(awake.size(), 1);
+        QVERIFY(m_session->locked());
+        QCOMPARE(changes.size(), 1);
+    }
+    void noBusAtAll()
+    {
+        LogindSession session(m_clock);
+        session.start(QDBusConnection(u"none"_s), QDBusConnection(u"none"_s));
+        QVERIFY(!session.locked());
+    }
+};
+
+static const AddTest<ScreenLockTest> kAdded;
+#include "ScreenLockTest.moc"

@@ -1,0 +1,164 @@
+#include "Platform/Linux/LinuxTerminals.h"
+#include "Tests.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace velto;
+using namespace Qt::StringLiterals;
+
+/// A command line reaches the user's shell in a new window of the right terminal, word for word.
+class TerminalsTest : public QObject {
+    Q_OBJECT
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QByteArray m_path;
+
+    QString put(const QString &name, const QByteArray &script = "#!/bin/sh\n")
+    {
+        QFile file(m_folder->filePath(name));
+        if (!file.open(QIODevice::WriteOnly))
+            return {};
+        file.write(script);
+        file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+        return file.fileName();
+    }
+    FindExecutable find() const
+    {
+        return [this](const QString &name) { return QStandardPaths::findExecutable(name, {m_folder->path()}); };
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_path = qgetenv("PATH");
+    }
+    void cleanup() { qputenv("PATH", m_path); }
+
+    void styles_data()
+    {
+        QTest::addColumn<QString>("terminal");
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("gnome-terminal") << u"gnome-terminal"_s << QStringList{u"--"_s, u"p"_s, u"a b"_s};
+        QTest::newRow("konsole") << u"konsole"_s << QStringList{u"-e"_s, u"p"_s, u"a b"_s};
+        QTest::newRow("xterm") << u"xterm"_s << QStringList{u"-e"_s, u"p"_s, u"a b"_s};
+        QTest::newRow("ghostty") << u"ghostty"_s << QStringList{u"-e"_s, u"p"_s, u"a b"_s};
+        QTest::newRow("kitty") << u"kitty"_s << QStringList{u"p"_s, u"a b"_s};
+        QTest::newRow("foot") << u"foot"_s << QStringList{u"p"_s, u"a b"_s};
+        QTest::newRow("xfce4-terminal") << u"xfce4-terminal"_s << QStringList{u"-x"_s, u"p"_s, u"a b"_s};
+        QTest::newRow("a wrapper of it") << u"xfce4-terminal.wrapper"_s << QStringList{u"-e"_s, u"p"_s, u"a b"_s};
+        QTest::newRow("wezterm") << u"wezterm"_s << QStringList{u"start"_s, u"--"_s, u"p"_s, u"a b"_s};
+        QTest::newRow("lxterminal") << u"lxterminal"_s << QStringList{u"-e"_s, u"/tmp/s"_s};
+        QTest::newRow("warp") << u"warp-terminal"_s << QStringList{u"/tmp/s"_s};
+    }
+    void styles()
+    {
+        QFETCH(QString, terminal);
+        QTEST(terminalArguments(terminalStyle(terminal), {u"p"_s, u"a b"_s}, u"/tmp/s"_s), "arguments");
+    }
+
+    void theDesktopsOwnTerminal()
+    {
+        QVERIFY(!defaultTerminal(find(), u"GNOME"_s, false));
+        put(u"foot"_s);
+        QVERIFY(!defaultTerminal(find(), {}, false));
+        QVERIFY(defaultTerminal(find(), {}, true));
+        const auto kitty = put(u"kitty"_s);
+        QCOMPARE(defaultTerminal(find(), {}, false)->path, kitty);
+        const auto konsole = put(u"konsole"_s);
+        put(u"gnome-terminal"_s);
+        QCOMPARE(defaultTerminal(find(), u"KDE"_s, false)->path, konsole);
+        // An alternative tells its style by what it stands for.
+        const auto alternative = m_folder->filePath(u"x-terminal-emulator"_s);
+        QVERIFY(QFile::link(kitty, alternative));
+        QCOMPARE(defaultTerminal(find(), u"KDE"_s, false), (TerminalProgram{alternative, TerminalStyle::Plain}));
+        const auto standard = put(u"xdg-terminal-exec"_s);
+        QCOMPARE(defaultTerminal(find(), u"KDE"_s, false), (TerminalProgram{standard, TerminalStyle::Plain}));
+    }
+
+    void theWindowStays_data()
+    {
+        QTest::addColumn<QString>("shell");
+        for (const auto *shell : {"sh", "dash", "bash", "zsh", "fish"})
+            QTest::newRow(shell) << QString::fromLatin1(shell);
+    }
+    void theWindowStays()
+    {
+        QFETCH(QString, shell);
+        const auto path = QStandardPaths::findExecutable(shell);
+        if (path.isEmpty())
+            QSKIP("not installed");
+        // The shell that takes over reads its own commands, from what stands for the terminal here.
+        const auto command = shellCommand(path, u"cd '/' && echo \"first $PWD\" && false"_s);
+        QProcess process;
+        process.setProcessEnvironment([this] {
+            auto environment = QProcessEnvironment::systemEnvironment();
+            environment.insert(u"HOME"_s, m_folder->path());
+            return environment;
+        }());
+        process.start(command.first(), command.sliced(1));
+        QVERIFY(process.waitForStarted());
+        process.write("echo second $PWD\nexit\n");
+        process.closeWriteChannel();
+        QVERIFY(process.waitForFinished());
+        const auto output = process.readAllStandardOutput();
+        QVERIFY2(output.contains("first /\n"), output.constData());
+        QVERIFY2(output.contains("second /\n"), output.constData());
+    }
+
+    void launchesDetached()
+    {
+        const auto seen = m_folder->filePath(u"seen"_s);
+        put(u"ghostty"_s,
+            "#!/bin/sh\n{ pwd; printf '%s\\n' \"$#\" \"$1\"; printf '%s|' \"$6\"; echo; ls /proc/self/fd | wc -l;"
+            " ps -o sid= -p $$; echo $$; } >"
+                + QFile::encodeName(seen) + ".new; mv " + QFile::encodeName(seen) + ".new " + QFile::encodeName(seen) + "\n");
+        qputenv("PATH", QFile::encodeName(m_folder->path()) + ':' + m_path);
+        LinuxTerminals terminals(Places{m_folder->path(), {}, {}, m_folder->path()});
+        QVERIFY(terminals.installed(u"com.mitchellh.ghostty"_s));
+        QVERIFY(!terminals.installed(u"com.googlecode.iterm2"_s));
+        QFile held(u"/etc/passwd"_s);
+        QVERIFY(held.open(QIODevice::ReadOnly));
+        terminals.launch(u"com.mitchellh.ghostty"_s, u"cd '/a b' && echo \"it's\""_s);
+        QTRY_VERIFY(QFile::exists(seen));
+        QFile file(seen);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const auto lines = QString::fromUtf8(file.readAll()).split(u'\n');
+        QCOMPARE(lines.value(0), QDir(m_folder->path()).canonicalPath());
+        QCOMPARE(lines.value(2), u"-e"_s);
+        QVERIFY2(lines.value(3).startsWith(u"cd '/a b' && echo \"it's\""_s), qPrintable(lines.value(3)));
+        // Its three streams, and the folder that ls reads.
+        const auto open = lines.indexOf(QRegularExpression(u"^\\d+$"_s), 4);
+        QVERIFY(open > 0);
+        QCOMPARE(lines.value(open), u"4"_s);
+        // In a session of its own: no terminal of ours can end it.
+        QVERIFY(lines.value(open + 1).trimmed() != QString::number(::getsid(0)));
+    }
+
+    void scriptForOneWordTerminals()
+    {
+        const auto seen = m_folder->filePath(u"seen"_s);
+        put(u"warp-terminal"_s,
+            "#!/bin/sh\nprintf %s \"$1\" >" + QFile::encodeName(seen) + ".new; mv " + QFile::encodeName(seen) + ".new "
+                + QFile::encodeName(seen) + "\n");
+        qputenv("PATH", QFile::encodeName(m_folder->path()) + ':' + m_path);
+        LinuxTerminals(Places{m_folder->path(), {}, {}, m_folder->path()}).launch(u"dev.warp.Warp-Stable"_s, u"echo 'é'"_s);
+        QTRY_VERIFY(QFile::exists(seen));
+        QFile told(seen);
+        QVERIFY(told.open(QIODevice::ReadOnly));
+        QFile script(QString::fromUtf8(told.readAll()));
+        QCOMPARE(script.permissions() & ~(QFileDevice::ReadUser | QFileDevice::WriteUser | QFileDevice::ExeUser),
+                 QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+        QVERIFY(script.open(QIODevice::ReadOnly));
+        const auto text = script.readAll();
+        QVERIFY(text.startsWith("#!/"));
+        QVERIFY(text.contains(" -l\necho 'é'\nexec '/"));
+    }
+};
+
+static const AddTest<TerminalsTest> kAdded;
+#include "TerminalsTest.moc"

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QPoint>
+#include <QProcess>
+#include <QString>
+#include <QTemporaryDir>
+
+/// An X server of the test's own with a window manager, before there is an application object.
+class VirtualDesktop {
+public:
+    VirtualDesktop();
+    ~VirtualDesktop();
+
+    bool works() const { return m_works; }
+
+    /// Works the keyboard and the mouse, with xdotool.
+    static bool act(const QStringList &what);
+    static bool canAct();
+
+private:
+    QTemporaryDir m_home;
+    QProcess m_server;
+    QProcess m_manager;
+    bool m_works = false;
+};
