@@ -114,7 +114,7 @@ bool isSessionId(const QString &text)
 QString shellQuoted(const QString &text)
 {
     QString inner = text;
-    inner.replace(u'\'', "'\\''"_L1);
+    inner.replace(u'\'', R"('\'')"_L1);
     return u'\'' + inner + u'\'';
 }
 

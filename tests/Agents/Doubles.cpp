@@ -13,7 +13,6 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-class HookListener::Relay { };
 WEAK HookListener::~HookListener() = default;
 WEAK void HookListener::start() { }
 

@@ -18,8 +18,6 @@
 #include <unistd.h>
 #include <utility>
 
-extern char **environ; // NOLINT(readability-redundant-declaration): unistd.h has it as an extension only
-
 using namespace std::chrono_literals;
 
 namespace velto {
@@ -29,7 +27,8 @@ namespace {
 constexpr auto kLastWords = 2s;
 constexpr auto kLongestPause = 250ms;
 constexpr std::chrono::duration<double> kLongestTimeout = 24h;
-constexpr qsizetype kChunk = 64 * 1024;
+constexpr qsizetype kChunk = 65536;
+constexpr qsizetype kMegabyte = 1048576;
 
 class Descriptor {
 public:
@@ -328,7 +327,7 @@ RunResult PosixToolRunner::conclude(Child &child, End end, std::chrono::duration
                 QCoreApplication::translate("ToolRunner", "timed out after %1 s").arg(qint64(std::trunc(timeout.count())))};
     case End::TooMuch:
         return {false, child.out,
-                QCoreApplication::translate("ToolRunner", "printed more than %1 MB").arg(m_maximumOutput / (1024 * 1024))};
+                QCoreApplication::translate("ToolRunner", "printed more than %1 MB").arg(m_maximumOutput / kMegabyte)};
     case End::Stopped:
         return {false, child.out, QCoreApplication::translate("ToolRunner", "given up, because Velto is ending")};
     }

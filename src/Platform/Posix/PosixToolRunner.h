@@ -16,9 +16,11 @@ namespace velto {
 class PosixToolRunner final : public ToolRunner {
 public:
     /// What a tool may print, both streams together, before it is given up.
-    static constexpr qsizetype kMaximumOutput = 64 * 1024 * 1024;
+    static constexpr qsizetype kMaximumOutput = qsizetype{64} * 1024 * 1024;
 
     explicit PosixToolRunner(const QStringList &searchPath, qsizetype maximumOutput = kMaximumOutput);
+    PosixToolRunner(const PosixToolRunner &) = delete;
+    PosixToolRunner &operator=(const PosixToolRunner &) = delete;
     /// No run may be under way.
     ~PosixToolRunner() override;
 

@@ -18,7 +18,7 @@ namespace velto {
 namespace {
 
 constexpr std::chrono::seconds kListingLimit{15};
-constexpr qint64 kMaximumStateFile = 1024 * 1024;
+constexpr qint64 kMaximumStateFile = 1048576;
 
 /// Reads the keys of one object; `ok` turns false at the first one that has the wrong type. Null is as good as absent.
 class Keys {

@@ -14,7 +14,6 @@
 #include "Tabs/Agents/AgentRows.h"
 
 #include <algorithm>
-#include <array>
 
 using namespace Qt::StringLiterals;
 
