@@ -17,6 +17,7 @@
 namespace {
 
 struct Free {
+    // NOLINTNEXTLINE(cppcoreguidelines-no-malloc): what xcb answers comes from malloc
     void operator()(void *memory) const { std::free(memory); }
 };
 template <typename T> using Reply = std::unique_ptr<T, Free>;

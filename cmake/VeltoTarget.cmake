@@ -13,10 +13,30 @@ if(VELTO_SANITIZE)
     target_link_options(velto-options INTERFACE -fsanitize=${VELTO_SANITIZE})
 endif()
 
+# The headers that nearly every source reads, precompiled once for all targets: it halves the time a source takes. With GCC only,
+# so that the Clang builds (fuzz, lint) still notice a source that leans on another's includes.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/precompiled.cpp CONTENT "")
+    add_library(velto-precompiled STATIC ${CMAKE_BINARY_DIR}/precompiled.cpp)
+    set_target_properties(velto-precompiled PROPERTIES AUTOMOC OFF)
+    target_link_libraries(velto-precompiled PRIVATE velto-options Qt6::Core)
+    target_precompile_headers(velto-precompiled PRIVATE
+        <QByteArray> <QDateTime> <QHash> <QJsonArray> <QJsonDocument> <QJsonObject> <QList> <QObject> <QPointer> <QString>
+        <QStringList> <chrono> <functional> <memory> <optional> <vector>)
+endif()
+
+# velto_precompiled(NAME): lets a target that links Qt Core use them.
+function(velto_precompiled name)
+    if(TARGET velto-precompiled)
+        target_precompile_headers(${name} REUSE_FROM velto-precompiled)
+    endif()
+endfunction()
+
 # velto_library(NAME SOURCES... ): a static library of ours.
 function(velto_library name)
     add_library(${name} STATIC ${ARGN})
     target_link_libraries(${name} PUBLIC velto-options)
+    velto_precompiled(${name})
 endfunction()
 
 # velto_qml_module(NAME URI QML_FILES ... SOURCES ...): one folder, one library, one QML module.
@@ -32,4 +52,5 @@ function(velto_qml_module name uri)
     qt_add_qml_module(${name} URI ${uri} VERSION 1.0 RESOURCE_PREFIX /qt/qml
         OUTPUT_DIRECTORY ${QT_QML_OUTPUT_DIRECTORY}/${path} ${cachegen} ${ARGN})
     target_link_libraries(${name} PUBLIC velto-options Qt6::Quick)
+    velto_precompiled(${name})
 endfunction()

@@ -6,9 +6,6 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 cd "$root"
 me=script/$(basename "$0")
 
-# Precompiled headers and ccache get along with these.
-export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros}
-
 say() { printf '%s\n' "$*" >&2; }
 
 die() {
