@@ -4,6 +4,7 @@
 
 #include <QDirIterator>
 #include <QFile>
+#include <QImage>
 #include <QPainterPath>
 #include <QRawFont>
 #include <QRegularExpression>
@@ -81,6 +82,28 @@ void SymbolsTest::unknownNamesDrawNothing()
     QVERIFY(symbolGlyph(u"").isEmpty());
     QVERIFY(symbolGlyph(u"hand.raised").isEmpty());
     QVERIFY(symbolGlyph(u"zzz").isEmpty());
+}
+
+void SymbolsTest::picturesAreSharpAtEveryScale()
+{
+    QVERIFY(symbolImage(u"zzz", 22, Qt::white).isNull());
+    for (const qreal ratio : {1.0, 1.5, 2.0}) {
+        const QImage image = symbolImage(u"circle", 22, Qt::red, ratio);
+        QCOMPARE(image.size(), QSize(int(22 * ratio), int(22 * ratio)));
+        QCOMPARE(image.devicePixelRatio(), ratio);
+        // A ring: nothing in the middle, its colour on the way out, as far above as below.
+        const int middle = image.width() / 2;
+        int top = 0;
+        int bottom = image.height() - 1;
+        while (top < middle && qAlpha(image.pixel(middle, top)) < 128)
+            ++top;
+        while (bottom > middle && qAlpha(image.pixel(middle, bottom)) < 128)
+            --bottom;
+        QCOMPARE(qAlpha(image.pixel(middle, middle)), 0);
+        QVERIFY(top > 0 && top < middle / 2);
+        QVERIFY(qAbs(top - (image.height() - 1 - bottom)) <= 1);
+        QCOMPARE(image.pixelColor(middle, top).red(), 255);
+    }
 }
 
 void SymbolsTest::everyNameInTheSourcesIsKnown()

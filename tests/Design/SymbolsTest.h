@@ -10,6 +10,7 @@ class SymbolsTest : public QObject {
 private Q_SLOTS:
     void everyEntryIsDrawn();
     void unknownNamesDrawNothing();
+    void picturesAreSharpAtEveryScale();
     void everyNameInTheSourcesIsKnown();
     void noTextIsRichByAccident();
 };
