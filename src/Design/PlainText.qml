@@ -14,6 +14,7 @@ Text {
     text: root.multiline ? Plain.lines(root.words) : Plain.line(root.words)
     textFormat: Text.PlainText
     color: Theme.glassPrimary
+    horizontalAlignment: Text.AlignLeft // a right-to-left name in a list stays in its column
     renderType: Text.NativeRendering
     elide: root.multiline ? Text.ElideNone : Text.ElideRight
     wrapMode: root.multiline ? Text.Wrap : Text.NoWrap

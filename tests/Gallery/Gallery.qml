@@ -11,7 +11,7 @@ Rectangle {
     required property var feeds
 
     width: 1160
-    height: 790
+    height: 850
     color: "black"
 
     Column {
@@ -109,16 +109,6 @@ Rectangle {
                 symbol: "xmark"
                 label: "Close"
                 enabled: false
-            }
-            Item {
-                width: 180
-                height: 1
-            }
-            IconButton {
-                symbol: "gearshape"
-                label: "Settings"
-                hovered: true
-                help: "Hide these sessions from the velto. Running sessions are never cleared."
             }
         }
 
@@ -455,6 +445,21 @@ Rectangle {
                     words: "إصلاح تسجيل الدخول في بوابة الدفع · Größenänderung"
                     elide: Text.ElideMiddle
                 }
+            }
+        }
+
+        Sample {
+            name: "HelpTip"
+
+            Item {
+                width: 120
+                height: 1
+            }
+            IconButton {
+                symbol: "gearshape"
+                label: "Settings"
+                hovered: true
+                help: "Hide these sessions from the velto. Running sessions are never cleared."
             }
         }
     }
