@@ -10,6 +10,8 @@
 #include <QTest>
 #include <QWindow>
 
+using namespace Qt::StringLiterals;
+
 namespace velto {
 
 /// Where the window is at each moment, and what the strip says.

@@ -8,6 +8,8 @@
 
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 namespace velto {
 
 /// What pointer, taps and focus do to the panel.
