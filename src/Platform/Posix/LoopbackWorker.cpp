@@ -29,8 +29,6 @@ LoopbackWorker::LoopbackWorker(const PosixLoopbackServer::Limits &limits, Descri
 {
 }
 
-LoopbackWorker::~LoopbackWorker() = default;
-
 bool LoopbackWorker::prepare()
 {
     epoll_event listening{EPOLLIN, {.u64 = kListening}};

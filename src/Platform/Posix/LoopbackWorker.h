@@ -14,7 +14,6 @@ class LoopbackWorker {
 public:
     LoopbackWorker(const PosixLoopbackServer::Limits &limits, Descriptor listening, std::shared_ptr<LoopbackMailbox> mailbox,
                    LoopbackServer::MakeConnection make);
-    ~LoopbackWorker();
 
     /// False if the system has no more descriptors for it.
     bool prepare();
