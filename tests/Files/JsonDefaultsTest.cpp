@@ -1,0 +1,208 @@
+#include "Platform/Posix/JsonDefaults.h"
+#include "FilesTesting.h"
+#include "Platform/Fake/FakeClock.h"
+#include "Platform/Posix/PosixFiles.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+using namespace velto;
+
+namespace {
+
+constexpr int kCopies = 200; ///< a value of some kilobytes that shows at once if it is half a value
+
+QStringList valueOf(int round)
+{
+    return QStringList(kCopies, QString::number(round));
+}
+
+} // namespace
+
+/// Tells on standard output after each write which one is done.
+[[noreturn]] void writeUntilKilled(const QString &path)
+{
+    FaultyCalls calls;
+    PosixFiles files(calls);
+    FakeClock clock;
+    JsonDefaults defaults(files, clock, path);
+    for (int round = defaults.value(u"value"_s).toStringList().value(0).toInt() + 1;; ++round) {
+        defaults.set(u"value"_s, valueOf(round));
+        std::printf("%d\n", round);
+        std::fflush(stdout);
+    }
+}
+
+class JsonDefaultsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>(scratchTemplate());
+        m_path = m_folder->filePath(u"velto/settings.json"_s);
+    }
+
+    void typesSurviveARestart_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<int>("type");
+        const QDateTime moment(QDate(2026, 11, 21), QTime(9, 0, 1, 234));
+        QTest::newRow("false") << QVariant(false) << int(QMetaType::Bool);
+        QTest::newRow("int") << QVariant(7) << int(QMetaType::LongLong);
+        QTest::newRow("beyond doubles") << QVariant(Q_INT64_C(9007199254740993)) << int(QMetaType::LongLong);
+        QTest::newRow("least") << QVariant(std::numeric_limits<qint64>::min()) << int(QMetaType::LongLong);
+        QTest::newRow("fraction") << QVariant(0.1 + 0.2) << int(QMetaType::Double);
+        QTest::newRow("whole real") << QVariant(2.0) << int(QMetaType::Double);
+        QTest::newRow("huge real") << QVariant(1e300) << int(QMetaType::Double);
+        QTest::newRow("text") << QVariant(u"größe \"🙂\" \n"_s) << int(QMetaType::QString);
+        QTest::newRow("empty text") << QVariant(u""_s) << int(QMetaType::QString);
+        QTest::newRow("text like a date") << QVariant(moment.toString(Qt::ISODateWithMs)) << int(QMetaType::QString);
+        QTest::newRow("text like a number") << QVariant(u"12"_s) << int(QMetaType::QString);
+        QTest::newRow("list") << QVariant(QStringList{u"a"_s, u""_s}) << int(QMetaType::QStringList);
+        QTest::newRow("empty list") << QVariant(QStringList()) << int(QMetaType::QStringList);
+        QTest::newRow("date") << QVariant(moment) << int(QMetaType::QDateTime);
+        QTest::newRow("date in UTC") << QVariant(moment.toUTC()) << int(QMetaType::QDateTime);
+    }
+    void typesSurviveARestart()
+    {
+        QFETCH(QVariant, value);
+        QFETCH(int, type);
+        defaults()->set(u"key"_s, value);
+        const auto reopened = defaults();
+        QCOMPARE(reopened->value(u"key"_s).typeId(), type);
+        QCOMPARE(reopened->value(u"key"_s), value);
+        reopened->set(u"key"_s, QVariant());
+        QVERIFY(!defaults()->value(u"key"_s).isValid());
+    }
+
+    void theFileIsPrivate()
+    {
+        defaults()->set(u"hookToken"_s, u"secret"_s);
+        QCOMPARE(modeOf(m_path), 0600);
+        QCOMPARE(modeOf(QFileInfo(m_path).path()), 0700);
+    }
+
+    void whatIsUnknownStaysAndReadsAsNothing()
+    {
+        QDir().mkpath(QFileInfo(m_path).path());
+        writeFile(
+            m_path,
+            R"({"later":{"a":[1,{"b":null}]},"mixed":["a",1],"none":null,"two":{"date":"x","real":"1"},"bad":{"date":"x"}})");
+        const auto opened = defaults();
+        for (const auto &key : {u"later"_s, u"mixed"_s, u"none"_s, u"two"_s, u"bad"_s, u"absent"_s})
+            QVERIFY2(!opened->value(key).isValid(), qPrintable(key));
+        const QJsonObject before = QJsonDocument::fromJson(readFile(m_path)).object();
+        opened->set(u"mine"_s, true);
+        QJsonObject after = QJsonDocument::fromJson(readFile(m_path)).object();
+        QCOMPARE(after.take(u"mine"_s), QJsonValue(true));
+        QCOMPARE(after, before);
+        opened->clear();
+        QCOMPARE(QJsonDocument::fromJson(readFile(m_path)).object(), QJsonObject());
+    }
+
+    void aDamagedFileIsKeptAside()
+    {
+        QDir().mkpath(QFileInfo(m_path).path());
+        const QByteArray damaged = R"({"openMode":"click","off":[)";
+        m_clock.setWallTime(QDateTime(QDate(2026, 11, 15), QTime(19, 20), Qt::UTC));
+        for (const auto &name :
+             {u"settings.json.damaged-2026-11-15T19-20-00Z"_s, u"settings.json.damaged-2026-11-15T19-20-00Z-2"_s}) {
+            writeFile(m_path, damaged);
+            const auto opened = defaults();
+            QVERIFY(!opened->value(u"openMode"_s).isValid());
+            QCOMPARE(readFile(m_path), damaged); // reading alone touches nothing
+            opened->set(u"openMode"_s, u"hover"_s);
+            opened->set(u"mode"_s, u"ai"_s);
+            const QString copy = QFileInfo(m_path).path() + u'/' + name;
+            QCOMPARE(readFile(copy), damaged);
+            QCOMPARE(modeOf(copy), 0600);
+            QCOMPARE(defaults()->value(u"openMode"_s), QVariant(u"hover"_s));
+        }
+        QCOMPARE(filesIn(QFileInfo(m_path).path()).size(), 3);
+    }
+
+    void aFailedWriteGoesOutWithTheNextOne()
+    {
+        const auto opened = defaults();
+        opened->set(u"a"_s, 1);
+        m_calls.failAt = m_calls.steps + 8;
+        m_calls.error = ENOSPC;
+        opened->set(u"a"_s, 2);
+        QCOMPARE(opened->value(u"a"_s), QVariant(2LL));
+        QCOMPARE(defaults()->value(u"a"_s), QVariant(1LL));
+        opened->set(u"a"_s, 2); // the same value again: still unsaved, so it is tried
+        QCOMPARE(defaults()->value(u"a"_s), QVariant(2LL));
+        const int renames = m_calls.renames;
+        opened->set(u"a"_s, 2);
+        QCOMPARE(m_calls.renames, renames);
+    }
+
+    void aFileThatCannotBeReadIsNotWrittenOver()
+    {
+        defaults()->set(u"old"_s, u"kept"_s);
+        m_calls.failAt = m_calls.steps + 1;
+        const auto opened = defaults();
+        QVERIFY(!opened->value(u"old"_s).isValid());
+        m_calls.failAt = m_calls.steps + 1;
+        opened->set(u"new"_s, 1);
+        QCOMPARE(defaults()->value(u"old"_s), QVariant(u"kept"_s));
+        opened->set(u"newer"_s, 2); // the disk is back
+        QCOMPARE(opened->value(u"old"_s), QVariant(u"kept"_s));
+        for (const auto &key : {u"old"_s, u"new"_s, u"newer"_s})
+            QVERIFY(defaults()->value(key).isValid());
+    }
+
+    void aKillAtAnyMomentLosesNothingThatWasSet()
+    {
+        constexpr int kKills = 100;
+        int announced = 0;
+        for (int kill = 0; kill < kKills; ++kill) {
+            QProcess child;
+            child.start(QCoreApplication::applicationFilePath(), {u"--write-until-killed"_s, m_path});
+            const int least = announced + 1 + kill % 3;
+            while (announced < least) {
+                QVERIFY(child.canReadLine() || child.waitForReadyRead());
+                while (child.canReadLine())
+                    announced = child.readLine().trimmed().toInt();
+            }
+            // Each time a little later within a write.
+            QElapsedTimer timer;
+            timer.start();
+            while (timer.nsecsElapsed() < kill * 20000) { }
+            child.kill();
+            QVERIFY(child.waitForFinished());
+            while (child.canReadLine())
+                announced = child.readLine().trimmed().toInt();
+
+            const QStringList stored = defaults()->value(u"value"_s).toStringList();
+            const int round = stored.value(0).toInt();
+            QCOMPARE(stored, valueOf(round));
+            QVERIFY2(round == announced || round == announced + 1, qPrintable(u"%1 of %2"_s.arg(round).arg(announced)));
+            announced = round;
+        }
+        QCOMPARE(filesIn(QFileInfo(m_path).path(), u"*damaged*"_s), QStringList());
+    }
+
+private:
+    std::unique_ptr<JsonDefaults> defaults() { return std::make_unique<JsonDefaults>(m_files, m_clock, m_path); }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_path;
+    FaultyCalls m_calls;
+    PosixFiles m_files{m_calls};
+    FakeClock m_clock;
+};
+
+int runJsonDefaultsTest(int argc, char **argv)
+{
+    JsonDefaultsTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "JsonDefaultsTest.moc"
