@@ -58,6 +58,7 @@ public:
     bool interrupted = false; ///< each call that may be interrupted is, once
     std::size_t longestWrite = SIZE_MAX;
     int renames = 0;
+    bool failedBeforeRename = false;
 
     int open(const char *path, int flags, mode_t mode) override
     {
@@ -101,6 +102,7 @@ private:
     {
         if (++steps != failAt)
             return false;
+        failedBeforeRename = renames == 0;
         errno = error;
         return true;
     }
