@@ -206,7 +206,7 @@ private Q_SLOTS:
         QCOMPARE(d.strip.quiet(), working + blocked == 0);
         QCOMPARE(QSizeF(d.outline.width(), d.outline.height()), d.strip.quiet() ? QSizeF(120, 24) : QSizeF(224, 24));
 
-        d.applications.setRunning({u"com.obsproject.obs-studio"_s});
+        d.applications.setRunning(QStringList {u"com.obsproject.obs-studio"_s});
         QCOMPARE(d.strip.left(), CollapsedStrip::Left::Recording);
         QVERIFY(!d.strip.quiet());
         d.applications.setRunning({});
