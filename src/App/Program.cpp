@@ -77,10 +77,6 @@ std::unique_ptr<AgentsSource> Program::makeAgents()
 void Program::showPanel()
 {
     m_panel.engine()->addImportPath(u"qrc:/qt/qml"_s);
-    auto *theme = m_panel.engine()->singletonInstance<Theme *>(qmlTypeId("Velto.Design", 1, 0, "Theme"));
-    const auto follow = [theme, this] { theme->setReducedMotion(m_platform.accessibility.reducedMotion()); };
-    QObject::connect(&m_platform.accessibility, &Accessibility::changed, theme, follow);
-    follow();
     m_panel.setInitialProperties({
         {u"ui"_s, QVariant::fromValue(&m_ui)},
         {u"strip"_s, QVariant::fromValue(&m_strip)},
@@ -90,6 +86,10 @@ void Program::showPanel()
         {u"accessibility"_s, QVariant::fromValue(static_cast<Accessibility *>(&m_platform.accessibility))},
     });
     m_panel.setSource(QUrl(u"qrc:/qt/qml/Velto/Shell/VeltoView.qml"_s));
+    auto *theme = Theme::of(m_panel.engine());
+    const auto follow = [theme, this] { theme->setReducedMotion(m_platform.accessibility.reducedMotion()); };
+    QObject::connect(&m_platform.accessibility, &Accessibility::changed, theme, follow);
+    follow();
     m_platform.panelWindow.adopt(&m_panel);
     m_delegate.showPanel();
 }
