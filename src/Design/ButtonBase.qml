@@ -14,6 +14,8 @@ Item {
     property bool pressed: (tap.pressed || keys.held) && root.enabled
 
     signal clicked
+    /// A press began that may become a click.
+    signal pressBegan
 
     activeFocusOnTab: true
     opacity: root.enabled ? 1 : 0.4
@@ -60,6 +62,10 @@ Item {
 
         gesturePolicy: TapHandler.ReleaseWithinBounds
         longPressThreshold: 3600 // a slow press is a press
+        onPressedChanged: {
+            if (pressed)
+                root.pressBegan();
+        }
         onTapped: root.clicked()
     }
 

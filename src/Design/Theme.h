@@ -34,6 +34,8 @@ class Theme : public QObject {
     Q_PROPERTY(QColor orange MEMBER kOrange CONSTANT FINAL)
     Q_PROPERTY(QColor green MEMBER kGreen CONSTANT FINAL)
     Q_PROPERTY(QColor cyan MEMBER kCyan CONSTANT FINAL)
+    // What the open panel comes to near its lower edge, for long lists to fade into
+    Q_PROPERTY(QColor panelFloor MEMBER kPanelFloor CONSTANT FINAL)
 
     // Type, in logical pixels
     Q_PROPERTY(QString family READ family CONSTANT FINAL)
@@ -77,6 +79,8 @@ public:
     static constexpr QColor kOrange{255, 159, 10};
     static constexpr QColor kGreen{48, 209, 88};
     static constexpr QColor kCyan{100, 210, 255};
+
+    static constexpr QColor kPanelFloor {6, 9, 10};
 
     static constexpr int kTextTiny = 10;
     static constexpr int kTextSmall = 11;

@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Velto.Design
+import Velto.Shell
 import Velto.Stores
 
 // The open panel: tabs and buttons, the highlights, the content of the selected tab.

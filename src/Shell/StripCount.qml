@@ -1,5 +1,6 @@
 import QtQuick
 import Velto.Design
+import Velto.Shell
 
 // A dot and a number beside the housing. It lights up for a moment when the number changes.
 Item {

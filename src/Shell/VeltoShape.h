@@ -9,17 +9,17 @@ namespace velto {
 class VeltoShape : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(double top READ top WRITE setTop NOTIFY changed FINAL)
-    Q_PROPERTY(double bottom READ bottom WRITE setBottom NOTIFY changed FINAL)
+    Q_PROPERTY(double topRadius READ topRadius WRITE setTopRadius NOTIFY changed FINAL)
+    Q_PROPERTY(double bottomRadius READ bottomRadius WRITE setBottomRadius NOTIFY changed FINAL)
     Q_PROPERTY(double openness READ openness WRITE setOpenness NOTIFY changed FINAL)
     Q_PROPERTY(QColor glow READ glow WRITE setGlow NOTIFY changed FINAL)
 public:
     explicit VeltoShape(QQuickItem *parent = nullptr);
 
-    double top() const { return m_top; }
-    void setTop(double top) { set(m_top, top); }
-    double bottom() const { return m_bottom; }
-    void setBottom(double bottom) { set(m_bottom, bottom); }
+    double topRadius() const { return m_top; }
+    void setTopRadius(double radius) { set(m_top, radius); }
+    double bottomRadius() const { return m_bottom; }
+    void setBottomRadius(double radius) { set(m_bottom, radius); }
     double openness() const { return m_openness; }
     void setOpenness(double openness) { set(m_openness, openness); }
     QColor glow() const { return m_glow; }

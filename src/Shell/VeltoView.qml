@@ -1,5 +1,6 @@
 import QtQuick
 import Velto.Design
+import Velto.Shell
 import Velto.Stores
 
 // Everything that stands in the window. The black hangs from its top centre and moves towards the outline.
@@ -23,8 +24,8 @@ Item {
         anchors.horizontalCenter: parent.horizontalCenter
         width: root.outline.width
         height: root.outline.height
-        top: root.outline.top
-        bottom: root.outline.bottom
+        topRadius: root.outline.top
+        bottomRadius: root.outline.bottom
         openness: root.ui.expanded ? 1 : 0
         glow: Theme.ice
 
@@ -36,11 +37,11 @@ Item {
             enabled: root.moves
             Spring {}
         }
-        Behavior on top {
+        Behavior on topRadius {
             enabled: root.moves
             Spring {}
         }
-        Behavior on bottom {
+        Behavior on bottomRadius {
             enabled: root.moves
             Spring {}
         }
