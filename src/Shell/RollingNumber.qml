@@ -58,7 +58,7 @@ Row {
                 onFinished: place.before = place.digit
             }
 
-            Text {
+            PlainText {
                 anchors.horizontalCenter: parent.horizontalCenter
                 y: -parent.height * place.turned
                 opacity: 1 - place.turned
@@ -66,8 +66,9 @@ Row {
                 text: place.before
                 color: root.color
                 font: slot.font
+                renderType: Text.QtRendering
             }
-            Text {
+            PlainText {
                 anchors.horizontalCenter: parent.horizontalCenter
                 y: parent.height * (1 - place.turned)
                 opacity: place.turned
