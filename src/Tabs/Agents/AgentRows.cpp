@@ -54,7 +54,7 @@ RowModel::Row agentRow(const Agent &agent, const QDateTime &now)
 
 QList<QByteArray> toolRoles()
 {
-    return {"toolName", "symbol", "countText", "since", "note"};
+    return {"toolName"_ba, "symbol"_ba, "countText"_ba, "since"_ba, "note"_ba};
 }
 
 RowModel::Row toolRow(const ToolProcess &tool)
