@@ -8,6 +8,7 @@
 #include "Shell/PanelOutline.h"
 #include "Shell/UI.h"
 
+#include <QCursor>
 #include <QWindow>
 
 using namespace std::chrono_literals;
@@ -40,6 +41,7 @@ void AppDelegate::showPanel()
 
 void AppDelegate::addStatusItem(StatusItem &item)
 {
+    connect(&m_needs.ui, &UI::menuWanted, this, [&item] { item.popUp(QCursor::pos()); });
     item.show(tr("Velto"), {
                                {tr("Open Velto"), {}, [this] { open(false); }},
                                {},

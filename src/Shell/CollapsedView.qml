@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Velto.Design
 import Velto.Shell
@@ -10,8 +12,6 @@ Item {
     required property UI ui
     required property CollapsedStrip strip
     required property PeekLine peekLine
-
-    signal menuWanted(point position)
 
     readonly property bool rowShown: root.peekLine.onShow || root.ui.hovering
 
@@ -36,10 +36,6 @@ Item {
         }
         TapHandler {
             onTapped: root.ui.tapped()
-        }
-        TapHandler {
-            acceptedButtons: Qt.RightButton
-            onTapped: eventPoint => root.menuWanted(stripRow.mapToGlobal(eventPoint.position))
         }
     }
 
@@ -97,16 +93,20 @@ Item {
         }
     }
 
-    PeekRow {
+    // Built with the first Peek, so that the start doesn't wait for it.
+    Loader {
         id: peekRow
 
         anchors.horizontalCenter: parent.horizontalCenter
         width: Math.min(parent.width, 520)
         height: 36
-        line: root.peekLine
         y: root.ui.velto.height + (root.peekLine.onShow || Theme.reducedMotion ? 0 : -height)
         opacity: root.peekLine.onShow ? 1 : 0
         visible: opacity > 0
+        active: root.peekLine.serial > 0
+        sourceComponent: PeekRow {
+            line: root.peekLine
+        }
 
         Behavior on y {
             Spring {}

@@ -47,6 +47,7 @@ FocusScope {
                 TabButton {
                     required property int index
                     required property string tab
+                    required badge
 
                     selected: root.contents.selected === index
                     onClicked: root.contents.open(tab)
@@ -109,6 +110,7 @@ FocusScope {
 
             ChipButton {
                 required property string tab
+                required symbol
 
                 anchors.verticalCenter: parent.verticalCenter
                 onClicked: root.contents.open(tab)

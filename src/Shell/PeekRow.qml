@@ -15,6 +15,7 @@ Item {
     Accessible.name: root.line.text
     Accessible.description: root.line.hint
     Accessible.onPressAction: root.line.act()
+    Component.onCompleted: symbol.bounce()
 
     TapHandler {
         gesturePolicy: TapHandler.ReleaseWithinBounds

@@ -55,6 +55,8 @@ public:
     /// The default action of assistive technology.
     Q_INVOKABLE void toggle();
     Q_INVOKABLE void close();
+    /// The user asked for the menu where the pointer is.
+    Q_INVOKABLE void askForMenu() { Q_EMIT menuWanted(); }
     /// The window lost the keyboard, or the user pressed somewhere else.
     void focusLost();
 
@@ -69,6 +71,7 @@ Q_SIGNALS:
     void hoveringChanged();
     void veltoChanged();
     void compositedChanged();
+    void menuWanted();
 
 private:
     bool keptOpen() const;

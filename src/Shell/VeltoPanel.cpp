@@ -7,6 +7,18 @@
 
 namespace velto {
 
+namespace {
+
+// Flattened larger than life, so that the corners come out round.
+QRegion pixelsWithin(const QPainterPath &path)
+{
+    constexpr double kDetail = 16;
+    const QPolygonF large = path.toFillPolygon(QTransform::fromScale(kDetail, kDetail));
+    return QRegion(QTransform::fromScale(1 / kDetail, 1 / kDetail).map(large).toPolygon());
+}
+
+} // namespace
+
 VeltoPanel::VeltoPanel(Clock &clock, UI &ui, const PanelOutline &outline)
     : m_clock(clock)
     , m_ui(ui)
@@ -24,7 +36,7 @@ QRegion VeltoPanel::wantedMask() const
     const QSizeF shape = m_outline.size();
     const QRectF area((width() - shape.width()) / 2, 0, shape.width(), shape.height());
     if (!m_ui.composited())
-        return QRegion(veltoOutline(area, m_outline.radii()).toFillPolygon().toPolygon());
+        return pixelsWithin(veltoOutline(area, m_outline.radii()));
     const bool narrow = m_outline.panelSize() == PanelSize::Collapsed && area.width() < width() && height() <= area.height();
     return narrow ? QRegion(area.toAlignedRect()) : QRegion();
 }

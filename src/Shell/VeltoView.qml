@@ -14,8 +14,6 @@ Item {
     required property PanelContents contents
     required property DesktopAccessibility accessibility
 
-    signal menuWanted(point position)
-
     readonly property bool moves: root.ui.composited && !Theme.reducedMotion
 
     VeltoShape {
@@ -68,8 +66,6 @@ Item {
             ui: root.ui
             strip: root.strip
             peekLine: root.peekLine
-
-            onMenuWanted: position => root.menuWanted(position)
         }
 
         Loader {
@@ -101,6 +97,12 @@ Item {
 
     HoverHandler {
         onHoveredChanged: root.ui.pointerChanged(hovered)
+    }
+
+    // Where the desktop has no tray, the menu is here.
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+        onTapped: root.ui.askForMenu()
     }
 
     // A screen reader says the name of an alert that comes into view, and that of one which changes.
