@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Velto.Design
 import Velto.Shell
@@ -103,9 +101,15 @@ Item {
         y: root.ui.velto.height + (root.peekLine.onShow || Theme.reducedMotion ? 0 : -height)
         opacity: root.peekLine.onShow ? 1 : 0
         visible: opacity > 0
-        active: root.peekLine.serial > 0
-        sourceComponent: PeekRow {
-            line: root.peekLine
+        readonly property bool wanted: root.peekLine.serial > 0
+        onWantedChanged: build()
+        Component.onCompleted: build()
+
+        function build(): void {
+            if (wanted && status === Loader.Null)
+                setSource("PeekRow.qml", {
+                    line: root.peekLine
+                });
         }
 
         Behavior on y {
@@ -121,10 +125,15 @@ Item {
         y: root.ui.velto.height
         width: Math.min(parent.width, 520)
         height: 36
-        active: root.ui.hovering && !root.peekLine.onShow
-        sourceComponent: HoverPeekRow {
-            strip: root.strip
-            ui: root.ui
+        readonly property bool wanted: root.ui.hovering && !root.peekLine.onShow
+        onWantedChanged: {
+            if (wanted)
+                setSource("HoverPeekRow.qml", {
+                    strip: root.strip,
+                    ui: root.ui
+                });
+            else
+                source = "";
         }
     }
 }

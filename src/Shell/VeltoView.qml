@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Velto.Design
 import Velto.Shell
@@ -52,7 +54,7 @@ Item {
     // What the black doesn't cover isn't there.
     Item {
         anchors.horizontalCenter: parent.horizontalCenter
-        width: shape.width
+        width: shape.width - 2 * shape.topRadius
         height: shape.height
         clip: true
 

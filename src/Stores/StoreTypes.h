@@ -10,6 +10,7 @@
 #include "Shell/UI.h"
 #include "Tabs/Agents/AgentsSource.h"
 
+#include <QAbstractItemModel>
 #include <QtQml/qqml.h>
 
 // Each declaration gives QML the type of a store, for property types, the compiler and the linter. None can be made there.
@@ -32,6 +33,13 @@ struct VeltoSourceType {
     QML_FOREIGN(velto::VeltoSource)
     QML_NAMED_ELEMENT(VeltoSource)
     QML_UNCREATABLE("Made in C++")
+};
+
+// Qt 6.4 declares the base of all models only beside the controls.
+struct ItemModelType {
+    Q_GADGET
+    QML_FOREIGN(QAbstractItemModel)
+    QML_ANONYMOUS
 };
 
 struct HubType {
