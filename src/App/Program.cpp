@@ -47,6 +47,7 @@ Program::Program(const CommandLine &commandLine)
     , m_contents(m_hub)
     , m_panel(m_clock, m_ui, m_outline)
     , m_keys(m_panel, m_ui, m_contents)
+    , m_tabOrder(m_panel)
     , m_delegate({m_clock, m_hub, m_ui, m_outline, m_platform.displays, m_platform.panelWindow, m_panel, m_platform.session})
 {
     QObject::connect(&m_delegate, &AppDelegate::quitWanted, qApp, &QCoreApplication::quit);

@@ -5,6 +5,7 @@
 #include "Core/Hub.h"
 #include "Core/Prefs.h"
 #include "Core/TerminalApp.h"
+#include "Design/TabOrder.h"
 #include "Platform/Linux/LinuxPlatform.h"
 #include "Platform/Places.h"
 #include "Platform/Posix/JsonDefaults.h"
@@ -54,6 +55,7 @@ private:
     PanelContents m_contents;
     VeltoPanel m_panel;
     PanelKeys m_keys;
+    TabOrder m_tabOrder;
     AppDelegate m_delegate;
 };
 

@@ -142,7 +142,7 @@ FocusScope {
 
                 required property int index
                 required property url view
-                required property VeltoSource source
+                required property VeltoSource store
                 readonly property bool shown: root.contents.selected === index
 
                 anchors.fill: parent
@@ -153,7 +153,7 @@ FocusScope {
                 function show(): void {
                     if (page.shown && page.status === Loader.Null)
                         page.setSource(page.view, {
-                            source: page.source,
+                            source: page.store,
                             ui: root.ui
                         });
                 }

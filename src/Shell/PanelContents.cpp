@@ -12,7 +12,7 @@ namespace velto {
 PanelContents::PanelContents(Hub &hub, QObject *parent)
     : QObject(parent)
     , m_hub(hub)
-    , m_tabs({"tab"_ba, "title"_ba, "symbol"_ba, "badge"_ba, "view"_ba, "source"_ba})
+    , m_tabs({"tab"_ba, "title"_ba, "symbol"_ba, "badge"_ba, "view"_ba, "store"_ba})
     , m_highlights({"chip"_ba, "symbol"_ba, "text"_ba, "tab"_ba})
 {
     connect(&m_hub, &Hub::changed, this, &PanelContents::update);

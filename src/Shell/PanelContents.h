@@ -13,7 +13,7 @@ class Hub;
 /// What the open panel shows around the content of a tab: the tabs, the highlights, the words of its buttons. UI thread only.
 class PanelContents : public QObject {
     Q_OBJECT
-    /// tab, title, symbol, badge, view, source
+    /// tab, title, symbol, badge, view, store
     Q_PROPERTY(QAbstractItemModel *tabs READ tabs CONSTANT FINAL)
     /// The place of the selected tab among the visible ones.
     Q_PROPERTY(int selected READ selected NOTIFY changed FINAL)

@@ -38,7 +38,7 @@ bool PanelKeys::eventFilter(QObject *watched, QEvent *event)
         return QObject::eventFilter(watched, event);
     const auto *key = static_cast<QKeyEvent *>(event);
     const bool control = key->modifiers() == Qt::ControlModifier;
-    if (key->key() == Qt::Key_Escape)
+    if (key->key() == Qt::Key_Escape && !m_ui.sheetOpen()) // a sheet or a menu closes itself
         escape();
     else if (control && key->key() >= Qt::Key_1 && key->key() <= Qt::Key_5)
         m_contents.openAt(key->key() - Qt::Key_1);

@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Velto.Design
 import Velto.Shell
@@ -80,10 +78,13 @@ Item {
             opacity: shape.openness
             enabled: root.ui.expanded
             active: false
+            // With Qt 6.4 a Loader can't make a bound component.
+            // qmllint disable unqualified
             sourceComponent: ExpandedView {
                 ui: root.ui
                 contents: root.contents
             }
+            // qmllint enable unqualified
 
             // The first opening builds the panel; from then on it waits, hidden, and costs nothing.
             Connections {

@@ -1,0 +1,47 @@
+import QtQuick
+import Velto.Design
+
+/// The thin mark beside a scrolling area that tells where one is. It shows while it moves, and can be dragged.
+Item {
+    id: root
+
+    required property Flickable area
+
+    readonly property real share: root.area.contentHeight > 0 ? root.area.height / root.area.contentHeight : 1
+    readonly property real room: root.height - thumb.height
+    readonly property real way: Math.max(1, root.area.contentHeight - root.area.height)
+
+    width: 10
+    visible: root.share < 1
+    Accessible.ignored: true
+
+    Rectangle {
+        id: thumb
+
+        x: 4
+        y: Math.max(0, Math.min(root.room, root.room * (root.area.contentY - root.area.originY) / root.way))
+        width: 4
+        height: Math.max(28, root.height * root.share)
+        radius: 2
+        color: Theme.at("white", drag.active ? 0.5 : hover.hovered || root.area.moving ? 0.34 : 0.16)
+    }
+
+    HoverHandler {
+        id: hover
+    }
+    DragHandler {
+        id: drag
+
+        property real start: 0
+
+        target: null
+        onActiveChanged: {
+            if (active)
+                start = root.area.contentY;
+        }
+        onTranslationChanged: {
+            const wanted = drag.start + drag.translation.y * root.way / Math.max(1, root.room);
+            root.area.contentY = Math.max(root.area.originY, Math.min(root.area.originY + root.way, wanted));
+        }
+    }
+}

@@ -1,0 +1,70 @@
+import QtQuick
+import Velto.Design
+
+/// A question over the whole panel: what is behind is dimmed and takes no press, Escape cancels, Tab stays inside.
+FocusScope {
+    id: root
+
+    /// The item whose window it covers.
+    required property Item target
+    required property string title
+    default property alias content: column.data
+
+    signal cancelled
+
+    /// See TabOrder.
+    readonly property bool trapsFocus: true
+    readonly property Item scene: root.target.Window.contentItem
+
+    parent: root.scene
+    anchors.fill: parent
+    z: 800
+    focus: true
+    Accessible.role: Accessible.Dialog
+    Accessible.name: root.title
+    Keys.onEscapePressed: root.cancelled()
+    Component.onCompleted: root.forceActiveFocus()
+
+    // The panel's own outline: its top corners lie above the window.
+    Rectangle {
+        x: 14
+        y: -40
+        width: parent.width - 28
+        height: parent.height + 40
+        radius: 26
+        color: Theme.at("black", 0.62)
+    }
+    MouseArea {
+        anchors.fill: parent
+        acceptedButtons: Qt.AllButtons
+        hoverEnabled: true
+        onWheel: wheel => wheel.accepted = true
+    }
+
+    Rectangle {
+        anchors.centerIn: parent
+        width: 600
+        height: column.height + 40
+        radius: 18
+        color: "#1b1e22"
+        border.width: 1
+        border.color: Theme.at("white", 0.12)
+
+        Column {
+            id: column
+
+            x: 20
+            y: 20
+            width: parent.width - 40
+            spacing: 12
+
+            PlainText {
+                text: root.title
+                size: Theme.textLarge
+                weight: Font.DemiBold
+                Accessible.role: Accessible.Heading
+                Accessible.name: text
+            }
+        }
+    }
+}

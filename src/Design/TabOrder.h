@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QObject>
+
+class QQuickItem;
+class QQuickWindow;
+
+namespace velto {
+
+/// Tab and Shift-Tab go through a window's controls as they stand, row by row: the toolkit's own order is that of their making,
+/// which a scrolling list shuffles. While something with a true property `trapsFocus` is open they stay inside it. UI thread only.
+class TabOrder : public QObject {
+    Q_OBJECT
+public:
+    /// Listens to the keys of `window`, which outlives this.
+    explicit TabOrder(QQuickWindow &window, QObject *parent = nullptr);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void step(bool forward);
+
+    QQuickWindow &m_window;
+};
+
+} // namespace velto

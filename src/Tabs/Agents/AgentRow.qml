@@ -1,0 +1,190 @@
+import QtQuick
+import Velto.Agents
+import Velto.Design
+import Velto.Stores
+
+// One session: what it is called, what it does, and the way back to it.
+Item {
+    id: root
+
+    required property AgentsSource source
+    required property UI ui
+    required property string agentId
+    required property string title
+    required property string stateWord
+    required property string detail
+    required property string age
+    required property string folder
+    required property bool working
+    required property bool canResume
+    required property string spoken
+
+    readonly property bool isAgentRow: true
+    readonly property bool holdsFocus: root.activeFocus || view.activeFocus || more.activeFocus
+    readonly property color tone: root.working ? Theme.mint : Theme.amber
+    readonly property string openFolder: qsTr("Open folder")
+    readonly property string hideSession: qsTr("Hide session")
+    readonly property list<string> entries: root.folder === "" ? (root.working ? [] : [root.hideSession])
+                                                               : (root.working ? [root.openFolder] : [root.openFolder, root.hideSession])
+    readonly property bool menuOpen: menu.active
+    property string chosen
+
+    implicitHeight: 48
+    activeFocusOnTab: true
+    Accessible.role: Accessible.ListItem
+    Accessible.name: root.spoken
+    Accessible.description: root.detail
+    Accessible.focusable: true
+    Keys.onReturnPressed: root.activate()
+    Keys.onEnterPressed: root.activate()
+    Keys.onSpacePressed: root.openMenu()
+    Keys.onMenuPressed: root.openMenu()
+
+    // The menu is gone before its choice takes effect, since that may take the row away.
+    function closeMenu(): void {
+        const entry = root.chosen;
+        root.chosen = "";
+        menu.active = false;
+        root.ui.sheetClosed();
+        if (entry === root.openFolder)
+            root.source.openFolder(root.agentId);
+        else if (entry === root.hideSession)
+            root.source.dismiss(root.agentId);
+    }
+    function activate(): void {
+        if (root.canResume)
+            root.source.resume(root.agentId);
+        else
+            root.openMenu();
+    }
+    function openMenu(): void {
+        if (root.entries.length === 0 || menu.active)
+            return;
+        root.ui.sheetOpened();
+        menu.active = true;
+    }
+    Component.onDestruction: {
+        if (menu.active)
+            root.ui.sheetClosed();
+    }
+
+    Rectangle {
+        y: 1
+        width: parent.width
+        height: parent.height - 2
+        radius: Theme.radiusRow
+        color: Theme.at("white", hover.hovered || menu.active ? 0.09 : 0.05)
+    }
+    FocusRing {
+        y: 1
+        height: parent.height - 2
+        corner: Theme.radiusRow
+    }
+    HoverHandler {
+        id: hover
+    }
+
+    LiveDot {
+        id: dot
+
+        x: 14
+        y: 17 - height / 2
+        visible: root.working
+        color: root.tone
+        live: root.working
+    }
+    Rectangle {
+        anchors.centerIn: dot
+        visible: !root.working
+        width: 6
+        height: 6
+        radius: 3
+        color: root.tone
+    }
+
+    PlainText {
+        id: title
+
+        x: 32
+        y: 7
+        width: Math.min(implicitWidth, tail.x - x - word.implicitWidth - 24)
+        words: root.title
+        size: Theme.textTitle
+        weight: Font.Medium
+        Accessible.ignored: true
+    }
+    PlainText {
+        id: word
+
+        anchors.left: title.right
+        anchors.leftMargin: 8
+        anchors.baseline: title.baseline
+        text: root.stateWord
+        size: Theme.textSmall
+        weight: Font.Medium
+        color: root.tone
+        Accessible.ignored: true
+    }
+    PlainText {
+        x: 32
+        y: 26
+        width: tail.x - x - 16
+        words: root.detail !== "" ? root.detail : root.folder
+        elide: root.detail !== "" ? Text.ElideRight : Text.ElideMiddle
+        size: Theme.textSmall
+        color: Theme.glassTertiary
+        Accessible.ignored: true
+    }
+
+    Row {
+        id: tail
+
+        anchors.right: parent.right
+        anchors.rightMargin: 8
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 8
+
+        PlainText {
+            anchors.verticalCenter: parent.verticalCenter
+            text: root.age
+            size: Theme.textSmall
+            color: Theme.glassTertiary
+            Accessible.ignored: true
+        }
+        PillButton {
+            id: view
+
+            anchors.verticalCenter: parent.verticalCenter
+            visible: root.canResume
+            text: qsTr("View session")
+            label: qsTr("View session: %1").arg(root.title.slice(0, 200))
+            help: hovered || activeFocus ? root.source.terminalName() : ""
+            onClicked: root.source.resume(root.agentId)
+        }
+        IconButton {
+            id: more
+
+            anchors.verticalCenter: parent.verticalCenter
+            visible: root.entries.length > 0
+            symbol: "ellipsis"
+            label: qsTr("More")
+            help: ""
+            onClicked: root.openMenu()
+        }
+    }
+
+    Loader {
+        id: menu
+
+        active: false
+        // With Qt 6.4 a Loader can't make a bound component.
+        // qmllint disable unqualified
+        sourceComponent: PopupMenu {
+            target: more
+            entries: root.entries
+            onChosen: index => root.chosen = entries[index]
+            onClosed: root.closeMenu()
+        }
+        // qmllint enable unqualified
+    }
+}

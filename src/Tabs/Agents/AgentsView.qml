@@ -1,0 +1,205 @@
+import QtQuick
+import Velto.Agents
+import Velto.Design
+import Velto.Stores
+
+// Claude Code's sessions and what else runs. One scrolling page; only the rows in sight exist.
+FocusScope {
+    id: root
+
+    required property AgentsSource source
+    required property UI ui
+
+    Component.onCompleted: {
+        if (!root.source.scanned)
+            root.source.scan();
+    }
+
+    // The page follows the keyboard.
+    function follow(item: Item): void {
+        let inside = false;
+        for (let at = item; at && !inside; at = at.parent)
+            inside = at === list.contentItem;
+        if (!inside)
+            return;
+        const top = item.mapToItem(list.contentItem, 0, 0).y;
+        if (top - 8 < list.contentY)
+            list.contentY = Math.max(list.originY, top - 8);
+        else if (top + item.height + 32 > list.contentY + list.height)
+            list.contentY = top + item.height + 32 - list.height;
+    }
+    function rowsBelow(item: Item): var {
+        let rows = [];
+        for (let i = 0; i < item.children.length; ++i) {
+            const child = item.children[i];
+            if (child.visible)
+                rows = rows.concat(child.isAgentRow === true ? [child] : root.rowsBelow(child));
+        }
+        return rows;
+    }
+    // The row above or below the one that holds the focus, as they stand.
+    function moveRow(step: int): void {
+        const place = item => item.mapToItem(list.contentItem, 0, 0).y;
+        const rows = root.rowsBelow(list.contentItem).sort((a, b) => place(a) - place(b));
+        const now = rows.findIndex(row => row.holdsFocus);
+        const next = rows[now < 0 ? 0 : now + step];
+        if (next)
+            next.forceActiveFocus(Qt.TabFocusReason);
+    }
+    Keys.onDownPressed: root.moveRow(1)
+    Keys.onUpPressed: root.moveRow(-1)
+
+    Connections {
+        target: root.Window.window
+        function onActiveFocusItemChanged(): void {
+            root.follow(root.Window.window.activeFocusItem);
+        }
+    }
+
+    // With Qt 6.4 a list's header and footer can't be bound components.
+    // qmllint disable unqualified type
+    ListView {
+        id: list
+
+        anchors.fill: parent
+        anchors.rightMargin: 0
+        model: root.source.waiting
+        spacing: 4
+        cacheBuffer: 480
+        bottomMargin: 28
+        boundsBehavior: Flickable.StopAtBounds
+        Accessible.role: Accessible.List
+        Accessible.name: qsTr("Agents")
+
+        header: Column {
+            width: list.width
+            spacing: 4
+            bottomPadding: 4
+
+            HooksCard {
+                width: parent.width
+                visible: root.source.offersHooks
+                source: root.source
+                ui: root.ui
+            }
+            StateBanner {
+                width: parent.width
+                feed: root.source.state
+                retryable: true
+                settings: false
+                onRetryWanted: root.source.refresh()
+            }
+            SectionLabel {
+                visible: root.source.runningCount > 0
+                text: qsTr("Working · %1").arg(root.source.runningCount)
+                bottomPadding: 4
+            }
+            Repeater {
+                model: root.source.running
+
+                AgentRow {
+                    width: list.width
+                    source: root.source
+                    ui: root.ui
+                }
+            }
+            Item {
+                width: parent.width
+                height: visible ? 34 : 0
+                visible: root.source.waitingCount > 0
+
+                SectionLabel {
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: qsTr("Waiting for you · %1").arg(root.source.waitingCount)
+                }
+                PillButton {
+                    anchors.right: parent.right
+                    anchors.rightMargin: 2
+                    anchors.verticalCenter: parent.verticalCenter
+                    anchors.verticalCenterOffset: 3
+                    text: qsTr("Clear waiting")
+                    help: qsTr("Hide these sessions from the velto. Running sessions are never cleared.")
+                    tint: "white"
+                    onClicked: root.source.clearWaiting()
+                }
+            }
+        }
+
+        delegate: AgentRow {
+            width: list.width
+            source: root.source
+            ui: root.ui
+        }
+
+        footer: Column {
+            width: list.width
+            topPadding: 6
+            spacing: 8
+
+            PillButton {
+                visible: root.source.waitingFolds
+                text: root.source.waitingExpanded ? qsTr("Show fewer") : qsTr("Show %1 more").arg(root.source.hiddenWaiting)
+                onClicked: root.source.toggleWaiting()
+            }
+            PlainText {
+                visible: root.source.staleCount > 0
+                text: qsTr("%1 older or cleared sessions are tucked away.").arg(root.source.staleCount)
+                color: Theme.glassTertiary
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+            EmptyNote {
+                visible: root.source.empty
+                symbol: "sparkle"
+                text: qsTr("No agents are running right now")
+            }
+            SectionLabel {
+                visible: tools.count > 0
+                text: qsTr("Also running")
+            }
+            Column {
+                width: parent.width
+
+                Repeater {
+                    id: tools
+
+                    model: root.source.tools
+
+                    ToolRow {
+                        width: list.width
+                    }
+                }
+            }
+            Row {
+                spacing: 10
+
+                PillButton {
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: root.source.scanning ? qsTr("Scanning") : qsTr("Scan this Mac")
+                    enabled: !root.source.scanning
+                    onClicked: root.source.scan()
+                }
+                PlainText {
+                    anchors.verticalCenter: parent.verticalCenter
+                    visible: root.source.scannedText !== "" && !root.source.scanning
+                    text: root.source.scannedText
+                    size: Theme.textSmall
+                    color: Theme.glassTertiary
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
+                }
+            }
+        }
+    }
+
+    // qmllint enable unqualified type
+
+    ScrollThumb {
+        anchors.right: parent.right
+        anchors.rightMargin: -14
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: 28
+        area: list
+    }
+}

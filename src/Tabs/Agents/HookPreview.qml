@@ -1,0 +1,93 @@
+import QtQuick
+import Velto.Agents
+import Velto.Design
+import Velto.Stores
+
+// What connecting writes into Claude Code's settings, to agree to.
+Sheet {
+    id: root
+
+    required property AgentsSource source
+
+    signal done
+
+    title: qsTr("Add these hooks to Claude Code?")
+    onCancelled: root.done()
+
+    PlainText {
+        width: parent.width
+        multiline: true
+        text: qsTr("Velto adds this to ~/.claude/settings.json and keeps your other settings and hooks. A backup is saved first, and Disconnect removes it again.")
+        color: Theme.glassSecondary
+        lineHeight: 1.15
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+    Rectangle {
+        width: parent.width
+        height: 148
+        radius: 10
+        color: Theme.at("black", 0.45)
+        border.width: 1
+        border.color: Theme.at("white", code.activeFocus ? 0.4 : 0.08)
+        clip: true
+
+        Flickable {
+            id: area
+
+            anchors.fill: parent
+            anchors.margins: 10
+            contentWidth: code.width
+            contentHeight: code.height
+            boundsBehavior: Flickable.StopAtBounds
+            clip: true
+
+            TextEdit {
+                id: code
+
+                width: area.width
+                readOnly: true
+                selectByMouse: true
+                persistentSelection: true
+                textFormat: TextEdit.PlainText
+                wrapMode: TextEdit.WrapAnywhere
+                text: root.source.preview()
+                color: Theme.glassSecondary
+                selectionColor: Theme.at(Theme.ice, 0.4)
+                selectedTextColor: "white"
+                font.family: Theme.fixedFamily
+                font.pixelSize: 11
+                activeFocusOnTab: true
+                Accessible.role: Accessible.EditableText
+                Accessible.readOnly: true
+                Accessible.name: qsTr("What is added")
+                Keys.onEscapePressed: root.done()
+            }
+        }
+        ScrollThumb {
+            anchors.right: parent.right
+            anchors.top: parent.top
+            anchors.bottom: parent.bottom
+            anchors.margins: 4
+            area: area
+        }
+    }
+    Row {
+        anchors.right: parent.right
+        spacing: 8
+
+        PillButton {
+            text: qsTr("Cancel")
+            tint: "white"
+            onClicked: root.done()
+        }
+        PillButton {
+            text: qsTr("Add hooks")
+            focus: true
+            onClicked: {
+                root.source.installHooks();
+                root.done();
+            }
+        }
+    }
+}

@@ -1,0 +1,96 @@
+import QtQuick
+import Velto.Agents
+import Velto.Design
+import Velto.Stores
+
+// The offer to connect Claude Code's hooks.
+GlassCard {
+    id: root
+
+    required property AgentsSource source
+    required property UI ui
+
+    tint: Theme.ice
+
+    // Not a part of the card's layout.
+    readonly property Loader holder: Loader {
+        id: sheet
+
+        active: false
+        // With Qt 6.4 a Loader can't make a bound component.
+        // qmllint disable unqualified
+        sourceComponent: HookPreview {
+            target: button
+            source: root.source
+            onDone: {
+                sheet.active = false;
+                button.forceActiveFocus();
+            }
+        }
+        // qmllint enable unqualified
+        onActiveChanged: {
+            if (!active)
+                root.ui.sheetClosed();
+        }
+    }
+
+    Component.onDestruction: {
+        if (sheet.active)
+            root.ui.sheetClosed();
+    }
+
+    function preview(): void {
+        if (sheet.active)
+            return;
+        root.ui.sheetOpened();
+        sheet.active = true;
+    }
+
+    Item {
+        width: parent.width
+        height: Math.max(words.height, button.height)
+
+        Column {
+            id: words
+
+            width: parent.width - button.width - 24
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: 4
+
+            PlainText {
+                width: parent.width
+                text: root.source.needsUpgrade ? qsTr("Reconnect live updates") : qsTr("Know the moment an agent finishes")
+                size: Theme.textTitle
+                weight: Font.DemiBold
+                Accessible.role: Accessible.Heading
+                Accessible.name: text
+            }
+            PlainText {
+                width: parent.width
+                multiline: true
+                text: qsTr("Claude Code can tell Velto when an agent is done or needs you, instead of Velto checking every 45 seconds. Nothing leaves this Mac.")
+                color: Theme.glassSecondary
+                lineHeight: 1.15
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+            PlainText {
+                width: parent.width
+                visible: root.source.hookErrorText !== ""
+                multiline: true
+                words: root.source.hookErrorText
+                color: Theme.coral
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+        }
+        PillButton {
+            id: button
+
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            text: root.source.needsUpgrade ? qsTr("Reconnect…") : qsTr("Connect…")
+            onClicked: root.preview()
+        }
+    }
+}
