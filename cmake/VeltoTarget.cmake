@@ -1,5 +1,4 @@
-# What every target of ours is compiled with. Arrows between targets point down only:
-# velto -> velto-ui -> velto-core -> velto-platform, and the backends beside velto-core.
+# What every target of ours is compiled with, and the kinds of targets there are. Links point down only, see ARCHITECTURE.md.
 add_library(velto-options INTERFACE)
 target_compile_features(velto-options INTERFACE cxx_std_20)
 target_compile_options(velto-options INTERFACE

@@ -20,7 +20,8 @@ void print(std::FILE *stream, const QString &text)
 int main(int argc, char **argv)
 {
     QStringList arguments;
-    std::transform(argv + 1, argv + argc, std::back_inserter(arguments), [](const char *argument) { return QString::fromLocal8Bit(argument); });
+    std::transform(argv + 1, argv + argc, std::back_inserter(arguments),
+                   [](const char *argument) { return QString::fromLocal8Bit(argument); });
     const velto::CommandLine commandLine = velto::CommandLine::parse(arguments);
     if (commandLine.help) {
         print(stdout, velto::helpText());

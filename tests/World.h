@@ -26,25 +26,21 @@ struct World {
     FakeAccessibility accessibility;
     FakeWorkspace workspace;
     FakeTerminals terminals;
-    Places places {QStringLiteral("/home/me"), {}, {}, QStringLiteral("/tmp")};
-    Prefs prefs {defaults, places, clock};
-    HookInstaller installer {files, clock, places.home, QStringLiteral("token")};
-    TerminalApp terminal {defaults, terminals, places};
-    Hub hub {{clock, accessibility, applications, workspace, prefs, terminal, makeAgents()}};
+    Places places{QStringLiteral("/home/me"), {}, {}, QStringLiteral("/tmp")};
+    Prefs prefs{defaults, places, clock};
+    HookInstaller installer{files, clock, places.home, QStringLiteral("token")};
+    TerminalApp terminal{defaults, terminals, places};
+    Hub hub{{clock, accessibility, applications, workspace, prefs, terminal, makeAgents()}};
 
     std::unique_ptr<AgentsSource> makeAgents()
     {
         tools.installed.insert(QStringLiteral("claude"));
         setListing("[]");
-        return std::make_unique<AgentsSource>(
-            AgentsSource::Needs {clock, background, tools, files, applications, workspace, prefs, terminal, places, installer,
-                                nullptr});
+        return std::make_unique<AgentsSource>(AgentsSource::Needs{clock, background, tools, files, applications, workspace, prefs,
+                                                                  terminal, places, installer, nullptr});
     }
     /// What `claude agents --json` prints from now on.
-    void setListing(const QByteArray &json)
-    {
-        tools.answers.insert(QStringLiteral("claude agents --json"), {true, json, {}});
-    }
+    void setListing(const QByteArray &json) { tools.answers.insert(QStringLiteral("claude agents --json"), {true, json, {}}); }
     /// A listing with this many sessions of each kind, all started a minute ago.
     void setSessions(int working, int blocked)
     {

@@ -42,11 +42,12 @@ void AppDelegate::showPanel()
 void AppDelegate::addStatusItem(StatusItem &item)
 {
     connect(&m_needs.ui, &UI::menuWanted, this, [&item] { item.popUp(QCursor::pos()); });
-    item.show(tr("Velto"), {
-                               {tr("Open Velto"), {}, [this] { open(false); }},
-                               {},
-                               {tr("Quit Velto"), u"Ctrl+Q"_s, [this] { Q_EMIT quitWanted(); }},
-                           });
+    item.show(tr("Velto"),
+              {
+                  {tr("Open Velto"), {}, [this] { open(false); }},
+                  {},
+                  {tr("Quit Velto"), u"Ctrl+Q"_s, [this] { Q_EMIT quitWanted(); }},
+              });
 }
 
 void AppDelegate::addHotKey(HotKey &hotKey)

@@ -70,9 +70,9 @@ Program::~Program()
 std::unique_ptr<AgentsSource> Program::makeAgents()
 {
     auto listener = std::make_unique<HookListener>(m_defaults, std::make_unique<PosixLoopbackServer>(), m_clock);
-    return std::make_unique<AgentsSource>(AgentsSource::Needs {
-        m_clock, m_background, m_tools, m_files, m_platform.applications, m_platform.workspace, m_prefs, m_terminal, m_places,
-        m_installer, std::move(listener)});
+    return std::make_unique<AgentsSource>(AgentsSource::Needs{m_clock, m_background, m_tools, m_files, m_platform.applications,
+                                                              m_platform.workspace, m_prefs, m_terminal, m_places, m_installer,
+                                                              std::move(listener)});
 }
 
 void Program::showPanel()

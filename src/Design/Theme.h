@@ -80,7 +80,7 @@ public:
     static constexpr QColor kGreen{48, 209, 88};
     static constexpr QColor kCyan{100, 210, 255};
 
-    static constexpr QColor kPanelFloor {6, 9, 10};
+    static constexpr QColor kPanelFloor{6, 9, 10};
 
     static constexpr int kTextTiny = 10;
     static constexpr int kTextSmall = 11;

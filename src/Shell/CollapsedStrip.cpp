@@ -47,8 +47,8 @@ CollapsedStrip::Shown CollapsedStrip::read() const
                                                : tr("%1 agents need your attention").arg(shown.waiting);
     } else if (shown.running > 0) {
         shown.summarySymbol = u"sparkle"_s;
-        shown.summaryText = shown.running == 1 ? tr("%1 agent working").arg(shown.running)
-                                               : tr("%1 agents working").arg(shown.running);
+        shown.summaryText =
+            shown.running == 1 ? tr("%1 agent working").arg(shown.running) : tr("%1 agents working").arg(shown.running);
     } else {
         shown.summarySymbol = u"sparkles"_s;
         shown.summaryText = tr("Nothing needs you right now");

@@ -45,8 +45,8 @@ void PanelContents::update()
     QList<RowModel::Row> tabs;
     for (const Tab tab : visible) {
         VeltoSource *source = m_hub.source(tab);
-        tabs.append({rawValue(tab), source->title(), source->symbol(), source->badge(), source->makeView(),
-                     QVariant::fromValue(source)});
+        tabs.append(
+            {rawValue(tab), source->title(), source->symbol(), source->badge(), source->makeView(), QVariant::fromValue(source)});
     }
     m_tabs.setRows(tabs);
 
@@ -55,8 +55,8 @@ void PanelContents::update()
         highlights.append({u"waiting"_s, u"hand.raised.fill"_s, tr("%1 waiting").arg(waiting), rawValue(Tab::Agents)});
     m_highlights.setRows(highlights);
 
-    const Shown now {int(visible.indexOf(m_hub.selected())), m_hub.recording(), highlights.isEmpty(),
-                     tr("Refresh · updated %1").arg(QLocale().toString(m_hub.updated().time(), QLocale::ShortFormat))};
+    const Shown now{int(visible.indexOf(m_hub.selected())), m_hub.recording(), highlights.isEmpty(),
+                    tr("Refresh · updated %1").arg(QLocale().toString(m_hub.updated().time(), QLocale::ShortFormat))};
     if (now == m_now)
         return;
     m_now = now;

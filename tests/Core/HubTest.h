@@ -117,7 +117,7 @@ private Q_SLOTS:
         join.url = QUrl(u"https://example.com"_s);
         w.hub.show(join);
         w.hub.act(w.hub.peek().id);
-        QCOMPARE(w.workspace.opened, QList<QUrl> {QUrl(u"https://example.com"_s)});
+        QCOMPARE(w.workspace.opened, QList<QUrl>{QUrl(u"https://example.com"_s)});
         QCOMPARE(panel.count(), 0);
 
         Peek tab = line(u"tab"_s);

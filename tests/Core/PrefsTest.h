@@ -25,10 +25,14 @@ private Q_SLOTS:
     {
         FakeDefaults defaults;
         defaults.values = {
-            {u"openMode"_s, u"telepathy"_s},      {u"mode"_s, 3LL},
-            {u"quietWhileRecording"_s, u"no"_s},  {u"peekOnFinish"_s, false},
-            {u"modulesOff"_s, u"agents"_s},       {u"dailyBudget"_s, 2.5},
-            {u"meetingStart"_s, u"tomorrow"_s},   {u"calendarSource"_s, u"google"_s},
+            {u"openMode"_s, u"telepathy"_s},
+            {u"mode"_s, 3LL},
+            {u"quietWhileRecording"_s, u"no"_s},
+            {u"peekOnFinish"_s, false},
+            {u"modulesOff"_s, u"agents"_s},
+            {u"dailyBudget"_s, 2.5},
+            {u"meetingStart"_s, u"tomorrow"_s},
+            {u"calendarSource"_s, u"google"_s},
             {u"dismissedAgentIDs"_s, QStringList{u"a"_s, u"a"_s}},
         };
         const Prefs prefs(defaults, m_places, m_clock);

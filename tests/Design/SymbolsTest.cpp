@@ -34,7 +34,8 @@ QMap<QString, QString> sources(const QStringList &endings)
 /// after a title in a table of titles and symbols, or anywhere if it begins like a symbol that has several parts.
 QStringList symbolsNamedIn(const QString &source)
 {
-    static const QRegularExpression literal(u"\"([a-z][a-z0-9]*(?:\\.[a-z0-9]+)*)\"(?!_ba)"_s); // a byte array is the name of a role
+    static const QRegularExpression literal(
+        u"\"([a-z][a-z0-9]*(?:\\.[a-z0-9]+)*)\"(?!_ba)"_s); // a byte array is the name of a role
     static const QRegularExpression speaks(u"symbol\\b|Symbol\\b|^\\s*name:"_s);
     static const QRegularExpression titled(u"\\{\\s*u?\"[A-Z][^\"]*\"(?:_s|_L1)?,\\s*u?\"([a-z][a-z0-9.]*)\""_s);
     QSet<QString> families;

@@ -25,11 +25,11 @@ class DelegateTest : public QObject {
         FakeHotKey hotKey;
         FakeStatusItem statusItem;
         QWindow window;
-        UI ui {clock, prefs};
-        CollapsedStrip strip {hub};
-        PanelOutline outline {hub, ui, strip};
-        PeekLine line {hub};
-        AppDelegate delegate {{clock, hub, ui, outline, displays, panelWindow, window, session}};
+        UI ui{clock, prefs};
+        CollapsedStrip strip{hub};
+        PanelOutline outline{hub, ui, strip};
+        PeekLine line{hub};
+        AppDelegate delegate{{clock, hub, ui, outline, displays, panelWindow, window, session}};
 
         Desktop()
         {
@@ -55,9 +55,9 @@ class DelegateTest : public QObject {
         }
     };
 
-    static constexpr QRect kCollapsed {848, 0, 224, 24};
-    static constexpr QRect kPeeking {700, 0, 520, 60};
-    static constexpr QRect kExpanded {570, 0, 780, 520};
+    static constexpr QRect kCollapsed{848, 0, 224, 24};
+    static constexpr QRect kPeeking{700, 0, 520, 60};
+    static constexpr QRect kExpanded{570, 0, 780, 520};
 
 private Q_SLOTS:
     void growsAtOnceAndShrinksWhenTheBlackHasArrived()
@@ -187,10 +187,10 @@ private Q_SLOTS:
                                << u"Nothing needs you right now"_s;
         QTest::newRow("working") << 2 << 0 << Left::Running << Right::Nothing << u"Velto. 2 agents working"_s
                                  << u"2 agents working"_s;
-        QTest::newRow("one waits") << 0 << 1 << Left::Nothing << Right::Waiting
-                                   << u"Velto. 0 agents working, 1 waiting for you"_s << u"1 agent need your attention"_s;
-        QTest::newRow("both") << 1 << 3 << Left::Running << Right::Waiting
-                              << u"Velto. 1 agents working, 3 waiting for you"_s << u"3 agents need your attention"_s;
+        QTest::newRow("one waits") << 0 << 1 << Left::Nothing << Right::Waiting << u"Velto. 0 agents working, 1 waiting for you"_s
+                                   << u"1 agent need your attention"_s;
+        QTest::newRow("both") << 1 << 3 << Left::Running << Right::Waiting << u"Velto. 1 agents working, 3 waiting for you"_s
+                              << u"3 agents need your attention"_s;
     }
     void theStripSaysWhatNeedsTheUser()
     {
@@ -206,7 +206,7 @@ private Q_SLOTS:
         QCOMPARE(d.strip.quiet(), working + blocked == 0);
         QCOMPARE(QSizeF(d.outline.width(), d.outline.height()), d.strip.quiet() ? QSizeF(120, 24) : QSizeF(224, 24));
 
-        d.applications.setRunning(QStringList {u"com.obsproject.obs-studio"_s});
+        d.applications.setRunning(QStringList{u"com.obsproject.obs-studio"_s});
         QCOMPARE(d.strip.left(), CollapsedStrip::Left::Recording);
         QVERIFY(!d.strip.quiet());
         d.applications.setRunning({});

@@ -18,17 +18,18 @@ public:
     {
         const auto found = contents.constFind(path);
         if (found == contents.cend())
-            return FileError {QStringLiteral("%1: No such file or directory").arg(path), true};
+            return FileError{QStringLiteral("%1: No such file or directory").arg(path), true};
         if (found->size() > maximum)
-            return FileError {QStringLiteral("%1 is too large").arg(path)};
+            return FileError{QStringLiteral("%1 is too large").arg(path)};
         return *found;
     }
-    std::optional<FileError> replace(const QString &path, const QByteArray &bytes, const std::function<bool()> &stillWanted) override
+    std::optional<FileError> replace(const QString &path, const QByteArray &bytes,
+                                     const std::function<bool()> &stillWanted) override
     {
         if (!failure.isEmpty())
-            return FileError {failure};
+            return FileError{failure};
         if (stillWanted && !stillWanted())
-            return FileError {QStringLiteral("%1 was changed meanwhile").arg(path)};
+            return FileError{QStringLiteral("%1 was changed meanwhile").arg(path)};
         contents.insert(path, bytes);
         return std::nullopt;
     }
