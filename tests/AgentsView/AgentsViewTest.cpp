@@ -232,6 +232,7 @@ void AgentsViewTest::theKeyboardReachesEveryControl()
     show();
     m_world->background.finishAll();
     QTRY_COMPARE(rows().size(), 7);
+    m_view->grabWindow();
     const QList<QQuickItem *> shown = rows();
     shown.at(0)->forceActiveFocus();
     QTest::keyClick(m_view.get(), Qt::Key_Down);

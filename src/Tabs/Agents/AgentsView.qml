@@ -65,6 +65,7 @@ FocusScope {
         anchors.rightMargin: 0
         model: root.source.waiting
         spacing: 4
+        keyNavigationEnabled: false // the arrows go through all rows of the page
         cacheBuffer: 480
         bottomMargin: 28
         boundsBehavior: Flickable.StopAtBounds
