@@ -64,8 +64,9 @@ private Q_SLOTS:
         ::sigaddset(&term, SIGTERM);
         ::pthread_sigmask(SIG_BLOCK, &term, nullptr);
         const auto before = ::signal(SIGPIPE, SIG_IGN);
+        // The shell gives way to sed: it blocks signals of its own while it waits.
         const auto result = sh(u"read line && echo asked; ls /proc/$$/fd; echo $VELTO_TEST_VARIABLE $PATH;"
-                               " exec sed -n 's/Sig[BI][lg][kn]:.//p' /proc/self/status"_s // the shell itself blocks signals while it waits);
+                               " exec sed -n 's/Sig[BI][lg][kn]:.//p' /proc/self/status"_s);
         ::signal(SIGPIPE, before);
         ::pthread_sigmask(SIG_UNBLOCK, &term, nullptr);
         ::close(leaked);
