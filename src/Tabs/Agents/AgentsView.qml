@@ -70,6 +70,13 @@ FocusScope {
         bottomMargin: 28
         boundsBehavior: Flickable.StopAtBounds
         Accessible.role: Accessible.List
+        // What comes at the top pushes the rest down while one is at the top.
+        property real lastOrigin: 0
+        onOriginYChanged: {
+            if (contentY <= lastOrigin + 1)
+                contentY = originY;
+            lastOrigin = originY;
+        }
         Accessible.name: qsTr("Agents")
 
         header: Column {
@@ -169,6 +176,26 @@ FocusScope {
                     ToolRow {
                         width: list.width
                     }
+                }
+            }
+            Row {
+                visible: root.source.hooksInstalled
+                spacing: 10
+
+                PillButton {
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: qsTr("Disconnect")
+                    help: qsTr("Takes Velto's hooks out of ~/.claude/settings.json again. A backup is saved first.")
+                    tint: "white"
+                    onClicked: root.source.removeHooks()
+                }
+                PlainText {
+                    anchors.verticalCenter: parent.verticalCenter
+                    words: root.source.hookErrorText !== "" ? root.source.hookErrorText : qsTr("Claude Code tells Velto when an agent is done or needs you.")
+                    size: Theme.textSmall
+                    color: root.source.hookErrorText !== "" ? Theme.coral : Theme.glassTertiary
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
                 }
             }
             Row {
