@@ -71,9 +71,11 @@ void AgentsViewTest::show()
     m_view->engine()->addImportPath(u"qrc:/qt/qml"_s);
     m_view->setResizeMode(QQuickView::SizeRootObjectToView);
     m_view->setColor(Qt::black);
-    m_view->setInitialProperties({{u"source"_s, QVariant::fromValue(m_world->hub.agents())}, {u"ui"_s, QVariant::fromValue(m_ui.get())}});
+    m_view->setInitialProperties(
+        {{u"source"_s, QVariant::fromValue(m_world->hub.agents())}, {u"ui"_s, QVariant::fromValue(m_ui.get())}});
     m_view->setSource(m_world->hub.agents()->makeView());
-    QVERIFY2(m_view->status() == QQuickView::Ready, qPrintable(m_view->errors().isEmpty() ? QString() : m_view->errors().first().toString()));
+    QVERIFY2(m_view->status() == QQuickView::Ready,
+             qPrintable(m_view->errors().isEmpty() ? QString() : m_view->errors().first().toString()));
     m_view->resize(732, 400);
     m_view->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_view.get()));
@@ -127,7 +129,8 @@ void AgentsViewTest::everyStateDrawsWithoutAWarning_data()
     QTest::newRow("no claude") << QByteArray();
     QTest::newRow("working") << QByteArray("[{\"id\":\"a\",\"state\":\"working\"" + when + "]");
     QTest::newRow("stale") << QByteArray("[{\"id\":\"a\",\"state\":\"blocked\",\"startedAt\":1}]");
-    QTest::newRow("hostile") << QByteArray("[{\"id\":\"a\",\"state\":\"blocked\",\"name\":\"<img src=x>\\u202e" + QByteArray(10000, 'x') + "\"" + when + "]");
+    QTest::newRow("hostile") << QByteArray("[{\"id\":\"a\",\"state\":\"blocked\",\"name\":\"<img src=x>\\u202e"
+                                           + QByteArray(10000, 'x') + "\"" + when + "]");
 }
 
 void AgentsViewTest::everyStateDrawsWithoutAWarning()
