@@ -21,7 +21,7 @@ Rectangle {
     width: Math.min(words.implicitWidth, 320) + 16
     height: words.height + 8
     radius: 6
-    color: "#2b2d31"
+    color: Theme.popover
     border.width: 1
     border.color: Theme.at("white", 0.14)
     opacity: 0

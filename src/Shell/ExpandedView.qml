@@ -112,7 +112,7 @@ FocusScope {
                 required property string tab
                 required symbol
 
-                anchors.verticalCenter: parent.verticalCenter
+                y: Math.round((highlights.height - height) / 2)
                 onClicked: root.contents.open(tab)
             }
         }

@@ -24,25 +24,39 @@ FocusScope {
             return;
         const top = item.mapToItem(list.contentItem, 0, 0).y;
         if (top - 8 < list.contentY)
-            list.contentY = Math.max(list.originY, top - 8);
+            list.contentY = top - list.originY < 64 ? list.originY : top - 8; // near the top one sees the headings too
         else if (top + item.height + 32 > list.contentY + list.height)
             list.contentY = top + item.height + 32 - list.height;
     }
-    function rowsBelow(item: Item): var {
+    function collectRows(item: Item): var {
         let rows = [];
         for (let i = 0; i < item.children.length; ++i) {
             const child = item.children[i];
             if (child.visible)
-                rows = rows.concat(child.isAgentRow === true ? [child] : root.rowsBelow(child));
+                rows = rows.concat(child.isAgentRow === true ? [child] : root.collectRows(child));
         }
         return rows;
     }
-    // The row above or below the one that holds the focus, as they stand.
-    function moveRow(step: int): void {
+    // The rows as they stand, from top to bottom.
+    function rows(): var {
         const place = item => item.mapToItem(list.contentItem, 0, 0).y;
-        const rows = root.rowsBelow(list.contentItem).sort((a, b) => place(a) - place(b));
+        return root.collectRows(list.contentItem).sort((a, b) => place(a) - place(b));
+    }
+    // The row above or below the one that holds the focus.
+    function moveRow(step: int): void {
+        const rows = root.rows();
         const now = rows.findIndex(row => row.holdsFocus);
         const next = rows[now < 0 ? 0 : now + step];
+        if (next)
+            next.forceActiveFocus(Qt.TabFocusReason);
+    }
+    // The keyboard goes on at the next row when this one is about to go.
+    function leave(row: Item): void {
+        if (!row.holdsFocus)
+            return;
+        const rows = root.rows();
+        const now = rows.indexOf(row);
+        const next = rows[now + 1] ?? rows[now - 1];
         if (next)
             next.forceActiveFocus(Qt.TabFocusReason);
     }
@@ -61,19 +75,29 @@ FocusScope {
     ListView {
         id: list
 
+        // Who stands at the top stays there when something comes above the rows.
+        property bool atTop: true
+
+        function keepTop(): void {
+            if (list.atTop)
+                list.positionViewAtBeginning();
+        }
+
         anchors.fill: parent
-        anchors.rightMargin: 0
         model: root.source.waiting
         spacing: 4
         keyNavigationEnabled: false // the arrows go through all rows of the page
+        reuseItems: true
         cacheBuffer: 480
         bottomMargin: 28
         boundsBehavior: Flickable.StopAtBounds
+        onContentYChanged: list.atTop = list.contentY - list.originY < 1
         Accessible.role: Accessible.List
         Accessible.name: qsTr("Agents")
 
         header: Column {
             width: list.width
+            onHeightChanged: Qt.callLater(list.keepTop)
             spacing: 4
             bottomPadding: 4
 
@@ -115,7 +139,6 @@ FocusScope {
                 }
                 PillButton {
                     anchors.right: parent.right
-                    anchors.rightMargin: 2
                     anchors.verticalCenter: parent.verticalCenter
                     anchors.verticalCenterOffset: 3
                     text: qsTr("Clear waiting")
@@ -127,15 +150,20 @@ FocusScope {
         }
 
         delegate: AgentRow {
+            id: waitingRow
+
             width: list.width
             source: root.source
             ui: root.ui
+            onLeaving: root.leave(waitingRow)
+            ListView.onPooled: waitingRow.rest()
+            ListView.onReused: waitingRow.resting = false
         }
 
         footer: Column {
             width: list.width
             topPadding: 6
-            spacing: 8
+            spacing: 10
 
             PillButton {
                 visible: root.source.waitingFolds
@@ -172,16 +200,18 @@ FocusScope {
                 }
             }
             Row {
+                topPadding: 4
                 spacing: 10
 
                 PillButton {
-                    anchors.verticalCenter: parent.verticalCenter
+                    id: scan
+
                     text: root.source.scanning ? qsTr("Scanning") : qsTr("Scan this Mac")
                     enabled: !root.source.scanning
                     onClicked: root.source.scan()
                 }
                 PlainText {
-                    anchors.verticalCenter: parent.verticalCenter
+                    anchors.verticalCenter: scan.verticalCenter
                     visible: root.source.scannedText !== "" && !root.source.scanning
                     text: root.source.scannedText
                     size: Theme.textSmall
