@@ -203,7 +203,10 @@ Item {
             readonly property bool panelOpen: root.ui.expanded
 
             entries: root.entries
-            onPanelOpenChanged: finish()
+            onPanelOpenChanged: {
+                if (!panelOpen)
+                    finish();
+            }
             onChosen: index => root.chosen = entries[index]
             onClosed: root.closeMenu()
         }

@@ -75,12 +75,14 @@ FocusScope {
     ListView {
         id: list
 
-        // Who stands at the top stays there when something comes above the rows.
+        // Who stands at the top stays there when something comes above the rows: the list itself would keep the rows in place.
         property bool atTop: true
+        property real settledOrigin: 0
 
-        function keepTop(): void {
+        function settle(): void {
             if (list.atTop)
                 list.positionViewAtBeginning();
+            list.settledOrigin = list.originY;
         }
 
         anchors.fill: parent
@@ -91,13 +93,16 @@ FocusScope {
         cacheBuffer: 480
         bottomMargin: 28
         boundsBehavior: Flickable.StopAtBounds
-        onContentYChanged: list.atTop = list.contentY - list.originY < 1
+        onContentYChanged: {
+            if (list.originY === list.settledOrigin)
+                list.atTop = list.contentY - list.originY < 1;
+        }
+        onOriginYChanged: Qt.callLater(list.settle)
         Accessible.role: Accessible.List
         Accessible.name: qsTr("Agents")
 
         header: Column {
             width: list.width
-            onHeightChanged: Qt.callLater(list.keepTop)
             spacing: 4
             bottomPadding: 4
 

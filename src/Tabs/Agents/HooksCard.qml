@@ -24,7 +24,10 @@ GlassCard {
             readonly property bool panelOpen: root.ui.expanded
 
             source: root.source
-            onPanelOpenChanged: done()
+            onPanelOpenChanged: {
+                if (!panelOpen)
+                    done();
+            }
             onDone: sheet.active = false
         }
         // qmllint enable unqualified
