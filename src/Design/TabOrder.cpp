@@ -42,7 +42,8 @@ QList<QQuickItem *> controlsBelow(QQuickItem *item)
     std::ranges::stable_sort(stops, {}, [](const Stop &stop) { return stop.place.y(); });
     QList<QQuickItem *> controls;
     for (auto row = stops.begin(); row != stops.end();) {
-        const auto end = std::find_if(row, stops.end(), [&](const Stop &stop) { return stop.place.y() - row->place.y() >= kRow; });
+        const auto end =
+            std::find_if(row, stops.end(), [&](const Stop &stop) { return stop.place.y() - row->place.y() >= kRow; });
         std::stable_sort(row, end, [](const Stop &left, const Stop &right) { return left.place.x() < right.place.x(); });
         for (; row != end; ++row)
             controls += row->controls;

@@ -71,9 +71,11 @@ void AgentsViewTest::show()
     m_view->engine()->addImportPath(u"qrc:/qt/qml"_s);
     m_view->setResizeMode(QQuickView::SizeRootObjectToView);
     m_view->setColor(Qt::black);
-    m_view->setInitialProperties({{u"source"_s, QVariant::fromValue(m_world->hub.agents())}, {u"ui"_s, QVariant::fromValue(m_ui.get())}});
+    m_view->setInitialProperties(
+        {{u"source"_s, QVariant::fromValue(m_world->hub.agents())}, {u"ui"_s, QVariant::fromValue(m_ui.get())}});
     m_view->setSource(m_world->hub.agents()->makeView());
-    QVERIFY2(m_view->status() == QQuickView::Ready, qPrintable(m_view->errors().isEmpty() ? QString() : m_view->errors().first().toString()));
+    QVERIFY2(m_view->status() == QQuickView::Ready,
+             qPrintable(m_view->errors().isEmpty() ? QString() : m_view->errors().first().toString()));
     m_view->resize(732, 400);
     m_view->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_view.get()));
@@ -110,6 +112,15 @@ QQuickItem *AgentsViewTest::button(const QString &name) const
     return nullptr;
 }
 
+QQuickItem *AgentsViewTest::list() const
+{
+    for (QQuickItem *item : itemsBelow(m_view->contentItem())) {
+        if (item->inherits("QQuickListView"))
+            return item;
+    }
+    return nullptr;
+}
+
 void AgentsViewTest::click(QQuickItem *item)
 {
     QVERIFY(item);
@@ -127,7 +138,8 @@ void AgentsViewTest::everyStateDrawsWithoutAWarning_data()
     QTest::newRow("no claude") << QByteArray();
     QTest::newRow("working") << QByteArray("[{\"id\":\"a\",\"state\":\"working\"" + when + "]");
     QTest::newRow("stale") << QByteArray("[{\"id\":\"a\",\"state\":\"blocked\",\"startedAt\":1}]");
-    QTest::newRow("hostile") << QByteArray("[{\"id\":\"a\",\"state\":\"blocked\",\"name\":\"<img src=x>\\u202e" + QByteArray(10000, 'x') + "\"" + when + "]");
+    QTest::newRow("hostile") << QByteArray("[{\"id\":\"a\",\"state\":\"blocked\",\"name\":\"<img src=x>\\u202e"
+                                           + QByteArray(10000, 'x') + "\"" + when + "]");
 }
 
 void AgentsViewTest::everyStateDrawsWithoutAWarning()
@@ -254,7 +266,95 @@ void AgentsViewTest::theKeyboardReachesEveryControl()
         QVERIFY2(reached.contains(name), qPrintable(name));
 }
 
-void AgentsViewTest::aRefreshWithoutAChangeDrawsNothing()
+void AgentsViewTest::aPageAtItsTopStaysThere()
+{
+    show();
+    m_world->background.finishAll();
+    for (const int working : {0, 2, 5}) {
+        m_world->setSessions(working, 8);
+        m_world->refresh();
+        QTRY_COMPARE(rows().size(), working + 6);
+        QTRY_COMPARE(list()->property("contentY"), list()->property("originY"));
+    }
+    // Who has scrolled away keeps in sight what is there.
+    list()->setProperty("contentY", list()->property("originY").toDouble() + 300);
+    m_view->grabWindow();
+    const QPointer<QQuickItem> kept = rows().last();
+    const QString id = kept->property("agentId").toString();
+    const double place = kept->mapToScene({0, 0}).y();
+    m_world->setSessions(6, 7);
+    m_world->refresh();
+    QTRY_COMPARE(m_world->hub.agents()->runningCount(), 6);
+    m_view->grabWindow();
+    QVERIFY(kept && row(id) == kept);
+    QVERIFY(std::abs(kept->mapToScene({0, 0}).y() - place) < 60);
+}
+
+void AgentsViewTest::closingThePanelClosesWhatIsOpenOverIt()
+{
+    m_world->setSessions(0, 2);
+    m_world->refresh();
+    show();
+    m_world->background.finishAll();
+    m_ui->openFocused();
+    QTRY_VERIFY(row(u"s0"_s));
+    row(u"s0"_s)->forceActiveFocus();
+    QTest::keyClick(m_view.get(), Qt::Key_Menu);
+    QVERIFY(m_ui->sheetOpen());
+    m_ui->toggle();
+    QVERIFY(!m_ui->sheetOpen());
+    QVERIFY(!row(u"s0"_s)->property("menuOpen").toBool());
+
+    m_ui->toggle();
+    click(button(u"Connect…"_s));
+    QTRY_VERIFY(button(u"Add hooks"_s));
+    m_ui->toggle();
+    QVERIFY(!m_ui->sheetOpen());
+    QTRY_VERIFY(!button(u"Add hooks"_s));
+}
+
+void AgentsViewTest::theKeyboardGoesOnWhereARowGoes()
+{
+    m_world->setSessions(0, 40);
+    m_world->refresh();
+    show();
+    m_world->background.finishAll();
+    QTRY_COMPARE(rows().size(), 6);
+    const auto focusedRow = [this] {
+        QQuickItem *item = m_view->activeFocusItem();
+        while (item && !item->property("isAgentRow").toBool())
+            item = item->parentItem();
+        return item ? item->property("agentId").toString() : QString();
+    };
+    const auto ids = [this] {
+        QStringList shown;
+        for (QQuickItem *shownRow : rows())
+            shown += shownRow->property("agentId").toString();
+        return shown;
+    };
+    const QStringList before = ids();
+    row(before.at(2))->forceActiveFocus();
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Down, Qt::Key_Return}) // "Hide session"
+        QTest::keyClick(m_view.get(), key);
+    QTRY_VERIFY(!row(before.at(2)));
+    QCOMPARE(focusedRow(), before.at(3));
+
+    button(u"Show 33 more"_s)->forceActiveFocus();
+    const QString last = ids().last();
+    QTest::keyClick(m_view.get(), Qt::Key_Return);
+    m_view->grabWindow();
+    QCOMPARE(focusedRow(), ids().at(ids().indexOf(last) + 1)); // the first one that came
+
+    // Out of sight it takes no keys, and isn't another row's.
+    list()->setProperty("contentY", list()->property("originY").toDouble() + 1500);
+    m_view->grabWindow();
+    QVERIFY(focusedRow().isEmpty());
+    QTest::keyClick(m_view.get(), Qt::Key_Down);
+    QVERIFY(!focusedRow().isEmpty());
+    QVERIFY(row(focusedRow())->mapToItem(list(), {0, 0}).y() >= 0);
+}
+
+void AgentsViewTest::aRefreshTouchesNoMoreThanHasChanged()
 {
     m_world->setSessions(0, 500);
     m_world->refresh();
@@ -265,9 +365,19 @@ void AgentsViewTest::aRefreshWithoutAChangeDrawsNothing()
     QVERIFY(rows().size() < 60); // only those in sight exist
     QTest::qWait(50);
     const QSignalSpy frames(m_view.get(), &QQuickWindow::frameSwapped);
+    const QSignalSpy changes(m_world->hub.agents(), &AgentsSource::changed);
+    const QSignalSpy touched(m_world->hub.agents()->waitingRows(), &QAbstractItemModel::dataChanged);
     m_world->refresh();
     QTest::qWait(100);
     QCOMPARE(frames.count(), 0);
+    QCOMPARE(changes.count(), 0);
+
+    QByteArray listing = m_world->tools.answers.value(u"claude agents --json"_s).out;
+    m_world->setListing(listing.replace("\"session 498\"", "\"another name\""));
+    m_world->refresh();
+    QCOMPARE(touched.count(), 1);
+    QCOMPARE(touched.first().at(0).toModelIndex(), touched.first().at(1).toModelIndex());
+    QTRY_VERIFY(frames.count() > 0);
 }
 
 } // namespace velto

@@ -26,14 +26,18 @@ private Q_SLOTS:
     void sevenWaitingFoldAndSixDoNot();
     void connectingIsAgreedToInASheet();
     void aRowKeepsItsIdentityAndItsMenuOverARefresh();
+    void aPageAtItsTopStaysThere();
+    void closingThePanelClosesWhatIsOpenOverIt();
+    void theKeyboardGoesOnWhereARowGoes();
     void theKeyboardReachesEveryControl();
-    void aRefreshWithoutAChangeDrawsNothing();
+    void aRefreshTouchesNoMoreThanHasChanged();
 
 private:
     void show();
     QQuickItem *row(const QString &id) const;
     QList<QQuickItem *> rows() const;
     QQuickItem *button(const QString &name) const;
+    QQuickItem *list() const;
     void click(QQuickItem *item);
 
     std::unique_ptr<World> m_world;

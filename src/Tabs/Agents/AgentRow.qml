@@ -65,6 +65,7 @@ Item {
         root.chosen = "";
         if (menu.active)
             root.closeMenu();
+        root.focus = view.focus = more.focus = false;
         root.resting = true;
     }
     function activate(): void {

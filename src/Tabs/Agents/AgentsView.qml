@@ -46,9 +46,20 @@ FocusScope {
     function moveRow(step: int): void {
         const rows = root.rows();
         const now = rows.findIndex(row => row.holdsFocus);
-        const next = rows[now < 0 ? 0 : now + step];
+        const next = now < 0 ? rows.find(row => row.mapToItem(list, 0, 0).y >= 0) : rows[now + step];
         if (next)
             next.forceActiveFocus(Qt.TabFocusReason);
+    }
+    // Who opens the list by keys goes on at the first row that came; who folds it stays at the button.
+    function toggleWaiting(button: Item): void {
+        const byKeys = button.activeFocus;
+        const shown = list.count;
+        root.source.toggleWaiting();
+        list.forceLayout();
+        if (byKeys && list.count > shown)
+            list.itemAtIndex(shown)?.forceActiveFocus(Qt.TabFocusReason);
+        else if (byKeys)
+            root.follow(button);
     }
     // The keyboard goes on at the next row when this one is about to go.
     function leave(row: Item): void {
@@ -119,10 +130,15 @@ FocusScope {
                 settings: false
                 onRetryWanted: root.source.refresh()
             }
-            SectionLabel {
+            Item {
+                width: parent.width
+                height: 34
                 visible: root.source.runningCount > 0
-                text: qsTr("Working · %1").arg(root.source.runningCount)
-                bottomPadding: 4
+
+                SectionLabel {
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: qsTr("Working · %1").arg(root.source.runningCount)
+                }
             }
             Repeater {
                 model: root.source.running
@@ -135,7 +151,7 @@ FocusScope {
             }
             Item {
                 width: parent.width
-                height: visible ? 34 : 0
+                height: 34
                 visible: root.source.waitingCount > 0
 
                 SectionLabel {
@@ -171,9 +187,11 @@ FocusScope {
             spacing: 10
 
             PillButton {
+                id: fold
+
                 visible: root.source.waitingFolds
                 text: root.source.waitingExpanded ? qsTr("Show fewer") : qsTr("Show %1 more").arg(root.source.hiddenWaiting)
-                onClicked: root.source.toggleWaiting()
+                onClicked: root.toggleWaiting(fold)
             }
             PlainText {
                 visible: root.source.staleCount > 0
