@@ -112,7 +112,7 @@ FocusScope {
                 required property string tab
                 required symbol
 
-                y: Math.round((highlights.height - height) / 2)
+                y: (highlights.height - height) / 2 // a chip on its way out has no parent to be centred in
                 onClicked: root.contents.open(tab)
             }
         }

@@ -212,6 +212,9 @@ void AgentsViewTest::connectingIsAgreedToInASheet()
     QTest::keyClick(m_view.get(), Qt::Key_Return);
     QTRY_VERIFY(!button(u"Connect…"_s));
     QVERIFY(m_world->files.contents.value(settings).contains("127.0.0.1:4747/permission"));
+    click(button(u"Disconnect"_s));
+    QTRY_VERIFY(button(u"Connect…"_s));
+    QVERIFY(!m_world->files.contents.value(settings).contains("127.0.0.1:4747"));
 }
 
 void AgentsViewTest::aRowKeepsItsIdentityAndItsMenuOverARefresh()

@@ -64,7 +64,7 @@ QByteArray randomJson(QRandomGenerator &random, int depth)
                                         "\"\"",
                                         "\"http://127.0.0.1:4747/event\"",
                                         "\"\\\\\\\"\\n\\u0007\"",
-                                        "\"é🙂/\u202e\"",
+                                        "\"é🙂/\xE2\x80\xAE\"",
                                         "\"[{,:\""};
     static const QByteArrayList keys{"\"a\"", "\"\"", "\"hooks\"", "\"Stop\"", "\"command\"", "\"ключ\"", "\"a\\\"b\""};
     const int kind = depth > 0 ? random.bounded(4) : 3;

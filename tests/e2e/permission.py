@@ -5,14 +5,11 @@ Usage: script/with-desktop --own-network tests/e2e/permission.py VELTO. Ends wit
 """
 
 import json
-import os
-import shutil
-import socket
 import sys
 import time
 
 import velto_desktop
-from velto_desktop import ALLOW, DENY, GUARD_SECONDS, PEEK_ROW_HEIGHT, PEEK_WIDTH, PORT, ROW_TEXT, Failure, Velto
+from velto_desktop import ALLOW, DENY, GUARD_SECONDS, PEEK_ROW_HEIGHT, PEEK_WIDTH, ROW_TEXT, Failure, Velto, check_machine, expect
 
 ALLOWED = {"hookSpecificOutput": {"hookEventName": "PermissionRequest", "decision": {"behavior": "allow"}}}
 DENIED = {
@@ -21,16 +18,6 @@ DENIED = {
         "decision": {"behavior": "deny", "message": "Denied from Velto"},
     }
 }
-
-
-def skip(why):
-    print(f"skipped: {why}")
-    sys.exit(77)
-
-
-def port_is_taken():
-    with socket.socket() as attempt:
-        return attempt.connect_ex(("127.0.0.1", PORT)) == 0
 
 
 def answer_of(curl):
@@ -42,12 +29,6 @@ def answer_of(curl):
         return json.loads(printed) if printed else None
     except ValueError:
         raise Failure(f"curl printed {printed!r}") from None
-
-
-def expect(what, seen, wanted):
-    if seen != wanted:
-        raise Failure(f"{what}: saw {seen!r}, wanted {wanted!r}")
-    print(f"ok: {what}")
 
 
 def ask_and_press(velto, strip, place, command):
@@ -69,14 +50,7 @@ def ask_and_press(velto, strip, place, command):
 
 
 def main(program):
-    for tool in ("xdotool", "curl"):
-        if not shutil.which(tool):
-            skip(f"{tool} is missing (script/bootstrap installs it)")
-    if not os.environ.get("DISPLAY"):
-        skip("no display (run it through script/with-desktop)")
-    if port_is_taken():
-        skip(f"port {PORT} is taken, and this machine gives no network of its own")
-
+    check_machine()
     with Velto(program) as velto:
         strip = velto.start()
         screen_width, _ = velto_desktop.screen_size()

@@ -8,7 +8,9 @@ import os
 import pathlib
 import shutil
 import signal
+import socket
 import subprocess
+import sys
 import tempfile
 import time
 import typing
@@ -29,6 +31,33 @@ ROW_TEXT = (260, 18)
 
 class Failure(Exception):
     """What a person would say went wrong."""
+
+
+def skip(why):
+    print(f"skipped: {why}")
+    sys.exit(77)
+
+
+def port_is_taken():
+    with socket.socket() as attempt:
+        return attempt.connect_ex(("127.0.0.1", PORT)) == 0
+
+
+def expect(what, seen, wanted):
+    if seen != wanted:
+        raise Failure(f"{what}: saw {seen!r}, wanted {wanted!r}")
+    print(f"ok: {what}")
+
+
+def check_machine():
+    """Ends with 77 where this can't be tried."""
+    for tool in ("xdotool", "curl"):
+        if not shutil.which(tool):
+            skip(f"{tool} is missing (script/bootstrap installs it)")
+    if not os.environ.get("DISPLAY"):
+        skip("no display (run it through script/with-desktop)")
+    if port_is_taken():
+        skip(f"port {PORT} is taken, and this machine gives no network of its own")
 
 
 def until(what, condition, seconds=10.0, pause=0.05):
@@ -100,13 +129,13 @@ class Velto:
         self.stop()
         shutil.rmtree(self.home, ignore_errors=True)
 
-    def launch(self):
-        self.process = subprocess.Popen([self.program], env=self.environment, stdin=subprocess.DEVNULL)
+    def launch(self, *arguments):
+        self.process = subprocess.Popen([self.program, *arguments], env=self.environment, stdin=subprocess.DEVNULL)
 
-    def start(self):
+    def start(self, *arguments):
         """Returns once the strip is on the screen and stands still."""
         xdotool("mousemove", screen_size()[0] // 2, screen_size()[1] - 40)
-        self.launch()
+        self.launch(*arguments)
         self.window = until("the strip's window", self.find_window, 20)
         return self.settled()
 
@@ -178,6 +207,13 @@ class Velto:
         at = self.geometry()
         xdotool("mousemove", "--sync", at.x + at.width - place[0], at.y + at.height - place[1])
         time.sleep(0.1)
+        xdotool("click", 1)
+
+    def press_in_panel(self, x, y):
+        """A real click at a place of the open panel."""
+        at = self.geometry()
+        xdotool("mousemove", "--sync", at.x + x, at.y + y)
+        time.sleep(0.3)
         xdotool("click", 1)
 
     def leave(self):

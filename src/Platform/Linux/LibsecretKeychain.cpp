@@ -63,6 +63,7 @@ struct SecretApi {
     X(secret_password_clearv_sync)                                                                                               \
     X(secret_password_storev_sync)
 
+// NOLINTNEXTLINE(bugprone-macro-parentheses): a name that is declared can't stand in parentheses
 #define VELTO_DECLARE(name) decltype(&::name) name = nullptr;
     VELTO_SECRET_FUNCTIONS(VELTO_DECLARE)
 #undef VELTO_DECLARE

@@ -11,8 +11,11 @@ namespace velto {
 namespace {
 
 constexpr auto kPlatformVariable = "QT_QPA_PLATFORM";
+// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): before the application object, and a message handler is a
+// plain function
 bool platformChosenHere = false;
 QtMessageHandler handlerBefore = nullptr;
+// NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 
 /// Stands in while the application object is made. The toolkit ends in qFatal() if it can open no display, and aborts: it
 /// gets no further than here. Asking for the display beforehand would cost a second connection at every start.

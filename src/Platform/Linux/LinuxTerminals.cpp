@@ -21,7 +21,7 @@ QString userShell()
     passwd entry{};
     passwd *found = nullptr;
     if (::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found) == 0 && found && found->pw_shell) {
-        const auto shell = QFile::decodeName(found->pw_shell);
+        auto shell = QFile::decodeName(found->pw_shell);
         if (QFileInfo(shell).isExecutable())
             return shell;
     }
@@ -72,7 +72,7 @@ void LinuxTerminals::launch(const QString &identifier, const QString &commandLin
 /// It stays behind: nothing tells when the terminal has read it.
 QString LinuxTerminals::writeScript(const QString &shell, const QString &commandLine) const
 {
-    const auto path = u"%1/velto-resume-%2.command"_s.arg(m_places.temporary, QUuid::createUuid().toString(QUuid::WithoutBraces));
+    auto path = u"%1/velto-resume-%2.command"_s.arg(m_places.temporary, QUuid::createUuid().toString(QUuid::WithoutBraces));
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly,
                    QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner))

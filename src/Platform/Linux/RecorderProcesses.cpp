@@ -85,7 +85,7 @@ void RecorderProcesses::follow(int process, const QString &identifier)
             this, [over] {}, Qt::QueuedConnection);
         Q_EMIT ended();
     });
-    m_recorders.insert(process, std::move(recorder));
+    m_recorders.insert(process, recorder);
 }
 
 QStringList RecorderProcesses::running() const

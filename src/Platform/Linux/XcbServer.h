@@ -14,7 +14,7 @@ namespace velto {
 constexpr xcb_window_t kNoWindow = XCB_NONE;
 
 struct XcbFree {
-    void operator()(void *memory) const { std::free(memory); }
+    void operator()(void *memory) const { std::free(memory); } // NOLINT(cppcoreguidelines-no-malloc): libxcb's own is malloc
 };
 /// A reply of the X server; null if it answered with an error.
 template <typename Reply> using XcbReply = std::unique_ptr<Reply, XcbFree>;

@@ -72,7 +72,7 @@ QVariant decodedObject(const QJsonObject &object)
 QVariant decodedList(const QJsonArray &array)
 {
     QStringList list;
-    for (const QJsonValue &item : array) {
+    for (const auto item : array) {
         if (!item.isString())
             return {};
         list.append(item.toString());
@@ -113,7 +113,7 @@ void JsonDefaults::load()
         return;
     }
     m_unreadable = false;
-    const QByteArray &bytes = std::get<QByteArray>(content);
+    const auto &bytes = std::get<QByteArray>(content);
     const QJsonDocument document = QJsonDocument::fromJson(bytes);
     if (!document.isObject()) {
         m_damaged = bytes;

@@ -1,15 +1,9 @@
 #include "Platform/Posix/LoopbackMailbox.h"
 
 #include <sys/eventfd.h>
-#include <unistd.h>
+#include <utility>
 
 namespace velto {
-
-Descriptor::~Descriptor()
-{
-    if (m_fd >= 0)
-        close(m_fd);
-}
 
 LoopbackMailbox::LoopbackMailbox()
     : m_event(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC))

@@ -1,40 +1,12 @@
 #pragma once
 
 #include "Platform/LoopbackServer.h"
+#include "Platform/Posix/Descriptor.h"
 
 #include <mutex>
-#include <utility>
 #include <vector>
 
 namespace velto {
-
-/// A file descriptor and its end.
-class Descriptor {
-public:
-    Descriptor() = default;
-    explicit Descriptor(int fd)
-        : m_fd(fd)
-    {
-    }
-    Descriptor(Descriptor &&other) noexcept
-        : m_fd(std::exchange(other.m_fd, -1))
-    {
-    }
-    Descriptor &operator=(Descriptor &&other) noexcept
-    {
-        std::swap(m_fd, other.m_fd);
-        return *this;
-    }
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
-    ~Descriptor();
-
-    int get() const { return m_fd; }
-    explicit operator bool() const { return m_fd >= 0; }
-
-private:
-    int m_fd = -1;
-};
 
 /// How other threads reach the server's thread.
 class LoopbackMailbox {

@@ -1,5 +1,7 @@
 #include "Platform/Posix/PosixToolRunner.h"
 
+#include "Platform/Posix/Descriptor.h"
+
 #include <QCoreApplication>
 #include <QFile>
 #include <algorithm>
@@ -29,38 +31,6 @@ constexpr auto kLongestPause = 250ms;
 constexpr std::chrono::duration<double> kLongestTimeout = 24h;
 constexpr qsizetype kChunk = 65536;
 constexpr qsizetype kMegabyte = 1048576;
-
-class Descriptor {
-public:
-    Descriptor() = default;
-    explicit Descriptor(int fd)
-        : m_fd(fd)
-    {
-    }
-    Descriptor(Descriptor &&other) noexcept
-        : m_fd(std::exchange(other.m_fd, -1))
-    {
-    }
-    Descriptor &operator=(Descriptor &&other) noexcept
-    {
-        std::swap(m_fd, other.m_fd);
-        return *this;
-    }
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
-    ~Descriptor() { close(); }
-
-    int get() const { return m_fd; }
-    bool isOpen() const { return m_fd >= 0; }
-    void close()
-    {
-        if (m_fd >= 0)
-            ::close(std::exchange(m_fd, -1));
-    }
-
-private:
-    int m_fd = -1;
-};
 
 struct PipeEnds {
     Descriptor read;
@@ -158,7 +128,7 @@ struct PosixToolRunner::Child {
     bool exited = false;
     int status = 0;
 
-    bool isReading() const { return outPipe.isOpen() || errPipe.isOpen(); }
+    bool isReading() const { return outPipe || errPipe; }
     qsizetype printed() const { return out.size() + err.size(); }
 
     static void take(Descriptor &pipe, QByteArray &into)
@@ -168,7 +138,7 @@ struct PosixToolRunner::Child {
         if (got > 0)
             into.append(chunk.data(), got);
         else if (got == 0 || errno != EINTR)
-            pipe.close();
+            pipe = Descriptor();
     }
     /// Looks whether the tool has ended, without waiting for it.
     void look()

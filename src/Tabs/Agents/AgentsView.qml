@@ -86,16 +86,6 @@ FocusScope {
     ListView {
         id: list
 
-        // Who stands at the top stays there when something comes above the rows: the list itself would keep the rows in place.
-        property bool atTop: true
-        property real settledOrigin: 0
-
-        function settle(): void {
-            if (list.atTop)
-                list.positionViewAtBeginning();
-            list.settledOrigin = list.originY;
-        }
-
         anchors.fill: parent
         model: root.source.waiting
         spacing: 4
@@ -104,12 +94,14 @@ FocusScope {
         cacheBuffer: 480
         bottomMargin: 28
         boundsBehavior: Flickable.StopAtBounds
-        onContentYChanged: {
-            if (list.originY === list.settledOrigin)
-                list.atTop = list.contentY - list.originY < 1;
-        }
-        onOriginYChanged: Qt.callLater(list.settle)
         Accessible.role: Accessible.List
+        // What comes at the top pushes the rest down while one is at the top.
+        property real lastOrigin: 0
+        onOriginYChanged: {
+            if (contentY <= lastOrigin + 1)
+                contentY = originY;
+            lastOrigin = originY;
+        }
         Accessible.name: qsTr("Agents")
 
         header: Column {
@@ -220,6 +212,26 @@ FocusScope {
                     ToolRow {
                         width: list.width
                     }
+                }
+            }
+            Row {
+                visible: root.source.hooksInstalled
+                spacing: 10
+
+                PillButton {
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: qsTr("Disconnect")
+                    help: qsTr("Takes Velto's hooks out of ~/.claude/settings.json again. A backup is saved first.")
+                    tint: "white"
+                    onClicked: root.source.removeHooks()
+                }
+                PlainText {
+                    anchors.verticalCenter: parent.verticalCenter
+                    words: root.source.hookErrorText !== "" ? root.source.hookErrorText : qsTr("Claude Code tells Velto when an agent is done or needs you.")
+                    size: Theme.textSmall
+                    color: root.source.hookErrorText !== "" ? Theme.coral : Theme.glassTertiary
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
                 }
             }
             Row {

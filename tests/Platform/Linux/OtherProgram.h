@@ -4,8 +4,14 @@
 
 #include <QByteArray>
 #include <QRect>
+#include <QTest>
+#include <algorithm>
+#include <span>
+#include <vector>
 
-/// Another program on the same display: a connection of its own, with a window that the window manager looks after.
+/// Another program on the same display: a connection of its own, with windows that the window manager looks after. It waits for
+/// the window manager when it opens one and when it ends: one that goes before it is looked after stays in the manager's books
+/// for ever, and the next connection's windows have the same ids.
 class OtherProgram {
 public:
     OtherProgram()
@@ -15,7 +21,16 @@ public:
     }
     OtherProgram(const OtherProgram &) = delete;
     OtherProgram &operator=(const OtherProgram &) = delete;
-    ~OtherProgram() { xcb_disconnect(m_connection); }
+    ~OtherProgram()
+    {
+        for (const auto window : m_managed)
+            close(window);
+        awaitManager([this] {
+            const auto known = numbers(m_root, atom("_NET_CLIENT_LIST"));
+            return std::ranges::find_first_of(known, m_managed) == known.end();
+        });
+        xcb_disconnect(m_connection);
+    }
 
     xcb_connection_t *connection() const { return m_connection; }
     xcb_window_t root() const { return m_root; }
@@ -42,6 +57,10 @@ public:
         }
         xcb_map_window(m_connection, window);
         xcb_flush(m_connection);
+        if (managed) {
+            m_managed.push_back(window);
+            awaitManager([this, window] { return !numbers(window, atom("WM_STATE")).empty(); });
+        }
         return window;
     }
     void name(xcb_window_t window, const QByteArray &windowClass)
@@ -85,6 +104,22 @@ public:
     }
 
 private:
+    static void awaitManager(const std::function<bool()> &done)
+    {
+        if (!QTest::qWaitFor(done))
+            qWarning("the window manager is late");
+    }
+    std::vector<quint32> numbers(xcb_window_t window, xcb_atom_t property) const
+    {
+        const velto::XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
+            m_connection, xcb_get_property(m_connection, false, window, property, XCB_ATOM_ANY, 0, 1024), nullptr));
+        if (!reply || reply->format != 32)
+            return {};
+        const std::span list(static_cast<const quint32 *>(xcb_get_property_value(reply.get())), reply->value_len);
+        return {list.begin(), list.end()};
+    }
+
     xcb_connection_t *m_connection;
     xcb_window_t m_root;
+    std::vector<xcb_window_t> m_managed;
 };
