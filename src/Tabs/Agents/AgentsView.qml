@@ -62,7 +62,7 @@ FocusScope {
             root.follow(button);
     }
     // The keyboard goes on at the next row when this one is about to go.
-    function leave(row: Item): void {
+    function leave(row: AgentRow): void {
         if (!row.holdsFocus)
             return;
         const rows = root.rows();
@@ -262,7 +262,7 @@ FocusScope {
 
     ScrollThumb {
         anchors.right: parent.right
-        anchors.rightMargin: -14
+        anchors.rightMargin: -9
         anchors.top: parent.top
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 28
