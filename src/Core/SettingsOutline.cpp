@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <algorithm>
+#include <optional>
 #include <rapidjson/error/en.h>
 #include <rapidjson/memorystream.h>
 #include <rapidjson/reader.h>
@@ -19,6 +20,14 @@ void appendLine(QByteArray &out, int depth)
 {
     out.append('\n');
     out.append(kIndent * depth, ' ');
+}
+
+/// Half of a pair that stood alone, as an escape: the parser makes three bytes of it that are no UTF-8.
+std::optional<char16_t> loneSurrogate(QByteArrayView text)
+{
+    if (text.size() < 3 || quint8(text[0]) != 0xED || quint8(text[1]) < 0xA0)
+        return std::nullopt;
+    return char16_t(0xD000 | ((quint8(text[1]) & 0x3F) << 6) | (quint8(text[2]) & 0x3F));
 }
 
 /// Takes the parser's events. The first levels become nodes; below them each event is printed at once.
@@ -193,7 +202,13 @@ void appendQuoted(QByteArray &out, QByteArrayView text)
 {
     constexpr char kHex[] = "0123456789abcdef";
     out.append('"');
-    for (const char c : text) {
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (const auto unit = loneSurrogate(text.sliced(i))) {
+            out.append("\\u").append(QByteArray::number(*unit, 16));
+            i += 2;
+            continue;
+        }
         switch (c) {
         case '"':
         case '\\':
