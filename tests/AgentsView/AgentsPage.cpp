@@ -11,8 +11,10 @@ namespace velto {
 
 namespace {
 
+// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): a message handler is a plain function
 QStringList s_warnings;
 QtMessageHandler s_handler = nullptr;
+// NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 
 void collect(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
