@@ -10,6 +10,8 @@ Item {
     required property string label
     property string help
     property real corner: Theme.radiusControl
+    /// Off where something else shows who has the keyboard.
+    property bool ringed: true
     property bool hovered: hover.hovered && root.enabled
     property bool pressed: (tap.pressed || keys.held) && root.enabled
 
@@ -71,6 +73,7 @@ Item {
 
     FocusRing {
         corner: root.corner
+        visible: root.ringed && root.activeFocus
         z: 1
     }
 

@@ -9,19 +9,21 @@ Rectangle {
     required property Item target
     required property string text
 
+    /// The panel's black stands this far from the window's sides, and a little more.
+    readonly property int side: 18
     readonly property Item scene: root.target.Window.contentItem
     readonly property point below: root.scene
         ? root.target.mapToItem(root.scene, root.target.width / 2 - root.width / 2, root.target.height + 6) : Qt.point(0, 0)
     readonly property bool flipped: root.scene !== null && root.below.y + root.height > root.scene.height - 4
 
     parent: root.scene
-    x: root.scene ? Math.round(Math.max(4, Math.min(root.below.x, root.scene.width - root.width - 4))) : 0
+    x: root.scene ? Math.round(Math.max(root.side, Math.min(root.below.x, root.scene.width - root.width - root.side))) : 0
     y: Math.round(root.flipped ? root.below.y - root.target.height - root.height - 12 : root.below.y)
     z: 1000
     width: Math.min(words.implicitWidth, 320) + 16
     height: words.height + 8
     radius: 6
-    color: "#2b2d31"
+    color: Theme.popover
     border.width: 1
     border.color: Theme.at("white", 0.14)
     opacity: 0

@@ -4,7 +4,7 @@ import QtQuick
 import Velto.Design
 
 /// A small menu over everything else in the window, at a control. Arrows move, Return chooses, Escape and a press elsewhere
-/// close it; the control has the keyboard again then. Made when it is wanted.
+/// close it; who had the keyboard before has it again then. Made when it is wanted.
 Item {
     id: root
 
@@ -19,6 +19,7 @@ Item {
     readonly property bool trapsFocus: true
     readonly property Item scene: root.target.Window.contentItem
     property bool over: false
+    property Item before: null
 
     parent: root.scene
     anchors.fill: parent
@@ -30,7 +31,7 @@ Item {
         if (root.over)
             return;
         root.over = true;
-        root.target.forceActiveFocus();
+        (root.before ?? root.target).forceActiveFocus();
         root.closed();
     }
     function move(step: int): void {
@@ -44,7 +45,10 @@ Item {
         repeater.itemAt(0).forceActiveFocus();
     }
 
-    Component.onCompleted: repeater.itemAt(0).forceActiveFocus()
+    Component.onCompleted: {
+        root.before = root.target.Window.activeFocusItem;
+        repeater.itemAt(0).forceActiveFocus();
+    }
     Keys.onEscapePressed: root.finish()
     Keys.onDownPressed: root.move(1)
     Keys.onUpPressed: root.move(-1)
@@ -68,7 +72,7 @@ Item {
         width: column.width + 8
         height: column.height + 8
         radius: 10
-        color: "#25282c"
+        color: Theme.popover
         border.width: 1
         border.color: Theme.at("white", 0.14)
 
@@ -90,7 +94,11 @@ Item {
                     required property int index
 
                     label: modelData
-                    corner: 6
+                    ringed: false
+                    onHoveredChanged: {
+                        if (hovered)
+                            forceActiveFocus();
+                    }
                     width: Math.max(136, words.implicitWidth + 24)
                     height: 28
                     Accessible.role: Accessible.MenuItem
@@ -102,7 +110,7 @@ Item {
                     Rectangle {
                         anchors.fill: parent
                         radius: 6
-                        color: Theme.at("white", entry.pressed ? 0.18 : entry.hovered || entry.activeFocus ? 0.1 : 0)
+                        color: Theme.at("white", entry.pressed ? 0.24 : entry.activeFocus ? 0.16 : 0)
                     }
                     PlainText {
                         id: words

@@ -7,9 +7,10 @@ Item {
 
     required property Flickable area
 
-    readonly property real share: root.area.contentHeight > 0 ? root.area.height / root.area.contentHeight : 1
+    readonly property real whole: root.area.contentHeight + root.area.bottomMargin
+    readonly property real share: root.whole > 0 ? root.area.height / root.whole : 1
     readonly property real room: root.height - thumb.height
-    readonly property real way: Math.max(1, root.area.contentHeight - root.area.height)
+    readonly property real way: Math.max(1, root.whole - root.area.height)
 
     width: 10
     visible: root.share < 1

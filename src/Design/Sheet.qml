@@ -15,6 +15,7 @@ FocusScope {
     /// See TabOrder.
     readonly property bool trapsFocus: true
     readonly property Item scene: root.target.Window.contentItem
+    property Item before: null
 
     parent: root.scene
     anchors.fill: parent
@@ -23,7 +24,11 @@ FocusScope {
     Accessible.role: Accessible.Dialog
     Accessible.name: root.title
     Keys.onEscapePressed: root.cancelled()
-    Component.onCompleted: root.forceActiveFocus()
+    Component.onCompleted: {
+        root.before = root.target.Window.activeFocusItem;
+        root.forceActiveFocus();
+    }
+    Component.onDestruction: root.before?.forceActiveFocus()
 
     // The panel's own outline: its top corners lie above the window.
     Rectangle {
@@ -43,10 +48,10 @@ FocusScope {
 
     Rectangle {
         anchors.centerIn: parent
-        width: 600
+        width: 640
         height: column.height + 40
         radius: 18
-        color: "#1b1e22"
+        color: Theme.sheet
         border.width: 1
         border.color: Theme.at("white", 0.12)
 

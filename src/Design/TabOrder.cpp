@@ -4,7 +4,6 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <algorithm>
-#include <cmath>
 
 namespace velto {
 
@@ -13,24 +12,59 @@ namespace {
 // Controls whose middles are less far apart than this stand in one row.
 constexpr double kRow = 6;
 
-void collect(QQuickItem *item, QList<QQuickItem *> &controls, QQuickItem *&trap)
+// Where the keyboard stops: a control, or all controls of a scrolling area, which stand where the area does, however far its
+// content has been scrolled.
+struct Stop {
+    QPointF place;
+    QList<QQuickItem *> controls;
+};
+
+QList<QQuickItem *> controlsBelow(QQuickItem *item);
+
+void collect(QQuickItem *item, QList<Stop> &stops)
 {
     for (QQuickItem *child : item->childItems()) {
         if (!child->isVisible() || !child->isEnabled())
             continue;
-        if (child->property("trapsFocus").toBool())
-            trap = child;
         if (child->activeFocusOnTab())
-            controls.append(child);
-        collect(child, controls, trap);
+            stops.append({child->mapToScene({0, child->height() / 2}), {child}});
+        if (child->inherits("QQuickFlickable"))
+            stops.append({child->mapToScene({0, 0}), controlsBelow(child)});
+        else
+            collect(child, stops);
     }
 }
 
-bool before(QQuickItem *left, QQuickItem *right)
+QList<QQuickItem *> controlsBelow(QQuickItem *item)
 {
-    const QPointF a = left->mapToScene({0, left->height() / 2});
-    const QPointF b = right->mapToScene({0, right->height() / 2});
-    return std::abs(a.y() - b.y()) < kRow ? a.x() < b.x() : a.y() < b.y();
+    QList<Stop> stops;
+    collect(item, stops);
+    std::ranges::stable_sort(stops, {}, [](const Stop &stop) { return stop.place.y(); });
+    QList<QQuickItem *> controls;
+    for (auto row = stops.begin(); row != stops.end();) {
+        const auto end =
+            std::find_if(row, stops.end(), [&](const Stop &stop) { return stop.place.y() - row->place.y() >= kRow; });
+        std::stable_sort(row, end, [](const Stop &left, const Stop &right) { return left.place.x() < right.place.x(); });
+        for (; row != end; ++row)
+            controls += row->controls;
+    }
+    return controls;
+}
+
+// What keeps the keyboard to itself: the last of those that are open.
+QQuickItem *trapBelow(QQuickItem *item)
+{
+    QQuickItem *trap = nullptr;
+    for (QQuickItem *child : item->childItems()) {
+        if (!child->isVisible() || !child->isEnabled())
+            continue;
+        QQuickItem *inner = trapBelow(child);
+        if (inner)
+            trap = inner;
+        else if (child->property("trapsFocus").toBool())
+            trap = child;
+    }
+    return trap;
 }
 
 } // namespace
@@ -44,14 +78,10 @@ TabOrder::TabOrder(QQuickWindow &window, QObject *parent)
 
 void TabOrder::step(bool forward)
 {
-    QList<QQuickItem *> controls;
-    QQuickItem *trap = nullptr;
-    collect(m_window.contentItem(), controls, trap);
-    if (trap)
-        controls.removeIf([trap](QQuickItem *control) { return !trap->isAncestorOf(control); });
+    QQuickItem *const trap = trapBelow(m_window.contentItem());
+    const QList<QQuickItem *> controls = controlsBelow(trap ? trap : m_window.contentItem());
     if (controls.isEmpty())
         return;
-    std::ranges::stable_sort(controls, before);
     const auto count = controls.size();
     const auto now = controls.indexOf(m_window.activeFocusItem());
     const auto next = now < 0 ? (forward ? 0 : count - 1) : (now + (forward ? 1 : count - 1)) % count;

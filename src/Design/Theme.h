@@ -36,6 +36,9 @@ class Theme : public QObject {
     Q_PROPERTY(QColor cyan MEMBER kCyan CONSTANT FINAL)
     // What the open panel comes to near its lower edge, for long lists to fade into
     Q_PROPERTY(QColor panelFloor MEMBER kPanelFloor CONSTANT FINAL)
+    // What stands over the panel
+    Q_PROPERTY(QColor sheet MEMBER kSheet CONSTANT FINAL)
+    Q_PROPERTY(QColor popover MEMBER kPopover CONSTANT FINAL)
 
     // Type, in logical pixels
     Q_PROPERTY(QString family READ family CONSTANT FINAL)
@@ -81,6 +84,8 @@ public:
     static constexpr QColor kCyan{100, 210, 255};
 
     static constexpr QColor kPanelFloor{6, 9, 10};
+    static constexpr QColor kSheet{27, 30, 34};
+    static constexpr QColor kPopover{43, 45, 49};
 
     static constexpr int kTextTiny = 10;
     static constexpr int kTextSmall = 11;

@@ -127,9 +127,12 @@ FocusScope {
     Item {
         id: content
 
-        x: 24
+        // Beside the page there is room for focus rings and the scroll mark.
+        readonly property int side: 8
+
+        x: 24 - side
         y: highlights.y + highlights.height + 14
-        width: root.width - 48
+        width: root.width - 2 * x
         height: root.height - y - 22
         clip: true
 
@@ -146,6 +149,8 @@ FocusScope {
                 readonly property bool shown: root.contents.selected === index
 
                 anchors.fill: parent
+                anchors.leftMargin: content.side
+                anchors.rightMargin: content.side
                 visible: shown
                 onShownChanged: show()
                 Component.onCompleted: show()

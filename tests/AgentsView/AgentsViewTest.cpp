@@ -1,124 +1,11 @@
 #include "AgentsView/AgentsViewTest.h"
 
-#include <QAccessible>
-#include <QQmlEngine>
 #include <QQuickItem>
 #include <QSignalSpy>
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace velto {
-
-namespace {
-
-QStringList s_warnings;
-QtMessageHandler s_handler = nullptr;
-
-void collect(QtMsgType type, const QMessageLogContext &context, const QString &text)
-{
-    if (type == QtWarningMsg || type == QtCriticalMsg)
-        s_warnings += text;
-    if (s_handler)
-        s_handler(type, context, text);
-}
-
-// Every visible item below, in the order in which they are drawn.
-QList<QQuickItem *> itemsBelow(QQuickItem *root)
-{
-    QList<QQuickItem *> items;
-    for (QQuickItem *child : root->childItems()) {
-        if (!child->isVisible())
-            continue;
-        items.append(child);
-        items += itemsBelow(child);
-    }
-    return items;
-}
-
-QString nameOf(QQuickItem *item)
-{
-    QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(item);
-    return interface ? interface->text(QAccessible::Name) : QString();
-}
-
-} // namespace
-
-void AgentsViewTest::init()
-{
-    s_warnings.clear();
-    s_handler = qInstallMessageHandler(collect);
-    m_world = std::make_unique<World>();
-    m_world->background.finishAll();
-    m_ui = std::make_unique<UI>(m_world->clock, m_world->prefs);
-}
-
-void AgentsViewTest::cleanup()
-{
-    m_tabOrder.reset();
-    m_view.reset();
-    m_ui.reset();
-    m_world.reset();
-    qInstallMessageHandler(s_handler);
-    s_handler = nullptr;
-    QVERIFY2(s_warnings.isEmpty(), qPrintable(s_warnings.join(u'\n')));
-}
-
-void AgentsViewTest::show()
-{
-    m_view = std::make_unique<QQuickView>();
-    m_tabOrder = std::make_unique<TabOrder>(*m_view);
-    m_view->engine()->addImportPath(u"qrc:/qt/qml"_s);
-    m_view->setResizeMode(QQuickView::SizeRootObjectToView);
-    m_view->setColor(Qt::black);
-    m_view->setInitialProperties(
-        {{u"source"_s, QVariant::fromValue(m_world->hub.agents())}, {u"ui"_s, QVariant::fromValue(m_ui.get())}});
-    m_view->setSource(m_world->hub.agents()->makeView());
-    QVERIFY2(m_view->status() == QQuickView::Ready,
-             qPrintable(m_view->errors().isEmpty() ? QString() : m_view->errors().first().toString()));
-    m_view->resize(732, 400);
-    m_view->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_view.get()));
-    m_view->requestActivate();
-    QVERIFY(QTest::qWaitForWindowActive(m_view.get()));
-}
-
-QList<QQuickItem *> AgentsViewTest::rows() const
-{
-    QList<QQuickItem *> rows;
-    for (QQuickItem *item : itemsBelow(m_view->contentItem())) {
-        if (item->property("isAgentRow").toBool())
-            rows.append(item);
-    }
-    std::ranges::sort(rows, {}, [](QQuickItem *row) { return row->mapToScene({0, 0}).y(); });
-    return rows;
-}
-
-QQuickItem *AgentsViewTest::row(const QString &id) const
-{
-    for (QQuickItem *item : rows()) {
-        if (item->property("agentId").toString() == id)
-            return item;
-    }
-    return nullptr;
-}
-
-QQuickItem *AgentsViewTest::button(const QString &name) const
-{
-    for (QQuickItem *item : itemsBelow(m_view->contentItem())) {
-        if (item->activeFocusOnTab() && nameOf(item) == name)
-            return item;
-    }
-    return nullptr;
-}
-
-void AgentsViewTest::click(QQuickItem *item)
-{
-    QVERIFY(item);
-    m_view->grabWindow(); // lays everything out
-    const QPointF middle = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
-    QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, middle.toPoint());
-}
 
 void AgentsViewTest::everyStateDrawsWithoutAWarning_data()
 {
@@ -231,36 +118,31 @@ void AgentsViewTest::aRowKeepsItsIdentityAndItsMenuOverARefresh()
     QVERIFY(!m_ui->sheetOpen());
 }
 
-void AgentsViewTest::theKeyboardReachesEveryControl()
+void AgentsViewTest::aPageAtItsTopStaysThere()
 {
-    m_world->setSessions(1, 8);
-    m_world->refresh();
     show();
     m_world->background.finishAll();
-    QTRY_COMPARE(rows().size(), 7);
-    m_view->grabWindow();
-    const QList<QQuickItem *> shown = rows();
-    shown.at(0)->forceActiveFocus();
-    QTest::keyClick(m_view.get(), Qt::Key_Down);
-    QVERIFY(!shown.at(0)->hasActiveFocus());
-    QTest::keyClick(m_view.get(), Qt::Key_Up);
-    QVERIFY(shown.at(0)->hasActiveFocus());
-    QSet<QString> reached;
-    for (int i = 0; i < 60; ++i) {
-        QTest::keyClick(m_view.get(), Qt::Key_Tab);
-        QQuickItem *item = m_view->activeFocusItem();
-        QVERIFY(item);
-        m_view->grabWindow();
-        reached += nameOf(item);
-        // It stands where it can be seen.
-        const double y = item->mapToItem(m_view->contentItem(), {0, 0}).y();
-        QVERIFY2(y >= -1 && y + item->height() <= 401, qPrintable(nameOf(item)));
+    for (const int working : {0, 2, 5}) {
+        m_world->setSessions(working, 8);
+        m_world->refresh();
+        QTRY_COMPARE(rows().size(), working + 6);
+        QTRY_COMPARE(list()->property("contentY"), list()->property("originY"));
     }
-    for (const QString &name : {u"Connect…"_s, u"Clear waiting"_s, u"Show 2 more"_s, u"Scan this Mac"_s, u"More"_s})
-        QVERIFY2(reached.contains(name), qPrintable(name));
+    // Who has scrolled away keeps in sight what is there.
+    list()->setProperty("contentY", list()->property("originY").toDouble() + 300);
+    m_view->grabWindow();
+    const QPointer<QQuickItem> kept = rows().last();
+    const QString id = kept->property("agentId").toString();
+    const double place = kept->mapToScene({0, 0}).y();
+    m_world->setSessions(6, 7);
+    m_world->refresh();
+    QTRY_COMPARE(m_world->hub.agents()->runningCount(), 6);
+    m_view->grabWindow();
+    QVERIFY(kept && row(id) == kept);
+    QVERIFY(std::abs(kept->mapToScene({0, 0}).y() - place) < 60);
 }
 
-void AgentsViewTest::aRefreshWithoutAChangeDrawsNothing()
+void AgentsViewTest::aRefreshTouchesNoMoreThanHasChanged()
 {
     m_world->setSessions(0, 500);
     m_world->refresh();
@@ -271,9 +153,19 @@ void AgentsViewTest::aRefreshWithoutAChangeDrawsNothing()
     QVERIFY(rows().size() < 60); // only those in sight exist
     QTest::qWait(50);
     const QSignalSpy frames(m_view.get(), &QQuickWindow::frameSwapped);
+    const QSignalSpy changes(m_world->hub.agents(), &AgentsSource::changed);
+    const QSignalSpy touched(m_world->hub.agents()->waitingRows(), &QAbstractItemModel::dataChanged);
     m_world->refresh();
     QTest::qWait(100);
     QCOMPARE(frames.count(), 0);
+    QCOMPARE(changes.count(), 0);
+
+    QByteArray listing = m_world->tools.answers.value(u"claude agents --json"_s).out;
+    m_world->setListing(listing.replace("\"session 498\"", "\"another name\""));
+    m_world->refresh();
+    QCOMPARE(touched.count(), 1);
+    QCOMPARE(touched.first().at(0).toModelIndex(), touched.first().at(1).toModelIndex());
+    QTRY_VERIFY(frames.count() > 0);
 }
 
 } // namespace velto

@@ -1,45 +1,21 @@
 #pragma once
 
-#include "World.h"
-
-#include "Design/TabOrder.h"
-#include "Shell/UI.h"
-
-#include <QQuickView>
-#include <QTest>
-#include <memory>
-
-class QQuickItem;
+#include "AgentsView/AgentsPage.h"
 
 namespace velto {
 
-/// The tab as a person sees it and works it with the keyboard, on the real store.
-class AgentsViewTest : public QObject {
+/// The tab as a person sees it, and what a refresh does to it.
+class AgentsViewTest : public AgentsPage {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-
     void everyStateDrawsWithoutAWarning_data();
     void everyStateDrawsWithoutAWarning();
     void sevenWaitingFoldAndSixDoNot();
     void connectingIsAgreedToInASheet();
     void aRowKeepsItsIdentityAndItsMenuOverARefresh();
-    void theKeyboardReachesEveryControl();
-    void aRefreshWithoutAChangeDrawsNothing();
-
-private:
-    void show();
-    QQuickItem *row(const QString &id) const;
-    QList<QQuickItem *> rows() const;
-    QQuickItem *button(const QString &name) const;
-    void click(QQuickItem *item);
-
-    std::unique_ptr<World> m_world;
-    std::unique_ptr<UI> m_ui;
-    std::unique_ptr<QQuickView> m_view;
-    std::unique_ptr<TabOrder> m_tabOrder;
+    void aPageAtItsTopStaysThere();
+    void aRefreshTouchesNoMoreThanHasChanged();
 };
 
 } // namespace velto

@@ -1,3 +1,4 @@
+#include "AgentsView/AgentsKeysTest.h"
 #include "AgentsView/AgentsViewTest.h"
 #include "RunTests.h"
 
@@ -8,5 +9,5 @@ int main(int argc, char **argv)
 {
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     const QGuiApplication application(argc, argv);
-    return velto::runTests<velto::AgentsViewTest>(argc, argv);
+    return velto::runTests<velto::AgentsViewTest, velto::AgentsKeysTest>(argc, argv);
 }

@@ -1,3 +1,4 @@
+#include "Design/LayersTest.h"
 #include "Design/PlainTest.h"
 #include "Design/PrimitivesTest.h"
 #include "Design/SymbolsTest.h"
@@ -17,5 +18,6 @@ int main(int argc, char **argv)
     run(velto::ThemeTest());
     run(velto::PlainTest());
     run(velto::PrimitivesTest());
+    run(velto::LayersTest());
     return failed;
 }

@@ -11,7 +11,7 @@ Rectangle {
     required property var feeds
 
     width: 1160
-    height: 850
+    height: 960
     color: "black"
 
     Column {
@@ -449,6 +449,66 @@ Rectangle {
         }
 
         Sample {
+            name: "ScrollThumb"
+
+            Rectangle {
+                width: 200
+                height: 56
+                radius: Theme.radiusRow
+                color: Theme.at("white", 0.05)
+
+                Flickable {
+                    id: scrolled
+
+                    anchors.fill: parent
+                    anchors.margins: 6
+                    contentHeight: longText.height
+                    contentY: 24
+                    clip: true
+
+                    PlainText {
+                        id: longText
+
+                        width: parent.width - 12
+                        multiline: true
+                        words: Array(8).fill("A line among many").join("\n")
+                        color: Theme.glassSecondary
+                    }
+                }
+                ScrollThumb {
+                    anchors.right: parent.right
+                    anchors.top: parent.top
+                    anchors.bottom: parent.bottom
+                    anchors.margins: 4
+                    area: scrolled
+                }
+            }
+        }
+
+        Sample {
+            name: "PopupMenu, Sheet"
+
+            PillButton {
+                id: menuButton
+
+                text: "Open the menu"
+                onClicked: menu.active = true
+            }
+            PillButton {
+                id: sheetButton
+
+                text: "Open the sheet"
+                onClicked: sheet.active = true
+            }
+            PlainText {
+                id: answer
+
+                color: Theme.glassSecondary
+                topPadding: 4
+            }
+        }
+
+        Sample {
             name: "HelpTip"
 
             Item {
@@ -460,6 +520,42 @@ Rectangle {
                 label: "Settings"
                 hovered: true
                 help: "Hide these sessions from the velto. Running sessions are never cleared."
+            }
+        }
+    }
+
+    Loader {
+        id: menu
+
+        active: false
+        sourceComponent: PopupMenu {
+            target: menuButton
+            entries: ["Open folder", "Hide session"]
+            onChosen: index => answer.text = entries[index]
+            onClosed: menu.active = false
+        }
+    }
+    Loader {
+        id: sheet
+
+        active: false
+        sourceComponent: Sheet {
+            target: sheetButton
+            title: "Add these hooks to Claude Code?"
+            onCancelled: sheet.active = false
+
+            PlainText {
+                width: parent.width
+                multiline: true
+                words: "A backup is saved first, and Disconnect removes it again."
+                color: Theme.glassSecondary
+            }
+            PillButton {
+                anchors.right: parent.right
+                text: "Cancel"
+                tint: "white"
+                focus: true
+                onClicked: sheet.active = false
             }
         }
     }

@@ -3,6 +3,7 @@
 
 #include "Core/SourceState.h"
 #include "Design/Symbols.h"
+#include "Design/TabOrder.h"
 #include "Design/Theme.h"
 
 #include <QCommandLineParser>
@@ -68,6 +69,7 @@ int main(int argc, char **argv)
 
     QQuickView view;
     view.engine()->addImportPath(u"qrc:/qt/qml"_s);
+    const velto::TabOrder tabOrder(view);
     view.setColor(Qt::black);
     view.setTitle(u"Velto gallery"_s);
     view.setInitialProperties({{u"symbols"_s, symbolNames()}, {u"feeds"_s, feeds()}});

@@ -15,7 +15,7 @@ FOREIGN = {"model": "opus", "hooks": {"Stop": [{"hooks": [{"type": "command", "c
 
 # Places in the open panel of 780 by 520.
 CONNECT = (702, 129)
-ADD_HOOKS = (611, 378)
+ADD_HOOKS = (649, 391)
 VIEW_SESSION = (664, 152)
 DISCONNECT = (64, 193)
 

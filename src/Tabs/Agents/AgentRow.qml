@@ -28,7 +28,13 @@ Item {
                                                                : (root.working ? [root.openFolder] : [root.openFolder, root.hideSession])
     readonly property bool menuOpen: menu.active
     property string chosen
+    /// Out of sight, until the list has another session for it.
+    property bool resting: false
 
+    /// The row is about to go by its own choice.
+    signal leaving
+
+    visible: !root.resting
     implicitHeight: 48
     activeFocusOnTab: true
     Accessible.role: Accessible.ListItem
@@ -49,7 +55,18 @@ Item {
         if (entry === root.openFolder)
             root.source.openFolder(root.agentId);
         else if (entry === root.hideSession)
-            root.source.dismiss(root.agentId);
+            root.hide();
+    }
+    function hide(): void {
+        root.leaving();
+        root.source.dismiss(root.agentId);
+    }
+    function rest(): void {
+        root.chosen = "";
+        if (menu.active)
+            root.closeMenu();
+        root.focus = view.focus = more.focus = false;
+        root.resting = true;
     }
     function activate(): void {
         if (root.canResume)
@@ -75,10 +92,13 @@ Item {
         radius: Theme.radiusRow
         color: Theme.at("white", hover.hovered || menu.active ? 0.09 : 0.05)
     }
+    // Inside the row: the page cuts what stands over its sides.
     FocusRing {
-        y: 1
-        height: parent.height - 2
-        corner: Theme.radiusRow
+        anchors.leftMargin: 0
+        anchors.rightMargin: 0
+        anchors.topMargin: 1
+        anchors.bottomMargin: 1
+        corner: Theme.radiusRow - 2
     }
     HoverHandler {
         id: hover
@@ -181,7 +201,13 @@ Item {
         // qmllint disable unqualified
         sourceComponent: PopupMenu {
             target: more
+            readonly property bool panelOpen: root.ui.expanded
+
             entries: root.entries
+            onPanelOpenChanged: {
+                if (!panelOpen)
+                    finish();
+            }
             onChosen: index => root.chosen = entries[index]
             onClosed: root.closeMenu()
         }

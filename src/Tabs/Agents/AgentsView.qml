@@ -24,25 +24,50 @@ FocusScope {
             return;
         const top = item.mapToItem(list.contentItem, 0, 0).y;
         if (top - 8 < list.contentY)
-            list.contentY = Math.max(list.originY, top - 8);
+            list.contentY = top - list.originY < 64 ? list.originY : top - 8; // near the top one sees the headings too
         else if (top + item.height + 32 > list.contentY + list.height)
             list.contentY = top + item.height + 32 - list.height;
     }
-    function rowsBelow(item: Item): var {
+    function collectRows(item: Item): var {
         let rows = [];
         for (let i = 0; i < item.children.length; ++i) {
             const child = item.children[i];
             if (child.visible)
-                rows = rows.concat(child.isAgentRow === true ? [child] : root.rowsBelow(child));
+                rows = rows.concat(child.isAgentRow === true ? [child] : root.collectRows(child));
         }
         return rows;
     }
-    // The row above or below the one that holds the focus, as they stand.
-    function moveRow(step: int): void {
+    // The rows as they stand, from top to bottom.
+    function rows(): var {
         const place = item => item.mapToItem(list.contentItem, 0, 0).y;
-        const rows = root.rowsBelow(list.contentItem).sort((a, b) => place(a) - place(b));
+        return root.collectRows(list.contentItem).sort((a, b) => place(a) - place(b));
+    }
+    // The row above or below the one that holds the focus.
+    function moveRow(step: int): void {
+        const rows = root.rows();
         const now = rows.findIndex(row => row.holdsFocus);
-        const next = rows[now < 0 ? 0 : now + step];
+        const next = now < 0 ? rows.find(row => row.mapToItem(list, 0, 0).y >= 0) : rows[now + step];
+        if (next)
+            next.forceActiveFocus(Qt.TabFocusReason);
+    }
+    // Who opens the list by keys goes on at the first row that came; who folds it stays at the button.
+    function toggleWaiting(button: Item): void {
+        const byKeys = button.activeFocus;
+        const shown = list.count;
+        root.source.toggleWaiting();
+        list.forceLayout();
+        if (byKeys && list.count > shown)
+            list.itemAtIndex(shown)?.forceActiveFocus(Qt.TabFocusReason);
+        else if (byKeys)
+            root.follow(button);
+    }
+    // The keyboard goes on at the next row when this one is about to go.
+    function leave(row: AgentRow): void {
+        if (!row.holdsFocus)
+            return;
+        const rows = root.rows();
+        const now = rows.indexOf(row);
+        const next = rows[now + 1] ?? rows[now - 1];
         if (next)
             next.forceActiveFocus(Qt.TabFocusReason);
     }
@@ -62,10 +87,10 @@ FocusScope {
         id: list
 
         anchors.fill: parent
-        anchors.rightMargin: 0
         model: root.source.waiting
         spacing: 4
         keyNavigationEnabled: false // the arrows go through all rows of the page
+        reuseItems: true
         cacheBuffer: 480
         bottomMargin: 28
         boundsBehavior: Flickable.StopAtBounds
@@ -97,10 +122,15 @@ FocusScope {
                 settings: false
                 onRetryWanted: root.source.refresh()
             }
-            SectionLabel {
+            Item {
+                width: parent.width
+                height: 34
                 visible: root.source.runningCount > 0
-                text: qsTr("Working · %1").arg(root.source.runningCount)
-                bottomPadding: 4
+
+                SectionLabel {
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: qsTr("Working · %1").arg(root.source.runningCount)
+                }
             }
             Repeater {
                 model: root.source.running
@@ -113,7 +143,7 @@ FocusScope {
             }
             Item {
                 width: parent.width
-                height: visible ? 34 : 0
+                height: 34
                 visible: root.source.waitingCount > 0
 
                 SectionLabel {
@@ -122,7 +152,6 @@ FocusScope {
                 }
                 PillButton {
                     anchors.right: parent.right
-                    anchors.rightMargin: 2
                     anchors.verticalCenter: parent.verticalCenter
                     anchors.verticalCenterOffset: 3
                     text: qsTr("Clear waiting")
@@ -134,20 +163,27 @@ FocusScope {
         }
 
         delegate: AgentRow {
+            id: waitingRow
+
             width: list.width
             source: root.source
             ui: root.ui
+            onLeaving: root.leave(waitingRow)
+            ListView.onPooled: waitingRow.rest()
+            ListView.onReused: waitingRow.resting = false
         }
 
         footer: Column {
             width: list.width
             topPadding: 6
-            spacing: 8
+            spacing: 10
 
             PillButton {
+                id: fold
+
                 visible: root.source.waitingFolds
                 text: root.source.waitingExpanded ? qsTr("Show fewer") : qsTr("Show %1 more").arg(root.source.hiddenWaiting)
-                onClicked: root.source.toggleWaiting()
+                onClicked: root.toggleWaiting(fold)
             }
             PlainText {
                 visible: root.source.staleCount > 0
@@ -199,16 +235,18 @@ FocusScope {
                 }
             }
             Row {
+                topPadding: 4
                 spacing: 10
 
                 PillButton {
-                    anchors.verticalCenter: parent.verticalCenter
+                    id: scan
+
                     text: root.source.scanning ? qsTr("Scanning") : qsTr("Scan this Mac")
                     enabled: !root.source.scanning
                     onClicked: root.source.scan()
                 }
                 PlainText {
-                    anchors.verticalCenter: parent.verticalCenter
+                    anchors.verticalCenter: scan.verticalCenter
                     visible: root.source.scannedText !== "" && !root.source.scanning
                     text: root.source.scannedText
                     size: Theme.textSmall
@@ -224,7 +262,7 @@ FocusScope {
 
     ScrollThumb {
         anchors.right: parent.right
-        anchors.rightMargin: -14
+        anchors.rightMargin: -9
         anchors.top: parent.top
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 28

@@ -25,7 +25,7 @@ Sheet {
     }
     Rectangle {
         width: parent.width
-        height: 148
+        height: Math.min(code.height + 20, 220)
         radius: 10
         color: Theme.at("black", 0.45)
         border.width: 1
@@ -42,6 +42,13 @@ Sheet {
             boundsBehavior: Flickable.StopAtBounds
             clip: true
 
+            function follow(cursor: rect): void {
+                if (cursor.y < area.contentY)
+                    area.contentY = cursor.y;
+                else if (cursor.y + cursor.height > area.contentY + area.height)
+                    area.contentY = cursor.y + cursor.height - area.height;
+            }
+
             TextEdit {
                 id: code
 
@@ -50,7 +57,8 @@ Sheet {
                 selectByMouse: true
                 persistentSelection: true
                 textFormat: TextEdit.PlainText
-                wrapMode: TextEdit.WrapAnywhere
+                selectByKeyboard: true
+                wrapMode: TextEdit.Wrap
                 text: root.source.preview()
                 color: Theme.glassSecondary
                 selectionColor: Theme.at(Theme.ice, 0.4)
@@ -61,6 +69,7 @@ Sheet {
                 Accessible.role: Accessible.EditableText
                 Accessible.readOnly: true
                 Accessible.name: qsTr("What is added")
+                onCursorRectangleChanged: area.follow(cursorRectangle)
                 Keys.onEscapePressed: root.done()
             }
         }

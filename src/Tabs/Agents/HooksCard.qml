@@ -21,11 +21,14 @@ GlassCard {
         // qmllint disable unqualified
         sourceComponent: HookPreview {
             target: button
+            readonly property bool panelOpen: root.ui.expanded
+
             source: root.source
-            onDone: {
-                sheet.active = false;
-                button.forceActiveFocus();
+            onPanelOpenChanged: {
+                if (!panelOpen)
+                    done();
             }
+            onDone: sheet.active = false
         }
         // qmllint enable unqualified
         onActiveChanged: {
