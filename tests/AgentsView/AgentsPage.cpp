@@ -1,5 +1,7 @@
 #include "AgentsView/AgentsPage.h"
 
+#include "Warnings.h"
+
 #include <QAccessible>
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -10,19 +12,6 @@ using namespace Qt::StringLiterals;
 namespace velto {
 
 namespace {
-
-// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): a message handler is a plain function
-QStringList s_warnings;
-QtMessageHandler s_handler = nullptr;
-// NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
-
-void collect(QtMsgType type, const QMessageLogContext &context, const QString &text)
-{
-    if (type == QtWarningMsg || type == QtCriticalMsg)
-        s_warnings += text;
-    if (s_handler)
-        s_handler(type, context, text);
-}
 
 // Every visible item below, in the order in which they are drawn.
 QList<QQuickItem *> itemsBelow(QQuickItem *root)
@@ -41,8 +30,7 @@ QList<QQuickItem *> itemsBelow(QQuickItem *root)
 
 void AgentsPage::init()
 {
-    s_warnings.clear();
-    s_handler = qInstallMessageHandler(collect);
+    Warnings::start();
     m_world = std::make_unique<World>();
     m_world->background.finishAll();
     m_ui = std::make_unique<UI>(m_world->clock, m_world->prefs);
@@ -54,9 +42,8 @@ void AgentsPage::cleanup()
     m_view.reset();
     m_ui.reset();
     m_world.reset();
-    qInstallMessageHandler(s_handler);
-    s_handler = nullptr;
-    QVERIFY2(s_warnings.isEmpty(), qPrintable(s_warnings.join(u'\n')));
+    const QStringList warnings = Warnings::stop();
+    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(u'\n')));
 }
 
 void AgentsPage::show()

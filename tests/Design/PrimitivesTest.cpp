@@ -3,6 +3,7 @@
 #include "Core/SourceState.h"
 #include "Design/LiveDot.h"
 #include "Design/Theme.h"
+#include "Warnings.h"
 
 #include <QAccessible>
 #include <QQmlComponent>
@@ -16,19 +17,6 @@ using namespace Qt::StringLiterals;
 namespace velto {
 
 namespace {
-
-// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): a message handler is a plain function
-QStringList s_warnings;
-QtMessageHandler s_handler = nullptr;
-// NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
-
-void collect(QtMsgType type, const QMessageLogContext &context, const QString &text)
-{
-    if (type == QtWarningMsg || type == QtCriticalMsg)
-        s_warnings += text;
-    if (s_handler)
-        s_handler(type, context, text);
-}
 
 QString spoken(QQuickItem *item, QAccessible::Text kind = QAccessible::Name)
 {
@@ -53,16 +41,14 @@ void press(QQuickWindow *window, QPointF at, int held)
 
 void PrimitivesTest::init()
 {
-    s_warnings.clear();
-    s_handler = qInstallMessageHandler(collect);
+    Warnings::start();
 }
 
 void PrimitivesTest::cleanup()
 {
     m_view.reset();
-    qInstallMessageHandler(s_handler);
-    s_handler = nullptr;
-    QVERIFY2(s_warnings.isEmpty(), qPrintable(s_warnings.join(u'\n')));
+    const QStringList warnings = Warnings::stop();
+    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(u'\n')));
 }
 
 QQuickItem *PrimitivesTest::show(const QString &qml, const QVariantMap &properties)

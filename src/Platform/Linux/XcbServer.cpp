@@ -19,8 +19,7 @@ constexpr std::array<const char *, std::size_t(XcbAtom::Count)> kAtomNames{"_NET
                                                                            "_NET_WM_CM_S%1",
                                                                            "_NET_SYSTEM_TRAY_S%1",
                                                                            "MANAGER",
-                                                                           "_KDE_NET_WM_BLUR_BEHIND_REGION",
-                                                                           "_SCREENSAVER_STATUS"};
+                                                                           "_KDE_NET_WM_BLUR_BEHIND_REGION"};
 
 constexpr std::string_view kKeyboardExtension = "XKEYBOARD";
 constexpr quint32 kMostValues = 4096;

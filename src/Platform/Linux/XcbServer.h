@@ -30,7 +30,6 @@ enum class XcbAtom : quint8 {
     SystemTray, ///< the selection that a tray of the older kind owns, one for each screen
     Manager,
     BlurBehind,
-    ScreenSaverStatus,
     Count
 };
 

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QStringList>
+#include <QtGlobal>
+
+namespace velto {
+
+/// Collects what the toolkit warns of, between start() and stop(): a view that warns is broken.
+class Warnings {
+public:
+    static void start()
+    {
+        s_collected.clear();
+        s_before = qInstallMessageHandler(collect);
+    }
+    /// What was warned of since start().
+    static QStringList stop()
+    {
+        qInstallMessageHandler(s_before);
+        s_before = nullptr;
+        return s_collected;
+    }
+
+private:
+    static void collect(QtMsgType type, const QMessageLogContext &context, const QString &text)
+    {
+        if (type == QtWarningMsg || type == QtCriticalMsg)
+            s_collected += text;
+        if (s_before)
+            s_before(type, context, text);
+    }
+
+    // A message handler is a plain function.
+    static inline QStringList s_collected;
+    static inline QtMessageHandler s_before = nullptr;
+};
+
+} // namespace velto
