@@ -1,0 +1,135 @@
+#include "Core/Http.h"
+#include "HttpStandIn.h"
+
+#include <QTest>
+#include <qcoro/qcorotask.h>
+
+using namespace std::chrono_literals;
+using Answer = velto::HttpStandIn::Answer;
+using Manner = velto::HttpStandIn::Manner;
+
+namespace velto {
+
+namespace {
+
+HttpReply ask(Http &http, HttpRequest request)
+{
+    request.timeout = 2s;
+    return QCoro::waitFor(http.send(std::move(request)));
+}
+
+} // namespace
+
+class HttpTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void answersComeWhole_data()
+    {
+        QTest::addColumn<int>("status");
+        for (const int status : {200, 201, 204, 401, 404, 429, 500, 503})
+            QTest::addRow("%d", status) << status;
+    }
+
+    void answersComeWhole()
+    {
+        QFETCH(int, status);
+        HttpStandIn service(HttpStandIn::Security::Tls);
+        service.answer = [&](const auto &) { return Answer{status, status == 204 ? "" : "{\"a\": 1}"}; };
+        Http http(service.trust());
+        const HttpReply reply =
+            ask(http, {service.url(QStringLiteral("/x?y=1")), "POST", {{"Authorization", "Bearer t"}}, "body"});
+        QCOMPARE(reply.status, std::optional(status));
+        QCOMPARE(reply.body, status == 204 ? QByteArray() : QByteArray("{\"a\": 1}"));
+        const HttpStandIn::Request seen = service.requests.value(0);
+        QCOMPARE(seen.method + ' ' + seen.target + ' ' + seen.body, QByteArray("POST /x?y=1 body"));
+        QCOMPARE(seen.headers.value("authorization"), QByteArray("Bearer t"));
+        QVERIFY(!seen.headers.contains("cookie"));
+    }
+
+    void whatIsNotAWholeAnswerIsAFault_data()
+    {
+        QTest::addColumn<HttpStandIn::Manner>("manner");
+        QTest::newRow("silence") << Manner::Silent;
+        QTest::newRow("hangs up") << Manner::Hangup;
+        QTest::newRow("cut off") << Manner::CutOff;
+        QTest::newRow("trickles longer than the whole exchange may take") << Manner::Trickle;
+    }
+
+    void whatIsNotAWholeAnswerIsAFault()
+    {
+        QFETCH(HttpStandIn::Manner, manner);
+        HttpStandIn service;
+        service.answer = [&](const auto &) { return Answer{200, QByteArray(1000, 'x'), {}, manner}; };
+        Http http;
+        HttpRequest request{service.url()};
+        request.timeout = 150ms;
+        const HttpReply reply = QCoro::waitFor(http.send(request));
+        QVERIFY(!reply.status);
+        QVERIFY(!reply.fault.isEmpty());
+        QVERIFY(reply.body.isEmpty());
+    }
+
+    void aBodyAboveTheLimitIsAFault()
+    {
+        HttpStandIn service;
+        service.answer = [](const auto &) { return Answer{200, QByteArray(50'000'000, 'x')}; };
+        Http http;
+        HttpRequest request{service.url()};
+        request.maximum = 1'000'000;
+        const HttpReply reply = ask(http, request);
+        QVERIFY(!reply.status);
+        QCOMPARE(reply.fault, QStringLiteral("The answer was too large."));
+    }
+
+    void anUnknownAuthorityIsAFault()
+    {
+        HttpStandIn service(HttpStandIn::Security::Tls);
+        Http http;
+        QVERIFY(!ask(http, {service.url()}).status);
+        QVERIFY(service.requests.isEmpty());
+    }
+
+    void aTokenNeverFollowsARedirectToAnotherHost()
+    {
+        HttpStandIn other;
+        HttpStandIn service;
+        service.answer = [&](const HttpStandIn::Request &request) {
+            if (request.target == "/away")
+                return Answer{302, "", {"Location: " + other.url(QStringLiteral("/trap")).toEncoded()}};
+            return request.target == "/near" ? Answer{302, "", {"Location: /there"}} : Answer{};
+        };
+        Http http;
+        const QList<std::pair<QByteArray, QByteArray>> token{{"authorization", "Bearer t"}};
+        QCOMPARE(ask(http, {service.url(QStringLiteral("/away")), "GET", token}).status, std::optional(302));
+        QVERIFY(other.requests.isEmpty());
+        QCOMPARE(ask(http, {service.url(QStringLiteral("/near")), "GET", token}).status, std::optional(200));
+        QCOMPARE(ask(http, {service.url(QStringLiteral("/away"))}).status, std::optional(200));
+        QCOMPARE(other.requests.size(), 1);
+    }
+
+    void cookiesAreNeitherKeptNorSent()
+    {
+        HttpStandIn service;
+        service.answer = [](const auto &) { return Answer{200, "{}", {"Set-Cookie: a=b"}}; };
+        Http http;
+        ask(http, {service.url()});
+        ask(http, {service.url()});
+        QVERIFY(!service.requests.value(1).headers.contains("cookie"));
+    }
+
+    void anEndInTheMiddleIsAFault()
+    {
+        HttpStandIn service;
+        service.answer = [](const auto &) { return Answer{200, "{}", {}, Manner::Silent}; };
+        auto http = std::make_unique<Http>();
+        QCoro::Task<HttpReply> task = http->send({service.url()});
+        QTRY_COMPARE(service.requests.size(), 1);
+        http.reset();
+        QVERIFY(!QCoro::waitFor(task).status);
+    }
+};
+
+} // namespace velto
+
+QTEST_GUILESS_MAIN(velto::HttpTest)
+#include "HttpTest.moc"
