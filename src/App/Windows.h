@@ -33,6 +33,7 @@ Q_SIGNALS:
 
 private:
     QQuickWindow *make(const char *file, QObject *store);
+    void paint(QQuickWindow &window) const;
     void center(QQuickWindow &window) const;
 
     Appearance &m_appearance;

@@ -1,8 +1,8 @@
 import QtQuick
-import QtQuick.Controls.Fusion
+import Velto.Settings
 
 /// A text field that shows what is stored and hands over what is typed, at each key.
-TextField {
+FormField {
     id: root
 
     required property string label
@@ -10,7 +10,6 @@ TextField {
 
     signal typed(string text)
 
-    selectByMouse: true
     Accessible.name: root.label
     Component.onCompleted: root.text = root.stored
     onStoredChanged: {

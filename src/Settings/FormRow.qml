@@ -10,7 +10,6 @@ Item {
     property string note
     default property alias control: holder.data
     readonly property bool first: root.parent?.visibleChildren[0] === root
-    readonly property Control base: Control {}
 
     width: parent?.width ?? 0
     implicitHeight: Math.max(words.height, holder.height) + 18
@@ -20,7 +19,7 @@ Item {
         x: 12
         width: parent.width - 12
         height: 1
-        color: Qt.alpha(root.base.palette.windowText, 0.1)
+        color: Qt.alpha(root.palette.windowText, 0.1)
     }
     Column {
         id: words

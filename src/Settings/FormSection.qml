@@ -9,7 +9,6 @@ Column {
     property string title
     property string footer
     default property alias rows: column.data
-    readonly property Control base: Control {}
 
     width: parent?.width ?? 0
     spacing: 6
@@ -26,9 +25,9 @@ Column {
         width: parent.width
         height: column.height
         radius: 8
-        color: root.base.palette.base
+        color: root.palette.base
         border.width: 1
-        border.color: Qt.alpha(root.base.palette.windowText, 0.12)
+        border.color: Qt.alpha(root.palette.windowText, 0.12)
 
         Column {
             id: column

@@ -9,7 +9,6 @@ Item {
 
     required property string symbol
     required property string text
-    readonly property Control base: Control {}
 
     width: parent?.width ?? 0
     implicitHeight: words.implicitHeight
@@ -22,7 +21,7 @@ Item {
             anchors.centerIn: parent
             name: root.symbol
             size: 12
-            color: root.base.palette.highlight
+            color: root.palette.highlight
         }
     }
     FormText {

@@ -11,7 +11,6 @@ Item {
     property string link
     required property bool ticked
     readonly property bool first: root.parent?.visibleChildren[0] === root
-    readonly property Control base: Control {}
 
     signal wanted(bool on)
     signal followed
@@ -23,7 +22,7 @@ Item {
         x: 12
         width: parent.width - 12
         height: 1
-        color: Qt.alpha(root.base.palette.windowText, 0.1)
+        color: Qt.alpha(root.palette.windowText, 0.1)
     }
     CheckBox {
         id: box

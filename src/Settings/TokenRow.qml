@@ -18,9 +18,10 @@ FormRow {
 
     title: root.label
 
-    TextField {
+    FormField {
         id: field
 
+        anchors.verticalCenter: parent.verticalCenter
         width: 170
         echoMode: TextInput.Password
         inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText
@@ -30,12 +31,14 @@ FormRow {
         onAccepted: root.save()
     }
     FormButton {
+        anchors.verticalCenter: parent.verticalCenter
         visible: root.saved
         text: qsTr("Remove")
         Accessible.name: qsTr("Remove %1").arg(root.label)
         onClicked: root.tokens.remove(root.name)
     }
     FormButton {
+        anchors.verticalCenter: parent.verticalCenter
         enabled: field.text.trim() !== ""
         text: qsTr("Save")
         Accessible.name: qsTr("Save %1").arg(root.label)

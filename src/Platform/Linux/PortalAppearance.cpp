@@ -5,7 +5,7 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QGuiApplication>
-#include <QPalette>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -21,32 +21,6 @@ const QString kInterfaceGroup = u"org.gnome.desktop.interface"_s;
 constexpr uint kPrefersDark = 1;
 constexpr double kSmallestScale = 0.5;
 constexpr double kLargestScale = 3;
-
-QPalette darkPalette()
-{
-    QPalette palette;
-    const auto set = [&palette](std::initializer_list<QPalette::ColorRole> roles, QRgb colour) {
-        for (const QPalette::ColorRole role : roles)
-            palette.setColor(role, QColor::fromRgb(colour));
-    };
-    set({QPalette::Window, QPalette::AlternateBase}, 0x1f2023);
-    set({QPalette::Base}, 0x2a2b2f);
-    set({QPalette::Button}, 0x36383d);
-    set({QPalette::ToolTipBase}, 0x2f3136);
-    set({QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}, 0xf2f2f4);
-    set({QPalette::BrightText, QPalette::HighlightedText}, 0xffffff);
-    set({QPalette::Highlight}, 0x3f8ae0);
-    set({QPalette::Link}, 0x7ab8ff);
-    set({QPalette::PlaceholderText}, 0x9a9ca3);
-    set({QPalette::Light}, 0x46484e);
-    set({QPalette::Midlight}, 0x3c3e43);
-    set({QPalette::Mid}, 0x2a2b2f);
-    set({QPalette::Dark}, 0x17181a);
-    set({QPalette::Shadow}, 0x000000);
-    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, QColor::fromRgb(0x85878e));
-    return palette;
-}
 
 } // namespace
 
@@ -85,11 +59,8 @@ void PortalAppearance::take(const QString &group, const QString &key, const QVar
     // Read() wraps its answer twice.
     const QVariant value = raw.canConvert<QDBusVariant>() ? raw.value<QDBusVariant>().variant() : raw;
     if (group == kAppearance && key == "color-scheme"_L1) {
-        const bool dark = value.toUInt() == kPrefersDark;
-        if (m_dark == dark)
-            return;
-        m_dark = dark;
-        QGuiApplication::setPalette(dark ? darkPalette() : QPalette());
+        if (std::exchange(m_dark, value.toUInt() == kPrefersDark) != m_dark)
+            Q_EMIT changed();
     } else if (group == kInterfaceGroup && key == "font-name"_L1) {
         m_fontName = value.toString();
         applyFont();

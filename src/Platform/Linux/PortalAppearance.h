@@ -4,7 +4,6 @@
 
 #include <QDBusVariant>
 #include <QFont>
-#include <optional>
 
 namespace velto {
 
@@ -17,6 +16,7 @@ public:
     using Appearance::Appearance;
 
     void follow() override;
+    bool dark() const override { return m_dark; }
 
 private Q_SLOTS:
     void settingChanged(const QString &group, const QString &key, const QDBusVariant &value);
@@ -28,7 +28,7 @@ private:
 
     bool m_following = false;
     QFont m_font; ///< as Qt chose it
-    std::optional<bool> m_dark;
+    bool m_dark = false;
     QString m_fontName; ///< "Cantarell 11"
     double m_textScale = 1;
 };
