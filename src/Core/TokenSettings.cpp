@@ -1,4 +1,4 @@
-#include "Settings/TokenSettings.h"
+#include "Core/TokenSettings.h"
 
 #include "Core/Hub.h"
 #include "Core/Prefs.h"
