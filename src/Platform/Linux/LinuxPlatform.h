@@ -5,6 +5,7 @@
 #include "Platform/Linux/EwmhApplications.h"
 #include "Platform/Linux/LibsecretKeychain.h"
 #include "Platform/Linux/LinuxTerminals.h"
+#include "Platform/Linux/LinuxVideoPlayer.h"
 #include "Platform/Linux/LogindSession.h"
 #include "Platform/Linux/PortalAppearance.h"
 #include "Platform/Linux/QtClipboard.h"
@@ -50,6 +51,7 @@ struct LinuxPlatform {
     LinuxTerminals terminals;
     QtFolderPanel folderPanel;
     PortalAppearance appearance;
+    LinuxVideoPlayer videoPlayer;
 };
 
 } // namespace velto
