@@ -6,6 +6,7 @@
 #include "Platform/Linux/LibsecretKeychain.h"
 #include "Platform/Linux/LinuxTerminals.h"
 #include "Platform/Linux/LogindSession.h"
+#include "Platform/Linux/MprisPlayers.h"
 #include "Platform/Linux/QtClipboard.h"
 #include "Platform/Linux/QtDisplays.h"
 #include "Platform/Linux/TrayStatusItem.h"
@@ -44,6 +45,7 @@ struct LinuxPlatform {
     LogindSession session;
     AtspiAccessibility accessibility;
     QtClipboard clipboard;
+    MprisPlayers players;
     XdgWorkspace workspace;
     LinuxTerminals terminals;
 };
