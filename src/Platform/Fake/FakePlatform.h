@@ -98,6 +98,7 @@ public:
     int count = 0;
     QString content; ///< null for something that is no text
     bool slow = false; ///< the program that holds it takes its time: until answer()
+    std::function<void()> waiting; ///< its answer
     int reads = 0;
 
     int changeCount() const override { return count; }
@@ -123,9 +124,6 @@ public:
         content = text;
         ++count;
     }
-
-private:
-    std::function<void()> waiting;
 };
 
 class FakeMediaPlayers final : public MediaPlayers {

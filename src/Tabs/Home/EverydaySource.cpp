@@ -96,9 +96,9 @@ void EverydaySource::loadFeed(const QDateTime &now)
     }
     m_nextEvent.reset();
     // Connected, and nothing in the next day: there is no more to say than while the first reading is under way.
-    m_calendarState = m_needs.meetings.linked() ? SourceState::loading()
-                                                : SourceState::unavailable(tr("Google Calendar is not connected."),
-                                                                           tr("Connect it in the Connect tab."));
+    m_calendarState = m_needs.meetings.linked()
+        ? SourceState::loading()
+        : SourceState::unavailable(tr("Google Calendar is not connected."), tr("Connect it in the Connect tab."));
 }
 
 void EverydaySource::warn()
@@ -222,9 +222,9 @@ void EverydaySource::publish()
 {
     const QDateTime now = m_needs.clock.wallTime();
     watchForTurn(now);
-    Published next{m_nextEvent,  m_nextEvent ? m_nextEvent->relative(now) : QString(),
+    Published next{m_nextEvent,     m_nextEvent ? m_nextEvent->relative(now) : QString(),
                    m_calendarState, m_leftToday,
-                   m_nowPlaying, m_focusEnd,
+                   m_nowPlaying,    m_focusEnd,
                    focusRemaining()};
     if (next == m_published)
         return;

@@ -40,7 +40,8 @@ bool isUnfinished(std::string_view name)
 /// The stamp, if it is old enough.
 std::optional<fs::file_time_type> settled(fs::file_time_type stamp, const QDateTime &now)
 {
-    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(fs::file_time_type::clock::to_sys(stamp).time_since_epoch());
+    const auto seconds =
+        std::chrono::duration_cast<std::chrono::seconds>(fs::file_time_type::clock::to_sys(stamp).time_since_epoch());
     return seconds.count() + kCoarsestStamp.count() < now.toSecsSinceEpoch() ? std::optional(stamp) : std::nullopt;
 }
 
@@ -59,7 +60,8 @@ Transfers readTransfers(const QString &folder, const Transfers &before, const QD
         return before;
     Transfers found{0, settled(stamp, now)};
     for (auto entry = fs::directory_iterator(path, error); !error && entry != fs::directory_iterator(); entry.increment(error))
-        found.count += isUnfinished(std::string_view(entry->path().native()).substr(entry->path().native().rfind('/') + 1)) ? 1 : 0;
+        found.count +=
+            isUnfinished(std::string_view(entry->path().native()).substr(entry->path().native().rfind('/') + 1)) ? 1 : 0;
     return error ? Transfers{} : found;
 }
 

@@ -89,7 +89,10 @@ QCoro::Task<> GlanceSource::loadYouTube(QUrl url)
     const QByteArray link = url.toString(QUrl::FullyEncoded | QUrl::RemoveUserInfo).toUtf8().toPercentEncoding();
     QUrl question = m_needs.oEmbed;
     question.setQuery(QString::fromLatin1("url=" + link + "&format=json"), QUrl::StrictMode);
-    const HttpReply reply = co_await m_needs.http.send({.url = question, .maximum = kLargestAnswer});
+    HttpRequest request; // with a name: GCC 12 destroys an aggregate twice that is made within a co_await
+    request.url = question;
+    request.maximum = kLargestAnswer;
+    const HttpReply reply = co_await m_needs.http.send(std::move(request));
     if (!alive || !reply.status)
         co_return;
     // The user may have copied something else meanwhile.

@@ -29,7 +29,8 @@ QString secondsText(const QDateTime &moment)
 
 } // namespace
 
-std::optional<NextEvent> NextEvent::typedIn(const QString &title, const QDateTime &start, const QString &link, const QDateTime &now)
+std::optional<NextEvent> NextEvent::typedIn(const QString &title, const QDateTime &start, const QString &link,
+                                            const QDateTime &now)
 {
     const QString name = title.trimmed();
     // In UTC: an instant that stays where it is when the user travels.
