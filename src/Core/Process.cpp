@@ -3,6 +3,7 @@
 #include "Platform/Clock.h"
 
 #include <QCoreApplication>
+#include <QLocale>
 #include <array>
 #include <charconv>
 
@@ -59,6 +60,15 @@ QString ago(const QDateTime &date, const QDateTime &now)
     if (seconds < kDay)
         return QCoreApplication::translate("ago", "%1 h").arg(seconds / kHour);
     return QCoreApplication::translate("ago", "%1 d").arg(seconds / kDay);
+}
+
+QString shortTime(const QDateTime &moment)
+{
+    // The system's locale, since the form of times may be another language's than that of texts (LC_TIME).
+    const QLocale locale = QLocale::system();
+    const QTime time = moment.toLocalTime().time();
+    // What has no country has no short form either.
+    return locale.language() == QLocale::C ? time.toString(u"HH:mm"_s) : locale.toString(time, QLocale::ShortFormat);
 }
 
 QString compact(qint64 count)

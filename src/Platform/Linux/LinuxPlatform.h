@@ -8,6 +8,7 @@
 #include "Platform/Linux/LinuxVideoPlayer.h"
 #include "Platform/Linux/LogindSession.h"
 #include "Platform/Linux/PortalAppearance.h"
+#include "Platform/Linux/MprisPlayers.h"
 #include "Platform/Linux/QtClipboard.h"
 #include "Platform/Linux/QtDisplays.h"
 #include "Platform/Linux/QtFolderPanel.h"
@@ -47,6 +48,7 @@ struct LinuxPlatform {
     LogindSession session;
     AtspiAccessibility accessibility;
     QtClipboard clipboard;
+    MprisPlayers players;
     XdgWorkspace workspace;
     LinuxTerminals terminals;
     QtFolderPanel folderPanel;
