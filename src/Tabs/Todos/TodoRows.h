@@ -1,0 +1,75 @@
+#pragma once
+
+#include "Tabs/Todos/Todo.h"
+
+#include <QAbstractListModel>
+#include <optional>
+
+namespace velto {
+
+/// The list as the tab shows it: the heading of each project and its todos, in one flat list. Rows keep their identity by id
+/// over a new reading, so that what is typed and where the focus is stay. Texts are made when a row asks for them, which only
+/// the rows on screen do. UI thread only.
+class TodoRows final : public QAbstractListModel {
+    Q_OBJECT
+public:
+    /// In QML by these names, all of them set in every row (empty where they don't apply):
+    enum Role : int {
+        RowId = Qt::UserRole, ///< rowId: text, unlike that of any other row
+        IsHeading, ///< isHeading: a project's heading, which has a title and nothing else
+        TodoId, ///< todoId: text, what the calls of TodosSource take
+        Title, ///< title
+        PrioritySymbol, ///< prioritySymbol: a symbol's name, or empty
+        HighPriority, ///< highPriority: the symbol is orange and the title semibold
+        DueText, ///< dueText: the text of the date's chip, or empty
+        DueSymbol, ///< dueSymbol
+        Overdue, ///< overdue: the date's chip is red
+        Person, ///< person: the text of the person's chip, or empty
+        CommentCount, ///< commentCount: the text of the comments' chip, or empty
+        Spoken, ///< spoken: the row in one sentence
+        Open, ///< open: the row is unfolded
+        Selected, ///< selected: the keyboard is on it
+        Details, ///< details: of an open row; else empty
+        Comments, ///< comments: of an open row, a list of {at, text}; else empty
+    };
+
+    /// A heading (project set), or a todo.
+    struct Row {
+        std::optional<QString> heading; ///< as the user reads it
+        Todo todo;
+
+        bool operator==(const Row &) const = default;
+    };
+    /// The day that the texts are made for.
+    struct Days {
+        QString today;
+        QString tomorrow;
+
+        bool operator==(const Days &) const = default;
+    };
+
+    using QAbstractListModel::QAbstractListModel;
+
+    /// Not to be called from a slot on this model's own signals.
+    void setRows(QList<Row> rows, const Days &days);
+    void setOpen(std::optional<qint64> id);
+    void setSelected(std::optional<qint64> id);
+    const QList<Row> &rows() const { return m_rows; }
+    /// The place of a todo's row; -1 if it has none.
+    int placeOf(std::optional<qint64> id) const;
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+private:
+    QVariant todoData(const Todo &todo, int role) const;
+    void mark(std::optional<qint64> &held, std::optional<qint64> id, const QList<int> &roles);
+
+    QList<Row> m_rows;
+    Days m_days;
+    std::optional<qint64> m_open;
+    std::optional<qint64> m_selected;
+};
+
+} // namespace velto
