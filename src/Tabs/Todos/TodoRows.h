@@ -1,9 +1,13 @@
 #pragma once
 
 #include "Tabs/Todos/Todo.h"
+#include "Tabs/Todos/TodoTexts.h"
 
 #include <QAbstractListModel>
+#include <QHash>
+#include <QStringList>
 #include <optional>
+#include <vector>
 
 namespace velto {
 
@@ -13,7 +17,7 @@ namespace velto {
 class TodoRows final : public QAbstractListModel {
     Q_OBJECT
 public:
-    /// In QML by these names, all of them set in every row (empty where they don't apply):
+    /// In QML by the names behind them; all of them are set in every row, and empty where they don't apply.
     enum Role : int {
         RowId = Qt::UserRole, ///< rowId: text, unlike that of any other row
         IsHeading, ///< isHeading: a project's heading, which has a title and nothing else
@@ -31,30 +35,28 @@ public:
         Selected, ///< selected: the keyboard is on it
         Details, ///< details: of an open row; else empty
         Comments, ///< comments: of an open row, a list of {at, text}; else empty
+        CommentText, ///< commentText: what was typed in the row's comment field so far
     };
 
-    /// A heading (project set), or a todo.
     struct Row {
-        std::optional<QString> heading; ///< as the user reads it
-        Todo todo;
-
-        bool operator==(const Row &) const = default;
+        qsizetype todo = -1; ///< a place in Content::todos; -1 for a heading
+        qsizetype project = -1; ///< a place in Content::projects; -1 for a todo
     };
-    /// The day that the texts are made for.
-    struct Days {
-        QString today;
-        QString tomorrow;
-
-        bool operator==(const Days &) const = default;
+    struct Content {
+        QList<Todo> todos;
+        QStringList projects;
+        QList<Row> rows;
     };
 
     using QAbstractListModel::QAbstractListModel;
 
     /// Not to be called from a slot on this model's own signals.
-    void setRows(QList<Row> rows, const Days &days);
-    void setOpen(std::optional<qint64> id);
-    void setSelected(std::optional<qint64> id);
-    const QList<Row> &rows() const { return m_rows; }
+    void setContent(const Content &content, const Days &days);
+    void setOpen(std::optional<qint64> id) { mark(m_open, id, {Open, Details, Comments}); }
+    void setSelected(std::optional<qint64> id) { mark(m_selected, id, {Selected}); }
+    /// Keeps what the user is typing, for a row that is scrolled away and comes back.
+    void setCommentText(qint64 id, const QString &text);
+    const Content &content() const { return m_content; }
     /// The place of a todo's row; -1 if it has none.
     int placeOf(std::optional<qint64> id) const;
 
@@ -63,13 +65,23 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
 private:
+    using Origins = QList<qsizetype>;
+    Origins originsOf(const Content &content, qsizetype from, qsizetype oldEnd, qsizetype newEnd) const;
+    void keepAnchor(Origins &origins) const;
+    std::vector<bool> changesTo(const Content &content, const Days &days, qsizetype from, const Origins &origins) const;
+    void removeAllBut(const Origins &origins, qsizetype from, qsizetype oldEnd);
+    QList<qsizetype> adopt(const Content &content, qsizetype from, const Origins &origins);
+    void reorder(QList<qsizetype> current, qsizetype from);
+    void insertNew(const Content &content, qsizetype from, const Origins &origins);
+    void announce(const std::vector<bool> &changed);
     QVariant todoData(const Todo &todo, int role) const;
     void mark(std::optional<qint64> &held, std::optional<qint64> id, const QList<int> &roles);
 
-    QList<Row> m_rows;
+    Content m_content;
     Days m_days;
     std::optional<qint64> m_open;
     std::optional<qint64> m_selected;
+    QHash<qint64, QString> m_typed;
 };
 
 } // namespace velto
