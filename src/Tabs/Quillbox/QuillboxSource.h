@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Core/Result.h"
 #include "Core/RowModel.h"
 #include "Core/SourceState.h"
 #include "Core/VeltoSource.h"
@@ -101,6 +102,7 @@ private:
         bool operator==(const Published &) const = default;
     };
 
+    /// Outlives the source if need be.
     QCoro::Task<> fetch();
     void take(const Result<VeltoSnapshot, HubError> &answer);
     void diff(const VeltoSnapshot &next);
