@@ -60,9 +60,7 @@ QString DateField::spoken() const
 
 QString DateField::month() const
 {
-    return QLocale().toString(m_page, u"LLLL yyyy").contains(u'L')
-        ? QLocale().standaloneMonthName(m_page.month()) + u' ' + QLocale().toString(m_page, u"yyyy")
-        : QLocale().toString(m_page, u"LLLL yyyy");
+    return QLocale().standaloneMonthName(m_page.month()) + u' ' + QLocale().toString(m_page, u"yyyy");
 }
 
 QStringList DateField::weekdays() const
