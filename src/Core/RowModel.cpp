@@ -1,38 +1,14 @@
 #include "Core/RowModel.h"
 
+#include "Core/LongestRun.h"
+
 #include <QSet>
-#include <algorithm>
-#include <vector>
 
 // A new list is reached in four steps, each of which leaves the model whole: remove what went, move what is out of order,
 // insert what came, update what changed. A longest increasing run of the rows that stay keeps its place, so that the fewest
 // rows move: one session that starts to work and jumps to the top is one move, and not one for each row above it.
 
 namespace velto {
-
-namespace {
-
-/// Places in `order` that form a longest increasing run of its values.
-std::vector<bool> longestIncreasing(const QList<qsizetype> &order)
-{
-    QList<qsizetype> tails; // tails[n]: where the best run of n + 1 values ends
-    QList<qsizetype> before(order.size(), -1);
-    for (qsizetype i = 0; i < order.size(); ++i) {
-        const auto place = std::ranges::lower_bound(tails, order[i], {}, [&order](qsizetype at) { return order[at]; });
-        const qsizetype length = place - tails.begin();
-        before[i] = length > 0 ? tails[length - 1] : -1;
-        if (place == tails.end())
-            tails.append(i);
-        else
-            *place = i;
-    }
-    std::vector<bool> member(std::size_t(order.size()), false);
-    for (qsizetype i = tails.isEmpty() ? -1 : tails.back(); i >= 0; i = before[i])
-        member[std::size_t(i)] = true;
-    return member;
-}
-
-} // namespace
 
 RowModel::RowModel(const QList<QByteArray> &roles, QObject *parent)
     : QAbstractListModel(parent)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPointer>
+#include <coroutine>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -32,6 +33,27 @@ template <typename Work, typename Done> void inBackground(Background &background
                          if (alive)
                              done(std::move(**value));
                      });
+}
+
+/// The same for a coroutine of the UI thread: `co_await inBackground(background, work)` is the value of `work()`. The caller
+/// checks afterwards whether its own object still lives. Once the program is ending, the coroutine doesn't go on.
+template <typename Work> auto inBackground(Background &background, Work work)
+{
+    using Value = std::invoke_result_t<Work>;
+    struct Awaiter {
+        Background &background;
+        Work work;
+        std::shared_ptr<std::optional<Value>> value = std::make_shared<std::optional<Value>>();
+
+        bool await_ready() const { return false; }
+        void await_suspend(std::coroutine_handle<> waiting)
+        {
+            background.start([work = std::move(work), value = value] { value->emplace(work()); },
+                             [waiting]() mutable { waiting.resume(); });
+        }
+        Value await_resume() { return std::move(**value); }
+    };
+    return Awaiter{background, std::move(work)};
 }
 
 } // namespace velto

@@ -9,6 +9,7 @@
 #include "Shell/PeekLine.h"
 #include "Shell/UI.h"
 #include "Tabs/Agents/AgentsSource.h"
+#include "Tabs/Todos/TodosSource.h"
 
 #include <QAbstractItemModel>
 #include <QtQml/qqml.h>
@@ -88,5 +89,26 @@ struct AgentsSourceType {
     Q_GADGET
     QML_FOREIGN(velto::AgentsSource)
     QML_NAMED_ELEMENT(AgentsSource)
+    QML_UNCREATABLE("Made in C++")
+};
+
+struct TodosSourceType {
+    Q_GADGET
+    QML_FOREIGN(velto::TodosSource)
+    QML_NAMED_ELEMENT(TodosSource)
+    QML_UNCREATABLE("Made in C++")
+};
+
+struct DraftFormType {
+    Q_GADGET
+    QML_FOREIGN(velto::DraftForm)
+    QML_NAMED_ELEMENT(DraftForm)
+    QML_UNCREATABLE("Made in C++")
+};
+
+struct DateFieldType {
+    Q_GADGET
+    QML_FOREIGN(velto::DateField)
+    QML_NAMED_ELEMENT(DateField)
     QML_UNCREATABLE("Made in C++")
 };

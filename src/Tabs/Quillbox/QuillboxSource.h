@@ -1,0 +1,132 @@
+#pragma once
+
+#include "Core/Result.h"
+#include "Core/RowModel.h"
+#include "Core/SourceState.h"
+#include "Core/VeltoSource.h"
+#include "Platform/Clock.h"
+#include "Tabs/Quillbox/QuillboxMode.h"
+#include "Tabs/Quillbox/VeltoSnapshot.h"
+
+#include <QMap>
+#include <QSet>
+#include <optional>
+#include <qcoro/qcorotask.h>
+
+namespace velto {
+
+class HubClient;
+class Machine;
+struct HubError;
+
+/// The connection to the user's memory: which one there is, what the hub last said, and what of it was news. Lives on the UI
+/// thread, never blocks it. There is one fetch under way at most, and none within ten seconds of the last; an answer that
+/// arrives after a change of the connection is dropped.
+class QuillboxSource : public VeltoSource {
+    Q_OBJECT
+    Q_PROPERTY(velto::SourceState state READ state NOTIFY changed FINAL)
+    Q_PROPERTY(bool local READ isLocal NOTIFY changed FINAL)
+    Q_PROPERTY(QString modeLabel READ modeLabel NOTIFY changed FINAL)
+    /// "Saved today: …"; empty if nothing was.
+    Q_PROPERTY(QString savedToday READ savedToday NOTIFY changed FINAL)
+    Q_PROPERTY(bool hasCard READ hasCard NOTIFY changed FINAL)
+    Q_PROPERTY(QString cardArea READ cardArea NOTIFY changed FINAL)
+    Q_PROPERTY(QString cardQuestion READ cardQuestion NOTIFY changed FINAL)
+    /// The card's answer, while it is open; empty otherwise.
+    Q_PROPERTY(QString cardAnswer READ cardAnswer NOTIFY changed FINAL)
+    Q_PROPERTY(bool offersAnswer READ offersAnswer NOTIFY changed FINAL)
+    /// rowId, symbol, name, age, spoken
+    Q_PROPERTY(QAbstractItemModel *handoffs READ handoffRows CONSTANT FINAL)
+    /// rowId, symbol, name, age, spoken
+    Q_PROPERTY(QAbstractItemModel *heard READ heardRows CONSTANT FINAL)
+    /// There is neither a card nor a row.
+    Q_PROPERTY(bool empty READ isEmpty NOTIFY changed FINAL)
+public:
+    /// What the source leans on; all of it outlives the source.
+    struct Needs {
+        Clock &clock;
+        const Machine &machine;
+        HubClient &client;
+        QString home; ///< the user's home folder
+    };
+    explicit QuillboxSource(Needs needs, QObject *parent = nullptr);
+
+    QString title() const override;
+    QString symbol() const override;
+    int badge() const override;
+    QUrl makeView() const override;
+
+    const QuillboxMode &mode() const { return m_mode; }
+    /// The last good one; empty before the first.
+    const VeltoSnapshot &snapshot() const { return m_snapshot; }
+    SourceState state() const { return m_state; }
+    bool showGrip() const { return m_showGrip; }
+    HubClient &client() const { return m_needs.client; }
+
+    bool isLocal() const { return m_mode.isLocal(); }
+    QString modeLabel() const { return m_mode.label(m_needs.home); }
+    QString savedToday() const;
+    bool hasCard() const { return m_snapshot.gap.has_value(); }
+    QString cardArea() const;
+    QString cardQuestion() const;
+    QString cardAnswer() const;
+    bool offersAnswer() const;
+    QAbstractItemModel *handoffRows() { return &m_handoffRows; }
+    QAbstractItemModel *heardRows() { return &m_heardRows; }
+    bool isEmpty() const { return !m_snapshot.gap && m_snapshot.handoffs.isEmpty() && m_snapshot.heard.isEmpty(); }
+
+    /// The sessions of other machines, in the hub's order.
+    QList<VeltoSnapshot::Handoff> otherMac() const;
+
+    OnPeek onPeek;
+
+    void refresh();
+    /// Asks again without the wait between two fetches: after a write, and for a retry by hand. While a fetch is under way
+    /// nothing more is asked.
+    Q_INVOKABLE void fetchAgain();
+    /// Forgets everything and begins anew with the connection that is selected now.
+    void reconnect();
+    /// Opens the card's answer, for good.
+    Q_INVOKABLE void openAnswer();
+
+Q_SIGNALS:
+    /// snapshot() was set, perhaps to what it was before.
+    void snapshotTaken();
+
+private:
+    struct Published {
+        QuillboxMode mode;
+        VeltoSnapshot snapshot;
+        SourceState state;
+        bool showGrip = false;
+        bool operator==(const Published &) const = default;
+    };
+
+    /// Outlives the source if need be.
+    QCoro::Task<> fetch();
+    void take(const Result<VeltoSnapshot, HubError> &answer);
+    void diff(const VeltoSnapshot &next);
+    void heardPeek(const VeltoSnapshot &next) const;
+    void handoffPeek(const VeltoSnapshot &next) const;
+    void publish();
+    QString hostSlug() const;
+    QString ageOf(const QString &at) const;
+
+    Needs m_needs;
+    QuillboxMode m_mode;
+    VeltoSnapshot m_snapshot;
+    SourceState m_state = SourceState::loading();
+    bool m_showGrip = false;
+    /// The ids of what was heard, and the times of the sessions, in the last snapshot; nothing before the first.
+    std::optional<QSet<qint64>> m_seenHeard;
+    std::optional<QMap<qint64, QString>> m_seenHandoffs;
+    /// When the last fetch ended, well or badly.
+    std::optional<Clock::Instant> m_lastFetch;
+    bool m_fetching = false;
+    int m_connection = 0; ///< counts the reconnects
+    Published m_published;
+    RowModel m_handoffRows;
+    RowModel m_heardRows;
+};
+
+} // namespace velto

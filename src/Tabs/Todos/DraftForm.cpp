@@ -1,0 +1,140 @@
+#include "Tabs/Todos/DraftForm.h"
+
+#include "Platform/Clock.h"
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+DraftForm::DraftForm(const Clock &clock, Save save, Cancel cancel, QObject *parent)
+    : QObject(parent)
+    , m_clock(clock)
+    , m_save(std::move(save))
+    , m_cancel(std::move(cancel))
+    , m_date(clock)
+    , m_priorities({"value", "text", "selected"})
+    , m_scopes({"value", "text", "selected"})
+{
+    connect(&m_date, &DateField::changed, this, &DraftForm::changed);
+    update();
+}
+
+void DraftForm::open(const Todo &draft)
+{
+    m_d = draft;
+    m_opened = draft;
+    m_hasDate = !draft.due.isEmpty();
+    const QDate due = dayOf(draft.due);
+    m_date.setDate(due.isValid() ? due : m_clock.wallTime().toLocalTime().date());
+    m_openedDate = m_date.date();
+    m_more = draft.id != 0;
+    update();
+    if (!std::exchange(m_shown, true))
+        Q_EMIT shownChanged();
+    Q_EMIT titleFocusWanted();
+}
+
+void DraftForm::close()
+{
+    if (std::exchange(m_shown, false))
+        Q_EMIT shownChanged();
+}
+
+bool DraftForm::touched() const
+{
+    return m_d != m_opened || m_hasDate == m_opened.due.isEmpty() || m_date.date() != m_openedDate;
+}
+
+template <typename Value> void DraftForm::set(Value &field, const Value &value)
+{
+    if (field == value)
+        return;
+    field = value;
+    update();
+}
+
+void DraftForm::setTitle(const QString &title)
+{
+    set(m_d.title, title);
+}
+
+void DraftForm::setDetails(const QString &details)
+{
+    set(m_d.details, details);
+}
+
+void DraftForm::setWho(const QString &who)
+{
+    set(m_d.who, who);
+}
+
+void DraftForm::setProject(const QString &project)
+{
+    set(m_d.project, project);
+}
+
+void DraftForm::setHasDate(bool hasDate)
+{
+    set(m_hasDate, hasDate);
+}
+
+bool DraftForm::showsScope() const
+{
+    return m_more || m_d.scope != "office"_L1;
+}
+
+QString DraftForm::moreText() const
+{
+    return m_more ? tr("Fewer details") : tr("More details");
+}
+
+QString DraftForm::saveText() const
+{
+    return m_d.id != 0 ? tr("Save") : tr("Add todo");
+}
+
+void DraftForm::choosePriority(const QString &value)
+{
+    set(m_d.prio, value.toLongLong());
+}
+
+void DraftForm::chooseScope(const QString &value)
+{
+    set(m_d.scope, value);
+}
+
+void DraftForm::toggleMore()
+{
+    m_more = !m_more;
+    update();
+}
+
+void DraftForm::save()
+{
+    Todo todo = m_d;
+    todo.due = m_hasDate ? textOf(m_date.date()) : QString();
+    m_save(todo);
+}
+
+void DraftForm::cancel()
+{
+    m_cancel();
+}
+
+void DraftForm::update()
+{
+    const std::array priorities{std::pair{1, tr("High")}, std::pair{2, tr("Normal")}, std::pair{3, tr("Low")}};
+    QList<RowModel::Row> rows;
+    for (const auto &[value, text] : priorities)
+        rows.append({QString::number(value), text, m_d.prio == value});
+    m_priorities.setRows(rows);
+    m_scopes.setRows({
+        {u"office"_s, tr("Work"), m_d.scope == "office"_L1},
+        {u"personal"_s, tr("Personal"), m_d.scope == "personal"_L1},
+    });
+    Q_EMIT changed();
+}
+
+} // namespace velto

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Tabs/Todos/Todo.h"
+
+#include <QByteArray>
+#include <QStringList>
+
+namespace velto {
+
+class Files;
+class ToolRunner;
+
+/// The todos that a Quillbox on this machine keeps: read from its database with `sqlite3`, changed through its own tool.
+struct LocalTodos {
+    QString database;
+    QString todoScript;
+
+    explicit LocalTodos(const QString &home);
+
+    /// The arguments that change a todo, as `run` takes them.
+    QStringList add(const Todo &todo) const;
+    QStringList edit(const Todo &todo) const;
+    QStringList done(qint64 id) const;
+    QStringList comment(qint64 id, const QString &text) const;
+    /// Whether the tool can do more than mark a todo done.
+    bool patched(const Files &files) const;
+};
+
+/// The open todos of the database at this path. Blocks; whatever goes wrong shortens the list. Any thread.
+QList<Todo> loadTodos(ToolRunner &tools, const QString &database);
+/// The same, from what `sqlite3 -json` printed.
+QList<Todo> parseTodos(const QByteArray &json);
+
+} // namespace velto

@@ -1,0 +1,98 @@
+#include "Tabs/Todos/TodoDates.h"
+
+#include "Tabs/Todos/Todo.h"
+
+#include <QList>
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+// The toolkit has a long and a short form of a date in each language, and the wanted one is neither. It is made from the long
+// one, "dddd, MMMM d, yyyy": one field is left out together with the text that ties it to the rest, and names are shortened.
+
+namespace velto {
+
+namespace {
+
+/// A run of one field's letter, or what stands between two fields.
+struct Piece {
+    QString text;
+    bool isField = false;
+};
+
+QList<Piece> piecesOf(const QString &format)
+{
+    QList<Piece> pieces;
+    bool quoted = false;
+    QChar last;
+    for (const QChar c : format) {
+        if (c == u'\'')
+            quoted = !quoted;
+        const bool isField = !quoted && (c == u'd' || c == u'M' || c == u'y');
+        const bool goesOn = !pieces.isEmpty() && pieces.back().isField == isField && (!isField || c == last);
+        if (!goesOn)
+            pieces.append({{}, isField});
+        pieces.back().text += c;
+        last = c;
+    }
+    return pieces;
+}
+
+QList<Piece> longForm(const QLocale &locale)
+{
+    return piecesOf(locale.dateFormat(QLocale::LongFormat));
+}
+
+/// Takes a field out, and what ties it to its neighbours: what stands before it, or at the beginning, behind it.
+template <typename IsDropped> QList<Piece> without(QList<Piece> pieces, IsDropped isDropped)
+{
+    const auto isField = [](const Piece &piece) { return piece.isField; };
+    const auto found = std::ranges::find_if(pieces, [&](const Piece &piece) { return piece.isField && isDropped(piece.text); });
+    if (found == pieces.end())
+        return pieces;
+    const qsizetype place = found - pieces.begin();
+    if (std::none_of(pieces.begin(), found, isField)) {
+        pieces.remove(0, std::min(place + 2, pieces.size()));
+        return pieces;
+    }
+    const bool isLast = std::none_of(found + 1, pieces.end(), isField);
+    const qsizetype begin = pieces[place - 1].isField ? place : place - 1;
+    pieces.remove(begin, (isLast ? pieces.size() : place + 1) - begin);
+    return pieces;
+}
+
+/// The format again, with its names shortened.
+QString formatOf(const QList<Piece> &pieces)
+{
+    QString format;
+    for (const Piece &piece : pieces) {
+        const bool isName = piece.isField && piece.text.size() > 3 && !piece.text.startsWith(u'y');
+        format += isName ? piece.text.first(3) : piece.text;
+    }
+    return format;
+}
+
+} // namespace
+
+QString shortDate(const QString &text, const QLocale &locale)
+{
+    const QDate day = dayOf(text);
+    if (!day.isValid())
+        return text;
+    return locale.toString(day, formatOf(without(longForm(locale), [](const QString &field) { return field.startsWith(u'y'); })));
+}
+
+QString fullDate(QDate day, const QLocale &locale)
+{
+    return locale.toString(day, formatOf(longForm(locale)));
+}
+
+QString shortDateTime(const QDateTime &time, const QLocale &locale)
+{
+    const QDateTime local = time.toLocalTime();
+    const auto isWeekday = [](const QString &field) { return field.startsWith("ddd"_L1); };
+    return locale.toString(local.date(), formatOf(without(longForm(locale), isWeekday))) + ", "_L1
+        + locale.toString(local.time(), QLocale::ShortFormat);
+}
+
+} // namespace velto

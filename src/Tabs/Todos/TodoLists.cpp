@@ -1,0 +1,120 @@
+#include "Tabs/Todos/TodoLists.h"
+
+#include <QCoreApplication>
+#include <algorithm>
+#include <numeric>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+/// Stands between the texts of one todo, where nobody types it.
+constexpr QChar kBetween(0xFFFF);
+
+QString searchedText(const Todo &todo)
+{
+    const QString number = u'#' + QString::number(todo.id);
+    const QString texts[] = {todo.title, todo.details, todo.who, todo.project, number};
+    QString result;
+    for (const QString &text : texts)
+        result += text.toLower() + kBetween;
+    return result;
+}
+
+} // namespace
+
+void TodoLists::setTodos(const QList<Todo> &todos)
+{
+    m_todos = todos;
+    m_order.clear();
+    m_texts.clear();
+}
+
+const QList<qsizetype> &TodoLists::order()
+{
+    if (m_order.size() == m_todos.size())
+        return m_order;
+    const QString none = u"9999"_s;
+    const auto due = [&none](const Todo &todo) -> const QString & { return todo.due.isEmpty() ? none : todo.due; };
+    m_order.resize(m_todos.size());
+    std::iota(m_order.begin(), m_order.end(), 0);
+    std::stable_sort(m_order.begin(), m_order.end(), [&, todos = m_todos.constData()](qsizetype left, qsizetype right) {
+        const Todo &a = todos[left];
+        const Todo &b = todos[right];
+        if (a.prio != b.prio)
+            return a.prio < b.prio;
+        if (due(a) != due(b))
+            return sortsBefore(due(a), due(b));
+        return a.id < b.id;
+    });
+    return m_order;
+}
+
+bool TodoLists::found(qsizetype place, const QString &lowered)
+{
+    if (lowered.isEmpty())
+        return true;
+    if (m_texts.size() != m_todos.size()) {
+        m_texts.clear();
+        m_texts.reserve(m_todos.size());
+        for (const Todo &todo : std::as_const(m_todos))
+            m_texts.append(searchedText(todo));
+    }
+    return !lowered.contains(kBetween) && m_texts[place].contains(lowered);
+}
+
+TodoLists::Result TodoLists::cut(const Cut &cut)
+{
+    const QString lowered = cut.search.toLower();
+    if (lowered.isEmpty())
+        m_texts.clear();
+    Result result;
+    QHash<QString, qsizetype> buckets;
+    for (const qsizetype place : order()) {
+        const Todo &todo = m_todos.at(place);
+        const bool dueNow = todo.dueNow(cut.today);
+        const bool overdue = dueNow && todo.due != cut.today;
+        result.dueNow += dueNow;
+        result.overdue += overdue;
+        result.scopes.insert(todo.scope);
+        if (todo.scope != cut.scope)
+            continue;
+        ++result.here;
+        result.dueHere += dueNow;
+        result.overdueHere += overdue;
+        result.highHere += dueNow && todo.prio == 1;
+        if (!passes(cut.filter, todo, cut.today) || !found(place, lowered))
+            continue;
+        const QString project = todo.project.isEmpty() ? u"other"_s : todo.project;
+        const qsizetype bucket = buckets.value(project, result.groups.size());
+        if (bucket == result.groups.size()) {
+            buckets.insert(project, bucket);
+            result.groups.append({project, {}});
+        }
+        result.groups[bucket].todos.append(place);
+    }
+    return result;
+}
+
+int TodoLists::count(const QString &scope, Filter filter, const QString &today) const
+{
+    return int(
+        std::ranges::count_if(m_todos, [&](const Todo &todo) { return todo.scope == scope && passes(filter, todo, today); }));
+}
+
+QString summaryText(const TodoLists::Result &result)
+{
+    const auto tr = [](const char *text) { return QCoreApplication::translate("TodosSource", text); };
+    QStringList pieces;
+    pieces += result.dueHere == 0 ? tr(QT_TRANSLATE_NOOP("TodosSource", "Nothing due today"))
+                                  : tr(QT_TRANSLATE_NOOP("TodosSource", "%1 due today")).arg(result.dueHere);
+    if (result.overdueHere > 0)
+        pieces += tr(QT_TRANSLATE_NOOP("TodosSource", "%1 overdue")).arg(result.overdueHere);
+    if (result.highHere > 0)
+        pieces += tr(QT_TRANSLATE_NOOP("TodosSource", "%1 high priority")).arg(result.highHere);
+    return pieces.join(" · "_L1);
+}
+
+} // namespace velto

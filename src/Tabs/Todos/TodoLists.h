@@ -1,0 +1,56 @@
+#pragma once
+
+#include "Tabs/Todos/Todo.h"
+
+#include <QSet>
+#include <QStringList>
+
+namespace velto {
+
+/// What the tab, the strip and the brief take from a list of todos. It is made in one pass; what doesn't depend on the date,
+/// the filter or the search is kept until there is another list. UI thread only.
+class TodoLists {
+public:
+    /// What is on show.
+    struct Cut {
+        QString scope;
+        Filter filter = Filter::Today;
+        QString search;
+        QString today;
+
+        bool operator==(const Cut &) const = default;
+    };
+    struct Group {
+        QString project; ///< "other" for the todos without one
+        QList<qsizetype> todos; ///< places in the list, most urgent first
+    };
+    struct Result {
+        QList<Group> groups; ///< the most urgent project first
+        int dueNow = 0; ///< in all scopes, as the next
+        int overdue = 0;
+        QSet<QString> scopes;
+        int here = 0; ///< in the scope on show, under no filter, as the next three
+        int dueHere = 0;
+        int overdueHere = 0;
+        int highHere = 0; ///< due and of the highest priority
+    };
+
+    const QList<Todo> &todos() const { return m_todos; }
+    void setTodos(const QList<Todo> &todos);
+    Result cut(const Cut &cut);
+    /// How many todos of a scope stand under a filter, whatever is searched for.
+    int count(const QString &scope, Filter filter, const QString &today) const;
+
+private:
+    const QList<qsizetype> &order();
+    bool found(qsizetype place, const QString &lowered);
+
+    QList<Todo> m_todos;
+    QList<qsizetype> m_order; ///< places, most urgent first; empty until it is asked for
+    QStringList m_texts; ///< what is searched, in lower case; empty until something is searched for
+};
+
+/// "2 due today · 1 overdue"
+QString summaryText(const TodoLists::Result &result);
+
+} // namespace velto
