@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QLocale>
+#include <algorithm>
 #include <array>
 #include <charconv>
 
@@ -78,6 +79,22 @@ QString compact(qint64 count)
     if (count < 1'000'000)
         return fixed(double(count) / 1000, 0) + u'k';
     return fixed(double(count) / 1'000'000, 1) + u'M';
+}
+
+QString lastLine(const QString &text)
+{
+    constexpr qsizetype kLongest = 200;
+    const QStringList lines = text.split(u'\n');
+    const auto line = std::find_if(lines.rbegin(), lines.rend(), [](const QString &each) { return !each.trimmed().isEmpty(); });
+    if (line == lines.rend())
+        return {};
+    const QString trimmed = line->trimmed();
+    return trimmed.size() <= kLongest ? trimmed : trimmed.first(kLongest) + u'…';
+}
+
+QString withTilde(const QString &path, const QString &home)
+{
+    return path == home || path.startsWith(home + u'/') ? u'~' + path.mid(home.size()) : path;
 }
 
 QString lastPathComponent(const QString &path)

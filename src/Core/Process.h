@@ -20,6 +20,10 @@ QString ago(const QDateTime &date, const QDateTime &now);
 QString shortTime(const QDateTime &moment);
 /// A count in few characters: "999", "2k", "2.5M".
 QString compact(qint64 count);
+/// The last line that says something, trimmed and kept to a length that a banner can show; empty if there is none.
+QString lastLine(const QString &text);
+/// A path with the home folder written as "~".
+QString withTilde(const QString &path, const QString &home);
 /// The last name of a path: "/home/me/proj/" gives "proj". The root is its own last name.
 QString lastPathComponent(const QString &path);
 

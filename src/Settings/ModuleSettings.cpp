@@ -1,6 +1,7 @@
 #include "Settings/ModuleSettings.h"
 
 #include "Core/Hub.h"
+#include "Core/Process.h"
 #include "Core/WatchFolders.h"
 
 #include <QMetaEnum>
