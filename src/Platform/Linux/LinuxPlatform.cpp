@@ -72,6 +72,7 @@ LinuxPlatform::LinuxPlatform(Clock &clock, Files &files, const Places &places)
     , accessibility(files, configurationFolder())
     , clipboard(server, clock)
     , terminals(places)
+    , machine(files)
 {
     // The choice was for us alone: a terminal that we start makes its own.
     if (std::exchange(platformChosenHere, false))

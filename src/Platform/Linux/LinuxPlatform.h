@@ -4,6 +4,7 @@
 #include "Platform/Linux/AutostartLoginItem.h"
 #include "Platform/Linux/EwmhApplications.h"
 #include "Platform/Linux/LibsecretKeychain.h"
+#include "Platform/Linux/LinuxMachine.h"
 #include "Platform/Linux/LinuxTerminals.h"
 #include "Platform/Linux/LinuxVideoPlayer.h"
 #include "Platform/Linux/LogindSession.h"
@@ -51,6 +52,7 @@ struct LinuxPlatform {
     MprisPlayers players;
     XdgWorkspace workspace;
     LinuxTerminals terminals;
+    LinuxMachine machine;
     QtFolderPanel folderPanel;
     PortalAppearance appearance;
     LinuxVideoPlayer videoPlayer;

@@ -1,3 +1,4 @@
+#include "Core/Process.h"
 #include "Platform/Background.h"
 #include "Platform/ToolRunner.h"
 #include "Tabs/Quillbox/HubClient.h"
@@ -5,7 +6,6 @@
 #include "Tabs/Todos/TodoDates.h"
 #include "Tabs/Todos/TodosSource.h"
 
-#include "Core/Process.h"
 #include <QJsonArray>
 #include <QPointer>
 #include <QTextBoundaryFinder>
