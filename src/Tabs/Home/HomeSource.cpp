@@ -1,11 +1,14 @@
 #include "Tabs/Home/HomeSource.h"
 
 #include "Core/Hub.h"
+#include "Core/Prefs.h"
+#include "Platform/VideoPlayer.h"
+#include "Platform/Workspace.h"
 #include "Tabs/Agents/AgentsSource.h"
-#include "Tabs/Home/EverydaySource.h"
 #include "Tabs/Home/GlanceSource.h"
 #include "Tabs/Home/HomeBrief.h"
 #include "Tabs/Home/Pace.h"
+#include "Tabs/Home/VideoPreview.h"
 
 #include <algorithm>
 
@@ -47,13 +50,10 @@ QList<RowModel::Row> rows(const QList<HomeItem> &items, qsizetype most, auto bel
 
 } // namespace
 
-HomeSource::HomeSource(Hub &hub, Workspace &workspace, const Places &places, Clock &clock, QObject *parent)
+HomeSource::HomeSource(const Needs &needs, QObject *parent)
     : VeltoSource(parent)
-    , m_hub(hub)
-    , m_workspace(workspace)
-    , m_places(places)
-    , m_clock(clock)
-    , m_spotlight(hub.terminal())
+    , m_needs(needs)
+    , m_spotlight(needs.hub.terminal())
     , m_needs(itemRoles())
     , m_next(itemRoles())
     , m_today(itemRoles())
@@ -81,7 +81,7 @@ QUrl HomeSource::makeView() const
 const QList<HomeItem> &HomeSource::items() const
 {
     if (m_stale) {
-        m_items = HomeBrief(m_hub, m_workspace, m_places, m_clock.wallTime()).items();
+        m_items = HomeBrief(m_needs.hub, m_needs.workspace, m_needs.places, m_needs.clock.wallTime()).items();
         m_stale = false;
     }
     return m_items;
@@ -94,7 +94,7 @@ int HomeSource::badge() const
 
 QString HomeSource::greeting() const
 {
-    return velto::greeting(m_clock.wallTime());
+    return velto::greeting(m_needs.clock.wallTime());
 }
 
 QString HomeSource::headlineText() const
@@ -117,7 +117,7 @@ HomeSource::Tone HomeSource::headlineTone() const
 
 bool HomeSource::guideShown() const
 {
-    return !m_hub.prefs().glanceGuideDismissed();
+    return !m_needs.prefs.glanceGuideDismissed();
 }
 
 void HomeSource::worldChanged()
@@ -129,7 +129,7 @@ void HomeSource::worldChanged()
 void HomeSource::publish()
 {
     arrange();
-    Published now{items(), greeting(), m_setupText, guideShown()};
+    Published now{items(), greeting(), m_setupText, guideShown(), m_needs.hub.glances()->playingVideo()};
     scheduleNextLook();
     if (now == m_published)
         return;
@@ -157,20 +157,19 @@ void HomeSource::arrange()
     }
     m_setupText = missing.isEmpty() ? QString() : tr("Not set up: %1").arg(missing.join(u", "_s));
 
-    AgentsSource &agents = *m_hub.agents();
-    const QList<Agent> running = m_hub.prefs().isOn(Prefs::Module::Agents) ? agents.running() : QList<Agent>();
-    const QList<Agent> waiting = m_hub.prefs().isOn(Prefs::Module::Agents) ? agents.waiting() : QList<Agent>();
+    AgentsSource &agents = *m_needs.hub.agents();
+    const QList<Agent> running = m_needs.prefs.isOn(Prefs::Module::Agents) ? agents.running() : QList<Agent>();
+    const QList<Agent> waiting = m_needs.prefs.isOn(Prefs::Module::Agents) ? agents.waiting() : QList<Agent>();
     m_spotlight.set(!running.isEmpty()       ? std::optional(running.first())
                         : !waiting.isEmpty() ? std::optional(waiting.first())
                                              : std::nullopt,
-                    m_clock.wallTime());
+                    m_needs.clock.wallTime());
 }
 
-// A countdown changes by the second; "in 5 min" and the greeting by the minute.
+// The greeting and the spotlight's age change by the minute; everything else announces itself.
 void HomeSource::scheduleNextLook()
 {
-    const bool counting = m_hub.everyday()->focusEnd().has_value();
-    m_nextLook = m_clock.after(counting ? std::chrono::seconds(1) : kLook, [this] { worldChanged(); });
+    m_nextLook = m_needs.clock.after(kLook, [this] { worldChanged(); });
 }
 
 void HomeSource::run(const QString &itemId)
@@ -185,17 +184,43 @@ void HomeSource::run(const QString &itemId)
 
 void HomeSource::openConnect()
 {
-    m_hub.open(Tab::Connect);
+    m_needs.hub.open(Tab::Connect);
 }
 
 void HomeSource::useCopiedLink()
 {
-    m_hub.glances()->refresh();
+    m_needs.hub.glances()->refresh();
 }
 
 void HomeSource::dismissGuide()
 {
-    m_hub.prefs().setGlanceGuideDismissed(true);
+    m_needs.prefs.setGlanceGuideDismissed(true);
+}
+
+QString HomeSource::videoHtml() const
+{
+    return videoShown() ? videoPage(*m_published.video).html : QString();
+}
+
+QUrl HomeSource::videoBase() const
+{
+    return videoShown() ? videoPage(*m_published.video).base : QUrl();
+}
+
+VideoPlayer *HomeSource::videoPlayer() const
+{
+    return &m_needs.videoPlayer;
+}
+
+void HomeSource::openVideoInBrowser()
+{
+    if (videoShown())
+        m_needs.workspace.open(*m_published.video);
+}
+
+void HomeSource::closeVideo()
+{
+    m_needs.hub.glances()->closeVideo();
 }
 
 } // namespace velto

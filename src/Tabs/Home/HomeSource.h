@@ -6,9 +6,14 @@
 #include "Tabs/Home/HomeItem.h"
 #include "Tabs/Home/HomeSpotlight.h"
 
+#include <QUrl>
+#include <optional>
+
 namespace velto {
 
 class Hub;
+class Prefs;
+class VideoPlayer;
 class Workspace;
 struct Places;
 
@@ -27,12 +32,25 @@ class HomeSource : public VeltoSource {
     /// Which subjects aren't set up yet, as one line; empty if all are.
     Q_PROPERTY(QString setupText READ setupText NOTIFY changed FINAL)
     Q_PROPERTY(bool guideShown READ guideShown NOTIFY changed FINAL)
+    /// A video is to be played in the panel; what the player is to show, and whence it comes.
+    Q_PROPERTY(bool videoShown READ videoShown NOTIFY changed FINAL)
+    Q_PROPERTY(QString videoHtml READ videoHtml NOTIFY changed FINAL)
+    Q_PROPERTY(QUrl videoBase READ videoBase NOTIFY changed FINAL)
+    Q_PROPERTY(velto::VideoPlayer *videoPlayer READ videoPlayer CONSTANT FINAL)
 public:
     enum Tone : int { Bad, Warn, Info, Off }; // as HomeItem::Tone, by the names that views use
     Q_ENUM(Tone)
 
-    /// The rest outlives the source.
-    HomeSource(Hub &hub, Workspace &workspace, const Places &places, Clock &clock, QObject *parent = nullptr);
+    /// All of it outlives the source.
+    struct Needs {
+        Hub &hub;
+        Prefs &prefs;
+        Workspace &workspace;
+        VideoPlayer &videoPlayer;
+        const Places &places;
+        Clock &clock;
+    };
+    explicit HomeSource(const Needs &needs, QObject *parent = nullptr);
     ~HomeSource() override;
 
     QString title() const override;
@@ -52,6 +70,10 @@ public:
     QAbstractItemModel *today() { return &m_today; }
     QString setupText() const { return m_setupText; }
     bool guideShown() const;
+    bool videoShown() const { return m_published.video.has_value(); }
+    QString videoHtml() const;
+    QUrl videoBase() const;
+    VideoPlayer *videoPlayer() const;
 
     /// Does what the button of a row does.
     Q_INVOKABLE void run(const QString &itemId);
@@ -59,6 +81,8 @@ public:
     /// Looks at the clipboard at once.
     Q_INVOKABLE void useCopiedLink();
     Q_INVOKABLE void dismissGuide();
+    Q_INVOKABLE void openVideoInBrowser();
+    Q_INVOKABLE void closeVideo();
 
     /// One of the other stores has changed, or the user's choices.
     void worldChanged();
@@ -70,16 +94,14 @@ private:
         QString greeting;
         QString setupText;
         bool guideShown = false;
+        std::optional<QUrl> video;
         bool operator==(const Published &) const = default;
     };
     void publish();
     void arrange();
     void scheduleNextLook();
 
-    Hub &m_hub;
-    Workspace &m_workspace;
-    const Places &m_places;
-    Clock &m_clock;
+    Needs m_needs;
     mutable QList<HomeItem> m_items;
     mutable bool m_stale = true;
     Published m_published;
