@@ -7,8 +7,10 @@
 #include "Platform/Linux/LinuxTerminals.h"
 #include "Platform/Linux/LogindSession.h"
 #include "Platform/Linux/MprisPlayers.h"
+#include "Platform/Linux/PortalAppearance.h"
 #include "Platform/Linux/QtClipboard.h"
 #include "Platform/Linux/QtDisplays.h"
+#include "Platform/Linux/QtFolderPanel.h"
 #include "Platform/Linux/TrayStatusItem.h"
 #include "Platform/Linux/XcbHotKey.h"
 #include "Platform/Linux/XcbPanelWindow.h"
@@ -48,6 +50,8 @@ struct LinuxPlatform {
     MprisPlayers players;
     XdgWorkspace workspace;
     LinuxTerminals terminals;
+    QtFolderPanel folderPanel;
+    PortalAppearance appearance;
 };
 
 } // namespace velto
