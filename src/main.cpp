@@ -39,7 +39,6 @@ int main(int argc, char **argv)
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
 
     QApplication::setApplicationName(QStringLiteral("velto"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Velto"));
     QApplication::setApplicationVersion(QLatin1String(VELTO_VERSION));
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication application(argc, argv);

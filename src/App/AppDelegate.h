@@ -49,8 +49,16 @@ public:
     /// Opens the panel with the keyboard; with `search`, on the Todos tab's search field if there is one.
     void open(bool search);
 
+    /// The settings take the panel's place.
+    void showSettings();
+    void showWelcome();
+    /// The user is through with the welcome.
+    void welcomed();
+
 Q_SIGNALS:
     void quitWanted();
+    void settingsWanted();
+    void welcomeWanted();
 
 private:
     void layout(bool animated);

@@ -11,6 +11,7 @@ CommandLine CommandLine::parse(const QStringList &arguments)
     return {
         .expanded = arguments.contains("--expanded"_L1),
         .demoPeek = arguments.contains("--demo-peek"_L1),
+        .welcome = arguments.contains("--welcome"_L1),
         .help = arguments.contains("--help"_L1) || arguments.contains("-h"_L1),
         .version = arguments.contains("--version"_L1) || arguments.contains("-v"_L1),
     };
@@ -24,6 +25,7 @@ QString helpText()
                                        "\n"
                                        "  --expanded   open the panel at the start\n"
                                        "  --demo-peek  show an example of a line that slides out\n"
+                                       "  --welcome    show the welcome again\n"
                                        "  --version    print the version and end\n"
                                        "  --help       print this and end\n"
                                        "\n"

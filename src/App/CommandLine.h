@@ -9,6 +9,7 @@ namespace velto {
 struct CommandLine {
     bool expanded = false; ///< --expanded: opens the panel at the start
     bool demoPeek = false; ///< --demo-peek: shows an example of a Peek one second after the start
+    bool welcome = false; ///< --welcome: shows the welcome even if it has been finished
     bool help = false; ///< --help
     bool version = false; ///< --version
 

@@ -32,7 +32,8 @@ Places placesOfThisMachine()
 } // namespace
 
 Program::Program(const CommandLine &commandLine)
-    : m_places(placesOfThisMachine())
+    : m_welcome(commandLine.welcome)
+    , m_places(placesOfThisMachine())
     , m_defaults(m_files, m_clock, m_places.configuration + "/settings.json"_L1)
     , m_tools(toolSearchPath(m_places.home, qEnvironmentVariable("PATH")))
     , m_platform(m_clock, m_files, m_places)
@@ -49,8 +50,16 @@ Program::Program(const CommandLine &commandLine)
     , m_keys(m_panel, m_ui, m_contents)
     , m_tabOrder(m_panel)
     , m_delegate({m_clock, m_hub, m_ui, m_outline, m_platform.displays, m_platform.panelWindow, m_panel, m_platform.session})
+    , m_windows(m_platform.appearance,
+                {m_hub, m_prefs, m_defaults, m_platform.keychain, m_platform.folderPanel, m_platform.loginItem, m_terminal,
+                 m_installer, m_tools, m_places, HookListener::kPort, QCoreApplication::applicationVersion()},
+                {m_hub, m_prefs, m_background, m_tools, m_platform.loginItem, m_places})
 {
     QObject::connect(&m_delegate, &AppDelegate::quitWanted, qApp, &QCoreApplication::quit);
+    QObject::connect(&m_delegate, &AppDelegate::settingsWanted, &m_windows, &Windows::showSettings);
+    QObject::connect(&m_delegate, &AppDelegate::welcomeWanted, &m_windows, &Windows::showWelcome);
+    QObject::connect(&m_windows, &Windows::welcomed, &m_delegate, &AppDelegate::welcomed);
+    QObject::connect(&m_windows, &Windows::quitWanted, qApp, &QCoreApplication::quit);
     // Whatever the first frame doesn't need waits for it.
     QObject::connect(
         &m_panel, &QQuickWindow::frameSwapped, &m_delegate, [this] { painted(); },
@@ -100,6 +109,9 @@ void Program::painted()
     m_platform.start();
     m_delegate.addStatusItem(m_platform.statusItem);
     m_delegate.addHotKey(m_platform.hotKey);
+    m_windows.setHotKeyRegistered(m_delegate.hotKeyRegistered());
+    if (!m_prefs.onboarded() || m_welcome)
+        m_delegate.showWelcome();
 }
 
 } // namespace velto

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "App/AppDelegate.h"
+#include "App/Windows.h"
 #include "Core/HookInstaller.h"
 #include "Core/Hub.h"
 #include "Core/Prefs.h"
@@ -36,6 +37,7 @@ private:
     void showPanel();
     void painted();
 
+    bool m_welcome;
     Places m_places;
     SystemClock m_clock;
     PosixFiles m_files;
@@ -57,6 +59,7 @@ private:
     PanelKeys m_keys;
     TabOrder m_tabOrder;
     AppDelegate m_delegate;
+    Windows m_windows;
 };
 
 } // namespace velto
