@@ -5,6 +5,8 @@
 #include "Tabs/Home/EverydaySource.h"
 #include "Tabs/Home/GoogleCalendar.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velto {
 
 CalendarForm::CalendarForm(const Needs &needs, QObject *parent)
@@ -52,12 +54,12 @@ bool CalendarForm::readingCalendars() const
 void CalendarForm::connectGoogle()
 {
     if (!connecting())
-        m_needs.google.connectAccount();
+        m_needs.google.connect();
 }
 
 void CalendarForm::disconnectGoogle()
 {
-    m_needs.google.disconnectAccount();
+    m_needs.google.disconnect();
 }
 
 void CalendarForm::choose(const QString &calendarId, bool chosen)

@@ -11,6 +11,7 @@
 #include "Tabs/Home/VideoPreview.h"
 
 #include <algorithm>
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -42,7 +43,7 @@ QList<RowModel::Row> rows(const QList<HomeItem> &items, qsizetype most, auto bel
 {
     QList<RowModel::Row> result;
     for (const HomeItem &item : items) {
-        if (result.size() < most && belongs(item))
+        if (result.size() < most && std::invoke(belongs, item))
             result.append(rowOf(item));
     }
     return result;
@@ -54,9 +55,9 @@ HomeSource::HomeSource(const Needs &needs, QObject *parent)
     : VeltoSource(parent)
     , m_needs(needs)
     , m_spotlight(needs.hub.terminal())
-    , m_needs(itemRoles())
-    , m_next(itemRoles())
-    , m_today(itemRoles())
+    , m_needsRows(itemRoles())
+    , m_nextRows(itemRoles())
+    , m_todayRows(itemRoles())
 {
     publish();
 }
@@ -143,9 +144,9 @@ void HomeSource::arrange()
     // The spotlight speaks for these.
     shown.removeIf([](const HomeItem &item) { return oneOf(item.id, {"agents-wait"_L1, "agents-run"_L1, "tools"_L1}); });
     const auto isNext = [](const HomeItem &item) { return oneOf(item.id, {"cal"_L1, "focus"_L1}); };
-    m_needs.setRows(rows(shown, shown.size(), &HomeItem::urgent));
-    m_next.setRows(rows(shown, kNextShown, isNext));
-    m_today.setRows(rows(shown, kTodayShown, [&](const HomeItem &item) {
+    m_needsRows.setRows(rows(shown, shown.size(), &HomeItem::urgent));
+    m_nextRows.setRows(rows(shown, kNextShown, isNext));
+    m_todayRows.setRows(rows(shown, kTodayShown, [&](const HomeItem &item) {
         return !item.urgent() && !item.setup && !isNext(item)
             && !oneOf(item.id, {"usage"_L1, "repos"_L1, "transfers"_L1, "mcp"_L1});
     }));

@@ -21,6 +21,7 @@ struct Places;
 /// built once for each change of those stores, when somebody asks, however many ask. UI thread only.
 class HomeSource : public VeltoSource {
     Q_OBJECT
+    Q_MOC_INCLUDE("Platform/VideoPlayer.h")
     Q_PROPERTY(QString greeting READ greeting NOTIFY changed FINAL)
     Q_PROPERTY(QString headlineText READ headlineText NOTIFY changed FINAL)
     Q_PROPERTY(Tone headlineTone READ headlineTone NOTIFY changed FINAL)
@@ -65,9 +66,9 @@ public:
     Tone headlineTone() const;
 
     HomeSpotlight *spotlight() { return &m_spotlight; }
-    QAbstractItemModel *needs() { return &m_needs; }
-    QAbstractItemModel *next() { return &m_next; }
-    QAbstractItemModel *today() { return &m_today; }
+    QAbstractItemModel *needs() { return &m_needsRows; }
+    QAbstractItemModel *next() { return &m_nextRows; }
+    QAbstractItemModel *today() { return &m_todayRows; }
     QString setupText() const { return m_setupText; }
     bool guideShown() const;
     bool videoShown() const { return m_published.video.has_value(); }
@@ -107,9 +108,9 @@ private:
     Published m_published;
     QString m_setupText;
     HomeSpotlight m_spotlight;
-    RowModel m_needs;
-    RowModel m_next;
-    RowModel m_today;
+    RowModel m_needsRows;
+    RowModel m_nextRows;
+    RowModel m_todayRows;
     TimerHandle m_nextLook;
 };
 
