@@ -5,6 +5,7 @@
 #include "Core/Hooks.h"
 #include "Core/Process.h"
 #include "Design/Theme.h"
+#include "Platform/Activation.h"
 #include "Platform/Posix/PosixLoopbackServer.h"
 #include "Tabs/Agents/AgentsSource.h"
 
@@ -17,8 +18,6 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-namespace {
-
 Places placesOfThisMachine()
 {
     return {
@@ -29,10 +28,10 @@ Places placesOfThisMachine()
     };
 }
 
-} // namespace
-
-Program::Program(const CommandLine &commandLine)
-    : m_places(placesOfThisMachine())
+Program::Program(const CommandLine &commandLine, Activation &activation)
+    : m_activation(activation)
+    , m_startedByTheBus(commandLine.activated)
+    , m_places(placesOfThisMachine())
     , m_defaults(m_files, m_clock, m_places.configuration + "/settings.json"_L1)
     , m_tools(toolSearchPath(m_places.home, qEnvironmentVariable("PATH")))
     , m_platform(m_clock, m_files, m_places)
@@ -56,10 +55,9 @@ Program::Program(const CommandLine &commandLine)
         &m_panel, &QQuickWindow::frameSwapped, &m_delegate, [this] { painted(); },
         Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
     showPanel();
-    if (commandLine.expanded)
-        m_delegate.open(false);
-    if (commandLine.demoPeek)
-        m_delegate.demoPeek();
+    QObject::connect(&m_activation, &Activation::wanted, &m_delegate, &AppDelegate::act);
+    for (const auto &action : commandLine.actions)
+        m_delegate.act(action);
 }
 
 Program::~Program()
@@ -100,6 +98,7 @@ void Program::painted()
     m_platform.start();
     m_delegate.addStatusItem(m_platform.statusItem);
     m_delegate.addHotKey(m_platform.hotKey);
+    m_activation.listen(m_startedByTheBus);
 }
 
 } // namespace velto

@@ -23,12 +23,16 @@
 
 namespace velto {
 
+class Activation;
 struct CommandLine;
+
+/// Where this user's files are.
+Places placesOfThisMachine();
 
 /// Everything, in the order in which it leans on each other. Lives as long as the application object.
 class Program {
 public:
-    explicit Program(const CommandLine &commandLine);
+    Program(const CommandLine &commandLine, Activation &activation);
     ~Program();
 
 private:
@@ -36,6 +40,8 @@ private:
     void showPanel();
     void painted();
 
+    Activation &m_activation;
+    bool m_startedByTheBus;
     Places m_places;
     SystemClock m_clock;
     PosixFiles m_files;
