@@ -20,6 +20,10 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "tests/e
 from velto_desktop import DENY, GUARD_SECONDS, PEEK_ROW_HEIGHT, Failure, Velto, screen_size, until, xdotool  # noqa: E402
 
 PANEL_HEIGHT = 520
+MANY_SESSIONS = 500
+AGENTS_TAB_KEY = "ctrl+1"
+SCROLL_NOTCHES = 120
+SCROLL_PAUSE_MS = 25
 REST_AFTER_SECONDS = 5
 
 
@@ -158,6 +162,50 @@ def panel_figures(make, watcher_program, rounds):
         }
 
 
+def working_sessions(count):
+    """What `claude agents --json` prints with so many sessions at work."""
+    now = time.time() * 1000
+    each = ("id", "name", "state", "cwd", "startedAt")
+    return [dict(zip(each, (f"s{i}", f"session {i}", "working", f"/home/me/p{i}", int(now) - i))) for i in range(count)]
+
+
+def long_list_figures(make, watcher_program, rounds):
+    """The Agents tab with many sessions: the panel opens on it, then the wheel turns through the list."""
+    watcher = Watcher(watcher_program)
+    with make() as velto:
+        listing = velto.home / "listing.json"
+        listing.write_text(json.dumps(working_sessions(MANY_SESSIONS)))
+        (velto.home / "bin/claude").write_text(f"#!/bin/sh\ncase $1 in agents) cat '{listing}' ;; *) echo '[]' ;; esac\n")
+        strip = velto.start()
+        pid = velto.process.pid
+        open_panel(velto)
+        velto.press_in_panel(PANEL_HEIGHT // 2, PANEL_HEIGHT // 2)
+        xdotool("key", AGENTS_TAB_KEY)
+        velto.settled()
+        close_panel(velto, strip)
+        first_frames, per_frame, per_second = [], [], []
+        for _ in range(rounds):
+            watcher.frames(0)
+            start = open_panel(velto)
+            first_frames.append((watcher.wait_for("drawn", since=start)[1] - start) * 1000)
+            velto.settled(what="the open panel to stand still")
+            at = velto.geometry()
+            xdotool("mousemove", "--sync", at.x + at.width // 2, at.y + at.height * 2 // 3)
+            watcher.frames(0)
+            before, start = cpu_seconds(pid), time.monotonic()
+            xdotool("click", "--repeat", SCROLL_NOTCHES, "--delay", SCROLL_PAUSE_MS, 5)
+            frames = watcher.frames(start)
+            per_second.append(frames / (time.monotonic() - start))
+            per_frame.append((cpu_seconds(pid) - before) * 1000 / max(1, frames))
+            close_panel(velto, strip)
+        watcher.stop()
+        return {
+            f"{MANY_SESSIONS} sessions: panel's first frame, ms after the pointer": statistics.median(first_frames),
+            f"{MANY_SESSIONS} sessions: frames a second while scrolling": statistics.median(per_second),
+            f"{MANY_SESSIONS} sessions: CPU a frame while scrolling, ms": statistics.median(per_frame),
+        }
+
+
 def question_figures(make, watcher_program, rounds):
     watcher = Watcher(watcher_program)
     with make() as velto:
@@ -182,12 +230,12 @@ def question_figures(make, watcher_program, rounds):
 
 def report(velto, floor, alone):
     ceilings = {"first paint, ms": 1.4, "RSS at rest, MB": 1.4}
-    print(f"\n{'':46}{'velto':>10}{'floor':>10}{'ratio':>8}  at most")
+    print(f"\n{'':58}{'velto':>10}{'floor':>10}{'ratio':>8}  at most")
     for name, figure in velto.items():
         ratio = f"{figure / floor[name]:.2f}" if floor[name] >= 0.01 else "-"
-        print(f"{name:46}{figure:10.2f}{floor[name]:10.2f}{ratio:>8}  {ceilings.get(name, '')}")
+        print(f"{name:58}{figure:10.2f}{floor[name]:10.2f}{ratio:>8}  {ceilings.get(name, '')}")
     for name, figure in alone.items():
-        print(f"{name:46}{figure:10.2f}")
+        print(f"{name:58}{figure:10.2f}")
 
 
 def main():
@@ -214,7 +262,7 @@ def main():
         each.update(at_rest(make, rest_seconds))
 
     alone = {}
-    for measure, rounds in ((panel_figures, openings), (question_figures, questions)):
+    for measure, rounds in ((panel_figures, openings), (long_list_figures, 5), (question_figures, questions)):
         try:
             alone.update(measure(make_velto, args.watcher, rounds))
         except Failure as failure:

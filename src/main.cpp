@@ -54,7 +54,6 @@ int main(int argc, char **argv)
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
 
     QApplication::setApplicationName(QStringLiteral("velto"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Velto"));
     QApplication::setApplicationVersion(QLatin1String(VELTO_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral(VELTO_APPLICATION_ID));
     QApplication::setQuitOnLastWindowClosed(false);

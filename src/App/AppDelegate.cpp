@@ -22,6 +22,7 @@ AppDelegate::AppDelegate(Needs needs, QObject *parent)
 {
     connect(&m_needs.ui, &UI::expandedChanged, this, &AppDelegate::expandedChanged);
     connect(&m_needs.ui, &UI::hoveringChanged, this, &AppDelegate::hoveringChanged);
+    connect(&m_needs.ui, &UI::settingsWanted, this, &AppDelegate::showSettings);
     connect(&m_needs.hub, &Hub::peekChanged, this, &AppDelegate::peekChanged);
     connect(&m_needs.hub, &Hub::panelWanted, this, [this] { open(false); });
     connect(&m_needs.displays, &Displays::changed, this, [this] { layout(false); });
@@ -32,6 +33,8 @@ AppDelegate::AppDelegate(Needs needs, QObject *parent)
             [this] { m_needs.ui.setComposited(m_needs.panelWindow.composited()); });
     addAction(u"open"_s, [this] { open(false); });
     addAction(u"open-and-search"_s, [this] { open(true); });
+    addAction(u"settings"_s, [this] { showSettings(); });
+    addAction(u"welcome"_s, [this] { showWelcome(); });
     addAction(u"demo-peek"_s, [this] { demoPeek(); });
 }
 
@@ -48,6 +51,8 @@ void AppDelegate::addStatusItem(StatusItem &item)
     item.show(tr("Velto"),
               {
                   {tr("Open Velto"), {}, [this] { open(false); }},
+                  {tr("Settings…"), u"Ctrl+,"_s, [this] { showSettings(); }},
+                  {tr("Welcome & Setup…"), {}, [this] { showWelcome(); }},
                   {},
                   {tr("Quit Velto"), u"Ctrl+Q"_s, [this] { Q_EMIT quitWanted(); }},
               });
@@ -88,6 +93,29 @@ void AppDelegate::open(bool search)
     m_needs.ui.openFocused();
     if (search && m_needs.hub.tabs().contains(Tab::Todos))
         m_needs.hub.open(Tab::Todos);
+}
+
+void AppDelegate::showSettings()
+{
+    m_needs.ui.close();
+    Q_EMIT settingsWanted();
+}
+
+void AppDelegate::showWelcome()
+{
+    Q_EMIT welcomeWanted();
+}
+
+void AppDelegate::welcomed()
+{
+    m_needs.hub.prefs().setOnboarded(true);
+    m_needs.hub.refresh(true);
+    Peek peek;
+    peek.symbol = u"hand.point.up.left"_s;
+    peek.text = tr("Rest the pointer here to open Velto");
+    peek.tone = Peek::Tone::Info;
+    peek.tab = Tab::Home;
+    m_needs.hub.show(std::move(peek));
 }
 
 // Growing happens at once and the black moves within the larger window; shrinking waits until the black has arrived.

@@ -47,8 +47,8 @@ public:
     void addHotKey(HotKey &hotKey);
     /// One second later, an example of what a Peek looks like.
     void demoPeek();
-    /// What the command line, the desktop's menu and its keys can ask for by name, beside "open", "open-and-search" and
-    /// "demo-peek".
+    /// What the command line, the desktop's menu and its keys can ask for by name, beside "open", "open-and-search", "settings",
+    /// "welcome" and "demo-peek".
     void addAction(const QString &name, std::function<void()> action);
     /// Does what this name stands for; nothing for a name that nobody knows.
     void act(const QString &name);
@@ -56,8 +56,16 @@ public:
     /// Opens the panel with the keyboard; with `search`, on the Todos tab's search field if there is one.
     void open(bool search);
 
+    /// The settings take the panel's place.
+    void showSettings();
+    void showWelcome();
+    /// The user is through with the welcome.
+    void welcomed();
+
 Q_SIGNALS:
     void quitWanted();
+    void settingsWanted();
+    void welcomeWanted();
 
 private:
     void layout(bool animated);

@@ -14,8 +14,8 @@ struct ActionFlag {
     QLatin1StringView action;
 };
 constexpr std::array kActionFlags{
-    ActionFlag{"--expanded"_L1, "open"_L1},
-    ActionFlag{"--search"_L1, "open-and-search"_L1},
+    ActionFlag{"--expanded"_L1, "open"_L1},       ActionFlag{"--search"_L1, "open-and-search"_L1},
+    ActionFlag{"--settings"_L1, "settings"_L1},   ActionFlag{"--welcome"_L1, "welcome"_L1},
     ActionFlag{"--demo-peek"_L1, "demo-peek"_L1},
 };
 
@@ -51,6 +51,8 @@ QString helpText()
                                        "  --search     open the panel on the search of the todos; bind a key to this where\n"
                                        "               the desktop keeps global keys to itself\n"
                                        "  --demo-peek  show an example of a line that slides out\n"
+                                       "  --welcome    show the welcome again\n"
+                                       "  --settings   open the settings\n"
                                        "  --activated  wait for what the desktop's session bus asks for\n"
                                        "  --version    print the version and end\n"
                                        "  --help       print this and end\n"

@@ -6,7 +6,7 @@ namespace velto {
 
 /// What the program was asked to do. Flags are found anywhere; what isn't known is ignored.
 struct CommandLine {
-    /// What the program is to do once it runs, by name (see AppDelegate::act): --expanded, --search, --demo-peek.
+    /// What the program is to do once it runs, by name (see AppDelegate::act): --expanded, --search and so on.
     QStringList actions;
     bool activated = false; ///< --activated: the session bus starts it in order to reach it
     bool help = false; ///< --help

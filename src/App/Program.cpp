@@ -1,6 +1,5 @@
 #include "App/Program.h"
 
-#include "App/CommandLine.h"
 #include "Core/HookListener.h"
 #include "Core/Hooks.h"
 #include "Core/Process.h"
@@ -28,9 +27,9 @@ Places placesOfThisMachine()
     };
 }
 
-Program::Program(const CommandLine &commandLine, Activation &activation)
+Program::Program(CommandLine commandLine, Activation &activation)
     : m_activation(activation)
-    , m_startedByTheBus(commandLine.activated)
+    , m_commandLine(std::move(commandLine))
     , m_places(placesOfThisMachine())
     , m_defaults(m_files, m_clock, m_places.configuration + "/settings.json"_L1)
     , m_tools(toolSearchPath(m_places.home, qEnvironmentVariable("PATH")))
@@ -48,16 +47,22 @@ Program::Program(const CommandLine &commandLine, Activation &activation)
     , m_keys(m_panel, m_ui, m_contents)
     , m_tabOrder(m_panel)
     , m_delegate({m_clock, m_hub, m_ui, m_outline, m_platform.displays, m_platform.panelWindow, m_panel, m_platform.session})
+    , m_windows(m_platform.appearance,
+                {m_hub, m_prefs, m_defaults, m_platform.keychain, m_platform.folderPanel, m_platform.loginItem, m_terminal,
+                 m_installer, m_tools, m_places, HookListener::kPort, QCoreApplication::applicationVersion()},
+                {m_hub, m_prefs, m_background, m_tools, m_platform.loginItem, m_places})
 {
     QObject::connect(&m_delegate, &AppDelegate::quitWanted, qApp, &QCoreApplication::quit);
+    QObject::connect(&m_delegate, &AppDelegate::settingsWanted, &m_windows, &Windows::showSettings);
+    QObject::connect(&m_delegate, &AppDelegate::welcomeWanted, &m_windows, &Windows::showWelcome);
+    QObject::connect(&m_windows, &Windows::welcomed, &m_delegate, &AppDelegate::welcomed);
+    QObject::connect(&m_windows, &Windows::quitWanted, qApp, &QCoreApplication::quit);
     // Whatever the first frame doesn't need waits for it.
     QObject::connect(
         &m_panel, &QQuickWindow::frameSwapped, &m_delegate, [this] { painted(); },
         Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
     showPanel();
     QObject::connect(&m_activation, &Activation::wanted, &m_delegate, &AppDelegate::act);
-    for (const auto &action : commandLine.actions)
-        m_delegate.act(action);
 }
 
 Program::~Program()
@@ -98,7 +103,12 @@ void Program::painted()
     m_platform.start();
     m_delegate.addStatusItem(m_platform.statusItem);
     m_delegate.addHotKey(m_platform.hotKey);
-    m_activation.listen(m_startedByTheBus);
+    m_windows.setHotKeyRegistered(m_delegate.hotKeyRegistered());
+    if (!m_prefs.onboarded())
+        m_delegate.showWelcome();
+    for (const auto &action : m_commandLine.actions)
+        m_delegate.act(action);
+    m_activation.listen(m_commandLine.activated);
 }
 
 } // namespace velto

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "App/AppDelegate.h"
+#include "App/CommandLine.h"
+#include "App/Windows.h"
 #include "Core/HookInstaller.h"
 #include "Core/Hub.h"
 #include "Core/Prefs.h"
@@ -24,7 +26,6 @@
 namespace velto {
 
 class Activation;
-struct CommandLine;
 
 /// Where this user's files are.
 Places placesOfThisMachine();
@@ -32,7 +33,7 @@ Places placesOfThisMachine();
 /// Everything, in the order in which it leans on each other. Lives as long as the application object.
 class Program {
 public:
-    Program(const CommandLine &commandLine, Activation &activation);
+    Program(CommandLine commandLine, Activation &activation);
     ~Program();
 
 private:
@@ -41,7 +42,7 @@ private:
     void painted();
 
     Activation &m_activation;
-    bool m_startedByTheBus;
+    CommandLine m_commandLine;
     Places m_places;
     SystemClock m_clock;
     PosixFiles m_files;
@@ -63,6 +64,7 @@ private:
     PanelKeys m_keys;
     TabOrder m_tabOrder;
     AppDelegate m_delegate;
+    Windows m_windows;
 };
 
 } // namespace velto

@@ -179,7 +179,7 @@ void Prefs::set(Module module, bool on)
     Q_EMIT changed();
 }
 
-void Prefs::selectMode(Mode mode)
+void Prefs::selectMode(Mode mode, const QList<Module> &without)
 {
     m_mode = mode;
     store("mode"_L1, QString(kModes[std::size_t(mode)].raw));
@@ -189,6 +189,8 @@ void Prefs::selectMode(Mode mode)
             m_off.insert(facts.raw);
         for (const Module on : modulesOf(mode))
             m_off.remove(rawValue(on));
+        for (const Module off : without)
+            m_off.insert(rawValue(off));
         store("modulesOff"_L1, sorted(m_off));
     }
     Q_EMIT changed();

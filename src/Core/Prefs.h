@@ -34,7 +34,9 @@ public:
     /// Turns one module on or off. Touching a single one always drops the preset.
     void set(Module module, bool on);
     /// Chooses a preset of modules; Custom leaves them as they are. Callers refresh the Hub right after.
-    void selectMode(Mode mode);
+    void selectMode(Mode mode) { selectMode(mode, {}); }
+    /// The same, with these modules off whatever the preset says.
+    void selectMode(Mode mode, const QList<Module> &without);
 
     OpenMode openMode() const { return m_openMode; }
     void setOpenMode(OpenMode value);

@@ -11,9 +11,6 @@ Item {
     /// Whether a failed feed offers to be read again.
     property bool retryable: false
 
-    /// Whether there are settings to lead to.
-    property bool settings: true
-
     readonly property bool loading: root.feed.kind === SourceState.Loading
     readonly property bool failed: root.feed.kind === SourceState.Failed
     readonly property bool unavailable: root.feed.kind === SourceState.Unavailable
@@ -82,7 +79,7 @@ Item {
 
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
-        visible: (root.unavailable && root.settings) || (root.failed && root.retryable)
+        visible: root.unavailable || (root.failed && root.retryable)
         text: root.unavailable ? qsTr("Settings…") : qsTr("Try again")
         tint: root.failed ? Theme.amber : Theme.ice
         onClicked: root.unavailable ? root.settingsWanted() : root.retryWanted()

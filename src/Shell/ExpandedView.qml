@@ -94,6 +94,11 @@ FocusScope {
                 label: root.contents.refreshLabel
                 onClicked: root.contents.refresh()
             }
+            IconButton {
+                symbol: "gearshape"
+                label: qsTr("Settings (⌘,)")
+                onClicked: root.ui.askForSettings()
+            }
         }
     }
 

@@ -42,6 +42,8 @@ bool PanelKeys::eventFilter(QObject *watched, QEvent *event)
         escape();
     else if (control && key->key() >= Qt::Key_1 && key->key() <= Qt::Key_5)
         m_contents.openAt(key->key() - Qt::Key_1);
+    else if (control && key->key() == Qt::Key_Comma)
+        m_ui.askForSettings();
     return QObject::eventFilter(watched, event);
 }
 

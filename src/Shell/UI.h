@@ -57,6 +57,8 @@ public:
     Q_INVOKABLE void close();
     /// The user asked for the menu where the pointer is.
     Q_INVOKABLE void askForMenu() { Q_EMIT menuWanted(); }
+    /// The user asked for the settings window.
+    Q_INVOKABLE void askForSettings() { Q_EMIT settingsWanted(); }
     /// The window lost the keyboard, or the user pressed somewhere else.
     void focusLost();
 
@@ -72,6 +74,7 @@ Q_SIGNALS:
     void veltoChanged();
     void compositedChanged();
     void menuWanted();
+    void settingsWanted();
 
 private:
     bool keptOpen() const;

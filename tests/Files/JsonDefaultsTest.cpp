@@ -88,6 +88,17 @@ private Q_SLOTS:
         QCOMPARE(modeOf(QFileInfo(m_path).path()), 0700);
     }
 
+    void aFileThatOthersCouldReadIsClosedToThem()
+    {
+        QVERIFY(QDir().mkpath(m_folder->filePath(u"velto"_s)));
+        QFile file(m_path);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("{}") == 2);
+        file.close();
+        QVERIFY(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther));
+        const JsonDefaults defaults(m_files, m_clock, m_path);
+        QVERIFY(!(file.permissions() & (QFile::ReadGroup | QFile::ReadOther)));
+    }
+
     void whatIsUnknownStaysAndReadsAsNothing()
     {
         QDir().mkpath(QFileInfo(m_path).path());

@@ -100,12 +100,16 @@ def geometry_of(window):
 
 
 class Velto:
-    """The program in a home folder of its own, without a `claude` that could answer. Use it in a with statement."""
+    """The program in a home folder of its own, past its welcome, without a `claude` that could answer. Use it in a with
+    statement."""
 
     def __init__(self, program):
         self.program = str(pathlib.Path(program).resolve())
         self.home = pathlib.Path(tempfile.mkdtemp(prefix="velto-home."))
         self.config = self.home / ".config"
+        settings = self.config / SETTINGS
+        settings.parent.mkdir(parents=True)
+        settings.write_text('{"onboarded": true}')
         tools = self.home / "bin"
         tools.mkdir()
         (tools / "claude").write_text("#!/bin/sh\necho '[]'\n")

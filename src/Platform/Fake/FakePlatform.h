@@ -6,6 +6,7 @@
 #include "Platform/Clipboard.h"
 #include "Platform/Defaults.h"
 #include "Platform/Displays.h"
+#include "Platform/FolderPanel.h"
 #include "Platform/HotKey.h"
 #include "Platform/Keychain.h"
 #include "Platform/LoginItem.h"
@@ -57,6 +58,19 @@ public:
 
     bool enabled() const override { return on; }
     bool set(bool wanted) override { return on = wanted && allowed; }
+};
+
+class FakeFolderPanel final : public FolderPanel {
+public:
+    QString promptNow;
+    QStringList answer; ///< what the user will choose; nothing if they change their mind
+
+    void choose(const QString &prompt, std::function<void(QStringList)> chosen) override
+    {
+        promptNow = prompt;
+        if (!answer.isEmpty())
+            chosen(answer);
+    }
 };
 
 class FakeApplications final : public Applications {

@@ -6,8 +6,10 @@
 #include "Platform/Linux/LibsecretKeychain.h"
 #include "Platform/Linux/LinuxTerminals.h"
 #include "Platform/Linux/LogindSession.h"
+#include "Platform/Linux/PortalAppearance.h"
 #include "Platform/Linux/QtClipboard.h"
 #include "Platform/Linux/QtDisplays.h"
+#include "Platform/Linux/QtFolderPanel.h"
 #include "Platform/Linux/TrayStatusItem.h"
 #include "Platform/Linux/XcbHotKey.h"
 #include "Platform/Linux/XcbPanelWindow.h"
@@ -46,6 +48,8 @@ struct LinuxPlatform {
     QtClipboard clipboard;
     XdgWorkspace workspace;
     LinuxTerminals terminals;
+    QtFolderPanel folderPanel;
+    PortalAppearance appearance;
 };
 
 } // namespace velto

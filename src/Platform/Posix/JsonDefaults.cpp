@@ -4,6 +4,7 @@
 #include "Platform/Files.h"
 
 #include <QDateTime>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <cmath>
@@ -107,6 +108,7 @@ JsonDefaults::JsonDefaults(Files &files, const Clock &clock, QString path)
 
 void JsonDefaults::load()
 {
+    keepPrivate();
     const auto content = m_files.read(m_path, kLargest);
     if (const auto *error = std::get_if<FileError>(&content)) {
         m_unreadable = !error->missing;
@@ -152,6 +154,16 @@ void JsonDefaults::clear()
     m_unreadable = false;
     m_unsaved = true;
     save();
+}
+
+void JsonDefaults::keepPrivate() const
+{
+    // The writer keeps the mode of a file that stands there, and somebody may have copied one in with a wider one.
+    constexpr QFile::Permissions kOwner = QFile::ReadOwner | QFile::WriteOwner;
+    constexpr QFile::Permissions kOthers =
+        QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    if (QFile::permissions(m_path) & kOthers)
+        QFile::setPermissions(m_path, kOwner);
 }
 
 bool JsonDefaults::keepDamaged()

@@ -28,6 +28,7 @@ public:
 
 private:
     void load();
+    void keepPrivate() const;
     bool keepDamaged();
     void save();
 

@@ -119,7 +119,7 @@ FocusScope {
                 width: parent.width
                 feed: root.source.state
                 retryable: true
-                settings: false
+                onSettingsWanted: root.ui.askForSettings()
                 onRetryWanted: root.source.refresh()
             }
             Item {

@@ -1,0 +1,130 @@
+#include "App/Windows.h"
+
+#include "Platform/Appearance.h"
+
+#include <QGuiApplication>
+#include <QPalette>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQmlProperty>
+#include <QQuickWindow>
+#include <QScreen>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+/// The colours of a dark window.
+constexpr std::array<std::pair<const char *, QRgb>, 18> kDark{{
+    {"window", 0x1f2023},
+    {"base", 0x2a2b2f},
+    {"alternateBase", 0x1f2023},
+    {"button", 0x36383d},
+    {"toolTipBase", 0x2f3136},
+    {"windowText", 0xf2f2f4},
+    {"text", 0xf2f2f4},
+    {"buttonText", 0xf2f2f4},
+    {"toolTipText", 0xf2f2f4},
+    {"brightText", 0xffffff},
+    {"highlightedText", 0xffffff},
+    {"highlight", 0x3f8ae0},
+    {"link", 0x7ab8ff},
+    {"placeholderText", 0x9a9ca3},
+    {"light", 0x46484e},
+    {"midlight", 0x3c3e43},
+    {"mid", 0x2a2b2f},
+    {"dark", 0x17181a},
+}};
+
+} // namespace
+
+Windows::Windows(Appearance &appearance, const SettingsStore::Needs &settings, const Welcome::Needs &welcome, QObject *parent)
+    : QObject(parent)
+    , m_appearance(appearance)
+    , m_settingsNeeds(settings)
+    , m_welcomeNeeds(welcome)
+{
+}
+
+Windows::~Windows() = default;
+
+void Windows::showSettings()
+{
+    if (!m_settingsWindow) {
+        m_settings = std::make_unique<SettingsStore>(m_settingsNeeds);
+        m_settings->general()->setHotKeyRegistered(m_hotKeyRegistered);
+        connect(m_settings->about(), &AboutSettings::quitWanted, this, &Windows::quitWanted);
+        m_settingsWindow.reset(make("SettingsWindow.qml", m_settings.get()));
+    }
+    m_settingsWindow->show();
+    m_settingsWindow->raise();
+    m_settingsWindow->requestActivate();
+}
+
+void Windows::showWelcome()
+{
+    if (!m_welcomeWindow) {
+        m_welcome = std::make_unique<Welcome>(m_welcomeNeeds);
+        connect(m_welcome.get(), &Welcome::done, this, [this] {
+            m_welcomeWindow->close();
+            Q_EMIT welcomed();
+        });
+        m_welcomeWindow.reset(make("WelcomeWindow.qml", m_welcome.get()));
+        m_welcome->detect();
+    }
+    m_welcomeWindow->show();
+    m_welcomeWindow->raise();
+    m_welcomeWindow->requestActivate();
+}
+
+void Windows::setHotKeyRegistered(bool registered)
+{
+    m_hotKeyRegistered = registered;
+    if (m_settings)
+        m_settings->general()->setHotKeyRegistered(registered);
+}
+
+QQuickWindow *Windows::make(const char *file, QObject *store)
+{
+    if (!m_engine) {
+        m_appearance.follow();
+        m_engine = std::make_unique<QQmlEngine>();
+        m_engine->addImportPath(u"qrc:/qt/qml"_s);
+    }
+    QQmlComponent component(m_engine.get(), QUrl("qrc:/qt/qml/Velto/Settings/"_L1 + QLatin1StringView(file)));
+    auto *window =
+        qobject_cast<QQuickWindow *>(component.createWithInitialProperties({{u"store"_s, QVariant::fromValue(store)}}));
+    if (!window)
+        qFatal("%s", qPrintable(component.errorString()));
+    paint(*window);
+    connect(&m_appearance, &Appearance::changed, window, [this, window] { paint(*window); });
+    center(*window);
+    return window;
+}
+
+void Windows::paint(QQuickWindow &window) const
+{
+    for (const auto &[role, colour] : kDark) {
+        QQmlProperty property(&window, "palette."_L1 + QLatin1StringView(role));
+        if (m_appearance.dark())
+            property.write(QColor::fromRgb(colour));
+        else
+            property.reset();
+    }
+    window.setColor(m_appearance.dark() ? QColor::fromRgb(kDark.front().second) : QGuiApplication::palette().window().color());
+}
+
+void Windows::center(QQuickWindow &window) const
+{
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    if (!screen)
+        return;
+    QRect frame({}, window.size().boundedTo(screen->availableSize()));
+    frame.moveCenter(screen->availableGeometry().center());
+    window.setGeometry(frame);
+}
+
+} // namespace velto

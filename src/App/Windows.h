@@ -1,0 +1,50 @@
+#pragma once
+
+#include "Settings/SettingsStore.h"
+#include "Settings/Welcome.h"
+
+#include <QObject>
+#include <memory>
+
+class QQmlEngine;
+class QQuickWindow;
+
+namespace velto {
+
+class Appearance;
+
+/// The ordinary windows: made at the first need, then kept with their state, also while closed. UI thread only.
+class Windows : public QObject {
+    Q_OBJECT
+public:
+    Windows(Appearance &appearance, const SettingsStore::Needs &settings, const Welcome::Needs &welcome,
+            QObject *parent = nullptr);
+    ~Windows() override;
+
+    void showSettings();
+    void showWelcome();
+    /// What the settings say about the global key.
+    void setHotKeyRegistered(bool registered);
+
+Q_SIGNALS:
+    /// The user is through with the welcome.
+    void welcomed();
+    void quitWanted();
+
+private:
+    QQuickWindow *make(const char *file, QObject *store);
+    void paint(QQuickWindow &window) const;
+    void center(QQuickWindow &window) const;
+
+    Appearance &m_appearance;
+    SettingsStore::Needs m_settingsNeeds;
+    Welcome::Needs m_welcomeNeeds;
+    bool m_hotKeyRegistered = false;
+    std::unique_ptr<QQmlEngine> m_engine; ///< of their own, so that the strip's stays small
+    std::unique_ptr<SettingsStore> m_settings;
+    std::unique_ptr<Welcome> m_welcome;
+    std::unique_ptr<QQuickWindow> m_settingsWindow;
+    std::unique_ptr<QQuickWindow> m_welcomeWindow;
+};
+
+} // namespace velto

@@ -1,0 +1,86 @@
+#include "Platform/Linux/PortalAppearance.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QGuiApplication>
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+const QString kService = u"org.freedesktop.portal.Desktop"_s;
+const QString kPath = u"/org/freedesktop/portal/desktop"_s;
+const QString kInterface = u"org.freedesktop.portal.Settings"_s;
+const QString kAppearance = u"org.freedesktop.appearance"_s;
+const QString kInterfaceGroup = u"org.gnome.desktop.interface"_s;
+constexpr uint kPrefersDark = 1;
+constexpr double kSmallestScale = 0.5;
+constexpr double kLargestScale = 3;
+
+} // namespace
+
+void PortalAppearance::follow()
+{
+    if (std::exchange(m_following, true))
+        return;
+    m_font = QGuiApplication::font();
+    QDBusConnection::sessionBus().connect(kService, kPath, kInterface, u"SettingChanged"_s, this,
+                                          SLOT(settingChanged(QString, QString, QDBusVariant)));
+    ask(kAppearance, u"color-scheme"_s);
+    ask(kInterfaceGroup, u"font-name"_s);
+    ask(kInterfaceGroup, u"text-scaling-factor"_s);
+}
+
+void PortalAppearance::ask(const QString &group, const QString &key)
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(kService, kPath, kInterface, u"Read"_s);
+    call << group << key;
+    auto *watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, group, key] {
+        const QDBusPendingReply<QDBusVariant> reply = *watcher;
+        if (reply.isValid())
+            take(group, key, reply.value().variant());
+        watcher->deleteLater();
+    });
+}
+
+void PortalAppearance::settingChanged(const QString &group, const QString &key, const QDBusVariant &value)
+{
+    take(group, key, value.variant());
+}
+
+void PortalAppearance::take(const QString &group, const QString &key, const QVariant &raw)
+{
+    // Read() wraps its answer twice.
+    const QVariant value = raw.canConvert<QDBusVariant>() ? raw.value<QDBusVariant>().variant() : raw;
+    if (group == kAppearance && key == "color-scheme"_L1) {
+        if (std::exchange(m_dark, value.toUInt() == kPrefersDark) != m_dark)
+            Q_EMIT changed();
+    } else if (group == kInterfaceGroup && key == "font-name"_L1) {
+        m_fontName = value.toString();
+        applyFont();
+    } else if (group == kInterfaceGroup && key == "text-scaling-factor"_L1) {
+        m_textScale = std::clamp(value.toDouble(), kSmallestScale, kLargestScale);
+        applyFont();
+    }
+}
+
+void PortalAppearance::applyFont()
+{
+    QFont font = m_font;
+    bool ok = false;
+    if (const double size = m_fontName.section(u' ', -1).toDouble(&ok); ok && size >= 4 && size <= 72) {
+        font.setFamily(m_fontName.section(u' ', 0, -2));
+        font.setPointSizeF(size);
+    }
+    font.setPointSizeF(font.pointSizeF() * m_textScale);
+    if (font != QGuiApplication::font())
+        QGuiApplication::setFont(font);
+}
+
+} // namespace velto

@@ -1,0 +1,32 @@
+#include "Settings/AboutSettings.h"
+
+#include "Core/HookInstaller.h"
+#include "Platform/Defaults.h"
+#include "Platform/Keychain.h"
+#include "Platform/LoginItem.h"
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+AboutSettings::AboutSettings(const Needs &needs, QObject *parent)
+    : QObject(parent)
+    , m_needs(needs)
+{
+}
+
+QString AboutSettings::version() const
+{
+    return m_needs.version.isEmpty() ? u"dev"_s : m_needs.version;
+}
+
+void AboutSettings::reset()
+{
+    m_needs.installer.uninstall(); // as far as it goes: a file that can't be changed mustn't stop the rest
+    m_needs.loginItem.set(false);
+    m_needs.keychain.put(u"Velto.quillbox"_s, std::nullopt);
+    m_needs.defaults.clear();
+    Q_EMIT quitWanted();
+}
+
+} // namespace velto

@@ -1,0 +1,24 @@
+import QtQuick
+import Velto.Settings
+
+/// A text field that shows what is stored and hands over what is typed, at each key.
+FormField {
+    id: root
+
+    required property string label
+    required property string stored
+
+    signal typed(string text)
+
+    Accessible.name: root.label
+    Component.onCompleted: root.text = root.stored
+    onStoredChanged: {
+        if (!root.activeFocus)
+            root.text = root.stored;
+    }
+    onActiveFocusChanged: {
+        if (!root.activeFocus)
+            root.text = root.stored;
+    }
+    onTextEdited: root.typed(root.text)
+}

@@ -1,0 +1,45 @@
+import QtQuick
+import QtQuick.Controls.Fusion
+import Velto.Settings
+
+/// A group of rows on one card, under its heading.
+Column {
+    id: root
+
+    property string title
+    property string footer
+    default property alias rows: column.data
+
+    width: parent?.width ?? 0
+    spacing: 6
+
+    FormText {
+        visible: root.title !== ""
+        width: parent.width
+        leftPadding: 2
+        text: root.title
+        font.weight: Font.DemiBold
+        Accessible.role: Accessible.Heading
+    }
+    Rectangle {
+        width: parent.width
+        height: column.height
+        radius: 8
+        color: root.palette.base
+        border.width: 1
+        border.color: Qt.alpha(root.palette.windowText, 0.12)
+
+        Column {
+            id: column
+
+            width: parent.width
+        }
+    }
+    FormText {
+        visible: root.footer !== ""
+        width: parent.width
+        leftPadding: 2
+        text: root.footer
+        quiet: true
+    }
+}

@@ -1,0 +1,34 @@
+import QtQuick
+import QtQuick.Controls.Fusion
+import Velto.Design
+import Velto.Settings
+
+/// A symbol and what to know.
+Item {
+    id: root
+
+    required property string symbol
+    required property string text
+
+    width: parent?.width ?? 0
+    implicitHeight: words.implicitHeight
+
+    Item {
+        width: 18
+        height: parent.height
+
+        Symbol {
+            anchors.centerIn: parent
+            name: root.symbol
+            size: 12
+            color: root.palette.highlight
+        }
+    }
+    FormText {
+        id: words
+
+        x: 28
+        width: parent.width - x
+        text: root.text
+    }
+}

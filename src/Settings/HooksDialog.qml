@@ -1,0 +1,56 @@
+import QtQuick
+import QtQuick.Controls.Fusion
+import QtQuick.Templates as T
+import Velto.Design
+import Velto.Settings
+
+/// What connecting writes into Claude Code's settings, to agree to.
+Dialog {
+    id: root
+
+    required property string text
+    /// Whether there is something to agree to; otherwise it only tells.
+    property bool asking: true
+
+    parent: T.Overlay.overlay
+    anchors.centerIn: parent
+    width: Math.min(480, (parent?.width ?? 480) - 40)
+    modal: true
+    title: root.asking ? qsTr("Add these hooks to Claude Code?") : qsTr("What changes?")
+
+    contentItem: Column {
+        spacing: 12
+
+        FormText {
+            width: parent.width
+            text: qsTr("Velto adds this to ~/.claude/settings.json and keeps your other settings and hooks. A backup is saved first, and Disconnect removes it again.")
+        }
+        ScrollView {
+            width: parent.width
+            height: 200
+
+            TextArea {
+                readOnly: true
+                selectByMouse: true
+                textFormat: TextEdit.PlainText
+                wrapMode: TextEdit.Wrap
+                text: root.text
+                font.family: Theme.fixedFamily
+                Accessible.name: qsTr("What is added")
+            }
+        }
+    }
+    footer: DialogButtonBox {
+        FormButton {
+            text: root.asking ? qsTr("Cancel") : qsTr("Close")
+            DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
+        }
+        FormButton {
+            visible: root.asking
+            text: qsTr("Add hooks")
+            highlighted: true
+            focus: true
+            DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole
+        }
+    }
+}

@@ -1,0 +1,49 @@
+import QtQuick
+import QtQuick.Controls.Fusion
+import Velto.Design
+import Velto.Settings
+
+/// The tab of a pane: its symbol over its name.
+AbstractButton {
+    id: root
+
+    required property PaneInfo info
+    required property bool selected
+
+    implicitWidth: Math.max(76, name.implicitWidth + 20)
+    implicitHeight: symbol.height + name.implicitHeight + 16
+    text: root.info.title
+    checkable: false
+    Accessible.role: Accessible.PageTab
+    Accessible.name: root.info.title
+    Accessible.selected: root.selected
+
+    background: Rectangle {
+        radius: 7
+        color: root.selected ? Qt.alpha(root.palette.highlight, 0.16)
+                             : Qt.alpha(root.palette.windowText, root.down ? 0.12 : root.hovered ? 0.06 : 0)
+        border.width: root.visualFocus ? 2 : 0
+        border.color: root.palette.highlight
+    }
+    contentItem: Item {
+        Symbol {
+            id: symbol
+
+            anchors.horizontalCenter: parent.horizontalCenter
+            y: 2
+            name: root.info.symbol
+            size: 16
+            color: root.selected ? root.palette.highlight : root.palette.windowText
+        }
+        FormText {
+            id: name
+
+            anchors.horizontalCenter: parent.horizontalCenter
+            y: symbol.height + 6
+            wrapMode: Text.NoWrap
+            text: root.info.title
+            color: root.selected ? root.palette.highlight : root.palette.windowText
+            Accessible.ignored: true
+        }
+    }
+}

@@ -1,0 +1,47 @@
+import QtQuick
+import QtQuick.Controls.Fusion
+
+/// What one tab of the settings holds: sections that scroll, with room at all sides.
+Flickable {
+    id: root
+
+    default property alias sections: column.data
+    property int margin: 24
+    property int gap: 18
+
+    contentWidth: width
+    contentHeight: column.height
+    boundsBehavior: Flickable.StopAtBounds
+    clip: true
+    ScrollBar.vertical: ScrollBar {}
+
+    // What has the keyboard stays in sight.
+    function follow(item: Item): void {
+        for (let at = item; at; at = at.parent) {
+            if (at !== column)
+                continue;
+            const place = item.mapToItem(column, 0, 0).y;
+            if (place - 24 < root.contentY)
+                root.contentY = Math.max(0, place - 24);
+            else if (place + item.height + 24 > root.contentY + root.height)
+                root.contentY = Math.min(place + item.height + 24, column.height) - root.height;
+            return;
+        }
+    }
+    Connections {
+        target: root.Window.window
+        function onActiveFocusItemChanged(): void {
+            root.follow(root.Window.window.activeFocusItem);
+        }
+    }
+
+    Column {
+        id: column
+
+        x: root.margin
+        width: root.width - 2 * root.margin
+        topPadding: root.margin - 6
+        bottomPadding: root.margin
+        spacing: root.gap
+    }
+}

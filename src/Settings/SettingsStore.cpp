@@ -1,0 +1,19 @@
+#include "Settings/SettingsStore.h"
+
+#include "Core/Hub.h"
+#include "Platform/Places.h"
+#include "Tabs/Agents/AgentsSource.h"
+
+namespace velto {
+
+SettingsStore::SettingsStore(const Needs &needs, QObject *parent)
+    : QObject(parent)
+    , m_general({needs.hub, needs.prefs, needs.loginItem, needs.terminal})
+    , m_modules(needs.hub, needs.prefs, needs.folderPanel, needs.places.home)
+    , m_claude(*needs.hub.agents(), needs.tools, needs.places, needs.hookPort)
+    , m_tokens(needs.hub, needs.prefs, needs.keychain)
+    , m_about({needs.installer, needs.loginItem, needs.keychain, needs.defaults, needs.version})
+{
+}
+
+} // namespace velto

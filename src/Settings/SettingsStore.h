@@ -1,0 +1,51 @@
+#pragma once
+
+#include "Settings/AboutSettings.h"
+#include "Settings/ClaudeSettings.h"
+#include "Settings/GeneralSettings.h"
+#include "Settings/ModuleSettings.h"
+#include "Settings/TokenSettings.h"
+
+namespace velto {
+
+/// What the settings window shows, pane by pane. UI thread only.
+class SettingsStore : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(velto::GeneralSettings *general READ general CONSTANT FINAL)
+    Q_PROPERTY(velto::ModuleSettings *modules READ modules CONSTANT FINAL)
+    Q_PROPERTY(velto::ClaudeSettings *claude READ claude CONSTANT FINAL)
+    Q_PROPERTY(velto::TokenSettings *tokens READ tokens CONSTANT FINAL)
+    Q_PROPERTY(velto::AboutSettings *about READ about CONSTANT FINAL)
+public:
+    /// All of it outlives this.
+    struct Needs {
+        Hub &hub;
+        Prefs &prefs;
+        Defaults &defaults;
+        Keychain &keychain;
+        FolderPanel &folderPanel;
+        LoginItem &loginItem;
+        TerminalApp &terminal;
+        HookInstaller &installer;
+        const ToolRunner &tools;
+        const Places &places;
+        int hookPort;
+        QString version; ///< empty for a build that has none
+    };
+    explicit SettingsStore(const Needs &needs, QObject *parent = nullptr);
+
+    GeneralSettings *general() { return &m_general; }
+    ModuleSettings *modules() { return &m_modules; }
+    ClaudeSettings *claude() { return &m_claude; }
+    TokenSettings *tokens() { return &m_tokens; }
+    AboutSettings *about() { return &m_about; }
+
+private:
+    GeneralSettings m_general;
+    ModuleSettings m_modules;
+    ClaudeSettings m_claude;
+    TokenSettings m_tokens;
+    AboutSettings m_about;
+};
+
+} // namespace velto

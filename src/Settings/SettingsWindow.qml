@@ -1,0 +1,104 @@
+import QtQuick
+import QtQuick.Controls.Fusion
+import Velto.Design
+import Velto.Settings
+
+/// Velto's settings: a row of panes, each writing through at once.
+ApplicationWindow {
+    id: root
+
+    required property SettingsStore store
+
+    readonly property list<QtObject> panes: [
+        PaneInfo {
+            title: qsTr("General")
+            symbol: "gearshape"
+            file: "GeneralPane.qml"
+        },
+        PaneInfo {
+            title: qsTr("Modules")
+            symbol: "square.grid.2x2"
+            file: "ModulesPane.qml"
+        },
+        PaneInfo {
+            title: qsTr("Claude Code")
+            symbol: "sparkle"
+            file: "ClaudePane.qml"
+        },
+        PaneInfo {
+            title: qsTr("Work tools")
+            symbol: "briefcase"
+            file: "WorkPane.qml"
+        },
+        PaneInfo {
+            title: qsTr("About")
+            symbol: "info.circle"
+            file: "AboutPane.qml"
+        }
+    ]
+    property int shown: 0
+
+    width: 560
+    height: 520
+    minimumWidth: 480
+    minimumHeight: 360
+    title: qsTr("Velto Settings")
+
+    function show(index: int): void {
+        root.shown = index;
+        content.setSource(root.panes[index].file, {
+            "store": root.store
+        });
+    }
+    Component.onCompleted: root.show(0)
+
+    Shortcut {
+        sequences: [StandardKey.Cancel, StandardKey.Close]
+        onActivated: root.close()
+    }
+    Shortcut {
+        sequences: [StandardKey.NextChild]
+        onActivated: root.show((root.shown + 1) % root.panes.length)
+    }
+
+    header: Rectangle {
+        implicitHeight: tabs.height + 13
+        color: root.palette.window
+
+        Row {
+            id: tabs
+
+            anchors.horizontalCenter: parent.horizontalCenter
+            y: 6
+            spacing: 4
+            Accessible.role: Accessible.PageTabList
+            Accessible.name: qsTr("Sections")
+
+            Repeater {
+                model: root.panes.length
+
+                PaneButton {
+                    required property int index
+
+                    info: root.panes[index]
+                    selected: root.shown === index
+                    onClicked: root.show(index)
+                    Keys.onLeftPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
+                    Keys.onRightPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+                }
+            }
+        }
+        Rectangle {
+            anchors.bottom: parent.bottom
+            width: parent.width
+            height: 1
+            color: Qt.alpha(root.palette.windowText, 0.14)
+        }
+    }
+
+    Loader {
+        id: content
+
+        anchors.fill: parent
+    }
+}

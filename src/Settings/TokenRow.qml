@@ -1,0 +1,47 @@
+import QtQuick
+import QtQuick.Controls.Fusion
+import Velto.Settings
+
+/// One secret: paste it, save it, remove it. What is stored is never shown.
+FormRow {
+    id: root
+
+    required property TokenSettings tokens
+    required property string name
+    required property string label
+    readonly property bool saved: root.tokens.revision >= 0 && root.tokens.isSaved(root.name)
+
+    function save(): void {
+        root.tokens.save(root.name, field.text);
+        field.clear();
+    }
+
+    title: root.label
+
+    FormField {
+        id: field
+
+        anchors.verticalCenter: parent.verticalCenter
+        width: 170
+        echoMode: TextInput.Password
+        inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText
+        placeholderText: root.saved ? qsTr("Saved") : qsTr("Paste here")
+        Accessible.name: root.label
+        Accessible.passwordEdit: true
+        onAccepted: root.save()
+    }
+    FormButton {
+        anchors.verticalCenter: parent.verticalCenter
+        visible: root.saved
+        text: qsTr("Remove")
+        Accessible.name: qsTr("Remove %1").arg(root.label)
+        onClicked: root.tokens.remove(root.name)
+    }
+    FormButton {
+        anchors.verticalCenter: parent.verticalCenter
+        enabled: field.text.trim() !== ""
+        text: qsTr("Save")
+        Accessible.name: qsTr("Save %1").arg(root.label)
+        onClicked: root.save()
+    }
+}

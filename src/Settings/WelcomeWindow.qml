@@ -1,0 +1,145 @@
+import QtQuick
+import QtQuick.Controls.Fusion
+import Velto.Design
+import Velto.Settings
+
+/// The first start: what Velto is, what it shows, what it may do.
+ApplicationWindow {
+    id: root
+
+    required property Welcome store
+
+    width: 520
+    height: Math.min(page.contentHeight, Screen.desktopAvailableHeight - 80)
+    minimumWidth: 440
+    minimumHeight: 360
+    title: qsTr("Welcome to Velto")
+
+    Shortcut {
+        sequences: [StandardKey.Cancel, StandardKey.Close]
+        onActivated: root.close()
+    }
+
+    SettingsPane {
+        id: page
+
+        anchors.fill: parent
+        margin: 28
+        gap: 16
+
+        Column {
+            width: parent.width
+            spacing: 8
+
+            FormText {
+                width: parent.width
+                text: qsTr("Your velto, working for you")
+                font.pointSize: 26 * 0.75
+                font.weight: Font.DemiBold
+                Accessible.role: Accessible.Heading
+            }
+            FormText {
+                width: parent.width
+                text: qsTr("Velto lives around the camera. It shows what needs you — agents waiting, your next meeting — and slides out a one-line alert when something changes.")
+            }
+        }
+        Column {
+            width: parent.width
+            spacing: 8
+
+            Hint {
+                symbol: "cursorarrow"
+                text: qsTr("Rest the pointer on the velto to open it")
+            }
+            Hint {
+                symbol: "keyboard"
+                text: qsTr("Or press ⌃⌥N from anywhere")
+            }
+            Hint {
+                symbol: "menubar.rectangle"
+                text: qsTr("Settings live in the menu bar icon")
+            }
+        }
+        FormSection {
+            title: qsTr("Start with a mode")
+
+            FormRow {
+                title: qsTr("Mode")
+                note: root.store.modeLine
+
+                Choice {
+                    label: qsTr("Mode")
+                    options: root.store.modes
+                    current: root.store.mode
+                    onPicked: value => root.store.mode = value
+                }
+            }
+        }
+        FormSection {
+            title: qsTr("Show")
+
+            Repeater {
+                model: root.store.modules
+
+                Tick {
+                    required property string module
+                    required property bool on
+                    required label
+                    required note
+
+                    width: parent?.width ?? 0
+                    ticked: on
+                    onWanted: on => root.store.set(module, on)
+                }
+            }
+        }
+        FormSection {
+            title: qsTr("Allow")
+
+            Tick {
+                width: parent?.width ?? 0
+                label: qsTr("Open Velto when I log in")
+                ticked: root.store.login
+                onWanted: on => root.store.login = on
+            }
+            Tick {
+                width: parent?.width ?? 0
+                visible: root.store.offersHooks
+                label: qsTr("Tell me the moment a Claude agent finishes or needs me")
+                ticked: root.store.hooks
+                link: qsTr("What changes?")
+                onWanted: on => root.store.hooks = on
+                onFollowed: preview.open()
+            }
+        }
+        Item {
+            width: parent.width
+            height: start.height
+
+            FormText {
+                anchors.verticalCenter: parent.verticalCenter
+                width: start.x - 12
+                quiet: true
+                text: qsTr("You can change all of this later in Settings.")
+            }
+            FormButton {
+                id: start
+
+                anchors.right: parent.right
+                focus: true
+                highlighted: true
+                text: qsTr("Start using Velto")
+                onClicked: root.store.finish()
+                Keys.onReturnPressed: clicked()
+                Keys.onEnterPressed: clicked()
+            }
+        }
+    }
+
+    HooksDialog {
+        id: preview
+
+        asking: false
+        text: visible ? root.store.preview() : ""
+    }
+}

@@ -1,0 +1,70 @@
+import QtQuick
+import Velto.Settings
+
+SettingsPane {
+    id: root
+
+    required property SettingsStore store
+    readonly property TokenSettings tokens: root.store.tokens
+
+    Component.onCompleted: root.tokens.reread()
+
+    FormSection {
+        title: qsTr("Linear")
+        footer: qsTr("Linear → Settings → Security & access → Personal API keys.")
+
+        TokenRow {
+            tokens: root.tokens
+            name: "Velto.linear"
+            label: qsTr("Linear API key")
+        }
+    }
+    FormSection {
+        title: qsTr("Jira")
+        footer: qsTr("%1 → Security → API tokens.").arg("id.atlassian.com/manage-profile")
+
+        FormRow {
+            title: qsTr("Site")
+
+            Field {
+                width: 240
+                label: qsTr("Site")
+                placeholderText: "your-team.atlassian.net"
+                stored: root.tokens.jiraSite
+                onTyped: text => root.tokens.jiraSite = text
+            }
+        }
+        FormRow {
+            title: qsTr("Email")
+
+            Field {
+                width: 240
+                label: qsTr("Email")
+                placeholderText: "you@example.com"
+                inputMethodHints: Qt.ImhEmailCharactersOnly
+                stored: root.tokens.jiraEmail
+                onTyped: text => root.tokens.jiraEmail = text
+            }
+        }
+        TokenRow {
+            tokens: root.tokens
+            name: "Velto.jira"
+            label: qsTr("API token")
+        }
+    }
+    FormSection {
+        title: qsTr("Slack")
+        footer: qsTr("A user token with the search:read scope, from a Slack app you create for your workspace.")
+
+        TokenRow {
+            tokens: root.tokens
+            name: "Velto.slack"
+            label: qsTr("User token (xoxp-…)")
+        }
+    }
+    FormText {
+        width: parent.width
+        quiet: true
+        text: qsTr("Tokens are stored in your Mac's Keychain and sent only to that service, over HTTPS. Turn on \"Linear, Jira and Slack\" in Modules to see them in the velto.")
+    }
+}

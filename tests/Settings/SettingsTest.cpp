@@ -1,0 +1,239 @@
+#include "Settings/SettingsStore.h"
+#include "Settings/Welcome.h"
+#include "World.h"
+
+#include <QDir>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+struct Desk : World {
+    FakeKeychain keychain;
+    FakeLoginItem loginItem;
+    FakeFolderPanel panel;
+    QTemporaryDir folder;
+    Places here{folder.path(), {}, {}, folder.path()};
+    SettingsStore store{{hub, prefs, defaults, keychain, panel, loginItem, terminal, installer, tools, here, 4747, u"1.2"_s}};
+    Welcome::Needs welcome{hub, prefs, background, tools, loginItem, here};
+
+    Desk()
+    {
+        background.finishAll();
+        wait(0);
+    }
+    /// How often the world was read anew, by force, during `change`.
+    int refreshes(const std::function<void()> &change)
+    {
+        const QSignalSpy updated(&hub, &Hub::updatedChanged);
+        change();
+        return int(updated.count());
+    }
+    QVariant cell(QAbstractItemModel *model, const QString &id, int column)
+    {
+        for (const RowModel::Row &row : static_cast<RowModel *>(model)->rows()) {
+            if (row.first() == id)
+                return row.at(column);
+        }
+        return {};
+    }
+};
+
+} // namespace
+
+class SettingsTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void whatIsChosenIsStoredAtOnceAndShown()
+    {
+        Desk desk;
+        GeneralSettings &general = *desk.store.general();
+        QCOMPARE(desk.refreshes([&] { general.setMode(int(Prefs::Mode::Sales)); }), 1);
+        QCOMPARE(general.modeLine(), u"Outreach, meetings, CRM and follow-ups"_s);
+        QCOMPARE(desk.defaults.value(u"mode"_s).toString(), u"sales"_s);
+        general.setOpenMode(int(Prefs::OpenMode::Click));
+        general.setQuietWhileRecording(false);
+        general.setPeekOnFinish(false);
+        general.setDailyPriority(u"ship it"_s);
+        QCOMPARE(desk.defaults.value(u"openMode"_s).toString(), u"click"_s);
+        QCOMPARE(desk.defaults.value(u"quietWhileRecording"_s), QVariant(false));
+        QCOMPARE(desk.defaults.value(u"peekOnFinish"_s), QVariant(false));
+        QCOMPARE(general.dailyPriority(), u"ship it"_s);
+
+        // A change from elsewhere shows too.
+        const QSignalSpy changed(&general, &GeneralSettings::changed);
+        desk.prefs.set(Prefs::Module::Media, false);
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(general.modeLine(), u"Your own mix"_s);
+    }
+
+    void aBudgetIsAWholeNumber_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<qint64>("stored");
+        QTest::newRow("number") << u"1500000"_s << qint64(1500000);
+        QTest::newRow("blanks") << u" 12 "_s << qint64(12);
+        QTest::newRow("emptied") << QString() << qint64(0);
+        QTest::newRow("word") << u"many"_s << qint64(7);
+        QTest::newRow("negative") << u"-3"_s << qint64(7);
+        QTest::newRow("too large") << u"99999999999999999999"_s << qint64(7);
+    }
+
+    void aBudgetIsAWholeNumber()
+    {
+        QFETCH(QString, typed);
+        Desk desk;
+        desk.prefs.setDailyBudget(7);
+        desk.store.general()->setDailyBudget(typed);
+        QTEST(desk.prefs.dailyBudget(), "stored");
+    }
+
+    void theLoginSwitchShowsWhatBecameOfIt()
+    {
+        Desk desk;
+        desk.loginItem.allowed = false;
+        const QSignalSpy changed(desk.store.general(), &GeneralSettings::changed);
+        desk.store.general()->setLogin(true);
+        QVERIFY(!desk.store.general()->login());
+        QCOMPARE(changed.count(), 1);
+        desk.loginItem.allowed = true;
+        desk.store.general()->setLogin(true);
+        QVERIFY(desk.store.general()->login());
+    }
+
+    void modulesAndFolders()
+    {
+        Desk desk;
+        ModuleSettings &modules = *desk.store.modules();
+        desk.prefs.selectMode(Prefs::Mode::All);
+        QCOMPARE(desk.refreshes([&] { modules.set(u"media"_s, false); }), 1);
+        QCOMPARE(desk.cell(modules.modules(), u"media"_s, 3), QVariant(false));
+        QCOMPARE(desk.refreshes([&] { modules.set(u"media"_s, false); }), 0);
+
+        desk.panel.answer = QStringList{u"/code/a/"_s, u"/code/b"_s, u"/code/a"_s};
+        modules.chooseFolders();
+        QCOMPARE(desk.panel.promptNow, u"Watch"_s);
+        QCOMPARE(desk.prefs.repoRoots().mid(desk.prefs.repoRoots().size() - 2), QStringList({u"/code/a"_s, u"/code/b"_s}));
+        QCOMPARE(desk.refreshes([&] { modules.removeFolder(u"/code/a"_s); }), 1);
+        QVERIFY(!desk.prefs.repoRoots().contains(u"/code/a"_s));
+        modules.set(u"repos"_s, false);
+        QVERIFY(!modules.foldersShown());
+    }
+
+    void tokensAreTrimmedStoredAndNeverShown()
+    {
+        Desk desk;
+        TokenSettings &tokens = *desk.store.tokens();
+        tokens.save(u"Velto.linear"_s, u"   "_s);
+        QVERIFY(!tokens.isSaved(u"Velto.linear"_s));
+        QCOMPARE(desk.refreshes([&] { tokens.save(u"Velto.linear"_s, u" secret\n"_s); }), 1);
+        QVERIFY(tokens.isSaved(u"Velto.linear"_s));
+        QCOMPARE(desk.keychain.get(u"Velto.linear"_s), std::optional(u"secret"_s));
+        QCOMPARE(desk.refreshes([&] { tokens.remove(u"Velto.linear"_s); }), 1);
+        QVERIFY(!tokens.isSaved(u"Velto.linear"_s));
+        QVERIFY(!desk.keychain.get(u"Velto.linear"_s));
+    }
+
+    void theHooksCanBeConnectedWhereClaudeCodeHasAFolder()
+    {
+        Desk desk;
+        ClaudeSettings &claude = *desk.store.claude();
+        QVERIFY(!claude.canConnect());
+        QVERIFY(QDir(desk.folder.path()).mkdir(u".claude"_s));
+        QVERIFY(claude.canConnect());
+        QCOMPARE(claude.installedText(), u"Yes"_s);
+        QCOMPARE(claude.stateText(), u"Not connected"_s);
+        claude.connectHooks();
+        QVERIFY(claude.connected());
+        QCOMPARE(claude.stateText(), u"Connected"_s);
+        claude.disconnectHooks();
+        QVERIFY(!claude.connected());
+        QVERIFY(claude.noteText().contains(u"127.0.0.1:4747,"_s));
+    }
+
+    void theResetTakesBackWhatItSaysAndNoMore()
+    {
+        Desk desk;
+        desk.hub.agents()->installHooks();
+        desk.loginItem.set(true);
+        for (const QString &name : {u"Velto.quillbox"_s, u"Velto.linear"_s, u"Velto.googleCalendar.tokens"_s})
+            desk.keychain.put(name, u"x"_s);
+        desk.prefs.setOnboarded(true);
+        const QSignalSpy quit(desk.store.about(), &AboutSettings::quitWanted);
+        desk.store.about()->reset();
+        QVERIFY(!desk.installer.present());
+        QVERIFY(!desk.loginItem.enabled());
+        QVERIFY(!desk.keychain.get(u"Velto.quillbox"_s));
+        QVERIFY(desk.keychain.get(u"Velto.linear"_s));
+        QVERIFY(desk.keychain.get(u"Velto.googleCalendar.tokens"_s));
+        QVERIFY(!desk.defaults.value(u"onboarded"_s).isValid());
+        QCOMPARE(quit.count(), 1);
+    }
+
+    void theWelcomeTurnsOffWhatCanNotWorkHere()
+    {
+        Desk desk;
+        desk.tools.installed.clear();
+        desk.prefs.setRepoRoots({});
+        Welcome welcome(desk.welcome);
+        QVERIFY(!welcome.offersHooks());
+        welcome.detect();
+        desk.background.finishAll();
+        QCOMPARE(desk.prefs.mode(), Prefs::Mode::Engineer);
+        for (const auto module :
+             {Prefs::Module::Agents, Prefs::Module::Usage, Prefs::Module::Mcp, Prefs::Module::Repos, Prefs::Module::Prs})
+            QVERIFY2(!desk.prefs.isOn(module), qPrintable(Prefs::label(module)));
+        QVERIFY(desk.prefs.isOn(Prefs::Module::Todos));
+        QCOMPARE(desk.cell(welcome.modules(), u"prs"_s, 2).toString(), u"needs the GitHub CLI"_s);
+        welcome.set(u"prs"_s, true);
+        QCOMPARE(desk.prefs.mode(), Prefs::Mode::Custom);
+    }
+
+    void aFinishedWelcomeIsNotRedone()
+    {
+        Desk desk;
+        desk.prefs.setOnboarded(true);
+        desk.prefs.set(Prefs::Module::Media, true);
+        desk.tools.installed.clear();
+        Welcome welcome(desk.welcome);
+        welcome.detect();
+        desk.background.finishAll();
+        QCOMPARE(desk.prefs.mode(), Prefs::Mode::Custom);
+        QVERIFY(desk.prefs.isOn(Prefs::Module::Usage));
+    }
+
+    void finishingTheWelcomeDoesWhatWasTicked_data()
+    {
+        QTest::addColumn<bool>("login");
+        QTest::addColumn<bool>("hooks");
+        QTest::newRow("both") << true << true;
+        QTest::newRow("login only") << true << false;
+        QTest::newRow("hooks only") << false << true;
+    }
+
+    void finishingTheWelcomeDoesWhatWasTicked()
+    {
+        QFETCH(bool, login);
+        QFETCH(bool, hooks);
+        Desk desk;
+        desk.tools.installed.insert(u"claude"_s);
+        Welcome welcome(desk.welcome);
+        const QSignalSpy done(&welcome, &Welcome::done);
+        welcome.setProperty("login", login);
+        welcome.setProperty("hooks", hooks);
+        welcome.finish();
+        QCOMPARE(desk.loginItem.enabled(), login);
+        QCOMPARE(desk.installer.present(), hooks);
+        QCOMPARE(done.count(), 1);
+    }
+};
+
+} // namespace velto
+
+QTEST_GUILESS_MAIN(velto::SettingsTest)
+#include "SettingsTest.moc"
