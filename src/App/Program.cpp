@@ -1,10 +1,10 @@
 #include "App/Program.h"
 
-#include "App/CommandLine.h"
 #include "Core/HookListener.h"
 #include "Core/Hooks.h"
 #include "Core/Process.h"
 #include "Design/Theme.h"
+#include "Platform/Activation.h"
 #include "Platform/Posix/PosixLoopbackServer.h"
 #include "Tabs/Agents/AgentsSource.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
@@ -18,8 +18,6 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-namespace {
-
 Places placesOfThisMachine()
 {
     return {
@@ -30,10 +28,9 @@ Places placesOfThisMachine()
     };
 }
 
-} // namespace
-
-Program::Program(const CommandLine &commandLine)
-    : m_welcome(commandLine.welcome)
+Program::Program(CommandLine commandLine, Activation &activation)
+    : m_activation(activation)
+    , m_commandLine(std::move(commandLine))
     , m_places(placesOfThisMachine())
     , m_defaults(m_files, m_clock, m_places.configuration + "/settings.json"_L1)
     , m_tools(toolSearchPath(m_places.home, qEnvironmentVariable("PATH")))
@@ -68,10 +65,7 @@ Program::Program(const CommandLine &commandLine)
         &m_panel, &QQuickWindow::frameSwapped, &m_delegate, [this] { painted(); },
         Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
     showPanel();
-    if (commandLine.expanded)
-        m_delegate.open(false);
-    if (commandLine.demoPeek)
-        m_delegate.demoPeek();
+    QObject::connect(&m_activation, &Activation::wanted, &m_delegate, &AppDelegate::act);
 }
 
 Program::~Program()
@@ -118,8 +112,11 @@ void Program::painted()
     m_delegate.addStatusItem(m_platform.statusItem);
     m_delegate.addHotKey(m_platform.hotKey);
     m_windows.setHotKeyRegistered(m_delegate.hotKeyRegistered());
-    if (!m_prefs.onboarded() || m_welcome)
+    if (!m_prefs.onboarded())
         m_delegate.showWelcome();
+    for (const auto &action : m_commandLine.actions)
+        m_delegate.act(action);
+    m_activation.listen(m_commandLine.activated);
 }
 
 } // namespace velto

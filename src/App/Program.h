@@ -1,6 +1,7 @@
 #pragma once
 
 #include "App/AppDelegate.h"
+#include "App/CommandLine.h"
 #include "App/Windows.h"
 #include "Core/HookInstaller.h"
 #include "Core/Http.h"
@@ -26,12 +27,15 @@
 
 namespace velto {
 
-struct CommandLine;
+class Activation;
+
+/// Where this user's files are.
+Places placesOfThisMachine();
 
 /// Everything, in the order in which it leans on each other. Lives as long as the application object.
 class Program {
 public:
-    explicit Program(const CommandLine &commandLine);
+    Program(CommandLine commandLine, Activation &activation);
     ~Program();
 
 private:
@@ -40,7 +44,8 @@ private:
     void showPanel();
     void painted();
 
-    bool m_welcome;
+    Activation &m_activation;
+    CommandLine m_commandLine;
     Places m_places;
     SystemClock m_clock;
     PosixFiles m_files;

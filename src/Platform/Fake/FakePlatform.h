@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Accessibility.h"
+#include "Platform/Activation.h"
 #include "Platform/Applications.h"
 #include "Platform/Clipboard.h"
 #include "Platform/Defaults.h"
@@ -234,6 +235,24 @@ public:
             press = std::move(action);
         return available;
     }
+};
+
+class FakeActivation final : public Activation {
+    Q_OBJECT
+public:
+    bool first = true;
+    bool reachable = true;
+    QStringList handedOver;
+    bool listening = false;
+
+    bool claim() override { return first; }
+    bool handOver(const QStringList &actions) override
+    {
+        if (reachable)
+            handedOver += actions;
+        return reachable;
+    }
+    void listen(bool) override { listening = true; }
 };
 
 class FakeStatusItem final : public StatusItem {
