@@ -62,7 +62,7 @@ FocusScope {
         Column {
             id: column
 
-            width: page.width - 10
+            width: page.width
             spacing: Theme.gapSection
 
             Column {
@@ -157,8 +157,26 @@ FocusScope {
     }
     ScrollThumb {
         anchors.right: parent.right
+        anchors.rightMargin: -9
         anchors.top: parent.top
         anchors.bottom: parent.bottom
+        anchors.bottomMargin: 28
         area: page
+    }
+
+    Loader {
+        id: video
+
+        active: root.source.videoShown && root.ui.expanded
+        // With Qt 6.4 a Loader can't make a bound component.
+        // qmllint disable unqualified
+        sourceComponent: VideoPreviewSheet {
+            target: root
+            source: root.source
+            Component.onCompleted: root.ui.sheetOpened()
+            Component.onDestruction: root.ui.sheetClosed()
+            onDone: root.source.closeVideo()
+        }
+        // qmllint enable unqualified
     }
 }
