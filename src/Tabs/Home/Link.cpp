@@ -29,11 +29,11 @@ std::optional<QUrl> linkIn(const QString &text)
 std::optional<QUrl> typedLink(const QString &text)
 {
     const auto forBrowser = [](const QUrl &url) { return url.scheme() == "https"_L1 || url.scheme() == "http"_L1; };
-    if (const auto url = linkIn(text); url && forBrowser(*url))
+    if (auto url = linkIn(text); url && forBrowser(*url))
         return url;
     // "meet.example.com/abc"; a single word is no host.
     const QString trimmed = text.trimmed();
-    const auto url = trimmed.contains(u':') ? std::nullopt : linkIn("https://"_L1 + trimmed);
+    auto url = trimmed.contains(u':') ? std::nullopt : linkIn("https://"_L1 + trimmed);
     return url && url->host().contains(u'.') ? url : std::nullopt;
 }
 
