@@ -4,6 +4,7 @@
 #include "Tabs/Home/GoogleMeeting.h"
 #include "Tabs/Home/GoogleService.h"
 #include "Tabs/Home/KeychainLane.h"
+#include "Tabs/Home/MeetingFeed.h"
 
 #include <QObject>
 #include <memory>
@@ -23,7 +24,7 @@ class Workspace;
 /// Asks for read-only access to the calendar and nothing else; the tokens live in the keychain only.
 /// UI thread only; never blocks. A failure ends in error(), with calendars() and meetings() left as they were.
 /// Of several loads under way at once the last one to finish wins.
-class GoogleCalendar : public QObject {
+class GoogleCalendar : public MeetingFeed {
     Q_OBJECT
     /// The last failure, in words; empty when all is well.
     Q_PROPERTY(QString error READ errorText NOTIFY changed FINAL)
@@ -52,19 +53,19 @@ public:
     /// Ends what is under way.
     ~GoogleCalendar() override;
 
-    const QList<GoogleCalendarInfo> &calendars() const { return m_calendars; }
+    const QList<GoogleCalendarInfo> &calendars() const { return m_state.calendars; }
     /// Those that were not over when they were read, by their start.
-    const QList<GoogleMeeting> &meetings() const { return m_meetings; }
-    std::optional<QString> error() const { return m_error; }
+    const QList<GoogleMeeting> &meetings() const override { return m_state.meetings; }
+    std::optional<QString> error() const { return m_state.error; }
     /// A sign-in is under way, until its first load is done. It has no time limit: the user may take any time in the browser.
-    bool connecting() const { return m_connecting; }
+    bool connecting() const { return m_state.connecting; }
     /// Whether the keychain holds tokens, as the last look into it found; until the first look, whether the user chose Google.
-    bool linked() const { return m_linked; }
+    bool linked() const override { return m_state.linked; }
     bool configured() const { return m_needs.client.configured(); }
 
-    QString errorText() const { return m_error.value_or(QString()); }
+    QString errorText() const { return m_state.error.value_or(QString()); }
     QAbstractItemModel *calendarRows() { return &m_calendarRows; }
-    bool hasCalendars() const { return !m_calendars.isEmpty(); }
+    bool hasCalendars() const { return !m_state.calendars.isEmpty(); }
 
     // These two hide QObject's functions of the same names, which nobody needs on this object.
     /// Starts the sign-in in the user's browser. Callers don't start another one while connecting().
@@ -72,16 +73,22 @@ public:
     /// Forgets the account and goes back to meetings that the user adds.
     Q_INVOKABLE void disconnect();
     /// Reads calendars and meetings anew if there are tokens; returns at once.
-    Q_INVOKABLE void refresh();
+    Q_INVOKABLE void refresh() override;
     /// Shows or leaves out the meetings of one calendar from now on.
     Q_INVOKABLE void choose(const QString &calendarID, bool chosen);
 
-Q_SIGNALS:
-    /// Something that is published has changed.
-    void changed();
-
 private:
-    /// Held weakly by what is under way, to know after each wait whether it still counts.
+    /// What others see; compared to tell whether anything has changed.
+    struct State {
+        QList<GoogleCalendarInfo> calendars;
+        QList<GoogleMeeting> meetings;
+        std::optional<QString> error;
+        bool connecting = false;
+        bool linked = false;
+
+        bool operator==(const State &) const = default;
+    };
+    /// Tells what waits whether it's still wanted: held weakly over each wait.
     using Life = std::shared_ptr<const bool>;
 
     QCoro::Task<> connectTask();
@@ -93,19 +100,15 @@ private:
     QCoro::Task<std::optional<GoogleTokens>> loadTokens();
     QCoro::Task<> saveTokens(GoogleTokens tokens);
 
-    void fail(const QString &description);
-    void setLinked(bool linked);
-    void setCalendars(QList<GoogleCalendarInfo> calendars);
-    void setMeetings(QList<GoogleMeeting> meetings);
     QStringList calendarsToRead();
+    void prefsChanged();
+    void publish();
     void updateRows();
 
     Needs m_needs;
-    QList<GoogleCalendarInfo> m_calendars;
-    QList<GoogleMeeting> m_meetings;
-    std::optional<QString> m_error;
-    bool m_connecting = false;
-    bool m_linked;
+    State m_state;
+    State m_published;
+    bool m_usesGoogle; ///< the user's choice as it was seen last
     RowModel m_calendarRows;
     KeychainLane m_keychain;
     Life m_life = std::make_shared<bool>(true); ///< ends with this object

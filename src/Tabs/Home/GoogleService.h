@@ -49,11 +49,14 @@ QString unguessable();
 /// The PKCE challenge for a verifier: RFC 7636, section 4.2, method S256.
 QString codeChallenge(const QString &verifier);
 
-/// Where the browser is sent. https://developers.google.com/identity/protocols/oauth2/native-app
+/// Where the browser is sent: accounts.google.com. The redirect goes to a port of this machine, as for an installed program.
+/// https://developers.google.com/identity/protocols/oauth2/native-app
 QUrl authorizationUrl(const GoogleEndpoints &endpoints, const GoogleClient &client, const QString &redirect,
                       const QString &verifier, const QString &state);
 
-/// Asks the token endpoint. Throws WorkError.
+/// Asks the token endpoint, oauth2.googleapis.com. Google keeps 100 refresh tokens for an account and a client; the oldest goes
+/// without a word, and the user signs in again. Throws WorkError.
+/// https://developers.google.com/identity/protocols/oauth2/native-app#exchange-authorization-code
 QCoro::Task<QJsonObject> tokenRequest(Http &http, QUrl endpoint, QMap<QString, QString> form);
 
 /// The text under this name, if it's one that can be sent as a token.
@@ -62,13 +65,15 @@ std::optional<QString> tokenIn(const QJsonObject &reply, const QString &name);
 /// When what this reply handed out stops being valid: in an hour if it doesn't say.
 QDateTime expiryIn(const QJsonObject &reply, const QDateTime &now);
 
-/// The address of the user's list of calendars.
+/// The user's list of calendars: its first page, of 100 entries.
 QUrl calendarListUrl(const GoogleEndpoints &endpoints);
 
-/// The address of a calendar's meetings, from an hour before `now` to a day after.
+/// A calendar's meetings, 20 at most, from an hour before `now` to a day after.
 QUrl eventsUrl(const GoogleEndpoints &endpoints, const QString &calendarID, const QDateTime &now);
 
-/// Reads from the calendar service. Throws WorkError.
+/// Reads from the calendar service, www.googleapis.com. It takes 600 requests a minute from each user of a project, and
+/// refuses more with 403 or 429. Throws WorkError.
+/// https://developers.google.com/calendar/api/guides/quota
 QCoro::Task<QByteArray> calendarGet(Http &http, QUrl url, QString token);
 
 } // namespace velto

@@ -4,6 +4,7 @@
 #include <QString>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <qcoro/qcorotask.h>
 
@@ -29,6 +30,7 @@ private:
     struct Job;
     struct Wait;
 
+    std::shared_ptr<Job> add(std::function<std::optional<QString>(Keychain &)> work);
     void startNext();
 
     Background &m_background;
