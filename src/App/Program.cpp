@@ -27,7 +27,7 @@ Program::Program(CommandLine commandLine, Activation &activation)
     , m_delegate({m_machine.clock, m_stores.hub, m_ui, m_outline, m_machine.platform.displays, m_machine.platform.panelWindow,
                   m_panel, m_machine.platform.session})
     , m_windows(m_machine.platform.appearance,
-                {m_stores.hub, m_stores.prefs, m_machine.defaults, m_machine.platform.keychain, m_machine.platform.folderPanel,
+                {m_stores.hub, m_stores.prefs, m_machine.background, m_machine.defaults, m_machine.platform.keychain, m_machine.platform.folderPanel,
                  m_machine.platform.loginItem, m_stores.terminal, m_stores.installer, m_machine.tools, m_machine.places,
                  HookListener::kPort, QCoreApplication::applicationVersion()},
                 {m_stores.hub, m_stores.prefs, m_machine.background, m_machine.tools, m_machine.platform.loginItem,

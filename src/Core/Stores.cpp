@@ -65,7 +65,7 @@ Hub::Needs Stores::hubNeeds(const Desktop &d, std::unique_ptr<HookListener> list
             },
             [d, this](Hub &made) {
                 return std::make_unique<ConnectSource>(ConnectSource::Needs{
-                    made, prefs, d.clock, d.keychain, d.clipboard, d.folderPanel, terminal, d.tools, google});
+                    made, prefs, d.clock, d.background, d.keychain, d.clipboard, d.folderPanel, terminal, d.tools, google});
             }};
 }
 

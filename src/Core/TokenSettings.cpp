@@ -2,7 +2,6 @@
 
 #include "Core/Hub.h"
 #include "Core/Prefs.h"
-#include "Platform/Keychain.h"
 
 #include <array>
 
@@ -16,13 +15,18 @@ constexpr std::array kNames{"Velto.linear"_L1, "Velto.jira"_L1, "Velto.slack"_L1
 
 } // namespace
 
-TokenSettings::TokenSettings(Hub &hub, Prefs &prefs, Keychain &keychain, QObject *parent)
+TokenSettings::TokenSettings(Hub &hub, Prefs &prefs, Background &background, Keychain &keychain, QObject *parent)
     : QObject(parent)
     , m_hub(hub)
     , m_prefs(prefs)
-    , m_keychain(keychain)
+    , m_keychain(background, keychain)
 {
     connect(&m_prefs, &Prefs::changed, this, &TokenSettings::changed);
+}
+
+TokenSettings::~TokenSettings()
+{
+    m_life.reset();
 }
 
 QString TokenSettings::jiraSite() const
@@ -47,33 +51,47 @@ void TokenSettings::setJiraEmail(const QString &email)
 
 void TokenSettings::save(const QString &name, const QString &token)
 {
-    if (token.trimmed().isEmpty())
-        return;
-    m_keychain.put(name, token.trimmed());
-    afterChange();
+    if (!token.trimmed().isEmpty())
+        put(name, token.trimmed());
 }
 
 void TokenSettings::remove(const QString &name)
 {
-    m_keychain.put(name, std::nullopt);
-    afterChange();
+    put(name, std::nullopt);
 }
 
 void TokenSettings::reread()
 {
-    m_saved.clear();
-    for (const auto name : kNames) {
-        if (m_keychain.get(name))
-            m_saved.insert(name);
-    }
-    ++m_revision;
-    Q_EMIT changed();
+    look();
 }
 
-void TokenSettings::afterChange()
+QCoro::Task<> TokenSettings::put(QString name, std::optional<QString> token)
 {
-    reread();
-    m_hub.refresh(true);
+    const std::weak_ptr life = m_life;
+    co_await m_keychain.put(name, token);
+    if (life.expired())
+        co_return;
+    co_await look();
+    if (!life.expired())
+        m_hub.refresh(true);
+}
+
+QCoro::Task<> TokenSettings::look()
+{
+    const std::weak_ptr life = m_life;
+    QSet<QString> saved;
+    for (const QString name : kNames) {
+        const bool there = (co_await m_keychain.get(name)).has_value();
+        if (life.expired())
+            co_return;
+        if (there)
+            saved.insert(name);
+    }
+    if (saved == m_saved)
+        co_return;
+    m_saved = saved;
+    ++m_revision;
+    Q_EMIT changed();
 }
 
 } // namespace velto

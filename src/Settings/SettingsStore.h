@@ -21,6 +21,7 @@ public:
     struct Needs {
         Hub &hub;
         Prefs &prefs;
+        Background &background;
         Defaults &defaults;
         Keychain &keychain;
         FolderPanel &folderPanel;

@@ -53,8 +53,8 @@ std::optional<Module> moduleOf(const QString &raw)
 ConnectSource::ConnectSource(const Needs &needs, QObject *parent)
     : VeltoSource(parent)
     , m_needs(needs)
-    , m_status(needs.hub, needs.prefs, needs.keychain, needs.tools, needs.google)
-    , m_tokens(needs.hub, needs.prefs, needs.keychain)
+    , m_tokens(needs.hub, needs.prefs, needs.background, needs.keychain)
+    , m_status(needs.hub, needs.prefs, m_tokens, needs.tools, needs.google)
     , m_calendar({needs.hub, needs.prefs, needs.google})
     , m_mcp({needs.hub, needs.terminal, needs.clipboard})
     , m_work(tileRoles())
@@ -66,6 +66,7 @@ ConnectSource::ConnectSource(const Needs &needs, QObject *parent)
     for (const SalesConnector &each : kSales)
         sales.append({tr(each.name), QString::fromLatin1(each.symbol)});
     m_sales.setRows(sales);
+    connect(&m_tokens, &TokenSettings::changed, this, &ConnectSource::update);
 }
 
 ConnectSource::~ConnectSource() = default;
@@ -104,6 +105,20 @@ void ConnectSource::setMode(int mode)
         return;
     m_needs.prefs.selectMode(Prefs::Mode(mode));
     m_needs.hub.refresh(true);
+}
+
+void ConnectSource::appeared()
+{
+    m_tokens.reread();
+    worldChanged();
+}
+
+void ConnectSource::saveToken(const QString &name, const QString &token)
+{
+    if (token.trimmed().isEmpty())
+        return;
+    m_needs.prefs.set(Module::Work, true);
+    m_tokens.save(name, token);
 }
 
 void ConnectSource::set(const QString &module, bool on)

@@ -11,6 +11,7 @@
 
 namespace velto {
 
+class Background;
 class Clipboard;
 class Clock;
 class EverydaySource;
@@ -47,6 +48,7 @@ public:
         Hub &hub;
         Prefs &prefs;
         Clock &clock;
+        Background &background;
         Keychain &keychain;
         Clipboard &clipboard;
         FolderPanel &folderPanel;
@@ -76,6 +78,10 @@ public:
     McpForm *mcp() { return &m_mcp; }
     QAbstractItemModel *salesConnectors() { return &m_sales; }
 
+    /// The tab came on show.
+    Q_INVOKABLE void appeared();
+    /// Stores a token, and turns the module on that it is for.
+    Q_INVOKABLE void saveToken(const QString &name, const QString &token);
     /// By a module's raw value.
     Q_INVOKABLE void set(const QString &module, bool on);
     /// The button of a module's tile.
@@ -101,9 +107,9 @@ private:
     void update();
 
     Needs m_needs;
+    TokenSettings m_tokens;
     ModuleStatus m_status;
     QSet<Prefs::Module> m_open;
-    TokenSettings m_tokens;
     CalendarForm m_calendar;
     McpForm m_mcp;
     RowModel m_work;

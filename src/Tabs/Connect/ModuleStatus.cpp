@@ -1,7 +1,7 @@
 #include "Tabs/Connect/ModuleStatus.h"
 
 #include "Core/Hub.h"
-#include "Platform/Keychain.h"
+#include "Core/TokenSettings.h"
 #include "Platform/ToolRunner.h"
 #include "Tabs/Agents/AgentsSource.h"
 #include "Tabs/Home/GoogleCalendar.h"
@@ -33,11 +33,11 @@ QString wordsOf(const SourceState &state)
 
 } // namespace
 
-ModuleStatus::ModuleStatus(Hub &hub, const Prefs &prefs, const Keychain &keychain, const ToolRunner &tools,
+ModuleStatus::ModuleStatus(Hub &hub, const Prefs &prefs, const TokenSettings &tokens, const ToolRunner &tools,
                            const GoogleCalendar &google)
     : m_hub(hub)
     , m_prefs(prefs)
-    , m_keychain(keychain)
+    , m_tokens(tokens)
     , m_tools(tools)
     , m_google(google)
 {
@@ -139,9 +139,7 @@ ModuleStatus::Status ModuleStatus::pullRequests() const
 ModuleStatus::Status ModuleStatus::work(bool open) const
 {
     const QString action = open ? tr("Done") : tr("Manage");
-    int tokens = 0;
-    for (const auto name : {"Velto.linear"_L1, "Velto.jira"_L1, "Velto.slack"_L1})
-        tokens += m_keychain.get(name) ? 1 : 0;
+    const int tokens = m_tokens.count();
     if (tokens == 0)
         return {tr("Paste a Linear, Jira or Slack token."), false, action};
     return {tr("%1 connected. %2").arg(tokens).arg(wordsOf(m_hub.work()->workState())).trimmed(), true, action};

@@ -10,7 +10,7 @@ namespace velto {
 
 class GoogleCalendar;
 class Hub;
-class Keychain;
+class TokenSettings;
 class ToolRunner;
 
 /// How a module is doing, and what its tile offers to do about it. UI thread only.
@@ -24,7 +24,7 @@ public:
     };
 
     /// All of it outlives this.
-    ModuleStatus(Hub &hub, const Prefs &prefs, const Keychain &keychain, const ToolRunner &tools, const GoogleCalendar &google);
+    ModuleStatus(Hub &hub, const Prefs &prefs, const TokenSettings &tokens, const ToolRunner &tools, const GoogleCalendar &google);
 
     /// `open` holds the modules whose form is open.
     Status of(Prefs::Module module, const QSet<Prefs::Module> &open) const;
@@ -40,7 +40,7 @@ private:
 
     Hub &m_hub;
     const Prefs &m_prefs;
-    const Keychain &m_keychain;
+    const TokenSettings &m_tokens;
     const ToolRunner &m_tools;
     const GoogleCalendar &m_google;
 };

@@ -3,7 +3,6 @@
 #include "Core/Process.h"
 
 #include <QCoreApplication>
-#include <QLocale>
 
 namespace velto {
 
@@ -25,7 +24,7 @@ QString projected(qint64 used, qint64 left, double elapsed, const QString &budge
     if (moment.toLocalTime().date() != now.toLocalTime().date())
         return tr("On pace to stay under your %1 budget today").arg(budget);
     return tr("At this pace you reach your %1 budget at %2")
-        .arg(budget, QLocale().toString(moment.toLocalTime().time(), QLocale::ShortFormat));
+        .arg(budget, shortTime(moment));
 }
 
 } // namespace
