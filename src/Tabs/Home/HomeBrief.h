@@ -4,6 +4,7 @@
 
 #include "Core/Prefs.h"
 #include "Core/SourceState.h"
+#include "Core/Tab.h"
 
 #include <QCoreApplication>
 #include <QDateTime>

@@ -48,7 +48,7 @@ QString bareSite(QString site)
     site.remove("https://"_L1).remove("http://"_L1);
     const auto isEdge = [](QChar c) { return c == u'/' || c == u' '; };
     while (!site.isEmpty() && isEdge(site.front()))
-        site.removeFirst();
+        site.remove(0, 1);
     while (!site.isEmpty() && isEdge(site.back()))
         site.chop(1);
     return site;
