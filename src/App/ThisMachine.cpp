@@ -15,8 +15,8 @@ Places placesOfThisMachine()
         .home = QDir::homePath(),
         .configuration = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/velto"_L1,
         .data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/Velto"_L1,
-        .downloads = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation),
         .temporary = QDir::tempPath(),
+        .downloads = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation),
     };
 }
 
@@ -38,6 +38,7 @@ Desktop ThisMachine::desktop()
         .background = background,
         .tools = tools,
         .files = files,
+        .fileTree = fileTree,
         .defaults = defaults,
         .http = http,
         .keychain = platform.keychain,

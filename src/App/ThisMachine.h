@@ -6,6 +6,7 @@
 #include "Platform/Linux/LinuxPlatform.h"
 #include "Platform/Places.h"
 #include "Platform/Posix/JsonDefaults.h"
+#include "Platform/Posix/PosixFileTree.h"
 #include "Platform/Posix/PosixFiles.h"
 #include "Platform/Posix/PosixToolRunner.h"
 #include "Platform/Posix/SystemClock.h"
@@ -26,6 +27,7 @@ struct ThisMachine {
     Places places;
     SystemClock clock;
     PosixFiles files;
+    PosixFileTree fileTree;
     JsonDefaults defaults;
     PosixToolRunner tools;
     ThreadPoolBackground background;

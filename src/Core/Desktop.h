@@ -8,6 +8,7 @@ class Background;
 class Clipboard;
 class Clock;
 class Defaults;
+class FileTree;
 class Files;
 class FolderPanel;
 class Http;
@@ -27,6 +28,7 @@ struct Desktop {
     Background &background;
     ToolRunner &tools;
     Files &files;
+    const FileTree &fileTree;
     Defaults &defaults;
     Http &http;
     Keychain &keychain;

@@ -20,7 +20,7 @@ Stores::Stores(const Desktop &d, std::unique_ptr<HookListener> listener, Quillbo
     , installer(d.files, d.clock, d.places.home, hookToken(d.defaults))
     , terminal(d.defaults, d.terminals, d.places)
     , hubClient(d.http, d.background, std::move(selection))
-    , usage(claudeLogs(d.places.home))
+    , usage(d.fileTree, claudeLogs(d.places.home))
     , google({d.clock, d.background, d.http, d.keychain, d.workspace, prefs})
     , hub(hubNeeds(d, std::move(listener)))
 {

@@ -9,8 +9,8 @@ struct Places {
     QString home; ///< the user's home folder
     QString configuration; ///< Velto's own settings
     QString data; ///< Velto's own documents
-    QString downloads; ///< where browsers put what the user downloads
     QString temporary; ///< short-lived files
+    QString downloads = {}; ///< where browsers put what the user downloads
 };
 
 } // namespace velto

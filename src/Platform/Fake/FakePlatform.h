@@ -17,6 +17,7 @@
 #include "Platform/Sounds.h"
 #include "Platform/StatusItem.h"
 #include "Platform/Terminals.h"
+#include "Platform/VideoPlayer.h"
 #include "Platform/Workspace.h"
 
 #include <QHash>
@@ -62,6 +63,18 @@ public:
 
     bool enabled() const override { return on; }
     bool set(bool wanted) override { return on = wanted && allowed; }
+};
+
+class FakeVideoPlayer final : public VideoPlayer {
+    Q_OBJECT
+public:
+    bool here = true;
+    QString htmlNow; ///< empty while nothing is shown
+
+    bool installed() const override { return here; }
+    void open(const QString &html, const QUrl &, quintptr, const QRect &) override { htmlNow = html; }
+    void move(const QRect &) override { }
+    void close() override { htmlNow.clear(); }
 };
 
 class FakeFolderPanel final : public FolderPanel {
