@@ -197,7 +197,7 @@ private Q_SLOTS:
     {
         Desk desk;
         desk.prefs.setOnboarded(true);
-        desk.prefs.set(Prefs::Module::Media, true);
+        desk.prefs.set(Prefs::Module::Usage, true);
         desk.tools.installed.clear();
         Welcome welcome(desk.welcome);
         welcome.detect();
