@@ -14,7 +14,7 @@ import xml.etree.ElementTree
 
 FOREIGN = re.compile(
     r"\bMacs?\b|macOS|Keychain|\bTrash\b|\b[Bb]rew\b|Homebrew|Xcode|[⌘⌃⌥]|[Mm]enu bar|\bFinder\b|\bApple\b|AppleScript|\bDock\b"
-    r"|System Settings|Touch ID|[Ll]ogin item"
+    r"|System Settings|Touch ID|[Ll]ogin item|the camera"
 )
 PLACEHOLDER = re.compile(r"%(?:L?\d+|n)")
 LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')

@@ -161,5 +161,13 @@
         <source>Settings live in the menu bar icon</source>
         <translation>Settings: right-click the velto, or its tray icon</translation>
     </message>
+    <message>
+        <source>Velto lives around the camera. It shows what needs you — agents waiting, your next meeting — and slides out a one-line alert when something changes.</source>
+        <translation>Velto lives at the top of your screen. It shows what needs you — agents waiting, your next meeting — and slides out a one-line alert when something changes.</translation>
+    </message>
+    <message>
+        <source>A countdown beside the camera.</source>
+        <translation>A countdown in the velto.</translation>
+    </message>
 </context>
 </TS>
