@@ -2,6 +2,7 @@
 #include "App/Program.h"
 #include "Platform/Linux/DBusActivation.h"
 #include "Platform/Linux/LinuxPlatform.h"
+#include "Platform/Linux/LinuxWording.h"
 
 #include <QApplication>
 #include <QQuickWindow>
@@ -58,6 +59,7 @@ int main(int argc, char **argv)
     QGuiApplication::setDesktopFileName(QStringLiteral(VELTO_APPLICATION_ID));
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication application(argc, argv);
+    velto::speakLinux();
     const velto::Program program(commandLine, activation);
     return QApplication::exec();
 }

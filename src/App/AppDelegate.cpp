@@ -75,9 +75,9 @@ void AppDelegate::demoPeek()
     });
 }
 
-void AppDelegate::addAction(const QString &name, std::function<void()> action)
+void AppDelegate::addAction(const QString &name, const std::function<void()> &action)
 {
-    m_actions.insert(name, std::move(action));
+    m_actions.insert(name, action);
 }
 
 void AppDelegate::act(const QString &name)

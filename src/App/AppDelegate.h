@@ -49,7 +49,7 @@ public:
     void demoPeek();
     /// What the command line, the desktop's menu and its keys can ask for by name, beside "open", "open-and-search", "settings",
     /// "welcome" and "demo-peek".
-    void addAction(const QString &name, std::function<void()> action);
+    void addAction(const QString &name, const std::function<void()> &action);
     /// Does what this name stands for; nothing for a name that nobody knows.
     void act(const QString &name);
 

@@ -4,6 +4,8 @@
 Usage: script/with-desktop --own-network tests/e2e/second_start.py VELTO. Ends with 77 if this machine can't try it.
 """
 
+import fcntl
+import os
 import subprocess
 import sys
 
@@ -17,6 +19,20 @@ def start_again(velto, *arguments, **changes):
     return subprocess.run([velto.program, *arguments], env=environment, capture_output=True, text=True, timeout=20)
 
 
+def is_claimed(folder):
+    """Whether a program holds the lock on this folder."""
+    if not folder.exists():
+        return False
+    opened_folder = os.open(folder, os.O_RDONLY)
+    try:
+        fcntl.flock(opened_folder, fcntl.LOCK_EX | fcntl.LOCK_NB)
+        return False
+    except BlockingIOError:
+        return True
+    finally:
+        os.close(opened_folder)
+
+
 def opened(at):
     return (at.width, at.height) == PANEL
 
@@ -26,7 +42,7 @@ def main(program):
     with Velto(program) as velto:
         # Right behind each other: the first isn't on the bus yet.
         velto.launch()
-        until("the first to claim its settings", (velto.config / "velto").exists)
+        until("the first to claim its settings", lambda: is_claimed(velto.config / "velto"))
         expect("a second start ends well", start_again(velto).returncode, 0)
         velto.window = velto.find_window()
         velto.settled(opened, "the panel of the first to open")
