@@ -18,6 +18,7 @@ namespace {
 
 using Module = Prefs::Module;
 
+constexpr std::array kModes{Prefs::Mode::Engineer, Prefs::Mode::Ai, Prefs::Mode::Sales, Prefs::Mode::All, Prefs::Mode::Custom};
 constexpr std::array kWork{Module::Agents, Module::Prs, Module::Work, Module::Mcp};
 constexpr std::array kContext{Module::Todos, Module::Calendar, Module::Repos};
 constexpr std::array kUtilities{Module::Media, Module::Focus, Module::Usage};
@@ -55,8 +56,9 @@ ConnectSource::ConnectSource(const Needs &needs, QObject *parent)
     , m_needs(needs)
     , m_tokens(needs.hub, needs.prefs, needs.background, needs.keychain)
     , m_status(needs.hub, needs.prefs, m_tokens, needs.tools, needs.google)
-    , m_calendar({needs.hub, needs.prefs, needs.google})
+    , m_calendar({needs.hub, needs.prefs, needs.clock, needs.google})
     , m_mcp({needs.hub, needs.terminal, needs.clipboard})
+    , m_modes({"value"_ba, "text"_ba, "selected"_ba})
     , m_work(tileRoles())
     , m_context(tileRoles())
     , m_utilities(tileRoles())
@@ -86,25 +88,19 @@ QUrl ConnectSource::makeView() const
     return QUrl(u"qrc:/qt/qml/Velto/Connect/ConnectView.qml"_s);
 }
 
-QVariantList ConnectSource::modes()
+void ConnectSource::chooseMode(const QString &value)
 {
-    QVariantList options;
-    for (const auto mode : {Prefs::Mode::Engineer, Prefs::Mode::Ai, Prefs::Mode::Sales, Prefs::Mode::All, Prefs::Mode::Custom})
-        options.append(QVariantMap{{u"text"_s, Prefs::title(mode)}, {u"value"_s, int(mode)}});
-    return options;
+    for (const Prefs::Mode mode : kModes) {
+        if (QString::number(int(mode)) != value || mode == m_needs.prefs.mode())
+            continue;
+        m_needs.prefs.selectMode(mode);
+        m_needs.hub.refresh(true);
+    }
 }
 
-int ConnectSource::mode() const
+AgentsSource *ConnectSource::agents() const
 {
-    return int(m_needs.prefs.mode());
-}
-
-void ConnectSource::setMode(int mode)
-{
-    if (mode == this->mode())
-        return;
-    m_needs.prefs.selectMode(Prefs::Mode(mode));
-    m_needs.hub.refresh(true);
+    return m_needs.hub.agents();
 }
 
 void ConnectSource::appeared()
@@ -213,6 +209,10 @@ void ConnectSource::update()
         }
         return result;
     };
+    QList<RowModel::Row> modes;
+    for (const Prefs::Mode mode : kModes)
+        modes.append({QString::number(int(mode)), Prefs::title(mode), mode == m_needs.prefs.mode()});
+    m_modes.setRows(modes);
     m_work.setRows(rows(kWork));
     m_context.setRows(rows(kContext));
     m_utilities.setRows(rows(kUtilities));

@@ -7,10 +7,11 @@
 #include "Tabs/Connect/McpForm.h"
 #include "Tabs/Connect/ModuleStatus.h"
 
-#include <QVariant>
+#include <QSet>
 
 namespace velto {
 
+class AgentsSource;
 class Background;
 class Clipboard;
 class Clock;
@@ -26,14 +27,16 @@ class ToolRunner;
 /// Which tools Velto looks at, how each of them is doing, and the forms that link accounts. UI thread only.
 class ConnectSource : public VeltoSource {
     Q_OBJECT
-    /// A list of {text, value}.
-    Q_PROPERTY(QVariantList modes READ modes CONSTANT FINAL)
-    Q_PROPERTY(int mode READ mode WRITE setMode NOTIFY changed FINAL)
+    Q_MOC_INCLUDE("Tabs/Agents/AgentsSource.h")
+    /// The segments of "Mode": value (what chooseMode() takes), text, selected.
+    Q_PROPERTY(QAbstractItemModel *modes READ modes CONSTANT FINAL)
     /// module, symbol, label, on, text, ok, actionLabel
     Q_PROPERTY(QAbstractItemModel *work READ work CONSTANT FINAL)
     Q_PROPERTY(QAbstractItemModel *context READ context CONSTANT FINAL)
     Q_PROPERTY(QAbstractItemModel *utilities READ utilities CONSTANT FINAL)
 
+    /// For the preview of its hooks.
+    Q_PROPERTY(velto::AgentsSource *agents READ agents CONSTANT FINAL)
     Q_PROPERTY(bool workFormOpen READ workFormOpen NOTIFY changed FINAL)
     Q_PROPERTY(bool calendarFormOpen READ calendarFormOpen NOTIFY changed FINAL)
     Q_PROPERTY(bool mcpFormOpen READ mcpFormOpen NOTIFY changed FINAL)
@@ -64,12 +67,11 @@ public:
     int badge() const override { return 0; }
     QUrl makeView() const override;
 
-    static QVariantList modes();
-    int mode() const;
-    void setMode(int mode);
+    QAbstractItemModel *modes() { return &m_modes; }
     QAbstractItemModel *work() { return &m_work; }
     QAbstractItemModel *context() { return &m_context; }
     QAbstractItemModel *utilities() { return &m_utilities; }
+    AgentsSource *agents() const;
     bool workFormOpen() const { return m_open.contains(Prefs::Module::Work); }
     bool calendarFormOpen() const { return m_open.contains(Prefs::Module::Calendar); }
     bool mcpFormOpen() const { return m_open.contains(Prefs::Module::Mcp); }
@@ -82,6 +84,7 @@ public:
     Q_INVOKABLE void appeared();
     /// Stores a token, and turns the module on that it is for.
     Q_INVOKABLE void saveToken(const QString &name, const QString &token);
+    Q_INVOKABLE void chooseMode(const QString &value);
     /// By a module's raw value.
     Q_INVOKABLE void set(const QString &module, bool on);
     /// The button of a module's tile.
@@ -112,6 +115,7 @@ private:
     QSet<Prefs::Module> m_open;
     CalendarForm m_calendar;
     McpForm m_mcp;
+    RowModel m_modes;
     RowModel m_work;
     RowModel m_context;
     RowModel m_utilities;
