@@ -138,6 +138,8 @@ FocusScope {
             height: visible ? 34 : 0
             symbol: "brain"
             text: qsTr("Nothing new in Quillbox right now.")
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
     }
     // qmllint enable unqualified type
