@@ -79,6 +79,7 @@ FocusScope {
         header: Column {
             width: list.width
             spacing: 8
+            topPadding: 2
             bottomPadding: 4
 
             Row {
