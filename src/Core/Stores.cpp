@@ -20,7 +20,7 @@ Stores::Stores(const Desktop &d, std::unique_ptr<HookListener> listener, Quillbo
     , installer(d.files, d.clock, d.places.home, hookToken(d.defaults))
     , terminal(d.defaults, d.terminals, d.places)
     , hubClient(d.http, d.background, std::move(selection))
-    , usage(d.fileTree, claudeLogs(d.places.home))
+    , usage(std::make_shared<UsageReader>(d.fileTree, claudeLogs(d.places.home)))
     , google({d.clock, d.background, d.http, d.keychain, d.workspace, prefs})
     , hub(hubNeeds(d, std::move(listener)))
 {
@@ -28,7 +28,7 @@ Stores::Stores(const Desktop &d, std::unique_ptr<HookListener> listener, Quillbo
 
 Stores::~Stores()
 {
-    usage.stop();
+    usage->stop();
 }
 
 Hub::Needs Stores::hubNeeds(const Desktop &d, std::unique_ptr<HookListener> listener)
@@ -40,7 +40,8 @@ Hub::Needs Stores::hubNeeds(const Desktop &d, std::unique_ptr<HookListener> list
                                                                      d.workspace, prefs, terminal, d.places, installer,
                                                                      std::move(listener)});
     auto slow = std::make_unique<SignalsSource>(SignalsSource::Needs{
-        d.clock, d.background, d.tools, prefs, d.places, [this](const QDateTime &now) { return usage.read(now); }});
+        d.clock, d.background, d.tools, prefs, claudeLogs(d.places.home),
+                                   [reader = usage](const QDateTime &now) { return reader->read(now); }});
     auto everyday = std::make_unique<EverydaySource>(EverydaySource::Needs{d.clock, prefs, google, d.players, d.sounds});
     auto work = std::make_unique<WorkSource>(WorkSource::Needs{d.clock, d.background, d.tools, d.http, d.keychain, prefs});
     auto glances = std::make_unique<GlanceSource>(

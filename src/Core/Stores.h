@@ -29,7 +29,7 @@ public:
     HookInstaller installer;
     TerminalApp terminal;
     HubClient hubClient;
-    UsageReader usage;
+    std::shared_ptr<UsageReader> usage; ///< a reading under way holds it too
     GoogleCalendar google;
     Hub hub;
 };

@@ -79,7 +79,7 @@ void McpForm::add()
 
 void McpForm::retryAll()
 {
-    m_needs.hub.signalsSource()->checkMcp();
+    m_needs.hub.signalsSource()->retryMcp();
 }
 
 void McpForm::update()
