@@ -42,7 +42,8 @@ private Q_SLOTS:
         const QString plain = u"1|T|B||me||office|2|"_s;
         const QString start = u"1|T|text||me||office|2|"_s;
         tags("no tags", "[]", plain);
-        tags("every tag", "[\\\"due:2026-01-02\\\",\\\"who:Kim\\\",\\\"project:p\\\",\\\"scope:personal\\\",\\\"prio:1\\\",\\\"odd\\\"]",
+        tags("every tag",
+             "[\\\"due:2026-01-02\\\",\\\"who:Kim\\\",\\\"project:p\\\",\\\"scope:personal\\\",\\\"prio:1\\\",\\\"odd\\\"]",
              u"1|T|B|2026-01-02|Kim|p|personal|1|"_s);
         tags("further colons stay", "[\\\"due:2026-01-02:x\\\"]", u"1|T|B|2026-01-02:x|me||office|2|"_s);
         tags("the last one counts", "[\\\"who:a\\\",\\\"who:b\\\"]", u"1|T|B||b||office|2|"_s);
