@@ -117,13 +117,6 @@ struct DraftFormType {
     QML_UNCREATABLE("Made in C++")
 };
 
-struct DateFieldType {
-    Q_GADGET
-    QML_FOREIGN(velto::DateField)
-    QML_NAMED_ELEMENT(DateField)
-    QML_UNCREATABLE("Made in C++")
-};
-
 struct HomeSourceType {
     Q_GADGET
     QML_FOREIGN(velto::HomeSource)
