@@ -1,5 +1,7 @@
 #pragma once
 
+#include "FakeHttp.h"
+
 #include "Core/HookInstaller.h"
 #include "Core/HookListener.h"
 #include "Core/Hub.h"
@@ -12,6 +14,8 @@
 #include "Platform/Fake/FakeToolRunner.h"
 #include "Platform/Places.h"
 #include "Tabs/Agents/AgentsSource.h"
+#include "Tabs/Quillbox/HubClient.h"
+#include "Tabs/Quillbox/QuillboxSource.h"
 
 namespace velto {
 
@@ -30,8 +34,16 @@ struct World {
     Prefs prefs{defaults, places, clock};
     HookInstaller installer{files, clock, places.home, QStringLiteral("token")};
     TerminalApp terminal{defaults, terminals, places};
-    Hub hub{{clock, accessibility, applications, workspace, prefs, terminal, makeAgents()}};
+    FakeMachine machine;
+    FakeHttp http;
+    QuillboxMode quillboxMode; ///< counts from the next reconnect on
+    HubClient hubClient{http, background, [this] { return quillboxMode; }};
+    Hub hub{{clock, accessibility, applications, workspace, prefs, terminal, makeQuillbox(), makeAgents()}};
 
+    std::unique_ptr<QuillboxSource> makeQuillbox()
+    {
+        return std::make_unique<QuillboxSource>(QuillboxSource::Needs{clock, machine, hubClient, places.home});
+    }
     std::unique_ptr<AgentsSource> makeAgents()
     {
         tools.installed.insert(QStringLiteral("claude"));
@@ -58,6 +70,14 @@ struct World {
     void refresh()
     {
         hub.refresh(false);
+        background.finishAll();
+    }
+    /// Connects to a hub that answers with this from now on.
+    void connectHub(const QByteArray &snapshot)
+    {
+        http.answer = [snapshot](const HttpRequest &) { return HttpReply{200, snapshot, {}}; };
+        quillboxMode = QuillboxMode::hub(QUrl(QStringLiteral("https://hub.example.net")), QStringLiteral("token"));
+        hub.quillbox()->reconnect();
         background.finishAll();
     }
     void wait(int milliseconds) { clock.advance(std::chrono::milliseconds(milliseconds)); }

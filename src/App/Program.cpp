@@ -7,6 +7,7 @@
 #include "Design/Theme.h"
 #include "Platform/Posix/PosixLoopbackServer.h"
 #include "Tabs/Agents/AgentsSource.h"
+#include "Tabs/Quillbox/QuillboxSource.h"
 
 #include <QApplication>
 #include <QDir>
@@ -40,7 +41,9 @@ Program::Program(const CommandLine &commandLine)
     , m_prefs(m_defaults, m_places, m_clock)
     , m_installer(m_files, m_clock, m_places.home, hookToken(m_defaults))
     , m_terminal(m_defaults, m_platform.terminals, m_places)
-    , m_hub({m_clock, m_platform.accessibility, m_platform.applications, m_platform.workspace, m_prefs, m_terminal, makeAgents()})
+    , m_hubClient(m_http, m_background)
+    , m_hub({m_clock, m_platform.accessibility, m_platform.applications, m_platform.workspace, m_prefs, m_terminal,
+             makeQuillbox(), makeAgents()})
     , m_ui(m_clock, m_prefs)
     , m_strip(m_hub)
     , m_peekLine(m_hub)
@@ -74,6 +77,11 @@ Program::Program(const CommandLine &commandLine)
 Program::~Program()
 {
     m_tools.stop();
+}
+
+std::unique_ptr<QuillboxSource> Program::makeQuillbox()
+{
+    return std::make_unique<QuillboxSource>(QuillboxSource::Needs{m_clock, m_platform.machine, m_hubClient, m_places.home});
 }
 
 std::unique_ptr<AgentsSource> Program::makeAgents()

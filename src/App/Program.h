@@ -3,6 +3,7 @@
 #include "App/AppDelegate.h"
 #include "App/Windows.h"
 #include "Core/HookInstaller.h"
+#include "Core/Http.h"
 #include "Core/Hub.h"
 #include "Core/Prefs.h"
 #include "Core/TerminalApp.h"
@@ -21,6 +22,7 @@
 #include "Shell/PeekLine.h"
 #include "Shell/UI.h"
 #include "Shell/VeltoPanel.h"
+#include "Tabs/Quillbox/HubClient.h"
 
 namespace velto {
 
@@ -33,6 +35,7 @@ public:
     ~Program();
 
 private:
+    std::unique_ptr<QuillboxSource> makeQuillbox();
     std::unique_ptr<AgentsSource> makeAgents();
     void showPanel();
     void painted();
@@ -49,6 +52,8 @@ private:
     Prefs m_prefs;
     HookInstaller m_installer;
     TerminalApp m_terminal;
+    Http m_http;
+    HubClient m_hubClient;
     Hub m_hub;
     UI m_ui;
     CollapsedStrip m_strip;

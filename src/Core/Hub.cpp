@@ -4,6 +4,7 @@
 #include "Platform/Applications.h"
 #include "Platform/Workspace.h"
 #include "Tabs/Agents/AgentsSource.h"
+#include "Tabs/Quillbox/QuillboxSource.h"
 
 #include <algorithm>
 #include <array>
@@ -32,10 +33,11 @@ Hub::Hub(Needs needs, QObject *parent)
     , m_prefs(needs.prefs)
     , m_terminal(needs.terminal)
     , m_peeks(needs.clock, needs.accessibility)
+    , m_quillbox(std::move(needs.quillbox))
     , m_agents(std::move(needs.agents))
     , m_updated(m_clock.wallTime())
 {
-    m_sources = {{Tab::Agents, m_agents.get()}};
+    m_sources = {{Tab::Agents, m_agents.get()}, {Tab::Quillbox, m_quillbox.get()}};
     m_lastTabs = tabs();
 
     connect(&m_peeks, &PeekQueue::onShowChanged, this, [this] {
@@ -50,6 +52,11 @@ Hub::Hub(Needs needs, QObject *parent)
             Q_EMIT changed();
         });
     });
+    connect(m_quillbox.get(), &QuillboxSource::changed, this, [this] {
+        fixSelection(); // its tab comes and goes with the connection
+    });
+    m_agents->setOtherMac(m_quillbox->otherMacRows());
+    m_quillbox->onPeek = [this](Peek peek) { show(std::move(peek)); };
     m_agents->onPeek = [this](Peek peek) { show(std::move(peek)); };
 
     refresh(false);
@@ -74,8 +81,9 @@ QList<Tab> Hub::tabs() const
             return m_prefs.isOn(Prefs::Module::Todos);
         case Tab::Agents:
             return m_prefs.isOn(Prefs::Module::Agents);
-        case Tab::Home:
         case Tab::Quillbox:
+            return m_prefs.isOn(Prefs::Module::Todos) && m_quillbox->mode().isHub();
+        case Tab::Home:
         case Tab::Connect:
             break;
         }
@@ -117,6 +125,8 @@ void Hub::fixSelection()
 
 void Hub::refresh(bool)
 {
+    if (m_prefs.isOn(Prefs::Module::Todos))
+        m_quillbox->refresh();
     if (m_prefs.isOn(Prefs::Module::Agents))
         m_agents->refresh();
     fixSelection();

@@ -17,6 +17,7 @@ namespace velto {
 class Accessibility;
 class AgentsSource;
 class Applications;
+class QuillboxSource;
 class TerminalApp;
 class Workspace;
 
@@ -39,11 +40,13 @@ public:
         Workspace &workspace;
         Prefs &prefs;
         TerminalApp &terminal;
+        std::unique_ptr<QuillboxSource> quillbox;
         std::unique_ptr<AgentsSource> agents;
     };
     explicit Hub(Needs needs, QObject *parent = nullptr);
     ~Hub() override;
 
+    QuillboxSource *quillbox() const { return m_quillbox.get(); }
     AgentsSource *agents() const { return m_agents.get(); }
     Prefs &prefs() const { return m_prefs; }
 
@@ -93,6 +96,7 @@ private:
     Prefs &m_prefs;
     TerminalApp &m_terminal;
     PeekQueue m_peeks;
+    std::unique_ptr<QuillboxSource> m_quillbox; // before the agents, which show its rows
     std::unique_ptr<AgentsSource> m_agents;
     std::map<Tab, VeltoSource *> m_sources;
     QList<Tab> m_lastTabs;

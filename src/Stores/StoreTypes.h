@@ -9,6 +9,7 @@
 #include "Shell/PeekLine.h"
 #include "Shell/UI.h"
 #include "Tabs/Agents/AgentsSource.h"
+#include "Tabs/Quillbox/QuillboxSource.h"
 #include "Tabs/Todos/TodosSource.h"
 
 #include <QAbstractItemModel>
@@ -82,6 +83,13 @@ struct AccessibilityType {
     Q_GADGET
     QML_FOREIGN(velto::Accessibility)
     QML_NAMED_ELEMENT(DesktopAccessibility)
+    QML_UNCREATABLE("Made in C++")
+};
+
+struct QuillboxSourceType {
+    Q_GADGET
+    QML_FOREIGN(velto::QuillboxSource)
+    QML_NAMED_ELEMENT(QuillboxSource)
     QML_UNCREATABLE("Made in C++")
 };
 

@@ -33,23 +33,23 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("json");
         QTest::addColumn<QString>("expected");
-        const auto tags = [](const char *name, const QByteArray &tags, const QString &expected) {
-            QTest::newRow(name) << "[{\"id\":1,\"name\":\"T\",\"body\":\"B\",\"tags\":\"" + tags + "\"}]" << expected;
+        const auto tags = [](const char *name, QByteArray text, const QString &expected) {
+            text.replace('\'', "\\\"");
+            QTest::newRow(name) << "[{\"id\":1,\"name\":\"T\",\"body\":\"B\",\"tags\":\"" + text + "\"}]" << expected;
         };
-        const auto body = [](const char *name, const QByteArray &body, const QString &expected) {
-            QTest::newRow(name) << "[{\"id\":1,\"name\":\"T\",\"tags\":\"[]\",\"body\":\"" + body + "\"}]" << expected;
+        const auto body = [](const char *name, const QByteArray &text, const QString &expected) {
+            QTest::newRow(name) << "[{\"id\":1,\"name\":\"T\",\"tags\":\"[]\",\"body\":\"" + text + "\"}]" << expected;
         };
         const QString plain = u"1|T|B||me||office|2|"_s;
         const QString start = u"1|T|text||me||office|2|"_s;
         tags("no tags", "[]", plain);
-        tags("every tag",
-             "[\\\"due:2026-01-02\\\",\\\"who:Kim\\\",\\\"project:p\\\",\\\"scope:personal\\\",\\\"prio:1\\\",\\\"odd\\\"]",
+        tags("every tag", "['due:2026-01-02','who:Kim','project:p','scope:personal','prio:1','odd']",
              u"1|T|B|2026-01-02|Kim|p|personal|1|"_s);
-        tags("further colons stay", "[\\\"due:2026-01-02:x\\\"]", u"1|T|B|2026-01-02:x|me||office|2|"_s);
-        tags("the last one counts", "[\\\"who:a\\\",\\\"who:b\\\"]", u"1|T|B||b||office|2|"_s);
-        tags("open", "[\\\"status:open\\\"]", plain);
-        tags("done", "[\\\"status:done\\\"]", QString());
-        tags("another status", "[\\\"status:Open\\\"]", QString());
+        tags("further colons stay", "['due:2026-01-02:x']", u"1|T|B|2026-01-02:x|me||office|2|"_s);
+        tags("the last one counts", "['who:a','who:b']", u"1|T|B||b||office|2|"_s);
+        tags("open", "['status:open']", plain);
+        tags("done", "['status:done']", QString());
+        tags("another status", "['status:Open']", QString());
         tags("tags are no JSON", "due:x", QString());
         tags("tags are an object", "{}", QString());
         tags("a tag is a number", "[1]", QString());
@@ -61,7 +61,7 @@ private Q_SLOTS:
                                         {"1.5", "2"},
                                         {" 1", "2"},
                                         {"99999999999999999999", "2"}})
-            tags(qPrintable(u"prio:%1"_s.arg(QLatin1StringView(tag))), "[\\\"prio:" + QByteArray(tag) + "\\\"]",
+            tags(qPrintable(u"prio:%1"_s.arg(QLatin1StringView(tag))), "['prio:" + QByteArray(tag) + "']",
                  u"1|T|B||me||office|%1|"_s.arg(QLatin1StringView(prio)));
 
         body("no comments", R"(text\n\n## Comments\n)", start);

@@ -24,11 +24,17 @@ TodoRows::Content contentOf(const QList<Todo> &todos)
     return content;
 }
 
+QString textOf(const QAbstractItemModel &model, int row)
+{
+    const QModelIndex index = model.index(row, 0);
+    return index.data(TodoRows::RowId).toString() + u' ' + index.data(TodoRows::Title).toString();
+}
+
 QStringList texts(const QAbstractItemModel &model)
 {
     QStringList result;
     for (int i = 0; i < model.rowCount(); ++i)
-        result += model.index(i, 0).data(TodoRows::RowId).toString() + u' ' + model.index(i, 0).data(TodoRows::Title).toString();
+        result += textOf(model, i);
     return result;
 }
 
@@ -36,10 +42,11 @@ QStringList texts(const QAbstractItemModel &model)
 class Follower : public QObject {
 public:
     explicit Follower(TodoRows &model)
+        : rows(texts(model))
     {
         connect(&model, &TodoRows::rowsInserted, this, [&](const QModelIndex &, int first, int last) {
             for (int i = first; i <= last; ++i)
-                rows.insert(i, textOfRow(model, i));
+                rows.insert(i, textOf(model, i));
             ++steps;
         });
         connect(&model, &TodoRows::rowsRemoved, this, [&](const QModelIndex &, int first, int last) {
@@ -52,16 +59,13 @@ public:
         });
         connect(&model, &TodoRows::dataChanged, this, [&](const QModelIndex &first, const QModelIndex &last) {
             for (int i = first.row(); i <= last.row(); ++i)
-                rows[i] = textOfRow(model, i);
+                rows[i] = textOf(model, i);
             ++steps;
         });
     }
 
     QStringList rows;
     int steps = 0;
-
-private:
-    static QString textOfRow(const TodoRows &model, int row) { return texts(model).value(row); }
 };
 
 } // namespace
@@ -99,7 +103,7 @@ private Q_SLOTS:
         model.setContent(contentOf(todos), {});
         const Follower follower(model);
         const QPersistentModelIndex watched = model.index(251, 0);
-        const auto steps = [&, before = 0]() mutable {
+        auto steps = [&, before = 0]() mutable {
             model.setContent(contentOf(todos), {});
             return follower.steps - std::exchange(before, follower.steps);
         };

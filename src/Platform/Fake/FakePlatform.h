@@ -9,6 +9,7 @@
 #include "Platform/HotKey.h"
 #include "Platform/Keychain.h"
 #include "Platform/LoginItem.h"
+#include "Platform/Machine.h"
 #include "Platform/PanelWindow.h"
 #include "Platform/Session.h"
 #include "Platform/StatusItem.h"
@@ -142,6 +143,13 @@ public:
 
     bool installed(const QString &identifier) const override { return present.contains(identifier); }
     void launch(const QString &identifier, const QString &commandLine) override { launched.append({identifier, commandLine}); }
+};
+
+class FakeMachine final : public Machine {
+public:
+    QString name = QStringLiteral("Desk");
+
+    QString displayName() const override { return name; }
 };
 
 class FakeHotKey final : public HotKey {

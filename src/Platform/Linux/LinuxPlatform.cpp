@@ -71,6 +71,7 @@ LinuxPlatform::LinuxPlatform(Clock &clock, Files &files, const Places &places)
     , session(clock)
     , accessibility(files, configurationFolder())
     , terminals(places)
+    , machine(files)
 {
     // The choice was for us alone: a terminal that we start makes its own.
     if (std::exchange(platformChosenHere, false))

@@ -4,6 +4,7 @@
 #include "Platform/Linux/AutostartLoginItem.h"
 #include "Platform/Linux/EwmhApplications.h"
 #include "Platform/Linux/LibsecretKeychain.h"
+#include "Platform/Linux/LinuxMachine.h"
 #include "Platform/Linux/LinuxTerminals.h"
 #include "Platform/Linux/LogindSession.h"
 #include "Platform/Linux/PortalAppearance.h"
@@ -48,6 +49,7 @@ struct LinuxPlatform {
     QtClipboard clipboard;
     XdgWorkspace workspace;
     LinuxTerminals terminals;
+    LinuxMachine machine;
     QtFolderPanel folderPanel;
     PortalAppearance appearance;
 };

@@ -40,6 +40,8 @@ class AgentsSource : public VeltoSource {
     Q_PROPERTY(bool waitingExpanded READ waitingExpanded NOTIFY changed FINAL)
     Q_PROPERTY(int hiddenWaiting READ hiddenWaiting NOTIFY changed FINAL)
     Q_PROPERTY(QAbstractItemModel *tools READ toolRows CONSTANT FINAL)
+    /// The sessions on the user's other machine: rowId, name, age, spoken; null where nobody knows of any.
+    Q_PROPERTY(QAbstractItemModel *otherMac READ otherMac NOTIFY changed FINAL)
     Q_PROPERTY(bool scanning READ scanning NOTIFY changed FINAL)
     Q_PROPERTY(bool scanned READ scanned NOTIFY changed FINAL)
     /// When the last scan ended, as the line beside the button says it; empty before the first.
@@ -95,6 +97,7 @@ public:
 
     QAbstractItemModel *runningRows() { return &m_runningRows; }
     QAbstractItemModel *waitingRows() { return &m_waitingRows; }
+    QAbstractItemModel *otherMac() const { return m_otherMac; }
     QAbstractItemModel *toolRows() { return &m_toolRows; }
     bool waitingFolds() const { return waitingCount() >= kFoldsFrom; }
     bool waitingExpanded() const { return m_waitingExpanded; }
@@ -112,6 +115,8 @@ public:
     Q_INVOKABLE void refresh();
     /// One pass over other AI tools and the listing. Does nothing while one is under way.
     Q_INVOKABLE void scan();
+    /// What a memory hub tells of the user's other machine. Outlives the source.
+    void setOtherMac(QAbstractItemModel *rows) { m_otherMac = rows; }
     void hook(const HookEvent &event);
     void permission(const HookEvent &event, const Peek::Decide &decide);
     Q_INVOKABLE void installHooks();
@@ -184,6 +189,7 @@ private:
     RowModel m_runningRows;
     RowModel m_waitingRows;
     RowModel m_toolRows;
+    QAbstractItemModel *m_otherMac = nullptr;
 };
 
 } // namespace velto

@@ -192,8 +192,25 @@ FocusScope {
                 Accessible.role: Accessible.StaticText
                 Accessible.name: text
             }
+            SectionLabel {
+                visible: otherMac.count > 0
+                text: qsTr("On your other Mac · via Quillbox")
+            }
+            Column {
+                width: parent.width
+
+                Repeater {
+                    id: otherMac
+
+                    model: root.source.otherMac
+
+                    OtherMacRow {
+                        width: list.width
+                    }
+                }
+            }
             EmptyNote {
-                visible: root.source.empty
+                visible: root.source.empty && otherMac.count === 0
                 symbol: "sparkle"
                 text: qsTr("No agents are running right now")
             }

@@ -98,8 +98,8 @@ HubClient::Answer<VeltoSnapshot> HubClient::snapshot() const
     if (!body)
         co_return body.error();
     // A long list takes longer to read than a frame may.
-    Result<VeltoSnapshot, QString> decoded =
-        co_await inBackground(background, [json = *body] { return VeltoSnapshot::decode(json); });
+    auto decoding = inBackground(background, [json = *body] { return VeltoSnapshot::decode(json); });
+    Result<VeltoSnapshot, QString> decoded = co_await decoding;
     if (!decoded)
         co_return notUnderstood(decoded.error());
     co_return *std::move(decoded);

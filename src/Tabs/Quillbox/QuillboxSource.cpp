@@ -36,19 +36,14 @@ SourceState notConnected()
                                     QuillboxSource::tr("It's optional — connect it in Settings to see your todos here."));
 }
 
-QList<QByteArray> roles()
-{
-    return {"rowId", "symbol", "name", "age", "spoken"};
-}
-
 } // namespace
 
 QuillboxSource::QuillboxSource(Needs needs, QObject *parent)
     : VeltoSource(parent)
     , m_needs(std::move(needs))
     , m_mode(m_needs.client.current())
-    , m_handoffRows(roles())
-    , m_heardRows(roles())
+    , m_rows({"rowId", "section", "symbol", "heard", "name", "age", "spoken"})
+    , m_otherMacRows({"rowId", "name", "age", "spoken"})
 {
     publish();
 }
@@ -232,26 +227,38 @@ void QuillboxSource::publish()
     const bool same = next == m_published;
     m_published = next;
     // The ages change also where nothing else does.
-    QList<RowModel::Row> rows;
+    publishRows();
+    if (!same)
+        Q_EMIT changed();
+}
+
+void QuillboxSource::publishRows()
+{
+    const auto spoken = [](const QString &name, const QString &age) {
+        return age.isEmpty() ? name : tr("%1, %2 ago").arg(name, age);
+    };
     const QString slug = hostSlug();
+    QList<RowModel::Row> rows;
+    QList<RowModel::Row> otherMac;
     for (const VeltoSnapshot::Handoff &handoff : std::as_const(m_snapshot.handoffs)) {
         const bool here = cameFrom(handoff, slug);
+        const QString id = u"session "_s + QString::number(handoff.id);
         const QString name = nameOf(handoff);
         const QString age = ageOf(handoff.at);
-        const QString spoken = age.isEmpty() ? name : tr("%1, %2 ago").arg(name, age);
-        rows.append({QString::number(handoff.id), here ? u"laptopcomputer"_s : u"laptopcomputer.and.arrow.down"_s, name, age,
-                     (here ? tr("This Mac: %1") : tr("Other Mac: %1")).arg(spoken)});
+        const QString words = (here ? tr("This Mac: %1") : tr("Other Mac: %1")).arg(spoken(name, age));
+        rows.append({id, tr("Live sessions · last 6 hours"), here ? u"laptopcomputer"_s : u"laptopcomputer.and.arrow.down"_s,
+                     false, name, age, words});
+        if (!here)
+            otherMac.append({id, name, age.isEmpty() ? tr("Handoff") : tr("Handoff %1 ago").arg(age), words});
     }
-    m_handoffRows.setRows(rows);
-    rows.clear();
     for (const VeltoSnapshot::Heard &heard : std::as_const(m_snapshot.heard)) {
         const QString name = nameOf(heard);
         const QString age = ageOf(heard.at);
-        rows.append({QString::number(heard.id), u"ear"_s, name, age, age.isEmpty() ? name : tr("%1, %2 ago").arg(name, age)});
+        rows.append({u"heard "_s + QString::number(heard.id), tr("Heard by Tolver · last 24 hours"), u"ear"_s, true, name, age,
+                     spoken(name, age)});
     }
-    m_heardRows.setRows(rows);
-    if (!same)
-        Q_EMIT changed();
+    m_rows.setRows(rows);
+    m_otherMacRows.setRows(otherMac);
 }
 
 QString QuillboxSource::hostSlug() const

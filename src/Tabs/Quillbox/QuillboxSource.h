@@ -25,6 +25,7 @@ struct HubError;
 class QuillboxSource : public VeltoSource {
     Q_OBJECT
     Q_PROPERTY(velto::SourceState state READ state NOTIFY changed FINAL)
+    Q_PROPERTY(bool failed READ isFailed NOTIFY changed FINAL)
     Q_PROPERTY(bool local READ isLocal NOTIFY changed FINAL)
     Q_PROPERTY(QString modeLabel READ modeLabel NOTIFY changed FINAL)
     /// "Saved today: …"; empty if nothing was.
@@ -35,10 +36,8 @@ class QuillboxSource : public VeltoSource {
     /// The card's answer, while it is open; empty otherwise.
     Q_PROPERTY(QString cardAnswer READ cardAnswer NOTIFY changed FINAL)
     Q_PROPERTY(bool offersAnswer READ offersAnswer NOTIFY changed FINAL)
-    /// rowId, symbol, name, age, spoken
-    Q_PROPERTY(QAbstractItemModel *handoffs READ handoffRows CONSTANT FINAL)
-    /// rowId, symbol, name, age, spoken
-    Q_PROPERTY(QAbstractItemModel *heard READ heardRows CONSTANT FINAL)
+    /// The sessions, and then what was heard: rowId, section (its heading), symbol, heard, name, age, spoken.
+    Q_PROPERTY(QAbstractItemModel *rows READ rows CONSTANT FINAL)
     /// There is neither a card nor a row.
     Q_PROPERTY(bool empty READ isEmpty NOTIFY changed FINAL)
 public:
@@ -63,6 +62,7 @@ public:
     bool showGrip() const { return m_showGrip; }
     HubClient &client() const { return m_needs.client; }
 
+    bool isFailed() const { return m_state.kind() == SourceState::Kind::Failed; }
     bool isLocal() const { return m_mode.isLocal(); }
     QString modeLabel() const { return m_mode.label(m_needs.home); }
     QString savedToday() const;
@@ -71,8 +71,9 @@ public:
     QString cardQuestion() const;
     QString cardAnswer() const;
     bool offersAnswer() const;
-    QAbstractItemModel *handoffRows() { return &m_handoffRows; }
-    QAbstractItemModel *heardRows() { return &m_heardRows; }
+    QAbstractItemModel *rows() { return &m_rows; }
+    /// The rows of otherMac(), for the tab of the agents: rowId, name, age, spoken.
+    QAbstractItemModel *otherMacRows() { return &m_otherMacRows; }
     bool isEmpty() const { return !m_snapshot.gap && m_snapshot.handoffs.isEmpty() && m_snapshot.heard.isEmpty(); }
 
     /// The sessions of other machines, in the hub's order.
@@ -109,6 +110,7 @@ private:
     void heardPeek(const VeltoSnapshot &next) const;
     void handoffPeek(const VeltoSnapshot &next) const;
     void publish();
+    void publishRows();
     QString hostSlug() const;
     QString ageOf(const QString &at) const;
 
@@ -125,8 +127,8 @@ private:
     bool m_fetching = false;
     int m_connection = 0; ///< counts the reconnects
     Published m_published;
-    RowModel m_handoffRows;
-    RowModel m_heardRows;
+    RowModel m_rows;
+    RowModel m_otherMacRows;
 };
 
 } // namespace velto

@@ -43,6 +43,13 @@ QList<Piece> longForm(const QLocale &locale)
     return piecesOf(locale.dateFormat(QLocale::LongFormat));
 }
 
+/// What of a text between two fields belongs to the first of them: the sign for the day behind its number, but not ", ".
+QString ownEnd(const Piece &piece)
+{
+    const auto isTie = [](QChar c) { return c.isSpace() || c == u','; };
+    return piece.text.left(std::ranges::find_if(piece.text, isTie) - piece.text.begin());
+}
+
 /// Takes a field out, and what ties it to its neighbours: what stands before it, or at the beginning, behind it.
 template <typename IsDropped> QList<Piece> without(QList<Piece> pieces, IsDropped isDropped)
 {
@@ -56,8 +63,9 @@ template <typename IsDropped> QList<Piece> without(QList<Piece> pieces, IsDroppe
         return pieces;
     }
     const bool isLast = std::none_of(found + 1, pieces.end(), isField);
-    const qsizetype begin = pieces[place - 1].isField ? place : place - 1;
-    pieces.remove(begin, (isLast ? pieces.size() : place + 1) - begin);
+    pieces.remove(place, isLast ? pieces.size() - place : 1);
+    if (Piece &before = pieces[place - 1]; !before.isField)
+        before.text = ownEnd(before);
     return pieces;
 }
 

@@ -114,7 +114,7 @@ QString summaryText(const TodoLists::Result &result)
         pieces += tr(QT_TRANSLATE_NOOP("TodosSource", "%1 overdue")).arg(result.overdueHere);
     if (result.highHere > 0)
         pieces += tr(QT_TRANSLATE_NOOP("TodosSource", "%1 high priority")).arg(result.highHere);
-    return pieces.join(" · "_L1);
+    return pieces.join(u" · "_s);
 }
 
 } // namespace velto

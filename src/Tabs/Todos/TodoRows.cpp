@@ -311,7 +311,7 @@ int TodoRows::rowCount(const QModelIndex &parent) const
 
 QVariant TodoRows::data(const QModelIndex &index, int role) const
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid) || role < RowId)
         return {};
     const Row &row = m_content.rows[index.row()];
     if (role == RowId)

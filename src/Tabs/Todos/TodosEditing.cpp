@@ -223,7 +223,8 @@ QCoro::Task<> TodosSource::hubWrite(QString path, QJsonObject json)
 {
     const QPointer<TodosSource> self(this);
     const HubClient &client = m_needs.quillbox.client();
-    const auto answer = co_await client.request(path, "POST", json, client.current());
+    const auto asked = client.request(path, "POST", json, client.current());
+    const auto answer = co_await asked;
     if (!self)
         co_return;
     if (!answer)

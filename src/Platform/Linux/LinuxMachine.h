@@ -1,0 +1,25 @@
+#pragma once
+
+#include "Platform/Machine.h"
+
+#include <QByteArray>
+
+namespace velto {
+
+class Files;
+
+/// The pretty host name that the user chose (/etc/machine-info), else the host name.
+class LinuxMachine final : public Machine {
+public:
+    explicit LinuxMachine(const Files &files);
+
+    QString displayName() const override;
+
+private:
+    const Files &m_files;
+};
+
+/// The PRETTY_HOSTNAME of such a file; empty if it has none. See machine-info(5).
+QString prettyHostName(const QByteArray &machineInfo);
+
+} // namespace velto
