@@ -10,6 +10,8 @@ Item {
     required property string label
     property string help
     property real corner: Theme.radiusControl
+    /// Whether Return presses it. Where it doesn't, Return is left to what stands around it, a form's default button say.
+    property bool takesReturn: true
     /// Off where something else shows who has the keyboard.
     property bool ringed: true
     property bool hovered: hover.hovered && root.enabled
@@ -41,7 +43,7 @@ Item {
             if (event.key === Qt.Key_Space) {
                 keys.held = true;
                 event.accepted = true;
-            } else if ((event.key === Qt.Key_Return || event.key === Qt.Key_Enter) && !event.isAutoRepeat) {
+            } else if (root.takesReturn && (event.key === Qt.Key_Return || event.key === Qt.Key_Enter) && !event.isAutoRepeat) {
                 event.accepted = true;
                 root.clicked();
             }

@@ -11,10 +11,13 @@ Rectangle {
 
     /// The panel's black stands this far from the window's sides, and a little more.
     readonly property int side: 18
-    readonly property Item scene: root.target.Window.contentItem
+    /// Set once: a binding would move this out of a window that is about to go.
+    property Item scene: null
     readonly property point below: root.scene
         ? root.target.mapToItem(root.scene, root.target.width / 2 - root.width / 2, root.target.height + 6) : Qt.point(0, 0)
     readonly property bool flipped: root.scene !== null && root.below.y + root.height > root.scene.height - 4
+
+    Component.onCompleted: root.scene = root.target.Window.contentItem
 
     parent: root.scene
     x: root.scene ? Math.round(Math.max(root.side, Math.min(root.below.x, root.scene.width - root.width - root.side))) : 0

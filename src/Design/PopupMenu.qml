@@ -17,7 +17,8 @@ Item {
 
     /// See TabOrder.
     readonly property bool trapsFocus: true
-    readonly property Item scene: root.target.Window.contentItem
+    /// Set once: a binding would move this out of a window that is about to go.
+    property Item scene: null
     property bool over: false
     property Item before: null
 
@@ -46,6 +47,7 @@ Item {
     }
 
     Component.onCompleted: {
+        root.scene = root.target.Window.contentItem;
         root.before = root.target.Window.activeFocusItem;
         repeater.itemAt(0).forceActiveFocus();
     }

@@ -9,6 +9,8 @@ Rectangle {
     property Item target: null
     /// The row that the tab stands in.
     required property Item row
+    /// Off while it is put in its first place.
+    property bool glides: true
 
     x: root.row.x + (root.target ? root.target.x : 0)
     y: root.row.y + (root.target ? root.target.y : 0)
@@ -19,9 +21,11 @@ Rectangle {
     color: Theme.at(Theme.accent, 0.22)
 
     Behavior on x {
+        enabled: root.glides
         Spring {}
     }
     Behavior on width {
+        enabled: root.glides
         Spring {}
     }
 }

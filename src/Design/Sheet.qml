@@ -14,7 +14,8 @@ FocusScope {
 
     /// See TabOrder.
     readonly property bool trapsFocus: true
-    readonly property Item scene: root.target.Window.contentItem
+    /// Set once: a binding would move this out of a window that is about to go.
+    property Item scene: null
     property Item before: null
 
     parent: root.scene
@@ -25,6 +26,7 @@ FocusScope {
     Accessible.name: root.title
     Keys.onEscapePressed: root.cancelled()
     Component.onCompleted: {
+        root.scene = root.target.Window.contentItem;
         root.before = root.target.Window.activeFocusItem;
         root.forceActiveFocus();
     }

@@ -55,6 +55,8 @@ class Theme : public QObject {
     Q_PROPERTY(int radiusRow MEMBER kRadiusRow CONSTANT FINAL)
     Q_PROPERTY(int radiusControl MEMBER kRadiusControl CONSTANT FINAL)
     Q_PROPERTY(int paddingCard MEMBER kPaddingCard CONSTANT FINAL)
+    /// The height of a field, a segmented control and whatever stands in a row with them.
+    Q_PROPERTY(int controlHeight MEMBER kControlHeight CONSTANT FINAL)
     Q_PROPERTY(int gap MEMBER kGap CONSTANT FINAL)
     Q_PROPERTY(int gapTight MEMBER kGapTight CONSTANT FINAL)
     Q_PROPERTY(int gapSection MEMBER kGapSection CONSTANT FINAL)
@@ -97,6 +99,7 @@ public:
     static constexpr int kRadiusRow = 10;
     static constexpr int kRadiusControl = 8;
     static constexpr int kPaddingCard = 12;
+    static constexpr int kControlHeight = 28;
     static constexpr int kGap = 8;
     static constexpr int kGapTight = 5;
     static constexpr int kGapSection = 14;

@@ -113,10 +113,3 @@ struct DraftFormType {
     QML_NAMED_ELEMENT(DraftForm)
     QML_UNCREATABLE("Made in C++")
 };
-
-struct DateFieldType {
-    Q_GADGET
-    QML_FOREIGN(velto::DateField)
-    QML_NAMED_ELEMENT(DateField)
-    QML_UNCREATABLE("Made in C++")
-};

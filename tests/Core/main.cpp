@@ -1,3 +1,4 @@
+#include "Core/DateModelTest.h"
 #include "Core/HubTest.h"
 #include "Core/PeekQueueTest.h"
 #include "Core/PrefsTest.h"
@@ -6,5 +7,5 @@
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    return velto::runTests<velto::PeekQueueTest, velto::PrefsTest, velto::HubTest>(argc, argv);
+    return velto::runTests<velto::PeekQueueTest, velto::PrefsTest, velto::HubTest, velto::DateModelTest>(argc, argv);
 }

@@ -128,6 +128,16 @@ void LayersTest::aMenuClosesByAPressElsewhere()
     QVERIFY(focused().isEmpty()); // who works with the pointer sees no ring
 }
 
+void LayersTest::anOpenMenuGoesWithItsWindow()
+{
+    show(kMenu);
+    press(Qt::Key_Tab);
+    press(Qt::Key_Return);
+    QVERIFY(m_root->property("open").toBool());
+    m_tabOrder.reset();
+    m_view.reset(); // and nothing crashes
+}
+
 void LayersTest::aSheetKeepsTheKeyboard()
 {
     show(u"Item { id: root; width: 400; height: 300\n"

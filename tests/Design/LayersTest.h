@@ -20,6 +20,7 @@ private Q_SLOTS:
     void tabPassesAScrolledListAsOne();
     void aMenuIsWorkedByKeys();
     void aMenuClosesByAPressElsewhere();
+    void anOpenMenuGoesWithItsWindow();
     void aSheetKeepsTheKeyboard();
 
 private:

@@ -1,3 +1,4 @@
+#include "Design/FieldsTest.h"
 #include "Design/LayersTest.h"
 #include "Design/PlainTest.h"
 #include "Design/PrimitivesTest.h"
@@ -19,5 +20,6 @@ int main(int argc, char **argv)
     run(velto::PlainTest());
     run(velto::PrimitivesTest());
     run(velto::LayersTest());
+    run(velto::FieldsTest());
     return failed;
 }

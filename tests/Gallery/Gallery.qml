@@ -9,9 +9,31 @@ Rectangle {
 
     required property list<string> symbols
     required property var feeds
+    required property DateModel date
+    required property DateModel wrong
+    /// A picture is taken: what stands over the rest is open.
+    required property bool still
 
     width: 1160
-    height: 960
+    height: 1380
+
+    Component.onCompleted: {
+        if (root.still)
+            dateField.open();
+    }
+
+    ListModel {
+        id: filters
+
+        ListElement { value: "Today"; text: "Today"; selected: false }
+        ListElement { value: "Overdue"; text: "Overdue"; selected: true }
+        ListElement { value: "Upcoming"; text: "Upcoming"; selected: false }
+        ListElement { value: "All"; text: "All"; selected: false }
+    }
+    function choose(value: string): void {
+        for (let i = 0; i < filters.count; ++i)
+            filters.setProperty(i, "selected", filters.get(i).value === value);
+    }
     color: "black"
 
     Column {
@@ -223,6 +245,168 @@ Rectangle {
             Chip {
                 text: "2"
                 symbol: "text.bubble"
+            }
+        }
+
+        Sample {
+            name: "SegmentedControl"
+
+            SegmentedControl {
+                title: "Show"
+                options: filters
+                onChosen: value => root.choose(value)
+            }
+        }
+
+        Sample {
+            name: "TextInputField"
+
+            TextInputField {
+                width: 150
+                label: "Search"
+                prompt: "Search todos"
+                symbol: "magnifyingglass"
+                clearable: true
+                onEdited: text => this.text = text
+            }
+            TextInputField {
+                width: 150
+                label: "Search"
+                symbol: "magnifyingglass"
+                clearable: true
+                text: "Largely irrelevant words, long"
+                onEdited: text => this.text = text
+            }
+            TextInputField {
+                width: 110
+                label: "Focused"
+                text: "Focused"
+
+                FieldBox {
+                    anchors.fill: parent
+                    focused: true
+                }
+            }
+            TextInputField {
+                width: 110
+                label: "Token"
+                text: "secret"
+                secure: true
+            }
+            TextInputField {
+                width: 80
+                label: "Wrong"
+                text: "Wrong"
+                wrong: true
+            }
+            TextInputField {
+                width: 80
+                label: "Off"
+                text: "Disabled"
+                enabled: false
+            }
+        }
+
+        Sample {
+            name: "TextAreaField"
+
+            TextAreaField {
+                width: 230
+                label: "Notes"
+                prompt: "Notes (optional)"
+            }
+            TextAreaField {
+                width: 230
+                label: "Notes"
+                text: "One line,\nanother one,\na third that is too long to stand in one line only,\nand\nmore\nand more"
+            }
+        }
+
+        Sample {
+            name: "Check, Switch"
+
+            CheckField {
+                text: "Due"
+            }
+            CheckField {
+                text: "Due"
+                checked: true
+                onToggled: checked => this.checked = checked
+            }
+            CheckField {
+                text: "Hovered"
+                hovered: true
+            }
+            CheckField {
+                text: "Focused"
+                checked: true
+
+                FocusRing {
+                    corner: 6
+                    visible: true
+                }
+            }
+            CheckField {
+                text: "Disabled"
+                enabled: false
+            }
+            SwitchField {
+                text: "Off"
+                onToggled: checked => this.checked = checked
+            }
+            SwitchField {
+                text: "On"
+                checked: true
+                onToggled: checked => this.checked = checked
+            }
+        }
+
+        Sample {
+            name: "DateField"
+
+            DateField {
+                label: "Due date"
+                date: root.date
+            }
+            DateField {
+                label: "Due date"
+                date: root.wrong
+                typing: true
+            }
+            DoneButton {
+                label: "Mark done"
+            }
+            DoneButton {
+                label: "Mark done"
+                hovered: true
+            }
+        }
+
+        Sample {
+            name: "NoticeBar"
+
+            Column {
+                spacing: 6
+
+                NoticeBar {
+                    width: 540
+                    symbol: "exclamationmark.triangle"
+                    tint: Theme.orange
+                    text: "Couldn't save that change to Quillbox (no details). Your list was reloaded."
+                    action: "Dismiss"
+                }
+                NoticeBar {
+                    width: 540
+                    symbol: "checkmark.circle.fill"
+                    tint: Theme.green
+                    text: "Done: Ask for the invoices"
+                    action: "Undo"
+                }
+                NoticeBar {
+                    width: 540
+                    symbol: "info.circle"
+                    text: "Read-only: to add, edit and comment from Velto, install the todo.py from integrations/quillbox. Marking done works."
+                }
             }
         }
 
@@ -558,6 +742,15 @@ Rectangle {
                 onClicked: sheet.active = false
             }
         }
+    }
+
+    DateField {
+        id: dateField
+
+        x: 910
+        y: 640
+        label: "Due date"
+        date: root.date
     }
 
     Grid {

@@ -1,10 +1,12 @@
 // Shows the design primitives in all their states, in a window or as a picture:
 //     velto-gallery [--picture FILE] [--scale N] [--reduced-motion]
 
+#include "Core/DateModel.h"
 #include "Core/SourceState.h"
 #include "Design/Symbols.h"
 #include "Design/TabOrder.h"
 #include "Design/Theme.h"
+#include "Platform/Fake/FakeClock.h"
 
 #include <QCommandLineParser>
 #include <QGuiApplication>
@@ -67,12 +69,20 @@ int main(int argc, char **argv)
     options.addOptions({picture, scale, reduced});
     options.process(app);
 
+    const velto::FakeClock clock;
+    velto::DateModel date(clock);
+    velto::DateModel wrong(clock);
+    wrong.type(u"soon"_s);
     QQuickView view;
     view.engine()->addImportPath(u"qrc:/qt/qml"_s);
     const velto::TabOrder tabOrder(view);
     view.setColor(Qt::black);
     view.setTitle(u"Velto gallery"_s);
-    view.setInitialProperties({{u"symbols"_s, symbolNames()}, {u"feeds"_s, feeds()}});
+    view.setInitialProperties({{u"symbols"_s, symbolNames()},
+                               {u"feeds"_s, feeds()},
+                               {u"date"_s, QVariant::fromValue(&date)},
+                               {u"wrong"_s, QVariant::fromValue(&wrong)},
+                               {u"still"_s, options.isSet(picture)}});
     view.setSource(QUrl(u"qrc:/qt/qml/Velto/Gallery/Gallery.qml"_s));
     if (view.status() != QQuickView::Ready)
         return 1;

@@ -216,44 +216,21 @@ private Q_SLOTS:
         QCOMPARE(source.form()->title(), u"b"_s);
     }
 
-    void theCalendar()
+    void aDateThatCannotBeReadIsAskedForAgain()
     {
         Desk desk;
-        DateField field(desk.clock);
-        const auto cell = [&](int place, int role) { return field.days()->index(place, 0).data(Qt::UserRole + role); };
-        QCOMPARE(field.text(), u"Sat, Nov 21, 2026"_s);
-        QCOMPARE(field.spoken(), u"Saturday, November 21, 2026"_s);
-        QCOMPARE(field.month(), u"November 2026"_s);
-        QCOMPARE(field.weekdays().join(u' '), u"Sun Mon Tue Wed Thu Fri Sat"_s);
-        QCOMPARE(field.days()->rowCount(), 42);
-        QCOMPARE(cell(0, 1), u"2026-11-01"_s);
-        QCOMPARE(field.selectedPlace(), 20);
-        QVERIFY(cell(20, 4).toBool() && cell(20, 5).toBool() && cell(20, 3).toBool() && !cell(41, 3).toBool());
-        field.turn(3);
-        QCOMPARE(field.month(), u"February 2027"_s);
-        QCOMPARE(field.selectedPlace(), -1);
-        field.moveDays(7);
-        QCOMPARE(field.month(), u"November 2026"_s);
-        field.pick(u"2027-01-31"_s);
-        field.moveMonths(1);
-        QCOMPARE(textOf(field.date()), u"2027-02-28"_s);
-        field.pick(u"nonsense"_s);
-        QCOMPARE(textOf(field.date()), u"2027-02-28"_s);
-        field.pickToday();
-        QCOMPARE(textOf(field.date()), Desk::kToday);
-        for (const auto &[typed, expected] : {std::pair{u"2028-02-29"_s, "2028-02-29"},
-                                              {u"3/4/27"_s, "2027-03-04"},
-                                              {u" Tuesday, March 2, 2027 "_s, "2027-03-02"},
-                                              {u"tomorrow"_s, nullptr}}) {
-            QCOMPARE(field.take(typed), expected != nullptr);
-            QCOMPARE(textOf(field.date()), QLatin1StringView(expected ? expected : "2027-03-02"));
-        }
-        field.pick(u"9999-12-31"_s);
-        field.moveDays(1); // a year of five digits is no date that could be kept
-        field.moveMonths(1);
-        field.turn(1);
-        QCOMPARE(textOf(field.date()), u"9999-12-31"_s);
-        QCOMPARE(field.month(), u"December 9999"_s);
+        TodosSource &source = desk.start();
+        source.newDraft();
+        source.form()->setTitle(u"a"_s);
+        const QSignalSpy focus(source.form(), &DraftForm::dateFocusWanted);
+        source.form()->date()->type(u"soon"_s);
+        source.form()->save();
+        QVERIFY(source.form()->shown());
+        QCOMPARE(focus.count(), 1);
+        source.form()->setHasDate(false); // then it doesn't matter
+        source.form()->save();
+        QVERIFY(!source.form()->shown());
+        QCOMPARE(source.todos().first().due, QString());
     }
 };
 

@@ -17,7 +17,7 @@ DraftForm::DraftForm(const Clock &clock, Save save, Cancel cancel, QObject *pare
     , m_priorities({"value", "text", "selected"})
     , m_scopes({"value", "text", "selected"})
 {
-    connect(&m_date, &DateField::changed, this, &DraftForm::changed);
+    connect(&m_date, &DateModel::changed, this, &DraftForm::changed);
     update();
 }
 
@@ -113,6 +113,10 @@ void DraftForm::toggleMore()
 
 void DraftForm::save()
 {
+    if (m_hasDate && m_date.unreadable()) {
+        Q_EMIT dateFocusWanted();
+        return;
+    }
     Todo todo = m_d;
     todo.due = m_hasDate ? textOf(m_date.date()) : QString();
     m_save(todo);

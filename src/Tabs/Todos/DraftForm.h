@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Core/DateModel.h"
 #include "Core/RowModel.h"
-#include "Tabs/Todos/DateField.h"
 #include "Tabs/Todos/Todo.h"
 
 #include <QObject>
@@ -21,7 +21,7 @@ class DraftForm : public QObject {
     Q_PROPERTY(QString who READ who WRITE setWho NOTIFY changed FINAL)
     Q_PROPERTY(QString project READ project WRITE setProject NOTIFY changed FINAL)
     Q_PROPERTY(bool hasDate READ hasDate WRITE setHasDate NOTIFY changed FINAL)
-    Q_PROPERTY(velto::DateField *date READ date CONSTANT FINAL)
+    Q_PROPERTY(velto::DateModel *date READ date CONSTANT FINAL)
     /// The segments of "Priority": value (what choosePriority() takes), text, selected.
     Q_PROPERTY(QAbstractItemModel *priorities READ priorities CONSTANT FINAL)
     /// The segments of "List": value (what chooseScope() takes), text, selected.
@@ -53,7 +53,7 @@ public:
     void setProject(const QString &project);
     bool hasDate() const { return m_hasDate; }
     void setHasDate(bool hasDate);
-    DateField *date() { return &m_date; }
+    DateModel *date() { return &m_date; }
     QAbstractItemModel *priorities() { return &m_priorities; }
     QAbstractItemModel *scopes() { return &m_scopes; }
     bool more() const { return m_more; }
@@ -64,6 +64,7 @@ public:
     Q_INVOKABLE void choosePriority(const QString &value);
     Q_INVOKABLE void chooseScope(const QString &value);
     Q_INVOKABLE void toggleMore();
+    /// Hands the todo over. A date that can't be read is asked for again first.
     Q_INVOKABLE void save();
     Q_INVOKABLE void cancel();
 
@@ -73,6 +74,8 @@ Q_SIGNALS:
     void changed();
     /// The title field is to take the focus: the form was opened, or asked for while it was open.
     void titleFocusWanted();
+    /// The date is to take the focus: what stands there is none.
+    void dateFocusWanted();
 
 private:
     template <typename Value> void set(Value &field, const Value &value);
@@ -84,7 +87,7 @@ private:
     bool m_shown = false;
     Todo m_d;
     bool m_hasDate = false;
-    DateField m_date;
+    DateModel m_date;
     bool m_more = false;
     Todo m_opened; ///< as it was when the form was opened
     QDate m_openedDate;

@@ -90,11 +90,6 @@ QString shortDate(const QString &text, const QLocale &locale)
     return locale.toString(day, formatOf(without(longForm(locale), [](const QString &field) { return field.startsWith(u'y'); })));
 }
 
-QString fullDate(QDate day, const QLocale &locale)
-{
-    return locale.toString(day, formatOf(longForm(locale)));
-}
-
 QString shortDateTime(const QDateTime &time, const QLocale &locale)
 {
     const QDateTime local = time.toLocalTime();

@@ -8,8 +8,6 @@ namespace velto {
 
 /// A "yyyy-MM-dd" for the user, in the order of the language: "Sat, Nov 21". What isn't such a day is returned as it is.
 QString shortDate(const QString &text, const QLocale &locale = QLocale());
-/// A day with its year: "Sat, Nov 21, 2026".
-QString fullDate(QDate day, const QLocale &locale = QLocale());
 /// Short date and time, for reading only: "Nov 21, 2026, 9:00 AM".
 QString shortDateTime(const QDateTime &time, const QLocale &locale = QLocale());
 

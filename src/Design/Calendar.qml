@@ -1,0 +1,236 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Velto.Design
+
+/// A month to pick a day from, over everything else in the window, at a control. The arrows go by days and weeks, Page Up and
+/// Down by months, with Shift by years, Home and End to the ends of the week; Return picks, Escape goes back to the day before.
+/// Who had the keyboard has it again then. Made when it is wanted.
+Item {
+    id: root
+
+    required property Item target
+    required property string label
+    required property DateModel date
+
+    signal closed
+
+    /// See TabOrder.
+    readonly property bool trapsFocus: true
+    /// Set once: a binding would move this out of a window that is about to go.
+    property Item scene: null
+    property Item before: null
+    property bool over: false
+    readonly property int cell: 30
+
+    parent: root.scene
+    anchors.fill: parent
+    z: 900
+    Accessible.role: Accessible.Dialog
+    Accessible.name: root.label + ", " + root.date.month
+
+    function finish(): void {
+        if (root.over)
+            return;
+        root.over = true;
+        (root.before ?? root.target).forceActiveFocus(Qt.PopupFocusReason);
+        root.closed();
+    }
+    function back(): void {
+        root.date.cancel();
+        root.finish();
+    }
+    // The keyboard is on the date.
+    function follow(): void {
+        days.itemAt(root.date.place)?.forceActiveFocus(Qt.TabFocusReason);
+    }
+    // From the day that has the keyboard, which is another one than the date on a turned page.
+    function press(day: string, event: KeyEvent): void {
+        const years = event.modifiers & Qt.ShiftModifier ? 12 : 1;
+        event.accepted = true;
+        root.date.pick(day);
+        switch (event.key) {
+        case Qt.Key_Left: root.date.moveDays(-1); break;
+        case Qt.Key_Right: root.date.moveDays(1); break;
+        case Qt.Key_Up: root.date.moveDays(-7); break;
+        case Qt.Key_Down: root.date.moveDays(7); break;
+        case Qt.Key_PageUp: root.date.moveMonths(-years); break;
+        case Qt.Key_PageDown: root.date.moveMonths(years); break;
+        case Qt.Key_Home: root.date.moveToWeekStart(); break;
+        case Qt.Key_End: root.date.moveToWeekEnd(); break;
+        }
+        root.follow();
+    }
+
+    Component.onCompleted: {
+        root.scene = root.target.Window.contentItem;
+        root.before = root.target.Window.activeFocusItem;
+        root.follow();
+    }
+    Keys.onEscapePressed: root.back()
+
+    MouseArea {
+        anchors.fill: parent
+        acceptedButtons: Qt.AllButtons
+        onPressed: root.back()
+        onWheel: wheel => wheel.accepted = true
+    }
+
+    Rectangle {
+        id: panel
+
+        readonly property int side: 24
+        readonly property point below: root.scene ? root.target.mapToItem(root.scene, 0, root.target.height + 4) : Qt.point(0, 0)
+        readonly property bool flipped: root.scene !== null && below.y + height > root.scene.height - 16
+
+        x: root.scene ? Math.round(Math.max(side, Math.min(below.x, root.scene.width - width - side))) : 0
+        y: Math.round(Math.max(8, flipped ? below.y - root.target.height - height - 8 : below.y))
+        width: 7 * root.cell + 20
+        height: column.height + 18
+        radius: 12
+        color: Theme.popover
+        border.width: 1
+        border.color: Theme.at("white", 0.14)
+
+        // A press between the days is no press elsewhere.
+        MouseArea {
+            property real turned: 0
+
+            anchors.fill: parent
+            acceptedButtons: Qt.AllButtons
+            onWheel: wheel => {
+                turned += wheel.angleDelta.y / 120;
+                const pages = Math.trunc(turned);
+                turned -= pages;
+                if (pages !== 0)
+                    root.date.turn(-pages);
+            }
+        }
+
+        Column {
+            id: column
+
+            x: 10
+            y: 9
+            spacing: 4
+
+            Item {
+                width: 7 * root.cell
+                height: 26
+
+                PlainText {
+                    x: 8
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: root.date.month
+                    size: Theme.textTitle
+                    weight: Font.DemiBold
+                    Accessible.ignored: true
+                }
+                IconButton {
+                    anchors.right: next.left
+                    symbol: "chevron.left"
+                    label: qsTr("Previous month")
+                    help: ""
+                    onClicked: root.date.turn(-1)
+                }
+                IconButton {
+                    id: next
+
+                    anchors.right: parent.right
+                    symbol: "chevron.right"
+                    label: qsTr("Next month")
+                    help: ""
+                    onClicked: root.date.turn(1)
+                }
+            }
+            Row {
+                Repeater {
+                    model: root.date.weekdays
+
+                    PlainText {
+                        required property string modelData
+
+                        width: root.cell
+                        text: modelData
+                        size: Theme.textTiny
+                        weight: Font.Medium
+                        color: Theme.glassTertiary
+                        elide: Text.ElideNone
+                        horizontalAlignment: Text.AlignHCenter
+                        Accessible.ignored: true
+                    }
+                }
+            }
+            Grid {
+                columns: 7
+
+                Repeater {
+                    id: days
+
+                    model: root.date.days
+
+                    ButtonBase {
+                        id: dayCell
+
+                        required property int index
+                        required property string day
+                        required property string number
+                        required property bool inMonth
+                        required property bool isToday
+                        required property bool selected
+                        required property string spoken
+
+                        label: dayCell.isToday ? qsTr("%1, today").arg(dayCell.spoken) : dayCell.spoken
+                        width: root.cell
+                        height: 28
+                        corner: 12
+                        activeFocusOnTab: dayCell.index === root.date.place || dayCell.activeFocus
+                        Accessible.selectable: true
+                        Accessible.selected: dayCell.selected
+                        onClicked: {
+                            root.date.pick(dayCell.day);
+                            root.finish();
+                        }
+                        Keys.onPressed: event => {
+                            const moves = [Qt.Key_Left, Qt.Key_Right, Qt.Key_Up, Qt.Key_Down, Qt.Key_PageUp, Qt.Key_PageDown,
+                                           Qt.Key_Home, Qt.Key_End];
+                            if (moves.includes(event.key))
+                                root.press(dayCell.day, event);
+                        }
+
+                        Rectangle {
+                            anchors.centerIn: parent
+                            width: 26
+                            height: 24
+                            radius: 12
+                            color: dayCell.selected ? Theme.at(Theme.ice, 0.85)
+                                                    : Theme.at("white", dayCell.pressed ? 0.2 : dayCell.hovered ? 0.12 : 0)
+                        }
+                        PlainText {
+                            anchors.centerIn: parent
+                            text: dayCell.number
+                            weight: dayCell.isToday || dayCell.selected ? Font.DemiBold : Font.Normal
+                            color: dayCell.selected ? Theme.popover : dayCell.isToday ? Theme.ice
+                                 : dayCell.inMonth ? Theme.glassPrimary : Theme.at("white", 0.42)
+                            Accessible.ignored: true
+                        }
+                    }
+                }
+            }
+            Item {
+                width: 7 * root.cell
+                height: 26
+
+                PillButton {
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    anchors.bottom: parent.bottom
+                    text: qsTr("Today")
+                    onClicked: {
+                        root.date.pickToday();
+                        root.finish();
+                    }
+                }
+            }
+        }
+    }
+}

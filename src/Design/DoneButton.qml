@@ -1,0 +1,20 @@
+import QtQuick
+import Velto.Design
+
+/// The circle that takes a todo off the list; it shows its tick to whoever is about to press it.
+ButtonBase {
+    id: root
+
+    readonly property bool ready: root.hovered || root.activeFocus
+
+    corner: root.height / 2
+    implicitWidth: 24
+    implicitHeight: 24
+
+    Symbol {
+        anchors.centerIn: parent
+        name: root.ready ? "checkmark.circle" : "circle"
+        size: Theme.textLarge
+        color: root.ready ? Theme.green : Theme.glassSecondary
+    }
+}

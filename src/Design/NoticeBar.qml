@@ -1,0 +1,54 @@
+import QtQuick
+import Velto.Design
+
+/// One line about what has just happened, with at most one thing to do about it. A screen reader says it when it comes.
+Rectangle {
+    id: root
+
+    required property string symbol
+    required property string text
+    property color tint: Theme.ice
+    property string action
+
+    signal clicked
+
+    implicitHeight: Math.max(32, words.height + 14)
+    radius: Theme.radiusRow
+    color: Theme.at(root.tint, 0.1)
+    Accessible.role: Accessible.AlertMessage
+    Accessible.name: root.text
+
+    Symbol {
+        id: mark
+
+        x: 10
+        anchors.verticalCenter: parent.verticalCenter
+        name: root.symbol
+        color: root.tint
+    }
+    PlainText {
+        id: words
+
+        anchors.left: mark.right
+        anchors.leftMargin: Theme.gap
+        anchors.right: button.visible ? button.left : parent.right
+        anchors.rightMargin: Theme.paddingCard
+        anchors.verticalCenter: parent.verticalCenter
+        multiline: true
+        maximumLineCount: 3
+        elide: Text.ElideRight
+        words: root.text
+        Accessible.ignored: true
+    }
+    PillButton {
+        id: button
+
+        anchors.right: parent.right
+        anchors.rightMargin: 6
+        anchors.verticalCenter: parent.verticalCenter
+        visible: root.action !== ""
+        text: root.action
+        tint: root.tint
+        onClicked: root.clicked()
+    }
+}

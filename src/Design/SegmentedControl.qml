@@ -1,0 +1,109 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Velto.Design
+
+/// One of a few, side by side. Tab stops at it once; Left and Right choose.
+Item {
+    id: root
+
+    /// What a screen reader says before the choice.
+    required property string title
+    /// A model whose rows have value, text and selected.
+    required property var options
+
+    property Item current: null
+
+    signal chosen(string value)
+
+    implicitWidth: row.implicitWidth + 4
+    implicitHeight: Theme.controlHeight
+    Accessible.role: Accessible.Grouping
+    Accessible.name: root.title
+
+    function at(index: int): var {
+        return repeater.itemAt(index);
+    }
+    function choose(index: int): void {
+        const segment = root.at(Math.max(0, Math.min(index, repeater.count - 1)));
+        if (root.current?.activeFocus)
+            segment.forceActiveFocus(Qt.TabFocusReason);
+        capsule.glides = true;
+        root.chosen(segment.value);
+    }
+
+    component Segment: ButtonBase {
+        id: segment
+
+        required property int index
+        required property string value
+        required property string text
+        required property bool selected
+
+        label: segment.text
+        corner: segment.height / 2
+        takesReturn: false
+        // What has the keyboard may not give up its place before the keyboard has gone on.
+        activeFocusOnTab: segment.selected || segment.activeFocus || (segment.index === 0 && root.current === null)
+        implicitWidth: words.implicitWidth + 24
+        implicitHeight: Theme.controlHeight - 4
+        Accessible.role: Accessible.RadioButton
+        Accessible.checkable: true
+        Accessible.checked: segment.selected
+        Keys.onLeftPressed: root.choose(segment.index - 1)
+        Keys.onRightPressed: root.choose(segment.index + 1)
+        onClicked: root.choose(segment.index)
+        onSelectedChanged: segment.claim()
+        Component.onCompleted: segment.claim()
+
+        function claim(): void {
+            if (segment.selected)
+                root.current = segment;
+            else if (root.current === segment)
+                root.current = null;
+        }
+
+        Rectangle {
+            anchors.fill: parent
+            radius: segment.corner
+            visible: !segment.selected
+            color: Theme.at("white", segment.pressed ? 0.12 : segment.hovered ? 0.07 : 0)
+        }
+        PlainText {
+            id: words
+
+            anchors.centerIn: parent
+            words: segment.text
+            weight: Font.Medium
+            color: segment.selected ? Theme.accentStrong : segment.hovered ? Theme.glassPrimary : Theme.glassSecondary
+            Accessible.ignored: true
+        }
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        radius: root.height / 2
+        color: Theme.at("white", 0.07)
+    }
+    SelectionCapsule {
+        id: capsule
+
+        row: row
+        target: root.current
+        glides: false
+    }
+    Row {
+        id: row
+
+        x: 2
+        y: 2
+
+        Repeater {
+            id: repeater
+
+            model: root.options
+
+            Segment {}
+        }
+    }
+}

@@ -1,0 +1,108 @@
+import QtQuick
+import Velto.Design
+
+/// A text of several lines that one types. It grows with its text between `leastLines` and `mostLines`, then scrolls. Return is a
+/// line break. Bind `text` to a store's property and hand it what `edited` brings.
+FocusScope {
+    id: root
+
+    /// What a screen reader calls it.
+    required property string label
+    property string prompt
+    property int leastLines: 2
+    property int mostLines: 5
+    property alias text: input.text
+
+    readonly property real inset: 7
+    readonly property real line: Math.ceil(lines.lineSpacing)
+
+    /// The text is another one. It may be the store's.
+    signal edited(string text)
+
+    implicitWidth: 200
+    implicitHeight: Math.max(root.leastLines * root.line, Math.min(input.contentHeight, root.mostLines * root.line))
+                    + 2 * root.inset
+    opacity: root.enabled ? 1 : 0.4
+
+    HoverHandler {
+        id: hover
+
+        cursorShape: Qt.IBeamCursor
+    }
+    TapHandler {
+        onTapped: input.forceActiveFocus(Qt.MouseFocusReason)
+    }
+    FontMetrics {
+        id: lines
+
+        font: input.font
+    }
+
+    FieldBox {
+        anchors.fill: parent
+        focused: input.activeFocus
+        hovered: hover.hovered
+    }
+    PlainText {
+        x: 10
+        y: root.inset
+        width: root.width - 20
+        visible: input.text === "" && input.preeditText === ""
+        words: root.prompt
+        color: Theme.glassTertiary
+        Accessible.ignored: true
+    }
+    Flickable {
+        id: area
+
+        x: 10
+        y: root.inset
+        width: root.width - 20
+        height: root.height - 2 * root.inset
+        clip: true
+        interactive: contentHeight > height
+        contentHeight: input.height
+        boundsBehavior: Flickable.StopAtBounds
+
+        // Where one types is in sight.
+        function follow(line: rect): void {
+            if (line.y < contentY)
+                contentY = line.y;
+            else if (line.y + line.height > contentY + height)
+                contentY = line.y + line.height - height;
+        }
+
+        TextEdit {
+            id: input
+
+            width: area.width
+            height: Math.max(contentHeight, area.height)
+            focus: true
+            activeFocusOnTab: true
+            textFormat: TextEdit.PlainText
+            wrapMode: TextEdit.Wrap
+            color: Theme.glassPrimary
+            selectionColor: Theme.at(Theme.ice, 0.35)
+            selectedTextColor: Theme.glassPrimary
+            selectByMouse: true
+            renderType: Text.NativeRendering
+            font.family: Theme.family
+            font.pixelSize: Theme.textBody
+            Accessible.role: Accessible.EditableText
+            Accessible.name: root.label
+            Accessible.description: root.prompt === root.label ? "" : root.prompt
+            Accessible.editable: true
+            Accessible.multiLine: true
+            Accessible.focusable: true
+            onTextChanged: root.edited(input.text)
+            onCursorRectangleChanged: area.follow(input.cursorRectangle)
+        }
+    }
+    ScrollThumb {
+        anchors.right: parent.right
+        anchors.rightMargin: 1
+        y: area.y
+        height: area.height
+        area: area
+    }
+}

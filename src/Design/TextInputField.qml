@@ -1,0 +1,124 @@
+import QtQuick
+import Velto.Design
+
+/// A line of text that one types. Bind `text` to a store's property and hand it what `edited` brings.
+FocusScope {
+    id: root
+
+    /// What a screen reader calls it.
+    required property string label
+    property string prompt
+    property string symbol
+    property bool clearable: false
+    /// Shows dots in place of what is typed.
+    property bool secure: false
+    /// What stands in it can't be taken.
+    property bool wrong: false
+    /// Room kept free at its end.
+    property real reserved: 0
+    property alias text: input.text
+    property alias input: input
+    property alias hovered: hover.hovered
+
+    /// The user changed the text.
+    signal edited(string text)
+    /// Return. It goes on to what stands around the field.
+    signal accepted
+
+    implicitWidth: 200
+    implicitHeight: Theme.controlHeight
+    opacity: root.enabled ? 1 : 0.4
+
+    function focusAll(): void {
+        input.forceActiveFocus(Qt.OtherFocusReason);
+        input.selectAll();
+    }
+
+    HoverHandler {
+        id: hover
+
+        cursorShape: Qt.IBeamCursor
+    }
+    TapHandler {
+        onTapped: input.forceActiveFocus(Qt.MouseFocusReason)
+    }
+
+    FieldBox {
+        anchors.fill: parent
+        focused: input.activeFocus
+        hovered: hover.hovered
+        wrong: root.wrong
+    }
+    Symbol {
+        id: mark
+
+        x: 9
+        anchors.verticalCenter: parent.verticalCenter
+        visible: root.symbol !== ""
+        name: root.symbol
+        size: Theme.textBody
+        color: Theme.glassTertiary
+    }
+    PlainText {
+        anchors.fill: input
+        visible: input.text === "" && input.preeditText === ""
+        words: root.prompt
+        color: Theme.glassTertiary
+        verticalAlignment: Text.AlignVCenter
+        Accessible.ignored: true
+    }
+    TextInput {
+        id: input
+
+        x: mark.visible ? mark.x + mark.width + 6 : 10
+        width: root.width - x - 10 - root.reserved - (clear.visible ? clear.width - 6 : 0)
+        height: root.height
+        focus: true
+        activeFocusOnTab: true
+        clip: true
+        verticalAlignment: TextInput.AlignVCenter
+        color: Theme.glassPrimary
+        selectionColor: Theme.at(Theme.ice, 0.35)
+        selectedTextColor: Theme.glassPrimary
+        selectByMouse: true
+        renderType: Text.NativeRendering
+        font.family: Theme.family
+        font.pixelSize: Theme.textBody
+        echoMode: root.secure ? TextInput.Password : TextInput.Normal
+        passwordCharacter: "•"
+        Accessible.role: Accessible.EditableText
+        Accessible.name: root.label
+        Accessible.description: root.prompt === root.label ? "" : root.prompt
+        Accessible.editable: true
+        Accessible.focusable: true
+        Accessible.passwordEdit: root.secure
+        onTextEdited: root.edited(input.text)
+        onAccepted: root.accepted()
+    }
+    ButtonBase {
+        id: clear
+
+        anchors.right: parent.right
+        anchors.rightMargin: 4
+        anchors.verticalCenter: parent.verticalCenter
+        width: 20
+        height: 20
+        corner: 10
+        visible: root.clearable && input.text !== ""
+        label: qsTr("Clear")
+        onClicked: {
+            input.forceActiveFocus(Qt.OtherFocusReason);
+            root.edited("");
+        }
+
+        HoverHandler {
+            cursorShape: Qt.ArrowCursor
+        }
+        Symbol {
+            anchors.centerIn: parent
+            name: "xmark.circle.fill"
+            size: Theme.textBody
+            color: clear.hovered ? Theme.glassPrimary : Theme.glassTertiary
+        }
+    }
+}
