@@ -30,8 +30,8 @@ struct ThisMachine {
     PosixFileTree fileTree;
     JsonDefaults defaults;
     PosixToolRunner tools;
-    ThreadPoolBackground background;
     LinuxPlatform platform;
+    ThreadPoolBackground background; ///< goes first: what it still does may ask the keyring
     CanberraSounds sounds;
     Http http;
 };
