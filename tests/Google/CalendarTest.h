@@ -5,6 +5,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+Q_DECLARE_METATYPE(velto::HttpStandIn::Answer)
+
 namespace velto {
 
 /// The calendars and meetings of an account that is linked.
@@ -165,5 +167,3 @@ private Q_SLOTS:
 };
 
 } // namespace velto
-
-Q_DECLARE_METATYPE(velto::HttpStandIn::Answer)

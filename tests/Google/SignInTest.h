@@ -137,6 +137,10 @@ private Q_SLOTS:
         std::list<Browser> crowd;
         for (int i = 0; i < 100; ++i)
             crowd.emplace_back(desk);
+        const auto inside = [&crowd] {
+            return std::ranges::count(crowd, QTcpSocket::ConnectedState, [](const Browser &b) { return b.socket.state(); });
+        };
+        QVERIFY(desk.until([&] { return inside() <= 33; }));
         Browser browser(desk);
         browser.say(Browser::back(desk));
         QVERIFY(desk.until([&] { return !desk.calendar->connecting(); }));

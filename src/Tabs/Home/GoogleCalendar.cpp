@@ -17,11 +17,11 @@ GoogleCalendar::GoogleCalendar(Needs needs, QObject *parent)
     : MeetingFeed(parent)
     , m_needs(std::move(needs))
     , m_usesGoogle(m_needs.prefs.calendarSource() == Prefs::CalendarSource::Google)
+    , m_state{.linked = m_usesGoogle}
+    , m_published(m_state)
     , m_calendarRows({"id", "summary", "chosen"})
     , m_keychain(m_needs.background, m_needs.keychain)
 {
-    m_state.linked = m_usesGoogle;
-    m_published = m_state;
     QObject::connect(&m_needs.prefs, &Prefs::changed, this, &GoogleCalendar::prefsChanged);
 }
 
@@ -90,7 +90,7 @@ QStringList GoogleCalendar::calendarsToRead()
     const auto primary = std::ranges::find(calendars, std::optional(true), &GoogleCalendarInfo::primary);
     if (m_needs.prefs.googleCalendarIDs().isEmpty() && primary != calendars.end())
         m_needs.prefs.setGoogleCalendarIDs({primary->id});
-    const QStringList chosen = m_needs.prefs.googleCalendarIDs();
+    QStringList chosen = m_needs.prefs.googleCalendarIDs();
     if (!chosen.isEmpty() || calendars.isEmpty())
         return chosen;
     return {calendars.front().id};

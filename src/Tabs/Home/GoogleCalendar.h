@@ -80,9 +80,9 @@ public:
 private:
     /// What others see; compared to tell whether anything has changed.
     struct State {
-        QList<GoogleCalendarInfo> calendars;
-        QList<GoogleMeeting> meetings;
-        std::optional<QString> error;
+        QList<GoogleCalendarInfo> calendars = {};
+        QList<GoogleMeeting> meetings = {};
+        std::optional<QString> error = {};
         bool connecting = false;
         bool linked = false;
 
@@ -105,7 +105,7 @@ private:
     QCoro::Task<> load(std::optional<GoogleTokens> tokens);
     QCoro::Task<QString> validAccessToken(std::optional<GoogleTokens> tokens);
     QCoro::Task<std::optional<GoogleTokens>> loadTokens();
-    QCoro::Task<> saveTokens(GoogleTokens tokens);
+    QCoro::Task<> saveTokens(const GoogleTokens &tokens);
 
     QStringList calendarsToRead();
     void prefsChanged();
@@ -113,9 +113,9 @@ private:
     void updateRows();
 
     Needs m_needs;
+    bool m_usesGoogle; ///< the user's choice as it was seen last
     State m_state;
     State m_published;
-    bool m_usesGoogle; ///< the user's choice as it was seen last
     RowModel m_calendarRows;
     KeychainLane m_keychain;
     Life m_life = std::make_shared<bool>(true); ///< ends with this object

@@ -27,7 +27,7 @@ QList<QJsonObject> objectsIn(const QJsonObject &object, QLatin1StringView name)
 {
     const QJsonArray items = object.value(name).toArray();
     QList<QJsonObject> objects;
-    for (const QJsonValue &item : items) {
+    for (const auto &item : items) {
         if (!item.isObject())
             return {};
         objects.append(item.toObject());

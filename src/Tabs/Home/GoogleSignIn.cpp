@@ -138,7 +138,7 @@ QCoro::Task<std::optional<GoogleTokens>> GoogleCalendar::loadTokens()
     co_return tokens;
 }
 
-QCoro::Task<> GoogleCalendar::saveTokens(GoogleTokens tokens)
+QCoro::Task<> GoogleCalendar::saveTokens(const GoogleTokens &tokens)
 {
     return m_keychain.put(tokenKey, tokens.toJson());
 }

@@ -18,7 +18,7 @@ constexpr qint64 kLongestRequest = 8192;
 constexpr qsizetype kMostConnections = 32;
 
 /// Takes what else has come: closing a socket with unread bytes resets it, and the browser might lose its answer.
-void drop(QTcpSocket *socket)
+void drain(QTcpSocket *socket)
 {
     for (int i = 0; i < 64 && socket->waitForReadyRead(0); ++i)
         socket->readAll();
@@ -30,7 +30,7 @@ void answer(QTcpSocket *socket)
     socket->write("HTTP/1.1 200 OK\r\nContent-Type: text/plain\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n"
                   + body);
     socket->flush();
-    drop(socket);
+    drain(socket);
     socket->disconnectFromHost();
 }
 
