@@ -7,6 +7,7 @@
 #include "Platform/StatusItem.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/UI.h"
+#include "Tabs/Todos/TodosSource.h"
 
 #include <QCursor>
 #include <QWindow>
@@ -91,8 +92,10 @@ void AppDelegate::open(bool search)
     if (m_needs.ui.expanded())
         m_needs.panelWindow.takeFocus();
     m_needs.ui.openFocused();
-    if (search && m_needs.hub.tabs().contains(Tab::Todos))
+    if (search && m_needs.hub.tabs().contains(Tab::Todos)) {
         m_needs.hub.open(Tab::Todos);
+        m_needs.hub.todos()->askForSearch();
+    }
 }
 
 void AppDelegate::showSettings()

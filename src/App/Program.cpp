@@ -4,6 +4,7 @@
 #include "Design/Theme.h"
 #include "Platform/Activation.h"
 #include "Platform/Posix/PosixLoopbackServer.h"
+#include "Tabs/Todos/TodosSource.h"
 
 #include <QApplication>
 #include <QQmlEngine>
@@ -42,6 +43,7 @@ Program::Program(CommandLine commandLine, Activation &activation)
     QObject::connect(
         &m_panel, &QQuickWindow::frameSwapped, &m_delegate, [this] { painted(); },
         Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+    m_ui.unfinished = [this] { return m_stores.hub.todos()->draft().has_value(); };
     showPanel();
     QObject::connect(&m_activation, &Activation::wanted, &m_delegate, &AppDelegate::act);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Core/Prefs.h"
+
 #include <QObject>
 #include <QString>
 
@@ -12,6 +14,10 @@ class CollapsedStrip : public QObject {
     Q_OBJECT
     Q_PROPERTY(Left left READ left NOTIFY changed FINAL)
     Q_PROPERTY(Right right READ right NOTIFY changed FINAL)
+    /// The countdown, or how long it is to the next event.
+    Q_PROPERTY(QString leftText READ leftText NOTIFY changed FINAL)
+    Q_PROPERTY(int todos READ todos NOTIFY changed FINAL)
+    Q_PROPERTY(bool overdue READ overdue NOTIFY changed FINAL)
     Q_PROPERTY(int running READ running NOTIFY changed FINAL)
     Q_PROPERTY(int waiting READ waiting NOTIFY changed FINAL)
     Q_PROPERTY(bool quiet READ quiet NOTIFY changed FINAL)
@@ -20,20 +26,25 @@ class CollapsedStrip : public QObject {
     Q_PROPERTY(QString summaryText READ summaryText NOTIFY changed FINAL)
     Q_PROPERTY(bool summaryUrgent READ summaryUrgent NOTIFY changed FINAL)
 public:
-    enum class Left : int { Nothing, Recording, Running };
+    enum class Left : int { Nothing, Recording, Focus, Todos, Event, Running };
     Q_ENUM(Left)
-    enum class Right : int { Nothing, Waiting, Running };
+    enum class Right : int { Nothing, Waiting, Running, Playing };
     Q_ENUM(Right)
 
     explicit CollapsedStrip(const Hub &hub, QObject *parent = nullptr);
 
     Left left() const { return m_now.left; }
     Right right() const { return m_now.right; }
+    QString leftText() const { return m_now.leftText; }
+    /// Todos due by today; 0 while the module is off.
+    int todos() const { return m_now.todos; }
+    /// Some of them are overdue.
+    bool overdue() const { return m_now.overdueTodos > 0; }
     /// Sessions that work, and sessions that wait for the user; 0 while the module is off.
     int running() const { return m_now.running; }
     int waiting() const { return m_now.waiting; }
     /// There is nothing to show: the strip is drawn no larger than the housing.
-    bool quiet() const { return m_now.left == Left::Nothing && m_now.right == Right::Nothing; }
+    bool quiet() const { return m_now.quiet; }
     /// The whole strip in one sentence, for a screen reader.
     QString spoken() const { return m_now.spoken; }
 
@@ -50,14 +61,22 @@ private:
     struct Shown {
         Left left = Left::Nothing;
         Right right = Right::Nothing;
+        QString leftText;
+        int todos = 0;
+        int overdueTodos = 0;
         int running = 0;
         int waiting = 0;
         QString spoken;
         QString summarySymbol;
         QString summaryText;
+        bool quiet = true;
         bool operator==(const Shown &) const = default;
     };
     Shown read() const;
+    void readLeft(Shown &shown) const;
+    void readRight(Shown &shown) const;
+    QString spokenFor(const Shown &shown) const;
+    bool isOn(Prefs::Module module) const;
     void update();
 
     const Hub &m_hub;
