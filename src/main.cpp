@@ -1,6 +1,8 @@
 #include "App/CommandLine.h"
 #include "App/Program.h"
+#include "Platform/Linux/DBusActivation.h"
 #include "Platform/Linux/LinuxPlatform.h"
+#include "Platform/Linux/LinuxWording.h"
 
 #include <QApplication>
 #include <QQuickWindow>
@@ -13,6 +15,15 @@ namespace {
 void print(std::FILE *stream, const QString &text)
 {
     std::fputs(qPrintable(text), stream);
+}
+
+/// Leaves it to the program that runs already.
+int handOver(velto::Activation &activation, const velto::CommandLine &commandLine)
+{
+    if (activation.handOver(commandLine.actionsForTheOther()))
+        return 0;
+    print(stderr, QCoreApplication::translate("velto", "Velto is running already, but it can't be reached.") + u'\n');
+    return 1;
 }
 
 } // namespace
@@ -31,6 +42,11 @@ int main(int argc, char **argv)
         print(stdout, QStringLiteral("velto %1\n").arg(QLatin1String(VELTO_VERSION)));
         return 0;
     }
+    velto::DBusActivation activation(velto::placesOfThisMachine().configuration, QStringLiteral(VELTO_APPLICATION_ID));
+    if (!activation.claim()) {
+        const QCoreApplication application(argc, argv);
+        return handOver(activation, commandLine);
+    }
     if (const auto problem = velto::prepareGraphics()) {
         print(stderr, *problem + u'\n');
         return 1;
@@ -40,8 +56,10 @@ int main(int argc, char **argv)
 
     QApplication::setApplicationName(QStringLiteral("velto"));
     QApplication::setApplicationVersion(QLatin1String(VELTO_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral(VELTO_APPLICATION_ID));
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication application(argc, argv);
-    const velto::Program program(commandLine);
+    velto::speakLinux();
+    const velto::Program program(commandLine, activation);
     return QApplication::exec();
 }

@@ -2,54 +2,68 @@
 
 #include "FakeHttp.h"
 
-#include "Core/HookInstaller.h"
 #include "Core/HookListener.h"
-#include "Core/Hub.h"
-#include "Core/Prefs.h"
-#include "Core/TerminalApp.h"
+#include "Core/Stores.h"
 #include "Platform/Fake/FakeBackground.h"
 #include "Platform/Fake/FakeClock.h"
 #include "Platform/Fake/FakeFiles.h"
 #include "Platform/Fake/FakePlatform.h"
 #include "Platform/Fake/FakeToolRunner.h"
 #include "Platform/Places.h"
+#include "Platform/Posix/PosixFileTree.h"
 #include "Tabs/Agents/AgentsSource.h"
-#include "Tabs/Quillbox/HubClient.h"
+#include "Tabs/Connect/ConnectSource.h"
+#include "Tabs/Home/EverydaySource.h"
+#include "Tabs/Home/GlanceSource.h"
+#include "Tabs/Home/HomeSource.h"
+#include "Tabs/Home/SignalsSource.h"
+#include "Tabs/Home/WorkSource.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
+#include "Tabs/Todos/TodosSource.h"
 
 namespace velto {
 
-/// A whole desktop that does as it is told, and the Hub on top of it.
+/// A whole desktop that does as it is told, and the Hub on top of it. The modules that ask outside tools of their own accord
+/// are off to begin with.
 struct World {
     FakeClock clock;
     FakeBackground background;
     FakeToolRunner tools;
     FakeFiles files;
+    PosixFileTree fileTree;
     FakeDefaults defaults;
+    FakeKeychain keychain;
+    FakeClipboard clipboard;
     FakeApplications applications;
     FakeAccessibility accessibility;
     FakeWorkspace workspace;
     FakeTerminals terminals;
-    Places places{QStringLiteral("/home/me"), {}, {}, QStringLiteral("/tmp")};
-    Prefs prefs{defaults, places, clock};
-    HookInstaller installer{files, clock, places.home, QStringLiteral("token")};
-    TerminalApp terminal{defaults, terminals, places};
     FakeMachine machine;
+    FakeMediaPlayers players;
+    FakeSounds sounds;
+    FakeFolderPanel folderPanel;
+    FakeVideoPlayer videoPlayer;
     FakeHttp http;
+    Places places{QStringLiteral("/home/me"), {}, QStringLiteral("/home/me/data"), QStringLiteral("/tmp"),
+                  QStringLiteral("/home/me/Downloads")};
     QuillboxMode quillboxMode; ///< counts from the next reconnect on
-    HubClient hubClient{http, background, [this] { return quillboxMode; }};
-    Hub hub{{clock, accessibility, applications, workspace, prefs, terminal, makeQuillbox(), makeAgents()}};
+    Stores stores{prepared(), nullptr, [this] { return quillboxMode; }};
+    Prefs &prefs = stores.prefs;
+    HookInstaller &installer = stores.installer;
+    TerminalApp &terminal = stores.terminal;
+    Hub &hub = stores.hub;
 
-    std::unique_ptr<QuillboxSource> makeQuillbox()
-    {
-        return std::make_unique<QuillboxSource>(QuillboxSource::Needs{clock, machine, hubClient, places.home});
-    }
-    std::unique_ptr<AgentsSource> makeAgents()
+    Desktop prepared()
     {
         tools.installed.insert(QStringLiteral("claude"));
         setListing("[]");
-        return std::make_unique<AgentsSource>(AgentsSource::Needs{clock, background, tools, files, applications, workspace, prefs,
-                                                                  terminal, places, installer, nullptr});
+        defaults.set(QStringLiteral("modulesOff"),
+                     QStringList{QStringLiteral("calendar"), QStringLiteral("prs"), QStringLiteral("work"), QStringLiteral("media"),
+                                 QStringLiteral("usage"), QStringLiteral("mcp"), QStringLiteral("repos")});
+        defaults.set(QStringLiteral("hookToken"), QStringLiteral("token"));
+        return {clock,        background, tools,     files,    fileTree,      defaults,      http,     keychain,
+                clipboard,    workspace,  applications, accessibility, terminals, machine, players, sounds,
+                folderPanel, videoPlayer, places};
     }
     /// What `claude agents --json` prints from now on.
     void setListing(const QByteArray &json) { tools.answers.insert(QStringLiteral("claude agents --json"), {true, json, {}}); }

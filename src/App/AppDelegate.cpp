@@ -31,6 +31,11 @@ AppDelegate::AppDelegate(Needs needs, QObject *parent)
     connect(&m_needs.panelWindow, &PanelWindow::pressedElsewhere, &m_needs.ui, &UI::focusLost);
     connect(&m_needs.panelWindow, &PanelWindow::compositedChanged, this,
             [this] { m_needs.ui.setComposited(m_needs.panelWindow.composited()); });
+    addAction(u"open"_s, [this] { open(false); });
+    addAction(u"open-and-search"_s, [this] { open(true); });
+    addAction(u"settings"_s, [this] { showSettings(); });
+    addAction(u"welcome"_s, [this] { showWelcome(); });
+    addAction(u"demo-peek"_s, [this] { demoPeek(); });
 }
 
 void AppDelegate::showPanel()
@@ -68,6 +73,17 @@ void AppDelegate::demoPeek()
         peek.tab = Tab::Agents;
         m_needs.hub.show(std::move(peek));
     });
+}
+
+void AppDelegate::addAction(const QString &name, const std::function<void()> &action)
+{
+    m_actions.insert(name, action);
+}
+
+void AppDelegate::act(const QString &name)
+{
+    if (const auto action = m_actions.value(name))
+        action();
 }
 
 void AppDelegate::open(bool search)

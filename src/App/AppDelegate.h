@@ -3,8 +3,10 @@
 #include "Platform/Clock.h"
 #include "Shell/PanelGeometry.h"
 
+#include <QHash>
 #include <QObject>
 #include <QRect>
+#include <functional>
 #include <optional>
 
 class QWindow;
@@ -45,6 +47,11 @@ public:
     void addHotKey(HotKey &hotKey);
     /// One second later, an example of what a Peek looks like.
     void demoPeek();
+    /// What the command line, the desktop's menu and its keys can ask for by name, beside "open", "open-and-search", "settings",
+    /// "welcome" and "demo-peek".
+    void addAction(const QString &name, const std::function<void()> &action);
+    /// Does what this name stands for; nothing for a name that nobody knows.
+    void act(const QString &name);
 
     /// Opens the panel with the keyboard; with `search`, on the Todos tab's search field if there is one.
     void open(bool search);
@@ -68,6 +75,7 @@ private:
     void hoveringChanged();
 
     Needs m_needs;
+    QHash<QString, std::function<void()>> m_actions;
     std::optional<QRect> m_frame;
     bool m_started = false;
     bool m_hadPeek = false;

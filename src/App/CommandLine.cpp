@@ -1,20 +1,44 @@
 #include "App/CommandLine.h"
 
 #include <QCoreApplication>
+#include <array>
 
 using namespace Qt::StringLiterals;
 
 namespace velto {
 
+namespace {
+
+struct ActionFlag {
+    QLatin1StringView flag;
+    QLatin1StringView action;
+};
+constexpr std::array kActionFlags{
+    ActionFlag{"--expanded"_L1, "open"_L1},       ActionFlag{"--search"_L1, "open-and-search"_L1},
+    ActionFlag{"--settings"_L1, "settings"_L1},   ActionFlag{"--welcome"_L1, "welcome"_L1},
+    ActionFlag{"--demo-peek"_L1, "demo-peek"_L1},
+};
+
+} // namespace
+
 CommandLine CommandLine::parse(const QStringList &arguments)
 {
+    QStringList actions;
+    for (const auto &[flag, action] : kActionFlags)
+        if (arguments.contains(flag))
+            actions.append(action);
     return {
-        .expanded = arguments.contains("--expanded"_L1),
-        .demoPeek = arguments.contains("--demo-peek"_L1),
-        .welcome = arguments.contains("--welcome"_L1),
+        .actions = actions,
+        .activated = arguments.contains("--activated"_L1),
         .help = arguments.contains("--help"_L1) || arguments.contains("-h"_L1),
         .version = arguments.contains("--version"_L1) || arguments.contains("-v"_L1),
     };
+}
+
+QStringList CommandLine::actionsForTheOther() const
+{
+    // The bus brings what it was asked for by itself.
+    return actions.isEmpty() && !activated ? QStringList{u"open"_s} : actions;
 }
 
 QString helpText()
@@ -24,11 +48,16 @@ QString helpText()
                                        "A strip at the top of the screen that says what needs you.\n"
                                        "\n"
                                        "  --expanded   open the panel at the start\n"
+                                       "  --search     open the panel on the search of the todos; bind a key to this where\n"
+                                       "               the desktop keeps global keys to itself\n"
                                        "  --demo-peek  show an example of a line that slides out\n"
                                        "  --welcome    show the welcome again\n"
+                                       "  --settings   open the settings\n"
+                                       "  --activated  wait for what the desktop's session bus asks for\n"
                                        "  --version    print the version and end\n"
                                        "  --help       print this and end\n"
                                        "\n"
+                                       "If Velto runs already, it opens its panel and does what the options say.\n"
                                        "Rest the pointer on the strip, or press Control-Alt-N, to open the panel.\n");
 }
 

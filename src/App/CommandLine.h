@@ -1,19 +1,20 @@
 #pragma once
 
 #include <QStringList>
-#include <optional>
 
 namespace velto {
 
 /// What the program was asked to do. Flags are found anywhere; what isn't known is ignored.
 struct CommandLine {
-    bool expanded = false; ///< --expanded: opens the panel at the start
-    bool demoPeek = false; ///< --demo-peek: shows an example of a Peek one second after the start
-    bool welcome = false; ///< --welcome: shows the welcome even if it has been finished
+    /// What the program is to do once it runs, by name (see AppDelegate::act): --expanded, --search and so on.
+    QStringList actions;
+    bool activated = false; ///< --activated: the session bus starts it in order to reach it
     bool help = false; ///< --help
     bool version = false; ///< --version
 
     static CommandLine parse(const QStringList &arguments);
+    /// What it asks of a program that runs already: without a word of its own, to open.
+    QStringList actionsForTheOther() const;
 };
 
 /// What --help prints.

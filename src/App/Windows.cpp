@@ -3,6 +3,7 @@
 #include "Platform/Appearance.h"
 
 #include <QGuiApplication>
+#include <QIcon>
 #include <QPalette>
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -101,6 +102,7 @@ QQuickWindow *Windows::make(const char *file, QObject *store)
         qFatal("%s", qPrintable(component.errorString()));
     paint(*window);
     connect(&m_appearance, &Appearance::changed, window, [this, window] { paint(*window); });
+    window->setIcon(QIcon::fromTheme(QGuiApplication::desktopFileName()));
     center(*window);
     return window;
 }

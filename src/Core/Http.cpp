@@ -25,8 +25,9 @@ QNetworkRequest prepared(const HttpRequest &request, const QSslConfiguration &tl
 {
     QNetworkRequest result(request.url);
     result.setSslConfiguration(tls);
+    // A pasted token that ends in a line break doesn't begin another header.
     for (const auto &[name, value] : request.headers)
-        result.setRawHeader(name, value);
+        result.setRawHeader(name, QByteArray(value).replace('\r', "").replace('\n', ""));
     result.setTransferTimeout(int(request.timeout.count()));
     // Qt hands every header to the next host, Authorization too.
     result.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
@@ -76,6 +77,8 @@ Http::~Http()
     const auto replies = m_manager->findChildren<QNetworkReply *>();
     for (QNetworkReply *reply : replies)
         reply->abort();
+    // While the thread that they use still runs; what they left there would stay for ever.
+    qDeleteAll(m_manager->findChildren<QNetworkReply *>(Qt::FindDirectChildrenOnly));
 }
 
 QNetworkReply *Http::start(const HttpRequest &request)

@@ -47,7 +47,8 @@ public:
     Http &operator=(const Http &) = delete;
     virtual ~Http();
 
-    /// Never throws. The caller checks after the co_await whether its own object still lives.
+    /// Never throws. The caller checks after the co_await whether its own object still lives. Give the request a name and move
+    /// it in: GCC 12 destroys an aggregate twice that is made within the co_await itself (`co_await send({.url = ...})`).
     virtual QCoro::Task<HttpReply> send(HttpRequest request);
 
 private:

@@ -4,7 +4,15 @@
 #include "Platform/Applications.h"
 #include "Platform/Workspace.h"
 #include "Tabs/Agents/AgentsSource.h"
+#include "Tabs/Connect/ConnectSource.h"
+#include "Tabs/Home/EverydaySource.h"
+#include "Tabs/Home/GlanceSource.h"
+#include "Tabs/Home/GoogleCalendar.h"
+#include "Tabs/Home/HomeSource.h"
+#include "Tabs/Home/SignalsSource.h"
+#include "Tabs/Home/WorkSource.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
+#include "Tabs/Todos/TodosSource.h"
 
 #include <algorithm>
 #include <array>
@@ -34,30 +42,29 @@ Hub::Hub(Needs needs, QObject *parent)
     , m_terminal(needs.terminal)
     , m_peeks(needs.clock, needs.accessibility)
     , m_quillbox(std::move(needs.quillbox))
+    , m_todos(std::move(needs.todos))
     , m_agents(std::move(needs.agents))
+    , m_signals(std::move(needs.signalsSource))
+    , m_everyday(std::move(needs.everyday))
+    , m_work(std::move(needs.work))
+    , m_glances(std::move(needs.glances))
     , m_updated(m_clock.wallTime())
 {
-    m_sources = {{Tab::Agents, m_agents.get()}, {Tab::Quillbox, m_quillbox.get()}};
+    m_home = needs.makeHome(*this);
+    m_connect = needs.makeConnect(*this);
+    m_sources = {{Tab::Home, m_home.get()},
+                 {Tab::Todos, m_todos.get()},
+                 {Tab::Agents, m_agents.get()},
+                 {Tab::Quillbox, m_quillbox.get()},
+                 {Tab::Connect, m_connect.get()}};
     m_lastTabs = tabs();
-
-    connect(&m_peeks, &PeekQueue::onShowChanged, this, [this] {
-        Q_EMIT peekChanged();
-        Q_EMIT changed();
-    });
-    for (const auto &[tab, source] : m_sources)
-        connect(source, &VeltoSource::changed, this, &Hub::changed);
-    connect(&m_prefs, &Prefs::changed, this, [this] {
-        m_clock.post(this, [this] {
-            fixSelection();
-            Q_EMIT changed();
-        });
-    });
-    connect(m_quillbox.get(), &QuillboxSource::changed, this, [this] {
-        fixSelection(); // its tab comes and goes with the connection
-    });
+    followSources(needs.google);
     m_agents->setOtherMac(m_quillbox->otherMacRows());
-    m_quillbox->onPeek = [this](Peek peek) { show(std::move(peek)); };
-    m_agents->onPeek = [this](Peek peek) { show(std::move(peek)); };
+    const auto raise = [this](Peek peek) { show(std::move(peek)); };
+    m_quillbox->onPeek = raise;
+    m_agents->onPeek = raise;
+    m_everyday->onPeek = raise;
+    m_everyday->waitingAgents = [this] { return m_prefs.isOn(Prefs::Module::Agents) ? m_agents->waitingCount() : 0; };
 
     refresh(false);
     checkRecording();
@@ -66,6 +73,38 @@ Hub::Hub(Needs needs, QObject *parent)
 }
 
 Hub::~Hub() = default;
+
+void Hub::followSources(GoogleCalendar &google)
+{
+    connect(&m_peeks, &PeekQueue::onShowChanged, this, [this] {
+        Q_EMIT peekChanged();
+        Q_EMIT changed();
+    });
+    for (const VeltoSource *source : std::initializer_list<VeltoSource *>{m_todos.get(), m_agents.get(), m_quillbox.get()})
+        connect(source, &VeltoSource::changed, this, &Hub::sourceChanged);
+    connect(m_signals.get(), &SignalsSource::changed, this, &Hub::sourceChanged);
+    connect(m_everyday.get(), &EverydaySource::changed, this, &Hub::sourceChanged);
+    connect(m_work.get(), &WorkSource::changed, this, &Hub::sourceChanged);
+    connect(m_glances.get(), &GlanceSource::changed, this, &Hub::sourceChanged);
+    connect(m_home.get(), &HomeSource::changed, this, &Hub::changed); // by a minute that has passed
+    connect(m_quillbox.get(), &QuillboxSource::changed, this, [this] {
+        fixSelection(); // its tab comes and goes with the connection
+    });
+    connect(&google, &GoogleCalendar::changed, this, [this] { m_clock.post(this, [this] { m_everyday->loadCalendar(); }); });
+    connect(&m_prefs, &Prefs::changed, this, [this] {
+        m_clock.post(this, [this] {
+            fixSelection();
+            sourceChanged();
+        });
+    });
+}
+
+void Hub::sourceChanged()
+{
+    m_home->worldChanged();
+    m_connect->worldChanged();
+    Q_EMIT changed();
+}
 
 VeltoSource *Hub::source(Tab tab) const
 {
@@ -123,12 +162,17 @@ void Hub::fixSelection()
         select(visible.value(0, Tab::Home));
 }
 
-void Hub::refresh(bool)
+void Hub::refresh(bool force)
 {
-    if (m_prefs.isOn(Prefs::Module::Todos))
+    if (m_prefs.isOn(Prefs::Module::Todos)) {
         m_quillbox->refresh();
+        m_todos->refresh();
+    }
     if (m_prefs.isOn(Prefs::Module::Agents))
         m_agents->refresh();
+    m_signals->refresh(force);
+    m_everyday->refresh();
+    m_work->refresh(force);
     fixSelection();
     m_updated = m_clock.wallTime();
     Q_EMIT updatedChanged();

@@ -17,8 +17,16 @@ namespace velto {
 class Accessibility;
 class AgentsSource;
 class Applications;
+class ConnectSource;
+class EverydaySource;
+class GlanceSource;
+class GoogleCalendar;
+class HomeSource;
 class QuillboxSource;
+class SignalsSource;
 class TerminalApp;
+class TodosSource;
+class WorkSource;
 class Workspace;
 
 /// The one store that the whole presentation looks at: it owns the sources, decides which tabs exist, refreshes on a fixed
@@ -40,14 +48,31 @@ public:
         Workspace &workspace;
         Prefs &prefs;
         TerminalApp &terminal;
+        GoogleCalendar &google;
         std::unique_ptr<QuillboxSource> quillbox;
+        std::unique_ptr<TodosSource> todos;
         std::unique_ptr<AgentsSource> agents;
+        std::unique_ptr<SignalsSource> signalsSource;
+        std::unique_ptr<EverydaySource> everyday;
+        std::unique_ptr<WorkSource> work;
+        std::unique_ptr<GlanceSource> glances;
+        /// The two tabs that look at all the rest are made last.
+        std::function<std::unique_ptr<HomeSource>(Hub &)> makeHome;
+        std::function<std::unique_ptr<ConnectSource>(Hub &)> makeConnect;
     };
     explicit Hub(Needs needs, QObject *parent = nullptr);
     ~Hub() override;
 
     QuillboxSource *quillbox() const { return m_quillbox.get(); }
+    TodosSource *todos() const { return m_todos.get(); }
     AgentsSource *agents() const { return m_agents.get(); }
+    SignalsSource *signalsSource() const { return m_signals.get(); }
+    EverydaySource *everyday() const { return m_everyday.get(); }
+    WorkSource *work() const { return m_work.get(); }
+    GlanceSource *glances() const { return m_glances.get(); }
+    HomeSource *home() const { return m_home.get(); }
+    ConnectSource *connectTab() const { return m_connect.get(); }
+    const TerminalApp &terminal() const { return m_terminal; }
     Prefs &prefs() const { return m_prefs; }
 
     /// The visible tabs, in order.
@@ -86,6 +111,8 @@ Q_SIGNALS:
     void panelWanted();
 
 private:
+    void followSources(GoogleCalendar &google);
+    void sourceChanged();
     void select(Tab tab);
     void fixSelection();
     void checkRecording();
@@ -97,7 +124,14 @@ private:
     TerminalApp &m_terminal;
     PeekQueue m_peeks;
     std::unique_ptr<QuillboxSource> m_quillbox; // before the agents, which show its rows
+    std::unique_ptr<TodosSource> m_todos;
     std::unique_ptr<AgentsSource> m_agents;
+    std::unique_ptr<SignalsSource> m_signals;
+    std::unique_ptr<EverydaySource> m_everyday;
+    std::unique_ptr<WorkSource> m_work;
+    std::unique_ptr<GlanceSource> m_glances;
+    std::unique_ptr<HomeSource> m_home;
+    std::unique_ptr<ConnectSource> m_connect;
     std::map<Tab, VeltoSource *> m_sources;
     QList<Tab> m_lastTabs;
     Tab m_selected = Tab::Home;

@@ -3,6 +3,8 @@
 #include "Platform/Clock.h"
 
 #include <QCoreApplication>
+#include <QLocale>
+#include <algorithm>
 #include <array>
 #include <charconv>
 
@@ -61,6 +63,15 @@ QString ago(const QDateTime &date, const QDateTime &now)
     return QCoreApplication::translate("ago", "%1 d").arg(seconds / kDay);
 }
 
+QString shortTime(const QDateTime &moment)
+{
+    // The system's locale, since the form of times may be another language's than that of texts (LC_TIME).
+    const QLocale locale = QLocale::system();
+    const QTime time = moment.toLocalTime().time();
+    // What has no country has no short form either.
+    return locale.language() == QLocale::C ? time.toString(u"HH:mm"_s) : locale.toString(time, QLocale::ShortFormat);
+}
+
 QString compact(qint64 count)
 {
     if (count < 1000)
@@ -68,6 +79,22 @@ QString compact(qint64 count)
     if (count < 1'000'000)
         return fixed(double(count) / 1000, 0) + u'k';
     return fixed(double(count) / 1'000'000, 1) + u'M';
+}
+
+QString lastLine(const QString &text)
+{
+    constexpr qsizetype kLongest = 200;
+    const QStringList lines = text.split(u'\n');
+    const auto line = std::find_if(lines.rbegin(), lines.rend(), [](const QString &each) { return !each.trimmed().isEmpty(); });
+    if (line == lines.rend())
+        return {};
+    const QString trimmed = line->trimmed();
+    return trimmed.size() <= kLongest ? trimmed : trimmed.first(kLongest) + u'…';
+}
+
+QString withTilde(const QString &path, const QString &home)
+{
+    return path == home || path.startsWith(home + u'/') ? u'~' + path.mid(home.size()) : path;
 }
 
 QString lastPathComponent(const QString &path)

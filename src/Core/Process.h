@@ -16,8 +16,14 @@ QStringList toolSearchPath(const QString &home, const QString &path);
 QString today(const Clock &clock, int offset);
 /// How long ago, in one short word: "now", "12 min", "3 h", "2 d". The future is "now".
 QString ago(const QDateTime &date, const QDateTime &now);
+/// A moment's local time in the user's short form, without a date: "14:30", "2:30 PM".
+QString shortTime(const QDateTime &moment);
 /// A count in few characters: "999", "2k", "2.5M".
 QString compact(qint64 count);
+/// The last line that says something, trimmed and kept to a length that a banner can show; empty if there is none.
+QString lastLine(const QString &text);
+/// A path with the home folder written as "~".
+QString withTilde(const QString &path, const QString &home);
 /// The last name of a path: "/home/me/proj/" gives "proj". The root is its own last name.
 QString lastPathComponent(const QString &path);
 

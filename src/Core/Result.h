@@ -8,6 +8,11 @@ namespace velto {
 /// What a function that can fail returns: a value, or the error in its place.
 template <typename Value, typename Error> class Result {
 public:
+    /// An error that says nothing, until something is assigned.
+    Result()
+        : m_either(std::in_place_index<1>)
+    {
+    }
     Result(Value value)
         : m_either(std::in_place_index<0>, std::move(value))
     {

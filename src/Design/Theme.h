@@ -49,6 +49,7 @@ class Theme : public QObject {
     Q_PROPERTY(int textBody MEMBER kTextBody CONSTANT FINAL)
     Q_PROPERTY(int textTitle MEMBER kTextTitle CONSTANT FINAL)
     Q_PROPERTY(int textLarge MEMBER kTextLarge CONSTANT FINAL)
+    Q_PROPERTY(int textHeadline MEMBER kTextHeadline CONSTANT FINAL)
 
     // Shape, in logical pixels
     Q_PROPERTY(int radiusCard MEMBER kRadiusCard CONSTANT FINAL)
@@ -94,6 +95,7 @@ public:
     static constexpr int kTextBody = 12;
     static constexpr int kTextTitle = 13;
     static constexpr int kTextLarge = 15;
+    static constexpr int kTextHeadline = 22;
 
     static constexpr int kRadiusCard = 16;
     static constexpr int kRadiusRow = 10;

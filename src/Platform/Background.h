@@ -35,8 +35,9 @@ template <typename Work, typename Done> void inBackground(Background &background
                      });
 }
 
-/// The same for a coroutine of the UI thread: `co_await inBackground(background, work)` is the value of `work()`. The caller
-/// checks afterwards whether its own object still lives. Once the program is ending, the coroutine doesn't go on.
+/// The same for a coroutine of the UI thread: awaiting what this returns gives the value of `work()`. The caller checks
+/// afterwards whether its own object still lives. Once the program is ending, the coroutine doesn't go on.
+/// Give it a name first and await that: GCC 12 destroys what a lambda within a co_await expression has captured twice.
 template <typename Work> auto inBackground(Background &background, Work work)
 {
     using Value = std::invoke_result_t<Work>;

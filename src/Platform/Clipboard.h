@@ -1,6 +1,10 @@
 #pragma once
 
 #include <QString>
+#include <functional>
+#include <optional>
+
+class QObject;
 
 namespace velto {
 
@@ -14,7 +18,12 @@ public:
 
     /// Goes up by at least one with every copy, by whatever program. Costs no round trip to the display.
     virtual int changeCount() const = 0;
+    /// The text, from the program that holds it. Waits for that program: for what the user asks for, not for looking.
     virtual QString text() const = 0;
+    /// The same without waiting. `done` runs on the UI thread, unless `context` is gone by then, and may run before read()
+    /// returns; with nothing if there is no text, if it is longer than `longest` bytes, if the program that holds it keeps
+    /// silent, and if another read() began meanwhile.
+    virtual void read(int longest, QObject *context, std::function<void(std::optional<QString>)> done) = 0;
     virtual void setText(const QString &text) = 0;
 };
 

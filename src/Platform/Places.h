@@ -10,6 +10,7 @@ struct Places {
     QString configuration; ///< Velto's own settings
     QString data; ///< Velto's own documents
     QString temporary; ///< short-lived files
+    QString downloads = {}; ///< where browsers put what the user downloads
 };
 
 } // namespace velto

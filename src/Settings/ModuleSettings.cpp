@@ -1,11 +1,10 @@
 #include "Settings/ModuleSettings.h"
 
 #include "Core/Hub.h"
-#include "Platform/FolderPanel.h"
+#include "Core/Process.h"
+#include "Core/WatchFolders.h"
 
-#include <QDir>
 #include <QMetaEnum>
-#include <QPointer>
 
 using namespace Qt::StringLiterals;
 
@@ -73,23 +72,7 @@ void ModuleSettings::removeFolder(const QString &folder)
 
 void ModuleSettings::chooseFolders()
 {
-    m_panel.choose(tr("Watch"), [self = QPointer(this)](const QStringList &folders) {
-        if (self)
-            self->add(folders);
-    });
-}
-
-void ModuleSettings::add(const QStringList &folders)
-{
-    QStringList all = m_prefs.repoRoots();
-    for (const QString &folder : folders) {
-        if (const QString path = QDir::cleanPath(folder); !all.contains(path))
-            all.append(path);
-    }
-    if (all == m_prefs.repoRoots())
-        return;
-    m_prefs.setRepoRoots(all);
-    m_hub.refresh(true);
+    chooseWatchFolders(m_panel, m_prefs, this, [this] { m_hub.refresh(true); });
 }
 
 } // namespace velto

@@ -37,7 +37,6 @@ Q_SIGNALS:
 
 private:
     void update();
-    void add(const QStringList &folders);
 
     Hub &m_hub;
     Prefs &m_prefs;

@@ -11,7 +11,7 @@ SettingsStore::SettingsStore(const Needs &needs, QObject *parent)
     , m_general({needs.hub, needs.prefs, needs.loginItem, needs.terminal})
     , m_modules(needs.hub, needs.prefs, needs.folderPanel, needs.places.home)
     , m_claude(*needs.hub.agents(), needs.tools, needs.places, needs.hookPort)
-    , m_tokens(needs.hub, needs.prefs, needs.keychain)
+    , m_tokens(needs.hub, needs.prefs, needs.background, needs.keychain)
     , m_about({needs.installer, needs.loginItem, needs.keychain, needs.defaults, needs.version})
 {
 }

@@ -4,7 +4,7 @@
 #include "Settings/ClaudeSettings.h"
 #include "Settings/GeneralSettings.h"
 #include "Settings/ModuleSettings.h"
-#include "Settings/TokenSettings.h"
+#include "Core/TokenSettings.h"
 
 namespace velto {
 
@@ -21,6 +21,7 @@ public:
     struct Needs {
         Hub &hub;
         Prefs &prefs;
+        Background &background;
         Defaults &defaults;
         Keychain &keychain;
         FolderPanel &folderPanel;

@@ -35,13 +35,6 @@ struct ClaudeSettingsType {
     QML_UNCREATABLE("Made in C++")
 };
 
-struct TokenSettingsType {
-    Q_GADGET
-    QML_FOREIGN(velto::TokenSettings)
-    QML_NAMED_ELEMENT(TokenSettings)
-    QML_UNCREATABLE("Made in C++")
-};
-
 struct AboutSettingsType {
     Q_GADGET
     QML_FOREIGN(velto::AboutSettings)

@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Controls.Fusion
 import Velto.Settings
+import Velto.Stores
 
 /// One secret: paste it, save it, remove it. What is stored is never shown.
 FormRow {

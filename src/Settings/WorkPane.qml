@@ -1,5 +1,6 @@
 import QtQuick
 import Velto.Settings
+import Velto.Stores
 
 SettingsPane {
     id: root

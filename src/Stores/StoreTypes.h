@@ -8,7 +8,10 @@
 #include "Shell/PanelOutline.h"
 #include "Shell/PeekLine.h"
 #include "Shell/UI.h"
+#include "Platform/VideoPlayer.h"
 #include "Tabs/Agents/AgentsSource.h"
+#include "Tabs/Connect/ConnectSource.h"
+#include "Tabs/Home/HomeSource.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
 #include "Tabs/Todos/TodosSource.h"
 
@@ -111,5 +114,54 @@ struct DraftFormType {
     Q_GADGET
     QML_FOREIGN(velto::DraftForm)
     QML_NAMED_ELEMENT(DraftForm)
+    QML_UNCREATABLE("Made in C++")
+};
+
+struct HomeSourceType {
+    Q_GADGET
+    QML_FOREIGN(velto::HomeSource)
+    QML_NAMED_ELEMENT(HomeSource)
+    QML_UNCREATABLE("Made in C++")
+};
+
+struct HomeSpotlightType {
+    Q_GADGET
+    QML_FOREIGN(velto::HomeSpotlight)
+    QML_NAMED_ELEMENT(HomeSpotlight)
+    QML_UNCREATABLE("Made in C++")
+};
+
+struct VideoPlayerType {
+    Q_GADGET
+    QML_FOREIGN(velto::VideoPlayer)
+    QML_NAMED_ELEMENT(VideoPlayer)
+    QML_UNCREATABLE("Made in C++")
+};
+
+struct ConnectSourceType {
+    Q_GADGET
+    QML_FOREIGN(velto::ConnectSource)
+    QML_NAMED_ELEMENT(ConnectSource)
+    QML_UNCREATABLE("Made in C++")
+};
+
+struct CalendarFormType {
+    Q_GADGET
+    QML_FOREIGN(velto::CalendarForm)
+    QML_NAMED_ELEMENT(CalendarForm)
+    QML_UNCREATABLE("Made in C++")
+};
+
+struct McpFormType {
+    Q_GADGET
+    QML_FOREIGN(velto::McpForm)
+    QML_NAMED_ELEMENT(McpForm)
+    QML_UNCREATABLE("Made in C++")
+};
+
+struct TokenSettingsType {
+    Q_GADGET
+    QML_FOREIGN(velto::TokenSettings)
+    QML_NAMED_ELEMENT(TokenSettings)
     QML_UNCREATABLE("Made in C++")
 };

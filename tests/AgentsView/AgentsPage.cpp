@@ -94,6 +94,11 @@ QQuickItem *AgentsPage::button(const QString &name) const
     return nullptr;
 }
 
+bool AgentsPage::says(const QString &text) const
+{
+    return std::ranges::any_of(itemsBelow(m_view->contentItem()), [&](QQuickItem *item) { return nameOf(item) == text; });
+}
+
 QQuickItem *AgentsPage::list() const
 {
     for (QQuickItem *item : itemsBelow(m_view->contentItem())) {

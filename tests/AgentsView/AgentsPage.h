@@ -27,6 +27,8 @@ protected:
     /// From top to bottom.
     QList<QQuickItem *> rows() const;
     QQuickItem *button(const QString &name) const;
+    /// Whether a screen reader finds this text.
+    bool says(const QString &text) const;
     QQuickItem *list() const;
     void click(QQuickItem *item);
     /// What a screen reader says.

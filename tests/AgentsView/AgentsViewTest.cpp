@@ -60,6 +60,22 @@ void AgentsViewTest::sevenWaitingFoldAndSixDoNot()
     QCOMPARE(m_world->prefs.dismissedAgentIDs().size(), 7);
 }
 
+void AgentsViewTest::sessionsOfTheOtherMachineStandBelow()
+{
+    show();
+    m_world->background.finishAll();
+    QVERIFY(says(u"No agents are running right now"_s));
+    QVERIFY(!says(u"On your other Mac · via Quillbox"_s));
+    const QByteArray at = m_world->clock.wallTime().toUTC().addSecs(-180).toString(u"yyyy-MM-dd HH:mm:ss"_s).toLatin1();
+    m_world->connectHub(
+        "{\"todos\": [], \"heard\": [], \"written_today\": {}, \"handoffs\": [{\"id\": 1, \"name\": \"Handoff · web\", "
+        "\"device\": \"air\", \"at\": \""
+        + at + "\"}]}");
+    QTRY_VERIFY(says(u"On your other Mac · via Quillbox"_s));
+    QVERIFY(says(u"Other Mac: web, 3 min ago"_s));
+    QVERIFY(!says(u"No agents are running right now"_s));
+}
+
 void AgentsViewTest::connectingIsAgreedToInASheet()
 {
     show();

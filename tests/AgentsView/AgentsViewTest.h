@@ -12,6 +12,7 @@ private Q_SLOTS:
     void everyStateDrawsWithoutAWarning_data();
     void everyStateDrawsWithoutAWarning();
     void sevenWaitingFoldAndSixDoNot();
+    void sessionsOfTheOtherMachineStandBelow();
     void connectingIsAgreedToInASheet();
     void aRowKeepsItsIdentityAndItsMenuOverARefresh();
     void aPageAtItsTopStaysThere();

@@ -14,12 +14,10 @@ namespace velto {
 namespace {
 
 struct Desk : World {
-    FakeKeychain keychain;
     FakeLoginItem loginItem;
-    FakeFolderPanel panel;
     QTemporaryDir folder;
     Places here{folder.path(), {}, {}, folder.path()};
-    SettingsStore store{{hub, prefs, defaults, keychain, panel, loginItem, terminal, installer, tools, here, 4747, u"1.2"_s}};
+    SettingsStore settings{{hub, prefs, background, defaults, keychain, folderPanel, loginItem, terminal, installer, tools, here, 4747, u"1.2"_s}};
     Welcome::Needs welcome{hub, prefs, background, tools, loginItem, here};
 
     Desk()
@@ -32,6 +30,7 @@ struct Desk : World {
     {
         const QSignalSpy updated(&hub, &Hub::updatedChanged);
         change();
+        background.finishAll();
         return int(updated.count());
     }
     QVariant cell(QAbstractItemModel *model, const QString &id, int column)
@@ -52,7 +51,7 @@ private Q_SLOTS:
     void whatIsChosenIsStoredAtOnceAndShown()
     {
         Desk desk;
-        GeneralSettings &general = *desk.store.general();
+        GeneralSettings &general = *desk.settings.general();
         QCOMPARE(desk.refreshes([&] { general.setMode(int(Prefs::Mode::Sales)); }), 1);
         QCOMPARE(general.modeLine(), u"Outreach, meetings, CRM and follow-ups"_s);
         QCOMPARE(desk.defaults.value(u"mode"_s).toString(), u"sales"_s);
@@ -89,7 +88,7 @@ private Q_SLOTS:
         QFETCH(QString, typed);
         Desk desk;
         desk.prefs.setDailyBudget(7);
-        desk.store.general()->setDailyBudget(typed);
+        desk.settings.general()->setDailyBudget(typed);
         QTEST(desk.prefs.dailyBudget(), "stored");
     }
 
@@ -97,27 +96,27 @@ private Q_SLOTS:
     {
         Desk desk;
         desk.loginItem.allowed = false;
-        const QSignalSpy changed(desk.store.general(), &GeneralSettings::changed);
-        desk.store.general()->setLogin(true);
-        QVERIFY(!desk.store.general()->login());
+        const QSignalSpy changed(desk.settings.general(), &GeneralSettings::changed);
+        desk.settings.general()->setLogin(true);
+        QVERIFY(!desk.settings.general()->login());
         QCOMPARE(changed.count(), 1);
         desk.loginItem.allowed = true;
-        desk.store.general()->setLogin(true);
-        QVERIFY(desk.store.general()->login());
+        desk.settings.general()->setLogin(true);
+        QVERIFY(desk.settings.general()->login());
     }
 
     void modulesAndFolders()
     {
         Desk desk;
-        ModuleSettings &modules = *desk.store.modules();
+        ModuleSettings &modules = *desk.settings.modules();
         desk.prefs.selectMode(Prefs::Mode::All);
         QCOMPARE(desk.refreshes([&] { modules.set(u"media"_s, false); }), 1);
         QCOMPARE(desk.cell(modules.modules(), u"media"_s, 3), QVariant(false));
         QCOMPARE(desk.refreshes([&] { modules.set(u"media"_s, false); }), 0);
 
-        desk.panel.answer = QStringList{u"/code/a/"_s, u"/code/b"_s, u"/code/a"_s};
+        desk.folderPanel.answer = QStringList{u"/code/a/"_s, u"/code/b"_s, u"/code/a"_s};
         modules.chooseFolders();
-        QCOMPARE(desk.panel.promptNow, u"Watch"_s);
+        QCOMPARE(desk.folderPanel.promptNow, u"Watch"_s);
         QCOMPARE(desk.prefs.repoRoots().mid(desk.prefs.repoRoots().size() - 2), QStringList({u"/code/a"_s, u"/code/b"_s}));
         QCOMPARE(desk.refreshes([&] { modules.removeFolder(u"/code/a"_s); }), 1);
         QVERIFY(!desk.prefs.repoRoots().contains(u"/code/a"_s));
@@ -128,7 +127,7 @@ private Q_SLOTS:
     void tokensAreTrimmedStoredAndNeverShown()
     {
         Desk desk;
-        TokenSettings &tokens = *desk.store.tokens();
+        TokenSettings &tokens = *desk.settings.tokens();
         tokens.save(u"Velto.linear"_s, u"   "_s);
         QVERIFY(!tokens.isSaved(u"Velto.linear"_s));
         QCOMPARE(desk.refreshes([&] { tokens.save(u"Velto.linear"_s, u" secret\n"_s); }), 1);
@@ -142,7 +141,7 @@ private Q_SLOTS:
     void theHooksCanBeConnectedWhereClaudeCodeHasAFolder()
     {
         Desk desk;
-        ClaudeSettings &claude = *desk.store.claude();
+        ClaudeSettings &claude = *desk.settings.claude();
         QVERIFY(!claude.canConnect());
         QVERIFY(QDir(desk.folder.path()).mkdir(u".claude"_s));
         QVERIFY(claude.canConnect());
@@ -164,8 +163,8 @@ private Q_SLOTS:
         for (const QString &name : {u"Velto.quillbox"_s, u"Velto.linear"_s, u"Velto.googleCalendar.tokens"_s})
             desk.keychain.put(name, u"x"_s);
         desk.prefs.setOnboarded(true);
-        const QSignalSpy quit(desk.store.about(), &AboutSettings::quitWanted);
-        desk.store.about()->reset();
+        const QSignalSpy quit(desk.settings.about(), &AboutSettings::quitWanted);
+        desk.settings.about()->reset();
         QVERIFY(!desk.installer.present());
         QVERIFY(!desk.loginItem.enabled());
         QVERIFY(!desk.keychain.get(u"Velto.quillbox"_s));
@@ -198,7 +197,7 @@ private Q_SLOTS:
     {
         Desk desk;
         desk.prefs.setOnboarded(true);
-        desk.prefs.set(Prefs::Module::Media, true);
+        desk.prefs.set(Prefs::Module::Usage, true);
         desk.tools.installed.clear();
         Welcome welcome(desk.welcome);
         welcome.detect();

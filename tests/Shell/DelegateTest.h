@@ -1,6 +1,7 @@
 #pragma once
 
 #include "App/AppDelegate.h"
+#include "App/CommandLine.h"
 #include "Shell/CollapsedStrip.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/PeekLine.h"
@@ -171,6 +172,42 @@ private Q_SLOTS:
         QVERIFY(!d.panelWindow.focused);
         d.statusItem.menu.front().action();
         QVERIFY(d.panelWindow.focused);
+    }
+
+    void doesWhatOtherProgramsAskForByName()
+    {
+        Desktop d;
+        int cheers = 0;
+        d.delegate.addAction(u"cheer"_s, [&] { ++cheers; });
+        d.delegate.act(u"cheer"_s);
+        QCOMPARE(cheers, 1);
+        d.delegate.act(u"unheard-of"_s);
+        QVERIFY(!d.ui.expanded());
+        d.delegate.act(u"open-and-search"_s);
+        QVERIFY(d.ui.expanded());
+        QVERIFY(d.panelWindow.focused);
+    }
+
+    void theCommandLineSaysWhatToDo_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QStringList>("here");
+        QTest::addColumn<QStringList>("there");
+        const QStringList none;
+        QTest::newRow("nothing") << none << none << QStringList{u"open"_s};
+        QTest::newRow("expanded") << QStringList{u"--expanded"_s} << QStringList{u"open"_s} << QStringList{u"open"_s};
+        QTest::newRow("two") << QStringList{u"--demo-peek"_s, u"x"_s, u"--search"_s}
+                             << QStringList{u"open-and-search"_s, u"demo-peek"_s}
+                             << QStringList{u"open-and-search"_s, u"demo-peek"_s};
+        QTest::newRow("started by the bus") << QStringList{u"--activated"_s} << none << none;
+        QTest::newRow("unknown") << QStringList{u"--none"_s} << none << QStringList{u"open"_s};
+    }
+    void theCommandLineSaysWhatToDo()
+    {
+        QFETCH(QStringList, arguments);
+        const auto commandLine = CommandLine::parse(arguments);
+        QTEST(commandLine.actions, "here");
+        QTEST(commandLine.actionsForTheOther(), "there");
     }
 
     void theStripSaysWhatNeedsTheUser_data()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Accessibility.h"
+#include "Platform/Activation.h"
 #include "Platform/Applications.h"
 #include "Platform/Clipboard.h"
 #include "Platform/Defaults.h"
@@ -9,15 +10,19 @@
 #include "Platform/HotKey.h"
 #include "Platform/Keychain.h"
 #include "Platform/LoginItem.h"
+#include "Platform/MediaPlayers.h"
 #include "Platform/Machine.h"
 #include "Platform/PanelWindow.h"
 #include "Platform/Session.h"
+#include "Platform/Sounds.h"
 #include "Platform/StatusItem.h"
 #include "Platform/Terminals.h"
+#include "Platform/VideoPlayer.h"
 #include "Platform/Workspace.h"
 
 #include <QHash>
 #include <QList>
+#include <QPointer>
 #include <QSet>
 #include <utility>
 
@@ -58,6 +63,18 @@ public:
 
     bool enabled() const override { return on; }
     bool set(bool wanted) override { return on = wanted && allowed; }
+};
+
+class FakeVideoPlayer final : public VideoPlayer {
+    Q_OBJECT
+public:
+    bool here = true;
+    QString htmlNow; ///< empty while nothing is shown
+
+    bool installed() const override { return here; }
+    void open(const QString &html, const QUrl &, quintptr, const QRect &) override { htmlNow = html; }
+    void move(const QRect &) override { }
+    void close() override { htmlNow.clear(); }
 };
 
 class FakeFolderPanel final : public FolderPanel {
@@ -108,15 +125,83 @@ public:
 class FakeClipboard final : public Clipboard {
 public:
     int count = 0;
-    QString content;
+    QString content; ///< null for something that is no text
+    bool slow = false; ///< the program that holds it takes its time: until answer()
+    std::function<void()> waiting; ///< its answer
+    int reads = 0;
 
     int changeCount() const override { return count; }
     QString text() const override { return content; }
+    void read(int longest, QObject *context, std::function<void(std::optional<QString>)> done) override
+    {
+        ++reads;
+        const bool fits = !content.isNull() && content.toUtf8().size() <= longest;
+        waiting = [text = fits ? std::optional(content) : std::nullopt, alive = QPointer(context), done = std::move(done)] {
+            if (alive)
+                done(text);
+        };
+        if (!slow)
+            answer();
+    }
+    void answer()
+    {
+        if (const auto now = std::exchange(waiting, {}))
+            now();
+    }
     void setText(const QString &text) override
     {
         content = text;
         ++count;
     }
+};
+
+class FakeMediaPlayers final : public MediaPlayers {
+    Q_OBJECT
+public:
+    struct Player {
+        MediaPlayer player;
+        std::optional<MediaReport> report; ///< nothing for one that fails
+    };
+    QList<Player> players;
+    bool slow = false; ///< answers wait for answer()
+    QStringList asked;
+    QStringList pressed;
+
+    QList<MediaPlayer> running() const override
+    {
+        QList<MediaPlayer> list;
+        for (const Player &one : players)
+            list.append(one.player);
+        return list;
+    }
+    void ask(const QString &id, QObject *context, std::function<void(std::optional<MediaReport>)> done) override
+    {
+        asked.append(id);
+        std::optional<MediaReport> report;
+        for (const Player &one : players)
+            if (one.player.id == id)
+                report = one.report;
+        m_waiting.append([report, alive = QPointer(context), done = std::move(done)] {
+            if (alive)
+                done(report);
+        });
+        if (!slow)
+            answer();
+    }
+    void playPause(const QString &id) override { pressed.append(id); }
+    /// Gives the answer that waits at this place.
+    void answer(int index = 0) { m_waiting.takeAt(index)(); }
+    int waiting() const { return int(m_waiting.size()); }
+
+private:
+    QList<std::function<void()>> m_waiting;
+};
+
+class FakeSounds final : public Sounds {
+public:
+    QStringList played;
+
+    void play(const QString &name) override { played.append(name); }
 };
 
 class FakeWorkspace final : public Workspace {
@@ -163,6 +248,24 @@ public:
             press = std::move(action);
         return available;
     }
+};
+
+class FakeActivation final : public Activation {
+    Q_OBJECT
+public:
+    bool first = true;
+    bool reachable = true;
+    QStringList handedOver;
+    bool listening = false;
+
+    bool claim() override { return first; }
+    bool handOver(const QStringList &actions) override
+    {
+        if (reachable)
+            handedOver += actions;
+        return reachable;
+    }
+    void listen(bool) override { listening = true; }
 };
 
 class FakeStatusItem final : public StatusItem {

@@ -27,6 +27,12 @@ std::optional<QByteArray> entryValue(const QByteArray &entry, QByteArrayView key
     return std::nullopt;
 }
 
+/// A text as such a file writes it.
+QByteArray desktopString(const QString &text)
+{
+    return text.toUtf8().replace('\\', "\\\\").replace('\n', "\\n");
+}
+
 } // namespace
 
 /// Two layers: an argument in double quotes with `"`, backtick, `$` and `\` escaped, and `%` doubled; then the backslashes
@@ -75,7 +81,8 @@ bool AutostartLoginItem::set(bool on)
 {
     if (on)
         m_files.replace(m_path,
-                        "[Desktop Entry]\nType=Application\nName=Velto\nExec=" + desktopExec(m_program)
+                        "[Desktop Entry]\nType=Application\nName=Velto\nIcon=" VELTO_APPLICATION_ID "\nTryExec="
+                            + desktopString(m_program) + "\nExec=" + desktopExec(m_program)
                             + "\nTerminal=false\nX-GNOME-Autostart-enabled=true\n");
     else
         QFile::remove(m_path);

@@ -30,7 +30,7 @@ void ask(const QDBusConnection &bus, const DBusMethod &method, QObject *context,
     auto message = QDBusMessage::createMethodCall(method.service, method.path, method.interface, method.method);
     message.setArguments(method.arguments);
     message.setAutoStartService(method.start);
-    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(message), context);
+    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(message, int(method.limit.count())), context);
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, context,
                      [done = std::move(done)](QDBusPendingCallWatcher *finished) {
                          finished->deleteLater();

@@ -3,6 +3,7 @@
 #include <QDBusConnection>
 #include <QObject>
 #include <QVariant>
+#include <chrono>
 #include <functional>
 
 namespace velto {
@@ -15,6 +16,7 @@ struct DBusMethod {
     QString method;
     QVariantList arguments;
     bool start = false; ///< have the bus start the service if it doesn't run
+    std::chrono::milliseconds limit{-1}; ///< how long to wait for the answer; negative: as long as the bus usually does
 };
 
 /// Calls it without waiting. `done` gets the first value of the answer, out of its variants, or an invalid one after any

@@ -70,6 +70,7 @@ LinuxPlatform::LinuxPlatform(Clock &clock, Files &files, const Places &places)
     , loginItem(files, configurationFolder(), QCoreApplication::applicationFilePath())
     , session(clock)
     , accessibility(files, configurationFolder())
+    , clipboard(server, clock)
     , terminals(places)
     , machine(files)
 {
@@ -86,6 +87,7 @@ void LinuxPlatform::start()
     const auto sessionBus = QDBusConnection::sessionBus();
     session.start(QDBusConnection::systemBus(), sessionBus);
     accessibility.start(sessionBus);
+    players.start(sessionBus);
 }
 
 } // namespace velto

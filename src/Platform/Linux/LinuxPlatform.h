@@ -6,8 +6,10 @@
 #include "Platform/Linux/LibsecretKeychain.h"
 #include "Platform/Linux/LinuxMachine.h"
 #include "Platform/Linux/LinuxTerminals.h"
+#include "Platform/Linux/LinuxVideoPlayer.h"
 #include "Platform/Linux/LogindSession.h"
 #include "Platform/Linux/PortalAppearance.h"
+#include "Platform/Linux/MprisPlayers.h"
 #include "Platform/Linux/QtClipboard.h"
 #include "Platform/Linux/QtDisplays.h"
 #include "Platform/Linux/QtFolderPanel.h"
@@ -47,11 +49,13 @@ struct LinuxPlatform {
     LogindSession session;
     AtspiAccessibility accessibility;
     QtClipboard clipboard;
+    MprisPlayers players;
     XdgWorkspace workspace;
     LinuxTerminals terminals;
     LinuxMachine machine;
     QtFolderPanel folderPanel;
     PortalAppearance appearance;
+    LinuxVideoPlayer videoPlayer;
 };
 
 } // namespace velto

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Clipboard.h"
+#include "Platform/Linux/XcbClipboardText.h"
 
 #include <QObject>
 
@@ -10,13 +11,16 @@ namespace velto {
 class QtClipboard final : public QObject, public Clipboard {
     Q_OBJECT
 public:
-    explicit QtClipboard(QObject *parent = nullptr);
+    QtClipboard(XcbServer &server, Clock &clock, QObject *parent = nullptr);
 
     int changeCount() const override { return m_count; }
     QString text() const override;
+    void read(int longest, QObject *context, std::function<void(std::optional<QString>)> done) override;
     void setText(const QString &text) override;
 
 private:
+    XcbServer &m_server;
+    XcbClipboardText m_text;
     int m_count = 0;
 };
 

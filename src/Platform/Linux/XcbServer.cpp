@@ -19,7 +19,10 @@ constexpr std::array<const char *, std::size_t(XcbAtom::Count)> kAtomNames{"_NET
                                                                            "_NET_WM_CM_S%1",
                                                                            "_NET_SYSTEM_TRAY_S%1",
                                                                            "MANAGER",
-                                                                           "_KDE_NET_WM_BLUR_BEHIND_REGION"};
+                                                                           "_KDE_NET_WM_BLUR_BEHIND_REGION",
+                                                                           "CLIPBOARD",
+                                                                           "UTF8_STRING",
+                                                                           "VELTO_TRANSFER"};
 
 constexpr std::string_view kKeyboardExtension = "XKEYBOARD";
 constexpr quint32 kMostValues = 4096;
@@ -191,6 +194,11 @@ bool XcbServer::handle(const xcb_generic_event_t &event)
         const auto &visibility = reinterpret_cast<const xcb_visibility_notify_event_t &>(event);
         if (visibility.state != XCB_VISIBILITY_UNOBSCURED)
             Q_EMIT obscured(visibility.window);
+        return false;
+    }
+    case XCB_SELECTION_NOTIFY: {
+        const auto &answer = reinterpret_cast<const xcb_selection_notify_event_t &>(event);
+        Q_EMIT selectionCame(answer.requestor, answer.property);
         return false;
     }
     case XCB_KEY_PRESS:

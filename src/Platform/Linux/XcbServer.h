@@ -30,6 +30,9 @@ enum class XcbAtom : quint8 {
     SystemTray, ///< the selection that a tray of the older kind owns, one for each screen
     Manager,
     BlurBehind,
+    Clipboard,
+    Utf8Text,
+    Transfer, ///< the property in which this program takes a selection in
     Count
 };
 
@@ -66,6 +69,8 @@ Q_SIGNALS:
     /// A window of another program has a new WM_CLASS. Only for windows that were selected for property changes.
     void classChanged(xcb_window_t window);
     void selectionOwnerChanged(xcb_atom_t selection);
+    /// A selection that a window asked for has come, in that property of the window, or is refused, with no property.
+    void selectionCame(xcb_window_t window, xcb_atom_t property);
     /// A window got covered, in whole or in part.
     void obscured(xcb_window_t window);
     /// A grabbed key on the root window; repeats come as presses. `time` is the server's, in milliseconds.

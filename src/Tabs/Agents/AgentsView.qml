@@ -213,6 +213,8 @@ FocusScope {
                 visible: root.source.empty && otherMac.count === 0
                 symbol: "sparkle"
                 text: qsTr("No agents are running right now")
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
             }
             SectionLabel {
                 visible: tools.count > 0

@@ -53,8 +53,10 @@ GlassCard {
 
         readonly property bool shown: root.source.cardAnswer !== ""
 
-        width: parent.width
-        height: answer.shown ? answerText.implicitHeight : 0
+        // Room for the ring around the words, which stand where the question does.
+        x: -6
+        width: parent.width + 12
+        height: answer.shown ? answerText.implicitHeight + 8 : 0
         visible: height > 0
         clip: true
         opacity: answer.shown ? 1 : 0
@@ -73,7 +75,9 @@ GlassCard {
         PlainText {
             id: answerText
 
-            width: parent.width
+            x: 6
+            y: 4
+            width: parent.width - 12
             multiline: true
             words: root.source.cardAnswer
             color: Theme.glassSecondary
@@ -81,7 +85,7 @@ GlassCard {
         }
         FocusRing {
             anchors.margins: 0
-            corner: 2
+            corner: 4
         }
     }
     PillButton {

@@ -79,6 +79,7 @@ FocusScope {
         header: Column {
             width: list.width
             spacing: 8
+            topPadding: 2
             bottomPadding: 4
 
             Row {
@@ -138,6 +139,8 @@ FocusScope {
             height: visible ? 34 : 0
             symbol: "brain"
             text: qsTr("Nothing new in Quillbox right now.")
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
     }
     // qmllint enable unqualified type

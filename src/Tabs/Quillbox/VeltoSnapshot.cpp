@@ -92,7 +92,8 @@ public:
         for (const JsonValue &value : list->GetArray()) {
             if (!m_fault.isEmpty())
                 return;
-            fill(Reader(value, u"%1[%2]"_s.arg(pathOf(key)).arg(into.size()), m_fault), into.emplaceBack());
+            const QString path = u"%1[%2]"_s.arg(pathOf(key)).arg(into.size());
+            fill(Reader(value, path, m_fault), into.emplaceBack());
         }
     }
     void read(const char *key, QList<std::pair<QString, qint64>> &into) const

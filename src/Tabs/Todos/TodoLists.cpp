@@ -13,14 +13,24 @@ namespace {
 /// Stands between the texts of one todo, where nobody types it.
 constexpr QChar kBetween(0xFFFF);
 
+/// Lower case, most of it without a look into the tables of all scripts: the first key of a search waits for every text.
+QString lowered(QString text)
+{
+    const auto isAscii = [](QChar c) { return c.unicode() < 0x80 || c == kBetween; };
+    if (!std::all_of(text.cbegin(), text.cend(), isAscii))
+        return text.toLower();
+    for (QChar &c : text)
+        c = c >= u'A' && c <= u'Z' ? QChar(char16_t(c.unicode() | 0x20)) : c;
+    return text;
+}
+
 QString searchedText(const Todo &todo)
 {
-    const QString number = u'#' + QString::number(todo.id);
-    const QString texts[] = {todo.title, todo.details, todo.who, todo.project, number};
-    QString result;
-    for (const QString &text : texts)
-        result += text.toLower() + kBetween;
-    return result;
+    QString text;
+    text.reserve(todo.title.size() + todo.details.size() + todo.who.size() + todo.project.size() + 32);
+    for (const QString *each : {&todo.title, &todo.details, &todo.who, &todo.project})
+        (text += *each) += kBetween;
+    return lowered(text += u'#' + QString::number(todo.id));
 }
 
 } // namespace
@@ -52,9 +62,9 @@ const QList<qsizetype> &TodoLists::order()
     return m_order;
 }
 
-bool TodoLists::found(qsizetype place, const QString &lowered)
+bool TodoLists::found(qsizetype place, const QString &search)
 {
-    if (lowered.isEmpty())
+    if (search.isEmpty())
         return true;
     if (m_texts.size() != m_todos.size()) {
         m_texts.clear();
@@ -62,13 +72,13 @@ bool TodoLists::found(qsizetype place, const QString &lowered)
         for (const Todo &todo : std::as_const(m_todos))
             m_texts.append(searchedText(todo));
     }
-    return !lowered.contains(kBetween) && m_texts[place].contains(lowered);
+    return !search.contains(kBetween) && m_texts[place].contains(search);
 }
 
 TodoLists::Result TodoLists::cut(const Cut &cut)
 {
-    const QString lowered = cut.search.toLower();
-    if (lowered.isEmpty())
+    const QString search = cut.search.toLower();
+    if (search.isEmpty())
         m_texts.clear();
     Result result;
     QHash<QString, qsizetype> buckets;
@@ -85,7 +95,7 @@ TodoLists::Result TodoLists::cut(const Cut &cut)
         result.dueHere += dueNow;
         result.overdueHere += overdue;
         result.highHere += dueNow && todo.prio == 1;
-        if (!passes(cut.filter, todo, cut.today) || !found(place, lowered))
+        if (!passes(cut.filter, todo, cut.today) || !found(place, search))
             continue;
         const QString project = todo.project.isEmpty() ? u"other"_s : todo.project;
         const qsizetype bucket = buckets.value(project, result.groups.size());

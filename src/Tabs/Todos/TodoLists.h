@@ -43,7 +43,7 @@ public:
 
 private:
     const QList<qsizetype> &order();
-    bool found(qsizetype place, const QString &lowered);
+    bool found(qsizetype place, const QString &search);
 
     QList<Todo> m_todos;
     QList<qsizetype> m_order; ///< places, most urgent first; empty until it is asked for

@@ -1,3 +1,4 @@
+#include "Core/Process.h"
 #include "Platform/Background.h"
 #include "Platform/ToolRunner.h"
 #include "Tabs/Quillbox/HubClient.h"
@@ -24,18 +25,6 @@ constexpr std::chrono::seconds kUndoTime{5};
 bool isBlank(const QString &text)
 {
     return std::ranges::all_of(text, [](QChar c) { return c == u'\t' || c.category() == QChar::Separator_Space; });
-}
-
-/// The last line that says something, kept to a length that a banner can show.
-QString lastLine(const QString &text)
-{
-    constexpr qsizetype kLongest = 200;
-    const QStringList lines = text.split(u'\n');
-    const auto line = std::find_if(lines.rbegin(), lines.rend(), [](const QString &each) { return !each.trimmed().isEmpty(); });
-    if (line == lines.rend())
-        return {};
-    const QString trimmed = line->trimmed();
-    return trimmed.size() <= kLongest ? trimmed : trimmed.first(kLongest) + u'…';
 }
 
 /// "Ship v2.0 — now!" is "ship-v2-0-now". Counts in characters as the user sees them.

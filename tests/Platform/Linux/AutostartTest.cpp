@@ -56,6 +56,11 @@ private Q_SLOTS:
         QVERIFY(!item.enabled());
         QVERIFY(!item.set(false));
         QVERIFY(item.set(true));
+        QFile entry(home.filePath(u"autostart/velto.desktop"_s));
+        QVERIFY(entry.open(QIODevice::ReadOnly));
+        const auto lines = entry.readAll().split('\n');
+        QVERIFY(lines.contains("Exec=\"/opt/we ird%%/velto\""));
+        QVERIFY(lines.contains("TryExec=/opt/we ird%/velto")); // once the program is gone, the desktop passes over it
         // A second program of the same name isn't the one that starts.
         QVERIFY(!AutostartLoginItem(files, home.path(), u"/usr/bin/velto"_s).enabled());
         QVERIFY(!item.set(false));

@@ -15,6 +15,7 @@ public:
     ~PrivateBus();
 
     bool works() const { return !m_address.isEmpty(); }
+    const QString &address() const { return m_address; }
     /// Another connection to it.
     QDBusConnection connect();
 

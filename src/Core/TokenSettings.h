@@ -1,16 +1,20 @@
 #pragma once
 
+#include "Tabs/Home/KeychainLane.h"
+
 #include <QObject>
 #include <QSet>
 #include <QString>
 
 namespace velto {
 
+class Background;
 class Hub;
 class Keychain;
 class Prefs;
 
-/// The tokens of the work tools: what is stored, never the tokens themselves. UI thread only.
+/// The tokens of the work tools: what is stored, never the tokens themselves. UI thread only; waits for no
+/// keyring.
 class TokenSettings : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString jiraSite READ jiraSite WRITE setJiraSite NOTIFY changed FINAL)
@@ -19,7 +23,8 @@ class TokenSettings : public QObject {
     Q_PROPERTY(int revision READ revision NOTIFY changed FINAL)
 public:
     /// All of it outlives this.
-    TokenSettings(Hub &hub, Prefs &prefs, Keychain &keychain, QObject *parent = nullptr);
+    TokenSettings(Hub &hub, Prefs &prefs, Background &background, Keychain &keychain, QObject *parent = nullptr);
+    ~TokenSettings() override;
 
     QString jiraSite() const;
     void setJiraSite(const QString &site);
@@ -27,8 +32,10 @@ public:
     void setJiraEmail(const QString &email);
     int revision() const { return m_revision; }
 
+    /// How many of the tools have a token, as of the last look.
+    int count() const { return int(m_saved.size()); }
     Q_INVOKABLE bool isSaved(const QString &name) const { return m_saved.contains(name); }
-    /// Trims and stores it; nothing happens if nothing is left.
+    /// Trims and stores it and reads anew; nothing happens if nothing is left.
     Q_INVOKABLE void save(const QString &name, const QString &token);
     Q_INVOKABLE void remove(const QString &name);
     /// Asks the keyring; called as the pane comes up.
@@ -38,11 +45,13 @@ Q_SIGNALS:
     void changed();
 
 private:
-    void afterChange();
+    QCoro::Task<> put(QString name, std::optional<QString> token);
+    QCoro::Task<> look();
 
     Hub &m_hub;
     Prefs &m_prefs;
-    Keychain &m_keychain;
+    KeychainLane m_keychain;
+    std::shared_ptr<const bool> m_life = std::make_shared<bool>(true); ///< ends with this object
     QSet<QString> m_saved;
     int m_revision = 0;
 };

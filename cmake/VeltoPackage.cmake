@@ -1,0 +1,82 @@
+# The .deb that CPack makes: script/package.
+
+set(VELTO_MAINTAINER "The Velto developers <developers@velto.invalid>" CACHE STRING "Who answers for the package: NAME <ADDRESS>")
+
+# velto_qml_packages(VAR): the Debian packages of all QML modules that the views import, straight or through others. They are
+# loaded by name, so that no linker knows of them.
+function(velto_qml_packages variable)
+    find_program(QML_IMPORT_SCANNER qmlimportscanner PATHS ${QT6_INSTALL_PREFIX}/${QT6_INSTALL_LIBEXECS} REQUIRED)
+    set(modules ${QT6_INSTALL_PREFIX}/${QT6_INSTALL_QML})
+    execute_process(COMMAND ${QML_IMPORT_SCANNER} -rootPath ${PROJECT_SOURCE_DIR}/src -importPath ${modules}
+        OUTPUT_VARIABLE imports COMMAND_ERROR_IS_FATAL ANY)
+    string(JSON count LENGTH "${imports}")
+    math(EXPR last "${count} - 1")
+    foreach(index RANGE ${last})
+        string(JSON name GET "${imports}" ${index} name)
+        string(JSON path ERROR_VARIABLE unresolved GET "${imports}" ${index} path)
+        if(NOT name MATCHES "^Qt")
+            continue()
+        endif()
+        set(package)
+        if(NOT unresolved)
+            execute_process(COMMAND dpkg-query -S ${path}/qmldir OUTPUT_VARIABLE owner ERROR_QUIET)
+            if(owner MATCHES "^([^:,]+)")
+                set(package ${CMAKE_MATCH_1})
+            endif()
+        endif()
+        if(NOT package)
+            # Debian's rule for names.
+            string(TOLOWER "qml6-module-${name}" package)
+            string(REPLACE "." "-" package ${package})
+        endif()
+        list(APPEND packages ${package})
+    endforeach()
+    list(REMOVE_DUPLICATES packages)
+    list(SORT packages)
+    set(${variable} ${packages} PARENT_SCOPE)
+endfunction()
+
+find_program(DPKG_QUERY dpkg-query)
+if(DPKG_QUERY)
+    velto_qml_packages(depends)
+endif()
+# What the program runs or loads by name: the hooks call curl, links are opened by xdg-open, secrets go to the keyring.
+list(APPEND depends curl libsecret-1-0 xdg-utils)
+list(JOIN depends ", " CPACK_DEBIAN_PACKAGE_DEPENDS)
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME velto)
+set(CPACK_PACKAGE_VENDOR "The Velto developers")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "says at the top of the screen which coding agents wait for you")
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
+"Velto is a black strip at the top centre of the screen. It shows at a
+glance which Claude Code sessions wait for you and which are working.
+.
+When something changes, one line slides out of it; when a session wants
+to run a tool, that line asks, and the answer goes back to the session.
+It needs an X11 session, or XWayland under Wayland.")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_MAINTAINER ${VELTO_MAINTAINER})
+set(CPACK_DEBIAN_PACKAGE_SECTION utils)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "default-dbus-session-bus | dbus-session-bus, fonts-inter, qt6-svg-plugins | libqt6svg6")
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "gh, git, gnome-keyring | org.freedesktop.secrets")
+
+# What Debian's policy wants besides: the changelog in its own form.
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+set(changelog ${PROJECT_BINARY_DIR}/packaging/changelog.gz)
+add_custom_command(
+    OUTPUT ${changelog}
+    COMMAND ${Python3_EXECUTABLE} ${PROJECT_SOURCE_DIR}/cmake/debian-changelog.py ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+        ${VELTO_MAINTAINER} ${changelog}
+    DEPENDS cmake/debian-changelog.py ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+    VERBATIM)
+add_custom_target(velto-changelog ALL DEPENDS ${changelog})
+install(FILES ${changelog} DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/velto)
+
+include(CPack)

@@ -1,0 +1,59 @@
+#include "App/ThisMachine.h"
+
+#include "Core/Process.h"
+
+#include <QDir>
+#include <QStandardPaths>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+Places placesOfThisMachine()
+{
+    return {
+        .home = QDir::homePath(),
+        .configuration = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/velto"_L1,
+        .data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/Velto"_L1,
+        .temporary = QDir::tempPath(),
+        .downloads = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation),
+    };
+}
+
+ThisMachine::ThisMachine()
+    : places(placesOfThisMachine())
+    , defaults(files, clock, places.configuration + "/settings.json"_L1)
+    , tools(toolSearchPath(places.home, qEnvironmentVariable("PATH")))
+    , platform(clock, files, places)
+    , sounds(background)
+{
+}
+
+ThisMachine::~ThisMachine() = default;
+
+Desktop ThisMachine::desktop()
+{
+    return {
+        .clock = clock,
+        .background = background,
+        .tools = tools,
+        .files = files,
+        .fileTree = fileTree,
+        .defaults = defaults,
+        .http = http,
+        .keychain = platform.keychain,
+        .clipboard = platform.clipboard,
+        .workspace = platform.workspace,
+        .applications = platform.applications,
+        .accessibility = platform.accessibility,
+        .terminals = platform.terminals,
+        .machine = platform.machine,
+        .players = platform.players,
+        .sounds = sounds,
+        .folderPanel = platform.folderPanel,
+        .videoPlayer = platform.videoPlayer,
+        .places = places,
+    };
+}
+
+} // namespace velto

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Core/Desktop.h"
+#include "Core/Http.h"
+#include "Platform/Linux/CanberraSounds.h"
+#include "Platform/Linux/LinuxPlatform.h"
+#include "Platform/Places.h"
+#include "Platform/Posix/JsonDefaults.h"
+#include "Platform/Posix/PosixFileTree.h"
+#include "Platform/Posix/PosixFiles.h"
+#include "Platform/Posix/PosixToolRunner.h"
+#include "Platform/Posix/SystemClock.h"
+#include "Platform/Posix/ThreadPoolBackground.h"
+
+namespace velto {
+
+/// Where this user's files are.
+Places placesOfThisMachine();
+
+/// What the stores lean on, as it really is, in the order in which it leans on each other.
+struct ThisMachine {
+    ThisMachine();
+    ~ThisMachine();
+
+    Desktop desktop();
+
+    Places places;
+    SystemClock clock;
+    PosixFiles files;
+    PosixFileTree fileTree;
+    JsonDefaults defaults;
+    PosixToolRunner tools;
+    ThreadPoolBackground background;
+    LinuxPlatform platform;
+    CanberraSounds sounds;
+    Http http;
+};
+
+} // namespace velto

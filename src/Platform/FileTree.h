@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace velto {
+
+/// A file that was found in a tree of folders.
+struct TreeFile {
+    std::string path; ///< full, in the bytes of the file system
+    qint64 modified = 0; ///< milliseconds since 1970
+    quint64 size = 0; ///< bytes
+};
+
+/// Looks through trees of folders that hold hundreds of files, many times a day. Safe from any thread; blocks for the disk.
+class FileTree {
+public:
+    FileTree() = default;
+    FileTree(const FileTree &) = delete;
+    FileTree &operator=(const FileTree &) = delete;
+    virtual ~FileTree() = default;
+
+    /// Tells `found` of each file below `folder`, at any depth and in any order, whose name is something followed by `suffix`.
+    /// Links to files are followed, links to folders below `folder` are not. What can't be read is passed over.
+    virtual void each(const QString &folder, std::string_view suffix,
+                      const std::function<void(const TreeFile &)> &found) const = 0;
+};
+
+} // namespace velto

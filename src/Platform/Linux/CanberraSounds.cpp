@@ -1,0 +1,98 @@
+#include "Platform/Linux/CanberraSounds.h"
+
+#include "Platform/Background.h"
+
+#include <QLibrary>
+#include <QSemaphore>
+#include <array>
+#include <canberra.h>
+#include <chrono>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+/// A sound of a theme takes a second or two; a sound server that hangs takes for ever.
+constexpr std::chrono::milliseconds kLongest{5000};
+
+struct ThemeSound {
+    QLatin1StringView name;
+    const char *event;
+};
+constexpr std::array kSounds{ThemeSound{"Glass"_L1, "complete"}};
+
+const char *eventFor(const QString &name)
+{
+    for (const auto &sound : kSounds)
+        if (name == sound.name)
+            return sound.event;
+    return nullptr;
+}
+
+struct CanberraApi {
+    template <typename Function> void resolve(QLibrary &library, Function &function, const char *name)
+    {
+        function = reinterpret_cast<Function>(library.resolve(name));
+        complete = complete && function;
+    }
+
+    decltype(&::ca_context_create) create = nullptr;
+    decltype(&::ca_context_destroy) destroy = nullptr;
+    decltype(&::ca_context_play_full) play = nullptr;
+    decltype(&::ca_proplist_create) createProperties = nullptr;
+    decltype(&::ca_proplist_destroy) destroyProperties = nullptr;
+    decltype(&::ca_proplist_sets) set = nullptr;
+    bool complete = true;
+
+    CanberraApi()
+    {
+        QLibrary library(u"canberra"_s, 0);
+        resolve(library, create, "ca_context_create");
+        resolve(library, destroy, "ca_context_destroy");
+        resolve(library, play, "ca_context_play_full");
+        resolve(library, createProperties, "ca_proplist_create");
+        resolve(library, destroyProperties, "ca_proplist_destroy");
+        resolve(library, set, "ca_proplist_sets");
+    }
+};
+
+/// Connects to the sound server, plays, and waits for the end. A connection that stayed would wake the program now and then.
+void playToTheEnd(const char *event)
+{
+    static const CanberraApi kApi;
+    ca_context *made = nullptr;
+    if (!kApi.complete || kApi.create(&made) != CA_SUCCESS)
+        return;
+    QSemaphore ended;
+    // Destroying the context ends what plays, and calls back for it: it goes before what it calls back into.
+    const std::unique_ptr<ca_context, decltype(kApi.destroy)> context(made, kApi.destroy);
+    ca_proplist *properties = nullptr;
+    if (kApi.createProperties(&properties) != CA_SUCCESS)
+        return;
+    kApi.set(properties, CA_PROP_EVENT_ID, event);
+    kApi.set(properties, CA_PROP_MEDIA_ROLE, "event");
+    kApi.set(properties, CA_PROP_APPLICATION_NAME, "Velto");
+    const auto released = [](ca_context *, uint32_t, int, void *semaphore) { static_cast<QSemaphore *>(semaphore)->release(); };
+    const bool plays = kApi.play(context.get(), 1, properties, released, &ended) == CA_SUCCESS;
+    kApi.destroyProperties(properties);
+    if (plays)
+        ended.tryAcquire(1, int(kLongest.count()));
+}
+
+} // namespace
+
+CanberraSounds::CanberraSounds(Background &background)
+    : m_background(background)
+{
+}
+
+void CanberraSounds::play(const QString &name)
+{
+    if (const char *event = eventFor(name))
+        m_background.start([event] { playToTheEnd(event); }, [] {});
+}
+
+} // namespace velto

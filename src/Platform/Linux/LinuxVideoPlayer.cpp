@@ -1,0 +1,101 @@
+#include "Platform/Linux/LinuxVideoPlayer.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+constexpr int kGrace = 500; // ms
+
+QJsonObject written(const QRect &place)
+{
+    return {{u"x"_s, place.x()}, {u"y"_s, place.y()}, {u"width"_s, place.width()}, {u"height"_s, place.height()}};
+}
+
+QByteArray lineOf(const QJsonObject &object)
+{
+    return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
+}
+
+} // namespace
+
+LinuxVideoPlayer::LinuxVideoPlayer(QObject *parent)
+    : VideoPlayer(parent)
+{
+}
+
+LinuxVideoPlayer::~LinuxVideoPlayer()
+{
+    close();
+}
+
+QString LinuxVideoPlayer::program()
+{
+    const QString here = QCoreApplication::applicationDirPath();
+    for (const QString &path : {here + "/velto-video"_L1, here + "/../libexec/velto/velto-video"_L1}) {
+        if (QFileInfo(path).isExecutable())
+            return path;
+    }
+    return {};
+}
+
+bool LinuxVideoPlayer::installed() const
+{
+    return !program().isEmpty();
+}
+
+void LinuxVideoPlayer::open(const QString &html, const QUrl &base, quintptr window, const QRect &place)
+{
+    close();
+    m_place = place;
+    m_process = std::make_unique<QProcess>();
+    m_process->setStandardOutputFile(QProcess::nullDevice());
+    m_process->setStandardErrorFile(QProcess::nullDevice());
+    const auto ended = [this] {
+        if (!m_process)
+            return;
+        m_process.release()->deleteLater(); // its own signal may have called
+        Q_EMIT failed();
+    };
+    connect(m_process.get(), &QProcess::finished, this, ended);
+    connect(m_process.get(), &QProcess::errorOccurred, this, [this, ended](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            ended();
+    });
+    m_process->start(program(), {});
+    QJsonObject first = written(place);
+    first.insert(u"html"_s, html);
+    first.insert(u"base"_s, base.toString());
+    first.insert(u"parent"_s, double(window));
+    m_process->write(lineOf(first));
+}
+
+void LinuxVideoPlayer::move(const QRect &place)
+{
+    if (!m_process || place == m_place)
+        return;
+    m_place = place;
+    m_process->write(lineOf(written(place)));
+}
+
+void LinuxVideoPlayer::close()
+{
+    if (!m_process)
+        return;
+    const std::unique_ptr<QProcess> process = std::move(m_process);
+    process->disconnect(this);
+    process->closeWriteChannel();
+    process->terminate();
+    if (!process->waitForFinished(kGrace))
+        process->kill();
+    process->waitForFinished(kGrace);
+}
+
+} // namespace velto

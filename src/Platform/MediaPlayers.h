@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <functional>
+#include <optional>
+
+namespace velto {
+
+/// A program that can play and is running.
+struct MediaPlayer {
+    QString id; ///< what the calls below take
+    /// The application behind it, as Applications names it: "com.spotify.client", "com.apple.Music". A player that the logic
+    /// needn't know has its id here.
+    QString application;
+};
+
+/// What a player says that it plays.
+struct MediaReport {
+    enum class State : quint8 { Stopped, Paused, Playing };
+
+    QString player; ///< its name for people
+    QString track;
+    QString artist;
+    State state = State::Stopped;
+};
+
+/// The media players of the desktop. Nothing here starts one. UI thread only; returns at once.
+class MediaPlayers : public QObject {
+    Q_OBJECT
+public:
+    using QObject::QObject;
+
+    /// The players that run, from memory, in an order that stays while they do.
+    virtual QList<MediaPlayer> running() const = 0;
+    /// Asks a player what it plays. `done` runs on the UI thread, unless `context` is gone by then; with nothing after any
+    /// failure, at the latest after ten seconds.
+    virtual void ask(const QString &id, QObject *context, std::function<void(std::optional<MediaReport>)> done) = 0;
+    /// Has a player pause, or play on. Nobody hears of a failure.
+    virtual void playPause(const QString &id) = 0;
+
+Q_SIGNALS:
+    /// A player came or went, or plays something else now. May come in bursts, and not at all from some players.
+    void changed();
+};
+
+} // namespace velto

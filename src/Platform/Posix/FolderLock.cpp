@@ -1,0 +1,60 @@
+#include "Platform/Posix/FolderLock.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+
+namespace velto {
+
+namespace {
+
+constexpr mode_t kPrivateFolder = 0700;
+constexpr mode_t kPrivateFile = 0600;
+
+void makeFolder(const QString &folder)
+{
+    if (::mkdir(QFile::encodeName(folder).constData(), kPrivateFolder) == 0 || errno != ENOENT)
+        return;
+    const QString parent = QFileInfo(folder).path();
+    if (parent.size() >= folder.size())
+        return;
+    makeFolder(parent);
+    ::mkdir(QFile::encodeName(folder).constData(), kPrivateFolder);
+}
+
+enum class Lock { Ours, Taken, Impossible };
+
+Lock lock(const Descriptor &file)
+{
+    if (!file)
+        return Lock::Impossible;
+    if (::flock(file.get(), LOCK_EX | LOCK_NB) == 0)
+        return Lock::Ours;
+    return errno == EWOULDBLOCK ? Lock::Taken : Lock::Impossible;
+}
+
+} // namespace
+
+FolderLock::FolderLock(QString folder)
+    : m_folder(std::move(folder))
+{
+}
+
+bool FolderLock::take()
+{
+    makeFolder(m_folder);
+    const QByteArray path = QFile::encodeName(m_folder);
+    m_lock = Descriptor(::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    Lock result = lock(m_lock);
+    if (result == Lock::Impossible) {
+        // A network file system locks only what is open for writing, and that no folder is.
+        m_lock = Descriptor(::open((path + "/lock").constData(), O_RDWR | O_CREAT | O_CLOEXEC, kPrivateFile));
+        result = lock(m_lock);
+    }
+    return result != Lock::Taken;
+}
+
+} // namespace velto

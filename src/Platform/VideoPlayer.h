@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QObject>
+#include <QRect>
+#include <QString>
+#include <QUrl>
+
+namespace velto {
+
+/// Plays a page with a video inside one of our windows. It costs nothing until the first video is opened. UI thread only.
+class VideoPlayer : public QObject {
+    Q_OBJECT
+public:
+    using QObject::QObject;
+
+    /// Whether this machine has what it takes.
+    virtual bool installed() const = 0;
+    /// Shows `html`, as if it came from `base`, over `place` (device pixels within the window whose native handle is
+    /// `window`), in the stead of what was shown before.
+    virtual void open(const QString &html, const QUrl &base, quintptr window, const QRect &place) = 0;
+    virtual void move(const QRect &place) = 0;
+    virtual void close() = 0;
+
+Q_SIGNALS:
+    /// It ended by itself, or couldn't start.
+    void failed();
+};
+
+} // namespace velto

@@ -1,0 +1,147 @@
+#include "Tabs/Connect/CalendarForm.h"
+
+#include "Core/Hub.h"
+#include "Core/Prefs.h"
+#include "Core/Process.h"
+#include "Tabs/Home/EverydaySource.h"
+#include "Tabs/Home/GoogleCalendar.h"
+
+#include <QLocale>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+const QString kManual = u"manual"_s;
+const QString kGoogle = u"google"_s;
+
+/// As people write times: in their own language's form, with or without AM and PM, or only the hour.
+QTime readTime(const QString &text)
+{
+    const QString typed = text.trimmed();
+    if (const QTime own = QLocale().toTime(typed, QLocale::ShortFormat); own.isValid())
+        return own;
+    for (const QString &form : {u"H:mm"_s, u"h:mm ap"_s, u"h:mmap"_s, u"H.mm"_s, u"HHmm"_s, u"h ap"_s, u"hap"_s, u"H"_s}) {
+        if (const QTime time = QTime::fromString(typed, form); time.isValid())
+            return time;
+    }
+    return {};
+}
+
+} // namespace
+
+CalendarForm::CalendarForm(const Needs &needs, QObject *parent)
+    : QObject(parent)
+    , m_needs(needs)
+    , m_sources({"value"_ba, "text"_ba, "selected"_ba})
+    , m_calendars({"calendarId"_ba, "summary"_ba, "chosen"_ba})
+    , m_day(needs.clock)
+{
+    connect(&m_needs.google, &GoogleCalendar::changed, this, &CalendarForm::update);
+    reread();
+}
+
+bool CalendarForm::google() const
+{
+    return m_needs.prefs.calendarSource() == Prefs::CalendarSource::Google;
+}
+
+void CalendarForm::chooseSource(const QString &value)
+{
+    const bool google = value == kGoogle;
+    if (google == this->google())
+        return;
+    m_needs.prefs.setCalendarSource(google ? Prefs::CalendarSource::Google : Prefs::CalendarSource::Manual);
+    m_needs.hub.everyday()->refresh();
+}
+
+bool CalendarForm::linked() const
+{
+    return m_needs.google.linked();
+}
+
+bool CalendarForm::connecting() const
+{
+    return m_needs.google.connecting();
+}
+
+QString CalendarForm::errorText() const
+{
+    return m_needs.google.error().value_or(QString());
+}
+
+bool CalendarForm::readingCalendars() const
+{
+    return linked() && m_calendars.rows().isEmpty();
+}
+
+void CalendarForm::connectGoogle()
+{
+    if (!connecting())
+        m_needs.google.connect();
+}
+
+void CalendarForm::disconnectGoogle()
+{
+    m_needs.google.disconnect();
+}
+
+void CalendarForm::choose(const QString &calendarId, bool chosen)
+{
+    QStringList ids = m_needs.prefs.googleCalendarIDs();
+    ids.removeAll(calendarId);
+    if (chosen)
+        ids.append(calendarId);
+    m_needs.prefs.setGoogleCalendarIDs(ids);
+    m_needs.google.refresh();
+}
+
+void CalendarForm::save()
+{
+    if (timeUnreadable() || m_day.unreadable())
+        return;
+    m_needs.prefs.setMeetingTitle(m_title);
+    m_needs.prefs.setMeetingStart(QDateTime(m_day.date(), m_start));
+    m_needs.prefs.setMeetingURL(m_link);
+    m_needs.prefs.set(Prefs::Module::Calendar, true);
+    m_needs.hub.everyday()->loadCalendar();
+    m_doneText = tr("Saved.");
+    Q_EMIT edited();
+}
+
+void CalendarForm::reread()
+{
+    m_title = m_needs.prefs.meetingTitle();
+    const QDateTime start = m_needs.prefs.meetingStart().toLocalTime();
+    m_day.setDate(start.date());
+    m_start = QTime(start.time().hour(), start.time().minute());
+    m_time = shortTime(start);
+    m_link = m_needs.prefs.meetingURL();
+    m_doneText.clear();
+    Q_EMIT edited();
+    update();
+}
+
+void CalendarForm::setTime(const QString &text)
+{
+    if (text == m_time)
+        return;
+    m_time = text;
+    m_start = readTime(text);
+    m_doneText.clear();
+    Q_EMIT edited();
+}
+
+void CalendarForm::update()
+{
+    m_sources.setRows({{kManual, tr("Add meetings manually"), !google()}, {kGoogle, tr("Google Calendar"), google()}});
+    QList<RowModel::Row> rows;
+    for (const GoogleCalendarInfo &calendar : m_needs.google.calendars())
+        rows.append({calendar.id, calendar.summary, m_needs.prefs.googleCalendarIDs().contains(calendar.id)});
+    m_calendars.setRows(rows);
+    Q_EMIT changed();
+}
+
+} // namespace velto

@@ -1,0 +1,125 @@
+#pragma once
+
+#include "Core/RowModel.h"
+#include "Core/TokenSettings.h"
+#include "Core/VeltoSource.h"
+#include "Tabs/Connect/CalendarForm.h"
+#include "Tabs/Connect/McpForm.h"
+#include "Tabs/Connect/ModuleStatus.h"
+
+#include <QSet>
+
+namespace velto {
+
+class AgentsSource;
+class Background;
+class Clipboard;
+class Clock;
+class EverydaySource;
+class FolderPanel;
+class GoogleCalendar;
+class Hub;
+class Keychain;
+class Prefs;
+class TerminalApp;
+class ToolRunner;
+
+/// Which tools Velto looks at, how each of them is doing, and the forms that link accounts. UI thread only.
+class ConnectSource : public VeltoSource {
+    Q_OBJECT
+    Q_MOC_INCLUDE("Tabs/Agents/AgentsSource.h")
+    /// The segments of "Mode": value (what chooseMode() takes), text, selected.
+    Q_PROPERTY(QAbstractItemModel *modes READ modes CONSTANT FINAL)
+    /// module, symbol, label, on, text, ok, actionLabel
+    Q_PROPERTY(QAbstractItemModel *work READ work CONSTANT FINAL)
+    Q_PROPERTY(QAbstractItemModel *context READ context CONSTANT FINAL)
+    Q_PROPERTY(QAbstractItemModel *utilities READ utilities CONSTANT FINAL)
+
+    /// For the preview of its hooks.
+    Q_PROPERTY(velto::AgentsSource *agents READ agents CONSTANT FINAL)
+    Q_PROPERTY(bool workFormOpen READ workFormOpen NOTIFY changed FINAL)
+    Q_PROPERTY(bool calendarFormOpen READ calendarFormOpen NOTIFY changed FINAL)
+    Q_PROPERTY(bool mcpFormOpen READ mcpFormOpen NOTIFY changed FINAL)
+    Q_PROPERTY(velto::TokenSettings *tokens READ tokens CONSTANT FINAL)
+    Q_PROPERTY(velto::CalendarForm *calendar READ calendar CONSTANT FINAL)
+    Q_PROPERTY(velto::McpForm *mcp READ mcp CONSTANT FINAL)
+    /// name, symbol
+    Q_PROPERTY(QAbstractItemModel *salesConnectors READ salesConnectors CONSTANT FINAL)
+public:
+    /// All of it outlives the source.
+    struct Needs {
+        Hub &hub;
+        Prefs &prefs;
+        Clock &clock;
+        Background &background;
+        Keychain &keychain;
+        Clipboard &clipboard;
+        FolderPanel &folderPanel;
+        TerminalApp &terminal;
+        const ToolRunner &tools;
+        GoogleCalendar &google;
+    };
+    explicit ConnectSource(const Needs &needs, QObject *parent = nullptr);
+    ~ConnectSource() override;
+
+    QString title() const override;
+    QString symbol() const override;
+    int badge() const override { return 0; }
+    QUrl makeView() const override;
+
+    QAbstractItemModel *modes() { return &m_modes; }
+    QAbstractItemModel *work() { return &m_work; }
+    QAbstractItemModel *context() { return &m_context; }
+    QAbstractItemModel *utilities() { return &m_utilities; }
+    AgentsSource *agents() const;
+    bool workFormOpen() const { return m_open.contains(Prefs::Module::Work); }
+    bool calendarFormOpen() const { return m_open.contains(Prefs::Module::Calendar); }
+    bool mcpFormOpen() const { return m_open.contains(Prefs::Module::Mcp); }
+    TokenSettings *tokens() { return &m_tokens; }
+    CalendarForm *calendar() { return &m_calendar; }
+    McpForm *mcp() { return &m_mcp; }
+    QAbstractItemModel *salesConnectors() { return &m_sales; }
+
+    /// The tab came on show.
+    Q_INVOKABLE void appeared();
+    /// Stores a token, and turns the module on that it is for.
+    Q_INVOKABLE void saveToken(const QString &name, const QString &token);
+    Q_INVOKABLE void chooseMode(const QString &value);
+    /// By a module's raw value.
+    Q_INVOKABLE void set(const QString &module, bool on);
+    /// The button of a module's tile.
+    Q_INVOKABLE void act(const QString &module);
+    /// Opens a new todo for the user's outreach.
+    Q_INVOKABLE void addFollowUp();
+    Q_INVOKABLE void openMcpForm();
+    /// Puts the service's short name into the form for MCP servers and opens it.
+    Q_INVOKABLE void connectSales(const QString &name);
+
+    /// Another store has changed, or the user's choices.
+    void worldChanged();
+
+Q_SIGNALS:
+    /// The user wants to see what connecting Claude Code's hooks adds.
+    void hooksWanted();
+    /// A form was opened; the view brings it into sight.
+    void formOpened(const QString &module);
+
+private:
+    void toggle(Prefs::Module form);
+    void open(Prefs::Module form);
+    void update();
+
+    Needs m_needs;
+    TokenSettings m_tokens;
+    ModuleStatus m_status;
+    QSet<Prefs::Module> m_open;
+    CalendarForm m_calendar;
+    McpForm m_mcp;
+    RowModel m_modes;
+    RowModel m_work;
+    RowModel m_context;
+    RowModel m_utilities;
+    RowModel m_sales;
+};
+
+} // namespace velto

@@ -1,0 +1,217 @@
+import QtQuick
+import Velto.Agents
+import Velto.Connect
+import Velto.Design
+import Velto.Stores
+
+// Which tools Velto looks at, and how each is connected.
+FocusScope {
+    id: root
+
+    required property ConnectSource source
+    required property UI ui
+
+    // The page follows the keyboard.
+    function follow(item: Item): void {
+        let inside = false;
+        for (let at = item; at && !inside; at = at.parent)
+            inside = at === page.contentItem;
+        if (inside)
+            root.reveal(item);
+    }
+    function reveal(item: Item): void {
+        const place = item.mapToItem(page.contentItem, 0, 0).y;
+        if (place - 8 < page.contentY)
+            page.contentY = place < 64 ? 0 : place - 8;
+        else if (place + item.height + 32 > page.contentY + page.height)
+            page.contentY = Math.max(0, Math.min(place - 8, place + item.height + 32 - page.height));
+    }
+    onVisibleChanged: {
+        if (root.visible)
+            root.source.appeared();
+    }
+    Component.onCompleted: root.source.appeared()
+
+    Connections {
+        target: root.Window.window
+        function onActiveFocusItemChanged(): void {
+            root.follow(root.Window.window.activeFocusItem);
+        }
+    }
+    Connections {
+        target: root.source
+        function onHooksWanted(): void {
+            if (!sheet.active) {
+                root.ui.sheetOpened();
+                sheet.active = true;
+            }
+        }
+        function onFormOpened(module: string): void {
+            const form = module === "work" ? work : module === "calendar" ? calendar : mcp;
+            column.forceLayout();
+            root.reveal(form);
+        }
+    }
+
+    Flickable {
+        id: page
+
+        anchors.fill: parent
+        contentWidth: width
+        contentHeight: column.height
+        bottomMargin: 28
+        boundsBehavior: Flickable.StopAtBounds
+
+        Behavior on contentY {
+            enabled: !page.moving && !Theme.reducedMotion
+
+            NumberAnimation {
+                duration: Theme.fadeDuration
+            }
+        }
+
+        Column {
+            id: column
+
+            width: page.width
+            spacing: Theme.gapSection
+
+            GlassCard {
+                width: parent.width
+
+                Item {
+                    width: parent.width
+                    height: Math.max(words.height, picker.height)
+
+                    Column {
+                        id: words
+
+                        width: picker.x - 14
+                        spacing: 3
+
+                        PlainText {
+                            text: qsTr("Mode")
+                            size: Theme.textTitle
+                            weight: Font.DemiBold
+                            Accessible.role: Accessible.Heading
+                            Accessible.name: text
+                        }
+                        PlainText {
+                            width: parent.width
+                            text: qsTr("Choose a mode, then make it yours.")
+                            color: Theme.glassSecondary
+                            Accessible.role: Accessible.StaticText
+                            Accessible.name: text
+                        }
+                        PlainText {
+                            width: parent.width
+                            multiline: true
+                            text: qsTr("Modes only choose defaults. Every tool stays individually controllable.")
+                            size: Theme.textSmall
+                            color: Theme.glassTertiary
+                            Accessible.role: Accessible.StaticText
+                            Accessible.name: text
+                        }
+                    }
+                    SegmentedControl {
+                        id: picker
+
+                        anchors.right: parent.right
+                        anchors.verticalCenter: parent.verticalCenter
+                        title: qsTr("Mode")
+                        options: root.source.modes
+                        onChosen: value => root.source.chooseMode(value)
+                    }
+                }
+            }
+            TileGroup {
+                width: parent.width
+                heading: qsTr("Work")
+                model: root.source.work
+                source: root.source
+            }
+            TileGroup {
+                width: parent.width
+                heading: qsTr("Context")
+                model: root.source.context
+                source: root.source
+            }
+            TileGroup {
+                width: parent.width
+                heading: qsTr("Utilities")
+                model: root.source.utilities
+                source: root.source
+            }
+            Fading {
+                id: work
+
+                width: parent.width
+                shown: root.source.workFormOpen
+
+                WorkFormView {
+                    width: parent.width
+                    source: root.source
+                }
+            }
+            Fading {
+                id: calendar
+
+                width: parent.width
+                shown: root.source.calendarFormOpen
+
+                CalendarFormView {
+                    width: parent.width
+                    form: root.source.calendar
+                    onPopupOpenChanged: popupOpen ? root.ui.sheetOpened() : root.ui.sheetClosed()
+                }
+            }
+            Fading {
+                id: mcp
+
+                width: parent.width
+                shown: root.source.mcpFormOpen
+
+                McpFormView {
+                    width: parent.width
+                    form: root.source.mcp
+                }
+            }
+        }
+    }
+    ScrollThumb {
+        anchors.right: parent.right
+        anchors.rightMargin: -9
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: 28
+        area: page
+    }
+
+    Loader {
+        id: sheet
+
+        active: false
+        // With Qt 6.4 a Loader can't make a bound component.
+        // qmllint disable unqualified
+        sourceComponent: HookPreview {
+            readonly property bool panelOpen: root.ui.expanded
+
+            target: root
+            source: root.source.agents
+            onPanelOpenChanged: {
+                if (!panelOpen)
+                    done();
+            }
+            onDone: sheet.active = false
+        }
+        // qmllint enable unqualified
+        onActiveChanged: {
+            if (!active)
+                root.ui.sheetClosed();
+        }
+    }
+    Component.onDestruction: {
+        if (sheet.active)
+            root.ui.sheetClosed();
+    }
+}

@@ -1,0 +1,169 @@
+#include "Tabs/Connect/ModuleStatus.h"
+
+#include "Core/Hub.h"
+#include "Core/TokenSettings.h"
+#include "Platform/ToolRunner.h"
+#include "Tabs/Agents/AgentsSource.h"
+#include "Tabs/Home/GoogleCalendar.h"
+#include "Tabs/Home/SignalsSource.h"
+#include "Tabs/Home/WorkSource.h"
+#include "Tabs/Todos/TodosSource.h"
+
+#include <QLocale>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+/// What a state that isn't well says for itself.
+QString wordsOf(const SourceState &state)
+{
+    switch (state.kind()) {
+    case SourceState::Kind::Unavailable:
+        return u"%1 %2"_s.arg(state.reason(), state.fix());
+    case SourceState::Kind::Failed:
+        return state.message();
+    default:
+        return {};
+    }
+}
+
+} // namespace
+
+ModuleStatus::ModuleStatus(Hub &hub, const Prefs &prefs, const TokenSettings &tokens, const ToolRunner &tools,
+                           const GoogleCalendar &google)
+    : m_hub(hub)
+    , m_prefs(prefs)
+    , m_tokens(tokens)
+    , m_tools(tools)
+    , m_google(google)
+{
+}
+
+QString ModuleStatus::symbol(Prefs::Module module)
+{
+    switch (module) {
+    case Prefs::Module::Agents:
+        return u"sparkle"_s;
+    case Prefs::Module::Todos:
+        return u"checklist"_s;
+    case Prefs::Module::Calendar:
+        return u"calendar"_s;
+    case Prefs::Module::Prs:
+        return u"arrow.triangle.pull"_s;
+    case Prefs::Module::Work:
+        return u"briefcase"_s;
+    case Prefs::Module::Media:
+        return u"music.note"_s;
+    case Prefs::Module::Focus:
+        return u"timer"_s;
+    case Prefs::Module::Usage:
+        return u"gauge.with.dots.needle.50percent"_s;
+    case Prefs::Module::Mcp:
+        return u"point.3.connected.trianglepath.dotted"_s;
+    case Prefs::Module::Repos:
+        break;
+    }
+    return u"arrow.triangle.branch"_s;
+}
+
+ModuleStatus::Status ModuleStatus::of(Prefs::Module module, const QSet<Prefs::Module> &open) const
+{
+    switch (module) {
+    case Prefs::Module::Agents:
+        return agents();
+    case Prefs::Module::Todos:
+        return {m_hub.todos()->label()};
+    case Prefs::Module::Calendar:
+        return calendar(open.contains(module));
+    case Prefs::Module::Prs:
+        return pullRequests();
+    case Prefs::Module::Work:
+        return work(open.contains(module));
+    case Prefs::Module::Media:
+        return {tr("Music or Spotify, when they're open.")};
+    case Prefs::Module::Focus:
+        return {tr("A countdown beside the camera.")};
+    case Prefs::Module::Usage:
+        if (!m_tools.toolInstalled(u"claude"_s))
+            return {tr("Needs Claude Code."), false};
+        return {tr("Read from Claude Code on this Mac.")};
+    case Prefs::Module::Mcp:
+        return mcp(open.contains(module));
+    case Prefs::Module::Repos:
+        break;
+    }
+    return repos();
+}
+
+ModuleStatus::Status ModuleStatus::agents() const
+{
+    if (!m_tools.toolInstalled(u"claude"_s))
+        return {tr("Claude Code isn't installed. The scan still finds Codex, Cursor and Ollama."), false};
+    if (!m_hub.agents()->hooksInstalled())
+        return {tr("Connect for instant alerts and Allow/Deny from the velto."), false, tr("Connect")};
+    return {tr("Live alerts and Allow/Deny are on.")};
+}
+
+ModuleStatus::Status ModuleStatus::calendar(bool open) const
+{
+    const auto withAction = [open](const QString &text, bool ok) {
+        return Status{text, ok, open ? tr("Done") : ok ? tr("Change") : tr("Set up")};
+    };
+    if (m_prefs.calendarSource() == Prefs::CalendarSource::Google) {
+        if (!m_google.linked())
+            return withAction(tr("Connect Google Calendar. No Mac Calendar access."), false);
+        return withAction(tr("Google Calendar connected · read-only."), true);
+    }
+    if (m_prefs.meetingTitle().trimmed().isEmpty())
+        return withAction(tr("Add a meeting yourself. No Mac Calendar access."), false);
+    const QDateTime start = m_prefs.meetingStart().toLocalTime();
+    const QLocale locale;
+    const QString when = u"%1, %2"_s.arg(locale.toString(start.date(), u"d MMM yyyy"_s),
+                                         locale.toString(start.time(), QLocale::ShortFormat));
+    return withAction(tr("Added by you · %1").arg(when), true);
+}
+
+ModuleStatus::Status ModuleStatus::pullRequests() const
+{
+    if (!m_tools.toolInstalled(u"gh"_s))
+        return {tr("Install the GitHub CLI, then sign in."), false, tr("Copy install command")};
+    if (const QString words = wordsOf(m_hub.work()->prState()); !words.isEmpty())
+        return {words, false};
+    return {tr("Through the GitHub CLI you're signed in to.")};
+}
+
+ModuleStatus::Status ModuleStatus::work(bool open) const
+{
+    const QString action = open ? tr("Done") : tr("Manage");
+    const int tokens = m_tokens.count();
+    if (tokens == 0)
+        return {tr("Paste a Linear, Jira or Slack token."), false, action};
+    return {tr("%1 connected. %2").arg(tokens).arg(wordsOf(m_hub.work()->workState())).trimmed(), true, action};
+}
+
+ModuleStatus::Status ModuleStatus::mcp(bool open) const
+{
+    if (!m_tools.toolInstalled(u"claude"_s))
+        return {tr("Needs Claude Code."), false};
+    const SignalsSource &slow = *m_hub.signalsSource();
+    const QString action = open ? tr("Hide") : tr("Set up");
+    if (const qsizetype failing = slow.mcpFailing().size(); failing > 0)
+        return {tr("%1 failed · open to diagnose.").arg(failing), false, action};
+    if (const qsizetype signIn = slow.mcpNeedsAuth().size(); signIn > 0)
+        return {tr("%1 need sign-in.").arg(signIn), false, action};
+    return {tr("%1 connected.").arg(slow.mcp().size()), true, action};
+}
+
+ModuleStatus::Status ModuleStatus::repos() const
+{
+    const qsizetype folders = m_prefs.repoRoots().size();
+    if (folders == 0)
+        return {tr("Choose the folders you keep code in."), false, tr("Add folder")};
+    return {tr("%1 folders watched.").arg(folders), true, tr("Add folder")};
+}
+
+} // namespace velto

@@ -1,0 +1,97 @@
+import QtQuick
+import Velto.Design
+
+// One module: what it is, whether it's on, how it is doing, and what to do about it.
+Rectangle {
+    id: root
+
+    required property string module
+    required property string symbol
+    required property string label
+    required property bool on
+    required property string text
+    required property bool ok
+    required property string actionLabel
+
+    signal wanted(bool on)
+    signal acted
+
+    implicitHeight: Math.max(76, column.height + 20)
+    radius: Theme.radiusRow
+    color: root.on ? Theme.at(Theme.accent, 0.12) : Theme.at("white", 0.06)
+    Accessible.role: Accessible.Grouping
+    Accessible.name: root.label
+    Accessible.description: root.text
+
+    Column {
+        id: column
+
+        x: 10
+        y: 10
+        width: parent.width - 20
+        spacing: 4
+
+        Item {
+            width: parent.width
+            height: 22
+
+            Symbol {
+                id: symbol
+
+                anchors.verticalCenter: parent.verticalCenter
+                name: root.symbol
+                color: root.on ? Theme.accent : Theme.glassSecondary
+            }
+            PlainText {
+                anchors.left: symbol.right
+                anchors.leftMargin: 8
+                anchors.right: toggle.left
+                anchors.verticalCenter: parent.verticalCenter
+                words: root.label
+                size: Theme.textTitle
+                weight: Font.Medium
+                Accessible.ignored: true
+            }
+            SwitchField {
+                id: toggle
+
+                anchors.right: parent.right
+                anchors.rightMargin: -6
+                anchors.verticalCenter: parent.verticalCenter
+                text: ""
+                label: root.label
+                checked: root.on
+                onToggled: checked => root.wanted(checked)
+            }
+        }
+        Item {
+            width: parent.width
+            height: Math.max(words.implicitHeight, button.visible ? button.height : 0)
+
+            PlainText {
+                id: words
+
+                anchors.verticalCenter: parent.verticalCenter
+                width: parent.width - (button.visible ? button.width + 10 : 0)
+                multiline: true
+                maximumLineCount: 2
+                elide: Text.ElideRight
+                words: root.text
+                size: Theme.textSmall
+                color: root.on && !root.ok ? Theme.orange : Theme.glassSecondary
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+            PillButton {
+                id: button
+
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
+                visible: root.actionLabel !== ""
+                text: root.actionLabel
+                label: root.actionLabel + ": " + root.label
+                onClicked: root.acted()
+            }
+        }
+    }
+}

@@ -1,0 +1,39 @@
+import QtQuick
+import Velto.Connect
+import Velto.Design
+import Velto.Stores
+
+// A heading over the tiles of its modules, two abreast.
+Column {
+    id: root
+
+    required property string heading
+    required property var model
+    required property ConnectSource source
+
+    spacing: 4
+
+    SectionLabel {
+        text: root.heading
+        bottomPadding: 2
+    }
+    Grid {
+        id: grid
+
+        readonly property real half: (root.width - spacing) / 2
+
+        columns: 2
+        spacing: 8
+
+        Repeater {
+            model: root.model
+
+            ModuleTile {
+                width: grid.half
+                height: implicitHeight
+                onWanted: on => root.source.set(module, on)
+                onActed: root.source.act(module)
+            }
+        }
+    }
+}

@@ -1,0 +1,58 @@
+import QtQuick
+import Velto.Connect
+import Velto.Design
+import Velto.Stores
+
+// One secret: paste it, save it, remove it. What is stored is never shown.
+Item {
+    id: root
+
+    required property ConnectSource source
+    required property string name
+    required property string title
+    readonly property TokenSettings tokens: root.source.tokens
+    readonly property bool saved: root.tokens.revision >= 0 && root.tokens.isSaved(root.name)
+
+    function save(): void {
+        root.source.saveToken(root.name, field.text);
+        field.input.clear();
+    }
+
+    width: parent?.width ?? 0
+    implicitHeight: field.implicitHeight
+
+    TextInputField {
+        id: field
+
+        anchors.left: parent.left
+        anchors.right: buttons.left
+        anchors.rightMargin: 8
+        secure: true
+        label: root.title
+        prompt: root.saved ? qsTr("%1: saved").arg(root.title) : root.title
+        onAccepted: root.save()
+    }
+    Row {
+        id: buttons
+
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 6
+
+        PillButton {
+            anchors.verticalCenter: parent.verticalCenter
+            visible: root.saved
+            text: qsTr("Remove")
+            label: qsTr("Remove %1").arg(root.title)
+            tint: "white"
+            onClicked: root.tokens.remove(root.name)
+        }
+        PillButton {
+            anchors.verticalCenter: parent.verticalCenter
+            enabled: field.text.trim() !== ""
+            text: qsTr("Save")
+            label: qsTr("Save %1").arg(root.title)
+            onClicked: root.save()
+        }
+    }
+}

@@ -1,0 +1,42 @@
+import QtQuick
+import Velto.Design
+import Velto.Home
+
+// A heading above its rows; nothing at all without rows.
+Column {
+    id: root
+
+    required property string heading
+    required property var model
+    required property list<color> tones
+
+    readonly property bool isBriefGroup: true
+
+    signal chosen(string id)
+
+    function rows(): var {
+        const found = [];
+        for (let i = 0; i < items.count; ++i)
+            found.push(items.itemAt(i));
+        return found;
+    }
+
+    visible: items.count > 0
+    spacing: 4
+
+    SectionLabel {
+        text: root.heading
+        bottomPadding: 2
+    }
+    Repeater {
+        id: items
+
+        model: root.model
+
+        BriefRow {
+            width: root.width
+            tones: root.tones
+            onChosen: root.chosen(itemId)
+        }
+    }
+}

@@ -1,0 +1,117 @@
+import QtQuick
+import Velto.Design
+import Velto.Stores
+
+// The one session that matters most right now.
+GlassCard {
+    id: root
+
+    required property HomeSpotlight spotlight
+
+    readonly property color tone: root.spotlight.working ? Theme.mint : Theme.amber
+
+    tint: root.tone
+    spacing: 8
+
+    Item {
+        width: parent.width
+        height: heading.implicitHeight
+
+        Row {
+            spacing: 6
+
+            Symbol {
+                anchors.verticalCenter: heading.verticalCenter
+                name: "sparkles"
+                size: Theme.textSmall
+                color: root.tone
+            }
+            PlainText {
+                id: heading
+
+                text: qsTr("CLAUDE CODE")
+                size: Theme.textTiny
+                weight: Font.DemiBold
+                color: Theme.glassSecondary
+                font.letterSpacing: 0.8
+                Accessible.role: Accessible.Heading
+                Accessible.name: text
+            }
+        }
+        PlainText {
+            anchors.right: parent.right
+            anchors.verticalCenter: heading.verticalCenter
+            text: root.spotlight.age
+            size: Theme.textSmall
+            color: Theme.glassTertiary
+            Accessible.ignored: true
+        }
+    }
+    Item {
+        id: body
+
+        width: parent.width
+        height: words.implicitHeight
+        Accessible.role: Accessible.StaticText
+        Accessible.name: root.spotlight.spoken
+
+        Column {
+            id: words
+
+            width: (view.visible ? view.x - 14 : parent.width)
+            spacing: 3
+
+            Row {
+                id: line
+
+                width: parent.width
+                spacing: 8
+
+                PlainText {
+                    width: Math.min(implicitWidth, line.width - state.implicitWidth - dot.width - 16)
+                    words: root.spotlight.title
+                    size: Theme.textLarge
+                    weight: Font.DemiBold
+                    Accessible.ignored: true
+                }
+                LiveDot {
+                    id: dot
+
+                    anchors.verticalCenter: state.verticalCenter
+                    color: root.tone
+                    live: root.spotlight.working && root.visible
+                }
+                PlainText {
+                    id: state
+
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: root.spotlight.stateText
+                    size: Theme.textSmall
+                    weight: Font.Medium
+                    color: root.tone
+                    Accessible.ignored: true
+                }
+            }
+            PlainText {
+                width: parent.width
+                visible: root.spotlight.detail !== ""
+                words: root.spotlight.detail
+                size: Theme.textBody
+                color: Theme.glassSecondary
+                Accessible.ignored: true
+            }
+        }
+        PillButton {
+            id: view
+
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            visible: root.spotlight.canResume
+            text: qsTr("View session")
+            label: qsTr("View session: %1").arg(root.spotlight.title.slice(0, 200))
+            help: hovered || activeFocus ? root.spotlight.terminalName() : ""
+            tint: root.tone
+            onClicked: root.spotlight.resume()
+        }
+    }
+}

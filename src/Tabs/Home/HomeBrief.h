@@ -1,0 +1,64 @@
+#pragma once
+
+#include "Tabs/Home/HomeItem.h"
+
+#include "Core/Prefs.h"
+#include "Core/SourceState.h"
+#include "Core/Tab.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QList>
+#include <QUrl>
+
+namespace velto {
+
+class Hub;
+class Workspace;
+struct Places;
+struct Todo;
+struct WorkItem;
+
+/// Makes the rows of the brief out of what every other store knows at one moment. UI thread only.
+class HomeBrief {
+    Q_DECLARE_TR_FUNCTIONS(velto::HomeBrief)
+public:
+    HomeBrief(Hub &hub, Workspace &workspace, const Places &places, const QDateTime &now);
+
+    /// Every row, the most urgent first; rows of one tone keep the order of their subjects.
+    QList<HomeItem> items() &&;
+
+private:
+    void agents();
+    void calendar();
+    void focus();
+    void media();
+    void pullRequests();
+    void workTools();
+    void todos();
+    void priority();
+    void clipboard();
+    void builds();
+    void transfers();
+    void mcp();
+    void repos();
+    void usage();
+    void learning();
+
+    bool isOn(Prefs::Module module) const;
+    HomeItem &add(HomeItem item);
+    /// The row for a feed that isn't ready. True if the feed is ready.
+    bool addUnlessReady(const QString &id, const QString &symbol, const QString &name, const SourceState &state);
+    void addTodos(const QList<Todo> &todos, bool late);
+    HomeItem::Action openTab(const QString &label, Tab tab) const;
+    HomeItem::Action openLink(const QString &label, const QUrl &url) const;
+    std::optional<HomeItem::Action> openFirst(const QString &label, const QList<WorkItem> &items) const;
+
+    Hub &m_hub;
+    Workspace &m_workspace;
+    const Places &m_places;
+    QDateTime m_now;
+    QList<HomeItem> m_items;
+};
+
+} // namespace velto

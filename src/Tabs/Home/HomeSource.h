@@ -1,0 +1,117 @@
+#pragma once
+
+#include "Core/RowModel.h"
+#include "Core/VeltoSource.h"
+#include "Platform/Clock.h"
+#include "Tabs/Home/HomeItem.h"
+#include "Tabs/Home/HomeSpotlight.h"
+
+#include <QUrl>
+#include <optional>
+
+namespace velto {
+
+class Hub;
+class Prefs;
+class VideoPlayer;
+class Workspace;
+struct Places;
+
+/// The brief: what needs the user now, out of everything that the other stores know. It has no data of its own. The list is
+/// built once for each change of those stores, when somebody asks, however many ask. UI thread only.
+class HomeSource : public VeltoSource {
+    Q_OBJECT
+    Q_MOC_INCLUDE("Platform/VideoPlayer.h")
+    Q_PROPERTY(QString greeting READ greeting NOTIFY changed FINAL)
+    Q_PROPERTY(QString headlineText READ headlineText NOTIFY changed FINAL)
+    Q_PROPERTY(Tone headlineTone READ headlineTone NOTIFY changed FINAL)
+    Q_PROPERTY(velto::HomeSpotlight *spotlight READ spotlight CONSTANT FINAL)
+    /// itemId, symbol, tone, title, detail, from, actionLabel
+    Q_PROPERTY(QAbstractItemModel *needs READ needs CONSTANT FINAL)
+    Q_PROPERTY(QAbstractItemModel *next READ next CONSTANT FINAL)
+    Q_PROPERTY(QAbstractItemModel *today READ today CONSTANT FINAL)
+    /// Which subjects aren't set up yet, as one line; empty if all are.
+    Q_PROPERTY(QString setupText READ setupText NOTIFY changed FINAL)
+    Q_PROPERTY(bool guideShown READ guideShown NOTIFY changed FINAL)
+    /// A video is to be played in the panel; what the player is to show, and whence it comes.
+    Q_PROPERTY(bool videoShown READ videoShown NOTIFY changed FINAL)
+    Q_PROPERTY(QString videoHtml READ videoHtml NOTIFY changed FINAL)
+    Q_PROPERTY(QUrl videoBase READ videoBase NOTIFY changed FINAL)
+    Q_PROPERTY(velto::VideoPlayer *videoPlayer READ videoPlayer CONSTANT FINAL)
+public:
+    enum Tone : int { Bad, Warn, Info, Off }; // as HomeItem::Tone, by the names that views use
+    Q_ENUM(Tone)
+
+    /// All of it outlives the source.
+    struct Needs {
+        Hub &hub;
+        Prefs &prefs;
+        Workspace &workspace;
+        VideoPlayer &videoPlayer;
+        const Places &places;
+        Clock &clock;
+    };
+    explicit HomeSource(const Needs &needs, QObject *parent = nullptr);
+    ~HomeSource() override;
+
+    QString title() const override;
+    QString symbol() const override;
+    int badge() const override;
+    QUrl makeView() const override;
+
+    /// The ranked list, as things stand now.
+    const QList<HomeItem> &items() const;
+    QString greeting() const;
+    QString headlineText() const;
+    Tone headlineTone() const;
+
+    HomeSpotlight *spotlight() { return &m_spotlight; }
+    QAbstractItemModel *needs() { return &m_needsRows; }
+    QAbstractItemModel *next() { return &m_nextRows; }
+    QAbstractItemModel *today() { return &m_todayRows; }
+    QString setupText() const { return m_setupText; }
+    bool guideShown() const;
+    bool videoShown() const { return m_published.video.has_value(); }
+    QString videoHtml() const;
+    QUrl videoBase() const;
+    VideoPlayer *videoPlayer() const;
+
+    /// Does what the button of a row does.
+    Q_INVOKABLE void run(const QString &itemId);
+    Q_INVOKABLE void openConnect();
+    /// Looks at the clipboard at once.
+    Q_INVOKABLE void useCopiedLink();
+    Q_INVOKABLE void dismissGuide();
+    Q_INVOKABLE void openVideoInBrowser();
+    Q_INVOKABLE void closeVideo();
+
+    /// One of the other stores has changed, or the user's choices.
+    void worldChanged();
+
+private:
+    /// What views see beside the rows; compared to tell whether anything has changed.
+    struct Published {
+        QList<HomeItem> items;
+        QString greeting;
+        QString setupText;
+        bool guideShown = false;
+        std::optional<QUrl> video;
+        bool operator==(const Published &) const = default;
+    };
+    void publish();
+    void arrange();
+    void scheduleNextLook();
+
+    Needs m_needs;
+    mutable QList<HomeItem> m_items;
+    mutable bool m_stale = true;
+    Published m_published;
+    QString m_setupText;
+    HomeSpotlight m_spotlight;
+    RowModel m_needsRows;
+    RowModel m_nextRows;
+    RowModel m_todayRows;
+    TimerHandle m_nextLook;
+};
+
+} // namespace velto

@@ -1,0 +1,182 @@
+import QtQuick
+import Velto.Design
+import Velto.Home
+import Velto.Stores
+
+// The day in a line, the session that matters most, and below it what needs the user, what comes next and what else there is.
+FocusScope {
+    id: root
+
+    required property HomeSource source
+    required property UI ui
+
+    readonly property list<color> tones: [Theme.coral, Theme.amber, Theme.ice, Theme.glassTertiary]
+
+    // The page follows the keyboard.
+    function follow(item: Item): void {
+        let inside = false;
+        for (let at = item; at && !inside; at = at.parent)
+            inside = at === page.contentItem;
+        if (!inside)
+            return;
+        const place = item.mapToItem(page.contentItem, 0, 0).y;
+        if (place - 8 < page.contentY)
+            page.contentY = place < 64 ? 0 : place - 8; // near the top one sees the headline too
+        else if (place + item.height + 32 > page.contentY + page.height)
+            page.contentY = Math.min(place + item.height + 32 - page.height, page.contentHeight + page.bottomMargin - page.height);
+    }
+    function rows(): var {
+        const found = [];
+        for (const group of groups.children) {
+            if (group.isBriefGroup === true)
+                found.push(...group.rows());
+        }
+        return found;
+    }
+    function moveRow(step: int): void {
+        const rows = root.rows();
+        const now = rows.findIndex(row => row.holdsFocus);
+        const next = now < 0 ? rows[0] : rows[now + step];
+        if (next)
+            next.forceActiveFocus(Qt.TabFocusReason);
+    }
+    Keys.onDownPressed: root.moveRow(1)
+    Keys.onUpPressed: root.moveRow(-1)
+
+    Connections {
+        target: root.Window.window
+        function onActiveFocusItemChanged(): void {
+            root.follow(root.Window.window.activeFocusItem);
+        }
+    }
+
+    Flickable {
+        id: page
+
+        anchors.fill: parent
+        contentWidth: width
+        contentHeight: column.height
+        bottomMargin: 28
+        boundsBehavior: Flickable.StopAtBounds
+
+        Column {
+            id: column
+
+            width: page.width
+            spacing: Theme.gapSection
+
+            Column {
+                width: parent.width
+                spacing: 2
+
+                PlainText {
+                    text: root.source.greeting
+                    size: Theme.textTitle
+                    color: Theme.glassSecondary
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
+                }
+                PlainText {
+                    text: root.source.headlineText
+                    size: Theme.textHeadline
+                    weight: Font.DemiBold
+                    color: root.source.headlineTone === HomeSource.Off ? Theme.glassSecondary : root.tones[root.source.headlineTone]
+                    Accessible.role: Accessible.Heading
+                    Accessible.name: text
+                }
+            }
+
+            HomeAgentSpotlight {
+                width: parent.width
+                visible: root.source.spotlight.present
+                spotlight: root.source.spotlight
+            }
+            GlanceGuide {
+                width: parent.width
+                visible: root.source.guideShown
+                onUseCopiedLink: root.source.useCopiedLink()
+                onDismissed: root.source.dismissGuide()
+            }
+
+            Column {
+                id: groups
+
+                width: parent.width
+                spacing: Theme.gapSection
+
+                BriefGroup {
+                    width: parent.width
+                    heading: qsTr("Needs you")
+                    model: root.source.needs
+                    tones: root.tones
+                    onChosen: id => root.source.run(id)
+                }
+                BriefGroup {
+                    width: parent.width
+                    heading: qsTr("Up next")
+                    model: root.source.next
+                    tones: root.tones
+                    onChosen: id => root.source.run(id)
+                }
+                BriefGroup {
+                    width: parent.width
+                    heading: qsTr("Today")
+                    model: root.source.today
+                    tones: root.tones
+                    onChosen: id => root.source.run(id)
+                }
+            }
+
+            Item {
+                width: parent.width
+                implicitHeight: 28
+                visible: root.source.setupText !== ""
+
+                PlainText {
+                    anchors.left: parent.left
+                    anchors.right: connect.left
+                    anchors.rightMargin: 12
+                    anchors.verticalCenter: parent.verticalCenter
+                    words: root.source.setupText
+                    size: Theme.textSmall
+                    color: Theme.glassTertiary
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
+                }
+                PillButton {
+                    id: connect
+
+                    anchors.right: parent.right
+                    anchors.rightMargin: 8
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: qsTr("Connect")
+                    onClicked: root.source.openConnect()
+                }
+            }
+        }
+    }
+    ScrollThumb {
+        anchors.right: parent.right
+        anchors.rightMargin: -9
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: 28
+        area: page
+    }
+
+    Loader {
+        id: video
+
+        active: root.source.videoShown && root.ui.expanded
+        // With Qt 6.4 a Loader can't make a bound component.
+        // qmllint disable unqualified
+        sourceComponent: VideoPreviewSheet {
+            target: root
+            source: root.source
+            Component.onCompleted: root.ui.sheetOpened()
+            Component.onDestruction: root.ui.sheetClosed()
+            onDone: root.source.closeVideo()
+        }
+        // qmllint enable unqualified
+    }
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+#include <QUrl>
+#include <optional>
+
+namespace velto {
+
+/// The longest text that is looked at as a link, in bytes.
+constexpr int kLongestLink = 8192;
+
+/// The one link that a text is, white space around it aside: an absolute address with a host. Nothing for anything else, also
+/// not for a text with a link in it.
+std::optional<QUrl> linkIn(const QString &text);
+
+/// What the user typed as a link for a browser: http or https, and https if it has no scheme.
+std::optional<QUrl> typedLink(const QString &text);
+
+} // namespace velto

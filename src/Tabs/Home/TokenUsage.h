@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QDateTime>
+#include <optional>
+
+namespace velto {
+
+/// The tokens that Claude Code has used in one day, summed over all its sessions.
+struct TokenUsage {
+    qint64 input = 0; ///< tokens sent that no cache held
+    qint64 output = 0; ///< tokens that the model wrote
+    qint64 cacheRead = 0; ///< tokens sent that came out of the cache
+    qint64 cacheWrite = 0; ///< tokens sent that went into the cache
+    qint64 turns = 0; ///< log lines of the model's that were counted
+    std::optional<QDateTime> first; ///< the earliest of them, in UTC
+
+    bool operator==(const TokenUsage &) const = default;
+};
+
+} // namespace velto

@@ -1,0 +1,79 @@
+#include "Tabs/Home/UsageReader.h"
+
+#include "Platform/FileTree.h"
+#include "Tabs/Home/UsageFile.h"
+
+#include <QFile>
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+/// A log may hold any number, so the sums stop at what they can hold.
+void add(qint64 &sum, qint64 count)
+{
+    qint64 result = 0;
+    if (__builtin_add_overflow(sum, count, &result))
+        result = count < 0 ? std::numeric_limits<qint64>::min() : std::numeric_limits<qint64>::max();
+    sum = result;
+}
+
+void add(TokenUsage &usage, const UsageLine &line)
+{
+    add(usage.input, line.input);
+    add(usage.output, line.output);
+    add(usage.cacheRead, line.cacheRead);
+    add(usage.cacheWrite, line.cacheWrite);
+    ++usage.turns;
+    if (!usage.first || line.at < usage.first->toMSecsSinceEpoch())
+        usage.first = QDateTime::fromMSecsSinceEpoch(line.at, Qt::UTC);
+}
+
+} // namespace
+
+QString claudeLogs(const QString &home)
+{
+    return home + "/.claude/projects"_L1;
+}
+
+UsageReader::UsageReader(const FileTree &tree, QString logs)
+    : m_tree(tree)
+    , m_logs(std::move(logs))
+{
+}
+
+TokenUsage UsageReader::read(const QDateTime &now)
+{
+    const std::lock_guard lock(m_lock);
+    const QDate day = now.toLocalTime().date();
+    const qint64 startOfDay = day.startOfDay().toMSecsSinceEpoch();
+    if (day != m_day) {
+        m_day = day;
+        m_offsets.clear();
+        m_usage = {};
+    }
+    UsageFile file(m_stopped);
+    // A file that was touched today holds the lines of earlier days too.
+    const UsageFile::Found count = [this, startOfDay](const UsageLine &line) {
+        if (line.at >= startOfDay)
+            add(m_usage, line);
+    };
+    m_tree.each(m_logs, ".jsonl", [&](const TreeFile &log) {
+        if (log.modified < startOfDay)
+            return;
+        const auto known = m_offsets.find(log.path);
+        const quint64 offset = known == m_offsets.end() ? 0 : known->second;
+        // A file that has shrunk is left alone for the rest of the day: what is new in it can't be told from what was counted.
+        if (offset >= log.size)
+            return;
+        const quint64 consumed = file.read(QFile::decodeName(log.path.c_str()), offset, log.size, count);
+        if (consumed != offset)
+            m_offsets.insert_or_assign(log.path, consumed);
+    });
+    return m_usage;
+}
+
+} // namespace velto

@@ -1,0 +1,185 @@
+#include "Tabs/Home/WorkReaders.h"
+
+#include "Tabs/Home/WorkError.h"
+
+#include <QCoreApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QUrlQuery>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+constexpr std::chrono::seconds kTimeout{20};
+constexpr int kDay = 86'400; // seconds
+constexpr int kLongestMention = 80;
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("velto::WorkReaders", text);
+}
+
+/// The link if there is one; text that makes no address is none.
+std::optional<QUrl> linkIn(const QJsonValue &value)
+{
+    const QUrl url(value.toString(), QUrl::StrictMode);
+    return value.isString() && url.isValid() && !url.isEmpty() ? std::optional(url) : std::nullopt;
+}
+
+/// All members, if each is an object; nothing otherwise.
+QList<QJsonObject> objectsIn(const QJsonValue &value)
+{
+    QList<QJsonObject> objects;
+    for (const auto &each : value.toArray()) {
+        if (!each.isObject())
+            return {};
+        objects.append(each.toObject());
+    }
+    return objects;
+}
+
+/// The bare host of a site that may have been typed with its scheme and a slash.
+QString bareSite(QString site)
+{
+    site.remove("https://"_L1).remove("http://"_L1);
+    const auto isEdge = [](QChar c) { return c == u'/' || c == u' '; };
+    while (!site.isEmpty() && isEdge(site.front()))
+        site.remove(0, 1);
+    while (!site.isEmpty() && isEdge(site.back()))
+        site.chop(1);
+    return site;
+}
+
+QUrl jiraAddress(const QString &site, const QUrl &standIn)
+{
+    QUrl url(u"https://%1/rest/api/3/search/jql"_s.arg(site), QUrl::StrictMode);
+    if (!url.isValid() || url.host().isEmpty() || site.contains(u' '))
+        throw WorkError{tr("that Jira site address doesn't look right")};
+    if (!standIn.isEmpty()) {
+        url = standIn;
+        url.setPath(u"/rest/api/3/search/jql"_s);
+    }
+    QUrlQuery query;
+    const auto add = [&query](const QString &name, const char *value) {
+        query.addQueryItem(name, QString::fromLatin1(QUrl::toPercentEncoding(QString::fromLatin1(value))));
+    };
+    add(u"jql"_s, "assignee = currentUser() AND statusCategory != Done ORDER BY updated DESC");
+    add(u"fields"_s, "summary");
+    add(u"maxResults"_s, "20");
+    url.setQuery(query);
+    return url;
+}
+
+QCoro::Task<QJsonObject> slackCall(Http &http, QUrl endpoint, QString method, QUrlQuery items, QString token)
+{
+    QUrl url = endpoint;
+    url.setPath(url.path() + method);
+    if (!items.isEmpty())
+        url.setQuery(items);
+    HttpRequest request{url, "GET", {{"Authorization", "Bearer " + token.toUtf8()}}};
+    const QJsonValue reply = co_await fetchJSON(http, std::move(request));
+    if (!reply.isObject())
+        throw WorkError{tr("unexpected reply")};
+    const QJsonObject object = reply.toObject();
+    if (object.value("ok"_L1) == QJsonValue(true))
+        co_return object;
+    const QJsonValue error = object.value("error"_L1);
+    throw WorkError{error.isString() ? error.toString() : tr("the token was refused")};
+}
+
+std::optional<WorkItem> mentionOf(const QJsonObject &match, double cutOff)
+{
+    bool ok = false;
+    const double stamp = match.value("ts"_L1).toString().toDouble(&ok);
+    if (!ok || stamp < cutOff)
+        return std::nullopt;
+    const QJsonValue name = match.value("channel"_L1).toObject().value("name"_L1);
+    const QString channel = name.isString() ? name.toString() : u"DM"_s;
+    const QString text = match.value("text"_L1).toString().replace(u'\n', u' ');
+    return WorkItem{u"slack-"_s + QString::number(stamp, 'f', 6), u"#%1: %2"_s.arg(channel, text.left(kLongestMention)),
+                    linkIn(match.value("permalink"_L1))};
+}
+
+} // namespace
+
+QCoro::Task<QJsonValue> fetchJSON(Http &http, HttpRequest request)
+{
+    request.timeout = kTimeout;
+    const HttpReply reply = co_await http.send(std::move(request));
+    if (!reply.status)
+        throw WorkError{reply.fault};
+    if (*reply.status == 401 || *reply.status == 403)
+        throw WorkError{tr("the token was refused")};
+    if (*reply.status < 200 || *reply.status > 299)
+        throw WorkError{u"HTTP %1"_s.arg(*reply.status)};
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(reply.body, &error);
+    if (error.error != QJsonParseError::NoError)
+        throw WorkError{error.errorString()};
+    co_return document.isArray() ? QJsonValue(document.array()) : QJsonValue(document.object());
+}
+
+QCoro::Task<QList<WorkItem>> linearIssues(Http &http, QUrl endpoint, QString token)
+{
+    const QString query = u"{ viewer { assignedIssues(first: 20, filter: { state: { type: { nin: [\"completed\", "
+                          "\"canceled\"] } } }) { nodes { identifier title url } } } }"_s;
+    HttpRequest request{endpoint, "POST", {{"Authorization", token.toUtf8()}, {"Content-Type", "application/json"}},
+                        QJsonDocument(QJsonObject{{u"query"_s, query}}).toJson(QJsonDocument::Compact)};
+    const QJsonValue reply = co_await fetchJSON(http, std::move(request));
+    const QJsonObject viewer = reply.toObject().value("data"_L1).toObject().value("viewer"_L1).toObject();
+    QList<WorkItem> items;
+    for (const QJsonObject &node : objectsIn(viewer.value("assignedIssues"_L1).toObject().value("nodes"_L1))) {
+        const QJsonValue identifier = node.value("identifier"_L1);
+        if (identifier.isString())
+            items.append({u"linear-"_s + identifier.toString(),
+                          identifier.toString() + u' ' + node.value("title"_L1).toString(), linkIn(node.value("url"_L1))});
+    }
+    co_return items;
+}
+
+QCoro::Task<QList<WorkItem>> jiraIssues(Http &http, QUrl standIn, QString site, QString email, QString token)
+{
+    const QString host = bareSite(site);
+    if (host.isEmpty() || email.isEmpty())
+        throw WorkError{tr("add your Jira site and email in Settings")};
+    const QByteArray credentials = (email + u':' + token).toUtf8().toBase64();
+    HttpRequest request{jiraAddress(host, standIn), "GET",
+                        {{"Authorization", "Basic " + credentials}, {"Accept", "application/json"}}};
+    const QJsonValue reply = co_await fetchJSON(http, std::move(request));
+    QList<WorkItem> items;
+    for (const QJsonObject &issue : objectsIn(reply.toObject().value("issues"_L1))) {
+        const QJsonValue key = issue.value("key"_L1);
+        const QString summary = issue.value("fields"_L1).toObject().value("summary"_L1).toString();
+        if (key.isString())
+            items.append({u"jira-"_s + key.toString(), key.toString() + u' ' + summary,
+                          linkIn(u"https://%1/browse/%2"_s.arg(host, key.toString()))});
+    }
+    co_return items;
+}
+
+QCoro::Task<QList<WorkItem>> slackMentions(Http &http, QUrl endpoint, QString token, std::function<QDateTime()> now)
+{
+    const QJsonObject who = co_await slackCall(http, endpoint, u"auth.test"_s, {}, token);
+    const QJsonValue user = who.value("user_id"_L1);
+    if (!user.isString())
+        throw WorkError{tr("couldn't find your user")};
+
+    QUrlQuery items;
+    items.addQueryItem(u"query"_s, QString::fromLatin1(QUrl::toPercentEncoding(u"<@%1>"_s.arg(user.toString()))));
+    items.addQueryItem(u"sort"_s, u"timestamp"_s);
+    items.addQueryItem(u"count"_s, u"20"_s);
+    const QJsonObject found = co_await slackCall(http, endpoint, u"search.messages"_s, items, token);
+    const double cutOff = double(now().toMSecsSinceEpoch()) / 1000 - kDay;
+    QList<WorkItem> mentions;
+    for (const QJsonObject &match : objectsIn(found.value("messages"_L1).toObject().value("matches"_L1))) {
+        if (const auto mention = mentionOf(match, cutOff))
+            mentions.append(*mention);
+    }
+    co_return mentions;
+}
+
+} // namespace velto

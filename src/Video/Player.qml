@@ -1,0 +1,17 @@
+import QtQuick
+import QtWebEngine
+
+WebEngineView {
+    id: root
+
+    required property string html
+    required property url base
+
+    backgroundColor: "black"
+    settings.playbackRequiresUserGesture: false
+    settings.localContentCanAccessFileUrls: false
+    settings.javascriptCanOpenWindows: false
+    onNewWindowRequested: request => Qt.openUrlExternally(request.requestedUrl)
+    onContextMenuRequested: request => request.accepted = true
+    Component.onCompleted: root.loadHtml(root.html, root.base)
+}

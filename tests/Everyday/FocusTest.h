@@ -1,0 +1,102 @@
+#pragma once
+
+#include "Everyday/Desk.h"
+
+namespace velto {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+/// The countdown and its end.
+class FocusTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void countsDownByTheSecond()
+    {
+        Desk desk;
+        QCOMPARE(desk.source.focusRemaining(), QString());
+        desk.source.startFocus();
+        QCOMPARE(desk.source.focusRemaining(), u"25:00"_s);
+        auto changes = desk.changes.size();
+        desk.clock.advance(1ms);
+        QCOMPARE(desk.source.focusRemaining(), u"24:59"_s);
+        QCOMPARE(desk.changes.size(), changes + 1);
+        desk.clock.advance(15min + 52s);
+        QCOMPARE(desk.source.focusRemaining(), u"9:07"_s);
+        QCOMPARE(desk.changes.size(), changes + 1 + 15 * 60 + 52);
+        desk.source.stopFocus();
+        QVERIFY(!desk.source.focusing());
+        changes = desk.changes.size();
+        desk.clock.advance(1h);
+        QCOMPARE(desk.changes.size(), changes);
+        QVERIFY(desk.peeks.isEmpty());
+        QVERIFY(desk.sounds.played.isEmpty());
+    }
+
+    void endsOnTimeWithAPeekAndASound()
+    {
+        Desk desk;
+        desk.prefs.set(Prefs::Module::Focus, false); // a period that runs ends all the same
+        desk.clock.advance(7s);
+        desk.source.startFocus();
+        desk.clock.advance(25min - 1ms);
+        QVERIFY(desk.peeks.isEmpty());
+        desk.clock.advance(1ms);
+        QCOMPARE(desk.peeks.size(), 1);
+        const Peek peek = desk.peeks.front();
+        QCOMPARE(peek.symbol, u"timer"_s);
+        QCOMPARE(peek.text, u"Focus time is up · 25 min done"_s);
+        QCOMPARE(peek.tone, Peek::Tone::Good);
+        QCOMPARE(peek.tab, std::optional(Tab::Home));
+        QVERIFY(!peek.url && !peek.resume && !peek.cwd && !peek.decide);
+        QCOMPARE(desk.sounds.played, QStringList{u"Glass"_s});
+        QVERIFY(!desk.source.focusing());
+        desk.clock.advance(1h);
+        QCOMPARE(desk.peeks.size(), 1);
+    }
+
+    void soundComesWithoutAPeek()
+    {
+        Desk desk;
+        desk.source.onPeek = {};
+        desk.source.startFocus();
+        desk.clock.advance(25min);
+        QCOMPARE(desk.sounds.played.size(), 1);
+    }
+
+    void clockThatJumps_data()
+    {
+        QTest::addColumn<std::chrono::milliseconds>("jump");
+        QTest::addColumn<QString>("remaining"); // a second later; empty if the period has ended
+        QTest::newRow("slept over the end") << std::chrono::milliseconds(8h) << QString();
+        QTest::newRow("slept a little") << std::chrono::milliseconds(10min) << u"14:57"_s;
+        QTest::newRow("set back") << std::chrono::milliseconds(-1h) << u"84:57"_s;
+    }
+    void clockThatJumps()
+    {
+        QFETCH(std::chrono::milliseconds, jump);
+        QFETCH(QString, remaining);
+        Desk desk;
+        desk.source.startFocus();
+        desk.clock.advance(1500ms);
+        desk.clock.setWallTime(desk.in(jump));
+        desk.clock.advance(1s);
+        QCOMPARE(desk.source.focusRemaining(), remaining);
+        QCOMPARE(desk.peeks.size(), remaining.isEmpty() ? 1 : 0);
+    }
+
+    void peekThatStartsTheNextPeriod()
+    {
+        Desk desk;
+        desk.source.onPeek = [&desk](const Peek &peek) {
+            desk.peeks.append(peek);
+            desk.source.startFocus();
+        };
+        desk.source.startFocus();
+        desk.clock.advance(50min);
+        QCOMPARE(desk.peeks.size(), 2);
+        QCOMPARE(desk.source.focusRemaining(), u"25:00"_s);
+    }
+};
+
+} // namespace velto

@@ -1,0 +1,140 @@
+#include "Platform/Linux/DBusActivation.h"
+#include "PrivateBus.h"
+#include "Tests.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QFileInfo>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+using namespace velto;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const auto kName = u"dev.velto-tests.Some-App"_s;
+const auto kPath = u"/dev/velto_tests/Some_App"_s;
+
+} // namespace
+
+/// One Velto runs, and whoever starts a second one, or asks the desktop for it, reaches the first.
+class ActivationTest : public QObject {
+    Q_OBJECT
+    std::unique_ptr<PrivateBus> m_bus;
+    std::unique_ptr<QTemporaryDir> m_home;
+
+    QString settings() const { return m_home->filePath(u"config/velto"_s); }
+    std::unique_ptr<DBusActivation> program(std::chrono::milliseconds patience = std::chrono::seconds(5))
+    {
+        return std::make_unique<DBusActivation>(
+            settings(), kName, [bus = m_bus->connect()] { return bus; }, patience);
+    }
+    /// What a desktop sends, without waiting for the answer, since both ends live here.
+    void send(const QString &method, const QVariantList &arguments)
+    {
+        auto message = QDBusMessage::createMethodCall(kName, kPath, u"org.freedesktop.Application"_s, method);
+        message.setArguments(arguments);
+        m_bus->connect().asyncCall(message);
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_home = std::make_unique<QTemporaryDir>();
+        m_bus = std::make_unique<PrivateBus>();
+        if (!m_bus->works())
+            QSKIP("no dbus-daemon");
+    }
+    void cleanup() { m_bus.reset(); }
+
+    void oneProgramForOneFolderOfSettings()
+    {
+        auto first = program();
+        QVERIFY(first->claim());
+        QCOMPARE(QFileInfo(settings()).permissions() & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
+        const auto second = program();
+        QVERIFY(!second->claim());
+        DBusActivation elsewhere(m_home->filePath(u"another"_s), kName);
+        QVERIFY(elsewhere.claim());
+
+        // A child that outlives the first, as a terminal does, keeps nobody out.
+        QProcess child;
+        child.start(u"sleep"_s, {u"60"_s});
+        QVERIFY(child.waitForStarted());
+        first.reset();
+        QVERIFY(second->claim());
+        child.kill();
+        child.waitForFinished();
+    }
+    void whereNothingCanBeLockedItStarts()
+    {
+        DBusActivation nowhere(u"/proc/none/velto"_s, kName);
+        QVERIFY(nowhere.claim());
+    }
+    void theDesktopReachesIt()
+    {
+        const auto first = program();
+        first->listen(false);
+        const QSignalSpy wanted(first.get(), &Activation::wanted);
+        send(u"Activate"_s, {QVariantMap{{u"desktop-startup-id"_s, u"x"_s}}});
+        send(u"Open"_s, {QStringList{u"file:///tmp/x"_s}, QVariantMap()});
+        send(u"ActivateAction"_s, {u"open-and-search"_s, QVariant(QVariantList()), QVariantMap()});
+        QTRY_COMPARE(wanted.size(), 3);
+        QCOMPARE(wanted.at(0).first(), u"open"_s);
+        QCOMPARE(wanted.at(1).first(), u"open"_s);
+        QCOMPARE(wanted.at(2).first(), u"open-and-search"_s);
+    }
+    void startedByTheBusTheFirstOpenIsTheStart()
+    {
+        const auto first = program();
+        first->listen(true);
+        const QSignalSpy wanted(first.get(), &Activation::wanted);
+        send(u"Activate"_s, {QVariantMap()});
+        send(u"ActivateAction"_s, {u"open-and-search"_s, QVariant(QVariantList()), QVariantMap()});
+        send(u"Activate"_s, {QVariantMap()});
+        QTRY_COMPARE(wanted.size(), 2);
+        QCOMPARE(wanted.at(0).first(), u"open-and-search"_s);
+        QCOMPARE(wanted.at(1).first(), u"open"_s);
+    }
+    void handsOverToOneThatComesToTheBusAMomentLater()
+    {
+        const auto bus = m_bus->connect();
+        std::unique_ptr<PlayedService> service;
+        // Answers from a thread of its own, as another process would: the one that hands over waits.
+        QThread thread;
+        QObject there;
+        there.moveToThread(&thread);
+        thread.start();
+        QTimer::singleShot(0, this, [&] {
+            QMetaObject::invokeMethod(
+                &there,
+                [&] {
+                    service = std::make_unique<PlayedService>(bus, kName);
+                    service->answers = {{u"Activate"_s, true}, {u"ActivateAction"_s, true}};
+                },
+                Qt::BlockingQueuedConnection);
+        });
+        const bool taken = program()->handOver({u"open-and-search"_s, u"open"_s});
+        const auto asked = service->asked;
+        QMetaObject::invokeMethod(
+            &there, [&] { service.reset(); }, Qt::BlockingQueuedConnection);
+        thread.quit();
+        thread.wait();
+        QVERIFY(taken);
+        QCOMPARE(asked, (QStringList{u"ActivateAction"_s, u"Activate"_s}));
+    }
+    void saysSoIfNobodyCanBeReached()
+    {
+        QVERIFY(!program(std::chrono::milliseconds(1))->handOver({u"open"_s}));
+        DBusActivation withoutBus(settings(), kName, [] { return QDBusConnection(u"none"_s); });
+        QVERIFY(!withoutBus.handOver({u"open"_s}));
+        withoutBus.listen(false); // and no harm
+    }
+};
+
+static const AddTest<ActivationTest> kAdded;
+#include "ActivationTest.moc"

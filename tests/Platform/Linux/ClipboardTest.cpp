@@ -1,0 +1,204 @@
+#include "OtherProgram.h"
+#include "Platform/Fake/FakeClock.h"
+#include "Platform/Linux/QtClipboard.h"
+#include "Tests.h"
+
+#include <QGuiApplication>
+#include <QTest>
+
+using namespace velto;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Another program that holds the clipboard, and hands it over when a test says so.
+class Holder {
+public:
+    void copy()
+    {
+        if (m_window == kNoWindow)
+            m_window = m_program.open({0, 0, 10, 10}, QByteArray("holder\0Holder\0", 14), false, false);
+        xcb_set_selection_owner(m_program.connection(), m_window, m_program.atom("CLIPBOARD"), XCB_CURRENT_TIME);
+        xcb_flush(m_program.connection());
+    }
+    /// Answers the next request with bytes of a type; without a type it refuses. False if none comes.
+    bool answer(const QByteArray &type, const QByteArray &bytes)
+    {
+        return QTest::qWaitFor([&] { return answerOne(type, bytes); });
+    }
+    bool wanted = false; ///< it was text that was asked for
+
+private:
+    bool answerOne(const QByteArray &type, const QByteArray &bytes)
+    {
+        while (const XcbReply<xcb_generic_event_t> event{xcb_poll_for_event(m_program.connection())}) {
+            if ((event->response_type & 0x7f) != XCB_SELECTION_REQUEST)
+                continue;
+            const auto &asked = reinterpret_cast<const xcb_selection_request_event_t &>(*event);
+            wanted = asked.target == m_program.atom("UTF8_STRING");
+            if (!type.isEmpty())
+                xcb_change_property(m_program.connection(), XCB_PROP_MODE_REPLACE, asked.requestor, asked.property,
+                                    m_program.atom(type), 8, quint32(bytes.size()), bytes.constData());
+            xcb_selection_notify_event_t done{};
+            done.response_type = XCB_SELECTION_NOTIFY;
+            done.requestor = asked.requestor;
+            done.selection = asked.selection;
+            done.target = asked.target;
+            done.property = type.isEmpty() ? xcb_atom_t(XCB_ATOM_NONE) : asked.property;
+            xcb_send_event(m_program.connection(), false, asked.requestor, 0, reinterpret_cast<const char *>(&done));
+            xcb_flush(m_program.connection());
+            return true;
+        }
+        return false;
+    }
+
+    OtherProgram m_program;
+    xcb_window_t m_window = kNoWindow;
+};
+
+} // namespace
+
+/// Copies of other programs are counted for nothing and read without waiting for them.
+class ClipboardTest : public QObject {
+    Q_OBJECT
+    std::unique_ptr<XcbServer> m_server;
+    FakeClock m_clock;
+    std::unique_ptr<QtClipboard> m_clipboard;
+    std::optional<QString> m_text;
+    int m_answers = 0;
+
+    void read(int longest = 100)
+    {
+        m_clipboard->read(longest, this, [this](const std::optional<QString> &text) {
+            m_text = text;
+            ++m_answers;
+        });
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        if (QGuiApplication::platformName() != u"xcb"_s)
+            QSKIP("no display");
+        m_server = std::make_unique<XcbServer>();
+        m_clipboard = std::make_unique<QtClipboard>(*m_server, m_clock);
+        m_answers = 0;
+        m_text.reset();
+    }
+    void cleanup()
+    {
+        m_clipboard.reset();
+        m_server.reset();
+    }
+
+    void lookingCostsNoRequest()
+    {
+        Holder holder;
+        const int before = m_clipboard->changeCount();
+        holder.copy();
+        QTRY_COMPARE(m_clipboard->changeCount(), before + 1);
+        holder.copy();
+        QTRY_COMPARE(m_clipboard->changeCount(), before + 2);
+        const auto sequence = xcb_no_operation(m_server->connection()).sequence;
+        for (int i = 0; i < 1000; ++i)
+            QCOMPARE(m_clipboard->changeCount(), before + 2);
+        QCOMPARE(xcb_no_operation(m_server->connection()).sequence, sequence + 1);
+    }
+
+    void takesWhatComes_data()
+    {
+        QTest::addColumn<QByteArray>("type");
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("text"); // null for nothing
+        QTest::newRow("text") << QByteArray("UTF8_STRING") << QByteArray("h\xc3\xa9 \xff") << u"hé \uFFFD"_s;
+        QTest::newRow("empty") << QByteArray("UTF8_STRING") << QByteArray() << u""_s;
+        QTest::newRow("as long as may be") << QByteArray("UTF8_STRING") << QByteArray(100, 'a') << QString(100, u'a');
+        QTest::newRow("too long") << QByteArray("UTF8_STRING") << QByteArray(101, 'a') << QString();
+        QTest::newRow("much too long") << QByteArray("UTF8_STRING") << QByteArray(100'000, 'a') << QString();
+        QTest::newRow("in pieces") << QByteArray("INCR") << QByteArray(4, '\1') << QString();
+        QTest::newRow("picture") << QByteArray() << QByteArray() << QString();
+    }
+    void takesWhatComes()
+    {
+        QFETCH(QByteArray, type);
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, text);
+        Holder holder;
+        holder.copy();
+        read();
+        QVERIFY(holder.answer(type, bytes));
+        QVERIFY(holder.wanted);
+        QTRY_COMPARE(m_answers, 1);
+        QCOMPARE(m_text, text.isNull() ? std::nullopt : std::optional(text));
+        QCOMPARE(m_clock.pendingTimers(), 0);
+    }
+
+    void programThatHangs()
+    {
+        Holder holder;
+        holder.copy();
+        read();
+        m_clock.advance(std::chrono::seconds(4));
+        QCOMPARE(m_answers, 0);
+        m_clock.advance(std::chrono::seconds(1));
+        QCOMPARE(m_answers, 1);
+        QVERIFY(!m_text);
+        // It comes to itself: too late, and for nobody.
+        QVERIFY(holder.answer("UTF8_STRING", "late"));
+        read();
+        QVERIFY(holder.answer("UTF8_STRING", "now"));
+        QTRY_COMPARE(m_text, std::optional(u"now"_s));
+        QCOMPARE(m_answers, 2);
+    }
+
+    void newerReadingEndsTheOlder()
+    {
+        Holder holder;
+        holder.copy();
+        read();
+        read();
+        QCOMPARE(m_answers, 1);
+        QVERIFY(!m_text);
+        QVERIFY(holder.answer("UTF8_STRING", "first asked"));
+        QVERIFY(holder.answer("UTF8_STRING", "asked again"));
+        QTRY_COMPARE(m_answers, 2);
+        QCOMPARE(m_text, std::optional(u"asked again"_s));
+    }
+
+    void nobodyHoldsIt()
+    {
+        {
+            Holder holder;
+            holder.copy();
+        }
+        read();
+        QTRY_COMPARE(m_answers, 1);
+        QVERIFY(!m_text);
+    }
+
+    void readerThatGoes()
+    {
+        Holder holder;
+        holder.copy();
+        auto reader = std::make_unique<QObject>();
+        m_clipboard->read(100, reader.get(), [this](const auto &) { ++m_answers; });
+        reader.reset();
+        QVERIFY(holder.answer("UTF8_STRING", "text"));
+        read();
+        QVERIFY(holder.answer("UTF8_STRING", "text"));
+        QTRY_COMPARE(m_answers, 1);
+    }
+
+    void ownCopyIsAtHand()
+    {
+        m_clipboard->setText(u"mine"_s);
+        read();
+        QCOMPARE(m_text, std::optional(u"mine"_s));
+        read(3);
+        QCOMPARE(m_answers, 2);
+        QVERIFY(!m_text);
+    }
+};
+
+static const AddTest<ClipboardTest> kAdded;
+#include "ClipboardTest.moc"

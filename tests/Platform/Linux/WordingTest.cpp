@@ -1,0 +1,46 @@
+#include "Platform/Linux/LinuxWording.h"
+#include "Tests.h"
+
+#include <QCoreApplication>
+#include <QTest>
+
+using namespace velto;
+using namespace Qt::StringLiterals;
+
+/// On Linux the program speaks of what a Linux desktop has, wherever in the program a text stands.
+class WordingTest : public QObject {
+    Q_OBJECT
+
+    static QString says(const char *text, const QString &installer = u"apt"_s)
+    {
+        LinuxWording wording([&](const QString &name) { return name == installer ? u"/usr/bin/"_s + name : QString(); });
+        QCoreApplication::installTranslator(&wording);
+        return QCoreApplication::translate("SomeView", text, "said somewhere");
+    }
+
+private Q_SLOTS:
+    void rewordsWhatLinuxSaysOtherwise()
+    {
+        QCOMPARE(says("Scan this Mac"), u"Scan this computer"_s);
+        QCOMPARE(says("Settings (⌘,)"), u"Settings (Ctrl+,)"_s);
+        QCOMPARE(says("On this Mac · %1"), u"On this computer · %1"_s);
+        QCOMPARE(says("Nothing needs you right now"), u"Nothing needs you right now"_s);
+    }
+    void namesTheCommandThatInstallsPackagesHere_data()
+    {
+        QTest::addColumn<QString>("installer");
+        QTest::addColumn<QString>("command");
+        QTest::newRow("Debian") << u"apt"_s << u"sudo apt install gh && gh auth login"_s;
+        QTest::newRow("Fedora") << u"dnf"_s << u"sudo dnf install gh && gh auth login"_s;
+        QTest::newRow("Arch") << u"pacman"_s << u"sudo pacman -S github-cli && gh auth login"_s;
+        QTest::newRow("neither") << u"none"_s << u"sudo apt install gh && gh auth login"_s;
+    }
+    void namesTheCommandThatInstallsPackagesHere()
+    {
+        QFETCH(QString, installer);
+        QTEST(says("brew install gh && gh auth login", installer), "command");
+    }
+};
+
+static const AddTest<WordingTest> kAdded;
+#include "WordingTest.moc"

@@ -1,0 +1,12 @@
+#include "QuillboxView/QuillboxViewTest.h"
+#include "RunTests.h"
+
+#include <QGuiApplication>
+#include <QQuickWindow>
+
+int main(int argc, char **argv)
+{
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    const QGuiApplication application(argc, argv);
+    return velto::runTests<velto::QuillboxViewTest>(argc, argv);
+}

@@ -1,0 +1,67 @@
+#!/usr/bin/python3
+"""A second start opens the panel of the first and ends; without a session bus it says why it can't.
+
+Usage: script/with-desktop --own-network tests/e2e/second_start.py VELTO. Ends with 77 if this machine can't try it.
+"""
+
+import fcntl
+import os
+import subprocess
+import sys
+
+from velto_desktop import Failure, Velto, check_machine, expect, until
+
+PANEL = (780, 520)
+
+
+def start_again(velto, *arguments, **changes):
+    environment = {**velto.environment, **changes}
+    return subprocess.run([velto.program, *arguments], env=environment, capture_output=True, text=True, timeout=20)
+
+
+def is_claimed(folder):
+    """Whether a program holds the lock on this folder."""
+    if not folder.exists():
+        return False
+    opened_folder = os.open(folder, os.O_RDONLY)
+    try:
+        fcntl.flock(opened_folder, fcntl.LOCK_EX | fcntl.LOCK_NB)
+        return False
+    except BlockingIOError:
+        return True
+    finally:
+        os.close(opened_folder)
+
+
+def opened(at):
+    return (at.width, at.height) == PANEL
+
+
+def main(program):
+    check_machine()
+    with Velto(program) as velto:
+        # Right behind each other: the first isn't on the bus yet.
+        velto.launch()
+        until("the first to claim its settings", lambda: is_claimed(velto.config / "velto"))
+        expect("a second start ends well", start_again(velto).returncode, 0)
+        velto.window = velto.find_window()
+        velto.settled(opened, "the panel of the first to open")
+        velto.stop()
+
+        velto.start()
+        expect("a key that the desktop binds to it ends well", start_again(velto, "--search").returncode, 0)
+        velto.settled(opened, "the panel to open for that key")
+        expect("the first still runs", velto.process.poll(), None)
+
+        alone = start_again(velto, "--search", DBUS_SESSION_BUS_ADDRESS="unix:path=/nonexistent")
+        expect("without a bus a second start gives up", alone.returncode, 1)
+        expect("and says why", "running already" in alone.stderr, True)
+
+
+if __name__ == "__main__":
+    if len(sys.argv) != 2:
+        sys.exit(__doc__)
+    try:
+        main(sys.argv[1])
+    except Failure as failure:
+        sys.exit(f"failed: {failure}")
