@@ -40,6 +40,7 @@ void TodosSource::setSelectedID(std::optional<qint64> id)
 {
     m_selectedID = id;
     publishSelection();
+    Q_EMIT selectionMoved();
 }
 
 void TodosSource::setDraft(const std::optional<Todo> &draft)
