@@ -89,7 +89,7 @@ private Q_SLOTS:
         p.prefs.set(Prefs::Module::Todos, false);
         p.wait(0);
         QCOMPARE(p.strip.todos(), 0);
-        QVERIFY(!p.strip.todosOverdue());
+        QVERIFY(!p.strip.overdue());
         QVERIFY(p.strip.left() != CollapsedStrip::Left::Todos);
         QVERIFY(!p.highlights().contains(u"due"_s));
     }
@@ -101,10 +101,10 @@ private Q_SLOTS:
         QVERIFY(p.strip.quiet());
         p.wait(15 * 3'600'000); // from nine to midnight
         QCOMPARE(p.strip.todos(), 1);
-        QVERIFY(!p.strip.todosOverdue());
+        QVERIFY(!p.strip.overdue());
         QCOMPARE(p.highlights(), u"1 due"_s);
         p.wait(24 * 3'600'000);
-        QVERIFY(p.strip.todosOverdue());
+        QVERIFY(p.strip.overdue());
     }
 
     void keysOfTheList()
