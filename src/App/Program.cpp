@@ -23,16 +23,16 @@ Program::Program(CommandLine commandLine, Activation &activation)
     , m_outline(m_stores.hub, m_ui, m_strip)
     , m_contents(m_stores.hub)
     , m_panel(m_machine.clock, m_ui, m_outline)
-    , m_keys(m_panel, m_ui, m_contents)
+    , m_keys(m_panel, m_ui, m_contents, m_stores.hub)
     , m_tabOrder(m_panel)
     , m_delegate({m_machine.clock, m_stores.hub, m_ui, m_outline, m_machine.platform.displays, m_machine.platform.panelWindow,
                   m_panel, m_machine.platform.session})
-    , m_windows(m_machine.platform.appearance,
-                {m_stores.hub, m_stores.prefs, m_machine.background, m_machine.defaults, m_machine.platform.keychain, m_machine.platform.folderPanel,
-                 m_machine.platform.loginItem, m_stores.terminal, m_stores.installer, m_machine.tools, m_machine.places,
-                 HookListener::kPort, QCoreApplication::applicationVersion()},
-                {m_stores.hub, m_stores.prefs, m_machine.background, m_machine.tools, m_machine.platform.loginItem,
-                 m_machine.places})
+    , m_windows(
+          m_machine.platform.appearance,
+          {m_stores.hub, m_stores.prefs, m_machine.background, m_machine.defaults, m_machine.platform.keychain,
+           m_machine.platform.folderPanel, m_machine.platform.loginItem, m_stores.terminal, m_stores.installer, m_machine.tools,
+           m_machine.places, HookListener::kPort, QCoreApplication::applicationVersion()},
+          {m_stores.hub, m_stores.prefs, m_machine.background, m_machine.tools, m_machine.platform.loginItem, m_machine.places})
 {
     QObject::connect(&m_delegate, &AppDelegate::quitWanted, qApp, &QCoreApplication::quit);
     QObject::connect(&m_delegate, &AppDelegate::settingsWanted, &m_windows, &Windows::showSettings);

@@ -7,6 +7,8 @@ ButtonBase {
 
     required property string text
     property color tint: Theme.ice
+    /// The one that Return presses wherever one is in its form.
+    property bool primary: false
 
     label: root.text
     corner: root.height / 2
@@ -18,6 +20,7 @@ ButtonBase {
         tint: root.tint
         hovered: root.hovered
         pressed: root.pressed
+        primary: root.primary
     }
 
     PlainText {
@@ -28,7 +31,8 @@ ButtonBase {
         width: root.width - 22
         words: root.text
         size: Theme.textSmall
-        weight: Font.Medium
+        weight: root.primary ? Font.DemiBold : Font.Medium
+        color: root.primary ? Theme.sheet : Theme.glassPrimary
         horizontalAlignment: Text.AlignHCenter
         Accessible.ignored: true
     }

@@ -8,10 +8,12 @@ Rectangle {
     required property color tint
     property bool hovered: false
     property bool pressed: false
+    property bool primary: false
     readonly property real density: Math.max(1, Screen.devicePixelRatio)
 
     radius: root.height / 2
-    color: Theme.at(root.tint, root.pressed ? 0.3 : root.hovered ? 0.22 : 0.16)
+    color: root.primary ? Theme.at(root.tint, root.pressed ? 0.7 : root.hovered ? 0.95 : 0.85)
+                        : Theme.at(root.tint, root.pressed ? 0.3 : root.hovered ? 0.22 : 0.16)
     // Half a logical pixel, as near as the screen comes to it: one device pixel, fainter where that is wider.
     border.width: 1 / root.density
     border.pixelAligned: false

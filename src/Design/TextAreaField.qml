@@ -18,6 +18,8 @@ FocusScope {
 
     /// The text is another one. It may be the store's.
     signal edited(string text)
+    /// Control and Return.
+    signal submitted
 
     implicitWidth: 200
     implicitHeight: Math.max(root.leastLines * root.line, Math.min(input.contentHeight, root.mostLines * root.line))
@@ -94,6 +96,12 @@ FocusScope {
             Accessible.editable: true
             Accessible.multiLine: true
             Accessible.focusable: true
+            Keys.onPressed: event => {
+                if ((event.key !== Qt.Key_Return && event.key !== Qt.Key_Enter) || !(event.modifiers & Qt.ControlModifier))
+                    return;
+                event.accepted = true;
+                root.submitted();
+            }
             onTextChanged: root.edited(input.text)
             onCursorRectangleChanged: area.follow(input.cursorRectangle)
         }

@@ -29,12 +29,18 @@ bool CollapsedStrip::isOn(Prefs::Module module) const
     return m_hub.prefs().isOn(module);
 }
 
+/// kSoon if no event is near enough to show.
+qint64 CollapsedStrip::secondsToEvent() const
+{
+    const std::optional<NextEvent> event = isOn(Prefs::Module::Calendar) ? m_hub.everyday()->nextEvent() : std::nullopt;
+    return event ? std::min(m_hub.now().secsTo(event->start), kSoon) : kSoon;
+}
+
 // The first that applies; what is behind it goes unseen until it ends.
 void CollapsedStrip::readLeft(Shown &shown) const
 {
     const EverydaySource &everyday = *m_hub.everyday();
-    const std::optional<NextEvent> event = isOn(Prefs::Module::Calendar) ? everyday.nextEvent() : std::nullopt;
-    const qint64 toEvent = event ? m_hub.now().secsTo(event->start) : kSoon;
+    const qint64 toEvent = secondsToEvent();
     if (m_hub.recording()) {
         shown.left = Left::Recording;
     } else if (isOn(Prefs::Module::Focus) && everyday.focusing()) {
@@ -97,11 +103,24 @@ CollapsedStrip::Shown CollapsedStrip::read() const
     // Music alone is no reason to stay wide.
     shown.quiet = shown.left == Left::Nothing && (shown.right == Right::Nothing || shown.right == Right::Playing);
     shown.spoken = spokenFor(shown);
+    summarize(shown);
+    return shown;
+}
 
+void CollapsedStrip::summarize(Shown &shown) const
+{
     if (shown.waiting > 0) {
         shown.summarySymbol = u"hand.raised.fill"_s;
         shown.summaryText = shown.waiting == 1 ? tr("%1 agent need your attention").arg(shown.waiting)
                                                : tr("%1 agents need your attention").arg(shown.waiting);
+        shown.summaryTone = Tone::Waiting;
+    } else if (shown.todos > 0) {
+        shown.summarySymbol = u"checklist"_s;
+        shown.summaryText = shown.todos == 1 ? tr("%1 todo due").arg(shown.todos) : tr("%1 todos due").arg(shown.todos);
+        shown.summaryTone = shown.overdueTodos > 0 ? Tone::Overdue : Tone::Info;
+    } else if (secondsToEvent() < kSoon) {
+        shown.summarySymbol = u"calendar"_s;
+        shown.summaryText = m_hub.everyday()->nextEventText();
     } else if (shown.running > 0) {
         shown.summarySymbol = u"sparkle"_s;
         shown.summaryText =
@@ -110,7 +129,6 @@ CollapsedStrip::Shown CollapsedStrip::read() const
         shown.summarySymbol = u"sparkles"_s;
         shown.summaryText = tr("Nothing needs you right now");
     }
-    return shown;
 }
 
 void CollapsedStrip::update()

@@ -24,12 +24,14 @@ class CollapsedStrip : public QObject {
     Q_PROPERTY(QString spoken READ spoken NOTIFY changed FINAL)
     Q_PROPERTY(QString summarySymbol READ summarySymbol NOTIFY changed FINAL)
     Q_PROPERTY(QString summaryText READ summaryText NOTIFY changed FINAL)
-    Q_PROPERTY(bool summaryUrgent READ summaryUrgent NOTIFY changed FINAL)
+    Q_PROPERTY(Tone summaryTone READ summaryTone NOTIFY changed FINAL)
 public:
     enum class Left : int { Nothing, Recording, Focus, Todos, Event, Running };
     Q_ENUM(Left)
     enum class Right : int { Nothing, Waiting, Running, Playing };
     Q_ENUM(Right)
+    enum class Tone : int { Info, Waiting, Overdue };
+    Q_ENUM(Tone)
 
     explicit CollapsedStrip(const Hub &hub, QObject *parent = nullptr);
 
@@ -51,7 +53,7 @@ public:
     /// The line under the strip while the pointer rests on it.
     QString summarySymbol() const { return m_now.summarySymbol; }
     QString summaryText() const { return m_now.summaryText; }
-    bool summaryUrgent() const { return m_now.waiting > 0; }
+    Tone summaryTone() const { return m_now.summaryTone; }
 
 Q_SIGNALS:
     /// Sent only when something of the above is different now.
@@ -69,6 +71,7 @@ private:
         QString spoken;
         QString summarySymbol;
         QString summaryText;
+        Tone summaryTone = Tone::Info;
         bool quiet = true;
         bool operator==(const Shown &) const = default;
     };
@@ -76,7 +79,9 @@ private:
     void readLeft(Shown &shown) const;
     void readRight(Shown &shown) const;
     QString spokenFor(const Shown &shown) const;
+    void summarize(Shown &shown) const;
     bool isOn(Prefs::Module module) const;
+    qint64 secondsToEvent() const;
     void update();
 
     const Hub &m_hub;

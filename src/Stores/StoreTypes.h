@@ -12,8 +12,8 @@
 #include "Tabs/Agents/AgentsSource.h"
 #include "Tabs/Connect/ConnectSource.h"
 #include "Tabs/Home/HomeSource.h"
-#include "Tabs/Todos/TodosSource.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
+#include "Tabs/Todos/TodosSource.h"
 
 #include <QAbstractItemModel>
 #include <QtQml/qqml.h>

@@ -174,6 +174,8 @@ Q_SIGNALS:
     void searchChanged();
     void focusSearchChanged();
     void selectionChanged();
+    /// The user moved the selection, which is to come into sight.
+    void selectionMoved();
 
 private:
     enum class Empty : quint8 { Not, NoMatch, NothingOverdue, NothingNow, NoTodos };

@@ -1,0 +1,101 @@
+import QtQuick
+import Velto.Design
+import Velto.Stores
+
+// What an open row shows below its line: the notes, the comments, and the way to add to them.
+Column {
+    id: root
+
+    required property TodosSource source
+    required property string todoId
+    required property string title
+    required property string details
+    required property var comments
+    /// What was typed before, for a row that was scrolled away.
+    required property string typed
+
+    spacing: 8
+
+    PlainText {
+        width: parent.width
+        visible: root.details !== ""
+        multiline: true
+        words: root.details
+        color: Theme.glassSecondary
+        lineHeight: 1.1
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+    Column {
+        width: parent.width
+        visible: root.comments.length > 0
+        spacing: 5
+
+        Repeater {
+            model: root.comments
+
+            Item {
+                id: comment
+
+                required property var modelData
+
+                width: root.width
+                height: said.height
+                Accessible.role: Accessible.StaticText
+                Accessible.name: when.text + ", " + said.text
+
+                PlainText {
+                    id: when
+
+                    width: 136
+                    anchors.baseline: said.baseline
+                    words: comment.modelData.at
+                    size: Theme.textSmall
+                    color: Theme.glassSecondary
+                    Accessible.ignored: true
+                }
+                PlainText {
+                    id: said
+
+                    x: when.width + 8
+                    width: parent.width - x
+                    multiline: true
+                    words: comment.modelData.text
+                    Accessible.ignored: true
+                }
+            }
+        }
+    }
+    Item {
+        width: parent.width
+        height: visible ? Theme.controlHeight : 0
+        visible: root.source.canEdit
+
+        TextInputField {
+            id: field
+
+            anchors.left: parent.left
+            anchors.right: edit.left
+            anchors.rightMargin: 8
+            label: qsTr("Add a comment")
+            prompt: qsTr("Add a comment")
+            // Not bound: what is typed is the store's at once, which therefore has no news of it.
+            Component.onCompleted: text = root.typed
+            onEdited: text => root.source.typeComment(root.todoId, text)
+            onAccepted: {
+                root.source.addComment(root.todoId, text);
+                text = "";
+            }
+        }
+        PillButton {
+            id: edit
+
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            text: qsTr("Edit")
+            label: qsTr("Edit: %1").arg(root.title.slice(0, 200))
+            tint: "white"
+            onClicked: root.source.edit(root.todoId)
+        }
+    }
+}

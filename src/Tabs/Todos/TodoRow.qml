@@ -1,0 +1,221 @@
+import QtQuick
+import Velto.Design
+import Velto.Stores
+import Velto.Todos
+
+// A row of the list: a project's heading, or a todo with what an open one has to say.
+Item {
+    id: root
+
+    required property TodosSource source
+    required property bool isHeading
+    required property string todoId
+    required property string title
+    required property string prioritySymbol
+    required property bool highPriority
+    required property string dueText
+    required property string dueSymbol
+    required property bool overdue
+    required property string person
+    required property string commentCount
+    required property string spoken
+    required property bool open
+    required property bool selected
+    required property string details
+    required property var comments
+    required property string commentText
+
+    readonly property bool isTodoRow: !root.isHeading
+    readonly property bool unfolded: root.open && !root.resting
+    readonly property real wanted: root.isHeading ? 30 : line.height + (more.active ? more.height + 10 : 0)
+    /// Out of sight, until the list has another row for it.
+    property bool resting: true
+    /// It shows what it should: from here on changes are movements.
+    property bool settled: false
+    /// The keyboard came with the arrows: the selection shows where it is, and a ring would say it twice.
+    property bool quiet: false
+
+    height: root.wanted
+    visible: !root.resting
+    activeFocusOnTab: root.isTodoRow && (root.selected || root.activeFocus)
+    Accessible.role: root.isHeading ? Accessible.Heading : Accessible.ListItem
+    Accessible.name: root.spoken
+    Accessible.focusable: root.isTodoRow
+    Accessible.selectable: root.isTodoRow
+    Accessible.selected: root.selected
+    Accessible.onPressAction: root.press()
+    Component.onCompleted: root.wake()
+    onActiveFocusChanged: {
+        if (!root.activeFocus)
+            root.quiet = false;
+    }
+
+    Behavior on height {
+        enabled: root.settled
+        Spring {}
+    }
+
+    function press(): void {
+        root.source.press(root.todoId);
+    }
+    function rest(): void {
+        root.settled = false;
+        root.focus = done.focus = fold.focus = false;
+        root.resting = true;
+    }
+    function wake(): void {
+        root.resting = false;
+        root.settled = true;
+    }
+
+    PlainText {
+        y: 10
+        visible: root.isHeading
+        width: parent.width
+        words: root.isHeading ? root.title : ""
+        size: Theme.textTitle
+        weight: Font.DemiBold
+        color: Theme.glassSecondary
+        Accessible.ignored: true
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        visible: opacity > 0
+        opacity: root.selected ? 1 : 0
+        radius: Theme.radiusRow
+        color: Theme.at("white", root.open ? 0.07 : 0.045)
+        border.width: 1
+        border.color: Theme.at("white", 0.22)
+
+        Behavior on opacity {
+            enabled: root.settled
+            NumberAnimation {
+                duration: Theme.fadeDuration
+                easing.type: Easing.OutQuad
+            }
+        }
+    }
+    // Inside the row: the page cuts what stands over its sides.
+    FocusRing {
+        anchors.margins: 0
+        corner: Theme.radiusRow - 2
+        visible: root.activeFocus && !root.quiet
+    }
+
+    Item {
+        id: line
+
+        width: parent.width
+        height: words.height + 14
+        visible: root.isTodoRow
+
+        TapHandler {
+            onTapped: root.press()
+        }
+
+        Column {
+            id: words
+
+            x: 38
+            y: 7
+            width: fold.x - x - 8
+            spacing: 5
+
+            Row {
+                width: parent.width
+                spacing: 5
+
+                Symbol {
+                    id: priority
+
+                    visible: root.prioritySymbol !== ""
+                    name: root.prioritySymbol
+                    size: Theme.textSmall
+                    font.weight: Font.Bold
+                    color: root.highPriority ? Theme.orange : Theme.glassSecondary
+                    topPadding: 1
+                }
+                PlainText {
+                    width: parent.width - (priority.visible ? priority.width + parent.spacing : 0)
+                    multiline: true
+                    words: root.isHeading ? "" : root.title
+                    size: Theme.textTitle
+                    weight: root.highPriority ? Font.DemiBold : Font.Normal
+                    elide: Text.ElideRight
+                    maximumLineCount: root.open ? 10000 : 2
+                    Accessible.ignored: true
+                }
+            }
+            Row {
+                visible: root.dueText !== "" || root.person !== "" || root.commentCount !== ""
+                spacing: 6
+
+                Chip {
+                    visible: root.dueText !== ""
+                    text: root.dueText
+                    symbol: root.dueSymbol
+                    tint: root.overdue ? Theme.red : Theme.glassSecondary
+                }
+                Chip {
+                    visible: root.person !== ""
+                    text: root.person
+                    symbol: "person"
+                    tint: Theme.cyan
+                }
+                Chip {
+                    visible: root.commentCount !== ""
+                    text: root.commentCount
+                    symbol: "text.bubble"
+                }
+            }
+        }
+        DoneButton {
+            id: done
+
+            x: 7
+            y: 3
+            activeFocusOnTab: root.selected || activeFocus
+            label: qsTr("Mark done: %1").arg(root.title.slice(0, 200))
+            help: qsTr("Mark done (⌘D) — you can undo for 5 seconds")
+            onClicked: root.source.finish(root.todoId)
+        }
+        IconButton {
+            id: fold
+
+            anchors.right: parent.right
+            anchors.rightMargin: 4
+            y: 2
+            activeFocusOnTab: root.selected || activeFocus
+            symbol: root.open ? "chevron.up" : "chevron.down"
+            label: root.open ? qsTr("Hides details") : qsTr("Shows details")
+            onClicked: root.press()
+        }
+    }
+
+    Item {
+        x: words.x
+        y: line.height
+        width: parent.width - x - 12
+        height: Math.max(0, root.height - y)
+        clip: root.height < root.wanted
+
+        Loader {
+            id: more
+
+            width: parent.width
+            active: root.unfolded && root.isTodoRow
+            // With Qt 6.4 a Loader can't make a bound component.
+            // qmllint disable unqualified
+            sourceComponent: TodoDetails {
+                source: root.source
+                todoId: root.todoId
+                title: root.title
+                details: root.details
+                comments: root.comments
+                typed: root.commentText
+            }
+            // qmllint enable unqualified
+        }
+    }
+}
