@@ -7,6 +7,7 @@
 #include "Platform/StatusItem.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/UI.h"
+#include "Tabs/Todos/TodosSource.h"
 
 #include <QCursor>
 #include <QWindow>
@@ -22,6 +23,8 @@ AppDelegate::AppDelegate(Needs needs, QObject *parent)
 {
     connect(&m_needs.ui, &UI::expandedChanged, this, &AppDelegate::expandedChanged);
     connect(&m_needs.ui, &UI::hoveringChanged, this, &AppDelegate::hoveringChanged);
+    m_needs.ui.unfinished = [&hub = m_needs.hub] { return hub.todos()->draft().has_value(); };
+    connect(&m_needs.ui, &UI::keyboardWanted, this, [this] { m_needs.panelWindow.takeFocus(); });
     connect(&m_needs.ui, &UI::settingsWanted, this, &AppDelegate::showSettings);
     connect(&m_needs.hub, &Hub::peekChanged, this, &AppDelegate::peekChanged);
     connect(&m_needs.hub, &Hub::panelWanted, this, [this] { open(false); });
@@ -91,8 +94,10 @@ void AppDelegate::open(bool search)
     if (m_needs.ui.expanded())
         m_needs.panelWindow.takeFocus();
     m_needs.ui.openFocused();
-    if (search && m_needs.hub.tabs().contains(Tab::Todos))
+    if (search && m_needs.hub.tabs().contains(Tab::Todos)) {
         m_needs.hub.open(Tab::Todos);
+        m_needs.hub.todos()->askForSearch();
+    }
 }
 
 void AppDelegate::showSettings()

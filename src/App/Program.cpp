@@ -22,7 +22,7 @@ Program::Program(CommandLine commandLine, Activation &activation)
     , m_outline(m_stores.hub, m_ui, m_strip)
     , m_contents(m_stores.hub)
     , m_panel(m_machine.clock, m_ui, m_outline)
-    , m_keys(m_panel, m_ui, m_contents)
+    , m_keys(m_panel, m_ui, m_contents, m_stores.hub)
     , m_tabOrder(m_panel)
     , m_delegate({m_machine.clock, m_stores.hub, m_ui, m_outline, m_machine.platform.displays, m_machine.platform.panelWindow,
                   m_panel, m_machine.platform.session})

@@ -1,7 +1,9 @@
 #include "Shell/PanelKeys.h"
 
+#include "Core/Hub.h"
 #include "Shell/PanelContents.h"
 #include "Shell/UI.h"
+#include "Tabs/Todos/TodosSource.h"
 
 #include <QKeyEvent>
 #include <QQuickItem>
@@ -9,13 +11,20 @@
 
 namespace velto {
 
-PanelKeys::PanelKeys(QQuickWindow &window, UI &ui, PanelContents &contents, QObject *parent)
+PanelKeys::PanelKeys(QQuickWindow &window, UI &ui, PanelContents &contents, Hub &hub, QObject *parent)
     : QObject(parent)
     , m_window(window)
     , m_ui(ui)
     , m_contents(contents)
+    , m_hub(hub)
+    , m_todos(*hub.todos())
 {
     m_window.installEventFilter(this);
+}
+
+bool PanelKeys::onTodos() const
+{
+    return m_hub.selected() == Tab::Todos;
 }
 
 bool PanelKeys::textFieldFocused() const
@@ -24,26 +33,83 @@ bool PanelKeys::textFieldFocused() const
     return item && (item->inherits("QQuickTextInput") || item->inherits("QQuickTextEdit"));
 }
 
+/// What has the focus, or what it stands in, is pressed by Return: a button, or a form with its own.
+bool PanelKeys::focusTakesReturn() const
+{
+    for (const QQuickItem *item = m_window.activeFocusItem(); item; item = item->parentItem()) {
+        if (item->property("takesReturn").toBool())
+            return true;
+    }
+    return false;
+}
+
+void PanelKeys::clearFocus()
+{
+    m_window.contentItem()->forceActiveFocus();
+}
+
 void PanelKeys::escape()
 {
     if (textFieldFocused())
-        m_window.contentItem()->forceActiveFocus();
+        clearFocus();
+    else if (m_todos.draft())
+        m_todos.setDraft(std::nullopt);
     else
         m_ui.close();
+}
+
+void PanelKeys::control(const QKeyEvent &key)
+{
+    if (key.key() >= Qt::Key_1 && key.key() <= Qt::Key_5)
+        m_contents.openAt(key.key() - Qt::Key_1);
+    else if (key.key() == Qt::Key_Comma)
+        m_ui.askForSettings();
+    else if (!m_ui.sheetOpen() && !key.isAutoRepeat())
+        todosControl(key);
+}
+
+void PanelKeys::todosControl(const QKeyEvent &key)
+{
+    const bool visible = m_hub.tabs().contains(Tab::Todos);
+    if (key.key() == Qt::Key_N && visible && m_todos.canAdd()) {
+        m_hub.open(Tab::Todos);
+        m_todos.newDraft();
+    } else if (key.key() == Qt::Key_F && visible) {
+        m_hub.open(Tab::Todos);
+        m_todos.askForSearch();
+    } else if (key.key() == Qt::Key_D && onTodos()) {
+        m_todos.finishSelected();
+    } else if (key.key() == Qt::Key_Z && onTodos() && m_todos.pendingDone()) {
+        m_todos.undoDone();
+    }
+}
+
+void PanelKeys::todosPlain(const QKeyEvent &key)
+{
+    const bool down = key.key() == Qt::Key_Down;
+    if ((down || key.key() == Qt::Key_Up) && !m_todos.draft()) {
+        clearFocus();
+        m_todos.move(down ? 1 : -1);
+    } else if ((key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) && !key.isAutoRepeat() && !textFieldFocused()
+               && !focusTakesReturn()) {
+        m_todos.toggleSelected();
+    }
 }
 
 bool PanelKeys::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() != QEvent::KeyPress || !m_ui.expanded())
         return QObject::eventFilter(watched, event);
-    const auto *key = static_cast<QKeyEvent *>(event);
-    const bool control = key->modifiers() == Qt::ControlModifier;
-    if (key->key() == Qt::Key_Escape && !m_ui.sheetOpen()) // a sheet or a menu closes itself
-        escape();
-    else if (control && key->key() >= Qt::Key_1 && key->key() <= Qt::Key_5)
-        m_contents.openAt(key->key() - Qt::Key_1);
-    else if (control && key->key() == Qt::Key_Comma)
-        m_ui.askForSettings();
+    const auto &key = *static_cast<QKeyEvent *>(event);
+    const Qt::KeyboardModifiers modifiers = key.modifiers() & ~Qt::KeypadModifier;
+    if (key.key() == Qt::Key_Escape) {
+        if (!m_ui.sheetOpen()) // a sheet or a menu closes itself
+            escape();
+    } else if (modifiers == Qt::ControlModifier) {
+        control(key);
+    } else if (modifiers == Qt::NoModifier && onTodos() && !m_ui.sheetOpen()) {
+        todosPlain(key);
+    }
     return QObject::eventFilter(watched, event);
 }
 
