@@ -20,15 +20,19 @@ namespace velto {
 
 namespace {
 
-constexpr auto kIssues =
-    R"({"data":{"viewer":{"assignedIssues":{"nodes":[
-    {"identifier":"ENG-7","title":"Keep <b>rows</b>","url":"https://linear.app/x/issue/ENG-7"},{"title":"no identifier"}]}}}})";
-constexpr auto kJira =
-    R"({"isLast":true,"issues":[{"expand":"","id":"10001","self":"https://x/rest","key":"OPS-3","fields":{"summary":"Rotate keys"}},
-    {"fields":{"summary":"no key"}}]})";
-constexpr auto kPrs =
-    R"([{"title":"Keep the list","url":"https://github.com/a/web/pull/1","repository":{"name":"web","nameWithOwner":"a/web"}},
-    {"title":"No repository","url":"https://github.com/a/b/pull/2"},{"title":"no url"}])";
+/// JSON with its quotes written as single ones.
+QByteArray json(QByteArray text)
+{
+    return text.replace('\'', '"');
+}
+
+const QByteArray kIssues = json("{'data':{'viewer':{'assignedIssues':{'nodes':[{'identifier':'ENG-7','title':'Keep <b>rows</b>',"
+                                "'url':'https://linear.app/x/issue/ENG-7'},{'title':'no identifier'}]}}}}");
+const QByteArray kJira = json("{'isLast':true,'issues':[{'expand':'','id':'10001','self':'https://x/rest','key':'OPS-3',"
+                              "'fields':{'summary':'Rotate keys'}},{'fields':{'summary':'no key'}}]}");
+const QByteArray kPrs = json("[{'title':'Keep the list','url':'https://github.com/a/web/pull/1','repository':{'name':'web',"
+                             "'nameWithOwner':'a/web'}},{'title':'No repository','url':'https://github.com/a/b/pull/2'},"
+                             "{'title':'no url'}]");
 
 const QString kGh = u"gh search prs --review-requested=@me --state=open --json title,url,repository --limit 20"_s;
 
@@ -114,7 +118,7 @@ private Q_SLOTS:
                 return Answer{200, kIssues};
             if (request.target.startsWith("/rest/api/3/search/jql?"))
                 return Answer{200, kJira};
-            return request.target == "/slack/auth.test" ? Answer{200, R"({"ok":true,"user_id":"U1"})"} : Answer{200, mentions};
+            return request.target == "/slack/auth.test" ? Answer{200, json("{'ok':true,'user_id':'U1'}")} : Answer{200, mentions};
         };
         for (const QString &name : {u"linear"_s, u"jira"_s, u"slack"_s})
             office.keychain.put(u"Velto."_s + name, u"secret-"_s + name);
@@ -141,8 +145,8 @@ private Q_SLOTS:
         QTest::newRow("limited") << 429 << QByteArray("{}") << u"Linear: HTTP 429."_s;
         QTest::newRow("down") << 503 << QByteArray("<html>") << u"Linear: HTTP 503."_s;
         QTest::newRow("html") << 200 << QByteArray("<html>") << u"Linear: illegal value."_s;
-        QTest::newRow("no data") << 200 << QByteArray(R"({"data":null,"errors":[{}]})") << QString();
-        QTest::newRow("wrong types") << 200 << QByteArray(R"({"data":{"viewer":{"assignedIssues":{"nodes":[7]}}}})") << QString();
+        QTest::newRow("no data") << 200 << (json("{'data':null,'errors':[{}]}")) << QString();
+        QTest::newRow("wrong types") << 200 << (json("{'data':{'viewer':{'assignedIssues':{'nodes':[7]}}}}")) << QString();
     }
 
     void aFailureNamesTheToolAndLeavesTheOthersAlone()
@@ -191,10 +195,10 @@ private Q_SLOTS:
     {
         Office office;
         office.keychain.put(u"Velto.slack"_s, u"t"_s);
-        office.service.answer = [](const auto &) { return Answer{200, R"({"ok":false,"error":"missing_scope"})"}; };
+        office.service.answer = [](const auto &) { return Answer{200, json("{'ok':false,'error':'missing_scope'}")}; };
         office.refresh();
         QTRY_COMPARE(office.work.workState(), SourceState::failed(u"Slack: missing_scope."_s));
-        office.service.answer = [](const auto &) { return Answer{200, R"({"ok":true})"}; };
+        office.service.answer = [](const auto &) { return Answer{200, json("{'ok':true}")}; };
         office.refresh();
         QTRY_COMPARE(office.work.workState(), SourceState::failed(u"Slack: couldn't find your user."_s));
         office.service.answer = [](const auto &) { return Answer{200, "[]"}; };
