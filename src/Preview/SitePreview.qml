@@ -110,25 +110,25 @@ Item {
             tones: root.tones
             items: [
                 {
-                    "symbol": "hand.raised.fill",
-                    "tone": 1,
-                    "title": qsTr("api-server is waiting for you"),
-                    "detail": qsTr("Allow it to run the migration?"),
-                    "action": qsTr("Resume")
+                    symbol: "hand.raised.fill",
+                    tone: 1,
+                    title: qsTr("api-server is waiting for you"),
+                    detail: qsTr("Allow it to run the migration?"),
+                    action: qsTr("Resume")
                 },
                 {
-                    "symbol": "calendar",
-                    "tone": 1,
-                    "title": qsTr("Design review in 8 min"),
-                    "detail": qsTr("Google Calendar · 2 events left today"),
-                    "action": qsTr("Join")
+                    symbol: "calendar",
+                    tone: 1,
+                    title: qsTr("Design review in 8 min"),
+                    detail: qsTr("Google Calendar · 2 events left today"),
+                    action: qsTr("Join")
                 },
                 {
-                    "symbol": "arrow.triangle.pull",
-                    "tone": 1,
-                    "title": qsTr("1 pull request waits for your review"),
-                    "detail": qsTr("web: Keep the list where it was after a refresh"),
-                    "action": qsTr("Review")
+                    symbol: "arrow.triangle.pull",
+                    tone: 1,
+                    title: qsTr("1 pull request waits for your review"),
+                    detail: qsTr("web: Keep the list where it was after a refresh"),
+                    action: qsTr("Review")
                 }
             ]
         }
@@ -137,18 +137,18 @@ Item {
             tones: root.tones
             items: [
                 {
-                    "symbol": "checklist",
-                    "tone": 2,
-                    "title": qsTr("4 todos due today"),
-                    "detail": qsTr("Send the release notes"),
-                    "action": qsTr("Show")
+                    symbol: "checklist",
+                    tone: 2,
+                    title: qsTr("4 todos due today"),
+                    detail: qsTr("Send the release notes"),
+                    action: qsTr("Show")
                 },
                 {
-                    "symbol": "music.note",
-                    "tone": 2,
-                    "title": qsTr("Nocturne in E-flat"),
-                    "detail": qsTr("Evening Quartet · Spotify"),
-                    "action": qsTr("Pause")
+                    symbol: "music.note",
+                    tone: 2,
+                    title: qsTr("Nocturne in E-flat"),
+                    detail: qsTr("Evening Quartet · Spotify"),
+                    action: qsTr("Pause")
                 }
             ]
         }
