@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QJsonValue>
 #include <QList>
 #include <QString>
 #include <QUrl>
@@ -15,5 +16,10 @@ struct WorkItem {
 
     bool operator==(const WorkItem &) const = default;
 };
+
+/// The link if there is one; text that makes no address is none.
+std::optional<QUrl> linkIn(const QJsonValue &value);
+/// The beginning of a text, as many characters as a person would count.
+QString firstCharacters(const QString &text, int count);
 
 } // namespace velto

@@ -37,7 +37,7 @@ std::optional<QList<WorkItem>> parsePRs(const QByteArray &output)
         QStringList words{object.value("repository"_L1).toObject().value("name"_L1).toString(),
                           object.value("title"_L1).toString()};
         words.removeAll(QString());
-        items.append({url.toString(), words.join(u": "_s), QUrl(url.toString(), QUrl::StrictMode)});
+        items.append({url.toString(), words.join(u": "_s), linkIn(url)});
     }
     return items;
 }
@@ -60,7 +60,7 @@ PullRequests loadPRs(ToolRunner &tools)
     }
     if (result.err.contains("auth"_L1))
         return {{}, tr("The GitHub CLI isn't signed in. Run `gh auth login`.")};
-    return {{}, tr("Couldn't ask GitHub: %1").arg(result.err.left(kLongestError))};
+    return {{}, tr("Couldn't ask GitHub: %1").arg(firstCharacters(result.err, kLongestError))};
 }
 
 WorkSource::WorkSource(Needs needs, QObject *parent)
@@ -116,6 +116,7 @@ void WorkSource::readPullRequests()
 QCoro::Task<> WorkSource::readWork()
 {
     const std::weak_ptr life = m_life;
+    const WorkServices services{m_needs.http, m_needs.background, m_needs.endpoints};
     Found found;
     // A tool that fails loses its earlier items; the others keep theirs fresh.
     const auto failed = [&found](const QString &tool, const WorkError &error) {
@@ -132,14 +133,14 @@ QCoro::Task<> WorkSource::readWork()
             Published next = m_now;
             next.issues.clear();
             next.mentions.clear();
-            next.workState = SourceState::unavailable(tr("No work tools connected."),
-                                                      tr("Connect Linear, Jira or Slack in the Connect tab."));
+            next.workState =
+                SourceState::unavailable(tr("No work tools connected."), tr("Connect Linear, Jira or Slack in the Connect tab."));
             publish(std::move(next));
             co_return;
         }
         if (linear) {
             try {
-                found.issues += co_await linearIssues(m_needs.http, m_needs.endpoints.linear, *linear);
+                found.issues += co_await linearIssues(services, *linear);
             } catch (const WorkError &error) {
                 failed(u"Linear"_s, error);
             }
@@ -147,8 +148,7 @@ QCoro::Task<> WorkSource::readWork()
         }
         if (jira) {
             try {
-                found.issues += co_await jiraIssues(m_needs.http, m_needs.endpoints.jira, m_needs.prefs.jiraSite(),
-                                                    m_needs.prefs.jiraEmail(), *jira);
+                found.issues += co_await jiraIssues(services, m_needs.prefs.jiraSite(), m_needs.prefs.jiraEmail(), *jira);
             } catch (const WorkError &error) {
                 failed(u"Jira"_s, error);
             }
@@ -156,8 +156,7 @@ QCoro::Task<> WorkSource::readWork()
         }
         if (slack) {
             try {
-                found.mentions = co_await slackMentions(m_needs.http, m_needs.endpoints.slack, *slack,
-                                                        [&clock = m_needs.clock] { return clock.wallTime(); });
+                found.mentions = co_await slackMentions(services, *slack, [&clock = m_needs.clock] { return clock.wallTime(); });
             } catch (const WorkError &error) {
                 failed(u"Slack"_s, error);
             }
