@@ -26,6 +26,12 @@ namespace velto {
 /// A whole desktop that does as it is told, and the Hub on top of it. The modules that ask outside tools of their own accord
 /// are off to begin with.
 struct World {
+    explicit World(QHash<QString, QByteArray> contents = {})
+        : initialFiles(std::move(contents))
+    {
+    }
+
+    const QHash<QString, QByteArray> initialFiles; ///< by path; what the sources read while they are made
     FakeClock clock;
     FakeBackground background;
     FakeToolRunner tools;
@@ -55,6 +61,7 @@ struct World {
 
     Desktop prepared()
     {
+        files.contents = initialFiles;
         tools.installed.insert(QStringLiteral("claude"));
         setListing("[]");
         defaults.set(QStringLiteral("modulesOff"),

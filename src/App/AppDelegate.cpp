@@ -23,6 +23,8 @@ AppDelegate::AppDelegate(Needs needs, QObject *parent)
 {
     connect(&m_needs.ui, &UI::expandedChanged, this, &AppDelegate::expandedChanged);
     connect(&m_needs.ui, &UI::hoveringChanged, this, &AppDelegate::hoveringChanged);
+    m_needs.ui.unfinished = [&hub = m_needs.hub] { return hub.todos()->draft().has_value(); };
+    connect(&m_needs.ui, &UI::keyboardWanted, this, [this] { m_needs.panelWindow.takeFocus(); });
     connect(&m_needs.ui, &UI::settingsWanted, this, &AppDelegate::showSettings);
     connect(&m_needs.hub, &Hub::peekChanged, this, &AppDelegate::peekChanged);
     connect(&m_needs.hub, &Hub::panelWanted, this, [this] { open(false); });

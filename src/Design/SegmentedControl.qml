@@ -9,14 +9,17 @@ Item {
 
     /// What a screen reader says before the choice.
     required property string title
+    /// Whether the title stands before the choice, too.
+    property bool titled: false
     /// A model whose rows have value, text and selected.
     required property var options
 
     property Item current: null
+    readonly property real start: root.titled ? heading.implicitWidth + 8 : 0
 
     signal chosen(string value)
 
-    implicitWidth: row.implicitWidth + 4
+    implicitWidth: root.start + row.implicitWidth + 4
     implicitHeight: Theme.controlHeight
     Accessible.role: Accessible.Grouping
     Accessible.name: root.title
@@ -80,8 +83,19 @@ Item {
         }
     }
 
+    PlainText {
+        id: heading
+
+        anchors.verticalCenter: parent.verticalCenter
+        visible: root.titled
+        text: root.title
+        color: Theme.glassSecondary
+        Accessible.ignored: true
+    }
     Rectangle {
-        anchors.fill: parent
+        x: root.start
+        width: root.width - x
+        height: root.height
         radius: root.height / 2
         color: Theme.at("white", 0.07)
     }
@@ -95,7 +109,7 @@ Item {
     Row {
         id: row
 
-        x: 2
+        x: root.start + 2
         y: 2
 
         Repeater {

@@ -17,8 +17,14 @@ PanelKeys::PanelKeys(QQuickWindow &window, UI &ui, PanelContents &contents, Hub 
     , m_ui(ui)
     , m_contents(contents)
     , m_hub(hub)
+    , m_todos(*hub.todos())
 {
     m_window.installEventFilter(this);
+}
+
+bool PanelKeys::onTodos() const
+{
+    return m_hub.selected() == Tab::Todos;
 }
 
 bool PanelKeys::textFieldFocused() const
@@ -27,10 +33,14 @@ bool PanelKeys::textFieldFocused() const
     return item && (item->inherits("QQuickTextInput") || item->inherits("QQuickTextEdit"));
 }
 
-bool PanelKeys::controlFocused() const
+/// What has the focus, or what it stands in, is pressed by Return: a button, or a form with its own.
+bool PanelKeys::focusTakesReturn() const
 {
-    const QQuickItem *item = m_window.activeFocusItem();
-    return textFieldFocused() || (item && item->activeFocusOnTab());
+    for (const QQuickItem *item = m_window.activeFocusItem(); item; item = item->parentItem()) {
+        if (item->property("takesReturn").toBool())
+            return true;
+    }
+    return false;
 }
 
 void PanelKeys::clearFocus()
@@ -47,77 +57,65 @@ void PanelKeys::escape()
 {
     if (textFieldFocused())
         clearFocus();
-    else if (m_hub.todos()->draft())
-        m_hub.todos()->setDraft(std::nullopt);
+    else if (m_todos.draft())
+        m_todos.setDraft(std::nullopt);
     else
         m_ui.close();
 }
 
+void PanelKeys::control(const QKeyEvent &key)
+{
+    if (key.key() >= Qt::Key_1 && key.key() <= Qt::Key_5)
+        m_contents.openAt(key.key() - Qt::Key_1);
+    else if (key.key() == Qt::Key_Comma)
+        m_ui.askForSettings();
+    else if (!m_ui.sheetOpen() && !key.isAutoRepeat())
+        todosControl(key);
+}
+
+void PanelKeys::todosControl(const QKeyEvent &key)
+{
+    const bool visible = m_hub.tabs().contains(Tab::Todos);
+    if (key.key() == Qt::Key_N && visible && m_todos.canAdd()) {
+        m_hub.open(Tab::Todos);
+        m_todos.newDraft();
+    } else if (key.key() == Qt::Key_F && visible) {
+        m_hub.open(Tab::Todos);
+        m_todos.askForSearch();
+    } else if (key.key() == Qt::Key_D && onTodos()) {
+        m_todos.finishSelected();
+    } else if (key.key() == Qt::Key_Z && onTodos() && m_todos.pendingDone()) {
+        m_todos.undoDone();
+    }
+}
+
+void PanelKeys::todosPlain(const QKeyEvent &key)
+{
+    const bool down = key.key() == Qt::Key_Down;
+    if ((down || key.key() == Qt::Key_Up) && !m_todos.draft()) {
+        clearFocus();
+        m_todos.move(down ? 1 : -1);
+    } else if ((key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) && !key.isAutoRepeat() && !textFieldFocused()
+               && !focusTakesReturn()) {
+        m_todos.toggleSelected();
+    }
+}
+
 bool PanelKeys::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::KeyPress && m_ui.expanded())
-        press(*static_cast<QKeyEvent *>(event));
-    return QObject::eventFilter(watched, event);
-}
-
-void PanelKeys::press(const QKeyEvent &key)
-{
+    if (event->type() != QEvent::KeyPress || !m_ui.expanded())
+        return QObject::eventFilter(watched, event);
+    const auto &key = *static_cast<QKeyEvent *>(event);
     const Qt::KeyboardModifiers modifiers = key.modifiers() & ~Qt::KeypadModifier;
-    const bool moves = key.key() == Qt::Key_Down || key.key() == Qt::Key_Up;
-    if (key.isAutoRepeat() && !moves)
-        return;
-    const bool control = modifiers == Qt::ControlModifier;
-    if (control && key.key() >= Qt::Key_1 && key.key() <= Qt::Key_5)
-        m_contents.openAt(key.key() - Qt::Key_1);
-    else if (control && key.key() == Qt::Key_Comma)
-        m_ui.askForSettings();
-    else if (m_ui.sheetOpen())
-        return; // a sheet or a menu has keys of its own
-    else if (key.key() == Qt::Key_Escape)
-        escape();
-    else if (control)
-        pressWithControl(key.key());
-    else if (modifiers == Qt::NoModifier && m_hub.selected() == Tab::Todos)
-        pressInList(key.key());
-}
-
-void PanelKeys::pressWithControl(int key)
-{
-    TodosSource &todos = *m_hub.todos();
-    const bool hasTodos = m_hub.tabs().contains(Tab::Todos);
-    const bool onTodos = m_hub.selected() == Tab::Todos;
-    if (key == Qt::Key_N && hasTodos && todos.canAdd()) {
-        m_hub.open(Tab::Todos);
-        todos.newDraft();
-    } else if (key == Qt::Key_F && hasTodos) {
-        m_hub.open(Tab::Todos);
-        todos.askForSearch();
-    } else if (key == Qt::Key_D && onTodos) {
-        todos.finishSelected();
-    } else if (key == Qt::Key_Z && onTodos) {
-        todos.undoDone();
+    if (key.key() == Qt::Key_Escape) {
+        if (!m_ui.sheetOpen()) // a sheet or a menu closes itself
+            escape();
+    } else if (modifiers == Qt::ControlModifier) {
+        control(key);
+    } else if (modifiers == Qt::NoModifier && onTodos() && !m_ui.sheetOpen()) {
+        todosPlain(key);
     }
-}
-
-void PanelKeys::pressInList(int key)
-{
-    TodosSource &todos = *m_hub.todos();
-    switch (key) {
-    case Qt::Key_Down:
-    case Qt::Key_Up:
-        if (todos.draft())
-            break;
-        clearFocus();
-        todos.move(key == Qt::Key_Down ? 1 : -1);
-        break;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        if (!controlFocused()) // it presses what has the focus
-            todos.toggleSelected();
-        break;
-    default:
-        break;
-    }
+    return QObject::eventFilter(watched, event);
 }
 
 } // namespace velto

@@ -10,9 +10,10 @@ namespace velto {
 
 class Hub;
 class PanelContents;
+class TodosSource;
 class UI;
 
-/// The keyboard of the open panel and of its list of todos. Every key goes on to the views, handled or not. UI thread only.
+/// The keyboard of the open panel. Every key goes on to the views, handled or not. UI thread only.
 class PanelKeys : public QObject {
     Q_OBJECT
 public:
@@ -24,17 +25,19 @@ protected:
 
 private:
     void escape();
-    void clearFocus();
-    void press(const QKeyEvent &key);
-    void pressWithControl(int key);
-    void pressInList(int key);
+    void control(const QKeyEvent &key);
+    void todosControl(const QKeyEvent &key);
+    void todosPlain(const QKeyEvent &key);
+    bool onTodos() const;
     bool textFieldFocused() const;
-    bool controlFocused() const;
+    bool focusTakesReturn() const;
+    void clearFocus();
 
     QQuickWindow &m_window;
     UI &m_ui;
     PanelContents &m_contents;
     Hub &m_hub;
+    TodosSource &m_todos;
 };
 
 } // namespace velto

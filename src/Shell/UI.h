@@ -59,6 +59,8 @@ public:
     Q_INVOKABLE void askForMenu() { Q_EMIT menuWanted(); }
     /// The user asked for the settings window.
     Q_INVOKABLE void askForSettings() { Q_EMIT settingsWanted(); }
+    /// Somebody is about to type in the panel, which may have been opened without the keyboard.
+    void askForKeyboard() { Q_EMIT keyboardWanted(); }
     /// The window lost the keyboard, or the user pressed somewhere else.
     void focusLost();
 
@@ -74,6 +76,7 @@ Q_SIGNALS:
     void veltoChanged();
     void compositedChanged();
     void menuWanted();
+    void keyboardWanted();
     void settingsWanted();
 
 private:

@@ -3,7 +3,9 @@
 #include "Shell/PanelOutline.h"
 #include "Shell/UI.h"
 
+#include <QMouseEvent>
 #include <QPainterPath>
+#include <QQuickItem>
 
 namespace velto {
 
@@ -58,6 +60,37 @@ void VeltoPanel::cut()
         return;
     m_mask = wanted;
     setMask(wanted);
+}
+
+QQuickItem *VeltoPanel::textField() const
+{
+    QQuickItem *item = contentItem();
+    while (item->isFocusScope() && item->scopedFocusItem())
+        item = item->scopedFocusItem();
+    return item->inherits("QQuickTextInput") || item->inherits("QQuickTextEdit") ? item : nullptr;
+}
+
+// Resting on the strip opens the panel without the keyboard, and most presses need none. A press into a text field does, and
+// one that brings up a form.
+void VeltoPanel::followPress(const QQuickItem *before, QPointF place)
+{
+    const QQuickItem *const field = textField();
+    if (field && !isActive() && (field != before || field->contains(field->mapFromScene(place))))
+        m_ui.askForKeyboard();
+}
+
+void VeltoPanel::mousePressEvent(QMouseEvent *event)
+{
+    const QQuickItem *const before = textField();
+    QQuickView::mousePressEvent(event);
+    followPress(before, event->position());
+}
+
+void VeltoPanel::mouseReleaseEvent(QMouseEvent *event)
+{
+    const QQuickItem *const before = textField();
+    QQuickView::mouseReleaseEvent(event);
+    followPress(before, event->position());
 }
 
 void VeltoPanel::focusOutEvent(QFocusEvent *event)

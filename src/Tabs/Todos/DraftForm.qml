@@ -12,6 +12,8 @@ FocusScope {
     required property real room
 
     readonly property int gap: 8
+    /// Return presses its button, wherever in it one is.
+    readonly property bool takesReturn: true
     readonly property bool calendarOpen: date.opened
     readonly property bool panelOpen: root.ui.expanded
 
@@ -123,13 +125,13 @@ FocusScope {
             }
             // Side by side as long as there is room.
             Flow {
-                width: parent.width
-                spacing: root.gap
+                x: -2 // the box begins where the fields do
+                width: parent.width + 2
+                spacing: 2 * root.gap
 
                 Row {
                     height: Theme.controlHeight
                     spacing: root.gap
-                    rightPadding: root.gap
 
                     CheckField {
                         text: qsTr("Due")
@@ -146,12 +148,14 @@ FocusScope {
                 }
                 SegmentedControl {
                     title: qsTr("Priority")
+                    titled: true
                     options: root.form.priorities
                     onChosen: value => root.form.choosePriority(value)
                 }
                 SegmentedControl {
                     visible: root.form.showsScope
                     title: qsTr("List")
+                    titled: true
                     options: root.form.scopes
                     onChosen: value => root.form.chooseScope(value)
                 }
@@ -161,6 +165,7 @@ FocusScope {
                 height: 24
 
                 PlainButton {
+                    x: -6
                     anchors.verticalCenter: parent.verticalCenter
                     text: root.form.moreText
                     symbol: root.form.more ? "chevron.up" : "chevron.down"

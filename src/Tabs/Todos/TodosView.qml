@@ -164,7 +164,7 @@ FocusScope {
             onClicked: root.source.undoDone()
         }
         Loader {
-            id: form
+            id: place
 
             width: parent.width
             visible: active
@@ -172,10 +172,10 @@ FocusScope {
             // With Qt 6.4 a Loader can't make a bound component.
             // qmllint disable unqualified
             sourceComponent: DraftForm {
-                width: form.width
+                width: place.width
                 form: root.source.form
                 ui: root.ui
-                room: Math.max(160, root.height - form.y - 8)
+                room: Math.max(160, root.height - place.y - 8)
             }
             // qmllint enable unqualified
         }

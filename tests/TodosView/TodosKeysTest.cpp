@@ -1,0 +1,1 @@
+#include "TodosView/TodosKeysTest.h"

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "TodosView/TodosPage.h"
+
+namespace velto {
+
+/// The tab as a person sees it, and what changes behind it do to it.
+class TodosViewTest : public TodosPage {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void anEmptyListSaysWhy();
+    void aRowSaysWhatTheTodoIs();
+    void aPressOpensARow();
+    void aDoneTodoCanBeHadBack();
+    void anErrorStandsAboveTheListUntilItIsDismissed();
+    void theListsAreChosenWhereThereAreSeveral();
+    void aSnapshotOfTheHubLeavesTheRowsAlone();
+    void whatIsTypedSurvivesChanges();
+    void theFormFitsWhateverStandsAboveIt();
+    void tenThousandTodosShowOnlyThoseInSight();
+};
+
+} // namespace velto
