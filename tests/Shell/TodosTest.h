@@ -168,7 +168,7 @@ private Q_SLOTS:
         p.window.requestActivate();
         QVERIFY(QTest::qWaitForWindowActive(&p.window));
         p.press({Qt::Key_Down});
-        control.setActiveFocusOnTab(true);
+        control.setProperty("takesReturn", true);
         control.forceActiveFocus();
         p.press({Qt::Key_Return});
         QVERIFY(!p.todos.openID());
