@@ -45,16 +45,12 @@ bool PanelKeys::focusTakesReturn() const
 
 void PanelKeys::clearFocus()
 {
-<<<<<<< HEAD
-    m_window.contentItem()->forceActiveFocus();
-=======
     // The window itself would hand the focus back to whatever had it last.
     while (QQuickItem *item = m_window.activeFocusItem()) {
         item->setFocus(false, Qt::OtherFocusReason);
         if (m_window.activeFocusItem() == item)
             break;
     }
->>>>>>> todos
 }
 
 void PanelKeys::escape()
