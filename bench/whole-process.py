@@ -17,11 +17,10 @@ import threading
 import time
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "tests/e2e"))
-from velto_desktop import DENY, GUARD_SECONDS, PEEK_ROW_HEIGHT, Failure, Velto, screen_size, until, xdotool  # noqa: E402
+from velto_desktop import AGENTS_TAB, DENY, GUARD_SECONDS, PEEK_ROW_HEIGHT, Failure, Velto, screen_size, until, xdotool  # noqa: E402
 
 PANEL_HEIGHT = 520
 MANY_SESSIONS = 500
-AGENTS_TAB_KEY = "ctrl+1"
 SCROLL_NOTCHES = 120
 SCROLL_PAUSE_MS = 25
 REST_AFTER_SECONDS = 5
@@ -176,13 +175,12 @@ def long_list_figures(make, watcher_program, rounds):
         listing = velto.home / "listing.json"
         listing.write_text(json.dumps(working_sessions(MANY_SESSIONS)))
         (velto.home / "bin/claude").write_text(f"#!/bin/sh\ncase $1 in agents) cat '{listing}' ;; *) echo '[]' ;; esac\n")
-        strip = velto.start()
+        velto.start("--search")
         pid = velto.process.pid
-        open_panel(velto)
-        velto.press_in_panel(PANEL_HEIGHT // 2, PANEL_HEIGHT // 2)
-        xdotool("key", AGENTS_TAB_KEY)
-        velto.settled()
-        close_panel(velto, strip)
+        velto.settled(lambda at: at.height == PANEL_HEIGHT, "the panel to open")
+        velto.open_tab(AGENTS_TAB)
+        xdotool("key", "Escape")
+        strip = velto.settled(lambda at: at.height < PANEL_HEIGHT, "the panel to close")
         first_frames, per_frame, per_second = [], [], []
         for _ in range(rounds):
             watcher.frames(0)

@@ -62,7 +62,7 @@ void CollapsedStrip::readRight(Shown &shown) const
     if (shown.waiting > 0)
         shown.right = Right::Waiting;
     else if (shown.running > 0 && leftBusy)
-        shown.right = Right::Running;
+        shown.right = Right::Working;
     else if (isOn(Prefs::Module::Media) && m_hub.everyday()->playing())
         shown.right = Right::Playing;
 }
@@ -101,7 +101,7 @@ CollapsedStrip::Shown CollapsedStrip::read() const
     readLeft(shown);
     readRight(shown);
     // Music alone is no reason to stay wide.
-    shown.quiet = shown.left == Left::Nothing && (shown.right == Right::Nothing || shown.right == Right::Playing);
+    shown.quiet = shown.left == Left::Nothing && (shown.right == Right::None || shown.right == Right::Playing);
     shown.spoken = spokenFor(shown);
     summarize(shown);
     return shown;

@@ -28,7 +28,7 @@ class CollapsedStrip : public QObject {
 public:
     enum class Left : int { Nothing, Recording, Focus, Todos, Event, Running };
     Q_ENUM(Left)
-    enum class Right : int { Nothing, Waiting, Running, Playing };
+    enum class Right : int { None, Waiting, Working, Playing };
     Q_ENUM(Right)
     enum class Tone : int { Info, Waiting, Overdue };
     Q_ENUM(Tone)
@@ -62,7 +62,7 @@ Q_SIGNALS:
 private:
     struct Shown {
         Left left = Left::Nothing;
-        Right right = Right::Nothing;
+        Right right = Right::None;
         QString leftText;
         int todos = 0;
         int overdueTodos = 0;

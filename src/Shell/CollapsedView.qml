@@ -97,7 +97,7 @@ Item {
             }
             StripCount {
                 anchors.centerIn: parent
-                shown: root.strip.right === CollapsedStrip.Running
+                shown: root.strip.right === CollapsedStrip.Working
                 value: root.strip.running
                 live: true
             }

@@ -220,9 +220,9 @@ private Q_SLOTS:
         QTest::addColumn<QString>("summary");
         using Left = CollapsedStrip::Left;
         using Right = CollapsedStrip::Right;
-        QTest::newRow("quiet") << 0 << 0 << Left::Nothing << Right::Nothing << u"Velto. 0 agents working"_s
+        QTest::newRow("quiet") << 0 << 0 << Left::Nothing << Right::None << u"Velto. 0 agents working"_s
                                << u"Nothing needs you right now"_s;
-        QTest::newRow("working") << 2 << 0 << Left::Running << Right::Nothing << u"Velto. 2 agents working"_s
+        QTest::newRow("working") << 2 << 0 << Left::Running << Right::None << u"Velto. 2 agents working"_s
                                  << u"2 agents working"_s;
         QTest::newRow("one waits") << 0 << 1 << Left::Nothing << Right::Waiting << u"Velto. 0 agents working, 1 waiting for you"_s
                                    << u"1 agent need your attention"_s;

@@ -63,11 +63,11 @@ private Q_SLOTS:
         QTest::addColumn<QString>("sides");
         QTest::addColumn<QString>("spoken");
         QTest::addColumn<QString>("summary");
-        QTest::newRow("later") << QList{1} << 0 << 0 << u"Nothing Nothing"_s << u"Velto. 0 agents working"_s
+        QTest::newRow("later") << QList{1} << 0 << 0 << u"Nothing None"_s << u"Velto. 0 agents working"_s
                                << u"Info Nothing needs you right now"_s;
-        QTest::newRow("one") << QList{0} << 0 << 0 << u"Todos Nothing"_s << u"Velto. 1 todos due. 0 agents working"_s
+        QTest::newRow("one") << QList{0} << 0 << 0 << u"Todos None"_s << u"Velto. 1 todos due. 0 agents working"_s
                              << u"Info 1 todo due"_s;
-        QTest::newRow("late") << QList{0, -1, -9} << 2 << 0 << u"Todos Running"_s
+        QTest::newRow("late") << QList{0, -1, -9} << 2 << 0 << u"Todos Working"_s
                               << u"Velto. 3 todos due, 2 overdue. 2 agents working"_s << u"Overdue 3 todos due"_s;
         QTest::newRow("a session waits") << QList{-1} << 1 << 1 << u"Todos Waiting"_s
                                          << u"Velto. 1 todos due, 1 overdue. 1 agents working, 1 waiting for you"_s

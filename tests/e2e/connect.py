@@ -8,7 +8,7 @@ import json
 import sys
 import time
 
-from velto_desktop import Failure, Velto, check_machine, expect, until
+from velto_desktop import AGENTS_TAB, Failure, Velto, check_machine, expect, until
 
 SESSION = "aefe0d0b-131d-43a7-b83d-daf04de24178"
 FOREIGN = {"model": "opus", "hooks": {"Stop": [{"hooks": [{"type": "command", "command": "notify-send done"}]}]}}
@@ -41,9 +41,10 @@ JSON
         (velto.home / ".profile").write_text(f"PATH='{velto.home}/bin':$PATH\n")
         (velto.home / ".bashrc").write_text(f"PATH='{velto.home}/bin':$PATH\n")
 
-        velto.start("--expanded")
+        velto.start("--search")
         velto.settled(lambda at: (at.width, at.height) == (780, 520), "the panel to open")
         time.sleep(1)
+        velto.open_tab(AGENTS_TAB)
         velto.press_in_panel(*CONNECT)
         time.sleep(1)
         expect("looking at the preview changes nothing", json.loads(settings.read_text()), FOREIGN)

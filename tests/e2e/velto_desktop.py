@@ -27,6 +27,7 @@ GUARD_SECONDS = 0.3  # a press earlier than this after the question slid in is n
 ALLOW = (46, 18)
 DENY = (104, 18)
 ROW_TEXT = (260, 18)
+AGENTS_TAB = 3
 
 
 class Failure(Exception):
@@ -219,6 +220,11 @@ class Velto:
         xdotool("mousemove", "--sync", at.x + x, at.y + y)
         time.sleep(0.3)
         xdotool("click", 1)
+
+    def open_tab(self, place):
+        """In a panel that has the keyboard."""
+        xdotool("key", f"ctrl+{place}")
+        time.sleep(0.7)
 
     def leave(self):
         width, height = screen_size()

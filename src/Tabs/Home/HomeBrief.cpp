@@ -307,7 +307,8 @@ void HomeBrief::clipboard()
         return;
     const bool video = link->url.host().contains("youtube"_L1) || link->url.host() == "youtu.be"_L1;
     const auto play = [&glances, url = link->url] { glances.setPlayingVideo(url); };
-    add({u"clipboard"_s, link->symbol, HomeItem::Tone::Info, link->title, link->detail, tr("Clipboard"),
+    const QString &mark = link->symbol;
+    add({u"clipboard"_s, mark, HomeItem::Tone::Info, link->title, link->detail, tr("Clipboard"),
          video ? HomeItem::Action{tr("Play"), play} : openLink(tr("Open"), link->url)});
 }
 

@@ -42,7 +42,8 @@ QuillboxSource::QuillboxSource(Needs needs, QObject *parent)
     : VeltoSource(parent)
     , m_needs(std::move(needs))
     , m_mode(m_needs.client.current())
-    , m_rows({"rowId", "section", "symbol", "heard", "name", "age", "spoken"})
+    , m_rows({"rowId", "section",
+              "symbol", "heard", "name", "age", "spoken"})
     , m_otherMacRows({"rowId", "name", "age", "spoken"})
 {
     publish();
