@@ -35,6 +35,12 @@ FocusScope {
         }
     }
     Connections {
+        target: root.Window.window
+        function onActiveFocusItemChanged(): void {
+            list.show(root.Window.window.activeFocusItem);
+        }
+    }
+    Connections {
         target: root.source.form
         function onShownChanged(): void {
             if (root.source.form.shown)
@@ -181,6 +187,21 @@ FocusScope {
         }
     }
 
+    // Where Tab stops at a list without a selection. The arrows go on from there.
+    Item {
+        y: list.y
+        width: parent.width
+        height: list.height - 2
+        visible: list.visible && root.source.selectedRow < 0
+        activeFocusOnTab: true
+        Accessible.role: Accessible.List
+        Accessible.name: list.Accessible.name
+        Accessible.focusable: true
+
+        FocusRing {
+            corner: Theme.radiusRow
+        }
+    }
     // With Qt 6.4 a list's rows can't be bound components where they are reused.
     // qmllint disable unqualified type
     ListView {
@@ -192,7 +213,7 @@ FocusScope {
         y: start
         width: parent.width
         height: Math.max(0, parent.height - y)
-        visible: count > 0
+        visible: count > 0 && height > 44 // with the form open there may be no room
         clip: true
         model: root.source.rows
         spacing: 2
@@ -203,14 +224,8 @@ FocusScope {
         cacheBuffer: 320
         bottomMargin: 28
         boundsBehavior: Flickable.StopAtBounds
-        activeFocusOnTab: root.source.selectedRow < 0 || activeFocus
         Accessible.role: Accessible.List
         Accessible.name: qsTr("Todos")
-        Accessible.focusable: true
-        onActiveFocusChanged: {
-            if (activeFocus && root.source.selectedRow < 0)
-                root.source.move(1);
-        }
 
         Behavior on start {
             enabled: root.settled && list.visible
@@ -241,6 +256,17 @@ FocusScope {
         function focusRow(row: Item): void {
             row.quiet = true;
             row.forceActiveFocus(Qt.OtherFocusReason);
+        }
+        // What the keyboard goes to in a row comes into sight.
+        function show(item: Item): void {
+            let inside = false;
+            for (let at = item; at && !inside; at = at.parent)
+                inside = at === contentItem;
+            if (!inside || scroll.running)
+                return;
+            const top = item.mapToItem(contentItem, 0, 0).y;
+            const lowest = top + item.height + 8 - (height - bottomMargin);
+            contentY = Math.max(originY, Math.min(Math.max(contentY, lowest), top - 4));
         }
         // A row that unfolds stays in sight.
         function follow(row: Item): void {
