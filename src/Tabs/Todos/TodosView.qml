@@ -33,6 +33,9 @@ FocusScope {
         function onChanged(): void {
             root.settled = true;
         }
+        function onRowAboutToMove(): void {
+            list.moving = true;
+        }
     }
     Connections {
         target: root.Window.window
@@ -166,6 +169,7 @@ FocusScope {
             symbol: "checkmark.circle.fill"
             tint: Theme.green
             text: root.source.undoText
+            mostLines: 1
             action: qsTr("Undo")
             onClicked: root.source.undoDone()
         }
@@ -226,6 +230,39 @@ FocusScope {
         boundsBehavior: Flickable.StopAtBounds
         Accessible.role: Accessible.List
         Accessible.name: qsTr("Todos")
+
+        /// A row goes or comes back. What a filter or a search does to the list is there at once.
+        property bool moving: false
+
+        remove: Transition {
+            enabled: list.moving
+            NumberAnimation {
+                property: "opacity"
+                to: 0
+                duration: Theme.fadeDuration
+            }
+        }
+        add: Transition {
+            enabled: list.moving
+            NumberAnimation {
+                property: "opacity"
+                from: 0
+                to: 1
+                duration: Theme.springDuration
+            }
+        }
+        displaced: Transition {
+            enabled: list.moving
+            onRunningChanged: {
+                if (!running)
+                    list.moving = false;
+            }
+            NumberAnimation {
+                property: "y"
+                duration: Theme.springDuration
+                easing: Theme.spring
+            }
+        }
 
         Behavior on start {
             enabled: root.settled && list.visible
@@ -290,7 +327,7 @@ FocusScope {
             width: list.width
             source: root.source
             onHeightChanged: {
-                if (row.unfolded && row.selected)
+                if (row.settled && row.unfolded && row.selected)
                     list.follow(row);
             }
             ListView.onPooled: row.rest()
