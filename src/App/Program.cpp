@@ -4,6 +4,7 @@
 #include "Design/Theme.h"
 #include "Platform/Activation.h"
 #include "Platform/Posix/PosixLoopbackServer.h"
+#include "Tabs/Todos/TodosSource.h"
 
 #include <QApplication>
 #include <QQmlEngine>
@@ -26,12 +27,12 @@ Program::Program(CommandLine commandLine, Activation &activation)
     , m_tabOrder(m_panel)
     , m_delegate({m_machine.clock, m_stores.hub, m_ui, m_outline, m_machine.platform.displays, m_machine.platform.panelWindow,
                   m_panel, m_machine.platform.session})
-    , m_windows(m_machine.platform.appearance,
-                {m_stores.hub, m_stores.prefs, m_machine.background, m_machine.defaults, m_machine.platform.keychain, m_machine.platform.folderPanel,
-                 m_machine.platform.loginItem, m_stores.terminal, m_stores.installer, m_machine.tools, m_machine.places,
-                 HookListener::kPort, QCoreApplication::applicationVersion()},
-                {m_stores.hub, m_stores.prefs, m_machine.background, m_machine.tools, m_machine.platform.loginItem,
-                 m_machine.places})
+    , m_windows(
+          m_machine.platform.appearance,
+          {m_stores.hub, m_stores.prefs, m_machine.background, m_machine.defaults, m_machine.platform.keychain,
+           m_machine.platform.folderPanel, m_machine.platform.loginItem, m_stores.terminal, m_stores.installer, m_machine.tools,
+           m_machine.places, HookListener::kPort, QCoreApplication::applicationVersion()},
+          {m_stores.hub, m_stores.prefs, m_machine.background, m_machine.tools, m_machine.platform.loginItem, m_machine.places})
 {
     QObject::connect(&m_delegate, &AppDelegate::quitWanted, qApp, &QCoreApplication::quit);
     QObject::connect(&m_delegate, &AppDelegate::settingsWanted, &m_windows, &Windows::showSettings);
@@ -42,6 +43,7 @@ Program::Program(CommandLine commandLine, Activation &activation)
     QObject::connect(
         &m_panel, &QQuickWindow::frameSwapped, &m_delegate, [this] { painted(); },
         Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+    m_ui.unfinished = [this] { return m_stores.hub.todos()->draft().has_value(); };
     showPanel();
     QObject::connect(&m_activation, &Activation::wanted, &m_delegate, &AppDelegate::act);
 }

@@ -81,6 +81,8 @@ public:
     VeltoSource *source(Tab tab) const;
     Tab selected() const { return m_selected; }
     QDateTime updated() const { return m_updated; }
+    /// The time of day by the clock that the stores go by.
+    QDateTime now() const { return m_clock.wallTime(); }
     bool recording() const { return m_recording; }
 
     /// Selects a tab if it is visible, and the first one otherwise.

@@ -3,10 +3,18 @@
 #include "Core/Hub.h"
 #include "Core/Prefs.h"
 #include "Tabs/Agents/AgentsSource.h"
+#include "Tabs/Home/EverydaySource.h"
+#include "Tabs/Todos/TodosSource.h"
 
 using namespace Qt::StringLiterals;
 
 namespace velto {
+
+namespace {
+
+constexpr qint64 kSoon = 3600; // seconds
+
+} // namespace
 
 CollapsedStrip::CollapsedStrip(const Hub &hub, QObject *parent)
     : QObject(parent)
@@ -16,35 +24,103 @@ CollapsedStrip::CollapsedStrip(const Hub &hub, QObject *parent)
     connect(&m_hub, &Hub::changed, this, &CollapsedStrip::update);
 }
 
-CollapsedStrip::Shown CollapsedStrip::read() const
+bool CollapsedStrip::isOn(Prefs::Module module) const
 {
-    Shown shown;
-    const bool agentsOn = m_hub.prefs().isOn(Prefs::Module::Agents);
-    if (agentsOn) {
-        shown.running = m_hub.agents()->runningCount();
-        shown.waiting = m_hub.agents()->waitingCount();
-    }
+    return m_hub.prefs().isOn(module);
+}
 
-    if (m_hub.recording())
+/// kSoon if no event is near enough to show.
+qint64 CollapsedStrip::secondsToEvent() const
+{
+    const std::optional<NextEvent> event = isOn(Prefs::Module::Calendar) ? m_hub.everyday()->nextEvent() : std::nullopt;
+    return event ? std::min(m_hub.now().secsTo(event->start), kSoon) : kSoon;
+}
+
+// The first that applies; what is behind it goes unseen until it ends.
+void CollapsedStrip::readLeft(Shown &shown) const
+{
+    const EverydaySource &everyday = *m_hub.everyday();
+    const qint64 toEvent = secondsToEvent();
+    if (m_hub.recording()) {
         shown.left = Left::Recording;
-    else if (shown.running > 0)
+    } else if (isOn(Prefs::Module::Focus) && everyday.focusing()) {
+        shown.left = Left::Focus;
+        shown.leftText = everyday.focusRemaining();
+    } else if (shown.todos > 0) {
+        shown.left = Left::Todos;
+    } else if (toEvent < kSoon) {
+        shown.left = Left::Event;
+        shown.leftText = toEvent < 0 ? tr("now") : tr("%1m").arg(toEvent / 60 + 1);
+    } else if (shown.running > 0) {
         shown.left = Left::Running;
+    }
+}
+
+void CollapsedStrip::readRight(Shown &shown) const
+{
+    const bool leftBusy = shown.left != Left::Running && shown.left != Left::Nothing && shown.left != Left::Recording;
     if (shown.waiting > 0)
         shown.right = Right::Waiting;
+    else if (shown.running > 0 && leftBusy)
+        shown.right = Right::Running;
+    else if (isOn(Prefs::Module::Media) && m_hub.everyday()->playing())
+        shown.right = Right::Playing;
+}
 
+QString CollapsedStrip::spokenFor(const Shown &shown) const
+{
     QStringList facts;
-    if (agentsOn) {
+    if (m_hub.everyday()->focusing())
+        facts.append(tr("Focus, %1 left").arg(m_hub.everyday()->focusRemaining()));
+    if (shown.todos > 0) {
+        QString todos = tr("%1 todos due").arg(shown.todos);
+        if (shown.overdueTodos > 0)
+            todos += tr(", %1 overdue").arg(shown.overdueTodos);
+        facts.append(todos);
+    }
+    if (isOn(Prefs::Module::Agents)) {
         QString agents = tr("%1 agents working").arg(shown.running);
         if (shown.waiting > 0)
             agents += tr(", %1 waiting for you").arg(shown.waiting);
         facts.append(agents);
     }
-    shown.spoken = tr("Velto. %1").arg(facts.isEmpty() ? tr("Nothing to report") : facts.join(u". "_s));
+    return tr("Velto. %1").arg(facts.isEmpty() ? tr("Nothing to report") : facts.join(u". "_s));
+}
 
+CollapsedStrip::Shown CollapsedStrip::read() const
+{
+    Shown shown;
+    if (isOn(Prefs::Module::Agents)) {
+        shown.running = m_hub.agents()->runningCount();
+        shown.waiting = m_hub.agents()->waitingCount();
+    }
+    if (isOn(Prefs::Module::Todos)) {
+        shown.todos = m_hub.todos()->badge();
+        shown.overdueTodos = m_hub.todos()->overdueCount();
+    }
+    readLeft(shown);
+    readRight(shown);
+    // Music alone is no reason to stay wide.
+    shown.quiet = shown.left == Left::Nothing && (shown.right == Right::Nothing || shown.right == Right::Playing);
+    shown.spoken = spokenFor(shown);
+    summarize(shown);
+    return shown;
+}
+
+void CollapsedStrip::summarize(Shown &shown) const
+{
     if (shown.waiting > 0) {
         shown.summarySymbol = u"hand.raised.fill"_s;
         shown.summaryText = shown.waiting == 1 ? tr("%1 agent need your attention").arg(shown.waiting)
                                                : tr("%1 agents need your attention").arg(shown.waiting);
+        shown.summaryTone = Tone::Waiting;
+    } else if (shown.todos > 0) {
+        shown.summarySymbol = u"checklist"_s;
+        shown.summaryText = shown.todos == 1 ? tr("%1 todo due").arg(shown.todos) : tr("%1 todos due").arg(shown.todos);
+        shown.summaryTone = shown.overdueTodos > 0 ? Tone::Overdue : Tone::Info;
+    } else if (secondsToEvent() < kSoon) {
+        shown.summarySymbol = u"calendar"_s;
+        shown.summaryText = m_hub.everyday()->nextEventText();
     } else if (shown.running > 0) {
         shown.summarySymbol = u"sparkle"_s;
         shown.summaryText =
@@ -53,7 +129,6 @@ CollapsedStrip::Shown CollapsedStrip::read() const
         shown.summarySymbol = u"sparkles"_s;
         shown.summaryText = tr("Nothing needs you right now");
     }
-    return shown;
 }
 
 void CollapsedStrip::update()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Core/Prefs.h"
+
 #include <QObject>
 #include <QString>
 
@@ -12,35 +14,46 @@ class CollapsedStrip : public QObject {
     Q_OBJECT
     Q_PROPERTY(Left left READ left NOTIFY changed FINAL)
     Q_PROPERTY(Right right READ right NOTIFY changed FINAL)
+    /// The countdown, or how long it is to the next event.
+    Q_PROPERTY(QString leftText READ leftText NOTIFY changed FINAL)
+    Q_PROPERTY(int todos READ todos NOTIFY changed FINAL)
+    Q_PROPERTY(bool overdue READ overdue NOTIFY changed FINAL)
     Q_PROPERTY(int running READ running NOTIFY changed FINAL)
     Q_PROPERTY(int waiting READ waiting NOTIFY changed FINAL)
     Q_PROPERTY(bool quiet READ quiet NOTIFY changed FINAL)
     Q_PROPERTY(QString spoken READ spoken NOTIFY changed FINAL)
     Q_PROPERTY(QString summarySymbol READ summarySymbol NOTIFY changed FINAL)
     Q_PROPERTY(QString summaryText READ summaryText NOTIFY changed FINAL)
-    Q_PROPERTY(bool summaryUrgent READ summaryUrgent NOTIFY changed FINAL)
+    Q_PROPERTY(Tone summaryTone READ summaryTone NOTIFY changed FINAL)
 public:
-    enum class Left : int { Nothing, Recording, Running };
+    enum class Left : int { Nothing, Recording, Focus, Todos, Event, Running };
     Q_ENUM(Left)
-    enum class Right : int { Nothing, Waiting, Running };
+    enum class Right : int { Nothing, Waiting, Running, Playing };
     Q_ENUM(Right)
+    enum class Tone : int { Info, Waiting, Overdue };
+    Q_ENUM(Tone)
 
     explicit CollapsedStrip(const Hub &hub, QObject *parent = nullptr);
 
     Left left() const { return m_now.left; }
     Right right() const { return m_now.right; }
+    QString leftText() const { return m_now.leftText; }
+    /// Todos due by today; 0 while the module is off.
+    int todos() const { return m_now.todos; }
+    /// Some of them are overdue.
+    bool overdue() const { return m_now.overdueTodos > 0; }
     /// Sessions that work, and sessions that wait for the user; 0 while the module is off.
     int running() const { return m_now.running; }
     int waiting() const { return m_now.waiting; }
     /// There is nothing to show: the strip is drawn no larger than the housing.
-    bool quiet() const { return m_now.left == Left::Nothing && m_now.right == Right::Nothing; }
+    bool quiet() const { return m_now.quiet; }
     /// The whole strip in one sentence, for a screen reader.
     QString spoken() const { return m_now.spoken; }
 
     /// The line under the strip while the pointer rests on it.
     QString summarySymbol() const { return m_now.summarySymbol; }
     QString summaryText() const { return m_now.summaryText; }
-    bool summaryUrgent() const { return m_now.waiting > 0; }
+    Tone summaryTone() const { return m_now.summaryTone; }
 
 Q_SIGNALS:
     /// Sent only when something of the above is different now.
@@ -50,14 +63,25 @@ private:
     struct Shown {
         Left left = Left::Nothing;
         Right right = Right::Nothing;
+        QString leftText;
+        int todos = 0;
+        int overdueTodos = 0;
         int running = 0;
         int waiting = 0;
         QString spoken;
         QString summarySymbol;
         QString summaryText;
+        Tone summaryTone = Tone::Info;
+        bool quiet = true;
         bool operator==(const Shown &) const = default;
     };
     Shown read() const;
+    void readLeft(Shown &shown) const;
+    void readRight(Shown &shown) const;
+    QString spokenFor(const Shown &shown) const;
+    void summarize(Shown &shown) const;
+    bool isOn(Prefs::Module module) const;
+    qint64 secondsToEvent() const;
     void update();
 
     const Hub &m_hub;

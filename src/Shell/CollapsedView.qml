@@ -64,6 +64,19 @@ Item {
                 radius: 3.5
                 color: Theme.red
             }
+            StripFact {
+                anchors.centerIn: parent
+                visible: root.strip.left === CollapsedStrip.Focus || root.strip.left === CollapsedStrip.Event
+                symbol: root.strip.left === CollapsedStrip.Focus ? "timer" : "calendar"
+                text: root.strip.leftText
+            }
+            StripCount {
+                anchors.centerIn: parent
+                shown: root.strip.left === CollapsedStrip.Todos
+                value: root.strip.todos
+                symbol: "checklist"
+                suffix: root.strip.overdue ? "!" : ""
+            }
             StripCount {
                 anchors.centerIn: parent
                 shown: root.strip.left === CollapsedStrip.Running
@@ -87,6 +100,13 @@ Item {
                 shown: root.strip.right === CollapsedStrip.Running
                 value: root.strip.running
                 live: true
+            }
+            Symbol {
+                anchors.centerIn: parent
+                visible: root.strip.right === CollapsedStrip.Playing
+                name: "music.note"
+                size: 11
+                color: "white"
             }
         }
     }

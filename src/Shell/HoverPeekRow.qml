@@ -9,7 +9,16 @@ Item {
     required property CollapsedStrip strip
     required property UI ui
 
-    readonly property color tone: root.strip.summaryUrgent ? Theme.amber : Theme.ice
+    readonly property color tone: {
+        switch (root.strip.summaryTone) {
+        case CollapsedStrip.Waiting:
+            return Theme.amber;
+        case CollapsedStrip.Overdue:
+            return Theme.coral;
+        default:
+            return Theme.ice;
+        }
+    }
 
     Accessible.role: Accessible.Button
     Accessible.name: root.strip.summaryText

@@ -2,6 +2,9 @@
 
 #include "Core/Hub.h"
 #include "Tabs/Agents/AgentsSource.h"
+#include "Tabs/Home/EverydaySource.h"
+#include "Tabs/Quillbox/QuillboxSource.h"
+#include "Tabs/Todos/TodosSource.h"
 
 #include <QLocale>
 
@@ -36,6 +39,7 @@ void PanelContents::openAt(int place)
 void PanelContents::refresh()
 {
     m_hub.refresh(true);
+    m_hub.quillbox()->fetchAgain();
     m_hub.agents()->scan();
 }
 
@@ -53,6 +57,11 @@ void PanelContents::update()
     QList<RowModel::Row> highlights;
     if (const int waiting = m_hub.prefs().isOn(Prefs::Module::Agents) ? m_hub.agents()->waitingCount() : 0; waiting > 0)
         highlights.append({u"waiting"_s, u"hand.raised.fill"_s, tr("%1 waiting").arg(waiting), rawValue(Tab::Agents)});
+    const Prefs &prefs = m_hub.prefs();
+    if (const int due = prefs.isOn(Prefs::Module::Todos) ? m_hub.todos()->badge() : 0; due > 0)
+        highlights.append({u"due"_s, u"checklist"_s, tr("%1 due").arg(due), rawValue(Tab::Todos)});
+    if (prefs.isOn(Prefs::Module::Calendar) && m_hub.everyday()->hasNextEvent())
+        highlights.append({u"event"_s, u"calendar"_s, m_hub.everyday()->nextEventText(), rawValue(Tab::Home)});
     m_highlights.setRows(highlights);
 
     const Shown now{int(visible.indexOf(m_hub.selected())), m_hub.recording(), highlights.isEmpty(),

@@ -43,19 +43,13 @@ bool PanelKeys::focusTakesReturn() const
     return false;
 }
 
-/// Nothing in the panel has the focus then, but the panel itself.
 void PanelKeys::clearFocus()
 {
-    const auto scopeOf = [](const QQuickItem *item) {
-        do
-            item = item->parentItem();
-        while (item && !item->isFocusScope());
-        return item;
-    };
-    for (QQuickItem *item = m_window.activeFocusItem(); item; item = item->parentItem()) {
-        const QQuickItem *const scope = scopeOf(item);
-        if (item->hasFocus() && scope && scope != m_window.contentItem())
-            item->setFocus(false);
+    // The window itself would hand the focus back to whatever had it last.
+    while (QQuickItem *item = m_window.activeFocusItem()) {
+        item->setFocus(false, Qt::OtherFocusReason);
+        if (m_window.activeFocusItem() == item)
+            break;
     }
 }
 

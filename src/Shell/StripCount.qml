@@ -10,6 +10,9 @@ Item {
     property bool shown: true
     property bool live: false
     property color dotColor: Theme.mint
+    /// In place of the dot.
+    property string symbol
+    property string suffix
 
     implicitWidth: content.width
     implicitHeight: content.height
@@ -67,16 +70,38 @@ Item {
         }
         Rectangle {
             anchors.verticalCenter: parent.verticalCenter
-            visible: !root.live
+            visible: !root.live && root.symbol === ""
             width: 6
             height: 6
             radius: 3
             color: root.dotColor
         }
-        RollingNumber {
+        Symbol {
             anchors.verticalCenter: parent.verticalCenter
-            value: root.value
+            visible: root.symbol !== ""
+            name: root.symbol
+            size: 11
             color: Theme.at("white", 0.85)
+        }
+        Row {
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: 1
+
+            RollingNumber {
+                id: number
+
+                value: root.value
+                color: Theme.at("white", 0.85)
+            }
+            PlainText {
+                anchors.verticalCenter: number.verticalCenter
+                visible: root.suffix !== ""
+                text: root.suffix
+                size: 11
+                weight: Font.Medium
+                color: Theme.at("white", 0.85)
+                Accessible.ignored: true
+            }
         }
     }
 }

@@ -88,12 +88,19 @@ private:
 
         bool operator==(const State &) const = default;
     };
+    /// What the user agreed to in the browser.
+    struct Grant {
+        QString code;
+        QString verifier;
+        QString redirect;
+    };
     /// Tells what waits whether it's still wanted: held weakly over each wait.
     using Life = std::shared_ptr<const bool>;
 
     QCoro::Task<> connectTask();
     QCoro::Task<> refreshTask();
     QCoro::Task<> lookTask();
+    QCoro::Task<Grant> askInBrowser();
     QCoro::Task<GoogleTokens> authorize();
     QCoro::Task<> load(std::optional<GoogleTokens> tokens);
     QCoro::Task<QString> validAccessToken(std::optional<GoogleTokens> tokens);

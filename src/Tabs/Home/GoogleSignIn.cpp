@@ -64,12 +64,12 @@ QCoro::Task<> GoogleCalendar::connectTask()
     publish();
 }
 
-QCoro::Task<GoogleTokens> GoogleCalendar::authorize()
+QCoro::Task<GoogleCalendar::Grant> GoogleCalendar::askInBrowser()
 {
     const std::weak_ptr life = m_life;
     const QString verifier = unguessable();
     const QString state = unguessable();
-    // Also a child: if this object goes, the wait for the browser ends.
+    // A child too: if this object goes, so does the listener, and the wait for the browser ends.
     const std::unique_ptr<SignInListener, DeleteLater> listener(new SignInListener(this));
     const QString redirect = u"http://127.0.0.1:%1/oauth2callback"_s.arg(listener->start());
     // Without a browser nobody would ever come back.
@@ -77,12 +77,21 @@ QCoro::Task<GoogleTokens> GoogleCalendar::authorize()
         throw WorkError{tr("Google sign-in failed")};
     const std::optional<QString> code = co_await listener->callback(state);
     stillWanted(life);
-    listener->close();
+    co_return Grant{code.value_or(QString()), verifier, redirect};
+}
 
+QCoro::Task<GoogleTokens> GoogleCalendar::authorize()
+{
+    const std::weak_ptr life = m_life;
+    const Grant grant = co_await askInBrowser();
+    stillWanted(life);
     const QMap<QString, QString> form{
-        {u"client_id"_s, m_needs.client.id},   {u"client_secret"_s, m_needs.client.secret},
-        {u"code"_s, code.value_or(QString())}, {u"code_verifier"_s, verifier},
-        {u"redirect_uri"_s, redirect},         {u"grant_type"_s, u"authorization_code"_s},
+        {u"client_id"_s, m_needs.client.id},
+        {u"client_secret"_s, m_needs.client.secret},
+        {u"code"_s, grant.code},
+        {u"code_verifier"_s, grant.verifier},
+        {u"redirect_uri"_s, grant.redirect},
+        {u"grant_type"_s, u"authorization_code"_s},
     };
     const QJsonObject reply = co_await tokenRequest(m_needs.http, m_needs.endpoints.token, form);
     stillWanted(life);

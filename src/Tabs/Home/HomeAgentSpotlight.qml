@@ -40,7 +40,6 @@ GlassCard {
         }
         PlainText {
             anchors.right: parent.right
-            anchors.verticalCenter: heading.verticalCenter
             text: root.spotlight.age
             size: Theme.textSmall
             color: Theme.glassTertiary

@@ -91,14 +91,6 @@ QCoro::Task<std::optional<QString>> SignInListener::callback(QString state)
     co_return std::exchange(m_code, {});
 }
 
-void SignInListener::close()
-{
-    m_server.close();
-    const auto sockets = m_server.findChildren<QTcpSocket *>();
-    for (QTcpSocket *socket : sockets)
-        socket->deleteLater();
-}
-
 void SignInListener::take(QTcpSocket *socket)
 {
     const auto sockets = m_server.findChildren<QTcpSocket *>();

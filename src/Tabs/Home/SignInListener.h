@@ -22,15 +22,13 @@ class SignInListener : public QObject {
     Q_OBJECT
 public:
     explicit SignInListener(QObject *parent = nullptr);
-    /// A wait goes on with nothing.
+    /// Drops whoever has no answer. A wait goes on with nothing.
     ~SignInListener() override;
 
     /// Listens, and returns the port, which the system picks. Throws WorkError.
     quint16 start();
     /// Waits for the code of the sign-in with this state, however long it takes. Called once, after start().
     QCoro::Task<std::optional<QString>> callback(QString state);
-    /// Takes no more connections, and drops those without an answer.
-    void close();
 
 private:
     struct Wait;

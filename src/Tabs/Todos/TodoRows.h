@@ -41,6 +41,8 @@ public:
     struct Row {
         qsizetype todo = -1; ///< a place in Content::todos; -1 for a heading
         qsizetype project = -1; ///< a place in Content::projects; -1 for a todo
+
+        bool isHeading() const { return todo < 0; }
     };
     struct Content {
         QList<Todo> todos;

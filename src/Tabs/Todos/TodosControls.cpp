@@ -5,7 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-// What the user does to the list on show, with the pointer and with the keyboard.
+// What the user does to the list on show, with the pointer and with the keyboard, and the note where there is none.
 
 namespace velto {
 
@@ -88,6 +88,64 @@ void TodosSource::retry()
 void TodosSource::dismissError()
 {
     setError(std::nullopt);
+}
+
+TodosSource::Empty TodosSource::emptiness() const
+{
+    if (!m_result.groups.isEmpty() || state() != SourceState::ready())
+        return Empty::Not;
+    if (!m_search.isEmpty())
+        return Empty::NoMatch;
+    if (m_result.here == 0)
+        return Empty::NoTodos;
+    return m_filter == Filter::Overdue ? Empty::NothingOverdue : Empty::NothingNow;
+}
+
+QString TodosSource::emptySymbol() const
+{
+    switch (emptiness()) {
+    case Empty::Not:
+        return {};
+    case Empty::NoMatch:
+        return u"magnifyingglass"_s;
+    case Empty::NothingOverdue:
+    case Empty::NothingNow:
+    case Empty::NoTodos:
+        break;
+    }
+    return u"checkmark.circle"_s;
+}
+
+QString TodosSource::emptyText() const
+{
+    switch (emptiness()) {
+    case Empty::Not:
+        break;
+    case Empty::NoMatch:
+        return tr("Nothing matches “%1”.").arg(m_search);
+    case Empty::NothingOverdue:
+        return tr("Nothing overdue.");
+    case Empty::NothingNow:
+        return tr("Nothing due today. %1 more later.").arg(m_result.here);
+    case Empty::NoTodos:
+        return tr("No open todos.");
+    }
+    return {};
+}
+
+QString TodosSource::emptyButton() const
+{
+    switch (emptiness()) {
+    case Empty::Not:
+    case Empty::NoMatch:
+        break;
+    case Empty::NothingOverdue:
+    case Empty::NothingNow:
+        return tr("Show all");
+    case Empty::NoTodos:
+        return tr("Add one");
+    }
+    return {};
 }
 
 void TodosSource::pressEmptyButton()

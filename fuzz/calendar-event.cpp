@@ -1,0 +1,32 @@
+// Whatever the calendar service may answer: the meetings are read or the reply is refused, and each that is read can be shown.
+// The same bytes also come as a browser's request to the port of the sign-in.
+
+#include "Tabs/Home/GoogleMeeting.h"
+#include "Tabs/Home/SignInListener.h"
+#include "Tabs/Home/WorkError.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    const QByteArray bytes(reinterpret_cast<const char *>(data), qsizetype(size));
+    try {
+        for (const velto::GoogleMeeting &meeting : velto::parseMeetings(bytes, QStringLiteral("mine"))) {
+            const bool usable = meeting.start.isValid() && meeting.end.isValid() && meeting.start.timeSpec() == Qt::UTC;
+            if (!usable || meeting.calendarID != QStringLiteral("mine") || (meeting.joinURL && !meeting.joinURL->isValid()))
+                std::abort();
+        }
+        for (const velto::GoogleCalendarInfo &calendar : velto::parseCalendars(bytes)) {
+            if (calendar.id.isNull() || calendar.summary.isNull())
+                std::abort();
+        }
+    } catch (const velto::WorkError &error) {
+        if (error.errorDescription.isEmpty())
+            std::abort();
+    }
+    const auto code = velto::codeIn(bytes, QStringLiteral("STATE"));
+    if (code && (code->isEmpty() || !bytes.contains("code=")))
+        std::abort();
+    return 0;
+}
