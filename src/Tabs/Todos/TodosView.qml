@@ -234,32 +234,19 @@ FocusScope {
         /// A row goes or comes back. What a filter or a search does to the list is there at once.
         property bool moving: false
 
-        remove: Transition {
-            enabled: list.moving
-            NumberAnimation {
-                property: "opacity"
-                to: 0
-                duration: Theme.fadeDuration
-            }
-        }
         add: Transition {
-            enabled: list.moving
             NumberAnimation {
                 property: "opacity"
                 from: 0
                 to: 1
-                duration: Theme.springDuration
+                duration: list.moving ? Theme.springDuration : 0
             }
         }
         displaced: Transition {
-            enabled: list.moving
-            onRunningChanged: {
-                if (!running)
-                    list.moving = false;
-            }
+            onRunningChanged: list.moving = list.moving && running
             NumberAnimation {
                 property: "y"
-                duration: Theme.springDuration
+                duration: list.moving ? Theme.springDuration : 0
                 easing: Theme.spring
             }
         }
