@@ -12,6 +12,8 @@ Row {
     signal clicked
 
     spacing: 6
+    Accessible.role: Accessible.StaticText
+    Accessible.name: root.text
 
     Symbol {
         anchors.verticalCenter: parent.verticalCenter

@@ -9,6 +9,7 @@ Rectangle {
     required property string text
     property color tint: Theme.ice
     property string action
+    property int mostLines: 3
 
     signal clicked
 
@@ -17,6 +18,20 @@ Rectangle {
     color: Theme.at(root.tint, 0.1)
     Accessible.role: Accessible.AlertMessage
     Accessible.name: root.text
+
+    onVisibleChanged: {
+        if (root.visible)
+            coming.restart();
+    }
+    NumberAnimation {
+        id: coming
+
+        target: root
+        property: "opacity"
+        from: 0
+        to: 1
+        duration: Theme.fadeDuration * 2
+    }
 
     Symbol {
         id: mark
@@ -35,7 +50,7 @@ Rectangle {
         anchors.rightMargin: Theme.paddingCard
         anchors.verticalCenter: parent.verticalCenter
         multiline: true
-        maximumLineCount: 3
+        maximumLineCount: root.mostLines
         elide: Text.ElideRight
         words: root.text
         Accessible.ignored: true

@@ -11,6 +11,8 @@ namespace {
 
 // Controls whose middles are less far apart than this stand in one row.
 constexpr double kRow = 6;
+// What is taller than a line stands where its first line does: a row comes before the buttons in it.
+constexpr double kLine = 28;
 
 // Where the keyboard stops: a control, or all controls of a scrolling area, which stand where the area does, however far its
 // content has been scrolled.
@@ -27,7 +29,7 @@ void collect(QQuickItem *item, QList<Stop> &stops)
         if (!child->isVisible() || !child->isEnabled())
             continue;
         if (child->activeFocusOnTab())
-            stops.append({child->mapToScene({0, child->height() / 2}), {child}});
+            stops.append({child->mapToScene({0, std::min(child->height(), kLine) / 2}), {child}});
         if (child->inherits("QQuickFlickable"))
             stops.append({child->mapToScene({0, 0}), controlsBelow(child)});
         else

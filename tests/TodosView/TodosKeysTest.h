@@ -9,6 +9,17 @@ class TodosKeysTest : public TodosPage {
     Q_OBJECT
 
 private Q_SLOTS:
+    void theArrowsMoveTheSelection();
+    void returnOpensTheSelectedRow();
+    void returnPressesWhatHasTheKeyboard();
+    void controlDFinishesAndControlZBringsBack();
+    void controlNWritesATodoByKeysAlone();
+    void controlFSearches();
+    void escapeGoesOneStepAtATime();
+    void otherTabsKeepTheirKeys();
+    void theSelectionStaysInSight();
+    void theKeyboardReachesEveryControlOfTheList();
+    void theCalendarKeepsThePanelsKeys();
 };
 
 } // namespace velto

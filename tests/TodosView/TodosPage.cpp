@@ -1,5 +1,6 @@
 #include "TodosView/TodosPage.h"
 
+#include "Design/Theme.h"
 #include "Tabs/Todos/NativeTodos.h"
 #include "Warnings.h"
 
@@ -69,7 +70,7 @@ void TodosPage::init()
     QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
 }
 
-void TodosPage::cleanup()
+void TodosPage::close()
 {
     m_tabOrder.reset();
     m_keys.reset();
@@ -77,6 +78,11 @@ void TodosPage::cleanup()
     m_contents.reset();
     m_ui.reset();
     m_world.reset();
+}
+
+void TodosPage::cleanup()
+{
+    close();
     QLocale::setDefault(QLocale::system());
     const QStringList warnings = Warnings::stop();
     QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(u'\n')));
@@ -84,6 +90,7 @@ void TodosPage::cleanup()
 
 void TodosPage::show(const QList<Todo> &todos, int height)
 {
+    close();
     m_world = std::make_unique<World>(QHash<QString, QByteArray>{{u"/home/me/data/todos.json"_s, encodeTodos(todos)}});
     m_world->background.finishAll();
     m_world->hub.open(Tab::Todos);
@@ -100,6 +107,7 @@ void TodosPage::show(const QList<Todo> &todos, int height)
     m_view->setSource(source().makeView());
     QVERIFY2(m_view->status() == QQuickView::Ready,
              qPrintable(m_view->errors().isEmpty() ? QString() : m_view->errors().first().toString()));
+    Theme::of(m_view->engine())->setReducedMotion(true); // what moves is where it goes at once
     m_view->resize(732, height);
     m_view->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_view.get()));

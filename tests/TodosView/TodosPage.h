@@ -28,6 +28,7 @@ private Q_SLOTS:
 protected:
     /// Opens the tab on these todos, which stand in Velto's own file.
     void show(const QList<Todo> &todos = {}, int height = 408);
+    void close();
     /// Three for today, of which one is overdue, and two for later.
     static QList<Todo> some();
     static QList<Todo> many(int count);

@@ -19,7 +19,7 @@ FocusScope {
 
     implicitHeight: Math.min(column.height + 2 * column.y, root.room)
     Accessible.role: Accessible.Form
-    Accessible.name: root.form.saveText
+    Accessible.name: qsTr("Todo")
     Keys.onReturnPressed: root.form.save()
     Keys.onEnterPressed: root.form.save()
 

@@ -64,6 +64,7 @@ Item {
         root.resting = true;
     }
     function wake(): void {
+        root.opacity = 1; // it may have faded away as another
         root.resting = false;
         root.settled = true;
     }

@@ -145,6 +145,7 @@ void TodosSource::done(const Todo &todo)
 {
     commitPendingDone();
     m_pendingDone = todo;
+    Q_EMIT rowAboutToMove();
     QList<Todo> list = todos();
     list.removeIf([id = todo.id](const Todo &each) { return each.id == id; });
     setTodos(list);
@@ -156,6 +157,7 @@ void TodosSource::undoDone()
 {
     m_doneTask.reset();
     const auto todo = std::exchange(m_pendingDone, std::nullopt);
+    Q_EMIT rowAboutToMove();
     // A reading in the meantime has brought it back already.
     if (todo && !find(todo->id))
         setTodos(todos() + QList{*todo});

@@ -174,6 +174,8 @@ Q_SIGNALS:
     void searchChanged();
     void focusSearchChanged();
     void selectionChanged();
+    /// A row is about to go or to come back by the user's choice, and the others to make room.
+    void rowAboutToMove();
     /// The user moved the selection, which is to come into sight.
     void selectionMoved();
 

@@ -33,6 +33,15 @@ FocusScope {
         function onChanged(): void {
             root.settled = true;
         }
+        function onRowAboutToMove(): void {
+            list.moving = true;
+        }
+    }
+    Connections {
+        target: root.Window.window
+        function onActiveFocusItemChanged(): void {
+            list.show(root.Window.window.activeFocusItem);
+        }
     }
     Connections {
         target: root.source.form
@@ -160,6 +169,7 @@ FocusScope {
             symbol: "checkmark.circle.fill"
             tint: Theme.green
             text: root.source.undoText
+            mostLines: 1
             action: qsTr("Undo")
             onClicked: root.source.undoDone()
         }
@@ -181,6 +191,21 @@ FocusScope {
         }
     }
 
+    // Where Tab stops at a list without a selection. The arrows go on from there.
+    Item {
+        y: list.y
+        width: parent.width
+        height: list.height - 2
+        visible: list.visible && root.source.selectedRow < 0
+        activeFocusOnTab: true
+        Accessible.role: Accessible.List
+        Accessible.name: list.Accessible.name
+        Accessible.focusable: true
+
+        FocusRing {
+            corner: Theme.radiusRow
+        }
+    }
     // With Qt 6.4 a list's rows can't be bound components where they are reused.
     // qmllint disable unqualified type
     ListView {
@@ -192,7 +217,7 @@ FocusScope {
         y: start
         width: parent.width
         height: Math.max(0, parent.height - y)
-        visible: count > 0
+        visible: count > 0 && height > 44 // with the form open there may be no room
         clip: true
         model: root.source.rows
         spacing: 2
@@ -203,13 +228,27 @@ FocusScope {
         cacheBuffer: 320
         bottomMargin: 28
         boundsBehavior: Flickable.StopAtBounds
-        activeFocusOnTab: root.source.selectedRow < 0 || activeFocus
         Accessible.role: Accessible.List
         Accessible.name: qsTr("Todos")
-        Accessible.focusable: true
-        onActiveFocusChanged: {
-            if (activeFocus && root.source.selectedRow < 0)
-                root.source.move(1);
+
+        /// A row goes or comes back. What a filter or a search does to the list is there at once.
+        property bool moving: false
+
+        add: Transition {
+            NumberAnimation {
+                property: "opacity"
+                from: 0
+                to: 1
+                duration: list.moving ? Theme.springDuration : 0
+            }
+        }
+        displaced: Transition {
+            onRunningChanged: list.moving = list.moving && running
+            NumberAnimation {
+                property: "y"
+                duration: list.moving ? Theme.springDuration : 0
+                easing: Theme.spring
+            }
         }
 
         Behavior on start {
@@ -242,6 +281,17 @@ FocusScope {
             row.quiet = true;
             row.forceActiveFocus(Qt.OtherFocusReason);
         }
+        // What the keyboard goes to in a row comes into sight.
+        function show(item: Item): void {
+            let inside = false;
+            for (let at = item; at && !inside; at = at.parent)
+                inside = at === contentItem;
+            if (!inside || scroll.running)
+                return;
+            const top = item.mapToItem(contentItem, 0, 0).y;
+            const lowest = top + item.height + 8 - (height - bottomMargin);
+            contentY = Math.max(originY, Math.min(Math.max(contentY, lowest), top - 4));
+        }
         // A row that unfolds stays in sight.
         function follow(row: Item): void {
             const below = row.y + row.height + 12 - (contentY + height - bottomMargin / 2);
@@ -264,7 +314,7 @@ FocusScope {
             width: list.width
             source: root.source
             onHeightChanged: {
-                if (row.unfolded && row.selected)
+                if (row.settled && row.unfolded && row.selected)
                     list.follow(row);
             }
             ListView.onPooled: row.rest()
