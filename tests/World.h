@@ -50,7 +50,10 @@ struct World {
     FakeFolderPanel folderPanel;
     FakeVideoPlayer videoPlayer;
     FakeHttp http;
-    Places places{QStringLiteral("/home/me"), {}, QStringLiteral("/home/me/data"), QStringLiteral("/tmp"),
+    Places places{QStringLiteral("/home/me"),
+                  {},
+                  QStringLiteral("/home/me/data"),
+                  QStringLiteral("/tmp"),
                   QStringLiteral("/home/me/Downloads")};
     QuillboxMode quillboxMode; ///< counts from the next reconnect on
     Stores stores{prepared(), nullptr, [this] { return quillboxMode; }};
@@ -65,12 +68,13 @@ struct World {
         tools.installed.insert(QStringLiteral("claude"));
         setListing("[]");
         defaults.set(QStringLiteral("modulesOff"),
-                     QStringList{QStringLiteral("calendar"), QStringLiteral("prs"), QStringLiteral("work"), QStringLiteral("media"),
-                                 QStringLiteral("usage"), QStringLiteral("mcp"), QStringLiteral("repos")});
+                     QStringList{QStringLiteral("calendar"), QStringLiteral("prs"), QStringLiteral("work"),
+                                 QStringLiteral("media"), QStringLiteral("usage"), QStringLiteral("mcp"),
+                                 QStringLiteral("repos")});
         defaults.set(QStringLiteral("hookToken"), QStringLiteral("token"));
-        return {clock,        background, tools,     files,    fileTree,      defaults,      http,     keychain,
-                clipboard,    workspace,  applications, accessibility, terminals, machine, players, sounds,
-                folderPanel, videoPlayer, places};
+        return {clock,    background, tools,       files,        fileTree,      defaults,  http,
+                keychain, clipboard,  workspace,   applications, accessibility, terminals, machine,
+                players,  sounds,     folderPanel, videoPlayer,  places};
     }
     /// What `claude agents --json` prints from now on.
     void setListing(const QByteArray &json) { tools.answers.insert(QStringLiteral("claude agents --json"), {true, json, {}}); }

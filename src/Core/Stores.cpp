@@ -34,14 +34,13 @@ Stores::~Stores()
 Hub::Needs Stores::hubNeeds(const Desktop &d, std::unique_ptr<HookListener> listener)
 {
     auto quillbox = std::make_unique<QuillboxSource>(QuillboxSource::Needs{d.clock, d.machine, hubClient, d.places.home});
-    auto todos = std::make_unique<TodosSource>(
-        TodosSource::Needs{d.clock, d.background, d.tools, d.files, d.places, *quillbox});
-    auto agents = std::make_unique<AgentsSource>(AgentsSource::Needs{d.clock, d.background, d.tools, d.files, d.applications,
-                                                                     d.workspace, prefs, terminal, d.places, installer,
-                                                                     std::move(listener)});
-    auto slow = std::make_unique<SignalsSource>(SignalsSource::Needs{
-        d.clock, d.background, d.tools, prefs, claudeLogs(d.places.home),
-                                   [reader = usage](const QDateTime &now) { return reader->read(now); }});
+    auto todos = std::make_unique<TodosSource>(TodosSource::Needs{d.clock, d.background, d.tools, d.files, d.places, *quillbox});
+    auto agents =
+        std::make_unique<AgentsSource>(AgentsSource::Needs{d.clock, d.background, d.tools, d.files, d.applications, d.workspace,
+                                                           prefs, terminal, d.places, installer, std::move(listener)});
+    auto slow = std::make_unique<SignalsSource>(
+        SignalsSource::Needs{d.clock, d.background, d.tools, prefs, claudeLogs(d.places.home),
+                             [reader = usage](const QDateTime &now) { return reader->read(now); }});
     auto everyday = std::make_unique<EverydaySource>(EverydaySource::Needs{d.clock, prefs, google, d.players, d.sounds});
     auto work = std::make_unique<WorkSource>(WorkSource::Needs{d.clock, d.background, d.tools, d.http, d.keychain, prefs});
     auto glances = std::make_unique<GlanceSource>(

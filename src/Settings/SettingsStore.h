@@ -1,10 +1,10 @@
 #pragma once
 
+#include "Core/TokenSettings.h"
 #include "Settings/AboutSettings.h"
 #include "Settings/ClaudeSettings.h"
 #include "Settings/GeneralSettings.h"
 #include "Settings/ModuleSettings.h"
-#include "Core/TokenSettings.h"
 
 namespace velto {
 

@@ -110,8 +110,8 @@ private Q_SLOTS:
             << Rows{{u"a"_s, -1, 2, {}}, {u"b"_s, -3, 1, {}}} << u"2 todos are overdue / b"_s << QString();
         QTest::newRow("sales outrank the plain count")
             << Rows{{u"a"_s, -1, 1, {}}, {u"b"_s, -2, 2, u"Sales Q4"_s}} << u"1 sales follow-up is overdue / b"_s << QString();
-        QTest::newRow("due today is not late") << Rows{{u"a"_s, 0, 2, {}}, {u"b"_s, 1, 2, {}}} << QString()
-                                               << u"1 todo due today / a"_s;
+        QTest::newRow("due today is not late")
+            << Rows{{u"a"_s, 0, 2, {}}, {u"b"_s, 1, 2, {}}} << QString() << u"1 todo due today / a"_s;
         QTest::newRow("outreach") << Rows{{u"a"_s, 0, 2, u"outreach"_s}, {u"b"_s, 0, 1, u"outreach"_s}} << QString()
                                   << u"2 sales follow-ups due today / b"_s;
     }
@@ -222,8 +222,7 @@ private Q_SLOTS:
         QTest::newRow("no budget") << qint64(5) << qint64(0) << 700 << QString();
         QTest::newRow("reached") << qint64(1'000'000) << qint64(1'000'000) << 700 << u"Daily budget of 1.0M reached"_s;
         QTest::newRow("early") << qint64(1000) << qint64(100'000) << 600 << u"99k left of today's 100k"_s;
-        QTest::newRow("on pace") << qint64(10) << qint64(1'000'000) << 601
-                                 << u"On pace to stay under your 1.0M budget today"_s;
+        QTest::newRow("on pace") << qint64(10) << qint64(1'000'000) << 601 << u"On pace to stay under your 1.0M budget today"_s;
         QTest::newRow("will reach it") << qint64(50'000) << qint64(100'000) << 3600
                                        << u"At this pace you reach your 100k budget at 11:00"_s;
     }

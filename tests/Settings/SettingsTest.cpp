@@ -17,7 +17,8 @@ struct Desk : World {
     FakeLoginItem loginItem;
     QTemporaryDir folder;
     Places here{folder.path(), {}, {}, folder.path()};
-    SettingsStore settings{{hub, prefs, background, defaults, keychain, folderPanel, loginItem, terminal, installer, tools, here, 4747, u"1.2"_s}};
+    SettingsStore settings{
+        {hub, prefs, background, defaults, keychain, folderPanel, loginItem, terminal, installer, tools, here, 4747, u"1.2"_s}};
     Welcome::Needs welcome{hub, prefs, background, tools, loginItem, here};
 
     Desk()

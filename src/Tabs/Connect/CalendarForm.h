@@ -3,8 +3,8 @@
 #include "Core/DateModel.h"
 #include "Core/RowModel.h"
 
-#include <QTime>
 #include <QObject>
+#include <QTime>
 
 namespace velto {
 

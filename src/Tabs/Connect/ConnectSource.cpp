@@ -28,9 +28,10 @@ struct SalesConnector {
     const char *symbol;
     const char *mcp; ///< the service's short name
 };
-constexpr std::array<SalesConnector, 3> kSales{{{"Salesforce", "cloud", "salesforce"},
-                                                {"Gong", "waveform", "gong"},
-                                                {QT_TRANSLATE_NOOP("velto::ConnectSource", "Gmail drafts"), "envelope", "gmail"}}};
+constexpr std::array<SalesConnector, 3> kSales{
+    {{"Salesforce", "cloud", "salesforce"},
+     {"Gong", "waveform", "gong"},
+     {QT_TRANSLATE_NOOP("velto::ConnectSource", "Gmail drafts"), "envelope", "gmail"}}};
 
 QList<QByteArray> tileRoles()
 {

@@ -70,8 +70,8 @@ void McpForm::add()
 {
     if (!canAdd())
         return;
-    m_needs.terminal.launch(u"claude mcp add --transport http %1 %2"_s.arg(shellQuoted(m_name.trimmed()),
-                                                                          shellQuoted(m_url.trimmed())));
+    m_needs.terminal.launch(
+        u"claude mcp add --transport http %1 %2"_s.arg(shellQuoted(m_name.trimmed()), shellQuoted(m_url.trimmed())));
     m_name.clear();
     m_url.clear();
     Q_EMIT changed();

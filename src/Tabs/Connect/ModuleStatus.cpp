@@ -122,8 +122,8 @@ ModuleStatus::Status ModuleStatus::calendar(bool open) const
         return withAction(tr("Add a meeting yourself. No Mac Calendar access."), false);
     const QDateTime start = m_prefs.meetingStart().toLocalTime();
     const QLocale locale;
-    const QString when = u"%1, %2"_s.arg(locale.toString(start.date(), u"d MMM yyyy"_s),
-                                         locale.toString(start.time(), QLocale::ShortFormat));
+    const QString when =
+        u"%1, %2"_s.arg(locale.toString(start.date(), u"d MMM yyyy"_s), locale.toString(start.time(), QLocale::ShortFormat));
     return withAction(tr("Added by you · %1").arg(when), true);
 }
 

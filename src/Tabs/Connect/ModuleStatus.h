@@ -24,7 +24,8 @@ public:
     };
 
     /// All of it outlives this.
-    ModuleStatus(Hub &hub, const Prefs &prefs, const TokenSettings &tokens, const ToolRunner &tools, const GoogleCalendar &google);
+    ModuleStatus(Hub &hub, const Prefs &prefs, const TokenSettings &tokens, const ToolRunner &tools,
+                 const GoogleCalendar &google);
 
     /// `open` holds the modules whose form is open.
     Status of(Prefs::Module module, const QSet<Prefs::Module> &open) const;

@@ -110,7 +110,13 @@ bool HomeBrief::addUnlessReady(const QString &id, const QString &symbol, const Q
         add({id, u"exclamationmark.triangle"_s, Tone::Warn, tr("%1: couldn't check").arg(name), state.message()});
         break;
     case SourceState::Kind::Unavailable:
-        add({id, symbol, Tone::Off, u"%1: %2"_s.arg(name, state.reason()), state.fix(), {}, openTab(tr("Connect"), Tab::Connect),
+        add({id,
+             symbol,
+             Tone::Off,
+             u"%1: %2"_s.arg(name, state.reason()),
+             state.fix(),
+             {},
+             openTab(tr("Connect"), Tab::Connect),
              true});
         break;
     }
@@ -160,8 +166,12 @@ void HomeBrief::agents()
     }
     if (const QList<ToolProcess> &tools = agents.tools(); !tools.isEmpty()) {
         const auto name = [](const ToolProcess &tool) { return tool.name; };
-        add({u"tools"_s, u"cpu"_s, HomeItem::Tone::Info,
-             tr("Also running: %1").arg(firstOf(tools, int(tools.size()), name)), {}, u"process scan"_s});
+        add({u"tools"_s,
+             u"cpu"_s,
+             HomeItem::Tone::Info,
+             tr("Also running: %1").arg(firstOf(tools, int(tools.size()), name)),
+             {},
+             u"process scan"_s});
     }
 }
 
@@ -176,10 +186,9 @@ void HomeBrief::calendar()
         return;
     const int left = everyday.leftToday();
     const QStringList detail{event->detail(), left >= 2 ? tr("%1 events left today").arg(left) : QString()};
-    HomeItem &item = add({u"cal"_s, u"calendar"_s,
-                          m_now.msecsTo(event->start) < kSoon * 1000 ? HomeItem::Tone::Warn : HomeItem::Tone::Info,
-                          u"%1 %2"_s.arg(event->title, event->relative(m_now)), withoutEmpty(detail).join(u" · "_s),
-                          tr("Calendar")});
+    HomeItem &item =
+        add({u"cal"_s, u"calendar"_s, m_now.msecsTo(event->start) < kSoon * 1000 ? HomeItem::Tone::Warn : HomeItem::Tone::Info,
+             u"%1 %2"_s.arg(event->title, event->relative(m_now)), withoutEmpty(detail).join(u" · "_s), tr("Calendar")});
     if (event->joinURL)
         item.action = openLink(tr("Join"), *event->joinURL);
 }
@@ -190,12 +199,21 @@ void HomeBrief::focus()
         return;
     EverydaySource &everyday = *m_hub.everyday();
     if (everyday.focusEnd()) {
-        add({u"focus"_s, u"timer"_s, HomeItem::Tone::Info, tr("Focusing · %1 left").arg(everyday.focusRemaining()), {}, {},
+        add({u"focus"_s,
+             u"timer"_s,
+             HomeItem::Tone::Info,
+             tr("Focusing · %1 left").arg(everyday.focusRemaining()),
+             {},
+             {},
              HomeItem::Action{tr("Stop"), [&everyday] { everyday.stopFocus(); }}});
         return;
     }
-    add({u"focus"_s, u"timer"_s, HomeItem::Tone::Off, tr("Focus timer"),
-         tr("Counts down in the velto and tells you when time's up."), {},
+    add({u"focus"_s,
+         u"timer"_s,
+         HomeItem::Tone::Off,
+         tr("Focus timer"),
+         tr("Counts down in the velto and tells you when time's up."),
+         {},
          HomeItem::Action{tr("Start %1 min").arg(everyday.focusMinutes()), [&everyday] { everyday.startFocus(); }}});
 }
 
@@ -328,8 +346,12 @@ void HomeBrief::transfers()
     if (count < 1)
         return;
     const auto reveal = [&workspace = m_workspace, folder = glances.downloads()] { workspace.showInFileManager(folder); };
-    add({u"transfers"_s, u"arrow.down.circle"_s, HomeItem::Tone::Info,
-         count == 1 ? tr("1 download in progress") : tr("%1 downloads in progress").arg(count), tr("Downloads folder"), {},
+    add({u"transfers"_s,
+         u"arrow.down.circle"_s,
+         HomeItem::Tone::Info,
+         count == 1 ? tr("1 download in progress") : tr("%1 downloads in progress").arg(count),
+         tr("Downloads folder"),
+         {},
          HomeItem::Action{tr("Reveal"), reveal}});
 }
 
@@ -389,8 +411,7 @@ void HomeBrief::usage()
     const std::optional<QString> outlook = pace(tokens, m_hub.prefs().dailyBudget(), m_now);
     add({u"usage"_s, gauge, HomeItem::Tone::Info,
          tr("Claude today: %1 tokens over %2 replies").arg(compact(budgeted(tokens)), QLocale().toString(tokens.turns)),
-         outlook ? *outlook
-                 : tr("%1 written, %2 re-read from cache").arg(compact(tokens.output), compact(tokens.cacheRead)),
+         outlook ? *outlook : tr("%1 written, %2 re-read from cache").arg(compact(tokens.output), compact(tokens.cacheRead)),
          u"~/.claude/projects logs"_s});
 }
 
@@ -399,8 +420,13 @@ void HomeBrief::learning()
     const QuillboxSource &quillbox = *m_hub.quillbox();
     if (!quillbox.mode().isHub() || !quillbox.snapshot().gap)
         return;
-    add({u"gap"_s, u"graduationcap"_s, HomeItem::Tone::Info, tr("Learning card: %1").arg(quillbox.snapshot().gap->question), {},
-         quillbox.mode().label(m_places.home), openTab(tr("Open"), Tab::Quillbox)});
+    add({u"gap"_s,
+         u"graduationcap"_s,
+         HomeItem::Tone::Info,
+         tr("Learning card: %1").arg(quillbox.snapshot().gap->question),
+         {},
+         quillbox.mode().label(m_places.home),
+         openTab(tr("Open"), Tab::Quillbox)});
 }
 
 } // namespace velto

@@ -30,8 +30,8 @@ struct HomeItem {
     bool operator==(const HomeItem &other) const
     {
         return id == other.id && symbol == other.symbol && tone == other.tone && title == other.title && detail == other.detail
-            && source == other.source && setup == other.setup && (action ? action->label : QString())
-            == (other.action ? other.action->label : QString());
+            && source == other.source && setup == other.setup
+            && (action ? action->label : QString()) == (other.action ? other.action->label : QString());
     }
 };
 

@@ -23,8 +23,7 @@ QString projected(qint64 used, qint64 left, double elapsed, const QString &budge
     const QDateTime moment = seconds < 86'400 ? now.addMSecs(qint64(seconds * 1000)) : now.addDays(1);
     if (moment.toLocalTime().date() != now.toLocalTime().date())
         return tr("On pace to stay under your %1 budget today").arg(budget);
-    return tr("At this pace you reach your %1 budget at %2")
-        .arg(budget, shortTime(moment));
+    return tr("At this pace you reach your %1 budget at %2").arg(budget, shortTime(moment));
 }
 
 } // namespace

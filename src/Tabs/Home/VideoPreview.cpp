@@ -31,7 +31,8 @@ VideoPage videoPage(const QUrl &url)
     if (!id) {
         // Percent-encoded whole, an address holds no quote that could end the attribute.
         const QString address = QString::fromLatin1(url.toEncoded(QUrl::FullyEncoded)).replace(u'\'', u"%27"_s).toHtmlEscaped();
-        return {head + u"<video width='100%' height='100%' src='%1' controls autoplay></video>\n</body></html>"_s.arg(address), url};
+        return {head + u"<video width='100%' height='100%' src='%1' controls autoplay></video>\n</body></html>"_s.arg(address),
+                url};
     }
     // Only letters and digits stay as they are.
     const QString escaped = QString::fromLatin1(QUrl::toPercentEncoding(*id, {}, "-._~"));

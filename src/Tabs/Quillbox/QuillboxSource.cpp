@@ -42,8 +42,7 @@ QuillboxSource::QuillboxSource(Needs needs, QObject *parent)
     : VeltoSource(parent)
     , m_needs(std::move(needs))
     , m_mode(m_needs.client.current())
-    , m_rows({"rowId", "section",
-              "symbol", "heard", "name", "age", "spoken"})
+    , m_rows({"rowId"_ba, "section"_ba, "symbol"_ba, "heard"_ba, "name"_ba, "age"_ba, "spoken"_ba})
     , m_otherMacRows({"rowId", "name", "age", "spoken"})
 {
     publish();
