@@ -21,7 +21,7 @@ const QDateTime kNow = QDateTime::fromSecsSinceEpoch(1'795'248'000, Qt::UTC);
 
 QByteArray fixture(const QString &name)
 {
-    QFile file(QStringLiteral(VELTO_FIXTURES "/work/") + name);
+    QFile file(QStringLiteral(VELTO_FIXTURES "/worktools/") + name);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 

@@ -18,7 +18,7 @@ const QString kNotSignedIn = u"The GitHub CLI isn't signed in. Run `gh auth logi
 
 QByteArray fixture(const char *name)
 {
-    QFile file(QStringLiteral(VELTO_FIXTURES "/work/") + QLatin1StringView(name));
+    QFile file(QStringLiteral(VELTO_FIXTURES "/worktools/") + QLatin1StringView(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 

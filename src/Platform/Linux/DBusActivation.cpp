@@ -18,7 +18,7 @@ namespace {
 const auto kInterface = "org.freedesktop.Application"_L1;
 const auto kOpen = "open"_L1;
 
-/// What the specification makes of a name: dots become slashes, dashes underscores.
+/// What D-Bus activation makes of a name: dots become slashes, dashes underscores.
 QString objectPath(const QString &name)
 {
     return u'/' + QString(name).replace(u'.', u'/').replace(u'-', u'_');
