@@ -2,6 +2,7 @@
 
 #include "Platform/Files.h"
 
+#include <QStringList>
 #include <QSysInfo>
 
 using namespace Qt::StringLiterals;

@@ -79,7 +79,7 @@ public:
     template <typename Record> void read(const char *key, std::optional<Record> &into) const
     {
         if (const JsonValue *value = find(key); value && !value->IsNull())
-            fill(Reader(*value, pathOf(key), m_fault), into.emplace());
+            fill(Reader(*value, pathOf(key), m_fault), into.emplace(Record{}));
     }
     template <typename Record> void read(const char *key, QList<Record> &into) const
     {
