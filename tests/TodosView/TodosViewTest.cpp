@@ -1,5 +1,7 @@
 #include "TodosView/TodosViewTest.h"
 
+#include "Design/Theme.h"
+
 #include <QAccessible>
 #include <QQuickItem>
 #include <QSignalSpy>
@@ -205,6 +207,19 @@ void TodosViewTest::theFormFitsWhateverStandsAboveIt()
                                 u"Notes (optional)"_s, u"Due"_s, u"Due date"_s, u"Choose a date"_s, u"Normal"_s, u"Work"_s,
                                 u"Fewer details"_s, u"Cancel"_s, u"Add todo"_s, u"Search"_s, u"New todo"_s})
         QVERIFY2(reached.contains(name), qPrintable(name));
+}
+
+void TodosViewTest::itGoesWhileThingsMove()
+{
+    for (int round = 0; round < 6; ++round) {
+        show(many(100));
+        Theme::of(m_view->engine())->setReducedMotion(false);
+        source().setSearch(u"Todo number 1"_s);
+        QCoreApplication::processEvents();
+        m_view->grabWindow();
+        close();
+        QCoreApplication::processEvents();
+    }
 }
 
 void TodosViewTest::tenThousandTodosShowOnlyThoseInSight()

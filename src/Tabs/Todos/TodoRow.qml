@@ -26,12 +26,12 @@ Item {
     required property string commentText
 
     readonly property bool isTodoRow: !root.isHeading
-    readonly property bool unfolded: root.open && !root.resting
     readonly property real wanted: root.isHeading ? 30 : line.height + (more.active ? more.height + 10 : 0)
     /// Out of sight, until the list has another row for it.
     property bool resting: true
-    /// It shows what it should: from here on changes are movements.
-    property bool settled: false
+    /// It shows what it says when it is open. Set after `unfolding`, which tells that its height is to move there.
+    property bool unfolded: false
+    property bool unfolding: false
     /// The keyboard came with the arrows: the selection shows where it is, and a ring would say it twice.
     property bool quiet: false
 
@@ -50,23 +50,33 @@ Item {
             root.quiet = false;
     }
 
+    onOpenChanged: {
+        if (root.resting)
+            return;
+        root.unfolding = true;
+        root.unfolded = root.open;
+    }
+
     Behavior on height {
-        enabled: root.settled
-        Spring {}
+        enabled: root.unfolding
+        Spring {
+            onRunningChanged: root.unfolding = root.unfolding && running
+        }
     }
 
     function press(): void {
         root.source.press(root.todoId);
     }
     function rest(): void {
-        root.settled = false;
+        root.unfolding = false;
+        root.unfolded = false;
         root.focus = done.focus = fold.focus = false;
         root.resting = true;
     }
     function wake(): void {
         root.opacity = 1; // it may have faded away as another
         root.resting = false;
-        root.settled = true;
+        root.unfolded = root.open;
     }
 
     PlainText {
@@ -90,7 +100,7 @@ Item {
         border.color: Theme.at("white", 0.22)
 
         Behavior on opacity {
-            enabled: root.settled
+            enabled: !root.resting
             NumberAnimation {
                 duration: Theme.fadeDuration
                 easing.type: Easing.OutQuad
@@ -144,7 +154,7 @@ Item {
                     size: Theme.textTitle
                     weight: root.highPriority ? Font.DemiBold : Font.Normal
                     elide: Text.ElideRight
-                    maximumLineCount: root.open ? 10000 : 2
+                    maximumLineCount: root.unfolded ? 10000 : 2
                     Accessible.ignored: true
                 }
             }

@@ -314,7 +314,7 @@ FocusScope {
             width: list.width
             source: root.source
             onHeightChanged: {
-                if (row.settled && row.unfolded && row.selected)
+                if (row.unfolding && row.unfolded)
                     list.follow(row);
             }
             ListView.onPooled: row.rest()
