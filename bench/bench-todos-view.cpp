@@ -1,5 +1,5 @@
-// What a frame of the Todos tab costs after a key in the search field, a step of the selection, a turn of the wheel, a todo ticked
-// off: the change in the store, the layout and the drawing together. A display leaves 16.7 ms for it.
+// What a frame of the Todos tab costs after a key in the search field, a step of the selection, a turn of the wheel, a todo
+// ticked off: the change in the store, the layout and the drawing together. A display leaves 16.7 ms for it.
 
 #include "TodosDesk.h"
 
@@ -32,8 +32,7 @@ struct Tab {
         view.engine()->addImportPath(u"qrc:/qt/qml"_s);
         view.setResizeMode(QQuickView::SizeRootObjectToView);
         view.setColor(Qt::black);
-        view.setInitialProperties(
-            {{u"source"_s, QVariant::fromValue(desk.source.get())}, {u"ui"_s, QVariant::fromValue(&ui)}});
+        view.setInitialProperties({{u"source"_s, QVariant::fromValue(desk.source.get())}, {u"ui"_s, QVariant::fromValue(&ui)}});
         view.setSource(desk.source->makeView());
         view.resize(732, 408);
         view.show();

@@ -7,6 +7,13 @@
 
 // What the calendar stands on, for views, without the core having to know of QML.
 
+// Qt 6.4 declares the base of all models only beside the controls.
+struct CalendarRowsType {
+    Q_GADGET
+    QML_FOREIGN(QAbstractItemModel)
+    QML_ANONYMOUS
+};
+
 struct DateModelType {
     Q_GADGET
     QML_FOREIGN(velto::DateModel)

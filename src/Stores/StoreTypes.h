@@ -113,7 +113,7 @@ struct TodosSourceType {
 struct DraftFormType {
     Q_GADGET
     QML_FOREIGN(velto::DraftForm)
-    QML_NAMED_ELEMENT(DraftForm)
+    QML_NAMED_ELEMENT(DraftFormStore) // the view is DraftForm
     QML_UNCREATABLE("Made in C++")
 };
 

@@ -1,13 +1,13 @@
 import QtQuick
 import Velto.Design
-import Velto.Stores as Stores
+import Velto.Stores
 
 // A new or a changed todo. It scrolls where there is no room for all of it.
 FocusScope {
     id: root
 
-    required property Stores.DraftForm form
-    required property Stores.UI ui
+    required property DraftFormStore form
+    required property UI ui
     /// The height there is.
     required property real room
 
@@ -143,7 +143,7 @@ FocusScope {
 
                         visible: root.form.hasDate
                         label: qsTr("Due date")
-                        date: root.form.date
+                        date: root.form.date // qmllint disable type
                     }
                 }
                 SegmentedControl {

@@ -1,14 +1,14 @@
 import QtQuick
 import Velto.Design
-import Velto.Stores as Stores
+import Velto.Stores
 import Velto.Todos
 
 // The todos: what cuts the list down, what has happened, the form, and the list itself, of which only the rows in sight exist.
 FocusScope {
     id: root
 
-    required property Stores.TodosSource source
-    required property Stores.UI ui
+    required property TodosSource source
+    required property UI ui
 
     readonly property int gap: 10
     /// It shows what it should: from here on changes are movements.
@@ -23,7 +23,7 @@ FocusScope {
     Component.onCompleted: root.source.appeared()
 
     Connections {
-        target: root.source
+        target: root.source // qmllint disable type
         function onFocusSearchChanged(): void {
             search.focusAll();
         }
@@ -143,7 +143,7 @@ FocusScope {
         }
         StateBanner {
             width: parent.width
-            feed: root.source.state
+            feed: root.source.state // qmllint disable type
             retryable: true
             onRetryWanted: root.source.retry()
             onSettingsWanted: root.ui.askForSettings()
@@ -180,14 +180,14 @@ FocusScope {
             visible: active
             active: root.source.form.shown
             // With Qt 6.4 a Loader can't make a bound component.
-            // qmllint disable unqualified
+            // qmllint disable unqualified type
             sourceComponent: DraftForm {
                 width: place.width
                 form: root.source.form
                 ui: root.ui
                 room: Math.max(160, root.height - place.y - 8)
             }
-            // qmllint enable unqualified
+            // qmllint enable unqualified type
         }
     }
 
