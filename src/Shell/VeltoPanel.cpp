@@ -72,25 +72,17 @@ QQuickItem *VeltoPanel::textField() const
 
 // Resting on the strip opens the panel without the keyboard, and most presses need none. A press into a text field does, and
 // one that brings up a form.
-void VeltoPanel::followPress(const QQuickItem *before, QPointF place)
+bool VeltoPanel::event(QEvent *event)
 {
+    if (event->type() != QEvent::MouseButtonPress && event->type() != QEvent::MouseButtonRelease)
+        return QQuickView::event(event);
+    const QPointF place = static_cast<QMouseEvent *>(event)->position();
+    const QQuickItem *const before = textField();
+    const bool handled = QQuickView::event(event); // mousePressEvent() comes ahead of the items
     const QQuickItem *const field = textField();
     if (field && !isActive() && (field != before || field->contains(field->mapFromScene(place))))
         m_ui.askForKeyboard();
-}
-
-void VeltoPanel::mousePressEvent(QMouseEvent *event)
-{
-    const QQuickItem *const before = textField();
-    QQuickView::mousePressEvent(event);
-    followPress(before, event->position());
-}
-
-void VeltoPanel::mouseReleaseEvent(QMouseEvent *event)
-{
-    const QQuickItem *const before = textField();
-    QQuickView::mouseReleaseEvent(event);
-    followPress(before, event->position());
+    return handled;
 }
 
 void VeltoPanel::focusOutEvent(QFocusEvent *event)

@@ -18,15 +18,13 @@ public:
     VeltoPanel(Clock &clock, UI &ui, const PanelOutline &outline);
 
 protected:
-    void mousePressEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
+    bool event(QEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
     /// The field that keys would go to if the window had them.
     QQuickItem *textField() const;
-    void followPress(const QQuickItem *before, QPointF place);
     /// Cuts what the outline doesn't cover, so that presses beside it reach what is behind.
     void outlineMoved();
     QRegion wantedMask() const;

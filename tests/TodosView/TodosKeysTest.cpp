@@ -1,6 +1,12 @@
 #include "TodosView/TodosKeysTest.h"
 
+#include "Shell/CollapsedStrip.h"
+#include "Shell/PanelOutline.h"
+#include "Shell/VeltoPanel.h"
+
+#include <QQmlEngine>
 #include <QQuickItem>
+#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 
@@ -247,6 +253,38 @@ void TodosKeysTest::theCalendarKeepsThePanelsKeys()
     source().form()->cancel(); // and so does its form
     m_view->grabWindow();
     QVERIFY(!m_ui->sheetOpen());
+}
+
+void TodosKeysTest::pressesThatLeadToTypingAskForTheKeyboard()
+{
+    show(some());
+    // The panel's own window, which somebody opened by resting on the strip: it is on show, but another one has the keyboard.
+    CollapsedStrip strip(m_world->hub);
+    PanelOutline outline(m_world->hub, *m_ui, strip);
+    VeltoPanel panel(m_world->clock, *m_ui, outline);
+    panel.engine()->addImportPath(u"qrc:/qt/qml"_s);
+    panel.setInitialProperties({{u"source"_s, QVariant::fromValue(&source())}, {u"ui"_s, QVariant::fromValue(m_ui.get())}});
+    panel.setSource(source().makeView());
+    panel.resize(732, 408);
+    panel.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&panel));
+    m_view->requestActivate();
+    QVERIFY(QTest::qWaitForWindowActive(m_view.get()) && !panel.isActive());
+    const QSignalSpy wanted(m_ui.get(), &UI::keyboardWanted);
+    const auto pressAt = [&panel](QPoint place) {
+        panel.grabWindow();
+        QTest::mouseClick(&panel, Qt::LeftButton, {}, place);
+    };
+    pressAt({100, 15}); // another filter
+    QCOMPARE(wanted.count(), 0);
+    pressAt({500, 15}); // into the search field
+    QVERIFY(wanted.count() > 0);
+    auto before = wanted.count();
+    pressAt({100, 15});
+    QCOMPARE(wanted.count(), before);
+    pressAt({717, 15}); // a new todo
+    QVERIFY(source().draft());
+    QVERIFY(wanted.count() > before);
 }
 
 } // namespace velto

@@ -20,6 +20,7 @@ private Q_SLOTS:
     void theSelectionStaysInSight();
     void theKeyboardReachesEveryControlOfTheList();
     void theCalendarKeepsThePanelsKeys();
+    void pressesThatLeadToTypingAskForTheKeyboard();
 };
 
 } // namespace velto
