@@ -91,7 +91,7 @@ DateModel::DateModel(const Clock &clock, QObject *parent)
     , m_days({"place", "day", "number", "inMonth", "isToday", "selected", "spoken"})
 {
     setDate(today());
-    m_before = m_date;
+    m_before = m_date; // NOLINT(cppcoreguidelines-prefer-member-initializer): only now there is a date
 }
 
 QDate DateModel::today() const

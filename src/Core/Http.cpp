@@ -64,8 +64,9 @@ struct Finished {
 
 } // namespace
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 Http::Http(QSslConfiguration tls)
-    : m_tls(std::move(tls))
+    : m_tls(std::move(tls)) // NOLINT(performance-move-const-arg): newer Qt moves it
 {
 }
 

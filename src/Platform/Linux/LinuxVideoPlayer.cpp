@@ -65,7 +65,7 @@ void LinuxVideoPlayer::open(const QString &html, const QUrl &base, quintptr wind
         Q_EMIT failed();
     };
     connect(m_process.get(), &QProcess::finished, this, ended);
-    connect(m_process.get(), &QProcess::errorOccurred, this, [this, ended](QProcess::ProcessError error) {
+    connect(m_process.get(), &QProcess::errorOccurred, this, [ended](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart)
             ended();
     });
