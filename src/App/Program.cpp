@@ -13,6 +13,12 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
+namespace {
+
+constexpr std::chrono::seconds kLongestFirstFrame{1};
+
+} // namespace
+
 Program::Program(CommandLine commandLine, Activation &activation)
     : m_activation(activation)
     , m_commandLine(std::move(commandLine))
@@ -45,6 +51,8 @@ Program::Program(CommandLine commandLine, Activation &activation)
         Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
     m_ui.unfinished = [this] { return m_stores.hub.todos()->draft().has_value(); };
     showPanel();
+    // Nothing is painted while the screen is locked.
+    m_paintedAnyway = m_machine.clock.after(kLongestFirstFrame, [this] { m_machine.background.release(); });
     QObject::connect(&m_activation, &Activation::wanted, &m_delegate, &AppDelegate::act);
 }
 
@@ -80,6 +88,7 @@ void Program::showPanel()
 
 void Program::painted()
 {
+    m_machine.background.release();
     m_machine.platform.start();
     m_delegate.addStatusItem(m_machine.platform.statusItem);
     m_delegate.addHotKey(m_machine.platform.hotKey);

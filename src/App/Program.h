@@ -43,6 +43,7 @@ private:
     TabOrder m_tabOrder;
     AppDelegate m_delegate;
     Windows m_windows;
+    TimerHandle m_paintedAnyway;
 };
 
 } // namespace velto

@@ -27,6 +27,7 @@ ThisMachine::ThisMachine()
     , platform(clock, files, places)
     , sounds(background)
 {
+    background.hold();
 }
 
 ThisMachine::~ThisMachine() = default;

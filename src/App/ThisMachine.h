@@ -17,7 +17,8 @@ namespace velto {
 /// Where this user's files are.
 Places placesOfThisMachine();
 
-/// What the stores lean on, as it really is, in the order in which it leans on each other.
+/// What the stores lean on, as it really is, in the order in which it leans on each other. The background holds until it is
+/// released.
 struct ThisMachine {
     ThisMachine();
     ~ThisMachine();

@@ -21,10 +21,11 @@ bool isPrivate(const HttpRequest &request)
                        [](const auto &header) { return header.first.compare("Authorization", Qt::CaseInsensitive) == 0; });
 }
 
-QNetworkRequest prepared(const HttpRequest &request, const QSslConfiguration &tls)
+QNetworkRequest prepared(const HttpRequest &request, const std::optional<QSslConfiguration> &tls)
 {
     QNetworkRequest result(request.url);
-    result.setSslConfiguration(tls);
+    if (tls)
+        result.setSslConfiguration(*tls);
     // A pasted token that ends in a line break doesn't begin another header.
     for (const auto &[name, value] : request.headers)
         result.setRawHeader(name, QByteArray(value).replace('\r', "").replace('\n', ""));

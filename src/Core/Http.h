@@ -42,7 +42,9 @@ struct HttpReply {
 /// UI thread only; the transfer itself runs elsewhere. Destroying it ends what is under way, as a fault.
 class Http {
 public:
-    explicit Http(QSslConfiguration tls = QSslConfiguration::defaultConfiguration());
+    /// With the system's TLS settings, which are looked for when they are needed: the library behind them is large.
+    Http() = default;
+    explicit Http(QSslConfiguration tls);
     Http(const Http &) = delete;
     Http &operator=(const Http &) = delete;
     virtual ~Http();
@@ -54,7 +56,7 @@ public:
 private:
     QNetworkReply *start(const HttpRequest &request);
 
-    QSslConfiguration m_tls;
+    std::optional<QSslConfiguration> m_tls;
     std::unique_ptr<QNetworkAccessManager> m_manager; ///< made for the first request: a quiet strip needs none
 };
 

@@ -17,10 +17,21 @@ ThreadPoolBackground::~ThreadPoolBackground()
 
 void ThreadPoolBackground::start(std::function<void()> work, std::function<void()> done)
 {
-    m_pool.start([this, work = std::move(work), done = std::move(done)] {
+    std::function<void()> both = [this, work = std::move(work), done = std::move(done)] {
         work();
         QMetaObject::invokeMethod(&m_home, done, Qt::QueuedConnection);
-    });
+    };
+    if (m_holding)
+        m_held.push_back(std::move(both));
+    else
+        m_pool.start(std::move(both));
+}
+
+void ThreadPoolBackground::release()
+{
+    m_holding = false;
+    for (auto &work : std::exchange(m_held, {}))
+        m_pool.start(std::move(work));
 }
 
 } // namespace velto

@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QThreadPool>
+#include <vector>
 
 namespace velto {
 
@@ -15,7 +16,14 @@ public:
 
     void start(std::function<void()> work, std::function<void()> done) override;
 
+    /// Keeps what is started from now on until release(), which starts it: so that the first frame has the machine for itself.
+    /// UI thread, like release().
+    void hold() { m_holding = true; }
+    void release();
+
 private:
+    bool m_holding = false;
+    std::vector<std::function<void()>> m_held;
     QThreadPool m_pool;
     QObject m_home; ///< lives on the UI thread; what is done is posted to it
 };
