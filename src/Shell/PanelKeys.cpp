@@ -20,6 +20,7 @@ PanelKeys::PanelKeys(QQuickWindow &window, UI &ui, PanelContents &contents, Hub 
     , m_todos(*hub.todos())
 {
     m_window.installEventFilter(this);
+    connect(&m_hub, &Hub::selectedChanged, this, &PanelKeys::leaveHidden, Qt::QueuedConnection);
 }
 
 bool PanelKeys::onTodos() const
@@ -51,6 +52,14 @@ void PanelKeys::clearFocus()
         if (m_window.activeFocusItem() == item)
             break;
     }
+}
+
+// The page of another tab is only hidden, and a field in it would go on to take the keys.
+void PanelKeys::leaveHidden()
+{
+    const QQuickItem *item = m_window.activeFocusItem();
+    if (item && !item->isVisible())
+        clearFocus();
 }
 
 void PanelKeys::escape()

@@ -32,6 +32,7 @@ private:
     bool textFieldFocused() const;
     bool focusTakesReturn() const;
     void clearFocus();
+    void leaveHidden();
 
     QQuickWindow &m_window;
     UI &m_ui;

@@ -133,6 +133,24 @@ private Q_SLOTS:
         QCOMPARE(p.todos.selectedID(), std::optional<qint64>(2));
     }
 
+    void aTabThatGoesTakesItsFocusAlong()
+    {
+        Panel p;
+        QQuickItem page(p.window.contentItem());
+        QQuickItem field(&page);
+        p.window.show();
+        p.window.requestActivate();
+        QVERIFY(QTest::qWaitForWindowActive(&p.window));
+        p.hub.open(Tab::Todos);
+        field.forceActiveFocus();
+        QCoreApplication::processEvents();
+        QCOMPARE(p.window.activeFocusItem(), &field);
+        p.hub.open(Tab::Agents);
+        page.setVisible(false);
+        QTRY_VERIFY(p.window.activeFocusItem() != &field);
+        QVERIFY(!field.hasFocus());
+    }
+
     void keysThatLeadToTheList()
     {
         Panel p;
