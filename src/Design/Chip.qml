@@ -11,7 +11,7 @@ Rectangle {
     property real fill: 0.16
 
     implicitWidth: row.implicitWidth + 16
-    implicitHeight: row.implicitHeight + 6
+    implicitHeight: Math.max(words.height, root.symbol !== "" ? picture.height : 0) + 6 // at once, without the row
     radius: root.height / 2
     color: Theme.at(root.tint, root.fill)
 
@@ -23,6 +23,8 @@ Rectangle {
         spacing: 4
 
         Symbol {
+            id: picture
+
             anchors.verticalCenter: parent.verticalCenter
             visible: root.symbol !== ""
             name: root.symbol
@@ -30,6 +32,8 @@ Rectangle {
             color: root.tint
         }
         PlainText {
+            id: words
+
             anchors.verticalCenter: parent.verticalCenter
             width: Math.min(implicitWidth, 220)
             words: root.text

@@ -58,7 +58,9 @@ void CollapsedStrip::readLeft(Shown &shown) const
 
 void CollapsedStrip::readRight(Shown &shown) const
 {
-    const bool leftBusy = shown.left != Left::Running && shown.left != Left::Nothing && shown.left != Left::Recording;
+    // Also under the dot of a recording, which says nothing of them.
+    const bool focusing = isOn(Prefs::Module::Focus) && m_hub.everyday()->focusing();
+    const bool leftBusy = focusing || shown.todos > 0 || secondsToEvent() < kSoon;
     if (shown.waiting > 0)
         shown.right = Right::Waiting;
     else if (shown.running > 0 && leftBusy)

@@ -1,12 +1,11 @@
 #include "Shell/PanelContents.h"
 
 #include "Core/Hub.h"
+#include "Core/Process.h"
 #include "Tabs/Agents/AgentsSource.h"
 #include "Tabs/Home/EverydaySource.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
 #include "Tabs/Todos/TodosSource.h"
-
-#include <QLocale>
 
 using namespace Qt::StringLiterals;
 
@@ -65,7 +64,7 @@ void PanelContents::update()
     m_highlights.setRows(highlights);
 
     const Shown now{int(visible.indexOf(m_hub.selected())), m_hub.recording(), highlights.isEmpty(),
-                    tr("Refresh · updated %1").arg(QLocale().toString(m_hub.updated().time(), QLocale::ShortFormat))};
+                    tr("Refresh · updated %1").arg(shortTime(m_hub.updated()))};
     if (now == m_now)
         return;
     m_now = now;

@@ -86,6 +86,11 @@ private Q_SLOTS:
         QTEST(QVariant::fromValue(p.strip.left()).toString() + u' ' + QVariant::fromValue(p.strip.right()).toString(), "sides");
         QTEST(p.strip.spoken(), "spoken");
         QTEST(QVariant::fromValue(p.strip.summaryTone()).toString() + u' ' + p.strip.summaryText(), "summary");
+        const auto right = p.strip.right(); // which the dot of a recording leaves alone
+        p.applications.setRunning({u"com.obsproject.obs-studio"_s});
+        QCOMPARE(p.strip.left(), CollapsedStrip::Left::Recording);
+        QCOMPARE(p.strip.right(), right);
+        p.applications.setRunning({});
         p.prefs.set(Prefs::Module::Todos, false);
         p.wait(0);
         QCOMPARE(p.strip.todos(), 0);

@@ -183,6 +183,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("time");
         QTest::newRow("en_US") << u"en_US"_s << u"Tue, Mar 10"_s << u"Mar 10, 2026, 5:04 PM"_s;
         QTest::newRow("en_GB") << u"en_GB"_s << u"Tue, 10 Mar"_s << u"10 Mar 2026, 17:04"_s;
+        QTest::newRow("none") << u"C"_s << u"Tue, 10 Mar"_s << u"10 Mar 2026, 17:04"_s;
         QTest::newRow("de") << u"de_DE"_s << u"Di., 10. März"_s << u"10. März 2026, 17:04"_s;
         QTest::newRow("es") << u"es_ES"_s << u"mar, 10 de mar"_s << u"10 de mar de 2026, 17:04"_s;
         QTest::newRow("ja") << u"ja_JP"_s << u"3月10日火"_s << u"2026年3月10日, 17:04"_s;

@@ -209,6 +209,48 @@ void TodosViewTest::theFormFitsWhateverStandsAboveIt()
         QVERIFY2(reached.contains(name), qPrintable(name));
 }
 
+void TodosViewTest::rowsStandOneBelowTheOther()
+{
+    QList<Todo> todos = some();
+    todos.append(todos.last());
+    todos.last().id = 6;
+    show(todos);
+    Theme::of(m_view->engine())->setReducedMotion(false);
+    const auto overlapping = [this] {
+        m_view->grabWindow();
+        QMultiMap<double, const QQuickItem *> standing;
+        for (const QQuickItem *item : list()->property("contentItem").value<QQuickItem *>()->childItems()) {
+            if (item->isVisible() && item->property("isHeading").isValid())
+                standing.insert(item->y(), item);
+        }
+        double end = 0;
+        for (const QQuickItem *item : std::as_const(standing)) {
+            if (item->y() < end)
+                return item->property("title").toString();
+            end = item->y() + item->height();
+        }
+        return standing.size() == list()->property("count").toInt() ? QString() : u"too few"_s;
+    };
+    source().chooseFilter(u"Upcoming"_s);
+    QCOMPARE(overlapping(), QString());
+    source().finish(u"6"_s); // the last one: no other row moves
+    m_view->grabWindow();
+    QTRY_VERIFY(!list()->property("moving").toBool());
+    // Higher rows where lower ones were, and back, at once.
+    for (const QString &filter : {u"Today"_s, u"Upcoming"_s, u"All"_s}) {
+        source().chooseFilter(filter);
+        QCOMPARE(overlapping(), QString());
+    }
+    // A high row that comes back, open, among others.
+    source().press(u"2"_s);
+    source().finish(u"2"_s);
+    QTRY_COMPARE(overlapping(), QString());
+    source().undoDone();
+    QTRY_COMPARE(overlapping(), QString());
+    QTRY_VERIFY(!list()->property("moving").toBool());
+    QTRY_COMPARE(overlapping(), QString());
+}
+
 void TodosViewTest::itGoesWhileThingsMove()
 {
     for (int round = 0; round < 6; ++round) {

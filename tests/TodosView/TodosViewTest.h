@@ -18,6 +18,7 @@ private Q_SLOTS:
     void aSnapshotOfTheHubLeavesTheRowsAlone();
     void whatIsTypedSurvivesChanges();
     void theFormFitsWhateverStandsAboveIt();
+    void rowsStandOneBelowTheOther();
     void itGoesWhileThingsMove();
     void tenThousandTodosShowOnlyThoseInSight();
 };

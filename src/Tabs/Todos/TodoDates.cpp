@@ -94,8 +94,10 @@ QString shortDateTime(const QDateTime &time, const QLocale &locale)
 {
     const QDateTime local = time.toLocalTime();
     const auto isWeekday = [](const QString &field) { return field.startsWith("ddd"_L1); };
+    // The form of times without a language shows seconds.
+    const QString form = locale.language() == QLocale::C ? u"HH:mm"_s : locale.timeFormat(QLocale::ShortFormat);
     return locale.toString(local.date(), formatOf(without(longForm(locale), isWeekday))) + ", "_L1
-        + locale.toString(local.time(), QLocale::ShortFormat);
+        + locale.toString(local.time(), form);
 }
 
 } // namespace velto

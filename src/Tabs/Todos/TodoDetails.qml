@@ -18,6 +18,12 @@ Column {
 
     spacing: 8
 
+    // The height is right at once.
+    function settle(): void {
+        said.forceLayout();
+        root.forceLayout();
+    }
+
     PlainText {
         width: parent.width
         visible: root.details !== ""
@@ -29,6 +35,8 @@ Column {
         Accessible.name: text
     }
     Column {
+        id: said
+
         width: parent.width
         visible: root.comments.length > 0
         spacing: 5
@@ -42,22 +50,22 @@ Column {
                 required property var modelData
 
                 width: root.width
-                height: said.height
+                height: words.height
                 Accessible.role: Accessible.StaticText
-                Accessible.name: when.text + ", " + said.text
+                Accessible.name: when.text + ", " + words.text
 
                 PlainText {
                     id: when
 
                     width: 136
-                    anchors.baseline: said.baseline
+                    anchors.baseline: words.baseline
                     words: comment.modelData.at
                     size: Theme.textSmall
                     color: Theme.glassSecondary
                     Accessible.ignored: true
                 }
                 PlainText {
-                    id: said
+                    id: words
 
                     x: when.width + 8
                     width: parent.width - x

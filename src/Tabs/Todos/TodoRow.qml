@@ -26,6 +26,8 @@ Item {
     required property string commentText
 
     readonly property bool isTodoRow: !root.isHeading
+    readonly property bool hasChips: root.dueText !== "" || root.person !== "" || root.commentCount !== ""
+    /// Worked out without a positioner, which would come to it a frame later.
     readonly property real wanted: root.isHeading ? 30 : line.height + (more.active ? more.height + 10 : 0)
     /// Out of sight, until the list has another row for it.
     property bool resting: true
@@ -125,13 +127,13 @@ Item {
             onTapped: root.press()
         }
 
-        Column {
+        Item {
             id: words
 
             x: 38
             y: 7
             width: fold.x - x - 8
-            spacing: 5
+            height: name.height + (root.hasChips ? 5 + chip.implicitHeight : 0)
 
             Row {
                 width: parent.width
@@ -148,7 +150,9 @@ Item {
                     topPadding: 1
                 }
                 PlainText {
-                    width: parent.width - (priority.visible ? priority.width + parent.spacing : 0)
+                    id: name
+
+                    width: parent.width - (root.prioritySymbol !== "" ? priority.width + parent.spacing : 0)
                     multiline: true
                     words: root.isHeading ? "" : root.title
                     size: Theme.textTitle
@@ -159,10 +163,13 @@ Item {
                 }
             }
             Row {
-                visible: root.dueText !== "" || root.person !== "" || root.commentCount !== ""
+                anchors.bottom: parent.bottom
+                visible: root.hasChips
                 spacing: 6
 
                 Chip {
+                    id: chip
+
                     visible: root.dueText !== ""
                     text: root.dueText
                     symbol: root.dueSymbol
@@ -216,6 +223,7 @@ Item {
 
             width: parent.width
             active: root.unfolded && root.isTodoRow
+            onLoaded: more.item.settle() // qmllint disable missing-property
             // With Qt 6.4 a Loader can't make a bound component.
             // qmllint disable unqualified
             sourceComponent: TodoDetails {

@@ -34,7 +34,7 @@ FocusScope {
             root.settled = true;
         }
         function onRowAboutToMove(): void {
-            list.moving = true;
+            list.glide();
         }
     }
     Connections {
@@ -55,10 +55,13 @@ FocusScope {
     // From the form.
     function comeBack(): void {
         const row = list.itemAtIndex(root.source.selectedRow);
-        if (root.before?.visible)
-            root.before.forceActiveFocus(Qt.OtherFocusReason);
-        else if (row)
+        // What was in sight is so again once the form has gone.
+        list.still = true;
+        if (row && (root.before instanceof TodoRow || !root.before?.visible))
             list.focusRow(row);
+        else if (root.before?.visible)
+            root.before.forceActiveFocus(Qt.OtherFocusReason);
+        list.still = false;
         root.before = null;
     }
 
@@ -206,122 +209,14 @@ FocusScope {
             corner: Theme.radiusRow
         }
     }
-    // With Qt 6.4 a list's rows can't be bound components where they are reused.
-    // qmllint disable unqualified type
-    ListView {
+    TodoList {
         id: list
 
-        // Where the parts above leave off; the list glides there.
-        property real start: head.y + head.height + 6
-
-        y: start
+        source: root.source
+        settled: root.settled
+        start: head.y + head.height + 6
         width: parent.width
-        height: Math.max(0, parent.height - y)
-        visible: count > 0 && height > 44 // with the form open there may be no room
-        clip: true
-        model: root.source.rows
-        spacing: 2
-        currentIndex: -1
-        keyNavigationEnabled: false // the arrows move the selection, which is the store's
-        highlightFollowsCurrentItem: false
-        reuseItems: true
-        cacheBuffer: 320
-        bottomMargin: 28
-        boundsBehavior: Flickable.StopAtBounds
-        Accessible.role: Accessible.List
-        Accessible.name: qsTr("Todos")
-
-        /// A row goes or comes back. What a filter or a search does to the list is there at once.
-        property bool moving: false
-
-        add: Transition {
-            NumberAnimation {
-                property: "opacity"
-                from: 0
-                to: 1
-                duration: list.moving ? Theme.springDuration : 0
-            }
-        }
-        displaced: Transition {
-            onRunningChanged: list.moving = list.moving && running
-            NumberAnimation {
-                property: "y"
-                duration: list.moving ? Theme.springDuration : 0
-                easing: Theme.spring
-            }
-        }
-
-        Behavior on start {
-            enabled: root.settled && list.visible
-            Spring {}
-        }
-
-        // The row comes into sight, and the keyboard goes there unless somebody types.
-        function goTo(row: int): void {
-            if (row < 0)
-                return;
-            scroll.stop();
-            const from = contentY;
-            positionViewAtIndex(row, ListView.Contain);
-            const item = itemAtIndex(row);
-            // The first row brings its heading along.
-            const to = row === 1 ? originY : contentY;
-            const typing = root.Window.activeFocusItem instanceof TextInput || root.Window.activeFocusItem instanceof TextEdit;
-            if (item && !typing)
-                focusRow(item);
-            if (Math.abs(to - from) > height) {
-                contentY = to;
-                return;
-            }
-            contentY = from;
-            scroll.to = to;
-            scroll.start();
-        }
-        function focusRow(row: Item): void {
-            row.quiet = true;
-            row.forceActiveFocus(Qt.OtherFocusReason);
-        }
-        // What the keyboard goes to in a row comes into sight.
-        function show(item: Item): void {
-            let inside = false;
-            for (let at = item; at && !inside; at = at.parent)
-                inside = at === contentItem;
-            if (!inside || scroll.running)
-                return;
-            const top = item.mapToItem(contentItem, 0, 0).y;
-            const lowest = top + item.height + 8 - (height - bottomMargin);
-            contentY = Math.max(originY, Math.min(Math.max(contentY, lowest), top - 4));
-        }
-        // A row that unfolds stays in sight.
-        function follow(row: Item): void {
-            const below = row.y + row.height + 12 - (contentY + height - bottomMargin / 2);
-            if (below > 0)
-                contentY += Math.min(below, Math.max(0, row.y - 4 - contentY));
-        }
-
-        NumberAnimation {
-            id: scroll
-
-            target: list
-            property: "contentY"
-            duration: Theme.fadeDuration
-            easing.type: Easing.OutQuad
-        }
-
-        delegate: TodoRow {
-            id: row
-
-            width: list.width
-            source: root.source
-            onHeightChanged: {
-                if (row.unfolding && row.unfolded)
-                    list.follow(row);
-            }
-            ListView.onPooled: row.rest()
-            ListView.onReused: row.wake()
-        }
     }
-    // qmllint enable unqualified type
 
     EmptyNote {
         y: list.start + 2

@@ -1,0 +1,136 @@
+import QtQuick
+import Velto.Design
+import Velto.Stores
+import Velto.Todos
+
+// The rows, of which only those in sight exist. The selection and what is open are the store's.
+// With Qt 6.4 a list's rows can't be bound components where they are reused.
+// qmllint disable unqualified type
+ListView {
+    id: root
+
+    required property TodosSource source
+    /// From here on changes are movements.
+    required property bool settled
+    /// Where the parts above leave off; the list glides there.
+    required property real start
+    /// The keyboard comes and goes without a scroll.
+    property bool still: false
+    /// A row goes or comes back, with the next layout. What a filter or a search does to the list is there at once.
+    readonly property bool moving: movement.running
+
+    y: root.start
+    height: Math.max(0, parent.height - y)
+    visible: count > 0 && height > 44 // with the form open there may be no room
+    clip: true
+    model: root.source.rows
+    spacing: 2
+    currentIndex: -1
+    keyNavigationEnabled: false // the arrows move the selection
+    highlightFollowsCurrentItem: false
+    reuseItems: true
+    cacheBuffer: 320
+    bottomMargin: 28
+    boundsBehavior: Flickable.StopAtBounds
+    Accessible.role: Accessible.List
+    Accessible.name: qsTr("Todos")
+
+    // While one of these runs the list doesn't take a new height of a row into account: rows know theirs from the start.
+    add: Transition {
+        enabled: root.moving
+        NumberAnimation {
+            property: "opacity"
+            from: 0
+            to: 1
+            duration: Theme.springDuration
+        }
+    }
+    displaced: Transition {
+        enabled: root.moving
+        NumberAnimation {
+            property: "y"
+            duration: Theme.springDuration
+            easing: Theme.spring
+        }
+    }
+
+    Behavior on start {
+        enabled: root.settled && root.visible
+        Spring {}
+    }
+
+    // The change that follows is a movement.
+    function glide(): void {
+        movement.restart();
+    }
+    // The row comes into sight, and the keyboard goes there unless somebody types.
+    function goTo(row: int): void {
+        if (row < 0)
+            return;
+        scroll.stop();
+        const from = contentY;
+        positionViewAtIndex(row, ListView.Contain);
+        const item = itemAtIndex(row);
+        // The first row brings its heading along.
+        const to = row === 1 ? originY : contentY;
+        const typing = root.Window.activeFocusItem instanceof TextInput || root.Window.activeFocusItem instanceof TextEdit;
+        if (item && !typing)
+            focusRow(item);
+        if (Math.abs(to - from) > height) {
+            contentY = to;
+            return;
+        }
+        contentY = from;
+        scroll.to = to;
+        scroll.start();
+    }
+    function focusRow(row: Item): void {
+        row.quiet = true;
+        row.forceActiveFocus(Qt.OtherFocusReason);
+    }
+    // What the keyboard goes to in a row comes into sight.
+    function show(item: Item): void {
+        let inside = false;
+        for (let at = item; at && !inside; at = at.parent)
+            inside = at === contentItem;
+        if (!inside || root.still || scroll.running)
+            return;
+        const top = item.mapToItem(contentItem, 0, 0).y;
+        const lowest = top + item.height + 8 - (height - bottomMargin);
+        contentY = Math.max(originY, Math.min(Math.max(contentY, lowest), top - 4));
+    }
+    // A row that unfolds stays in sight.
+    function follow(row: Item): void {
+        const below = row.y + row.height + 12 - (contentY + height - bottomMargin / 2);
+        if (below > 0)
+            contentY += Math.min(below, Math.max(0, row.y - 4 - contentY));
+    }
+
+    Timer {
+        id: movement
+
+        interval: 100
+    }
+    NumberAnimation {
+        id: scroll
+
+        target: root
+        property: "contentY"
+        duration: Theme.fadeDuration
+        easing.type: Easing.OutQuad
+    }
+
+    delegate: TodoRow {
+        id: row
+
+        width: root.width
+        source: root.source
+        onHeightChanged: {
+            if (row.unfolding && row.unfolded)
+                root.follow(row);
+        }
+        ListView.onPooled: row.rest()
+        ListView.onReused: row.wake()
+    }
+}
+// qmllint enable unqualified type
