@@ -15,6 +15,7 @@
 #include <spawn.h>
 #include <string_view>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
@@ -53,6 +54,17 @@ int openPipe(PipeEnds &ends)
         *end = Descriptor(moved);
     }
     return 0;
+}
+
+/// Reads as ready once this child has ended; none where the kernel is older than 5.3 or refuses it. Such a child is looked at
+/// from time to time, ever less often.
+Descriptor endOf(pid_t child)
+{
+#ifdef SYS_pidfd_open
+    return Descriptor(int(::syscall(SYS_pidfd_open, child, 0)));
+#else
+    return {};
+#endif
 }
 
 std::string nativePath(const QString &path)
@@ -253,11 +265,12 @@ bool PosixToolRunner::pausedUntilStopped(std::chrono::milliseconds pause) const
 
 bool PosixToolRunner::awaitExit(Child &child) const
 {
-    // Nearly always it has ended by now. One that closed its streams and stays is looked at ever less often, rather than
-    // waited for in the kernel, where stop() couldn't reach us.
+    // Nearly always it is about to end. It is waited for together with stop(), which couldn't reach us inside waitpid().
+    const Descriptor end = endOf(child.pid);
     auto pause = 1ms;
     for (child.look(); !child.exited; child.look()) {
-        if (pausedUntilStopped(pause))
+        std::array<pollfd, 2> fds{{{m_stopped, POLLIN, 0}, {end.get(), POLLIN, 0}}};
+        if (::poll(fds.data(), fds.size(), end ? -1 : int(pause.count())) > 0 && fds[0].revents)
             return false;
         pause = std::min(2 * pause, std::chrono::milliseconds(kLongestPause));
     }
