@@ -1,6 +1,6 @@
 #include "Platform/Posix/PosixToolRunner.h"
 
-#include "Platform/Posix/Descriptor.h"
+#include "Platform/Posix/SpawnPlan.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -12,7 +12,6 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <poll.h>
-#include <spawn.h>
 #include <string_view>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -32,29 +31,6 @@ constexpr std::chrono::duration<double> kLongestTimeout = 24h;
 constexpr qsizetype kChunk = 65536;
 constexpr qsizetype kMegabyte = 1048576;
 
-struct PipeEnds {
-    Descriptor read;
-    Descriptor write;
-};
-
-/// Both ends lie above the standard streams, so that setting up those of a child never overwrites them.
-int openPipe(PipeEnds &ends)
-{
-    std::array<int, 2> fds{};
-    if (::pipe2(fds.data(), O_CLOEXEC) != 0)
-        return errno;
-    ends = {Descriptor(fds[0]), Descriptor(fds[1])};
-    for (Descriptor *end : {&ends.read, &ends.write}) {
-        if (end->get() > STDERR_FILENO)
-            continue;
-        const int moved = ::fcntl(end->get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-        if (moved < 0)
-            return errno;
-        *end = Descriptor(moved);
-    }
-    return 0;
-}
-
 std::string nativePath(const QString &path)
 {
     return QFile::encodeName(path).toStdString();
@@ -69,53 +45,6 @@ std::vector<char *> pointers(std::vector<std::string> &texts)
     result.push_back(nullptr);
     return result;
 }
-
-/// Owns the two records that posix_spawn is told by.
-class SpawnPlan {
-public:
-    SpawnPlan()
-    {
-        ::posix_spawn_file_actions_init(&m_actions);
-        ::posix_spawnattr_init(&m_attributes);
-    }
-    SpawnPlan(const SpawnPlan &) = delete;
-    SpawnPlan &operator=(const SpawnPlan &) = delete;
-    ~SpawnPlan()
-    {
-        ::posix_spawn_file_actions_destroy(&m_actions);
-        ::posix_spawnattr_destroy(&m_attributes);
-    }
-
-    int prepare(int out, int err, const std::string &cwd)
-    {
-        sigset_t none;
-        sigset_t all;
-        ::sigemptyset(&none);
-        ::sigfillset(&all);
-        ::posix_spawnattr_setsigmask(&m_attributes, &none);
-        ::posix_spawnattr_setsigdefault(&m_attributes, &all);
-        ::posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
-
-        const std::array results{
-            ::posix_spawn_file_actions_addopen(&m_actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0),
-            ::posix_spawn_file_actions_adddup2(&m_actions, out, STDOUT_FILENO),
-            ::posix_spawn_file_actions_adddup2(&m_actions, err, STDERR_FILENO),
-            ::posix_spawn_file_actions_addclosefrom_np(&m_actions, STDERR_FILENO + 1),
-            cwd.empty() ? 0 : ::posix_spawn_file_actions_addchdir_np(&m_actions, cwd.c_str()),
-        };
-        const auto *const failed = std::ranges::find_if(results, [](int result) { return result != 0; });
-        return failed == results.end() ? 0 : *failed;
-    }
-
-    int spawn(pid_t &pid, char *const *args, char *const *environment) const
-    {
-        return ::posix_spawn(&pid, "/usr/bin/env", &m_actions, &m_attributes, args, environment);
-    }
-
-private:
-    posix_spawn_file_actions_t m_actions{};
-    posix_spawnattr_t m_attributes{};
-};
 
 } // namespace
 
@@ -253,11 +182,13 @@ bool PosixToolRunner::pausedUntilStopped(std::chrono::milliseconds pause) const
 
 bool PosixToolRunner::awaitExit(Child &child) const
 {
-    // Nearly always it has ended by now. One that closed its streams and stays is looked at ever less often, rather than
-    // waited for in the kernel, where stop() couldn't reach us.
+    // Nearly always it is about to end. It is waited for together with stop(), which couldn't reach us inside waitpid(). Where
+    // it can't be, it is looked at ever less often.
+    const Descriptor end = endOf(child.pid);
     auto pause = 1ms;
     for (child.look(); !child.exited; child.look()) {
-        if (pausedUntilStopped(pause))
+        std::array<pollfd, 2> fds{{{m_stopped, POLLIN, 0}, {end.get(), POLLIN, 0}}};
+        if (::poll(fds.data(), fds.size(), end ? -1 : int(pause.count())) > 0 && fds[0].revents)
             return false;
         pause = std::min(2 * pause, std::chrono::milliseconds(kLongestPause));
     }

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "Platform/Posix/PosixToolRunner.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace velto {
+
+using namespace Qt::StringLiterals;
+
+/// Folders with repositories, made by the real git, which knows nothing of the user's settings. Tools run at their own pace,
+/// but for a git that is told to hang.
+class RepoTree final : public ToolRunner {
+public:
+    RepoTree()
+    {
+        for (const QByteArray &name : QProcessEnvironment::systemEnvironment().keys().join(u' ').toLatin1().split(' ')) {
+            if (name.startsWith("GIT_"))
+                qunsetenv(name.constData());
+        }
+        qputenv("HOME", m_folder.path().toUtf8());
+        qputenv("GIT_CONFIG_NOSYSTEM", "1");
+        qputenv("GIT_CONFIG_GLOBAL", QFile::encodeName(path(u"gitconfig"_s)));
+        write(u"gitconfig"_s,
+              "[user]\n\tname = Sam\n\temail = sam@acme.example\n[init]\n\tdefaultBranch = main\n"
+              "[protocol \"file\"]\n\tallow = always\n");
+        // Stands before the real one on the search path.
+        write(u"bin/git"_s,
+              "#!/bin/sh\ncase \"$2\" in */hangs) exec sleep 60 ;; *) exec " + QFile::encodeName(realGit())
+                  + " \"$@\" ;; esac\n");
+        QFile::setPermissions(path(u"bin/git"_s), QFile::ReadOwner | QFile::ExeOwner);
+        m_tools = std::make_unique<PosixToolRunner>(QStringList{path(u"bin"_s), u"/usr/bin"_s, u"/bin"_s});
+    }
+
+    static QString realGit() { return QStandardPaths::findExecutable(u"git"_s); }
+    QString path(const QString &name = {}) const { return name.isEmpty() ? m_folder.path() : m_folder.filePath(name); }
+    QStringList paths(const QStringList &names) const
+    {
+        QStringList result;
+        for (const QString &name : names)
+            result.append(path(name));
+        return result;
+    }
+
+    void write(const QString &name, const QByteArray &text) const
+    {
+        QDir().mkpath(QFileInfo(path(name)).path());
+        QFile file(path(name));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(text) == text.size());
+    }
+    void git(const QString &folder, const QStringList &args)
+    {
+        QDir().mkpath(path(folder));
+        const RunResult result = m_tools->run(QStringList{realGit()} + args, path(folder), std::chrono::seconds(30));
+        QVERIFY2(result.ok, qPrintable(args.join(u' ') + u": "_s + result.err));
+    }
+    /// A repository with one commit, of the file "readme".
+    void make(const QString &folder)
+    {
+        git(folder, {u"init"_s, u"-q"_s});
+        write(folder + u"/readme"_s, "first\n");
+        git(folder, {u"add"_s, u"."_s});
+        git(folder, {u"commit"_s, u"-qm"_s, u"first"_s});
+    }
+
+    RunResult run(const QStringList &args, const QString &cwd, std::chrono::duration<double> timeout) override
+    {
+        limits.append(timeout.count());
+        ran.append(args.value(2));
+        const bool hangs = args.value(2).endsWith("/hangs"_L1);
+        return m_tools->run(args, cwd, hangs ? std::chrono::duration<double>(0.2) : timeout);
+    }
+    bool toolInstalled(const QString &name) const override { return m_tools->toolInstalled(name); }
+
+    QList<double> limits; ///< of each run, in seconds
+    QStringList ran; ///< the folder of each run
+
+private:
+    QTemporaryDir m_folder;
+    std::unique_ptr<PosixToolRunner> m_tools;
+};
+
+} // namespace velto
