@@ -121,7 +121,7 @@ private:
     SettingsCopy m_settings{m_machine.defaults};
     NoSecrets m_secrets;
     Stores m_stores{m_machine.desktopWith(m_settings, m_secrets), nullptr};
-    Renderer m_renderer{m_machine.files};
+    Renderer m_renderer;
 };
 
 void Snapshot::fill()
@@ -180,8 +180,7 @@ std::optional<QString> Snapshot::take(const QString &folder)
 
 std::optional<QString> takeSitePreview(const QString &path)
 {
-    PosixFiles files;
-    return Renderer(files).render(QUrl(u"qrc:/qt/qml/Velto/Preview/SitePreview.qml"_s), {}, kSitePreviewSize, path, false);
+    return Renderer().render(QUrl(u"qrc:/qt/qml/Velto/Preview/SitePreview.qml"_s), {}, kSitePreviewSize, path, false);
 }
 
 } // namespace

@@ -1,10 +1,13 @@
 #include "Preview/Renderer.h"
 
 #include "Design/Theme.h"
-#include "Platform/Files.h"
 
 #include <QBuffer>
+#include <QCoreApplication>
+#include <QDir>
 #include <QEventLoop>
+#include <QFile>
+#include <QFileInfo>
 #include <QImage>
 #include <QQmlComponent>
 #include <QQuickItem>
@@ -33,19 +36,22 @@ void letSettle()
     loop.exec();
 }
 
-QByteArray png(const QImage &image)
+std::optional<QString> write(const QImage &image, const QString &path)
 {
+    QDir().mkpath(QFileInfo(path).path());
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
     image.save(&buffer, "PNG");
-    return bytes;
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size())
+        return std::nullopt;
+    return QCoreApplication::translate("Renderer", "Velto can't write the picture %1: %2.").arg(path, file.errorString());
 }
 
 } // namespace
 
-Renderer::Renderer(Files &files)
-    : m_files(files)
+Renderer::Renderer()
 {
     m_engine.addImportPath(u"qrc:/qt/qml"_s);
 }
@@ -69,9 +75,7 @@ std::optional<QString> Renderer::render(const QUrl &view, const QVariantMap &pro
     window.resize(size);
     window.show();
     letSettle();
-    if (const auto error = m_files.replace(path, png(window.grabWindow())))
-        return error->message;
-    return std::nullopt;
+    return write(window.grabWindow(), path);
 }
 
 } // namespace velto
