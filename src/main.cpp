@@ -1,5 +1,6 @@
 #include "App/CommandLine.h"
 #include "App/Program.h"
+#include "App/Snapshot.h"
 #include "Platform/Linux/DBusActivation.h"
 #include "Platform/Linux/LinuxPlatform.h"
 #include "Platform/Linux/LinuxWording.h"
@@ -26,6 +27,26 @@ int handOver(velto::Activation &activation, const velto::CommandLine &commandLin
     return 1;
 }
 
+/// Draws the pictures that the command line asks for.
+int draw(int argc, char **argv, const velto::CommandLine &commandLine)
+{
+    const QApplication application(argc, argv);
+    velto::speakLinux();
+    const auto problem = velto::takePictures(commandLine);
+    if (problem)
+        print(stderr, *problem + u'\n');
+    return problem ? 1 : 0;
+}
+
+void introduce()
+{
+    // Starts faster and takes less memory than a driver, and an idle scene costs nothing. It is chosen before any window exists.
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    QApplication::setApplicationName(QStringLiteral("velto"));
+    QApplication::setApplicationVersion(QLatin1String(VELTO_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral(VELTO_APPLICATION_ID));
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -42,6 +63,11 @@ int main(int argc, char **argv)
         print(stdout, QStringLiteral("velto %1\n").arg(QLatin1String(VELTO_VERSION)));
         return 0;
     }
+    if (velto::choosePictures(commandLine)) {
+        velto::prepareGraphics();
+        introduce();
+        return draw(argc, argv, commandLine);
+    }
     velto::DBusActivation activation(velto::placesOfThisMachine().configuration, QStringLiteral(VELTO_APPLICATION_ID));
     if (!activation.claim()) {
         const QCoreApplication application(argc, argv);
@@ -51,12 +77,7 @@ int main(int argc, char **argv)
         print(stderr, *problem + u'\n');
         return 1;
     }
-    // Starts faster and takes less memory than a driver, and an idle scene costs nothing. It is chosen before any window exists.
-    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-
-    QApplication::setApplicationName(QStringLiteral("velto"));
-    QApplication::setApplicationVersion(QLatin1String(VELTO_VERSION));
-    QGuiApplication::setDesktopFileName(QStringLiteral(VELTO_APPLICATION_ID));
+    introduce();
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication application(argc, argv);
     velto::speakLinux();

@@ -66,16 +66,19 @@ void AppDelegate::addHotKey(HotKey &hotKey)
     m_hotKeyRegistered = hotKey.registerHotKey([this] { m_needs.clock.post(this, [this] { open(true); }); });
 }
 
+Peek AppDelegate::examplePeek()
+{
+    Peek peek;
+    peek.symbol = u"hand.raised.fill"_s;
+    peek.text = tr("velto-app needs you");
+    peek.tone = Peek::Tone::Warn;
+    peek.tab = Tab::Agents;
+    return peek;
+}
+
 void AppDelegate::demoPeek()
 {
-    m_demo = m_needs.clock.after(1s, [this] {
-        Peek peek;
-        peek.symbol = u"hand.raised.fill"_s;
-        peek.text = tr("velto-app needs you");
-        peek.tone = Peek::Tone::Warn;
-        peek.tab = Tab::Agents;
-        m_needs.hub.show(std::move(peek));
-    });
+    m_demo = m_needs.clock.after(1s, [this] { m_needs.hub.show(examplePeek()); });
 }
 
 void AppDelegate::addAction(const QString &name, const std::function<void()> &action)

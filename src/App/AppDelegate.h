@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Core/Peek.h"
 #include "Platform/Clock.h"
 #include "Shell/PanelGeometry.h"
 
@@ -47,6 +48,7 @@ public:
     void addHotKey(HotKey &hotKey);
     /// One second later, an example of what a Peek looks like.
     void demoPeek();
+    static Peek examplePeek();
     /// What the command line, the desktop's menu and its keys can ask for by name, beside "open", "open-and-search", "settings",
     /// "welcome" and "demo-peek".
     void addAction(const QString &name, const std::function<void()> &action);

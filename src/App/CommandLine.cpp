@@ -19,6 +19,12 @@ constexpr std::array kActionFlags{
     ActionFlag{"--demo-peek"_L1, "demo-peek"_L1},
 };
 
+std::optional<QString> valueOf(QLatin1StringView flag, const QStringList &arguments)
+{
+    const qsizetype at = arguments.indexOf(flag);
+    return at >= 0 && at + 1 < arguments.size() ? std::optional(arguments.at(at + 1)) : std::nullopt;
+}
+
 } // namespace
 
 CommandLine CommandLine::parse(const QStringList &arguments)
@@ -30,6 +36,9 @@ CommandLine CommandLine::parse(const QStringList &arguments)
     return {
         .actions = actions,
         .activated = arguments.contains("--activated"_L1),
+        .snapshot = valueOf("--snapshot"_L1, arguments),
+        .sitePreview = valueOf("--site-preview"_L1, arguments),
+        .testBackdrop = valueOf("--test-backdrop"_L1, arguments),
         .help = arguments.contains("--help"_L1) || arguments.contains("-h"_L1),
         .version = arguments.contains("--version"_L1) || arguments.contains("-v"_L1),
     };
@@ -47,15 +56,21 @@ QString helpText()
                                        "Usage: velto [options]\n"
                                        "A strip at the top of the screen that says what needs you.\n"
                                        "\n"
-                                       "  --expanded   open the panel at the start\n"
-                                       "  --search     open the panel on the search of the todos; bind a key to this where\n"
-                                       "               the desktop keeps global keys to itself\n"
-                                       "  --demo-peek  show an example of a line that slides out\n"
-                                       "  --welcome    show the welcome again\n"
-                                       "  --settings   open the settings\n"
-                                       "  --activated  wait for what the desktop's session bus asks for\n"
-                                       "  --version    print the version and end\n"
-                                       "  --help       print this and end\n"
+                                       "  --expanded            open the panel at the start\n"
+                                       "  --search              open the panel on the search of the todos; bind a key to this\n"
+                                       "                        where the desktop keeps global keys to itself\n"
+                                       "  --demo-peek           show an example of a line that slides out\n"
+                                       "  --welcome             show the welcome again\n"
+                                       "  --settings            open the settings\n"
+                                       "  --activated           wait for what the desktop's session bus asks for\n"
+                                       "  --version             print the version and end\n"
+                                       "  --help                print this and end\n"
+                                       "\n"
+                                       "To look at the views; the first two need no display and start no second Velto:\n"
+                                       "\n"
+                                       "  --snapshot FOLDER     write a picture of each view, as things are now, and end\n"
+                                       "  --site-preview FILE   write a picture of the panel with made-up content and end\n"
+                                       "  --test-backdrop KIND  start on a background: light, color or dark\n"
                                        "\n"
                                        "If Velto runs already, it opens its panel and does what the options say.\n"
                                        "Rest the pointer on the strip, or press Control-Alt-N, to open the panel.\n");

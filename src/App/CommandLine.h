@@ -1,14 +1,19 @@
 #pragma once
 
 #include <QStringList>
+#include <optional>
 
 namespace velto {
 
-/// What the program was asked to do. Flags are found anywhere; what isn't known is ignored.
+/// What the program was asked to do. Flags are found anywhere; what isn't known is ignored. A value is the
+/// argument right behind its flag; a flag that stands last without one is ignored too.
 struct CommandLine {
     /// What the program is to do once it runs, by name (see AppDelegate::act): --expanded, --search and so on.
     QStringList actions;
     bool activated = false; ///< --activated: the session bus starts it in order to reach it
+    std::optional<QString> snapshot; ///< --snapshot FOLDER: pictures of all views, and no more
+    std::optional<QString> sitePreview; ///< --site-preview FILE: one picture of the panel with made-up content, and no more
+    std::optional<QString> testBackdrop; ///< --test-backdrop KIND: a known background to look at the panel's materials on
     bool help = false; ///< --help
     bool version = false; ///< --version
 

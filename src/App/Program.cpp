@@ -49,7 +49,10 @@ Program::Program(CommandLine commandLine, Activation &activation)
     QObject::connect(
         &m_panel, &QQuickWindow::frameSwapped, &m_delegate, [this] { painted(); },
         Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+    m_panel.engine()->addImportPath(u"qrc:/qt/qml"_s);
     m_ui.unfinished = [this] { return m_stores.hub.todos()->draft().has_value(); };
+    if (m_commandLine.testBackdrop)
+        showBackdrop(*m_commandLine.testBackdrop);
     showPanel();
     // Nothing is painted while the screen is locked.
     m_paintedAnyway = m_machine.clock.after(kLongestFirstFrame, [this] { m_machine.background.release(); });
@@ -66,9 +69,21 @@ std::unique_ptr<HookListener> Program::makeListener()
     return std::make_unique<HookListener>(m_machine.defaults, std::make_unique<PosixLoopbackServer>(), m_machine.clock);
 }
 
+void Program::showBackdrop(const QString &kind)
+{
+    const std::optional<Display> display = chooseDisplay(m_machine.platform.displays.all());
+    if (!display)
+        return;
+    m_backdrop = std::make_unique<QQuickView>(m_panel.engine(), nullptr);
+    m_backdrop->setInitialProperties({{u"kind"_s, kind}});
+    m_backdrop->setSource(QUrl(u"qrc:/qt/qml/Velto/Preview/Backdrop.qml"_s));
+    const QSizeF size = m_backdrop->size();
+    const QRectF frame(QPointF(display->frame.center().x() - size.width() / 2, display->frame.top()), size);
+    m_machine.platform.panelWindow.showBehind(m_backdrop.get(), frame.toRect());
+}
+
 void Program::showPanel()
 {
-    m_panel.engine()->addImportPath(u"qrc:/qt/qml"_s);
     m_panel.setInitialProperties({
         {u"ui"_s, QVariant::fromValue(&m_ui)},
         {u"strip"_s, QVariant::fromValue(&m_strip)},

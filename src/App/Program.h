@@ -27,6 +27,7 @@ public:
 private:
     std::unique_ptr<HookListener> makeListener();
     void showPanel();
+    void showBackdrop(const QString &kind);
     void painted();
 
     Activation &m_activation;
@@ -39,6 +40,7 @@ private:
     PanelOutline m_outline;
     PanelContents m_contents;
     VeltoPanel m_panel;
+    std::unique_ptr<QQuickView> m_backdrop;
     PanelKeys m_keys;
     TabOrder m_tabOrder;
     AppDelegate m_delegate;

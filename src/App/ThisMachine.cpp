@@ -32,7 +32,7 @@ ThisMachine::ThisMachine()
 
 ThisMachine::~ThisMachine() = default;
 
-Desktop ThisMachine::desktop()
+Desktop ThisMachine::desktopWith(Defaults &ofSettings, Keychain &ofSecrets)
 {
     return {
         .clock = clock,
@@ -40,9 +40,9 @@ Desktop ThisMachine::desktop()
         .tools = tools,
         .files = files,
         .fileTree = fileTree,
-        .defaults = defaults,
+        .defaults = ofSettings,
         .http = http,
-        .keychain = platform.keychain,
+        .keychain = ofSecrets,
         .clipboard = platform.clipboard,
         .workspace = platform.workspace,
         .applications = platform.applications,

@@ -23,7 +23,9 @@ struct ThisMachine {
     ThisMachine();
     ~ThisMachine();
 
-    Desktop desktop();
+    Desktop desktop() { return desktopWith(defaults, platform.keychain); }
+    /// The same, but for where settings and secrets are kept.
+    Desktop desktopWith(Defaults &ofSettings, Keychain &ofSecrets);
 
     Places places;
     SystemClock clock;

@@ -30,6 +30,8 @@ public:
     virtual void watchPresses(bool) { }
     /// Asks the compositor to blur what lies behind these parts of the window, in device-independent pixels; none ends it.
     virtual void setBlurBehind(const QList<QRect> &) { }
+    /// Shows another window of ours behind all windows, on every workspace and without a frame.
+    virtual void showBehind(QWindow *, const QRect &) { }
 
 Q_SIGNALS:
     void compositedChanged();

@@ -29,6 +29,7 @@ SettingsPane {
         FormRow {
             title: root.claude.stateText
             note: root.claude.errorText
+            noteTone: FormText.Warning
 
             FormButton {
                 text: root.claude.connected ? qsTr("Disconnect") : qsTr("Connect…")

@@ -32,7 +32,7 @@ Button {
         }
     }
     contentItem: FormText {
-        text: root.text
+        text: root.text.replace(/&&/g, "&")
         wrapMode: Text.NoWrap
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter

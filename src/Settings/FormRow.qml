@@ -1,13 +1,16 @@
 import QtQuick
 import QtQuick.Controls.Fusion
+import Velto.Design
 import Velto.Settings
 
 /// One line of a section: what it is about at the left, with a note below it, and its control at the right.
 Item {
     id: root
 
+    property string symbol
     property string title
     property string note
+    property int noteTone: FormText.Plain
     default property alias control: holder.data
     readonly property bool first: root.parent?.visibleChildren[0] === root
 
@@ -21,12 +24,21 @@ Item {
         height: 1
         color: Qt.alpha(root.palette.windowText, 0.1)
     }
+    Symbol {
+        x: 14
+        anchors.verticalCenter: parent.verticalCenter
+        visible: root.symbol !== ""
+        name: root.symbol
+        size: 14
+        color: root.palette.windowText
+        opacity: 0.68
+    }
     Column {
         id: words
 
-        x: 12
+        x: root.symbol === "" ? 12 : 36
         anchors.verticalCenter: parent.verticalCenter
-        width: root.width - 24 - (holder.width > 0 ? holder.width + 12 : 0)
+        width: root.width - x - 12 - (holder.width > 0 ? holder.width + 12 : 0)
         spacing: 2
 
         FormText {
@@ -38,6 +50,7 @@ Item {
             width: parent.width
             visible: root.note !== ""
             text: root.note
+            tone: root.noteTone
             quiet: true
         }
     }

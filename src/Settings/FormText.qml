@@ -5,12 +5,21 @@ import QtQuick.Controls.Fusion
 Label {
     id: root
 
+    enum Tone {
+        Plain,
+        Good,
+        Warning
+    }
+
     property bool quiet: false
+    property int tone: FormText.Plain
+    readonly property bool onLight: root.palette.window.hslLightness > 0.5
 
     textFormat: Text.PlainText
     wrapMode: Text.Wrap
-    color: root.palette.windowText
-    opacity: root.quiet ? 0.68 : 1
+    color: root.tone === FormText.Good ? (root.onLight ? "#1b7a3d" : "#63d68c")
+                                       : root.tone === FormText.Warning ? (root.onLight ? "#a8500a" : "#ffb057") : root.palette.windowText
+    opacity: root.quiet && root.tone === FormText.Plain ? 0.68 : 1
     Accessible.role: Accessible.StaticText
     Accessible.name: root.text
 }

@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Controls.Fusion
-import Velto.Design
 import Velto.Settings
 
 SettingsPane {
@@ -49,6 +48,7 @@ SettingsPane {
                 required property string folder
                 required property string shown
 
+                symbol: "folder"
                 title: place.shown
 
                 FormButton {

@@ -5,6 +5,7 @@
 #include "Settings/ClaudeSettings.h"
 #include "Settings/GeneralSettings.h"
 #include "Settings/ModuleSettings.h"
+#include "Settings/QuillboxSettings.h"
 
 namespace velto {
 
@@ -15,6 +16,7 @@ class SettingsStore : public QObject {
     Q_PROPERTY(velto::ModuleSettings *modules READ modules CONSTANT FINAL)
     Q_PROPERTY(velto::ClaudeSettings *claude READ claude CONSTANT FINAL)
     Q_PROPERTY(velto::TokenSettings *tokens READ tokens CONSTANT FINAL)
+    Q_PROPERTY(velto::QuillboxSettings *quillbox READ quillbox CONSTANT FINAL)
     Q_PROPERTY(velto::AboutSettings *about READ about CONSTANT FINAL)
 public:
     /// All of it outlives this.
@@ -39,6 +41,7 @@ public:
     ModuleSettings *modules() { return &m_modules; }
     ClaudeSettings *claude() { return &m_claude; }
     TokenSettings *tokens() { return &m_tokens; }
+    QuillboxSettings *quillbox() { return &m_quillbox; }
     AboutSettings *about() { return &m_about; }
 
 private:
@@ -46,6 +49,7 @@ private:
     ModuleSettings m_modules;
     ClaudeSettings m_claude;
     TokenSettings m_tokens;
+    QuillboxSettings m_quillbox;
     AboutSettings m_about;
 };
 

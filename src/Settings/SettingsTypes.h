@@ -35,6 +35,13 @@ struct ClaudeSettingsType {
     QML_UNCREATABLE("Made in C++")
 };
 
+struct QuillboxSettingsType {
+    Q_GADGET
+    QML_FOREIGN(velto::QuillboxSettings)
+    QML_NAMED_ELEMENT(QuillboxSettings)
+    QML_UNCREATABLE("Made in C++")
+};
+
 struct AboutSettingsType {
     Q_GADGET
     QML_FOREIGN(velto::AboutSettings)

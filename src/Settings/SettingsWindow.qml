@@ -31,6 +31,11 @@ ApplicationWindow {
             file: "WorkPane.qml"
         },
         PaneInfo {
+            title: qsTr("Quillbox")
+            symbol: "brain"
+            file: "QuillboxPane.qml"
+        },
+        PaneInfo {
             title: qsTr("About")
             symbol: "info.circle"
             file: "AboutPane.qml"

@@ -7,6 +7,8 @@
 #include "Tabs/Quillbox/QuillboxSource.h"
 #include "Tabs/Todos/TodosSource.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace velto {
@@ -19,6 +21,12 @@ PanelContents::PanelContents(Hub &hub, QObject *parent)
 {
     connect(&m_hub, &Hub::changed, this, &PanelContents::update);
     connect(&m_hub, &Hub::updatedChanged, this, &PanelContents::update);
+    update();
+}
+
+void PanelContents::showAlways(Tab tab)
+{
+    m_always = tab;
     update();
 }
 
@@ -44,7 +52,10 @@ void PanelContents::refresh()
 
 void PanelContents::update()
 {
-    const QList<Tab> visible = m_hub.tabs();
+    const Tab shown = m_always.value_or(m_hub.selected());
+    QList<Tab> visible = m_hub.tabs();
+    if (m_always && !visible.contains(shown))
+        visible.insert(std::ranges::upper_bound(visible, shown), shown);
     QList<RowModel::Row> tabs;
     for (const Tab tab : visible) {
         VeltoSource *source = m_hub.source(tab);
@@ -63,7 +74,7 @@ void PanelContents::update()
         highlights.append({u"event"_s, u"calendar"_s, m_hub.everyday()->nextEventText(), rawValue(Tab::Home)});
     m_highlights.setRows(highlights);
 
-    const Shown now{int(visible.indexOf(m_hub.selected())), m_hub.recording(), highlights.isEmpty(),
+    const Shown now{int(visible.indexOf(shown)), m_hub.recording(), highlights.isEmpty(),
                     tr("Refresh · updated %1").arg(shortTime(m_hub.updated()))};
     if (now == m_now)
         return;

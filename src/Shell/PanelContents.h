@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QString>
+#include <optional>
 
 namespace velto {
 
@@ -32,6 +33,8 @@ public:
     bool recording() const { return m_now.recording; }
     QString refreshLabel() const { return m_now.refreshLabel; }
 
+    /// Shows a tab from now on whatever the Hub has selected, also one that isn't among the visible ones: for a picture of it.
+    void showAlways(Tab tab);
     /// Opens a tab by its raw value.
     Q_INVOKABLE void open(const QString &tab);
     /// Opens the tab at a place among the visible ones; does nothing if there is none.
@@ -53,6 +56,7 @@ private:
     void update();
 
     Hub &m_hub;
+    std::optional<Tab> m_always;
     RowModel m_tabs;
     RowModel m_highlights;
     Shown m_now;

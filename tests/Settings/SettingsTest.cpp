@@ -17,8 +17,9 @@ struct Desk : World {
     FakeLoginItem loginItem;
     QTemporaryDir folder;
     Places here{folder.path(), {}, {}, folder.path()};
-    SettingsStore settings{
-        {hub, prefs, background, defaults, keychain, folderPanel, loginItem, terminal, installer, tools, here, 4747, u"1.2"_s}};
+    SettingsStore::Needs needs{hub,      prefs,     background, defaults, keychain, folderPanel, loginItem,
+                               terminal, installer, tools,      here,     4747,     u"1.2"_s};
+    SettingsStore settings{needs};
     Welcome::Needs welcome{hub, prefs, background, tools, loginItem, here};
 
     Desk()
@@ -137,6 +138,72 @@ private Q_SLOTS:
         QCOMPARE(desk.refreshes([&] { tokens.remove(u"Velto.linear"_s); }), 1);
         QVERIFY(!tokens.isSaved(u"Velto.linear"_s));
         QVERIFY(!desk.keychain.get(u"Velto.linear"_s));
+    }
+
+    void aHubIsKeptOnceItTookTheToken()
+    {
+        Desk desk;
+        QuillboxSettings &hub = *desk.settings.quillbox();
+        for (const QString &noAddress : {QString(), u"hub.local"_s, u"https://a b"_s}) {
+            hub.setUrl(noAddress);
+            QVERIFY2(!hub.canTest(), qPrintable(noAddress));
+        }
+        hub.setUrl(u" https://hub.example.net/base "_s);
+        hub.setToken(u" qb_1 "_s);
+        QVERIFY(hub.canTest());
+        QVERIFY(!hub.canDisconnect());
+
+        // Refused: a sentence, and nothing is kept.
+        desk.http.answer = [](const HttpRequest &) { return HttpReply{401, {}, {}}; };
+        hub.test();
+        QVERIFY(hub.result().contains(u"hub.example.net didn't accept the token"_s));
+        QVERIFY(!hub.succeeded());
+        QVERIFY(!hub.testing());
+        QVERIFY(!desk.keychain.get(u"Velto.quillbox"_s));
+        QCOMPARE(desk.prefs.quillboxURL(), QString());
+
+        desk.http.answer = [](const HttpRequest &) { return HttpReply{200, "{}", {}}; };
+        hub.test();
+        desk.background.finishAll();
+        QCOMPARE(desk.http.requests.last().url, QUrl(u"https://hub.example.net/base/api/velto"_s));
+        QCOMPARE(hub.result(), u"Connected. Your todos will appear in Velto."_s);
+        QCOMPARE(desk.keychain.get(u"Velto.quillbox"_s), std::optional(u"qb_1"_s));
+        QCOMPARE(desk.defaults.value(u"quillboxURL"_s).toString(), u"https://hub.example.net/base"_s);
+        QCOMPARE(hub.token(), QString());
+        QVERIFY(hub.tokenSaved());
+        QCOMPARE(hub.status(), u"Not connected"_s); // the selection has the last word
+
+        // Another address alone, with a selection that lets it in.
+        desk.quillboxMode = QuillboxMode::hub(QUrl(u"https://other.example.net"_s), u"qb_1"_s);
+        hub.setUrl(u"https://other.example.net"_s);
+        desk.http.requests.clear();
+        hub.test();
+        QVERIFY(hub.testing());
+        QVERIFY(!hub.canTest());
+        desk.background.finishAll();
+        QVERIFY(desk.http.requests.first().headers.contains({"Authorization", "Bearer qb_1"}));
+        QCOMPARE(desk.keychain.get(u"Velto.quillbox"_s), std::optional(u"qb_1"_s));
+        QCOMPARE(hub.status(), u"Hub · other.example.net"_s);
+    }
+
+    void disconnectingAHubForgetsTheTokensOfTheWorkToolsToo()
+    {
+        Desk desk;
+        for (const QString &name : {u"Velto.quillbox"_s, u"Velto.linear"_s, u"Velto.jira"_s, u"Velto.slack"_s})
+            desk.keychain.put(name, u"x"_s);
+        desk.prefs.setQuillboxURL(u"https://hub.example.net"_s);
+        SettingsStore settings(desk.needs);
+        QuillboxSettings &hub = *settings.quillbox();
+        QCOMPARE(hub.url(), u"https://hub.example.net"_s);
+        hub.test(); // and the user thinks otherwise before it has an answer
+        hub.disconnectHub();
+        desk.background.finishAll();
+        QVERIFY(desk.keychain.entries.isEmpty());
+        QCOMPARE(desk.prefs.quillboxURL(), QString());
+        QCOMPARE(hub.url(), QString());
+        QCOMPARE(hub.result(), QString());
+        QVERIFY(!hub.canDisconnect());
+        QVERIFY(!hub.testing());
     }
 
     void theHooksCanBeConnectedWhereClaudeCodeHasAFolder()

@@ -13,6 +13,7 @@ namespace {
 
 // What the toolkit calls its own way to set the type: an atom set by hand wouldn't survive its next call.
 constexpr auto kWindowTypeProperty = "_q_xcb_wm_window_type";
+constexpr int kDesktop = 2; // what stands behind everything, wherever the user goes
 constexpr int kDock = 4; // compositors give a dock neither shadow nor fade
 
 /// Whether one of the program's own menus or tips is under the pointer.
@@ -217,6 +218,15 @@ void XcbPanelWindow::setBlurBehind(const QList<QRect> &areas)
 {
     if (std::exchange(m_blur, areas) != areas)
         writeBlur();
+}
+
+void XcbPanelWindow::showBehind(QWindow *window, const QRect &frame)
+{
+    window->setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus);
+    window->setProperty(kWindowTypeProperty, kDesktop);
+    window->setGeometry(frame);
+    window->show();
+    window->lower();
 }
 
 /// KWin's hint: a list of x, y, width and height in the window's own pixels (KWindowEffects::enableBlurBehind writes the same).

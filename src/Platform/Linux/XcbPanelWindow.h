@@ -23,6 +23,7 @@ public:
     bool composited() const override;
     void watchPresses(bool on) override;
     void setBlurBehind(const QList<QRect> &areas) override;
+    void showBehind(QWindow *window, const QRect &frame) override;
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 

@@ -1,0 +1,166 @@
+#include "Settings/QuillboxSettings.h"
+
+#include "Core/Hub.h"
+#include "Core/Prefs.h"
+#include "Tabs/Quillbox/HubClient.h"
+#include "Tabs/Quillbox/QuillboxSource.h"
+
+#include <QUrl>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+constexpr auto kName = "Velto.quillbox"_L1;
+/// What goes with it when it is forgotten.
+constexpr std::array kOthers{"Velto.linear"_L1, "Velto.jira"_L1, "Velto.slack"_L1};
+
+} // namespace
+
+QuillboxSettings::QuillboxSettings(Hub &hub, Prefs &prefs, Background &background, Keychain &keychain, QObject *parent)
+    : QObject(parent)
+    , m_hub(hub)
+    , m_prefs(prefs)
+    , m_keychain(background, keychain)
+    , m_url(prefs.quillboxURL())
+{
+    connect(m_hub.quillbox(), &QuillboxSource::changed, this, &QuillboxSettings::changed);
+}
+
+QuillboxSettings::~QuillboxSettings()
+{
+    m_life.reset();
+}
+
+QString QuillboxSettings::status() const
+{
+    return m_hub.quillbox()->modeLabel();
+}
+
+void QuillboxSettings::setUrl(const QString &url)
+{
+    if (url == m_url)
+        return;
+    m_url = url;
+    Q_EMIT changed();
+}
+
+void QuillboxSettings::setToken(const QString &token)
+{
+    if (token == m_token)
+        return;
+    m_token = token;
+    Q_EMIT changed();
+}
+
+/// An empty one if what is typed is none.
+QUrl QuillboxSettings::address() const
+{
+    const QUrl url(m_url.trimmed(), QUrl::StrictMode);
+    return url.isValid() && !url.scheme().isEmpty() ? url : QUrl();
+}
+
+bool QuillboxSettings::canTest() const
+{
+    return !m_testing && !address().isEmpty();
+}
+
+bool QuillboxSettings::canDisconnect() const
+{
+    return m_tokenSaved || !m_prefs.quillboxURL().isEmpty();
+}
+
+void QuillboxSettings::test()
+{
+    if (!canTest())
+        return;
+    m_testing = true;
+    Q_EMIT changed();
+    tryOut(address(), m_token.trimmed());
+}
+
+QCoro::Task<> QuillboxSettings::tryOut(QUrl url, QString token)
+{
+    const std::weak_ptr life = m_life;
+    const int attempt = ++m_attempt;
+    if (token.isEmpty()) {
+        token = (co_await m_keychain.get(kName)).value_or(QString());
+        if (life.expired() || attempt != m_attempt)
+            co_return;
+    }
+    const std::optional<QString> refusal = co_await m_hub.quillbox()->client().test(url, token);
+    if (life.expired() || attempt != m_attempt)
+        co_return;
+    m_testing = false;
+    m_succeeded = !refusal;
+    m_result = refusal.value_or(tr("Connected. Your todos will appear in Velto."));
+    if (m_succeeded)
+        co_await keep(url, token);
+    else
+        Q_EMIT changed();
+}
+
+QCoro::Task<> QuillboxSettings::keep(QUrl url, QString token)
+{
+    const std::weak_ptr life = m_life;
+    m_prefs.setQuillboxURL(url.toString());
+    m_url = url.toString();
+    m_token.clear();
+    Q_EMIT changed();
+    co_await m_keychain.put(kName, token);
+    if (life.expired())
+        co_return;
+    co_await look();
+    if (!life.expired())
+        m_hub.quillbox()->reconnect();
+}
+
+void QuillboxSettings::disconnectHub()
+{
+    ++m_attempt;
+    m_testing = false;
+    m_prefs.setQuillboxURL({});
+    m_url.clear();
+    m_token.clear();
+    m_result.clear();
+    m_succeeded = false;
+    Q_EMIT changed();
+    forget();
+}
+
+QCoro::Task<> QuillboxSettings::forget()
+{
+    const std::weak_ptr life = m_life;
+    co_await m_keychain.put(kName, std::nullopt);
+    // It is one button for all that stands in the keyring under these names.
+    for (const QString name : kOthers) {
+        if (life.expired())
+            co_return;
+        co_await m_keychain.put(name, std::nullopt);
+    }
+    if (life.expired())
+        co_return;
+    co_await look();
+    if (!life.expired())
+        m_hub.quillbox()->reconnect();
+}
+
+void QuillboxSettings::reread()
+{
+    look();
+}
+
+QCoro::Task<> QuillboxSettings::look()
+{
+    const std::weak_ptr life = m_life;
+    const bool saved = (co_await m_keychain.get(kName)).has_value();
+    if (life.expired() || saved == m_tokenSaved)
+        co_return;
+    m_tokenSaved = saved;
+    Q_EMIT changed();
+}
+
+} // namespace velto
