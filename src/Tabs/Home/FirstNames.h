@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QStringList>
+
+namespace velto {
+
+/// The names of the first so many, as one list in words.
+template <typename List, typename Name> QString firstOf(const List &list, int count, Name name)
+{
+    QStringList names;
+    for (const auto &each : list) {
+        if (names.size() == count)
+            break;
+        names.append(name(each));
+    }
+    return names.join(QStringLiteral(", "));
+}
+
+} // namespace velto
