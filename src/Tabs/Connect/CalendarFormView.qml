@@ -131,7 +131,7 @@ GlassCard {
 
                 width: 150
                 label: qsTr("Starts on")
-                date: root.form.day
+                date: root.form.day // qmllint disable type
             }
             TextInputField {
                 width: 100

@@ -39,7 +39,7 @@ FocusScope {
         }
     }
     Connections {
-        target: root.source
+        target: root.source // qmllint disable type
         function onHooksWanted(): void {
             if (!sheet.active) {
                 root.ui.sheetOpened();

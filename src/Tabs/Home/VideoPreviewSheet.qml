@@ -43,7 +43,7 @@ Sheet {
             id: frame
 
             anchors.fill: parent
-            player: root.source.videoPlayer
+            player: root.source.videoPlayer // qmllint disable type
             html: root.source.videoHtml
             base: root.source.videoBase
         }
