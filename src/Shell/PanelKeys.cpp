@@ -6,6 +6,7 @@
 #include "Tabs/Todos/TodosSource.h"
 
 #include <QKeyEvent>
+#include <QPointer>
 #include <QQuickItem>
 #include <QQuickWindow>
 
@@ -20,7 +21,7 @@ PanelKeys::PanelKeys(QQuickWindow &window, UI &ui, PanelContents &contents, Hub 
     , m_todos(*hub.todos())
 {
     m_window.installEventFilter(this);
-    connect(&m_hub, &Hub::selectedChanged, this, &PanelKeys::leaveHidden, Qt::QueuedConnection);
+    connect(&m_hub, &Hub::selectedChanged, this, &PanelKeys::leaveHidden);
 }
 
 bool PanelKeys::onTodos() const
@@ -57,9 +58,11 @@ void PanelKeys::clearFocus()
 // The page of another tab is only hidden, and a field in it would go on to take the keys.
 void PanelKeys::leaveHidden()
 {
-    const QQuickItem *item = m_window.activeFocusItem();
-    if (item && !item->isVisible())
-        clearFocus();
+    const auto leave = [this, left = QPointer<QQuickItem>(m_window.activeFocusItem())] {
+        if (left && left == m_window.activeFocusItem() && !left->isVisible())
+            clearFocus();
+    };
+    QMetaObject::invokeMethod(this, leave, Qt::QueuedConnection);
 }
 
 void PanelKeys::escape()

@@ -150,6 +150,10 @@
         <translation>Any media player, when it's open.</translation>
     </message>
     <message>
+        <source>What Music or Spotify is playing, with play/pause.</source>
+        <translation>What a media player is playing, with play/pause.</translation>
+    </message>
+    <message>
         <source>Then drag Velto to the Trash.</source>
         <translation>Then uninstall Velto the way you installed it.</translation>
     </message>
