@@ -9,6 +9,8 @@ AbstractButton {
 
     required property PaneInfo info
     required property bool selected
+    readonly property color ink: !root.selected ? root.palette.windowText : root.palette.window.hslLightness > 0.5
+                                                  ? Qt.darker(root.palette.highlight, 1.6) : Qt.lighter(root.palette.highlight, 1.25)
 
     implicitWidth: Math.max(76, name.implicitWidth + 20)
     implicitHeight: symbol.height + name.implicitHeight + 16
@@ -33,7 +35,7 @@ AbstractButton {
             y: 2
             name: root.info.symbol
             size: 16
-            color: root.selected ? root.palette.highlight : root.palette.windowText
+            color: root.ink
         }
         FormText {
             id: name
@@ -42,7 +44,7 @@ AbstractButton {
             y: symbol.height + 6
             wrapMode: Text.NoWrap
             text: root.info.title
-            color: root.selected ? root.palette.highlight : root.palette.windowText
+            color: root.ink
             Accessible.ignored: true
         }
     }

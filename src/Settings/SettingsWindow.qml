@@ -43,9 +43,10 @@ ApplicationWindow {
     ]
     property int shown: 0
 
-    width: 560
+    width: Math.max(560, root.minimumWidth)
     height: 520
-    minimumWidth: 480
+    // The user's font may be large. At 150 % only a multiple of four is a whole number that the window manager grants.
+    minimumWidth: 4 * Math.ceil((tabs.width + 32) / 4)
     minimumHeight: 360
     title: qsTr("Velto Settings")
 

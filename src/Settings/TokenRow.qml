@@ -23,7 +23,8 @@ FormRow {
         id: field
 
         anchors.verticalCenter: parent.verticalCenter
-        width: 170
+        // Its left edge is in line with that of a field without a button.
+        width: Math.max(140, 232 - keep.width)
         echoMode: TextInput.Password
         inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText
         placeholderText: root.saved ? qsTr("Saved") : qsTr("Paste here")
@@ -39,6 +40,8 @@ FormRow {
         onClicked: root.tokens.remove(root.name)
     }
     FormButton {
+        id: keep
+
         anchors.verticalCenter: parent.verticalCenter
         enabled: field.text.trim() !== ""
         text: qsTr("Save")

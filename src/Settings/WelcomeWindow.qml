@@ -10,7 +10,8 @@ ApplicationWindow {
     required property Welcome store
 
     width: 520
-    height: Math.min(page.contentHeight, Screen.desktopAvailableHeight - 80)
+    // In steps of four, see SettingsWindow.
+    height: 4 * Math.ceil(Math.min(page.contentHeight + footer.height, Screen.desktopAvailableHeight - 80) / 4)
     minimumWidth: 440
     minimumHeight: 360
     title: qsTr("Welcome to Velto")
@@ -18,6 +19,39 @@ ApplicationWindow {
     Shortcut {
         sequences: [StandardKey.Cancel, StandardKey.Close]
         onActivated: root.close()
+    }
+
+    // Always in sight, however low the screen is.
+    footer: Rectangle {
+        implicitHeight: start.height + 32
+        color: root.palette.window
+
+        Rectangle {
+            visible: !page.atYEnd
+            width: parent.width
+            height: 1
+            color: Qt.alpha(root.palette.windowText, 0.14)
+        }
+        FormText {
+            x: page.margin + 2
+            anchors.verticalCenter: parent.verticalCenter
+            width: start.x - x - 12
+            quiet: true
+            text: qsTr("You can change all of this later in Settings.")
+        }
+        FormButton {
+            id: start
+
+            anchors.right: parent.right
+            anchors.rightMargin: page.margin
+            anchors.verticalCenter: parent.verticalCenter
+            focus: true
+            highlighted: true
+            text: qsTr("Start using Velto")
+            onClicked: root.store.finish()
+            Keys.onReturnPressed: clicked()
+            Keys.onEnterPressed: clicked()
+        }
     }
 
     SettingsPane {
@@ -34,7 +68,7 @@ ApplicationWindow {
             FormText {
                 width: parent.width
                 text: qsTr("Your velto, working for you")
-                font.pointSize: 26 * 0.75
+                font.pointSize: 2 * root.font.pointSize
                 font.weight: Font.DemiBold
                 Accessible.role: Accessible.Heading
             }
@@ -110,28 +144,6 @@ ApplicationWindow {
                 link: qsTr("What changes?")
                 onWanted: on => root.store.hooks = on
                 onFollowed: preview.open()
-            }
-        }
-        Item {
-            width: parent.width
-            height: start.height
-
-            FormText {
-                anchors.verticalCenter: parent.verticalCenter
-                width: start.x - 12
-                quiet: true
-                text: qsTr("You can change all of this later in Settings.")
-            }
-            FormButton {
-                id: start
-
-                anchors.right: parent.right
-                focus: true
-                highlighted: true
-                text: qsTr("Start using Velto")
-                onClicked: root.store.finish()
-                Keys.onReturnPressed: clicked()
-                Keys.onEnterPressed: clicked()
             }
         }
     }
