@@ -21,7 +21,7 @@ ComboBox {
     leftPadding: 10
     rightPadding: 30
     currentIndex: root.options.findIndex(option => option.value === root.current)
-    Accessible.name: root.label
+    Accessible.name: root.label + ", " + root.displayText
     onActivated: index => {
         const value = root.options[index].value;
         root.picked(value);

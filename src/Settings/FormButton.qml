@@ -12,6 +12,8 @@ Button {
     implicitHeight: Math.round(contentItem.implicitHeight + 12)
     leftPadding: 14
     rightPadding: 14
+    Accessible.name: root.text.replace(/&&/g, "&")
+    Accessible.ignored: !root.visible
     opacity: root.enabled ? 1 : 0.5
 
     background: FormFrame {

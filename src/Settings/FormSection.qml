@@ -13,13 +13,10 @@ Column {
     width: parent?.width ?? 0
     spacing: 6
 
-    FormText {
+    FormHeading {
         visible: root.title !== ""
-        width: parent.width
         leftPadding: 2
         text: root.title
-        font.weight: Font.DemiBold
-        Accessible.role: Accessible.Heading
     }
     Rectangle {
         width: parent.width

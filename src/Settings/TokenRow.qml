@@ -28,7 +28,7 @@ FormRow {
         echoMode: TextInput.Password
         inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText
         placeholderText: root.saved ? qsTr("Saved") : qsTr("Paste here")
-        Accessible.name: root.label
+        label: root.label
         Accessible.passwordEdit: true
         onAccepted: root.save()
     }

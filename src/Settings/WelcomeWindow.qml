@@ -65,12 +65,9 @@ ApplicationWindow {
             width: parent.width
             spacing: 8
 
-            FormText {
-                width: parent.width
+            FormHeading {
                 text: qsTr("Your velto, working for you")
                 font.pointSize: 2 * root.font.pointSize
-                font.weight: Font.DemiBold
-                Accessible.role: Accessible.Heading
             }
             FormText {
                 width: parent.width
