@@ -89,7 +89,7 @@ FocusScope {
         Accessible.role: Accessible.EditableText
         Accessible.name: root.label
         // The toolkit tells screen readers no name of a field for secrets, but this it does.
-        Accessible.description: [root.secure ? root.label : "", root.prompt === root.label ? "" : root.prompt].filter(text => text !== "").join(", ")
+        Accessible.description: root.secure ? root.label + (root.prompt === "" ? "" : ", " + root.prompt) : root.prompt === root.label ? "" : root.prompt
         Accessible.editable: true
         Accessible.focusable: true
         Accessible.passwordEdit: root.secure

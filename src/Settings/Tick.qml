@@ -69,30 +69,10 @@ Item {
                 border.color: root.palette.highlight
             }
         }
-        contentItem: Item {
-            implicitHeight: Math.max(words.implicitHeight, root.note === "" ? 0 : behind.implicitHeight) + 2
-
-            FormText {
-                id: words
-
-                x: 27
-                width: Math.min(implicitWidth, parent.width - 27)
-                anchors.verticalCenter: parent.verticalCenter
-                text: root.label
-                Accessible.ignored: true
-            }
-            FormText {
-                id: behind
-
-                anchors.left: words.right
-                anchors.leftMargin: 10
-                anchors.right: parent.right
-                anchors.verticalCenter: parent.verticalCenter
-                visible: root.note !== ""
-                text: root.note
-                quiet: true
-                Accessible.ignored: true
-            }
+        contentItem: TickLabel {
+            indent: 27
+            label: root.label
+            note: root.note
         }
     }
     FormButton {

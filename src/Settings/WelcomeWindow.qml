@@ -1,6 +1,7 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Controls.Fusion
-import Velto.Design
 import Velto.Settings
 
 /// The first start: what Velto is, what it shows, what it may do.
@@ -17,7 +18,7 @@ ApplicationWindow {
     title: qsTr("Welcome to Velto")
 
     Shortcut {
-        sequences: [StandardKey.Cancel, StandardKey.Close]
+        sequences: ["Escape", "Ctrl+W"]
         onActivated: root.close()
     }
 
