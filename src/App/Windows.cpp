@@ -2,6 +2,7 @@
 
 #include "Platform/Appearance.h"
 
+#include <QFont>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QPalette>
@@ -116,6 +117,8 @@ void Windows::paint(QQuickWindow &window) const
         else
             property.reset();
     }
+    // Controls take the application's font when they are made, and don't hear of a change by themselves.
+    QQmlProperty(&window, u"font"_s).write(QGuiApplication::font());
     window.setColor(m_appearance.dark() ? QColor::fromRgb(kDark.front().second) : QGuiApplication::palette().window().color());
 }
 

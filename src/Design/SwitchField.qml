@@ -21,34 +21,26 @@ ButtonBase {
     Accessible.onToggleAction: root.clicked()
     onClicked: root.toggled(!root.checked)
 
-    Rectangle {
+    SwitchMark {
         id: track
 
         anchors.verticalCenter: parent.verticalCenter
         x: 2
         width: 30
         height: 18
-        radius: 9
-        color: root.checked ? Theme.at(Theme.ice, root.hovered ? 0.95 : 0.85) : Theme.at("white", root.hovered ? 0.24 : 0.18)
+        place: root.checked ? 1 : 0
+        stretch: root.pressed ? 2 : 0
+        track: root.checked ? Theme.at(Theme.ice, root.hovered ? 0.95 : 0.85) : Theme.at("white", root.hovered ? 0.24 : 0.18)
 
-        Behavior on color {
+        Behavior on track {
             ColorAnimation {
                 duration: Theme.fadeDuration
             }
         }
-        Rectangle {
-            x: root.checked ? parent.width - width - 2 : 2
-            y: 2
-            width: root.pressed ? 16 : 14
-            height: 14
-            radius: 7
-            color: "white"
-
-            Behavior on x {
-                NumberAnimation {
-                    duration: Theme.fadeDuration
-                    easing.type: Easing.OutQuad
-                }
+        Behavior on place {
+            NumberAnimation {
+                duration: Theme.fadeDuration
+                easing.type: Easing.OutQuad
             }
         }
     }

@@ -88,7 +88,8 @@ FocusScope {
         passwordCharacter: "•"
         Accessible.role: Accessible.EditableText
         Accessible.name: root.label
-        Accessible.description: root.prompt === root.label ? "" : root.prompt
+        // The toolkit tells screen readers no name of a field for secrets, but this it does.
+        Accessible.description: root.secure ? root.label + (root.prompt === "" ? "" : ", " + root.prompt) : root.prompt === root.label ? "" : root.prompt
         Accessible.editable: true
         Accessible.focusable: true
         Accessible.passwordEdit: root.secure

@@ -17,6 +17,7 @@ public:
     virtual bool dark() const = 0;
 
 Q_SIGNALS:
+    /// Of what dark() says, or of the application's font.
     void changed();
 };
 

@@ -1,6 +1,5 @@
 import QtQuick
 import Velto.Design
-import Velto.Home
 import Velto.Preview
 import Velto.Shell
 

@@ -49,16 +49,15 @@ SettingsPane {
         contentItem: FormText {
             text: qsTr("This removes the Claude Code hooks, the login item, the tokens and all settings. Then drag Velto to the Trash.")
         }
-        footer: DialogButtonBox {
+        footer: DialogFooter {
             FormButton {
                 text: qsTr("Cancel")
                 focus: true
-                DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
+                onClicked: confirm.reject()
             }
             FormButton {
                 text: qsTr("Remove and Quit")
                 destructive: true
-                DialogButtonBox.buttonRole: DialogButtonBox.DestructiveRole
                 onClicked: confirm.accept()
             }
         }

@@ -1,5 +1,7 @@
 import QtQuick
 import QtQuick.Controls.Fusion
+import Velto.Design
+import Velto.Settings
 
 /// A picker over {text, value}. What is shown follows `current`, whoever changes it.
 ComboBox {
@@ -15,11 +17,36 @@ ComboBox {
     textRole: "text"
     valueRole: "value"
     implicitContentWidthPolicy: ComboBox.WidestText
+    implicitHeight: Math.round(contentItem.implicitHeight + 12)
+    leftPadding: 10
+    rightPadding: 30
     currentIndex: root.options.findIndex(option => option.value === root.current)
-    Accessible.name: root.label
+    Accessible.name: root.label + ", " + root.displayText
     onActivated: index => {
         const value = root.options[index].value;
         root.picked(value);
         root.currentIndex = Qt.binding(() => root.options.findIndex(option => option.value === root.current));
+    }
+
+    background: FormFrame {
+        control: root
+    }
+    // The policy above measures the texts only for one of these.
+    contentItem: TextInput {
+        text: root.displayText
+        font: root.font
+        color: root.palette.windowText
+        enabled: false
+        readOnly: true
+        clip: true
+        verticalAlignment: TextInput.AlignVCenter
+        Accessible.ignored: true
+    }
+    indicator: Symbol {
+        x: root.width - width - 10
+        anchors.verticalCenter: parent.verticalCenter
+        name: "chevron.down"
+        size: 9
+        color: root.palette.windowText
     }
 }

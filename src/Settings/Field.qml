@@ -5,12 +5,10 @@ import Velto.Settings
 FormField {
     id: root
 
-    required property string label
     required property string stored
 
     signal typed(string text)
 
-    Accessible.name: root.label
     Component.onCompleted: root.text = root.stored
     onStoredChanged: {
         if (!root.activeFocus)

@@ -12,24 +12,14 @@ Button {
     implicitHeight: Math.round(contentItem.implicitHeight + 12)
     leftPadding: 14
     rightPadding: 14
+    Accessible.name: root.text.replace(/&&/g, "&")
+    Accessible.ignored: !root.visible
     opacity: root.enabled ? 1 : 0.5
 
-    background: Rectangle {
-        radius: 6
-        color: root.highlighted ? Qt.darker(root.palette.highlight, root.down ? 1.15 : root.hovered ? 1.06 : 1)
-                                : Qt.alpha(root.palette.windowText, root.down ? 0.16 : root.hovered ? 0.11 : root.flat ? 0 : 0.07)
-        border.width: root.flat || root.highlighted ? 0 : 1
-        border.color: Qt.alpha(root.palette.windowText, 0.14)
-
-        Rectangle {
-            anchors.fill: parent
-            anchors.margins: -2
-            visible: root.visualFocus
-            radius: 8
-            color: "transparent"
-            border.width: 2
-            border.color: root.palette.highlight
-        }
+    background: FormFrame {
+        control: root
+        filled: root.highlighted
+        flat: root.flat
     }
     contentItem: FormText {
         text: root.text.replace(/&&/g, "&")

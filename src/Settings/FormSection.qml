@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Fusion
 import Velto.Settings
 
 /// A group of rows on one card, under its heading.
@@ -13,13 +12,10 @@ Column {
     width: parent?.width ?? 0
     spacing: 6
 
-    FormText {
+    FormHeading {
         visible: root.title !== ""
-        width: parent.width
         leftPadding: 2
         text: root.title
-        font.weight: Font.DemiBold
-        Accessible.role: Accessible.Heading
     }
     Rectangle {
         width: parent.width

@@ -22,4 +22,6 @@ Label {
     opacity: root.quiet && root.tone === FormText.Plain ? 0.68 : 1
     Accessible.role: Accessible.StaticText
     Accessible.name: root.text
+    Accessible.focusable: false
+    Accessible.ignored: root.text === ""
 }

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Fusion
 import Velto.Settings
 
 SettingsPane {
@@ -116,8 +115,10 @@ SettingsPane {
         footer: qsTr("Shown as a quiet pinned highlight on Home. Stored only in Velto.")
 
         FormRow {
+            id: priority
+
             Field {
-                width: root.width - 80
+                width: priority.width - 24
                 label: qsTr("What matters most today?")
                 placeholderText: qsTr("What matters most today?")
                 stored: root.general.dailyPriority

@@ -40,17 +40,18 @@ Dialog {
             }
         }
     }
-    footer: DialogButtonBox {
+    footer: DialogFooter {
         FormButton {
             text: root.asking ? qsTr("Cancel") : qsTr("Close")
-            DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
+            focus: !root.asking
+            onClicked: root.reject()
         }
         FormButton {
             visible: root.asking
             text: qsTr("Add hooks")
             highlighted: true
-            focus: true
-            DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole
+            focus: root.asking
+            onClicked: root.accept()
         }
     }
 }

@@ -1,5 +1,6 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
-import QtQuick.Controls.Fusion
 import Velto.Settings
 
 SettingsPane {

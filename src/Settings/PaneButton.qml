@@ -1,49 +1,48 @@
 import QtQuick
-import QtQuick.Controls.Fusion
 import Velto.Design
 import Velto.Settings
 
 /// The tab of a pane: its symbol over its name.
-AbstractButton {
+ButtonBase {
     id: root
 
     required property PaneInfo info
     required property bool selected
+    readonly property color ink: !root.selected ? root.palette.windowText : root.palette.window.hslLightness > 0.5
+                                                  ? Qt.darker(root.palette.highlight, 1.6) : Qt.lighter(root.palette.highlight, 1.25)
 
-    implicitWidth: Math.max(76, name.implicitWidth + 20)
+    label: root.info.title
+    ringed: false
+    implicitWidth: Math.ceil(Math.max(76, name.implicitWidth + 20))
     implicitHeight: symbol.height + name.implicitHeight + 16
-    text: root.info.title
-    checkable: false
     Accessible.role: Accessible.PageTab
-    Accessible.name: root.info.title
     Accessible.selected: root.selected
 
-    background: Rectangle {
+    Rectangle {
+        anchors.fill: parent
         radius: 7
         color: root.selected ? Qt.alpha(root.palette.highlight, 0.16)
-                             : Qt.alpha(root.palette.windowText, root.down ? 0.12 : root.hovered ? 0.06 : 0)
-        border.width: root.visualFocus ? 2 : 0
+                             : Qt.alpha(root.palette.windowText, root.pressed ? 0.12 : root.hovered ? 0.06 : 0)
+        border.width: root.activeFocus ? 2 : 0
         border.color: root.palette.highlight
     }
-    contentItem: Item {
-        Symbol {
-            id: symbol
+    Symbol {
+        id: symbol
 
-            anchors.horizontalCenter: parent.horizontalCenter
-            y: 2
-            name: root.info.symbol
-            size: 16
-            color: root.selected ? root.palette.highlight : root.palette.windowText
-        }
-        FormText {
-            id: name
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: 6
+        name: root.info.symbol
+        size: 16
+        color: root.ink
+    }
+    FormText {
+        id: name
 
-            anchors.horizontalCenter: parent.horizontalCenter
-            y: symbol.height + 6
-            wrapMode: Text.NoWrap
-            text: root.info.title
-            color: root.selected ? root.palette.highlight : root.palette.windowText
-            Accessible.ignored: true
-        }
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: symbol.height + 10
+        wrapMode: Text.NoWrap
+        text: root.info.title
+        color: root.ink
+        Accessible.ignored: true
     }
 }

@@ -13,7 +13,9 @@ Flickable {
     contentHeight: column.height
     boundsBehavior: Flickable.StopAtBounds
     clip: true
-    ScrollBar.vertical: ScrollBar {}
+    ScrollBar.vertical: ScrollBar {
+        Accessible.ignored: true
+    }
 
     // What has the keyboard stays in sight.
     function follow(item: Item): void {

@@ -1,6 +1,7 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Controls.Fusion
-import Velto.Design
 import Velto.Settings
 
 /// Velto's settings: a row of panes, each writing through at once.
@@ -43,9 +44,10 @@ ApplicationWindow {
     ]
     property int shown: 0
 
-    width: 560
+    width: Math.max(560, root.minimumWidth)
     height: 520
-    minimumWidth: 480
+    // The user's font may be large. At 150 % only a multiple of four is a whole number that the window manager grants.
+    minimumWidth: 4 * Math.ceil((tabs.width + 32) / 4)
     minimumHeight: 360
     title: qsTr("Velto Settings")
 
@@ -58,12 +60,16 @@ ApplicationWindow {
     Component.onCompleted: root.show(0)
 
     Shortcut {
-        sequences: [StandardKey.Cancel, StandardKey.Close]
+        sequences: ["Escape", "Ctrl+W"]
         onActivated: root.close()
     }
     Shortcut {
-        sequences: [StandardKey.NextChild]
+        sequences: ["Ctrl+Tab", "Ctrl+PgDown"]
         onActivated: root.show((root.shown + 1) % root.panes.length)
+    }
+    Shortcut {
+        sequences: ["Ctrl+Shift+Tab", "Ctrl+PgUp"]
+        onActivated: root.show((root.shown + root.panes.length - 1) % root.panes.length)
     }
 
     header: Rectangle {

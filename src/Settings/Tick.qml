@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls.Fusion
+import Velto.Design
 import Velto.Settings
 
 /// A check box over the whole row, with a note behind its label and perhaps a link.
@@ -15,7 +16,7 @@ Item {
     signal wanted(bool on)
     signal followed
 
-    implicitHeight: box.implicitHeight + 2
+    implicitHeight: box.implicitHeight
 
     Rectangle {
         visible: !root.first
@@ -28,8 +29,9 @@ Item {
         id: box
 
         x: 6
-        anchors.verticalCenter: parent.verticalCenter
-        width: Math.min(implicitWidth, root.width - 12 - (more.visible ? more.width : 0))
+        width: root.width - x - (more.visible ? more.width + 14 : 6)
+        padding: 6
+        spacing: 9
         text: root.label.replace(/&/g, "&&")
         checked: root.ticked
         Accessible.name: root.label
@@ -39,28 +41,50 @@ Item {
             box.checked = Qt.binding(() => root.ticked);
             root.wanted(wish);
         }
-    }
-    FormText {
-        anchors.left: box.right
-        anchors.leftMargin: 4
-        anchors.right: parent.right
-        anchors.rightMargin: 12
-        anchors.verticalCenter: parent.verticalCenter
-        visible: root.note !== ""
-        wrapMode: Text.NoWrap
-        elide: Text.ElideRight
-        text: root.note
-        quiet: true
-        Accessible.ignored: true
+
+        indicator: Rectangle {
+            implicitWidth: 18
+            implicitHeight: 18
+            x: box.leftPadding
+            y: (box.height - height) / 2
+            radius: 5
+            color: box.checked ? root.palette.highlight : root.palette.base
+            border.width: box.checked ? 0 : 1
+            border.color: Qt.alpha(root.palette.windowText, box.hovered ? 0.65 : 0.45)
+
+            Symbol {
+                anchors.centerIn: parent
+                visible: box.checked
+                name: "checkmark"
+                size: 10
+                color: root.palette.highlightedText
+            }
+            Rectangle {
+                anchors.fill: parent
+                anchors.margins: -3
+                visible: box.visualFocus
+                radius: 8
+                color: "transparent"
+                border.width: 2
+                border.color: root.palette.highlight
+            }
+        }
+        contentItem: TickLabel {
+            indent: 27
+            label: root.label
+            note: root.note
+        }
     }
     FormButton {
         id: more
 
         anchors.right: parent.right
-        anchors.rightMargin: 8
+        anchors.rightMargin: 6
         anchors.verticalCenter: parent.verticalCenter
         visible: root.link !== ""
         flat: true
+        leftPadding: 8
+        rightPadding: 8
         text: root.link
         onClicked: root.followed()
     }

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls.Fusion
+import Velto.Design
 
 /// A switch that shows what is, and asks for what is wanted: where the wish isn't met it goes back.
 Switch {
@@ -20,32 +21,24 @@ Switch {
         root.wanted(wish);
     }
 
-    indicator: Rectangle {
+    indicator: SwitchMark {
         implicitWidth: 38
         implicitHeight: 22
         x: root.leftPadding
         y: (root.height - height) / 2
-        radius: height / 2
-        color: root.checked ? root.palette.highlight : Qt.alpha(root.palette.windowText, 0.22)
+        place: root.checked ? 1 : 0
+        stretch: root.down ? 2 : 0
+        track: root.checked ? root.palette.highlight : Qt.alpha(root.palette.windowText, root.hovered ? 0.3 : 0.22)
 
-        Behavior on color {
+        Behavior on track {
             ColorAnimation {
                 duration: 120
             }
         }
-        Rectangle {
-            x: root.checked ? parent.width - width - 2 : 2
-            y: 2
-            width: 18
-            height: 18
-            radius: 9
-            color: "white"
-
-            Behavior on x {
-                NumberAnimation {
-                    duration: 120
-                    easing.type: Easing.OutQuad
-                }
+        Behavior on place {
+            NumberAnimation {
+                duration: 120
+                easing.type: Easing.OutQuad
             }
         }
         Rectangle {

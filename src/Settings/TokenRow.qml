@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Fusion
 import Velto.Settings
 import Velto.Stores
 
@@ -23,11 +22,12 @@ FormRow {
         id: field
 
         anchors.verticalCenter: parent.verticalCenter
-        width: 170
+        // Its left edge is in line with that of a field without a button.
+        width: Math.max(140, 232 - keep.width)
         echoMode: TextInput.Password
         inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText
         placeholderText: root.saved ? qsTr("Saved") : qsTr("Paste here")
-        Accessible.name: root.label
+        label: root.label
         Accessible.passwordEdit: true
         onAccepted: root.save()
     }
@@ -39,6 +39,8 @@ FormRow {
         onClicked: root.tokens.remove(root.name)
     }
     FormButton {
+        id: keep
+
         anchors.verticalCenter: parent.verticalCenter
         enabled: field.text.trim() !== ""
         text: qsTr("Save")

@@ -1,6 +1,7 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Controls.Fusion
-import Velto.Design
 import Velto.Settings
 
 /// The first start: what Velto is, what it shows, what it may do.
@@ -10,14 +11,48 @@ ApplicationWindow {
     required property Welcome store
 
     width: 520
-    height: Math.min(page.contentHeight, Screen.desktopAvailableHeight - 80)
+    // In steps of four, see SettingsWindow.
+    height: 4 * Math.ceil(Math.min(page.contentHeight + footer.height, Screen.desktopAvailableHeight - 80) / 4)
     minimumWidth: 440
     minimumHeight: 360
     title: qsTr("Welcome to Velto")
 
     Shortcut {
-        sequences: [StandardKey.Cancel, StandardKey.Close]
+        sequences: ["Escape", "Ctrl+W"]
         onActivated: root.close()
+    }
+
+    // Always in sight, however low the screen is.
+    footer: Rectangle {
+        implicitHeight: start.height + 32
+        color: root.palette.window
+
+        Rectangle {
+            visible: !page.atYEnd
+            width: parent.width
+            height: 1
+            color: Qt.alpha(root.palette.windowText, 0.14)
+        }
+        FormText {
+            x: page.margin + 2
+            anchors.verticalCenter: parent.verticalCenter
+            width: start.x - x - 12
+            quiet: true
+            text: qsTr("You can change all of this later in Settings.")
+        }
+        FormButton {
+            id: start
+
+            anchors.right: parent.right
+            anchors.rightMargin: page.margin
+            anchors.verticalCenter: parent.verticalCenter
+            focus: true
+            highlighted: true
+            text: qsTr("Start using Velto")
+            onClicked: root.store.finish()
+            Keys.onReturnPressed: clicked()
+            Keys.onEnterPressed: clicked()
+        }
     }
 
     SettingsPane {
@@ -31,12 +66,9 @@ ApplicationWindow {
             width: parent.width
             spacing: 8
 
-            FormText {
-                width: parent.width
+            FormHeading {
                 text: qsTr("Your velto, working for you")
-                font.pointSize: 26 * 0.75
-                font.weight: Font.DemiBold
-                Accessible.role: Accessible.Heading
+                font.pointSize: 2 * root.font.pointSize
             }
             FormText {
                 width: parent.width
@@ -110,28 +142,6 @@ ApplicationWindow {
                 link: qsTr("What changes?")
                 onWanted: on => root.store.hooks = on
                 onFollowed: preview.open()
-            }
-        }
-        Item {
-            width: parent.width
-            height: start.height
-
-            FormText {
-                anchors.verticalCenter: parent.verticalCenter
-                width: start.x - 12
-                quiet: true
-                text: qsTr("You can change all of this later in Settings.")
-            }
-            FormButton {
-                id: start
-
-                anchors.right: parent.right
-                focus: true
-                highlighted: true
-                text: qsTr("Start using Velto")
-                onClicked: root.store.finish()
-                Keys.onReturnPressed: clicked()
-                Keys.onEnterPressed: clicked()
             }
         }
     }

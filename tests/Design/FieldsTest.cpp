@@ -186,6 +186,8 @@ void FieldsTest::aSecretIsNotShown()
     type(u"secret"_s);
     QCOMPARE(m_root->property("said").toString(), u"secret"_s);
     QVERIFY(focusedState().passwordEdit);
+    const auto *secret = QAccessible::queryAccessibleInterface(m_view->activeFocusItem());
+    QCOMPARE(secret->text(QAccessible::Description), u"Token"_s); // as its name stays unsaid
     QCOMPARE(m_view->activeFocusItem()->property("displayText").toString(), QString(6, u'•'));
 }
 

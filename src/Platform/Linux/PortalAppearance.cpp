@@ -79,8 +79,10 @@ void PortalAppearance::applyFont()
         font.setPointSizeF(size);
     }
     font.setPointSizeF(font.pointSizeF() * m_textScale);
-    if (font != QGuiApplication::font())
-        QGuiApplication::setFont(font);
+    if (font == QGuiApplication::font())
+        return;
+    QGuiApplication::setFont(font);
+    Q_EMIT changed();
 }
 
 } // namespace velto

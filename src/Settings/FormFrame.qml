@@ -1,0 +1,28 @@
+import QtQuick
+
+/// What stands behind a button or a picker.
+Rectangle {
+    id: root
+
+    required property var control
+    property bool filled: false
+    property bool flat: false
+    readonly property bool down: root.control.down
+    readonly property bool hovered: root.control.hovered
+
+    radius: 6
+    color: root.filled ? Qt.darker(root.palette.highlight, root.down ? 1.15 : root.hovered ? 1.06 : 1)
+                       : Qt.alpha(root.palette.windowText, root.down ? 0.16 : root.hovered ? 0.11 : root.flat ? 0 : 0.07)
+    border.width: root.flat || root.filled ? 0 : 1
+    border.color: Qt.alpha(root.palette.windowText, 0.14)
+
+    Rectangle {
+        anchors.fill: parent
+        anchors.margins: -2
+        visible: root.control.visualFocus
+        radius: 8
+        color: "transparent"
+        border.width: 2
+        border.color: root.palette.highlight
+    }
+}
