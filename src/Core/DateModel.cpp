@@ -126,11 +126,18 @@ QString DateModel::month() const
 
 QStringList DateModel::weekdays() const
 {
-    const QLocale locale;
-    QStringList names;
-    for (int i = 0; i < kDaysOfWeek; ++i)
-        names.append(locale.standaloneDayName((int(locale.firstDayOfWeek()) - 1 + i) % kDaysOfWeek + 1, QLocale::ShortFormat));
-    return names;
+    const auto named = [](QLocale::FormatType form) {
+        const QLocale locale;
+        QStringList names;
+        for (int i = 0; i < kDaysOfWeek; ++i)
+            names.append(locale.standaloneDayName((int(locale.firstDayOfWeek()) - 1 + i) % kDaysOfWeek + 1, form));
+        return names;
+    };
+    // In some languages the short form is no shorter than the long one, and the columns are narrow.
+    constexpr int kLongest = 4;
+    const QStringList names = named(QLocale::ShortFormat);
+    const bool fit = std::ranges::all_of(names, [](const QString &name) { return name.size() <= kLongest; });
+    return fit ? names : named(QLocale::NarrowFormat);
 }
 
 QDate DateModel::firstShown() const

@@ -47,6 +47,8 @@ private Q_SLOTS:
         QCOMPARE(german.weekdays().first(), u"Mo"_s);
         QCOMPARE(german.text(), u"21.11.2026"_s);
         QCOMPARE(german.days()->index(0, 0).data(Day), u"2026-10-26"_s);
+        QLocale::setDefault(QLocale(QLocale::Arabic, QLocale::Egypt));
+        QCOMPARE(DateModel(m_clock).weekdays().first(), u"س"_s);
     }
 
     void theKeyboardMovesTheDate()

@@ -223,7 +223,7 @@ Item {
 
             width: parent.width
             active: root.unfolded && root.isTodoRow
-            onLoaded: more.item.settle() // qmllint disable missing-property
+            onLoaded: (more.item as TodoDetails).settle()
             // With Qt 6.4 a Loader can't make a bound component.
             // qmllint disable unqualified
             sourceComponent: TodoDetails {
