@@ -27,7 +27,7 @@ QDateTime startOf(const Agent &agent)
 {
     // The number comes from outside: keep it where a date can stand.
     constexpr double kFarthest = 8.64e15;
-    return QDateTime::fromMSecsSinceEpoch(qint64(std::clamp(agent.startedAt, -kFarthest, kFarthest)));
+    return QDateTime::fromMSecsSinceEpoch(qint64(std::clamp(agent.startedAt, -kFarthest, kFarthest)), Qt::UTC);
 }
 
 QList<QByteArray> agentRoles()

@@ -167,7 +167,7 @@ void AgentsSource::scan()
 
 void AgentsSource::publish(Announce announce)
 {
-    const QDateTime now = m_needs.clock.wallTime();
+    const QDateTime now = instant();
     Published next{m_agents,          {},
                    m_state,           m_tools,
                    m_scanning,        scannedText(),
@@ -247,9 +247,14 @@ AgentsSource::Group AgentsSource::groupOf(const Agent &agent, const QDateTime &n
     return old || m_needs.prefs.dismissedAgentIDs().contains(agent.id) ? Group::Stale : Group::Waiting;
 }
 
+QDateTime AgentsSource::instant() const
+{
+    return m_needs.clock.wallTime().toUTC();
+}
+
 QList<Agent> AgentsSource::members(Group group) const
 {
-    const QDateTime now = m_needs.clock.wallTime();
+    const QDateTime now = instant();
     QList<Agent> result;
     std::ranges::copy_if(m_agents, std::back_inserter(result), [&](const Agent &agent) { return groupOf(agent, now) == group; });
     return result;
@@ -257,7 +262,7 @@ QList<Agent> AgentsSource::members(Group group) const
 
 int AgentsSource::count(Group group) const
 {
-    const QDateTime now = m_needs.clock.wallTime();
+    const QDateTime now = instant();
     return int(std::ranges::count_if(m_agents, [&](const Agent &agent) { return groupOf(agent, now) == group; }));
 }
 

@@ -166,6 +166,8 @@ private:
     bool terminalInFront() const;
     QString nameFor(const HookEvent &event) const;
     Group groupOf(const Agent &agent, const QDateTime &now) const;
+    /// Now, in UTC: a local time asks the system for its zone whenever it's compared.
+    QDateTime instant() const;
     QList<Agent> members(Group group) const;
     int count(Group group) const;
     const Agent *find(const QString &id) const;

@@ -1,6 +1,8 @@
 #include "Tabs/Home/GoogleCalendar.h"
 
 #include "Core/Prefs.h"
+#include "Core/Result.h"
+#include "Platform/Background.h"
 #include "Platform/Clock.h"
 #include "Tabs/Home/Abandoned.h"
 #include "Tabs/Home/WorkError.h"
@@ -10,6 +12,30 @@
 using namespace Qt::StringLiterals;
 
 namespace velto {
+
+namespace {
+
+/// Reads an answer in the background, since Google makes it as long as it likes. To be awaited.
+template <typename Read> auto reading(Background &background, Read read)
+{
+    using Value = std::invoke_result_t<Read>;
+    return inBackground(background, [read = std::move(read)]() -> Result<Value, QString> {
+        try {
+            return read();
+        } catch (const WorkError &error) {
+            return error.errorDescription;
+        }
+    });
+}
+
+template <typename Value> Value valueOf(Result<Value, QString> result)
+{
+    if (!result)
+        throw WorkError{result.error()};
+    return *std::move(result);
+}
+
+} // namespace
 
 const QString GoogleCalendar::tokenKey = u"Velto.googleCalendar.tokens"_s;
 
@@ -65,7 +91,10 @@ QCoro::Task<> GoogleCalendar::load(std::optional<GoogleTokens> tokens)
     stillWanted(link);
     const QByteArray list = co_await calendarGet(m_needs.http, calendarListUrl(m_needs.endpoints), token);
     stillWanted(link);
-    m_state.calendars = parseCalendars(list);
+    auto readingList = reading(m_needs.background, [list] { return parseCalendars(list); });
+    auto calendars = co_await readingList;
+    stillWanted(link);
+    m_state.calendars = valueOf(std::move(calendars));
     publish();
 
     const QStringList ids = calendarsToRead();
@@ -74,7 +103,10 @@ QCoro::Task<> GoogleCalendar::load(std::optional<GoogleTokens> tokens)
         const QUrl url = eventsUrl(m_needs.endpoints, id, m_needs.clock.wallTime());
         const QByteArray events = co_await calendarGet(m_needs.http, url, token);
         stillWanted(link);
-        meetings += parseMeetings(events, id);
+        auto readingEvents = reading(m_needs.background, [events, id] { return parseMeetings(events, id); });
+        auto found = co_await readingEvents;
+        stillWanted(link);
+        meetings += valueOf(std::move(found));
     }
     const QDateTime now = m_needs.clock.wallTime();
     meetings.removeIf([&now](const GoogleMeeting &meeting) { return meeting.end <= now; });
