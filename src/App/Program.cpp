@@ -17,12 +17,19 @@ namespace {
 
 constexpr std::chrono::seconds kLongestFirstFrame{1};
 
+/// What the stores ask for at once waits for the first frame.
+Desktop held(ThisMachine &machine)
+{
+    machine.background.hold();
+    return machine.desktop();
+}
+
 } // namespace
 
 Program::Program(CommandLine commandLine, Activation &activation)
     : m_activation(activation)
     , m_commandLine(std::move(commandLine))
-    , m_stores(m_machine.desktop(), makeListener())
+    , m_stores(held(m_machine), makeListener())
     , m_ui(m_machine.clock, m_stores.prefs)
     , m_strip(m_stores.hub)
     , m_peekLine(m_stores.hub)

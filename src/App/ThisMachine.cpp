@@ -27,7 +27,6 @@ ThisMachine::ThisMachine()
     , platform(clock, files, places)
     , sounds(background)
 {
-    background.hold();
 }
 
 ThisMachine::~ThisMachine() = default;

@@ -17,8 +17,7 @@ namespace velto {
 /// Where this user's files are.
 Places placesOfThisMachine();
 
-/// What the stores lean on, as it really is, in the order in which it leans on each other. The background holds until it is
-/// released.
+/// What the stores lean on, as it really is, in the order in which it leans on each other.
 struct ThisMachine {
     ThisMachine();
     ~ThisMachine();

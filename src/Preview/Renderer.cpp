@@ -4,6 +4,7 @@
 
 #include <QBuffer>
 #include <QCoreApplication>
+#include <QCursor>
 #include <QDir>
 #include <QEventLoop>
 #include <QFile>
@@ -72,7 +73,7 @@ std::optional<QString> Renderer::render(const QUrl &view, const QVariantMap &pro
     item->setParentItem(window.contentItem());
     item->setSize(size);
     window.setColor(background(dark));
-    window.resize(size);
+    window.setGeometry({QCursor::pos() + QPoint(1, 1), size}); // not under the pointer, which would open the panel
     window.show();
     letSettle();
     return write(window.grabWindow(), path);
