@@ -1,6 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Fusion
-import QtQuick.Templates as T
 import Velto.Settings
 
 SettingsPane {
@@ -36,13 +34,11 @@ SettingsPane {
         }
     }
 
-    Dialog {
+    FormDialog {
         id: confirm
 
-        parent: T.Overlay.overlay
-        anchors.centerIn: parent
-        width: Math.min(420, (parent?.width ?? 420) - 40)
-        modal: true
+        first: cancel
+        width: Math.min(440, (parent?.width ?? 440) - 40)
         title: qsTr("Remove everything Velto added to this Mac?")
         onAccepted: root.store.about.reset()
 
@@ -51,8 +47,9 @@ SettingsPane {
         }
         footer: DialogFooter {
             FormButton {
+                id: cancel
+
                 text: qsTr("Cancel")
-                focus: true
                 onClicked: confirm.reject()
             }
             FormButton {

@@ -6,14 +6,14 @@ Item {
 
     default property alias buttons: row.data
 
-    implicitHeight: row.height + 24
+    implicitHeight: row.height + 30
 
     Row {
         id: row
 
         anchors.right: parent.right
-        anchors.rightMargin: 12
-        y: 8
+        anchors.rightMargin: 20
+        y: 12
         spacing: 8
     }
 }

@@ -14,6 +14,8 @@ Button {
     rightPadding: 14
     Accessible.name: root.text.replace(/&&/g, "&")
     Accessible.ignored: !root.visible
+    Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
     opacity: root.enabled ? 1 : 0.5
 
     background: FormFrame {

@@ -1,21 +1,18 @@
 import QtQuick
 import QtQuick.Controls.Fusion
-import QtQuick.Templates as T
 import Velto.Design
 import Velto.Settings
 
 /// What connecting writes into Claude Code's settings, to agree to.
-Dialog {
+FormDialog {
     id: root
 
     required property string text
     /// Whether there is something to agree to; otherwise it only tells.
     property bool asking: true
 
-    parent: T.Overlay.overlay
-    anchors.centerIn: parent
+    first: root.asking ? add : close
     width: Math.min(480, (parent?.width ?? 480) - 40)
-    modal: true
     title: root.asking ? qsTr("Add these hooks to Claude Code?") : qsTr("What changes?")
 
     contentItem: Column {
@@ -42,15 +39,17 @@ Dialog {
     }
     footer: DialogFooter {
         FormButton {
+            id: close
+
             text: root.asking ? qsTr("Cancel") : qsTr("Close")
-            focus: !root.asking
             onClicked: root.reject()
         }
         FormButton {
+            id: add
+
             visible: root.asking
             text: qsTr("Add hooks")
             highlighted: true
-            focus: root.asking
             onClicked: root.accept()
         }
     }

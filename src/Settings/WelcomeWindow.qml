@@ -50,8 +50,6 @@ ApplicationWindow {
             highlighted: true
             text: qsTr("Start using Velto")
             onClicked: root.store.finish()
-            Keys.onReturnPressed: clicked()
-            Keys.onEnterPressed: clicked()
         }
     }
 

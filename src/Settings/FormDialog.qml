@@ -1,0 +1,39 @@
+import QtQuick
+import QtQuick.Controls.Fusion
+import QtQuick.Templates as T
+import Velto.Settings
+
+/// What a window asks before it goes on: over its middle, and nothing else can be reached until it is answered.
+Dialog {
+    id: root
+
+    /// What has the keyboard when it opens.
+    property Item first: null
+
+    parent: T.Overlay.overlay
+    anchors.centerIn: parent
+    modal: true
+    padding: 20
+    topPadding: 0
+    bottomPadding: 4
+    onOpened: root.first?.forceActiveFocus(Qt.TabFocusReason)
+
+    background: Rectangle {
+        radius: 10
+        color: root.palette.window
+        border.width: 1
+        border.color: Qt.alpha(root.palette.windowText, 0.2)
+    }
+    header: Item {
+        implicitHeight: title.height + 26
+
+        FormHeading {
+            id: title
+
+            x: 20
+            y: 18
+            width: parent.width - 40
+            text: root.title
+        }
+    }
+}
