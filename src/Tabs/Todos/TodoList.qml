@@ -71,8 +71,10 @@ ListView {
         const from = contentY;
         positionViewAtIndex(row, ListView.Contain);
         const item = itemAtIndex(row);
-        // The first row brings its heading along.
-        const to = row === 1 ? originY : contentY;
+        // The first row brings its heading along, and one at the end stands above where the page fades out.
+        const end = originY + contentHeight + bottomMargin - height;
+        const lowest = item ? Math.min(item.y + item.height + bottomMargin - height, end) : originY;
+        const to = row === 1 ? originY : Math.max(contentY, lowest);
         const typing = root.Window.activeFocusItem instanceof TextInput || root.Window.activeFocusItem instanceof TextEdit;
         if (item && !typing)
             focusRow(item);

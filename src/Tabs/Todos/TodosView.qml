@@ -13,7 +13,7 @@ FocusScope {
     readonly property int gap: 10
     /// It shows what it should: from here on changes are movements.
     property bool settled: false
-    /// Who had the keyboard before the form.
+    /// Who had the keyboard before the form. Not a field: Escape leaves the form, and isn't to find itself in another one.
     property Item before: null
 
     onVisibleChanged: {
@@ -46,8 +46,9 @@ FocusScope {
     Connections {
         target: root.source.form
         function onShownChanged(): void {
+            const item = root.Window.activeFocusItem;
             if (root.source.form.shown)
-                root.before = root.Window.activeFocusItem;
+                root.before = item instanceof TextInput || item instanceof TextEdit ? null : item;
             else
                 root.comeBack();
         }
