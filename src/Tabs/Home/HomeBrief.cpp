@@ -8,6 +8,7 @@
 #include "Tabs/Agents/AgentsSource.h"
 #include "Tabs/Home/EverydaySource.h"
 #include "Tabs/Home/GlanceSource.h"
+#include "Tabs/Home/Link.h"
 #include "Tabs/Home/Pace.h"
 #include "Tabs/Home/SignalsSource.h"
 #include "Tabs/Home/WorkSource.h"
@@ -128,9 +129,11 @@ HomeItem::Action HomeBrief::openTab(const QString &label, Tab tab) const
     return {label, [&hub = m_hub, tab] { hub.open(tab); }};
 }
 
-HomeItem::Action HomeBrief::openLink(const QString &label, const QUrl &url) const
+std::optional<HomeItem::Action> HomeBrief::openLink(const QString &label, const QUrl &url) const
 {
-    return {label, [&workspace = m_workspace, url] { workspace.open(url); }};
+    if (!opensInBrowser(url))
+        return std::nullopt;
+    return HomeItem::Action{label, [&workspace = m_workspace, url] { workspace.open(url); }};
 }
 
 std::optional<HomeItem::Action> HomeBrief::openFirst(const QString &label, const QList<WorkItem> &items) const
@@ -226,7 +229,7 @@ void HomeBrief::media()
     if (!now)
         return;
     add({u"media"_s, now->playing ? u"music.note"_s : u"pause.circle"_s, HomeItem::Tone::Info, now->track,
-         u"%1 · %2"_s.arg(now->artist, now->app), now->app,
+         withoutEmpty({now->artist, now->app}).join(u" · "_s), now->app,
          HomeItem::Action{now->playing ? tr("Pause") : tr("Play"), [&everyday] { everyday.playPause(); }}});
 }
 
@@ -327,7 +330,7 @@ void HomeBrief::clipboard()
     const auto play = [&glances, url = link->url] { glances.setPlayingVideo(url); };
     const QString &mark = link->symbol;
     add({u"clipboard"_s, mark, HomeItem::Tone::Info, link->title, link->detail, tr("Clipboard"),
-         video ? HomeItem::Action{tr("Play"), play} : openLink(tr("Open"), link->url)});
+         video ? std::optional(HomeItem::Action{tr("Play"), play}) : openLink(tr("Open"), link->url)});
 }
 
 void HomeBrief::builds()
