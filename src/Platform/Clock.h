@@ -33,7 +33,7 @@ public:
 
     /// The user's time of day. It jumps when the clock is set and when the machine slept.
     virtual QDateTime wallTime() const = 0;
-    /// Monotonic time since some fixed moment.
+    /// Monotonic time since some fixed moment; the machine's sleep counts where the system can tell.
     virtual Instant now() const = 0;
 
     /// Calls `fire` once, after `delay`, on the UI thread.

@@ -11,7 +11,11 @@ WebEngineView {
     settings.playbackRequiresUserGesture: false
     settings.localContentCanAccessFileUrls: false
     settings.javascriptCanOpenWindows: false
-    onNewWindowRequested: request => Qt.openUrlExternally(request.requestedUrl)
+    // The page may ask for anything; only what a browser takes is handed on.
+    onNewWindowRequested: request => {
+        if (/^https?:\/\//i.test(request.requestedUrl.toString()))
+            Qt.openUrlExternally(request.requestedUrl);
+    }
     onContextMenuRequested: request => request.accepted = true
     Component.onCompleted: root.loadHtml(root.html, root.base)
 }

@@ -2,6 +2,7 @@
 
 #include <QMetaObject>
 #include <QTimer>
+#include <ctime>
 
 namespace velto {
 
@@ -26,6 +27,17 @@ private:
 };
 
 } // namespace
+
+Clock::Instant SystemClock::now() const
+{
+#ifdef CLOCK_BOOTTIME
+    // The usual clock stands still while the machine sleeps, and what is hours old would count as fresh.
+    timespec passed{};
+    if (::clock_gettime(CLOCK_BOOTTIME, &passed) == 0)
+        return Instant(std::chrono::seconds(passed.tv_sec) + std::chrono::nanoseconds(passed.tv_nsec));
+#endif
+    return std::chrono::steady_clock::now();
+}
 
 TimerHandle SystemClock::after(Duration delay, std::function<void()> fire)
 {

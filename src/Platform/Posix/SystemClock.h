@@ -8,7 +8,7 @@ namespace velto {
 class SystemClock final : public Clock {
 public:
     QDateTime wallTime() const override { return QDateTime::currentDateTime(); }
-    Instant now() const override { return std::chrono::steady_clock::now(); }
+    Instant now() const override;
     TimerHandle after(Duration delay, std::function<void()> fire) override;
     TimerHandle every(Duration interval, std::function<void()> fire) override;
     void post(QObject *context, std::function<void()> task) override;

@@ -2,6 +2,7 @@
 
 #include "Core/Hub.h"
 #include "Platform/Workspace.h"
+#include "Tabs/Home/Link.h"
 #include "Tabs/Home/WorkItem.h"
 
 #include <algorithm>
@@ -81,9 +82,11 @@ HomeItem::Action HomeBrief::openTab(const QString &label, Tab tab) const
     return {label, [&hub = m_hub, tab] { hub.open(tab); }};
 }
 
-HomeItem::Action HomeBrief::openLink(const QString &label, const QUrl &url) const
+std::optional<HomeItem::Action> HomeBrief::openLink(const QString &label, const QUrl &url) const
 {
-    return {label, [&workspace = m_workspace, url] { workspace.open(url); }};
+    if (!opensInBrowser(url))
+        return std::nullopt;
+    return HomeItem::Action{label, [&workspace = m_workspace, url] { workspace.open(url); }};
 }
 
 std::optional<HomeItem::Action> HomeBrief::openFirst(const QString &label, const QList<WorkItem> &items) const

@@ -51,7 +51,8 @@ private:
     bool addUnlessReady(const QString &id, const QString &symbol, const QString &name, const SourceState &state);
     void addTodos(const QList<Todo> &todos, bool late);
     HomeItem::Action openTab(const QString &label, Tab tab) const;
-    HomeItem::Action openLink(const QString &label, const QUrl &url) const;
+    /// Nothing for a link that may not be opened.
+    std::optional<HomeItem::Action> openLink(const QString &label, const QUrl &url) const;
     std::optional<HomeItem::Action> openFirst(const QString &label, const QList<WorkItem> &items) const;
 
     Hub &m_hub;

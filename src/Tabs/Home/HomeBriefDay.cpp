@@ -118,7 +118,7 @@ void HomeBrief::media()
     if (!now)
         return;
     add({u"media"_s, now->playing ? u"music.note"_s : u"pause.circle"_s, HomeItem::Tone::Info, now->track,
-         u"%1 · %2"_s.arg(now->artist, now->app), now->app,
+         withoutEmpty({now->artist, now->app}).join(u" · "_s), now->app,
          HomeItem::Action{now->playing ? tr("Pause") : tr("Play"), [&everyday] { everyday.playPause(); }}});
 }
 

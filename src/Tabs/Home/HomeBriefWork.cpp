@@ -69,7 +69,7 @@ void HomeBrief::clipboard()
     const auto play = [&glances, url = link->url] { glances.setPlayingVideo(url); };
     const QString &mark = link->symbol;
     add({u"clipboard"_s, mark, HomeItem::Tone::Info, link->title, link->detail, tr("Clipboard"),
-         video ? HomeItem::Action{tr("Play"), play} : openLink(tr("Open"), link->url)});
+         video ? std::optional(HomeItem::Action{tr("Play"), play}) : openLink(tr("Open"), link->url)});
 }
 
 void HomeBrief::builds()

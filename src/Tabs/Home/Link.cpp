@@ -26,10 +26,14 @@ std::optional<QUrl> linkIn(const QString &text)
     return url;
 }
 
+bool opensInBrowser(const QUrl &url)
+{
+    return url.isValid() && !url.host().isEmpty() && (url.scheme() == "https"_L1 || url.scheme() == "http"_L1);
+}
+
 std::optional<QUrl> typedLink(const QString &text)
 {
-    const auto forBrowser = [](const QUrl &url) { return url.scheme() == "https"_L1 || url.scheme() == "http"_L1; };
-    if (auto url = linkIn(text); url && forBrowser(*url))
+    if (auto url = linkIn(text); url && opensInBrowser(*url))
         return url;
     // "meet.example.com/abc"; a single word is no host.
     const QString trimmed = text.trimmed();

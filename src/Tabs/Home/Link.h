@@ -13,6 +13,9 @@ constexpr int kLongestLink = 8192;
 /// not for a text with a link in it.
 std::optional<QUrl> linkIn(const QString &text);
 
+/// Whether this may be opened: http or https, with a host. Anything else could start any program.
+bool opensInBrowser(const QUrl &url);
+
 /// What the user typed as a link for a browser: http or https, and https if it has no scheme.
 std::optional<QUrl> typedLink(const QString &text);
 
