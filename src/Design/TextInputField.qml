@@ -91,7 +91,6 @@ FocusScope {
         Accessible.description: root.prompt === root.label ? "" : root.prompt
         Accessible.editable: true
         Accessible.focusable: true
-        Accessible.passwordEdit: root.secure
         onTextEdited: root.edited(input.text)
         onAccepted: root.accepted()
     }
