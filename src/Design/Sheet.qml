@@ -8,6 +8,10 @@ FocusScope {
     /// The item whose window it covers.
     required property Item target
     required property string title
+    property string symbol
+    property real padding: 20
+    /// What stands at the end of the title's line.
+    property alias actions: actions.data
     default property alias content: column.data
 
     signal cancelled
@@ -51,7 +55,7 @@ FocusScope {
     Rectangle {
         anchors.centerIn: parent
         width: 640
-        height: column.height + 40
+        height: column.height + 2 * root.padding
         radius: 18
         color: Theme.sheet
         border.width: 1
@@ -60,17 +64,41 @@ FocusScope {
         Column {
             id: column
 
-            x: 20
-            y: 20
-            width: parent.width - 40
+            x: root.padding
+            y: root.padding
+            width: parent.width - 2 * root.padding
             spacing: 12
 
-            PlainText {
-                text: root.title
-                size: Theme.textLarge
-                weight: Font.DemiBold
-                Accessible.role: Accessible.Heading
-                Accessible.name: text
+            Item {
+                width: parent.width
+                height: Math.max(heading.implicitHeight, actions.height)
+
+                Row {
+                    anchors.verticalCenter: parent.verticalCenter
+                    spacing: Theme.gap
+
+                    Symbol {
+                        anchors.verticalCenter: parent.verticalCenter
+                        visible: root.symbol !== ""
+                        name: root.symbol
+                        color: Theme.ice
+                    }
+                    PlainText {
+                        id: heading
+
+                        text: root.title
+                        size: Theme.textLarge
+                        weight: Font.DemiBold
+                        Accessible.role: Accessible.Heading
+                        Accessible.name: text
+                    }
+                }
+                Row {
+                    id: actions
+
+                    anchors.right: parent.right
+                    spacing: 6
+                }
             }
         }
     }

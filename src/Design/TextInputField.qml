@@ -92,7 +92,6 @@ FocusScope {
         Accessible.description: root.secure ? root.label + (root.prompt === "" ? "" : ", " + root.prompt) : root.prompt === root.label ? "" : root.prompt
         Accessible.editable: true
         Accessible.focusable: true
-        Accessible.passwordEdit: root.secure
         onTextEdited: root.edited(input.text)
         onAccepted: root.accepted()
     }

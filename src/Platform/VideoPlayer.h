@@ -24,6 +24,8 @@ public:
 Q_SIGNALS:
     /// It ended by itself, or couldn't start.
     void failed();
+    /// The user, with the keyboard in the video, wants it gone.
+    void closeWanted();
 };
 
 } // namespace velto

@@ -60,7 +60,7 @@ public:
     /// The user asked for the settings window.
     Q_INVOKABLE void askForSettings() { Q_EMIT settingsWanted(); }
     /// Somebody is about to type in the panel, which may have been opened without the keyboard.
-    void askForKeyboard() { Q_EMIT keyboardWanted(); }
+    Q_INVOKABLE void askForKeyboard() { Q_EMIT keyboardWanted(); }
     /// The window lost the keyboard, or the user pressed somewhere else.
     void focusLost();
 

@@ -17,5 +17,10 @@ WebEngineView {
             Qt.openUrlExternally(request.requestedUrl);
     }
     onContextMenuRequested: request => request.accepted = true
+    // The page has the keyboard once one presses into it.
+    Shortcut {
+        sequence: "Escape"
+        onActivated: Qt.quit()
+    }
     Component.onCompleted: root.loadHtml(root.html, root.base)
 }

@@ -2,7 +2,8 @@
 // with the sheet, so the browser engine costs nothing before and nothing after.
 //
 // Standard input: first a JSON line {"html": text, "base": address, "parent": window, "x", "y", "width", "height": device
-// pixels within it}; each further line {"x", "y", "width", "height"} moves it. Its end ends the program.
+// pixels within it}; each further line {"x", "y", "width", "height"} moves it. Its end ends the program,
+// and so does Escape, with 0.
 #include <QGuiApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -68,6 +69,7 @@ int main(int argc, char **argv)
     view.setResizeMode(QQuickView::SizeRootObjectToView);
     view.setInitialProperties({{u"html"_s, request["html"_L1].toString()}, {u"base"_s, QUrl(request["base"_L1].toString())}});
     view.setSource(QUrl(u"qrc:/Player.qml"_s));
+    QObject::connect(view.engine(), &QQmlEngine::quit, &application, &QGuiApplication::quit, Qt::QueuedConnection);
     if (view.status() != QQuickView::Ready)
         return 1;
     if (const auto parent = WId(request["parent"_L1].toDouble()); parent != 0)
@@ -80,8 +82,10 @@ int main(int argc, char **argv)
     QObject::connect(&input, &QSocketNotifier::activated, &application, [&] {
         std::array<char, 4096> bytes; // NOLINT(cppcoreguidelines-pro-type-member-init): read fills it
         const ssize_t count = ::read(STDIN_FILENO, bytes.data(), bytes.size());
-        if (count <= 0)
+        if (count <= 0) {
+            view.hide(); // at once; the engine takes its time
             return QGuiApplication::quit();
+        }
         pending.append(bytes.data(), count);
         for (qsizetype end = 0; (end = pending.indexOf('\n')) >= 0; pending.remove(0, end + 1))
             place(view, placeIn(parsed(pending.first(end))));

@@ -5,6 +5,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -13,6 +14,7 @@ namespace velto {
 namespace {
 
 constexpr int kGrace = 500; // ms
+constexpr int kLongGrace = 2000; // ms
 
 QJsonObject written(const QRect &place)
 {
@@ -33,7 +35,11 @@ LinuxVideoPlayer::LinuxVideoPlayer(QObject *parent)
 
 LinuxVideoPlayer::~LinuxVideoPlayer()
 {
-    close();
+    if (!m_process)
+        return;
+    m_process->disconnect(this);
+    m_process->closeWriteChannel();
+    m_process->waitForFinished(kGrace);
 }
 
 QString LinuxVideoPlayer::program()
@@ -58,16 +64,17 @@ void LinuxVideoPlayer::open(const QString &html, const QUrl &base, quintptr wind
     m_process = std::make_unique<QProcess>();
     m_process->setStandardOutputFile(QProcess::nullDevice());
     m_process->setStandardErrorFile(QProcess::nullDevice());
-    const auto ended = [this] {
+    const auto ended = [this](bool asUserWanted) {
         if (!m_process)
             return;
         m_process.release()->deleteLater(); // its own signal may have called
-        Q_EMIT failed();
+        asUserWanted ? Q_EMIT closeWanted() : Q_EMIT failed();
     };
-    connect(m_process.get(), &QProcess::finished, this, ended);
+    connect(m_process.get(), &QProcess::finished, this,
+            [ended](int code, QProcess::ExitStatus status) { ended(status == QProcess::NormalExit && code == 0); });
     connect(m_process.get(), &QProcess::errorOccurred, this, [ended](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart)
-            ended();
+            ended(false);
     });
     m_process->start(program(), {});
     QJsonObject first = written(place);
@@ -89,13 +96,13 @@ void LinuxVideoPlayer::close()
 {
     if (!m_process)
         return;
-    const std::unique_ptr<QProcess> process = std::move(m_process);
+    // The end of its input takes its window away at once; the engine goes in its own time.
+    QProcess *const process = m_process.release();
+    process->setParent(this);
     process->disconnect(this);
+    connect(process, &QProcess::finished, process, &QObject::deleteLater);
     process->closeWriteChannel();
-    process->terminate();
-    if (!process->waitForFinished(kGrace))
-        process->kill();
-    process->waitForFinished(kGrace);
+    QTimer::singleShot(kLongGrace, process, &QProcess::kill);
 }
 
 } // namespace velto

@@ -2,6 +2,10 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QListView>
+#include <QTreeView>
+
+using namespace Qt::StringLiterals;
 
 namespace velto {
 
@@ -17,6 +21,11 @@ void QtFolderPanel::choose(const QString &prompt, std::function<void(QStringList
     m_dialog->setFileMode(QFileDialog::Directory);
     m_dialog->setOption(QFileDialog::ShowDirsOnly);
     m_dialog->setLabelText(QFileDialog::Accept, prompt);
+    // Qt's own dialog picks one folder; its two lists can do more. A desktop's dialog has neither.
+    for (auto *list : m_dialog->findChildren<QListView *>(u"listView"_s))
+        list->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    for (auto *tree : m_dialog->findChildren<QTreeView *>(u"treeView"_s))
+        tree->setSelectionMode(QAbstractItemView::ExtendedSelection);
     QObject::connect(m_dialog, &QFileDialog::filesSelected, m_dialog, std::move(chosen));
     m_dialog->open();
 }

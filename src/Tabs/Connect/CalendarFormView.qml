@@ -169,9 +169,10 @@ GlassCard {
             }
             PlainText {
                 anchors.verticalCenter: parent.verticalCenter
+                visible: text !== ""
                 text: root.form.doneText
                 color: Theme.mint
-                Accessible.role: Accessible.StaticText
+                Accessible.role: Accessible.AlertMessage
                 Accessible.name: text
             }
         }

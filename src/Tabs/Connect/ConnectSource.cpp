@@ -140,6 +140,7 @@ void ConnectSource::act(const QString &module)
         m_needs.clipboard.setText(tr("brew install gh && gh auth login"));
         break;
     case Module::Repos:
+        Q_EMIT otherWindowWanted();
         chooseWatchFolders(m_needs.folderPanel, m_needs.prefs, this, [this] {
             m_needs.prefs.set(Module::Repos, true);
             m_needs.hub.refresh(true);

@@ -101,6 +101,8 @@ public:
 Q_SIGNALS:
     /// The user wants to see what connecting Claude Code's hooks adds.
     void hooksWanted();
+    /// The user goes on in a window of its own, which the panel would cover.
+    void otherWindowWanted();
     /// A form was opened; the view brings it into sight.
     void formOpened(const QString &module);
 

@@ -46,6 +46,9 @@ FocusScope {
                 sheet.active = true;
             }
         }
+        function onOtherWindowWanted(): void {
+            root.ui.close();
+        }
         function onFormOpened(module: string): void {
             const form = module === "work" ? work : module === "calendar" ? calendar : mcp;
             column.forceLayout();

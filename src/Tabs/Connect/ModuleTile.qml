@@ -56,7 +56,7 @@ Rectangle {
                 id: toggle
 
                 anchors.right: parent.right
-                anchors.rightMargin: -6
+                anchors.rightMargin: -12 // the switch itself ends with the tile's button
                 anchors.verticalCenter: parent.verticalCenter
                 text: ""
                 label: root.label

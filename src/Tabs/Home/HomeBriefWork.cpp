@@ -6,6 +6,7 @@
 #include "Platform/Workspace.h"
 #include "Tabs/Home/FirstNames.h"
 #include "Tabs/Home/GlanceSource.h"
+#include "Tabs/Home/HomeSource.h"
 #include "Tabs/Home/Pace.h"
 #include "Tabs/Home/SignalsSource.h"
 #include "Tabs/Home/WorkSource.h"
@@ -61,12 +62,11 @@ void HomeBrief::workTools()
 
 void HomeBrief::clipboard()
 {
-    GlanceSource &glances = *m_hub.glances();
-    const std::optional<ClipboardPreview> link = glances.clipboard();
+    const std::optional<ClipboardPreview> link = m_hub.glances()->clipboard();
     if (!link)
         return;
     const bool video = link->url.host().contains("youtube"_L1) || link->url.host() == "youtu.be"_L1;
-    const auto play = [&glances, url = link->url] { glances.setPlayingVideo(url); };
+    const auto play = [&hub = m_hub, url = link->url] { hub.home()->playVideo(url); };
     const QString &mark = link->symbol;
     add({u"clipboard"_s, mark, HomeItem::Tone::Info, link->title, link->detail, tr("Clipboard"),
          video ? std::optional(HomeItem::Action{tr("Play"), play}) : openLink(tr("Open"), link->url)});

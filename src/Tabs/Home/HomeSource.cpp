@@ -22,6 +22,7 @@ namespace {
 constexpr qsizetype kNextShown = 2;
 constexpr qsizetype kTodayShown = 4;
 constexpr std::chrono::minutes kLook{1};
+constexpr std::chrono::seconds kNotice{8};
 
 QList<QByteArray> itemRoles()
 {
@@ -130,7 +131,7 @@ void HomeSource::worldChanged()
 void HomeSource::publish()
 {
     arrange();
-    Published now{items(), greeting(), m_setupText, guideShown(), m_needs.hub.glances()->playingVideo()};
+    Published now{items(), greeting(), m_setupText, guideShown(), m_needs.hub.glances()->playingVideo(), m_notice};
     scheduleNextLook();
     if (now == m_published)
         return;
@@ -211,6 +212,26 @@ QUrl HomeSource::videoBase() const
 VideoPlayer *HomeSource::videoPlayer() const
 {
     return &m_needs.videoPlayer;
+}
+
+void HomeSource::playVideo(const QUrl &url)
+{
+    if (m_needs.videoPlayer.installed()) {
+        m_needs.hub.glances()->setPlayingVideo(url);
+        return;
+    }
+    notice(m_needs.workspace.open(url) ? tr("Opened in your browser. Videos play here once Qt WebEngine is installed.")
+                                       : tr("Qt WebEngine isn't installed, and no browser could be opened either."));
+}
+
+void HomeSource::notice(const QString &text)
+{
+    m_notice = text;
+    m_noticeEnd = m_needs.clock.after(kNotice, [this] {
+        m_notice.clear();
+        publish();
+    });
+    publish();
 }
 
 void HomeSource::openVideoInBrowser()

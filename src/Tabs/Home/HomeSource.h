@@ -38,6 +38,8 @@ class HomeSource : public VeltoSource {
     Q_PROPERTY(QString videoHtml READ videoHtml NOTIFY changed FINAL)
     Q_PROPERTY(QUrl videoBase READ videoBase NOTIFY changed FINAL)
     Q_PROPERTY(velto::VideoPlayer *videoPlayer READ videoPlayer CONSTANT FINAL)
+    /// What became of a press, where it isn't plain to see; empty again after a while.
+    Q_PROPERTY(QString noticeText READ noticeText NOTIFY changed FINAL)
 public:
     enum Tone : int { Bad, Warn, Info, Off }; // as HomeItem::Tone, by the names that views use
     Q_ENUM(Tone)
@@ -75,6 +77,7 @@ public:
     QString videoHtml() const;
     QUrl videoBase() const;
     VideoPlayer *videoPlayer() const;
+    const QString &noticeText() const { return m_notice; }
 
     /// Does what the button of a row does.
     Q_INVOKABLE void run(const QString &itemId);
@@ -84,6 +87,8 @@ public:
     Q_INVOKABLE void dismissGuide();
     Q_INVOKABLE void openVideoInBrowser();
     Q_INVOKABLE void closeVideo();
+    /// In the panel; in the browser where the player isn't installed.
+    void playVideo(const QUrl &url);
 
     /// One of the other stores has changed, or the user's choices.
     void worldChanged();
@@ -96,22 +101,26 @@ private:
         QString setupText;
         bool guideShown = false;
         std::optional<QUrl> video;
+        QString notice;
         bool operator==(const Published &) const = default;
     };
     void publish();
     void arrange();
     void scheduleNextLook();
+    void notice(const QString &text);
 
     Needs m_needs;
     mutable QList<HomeItem> m_items;
     mutable bool m_stale = true;
     Published m_published;
     QString m_setupText;
+    QString m_notice;
     HomeSpotlight m_spotlight;
     RowModel m_needsRows;
     RowModel m_nextRows;
     RowModel m_todayRows;
     TimerHandle m_nextLook;
+    TimerHandle m_noticeEnd;
 };
 
 } // namespace velto

@@ -155,6 +155,25 @@ FocusScope {
             }
         }
     }
+    // Over the rows, so that none of them moves from under the pointer.
+    Rectangle {
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: 28
+        height: notice.height
+        visible: root.source.noticeText !== ""
+        radius: notice.radius
+        color: Theme.sheet
+
+        NoticeBar {
+            id: notice
+
+            width: parent.width
+            symbol: "play.rectangle"
+            text: root.source.noticeText
+        }
+    }
     ScrollThumb {
         anchors.right: parent.right
         anchors.rightMargin: -9
@@ -176,6 +195,7 @@ FocusScope {
             Component.onCompleted: root.ui.sheetOpened()
             Component.onDestruction: root.ui.sheetClosed()
             onDone: root.source.closeVideo()
+            onKeyboardWanted: root.ui.askForKeyboard()
         }
         // qmllint enable unqualified
     }

@@ -28,6 +28,7 @@ void VideoFrame::componentComplete()
                 m_failed = true;
                 Q_EMIT failedChanged();
             });
+            connect(m_player, &VideoPlayer::closeWanted, this, &VideoFrame::closeWanted);
             m_player->open(m_html, m_base, quintptr(window()->winId()), place());
         },
         Qt::QueuedConnection);

@@ -25,6 +25,8 @@ public:
 Q_SIGNALS:
     void changed();
     void failedChanged();
+    /// The user pressed Escape in the video.
+    void closeWanted();
 
 protected:
     void componentComplete() override;

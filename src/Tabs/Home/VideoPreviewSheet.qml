@@ -10,29 +10,29 @@ Sheet {
     required property HomeSource source
 
     signal done
+    /// Closed out of the video, which had the keyboard.
+    signal keyboardWanted
 
     title: qsTr("Video preview")
+    symbol: "play.rectangle"
+    padding: 14
     onCancelled: root.done()
-
-    Item {
-        width: parent.width
-        height: actions.height
-
+    actions: [
         PillButton {
-            id: actions
-
+            anchors.verticalCenter: parent.verticalCenter
             text: qsTr("Open in browser")
             onClicked: root.source.openVideoInBrowser()
-        }
+        },
         IconButton {
-            anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
             symbol: "xmark"
             label: qsTr("Close")
+            help: "" // it would come under the video
             focus: true
             onClicked: root.done()
         }
-    }
+    ]
+
     Rectangle {
         width: parent.width
         height: width * 9 / 16
@@ -46,6 +46,10 @@ Sheet {
             player: root.source.videoPlayer // qmllint disable type
             html: root.source.videoHtml
             base: root.source.videoBase
+            onCloseWanted: {
+                root.keyboardWanted();
+                root.done();
+            }
         }
         EmptyNote {
             anchors.centerIn: parent
