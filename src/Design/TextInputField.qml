@@ -88,8 +88,7 @@ FocusScope {
         passwordCharacter: "•"
         Accessible.role: Accessible.EditableText
         Accessible.name: root.label
-        // The toolkit tells screen readers no name of a field for secrets, but this it does.
-        Accessible.description: root.secure ? root.label + (root.prompt === "" ? "" : ", " + root.prompt) : root.prompt === root.label ? "" : root.prompt
+        Accessible.description: root.prompt === root.label ? "" : root.prompt
         Accessible.editable: true
         Accessible.focusable: true
         onTextEdited: root.edited(input.text)
