@@ -1,5 +1,6 @@
 # What an installation consists of. The version is that of project(); its date is that of its heading in CHANGELOG.md.
 include(GNUInstallDirs)
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME velto)
 
 file(STRINGS ${PROJECT_SOURCE_DIR}/CHANGELOG.md heading REGEX "^## ${PROJECT_VERSION}, ")
 if(NOT heading MATCHES "^## [0-9.]+, ([0-9]+-[0-9]+-[0-9]+)$")
@@ -32,6 +33,11 @@ install(FILES ${from}/icons/velto-symbolic.svg DESTINATION ${CMAKE_INSTALL_DATAD
     RENAME ${VELTO_APPLICATION_ID}-symbolic.svg)
 install(FILES ${made}/velto.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES ${from}/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/velto)
+
+# Beside the program, which does without it: see LinuxVideoPlayer.
+if(TARGET velto-video)
+    install(TARGETS velto-video RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/velto COMPONENT video)
+endif()
 
 # The session bus wants an absolute path, and only the installation knows its prefix.
 install(CODE "

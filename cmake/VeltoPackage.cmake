@@ -1,13 +1,14 @@
-# The .deb that CPack makes: script/package.
+# The packages that CPack makes, with script/package: velto, and where Qt WebEngine is here velto-video, which plays videos in the
+# panel. That one is apart, so that nobody has to install a browser engine.
 
 set(VELTO_MAINTAINER "The Velto developers <developers@velto.invalid>" CACHE STRING "Who answers for the package: NAME <ADDRESS>")
 
-# velto_qml_packages(VAR): the Debian packages of all QML modules that the views import, straight or through others. They are
+# velto_qml_packages(VAR FILE...): the Debian packages of all QML modules that these views import, straight or through others. They are
 # loaded by name, so that no linker knows of them.
 function(velto_qml_packages variable)
     find_program(QML_IMPORT_SCANNER qmlimportscanner PATHS ${QT6_INSTALL_PREFIX}/${QT6_INSTALL_LIBEXECS} REQUIRED)
     set(modules ${QT6_INSTALL_PREFIX}/${QT6_INSTALL_QML})
-    execute_process(COMMAND ${QML_IMPORT_SCANNER} -rootPath ${PROJECT_SOURCE_DIR}/src -importPath ${modules}
+    execute_process(COMMAND ${QML_IMPORT_SCANNER} -qmlFiles ${ARGN} -importPath ${modules}
         OUTPUT_VARIABLE imports COMMAND_ERROR_IS_FATAL ANY)
     string(JSON count LENGTH "${imports}")
     math(EXPR last "${count} - 1")
@@ -38,23 +39,39 @@ endfunction()
 
 find_program(DPKG_QUERY dpkg-query)
 if(DPKG_QUERY)
-    velto_qml_packages(depends)
+    file(GLOB_RECURSE views CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/*.qml)
+    list(FILTER views EXCLUDE REGEX "/src/Video/")
+    velto_qml_packages(depends ${views})
+    velto_qml_packages(video_depends ${PROJECT_SOURCE_DIR}/src/Video/Player.qml)
 endif()
 # What the program runs or loads by name: the hooks call curl, links are opened by xdg-open, secrets go to the keyring.
 list(APPEND depends curl libsecret-1-0 xdg-utils)
-list(JOIN depends ", " CPACK_DEBIAN_PACKAGE_DEPENDS)
+list(JOIN depends ", " CPACK_DEBIAN_VELTO_PACKAGE_DEPENDS)
+list(JOIN video_depends ", " CPACK_DEBIAN_VIDEO_PACKAGE_DEPENDS)
+string(APPEND CPACK_DEBIAN_VIDEO_PACKAGE_DEPENDS ", velto (= ${PROJECT_VERSION})")
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME velto)
 set(CPACK_PACKAGE_VENDOR "The Velto developers")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "says at the top of the screen which coding agents wait for you")
-set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-"Velto is a black strip at the top centre of the screen. It shows at a
+set(CPACK_DEBIAN_VELTO_DESCRIPTION
+"says at the top of the screen which coding agents wait for you
+Velto is a black strip at the top centre of the screen. It shows at a
 glance which Claude Code sessions wait for you and which are working.
 .
 When something changes, one line slides out of it; when a session wants
 to run a tool, that line asks, and the answer goes back to the session.
 It needs an X11 session, or XWayland under Wayland.")
+set(CPACK_DEBIAN_VIDEO_DESCRIPTION
+"plays videos in the panel of Velto
+With this, a video whose link was copied plays in place. Without it the link
+opens in the browser.")
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_ALL velto)
+if(TARGET velto-video)
+    list(APPEND CPACK_COMPONENTS_ALL video)
+endif()
+set(CPACK_DEBIAN_VELTO_PACKAGE_NAME velto)
+set(CPACK_DEBIAN_VIDEO_PACKAGE_NAME velto-video)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
@@ -64,8 +81,8 @@ set(CPACK_DEBIAN_PACKAGE_MAINTAINER ${VELTO_MAINTAINER})
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "default-dbus-session-bus | dbus-session-bus, fonts-inter, qt6-svg-plugins | libqt6svg6")
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS "gh, git, gnome-keyring | org.freedesktop.secrets")
+set(CPACK_DEBIAN_VELTO_PACKAGE_RECOMMENDS "default-dbus-session-bus | dbus-session-bus, fonts-inter, qt6-svg-plugins | libqt6svg6")
+set(CPACK_DEBIAN_VELTO_PACKAGE_SUGGESTS "gh, git, velto-video, gnome-keyring | org.freedesktop.secrets")
 
 # What Debian's policy wants besides: the changelog in its own form.
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
@@ -78,5 +95,7 @@ add_custom_command(
     VERBATIM)
 add_custom_target(velto-changelog ALL DEPENDS ${changelog})
 install(FILES ${changelog} DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/velto)
+install(FILES ${changelog} ${PROJECT_SOURCE_DIR}/packaging/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/velto-video
+    COMPONENT video EXCLUDE_FROM_ALL)
 
 include(CPack)

@@ -6,6 +6,7 @@ TextField {
     id: root
 
     required property string label
+    readonly property string hint: (root.echoMode === TextInput.Password ? root.label + ", " : "") + root.placeholderText
 
     implicitHeight: Math.round(contentHeight + 12)
     leftPadding: 10
@@ -13,10 +14,11 @@ TextField {
     verticalAlignment: TextInput.AlignVCenter
     selectByMouse: true
     Accessible.name: root.label
-    // The toolkit tells screen readers no name of a field for secrets, and puts the placeholder for its description.
+    // The toolkit tells screen readers no name of a field for secrets, and sometimes makes the placeholder its description.
+    Accessible.description: root.hint
     Accessible.onDescriptionChanged: {
-        if (root.echoMode === TextInput.Password && !root.Accessible.description.startsWith(root.label))
-            root.Accessible.description = root.label + ", " + root.placeholderText;
+        if (root.Accessible.description !== root.hint)
+            root.Accessible.description = Qt.binding(() => root.hint);
     }
 
     background: Rectangle {

@@ -18,9 +18,10 @@ Rectangle {
 
     Rectangle {
         anchors.fill: parent
-        anchors.margins: -2
+        // Apart from what is filled with the same colour.
+        anchors.margins: root.filled ? -4 : -2
         visible: root.control.visualFocus
-        radius: 8
+        radius: root.radius - anchors.margins
         color: "transparent"
         border.width: 2
         border.color: root.palette.highlight

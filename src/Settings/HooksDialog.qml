@@ -31,6 +31,13 @@ FormDialog {
                 selectByMouse: true
                 textFormat: TextEdit.PlainText
                 wrapMode: TextEdit.Wrap
+                padding: 10
+                background: Rectangle {
+                    radius: 6
+                    color: root.palette.base
+                    border.width: 1
+                    border.color: Qt.alpha(root.palette.windowText, 0.16)
+                }
                 text: root.text
                 font.family: Theme.fixedFamily
                 Accessible.name: qsTr("What is added")

@@ -1,10 +1,7 @@
-#include "Settings/SettingsStore.h"
-#include "Settings/Welcome.h"
-#include "World.h"
+#include "Settings/Desk.h"
 
 #include <QDir>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -13,20 +10,7 @@ namespace velto {
 
 namespace {
 
-struct Desk : World {
-    FakeLoginItem loginItem;
-    QTemporaryDir folder;
-    Places here{folder.path(), {}, {}, folder.path()};
-    SettingsStore::Needs needs{hub,      prefs,     background, defaults, keychain, folderPanel, loginItem,
-                               terminal, installer, tools,      here,     4747,     u"1.2"_s};
-    SettingsStore settings{needs};
-    Welcome::Needs welcome{hub, prefs, background, tools, loginItem, here};
-
-    Desk()
-    {
-        background.finishAll();
-        wait(0);
-    }
+struct Watched : Desk {
     /// How often the world was read anew, by force, during `change`.
     int refreshes(const std::function<void()> &change)
     {
@@ -52,7 +36,7 @@ class SettingsTest : public QObject {
 private Q_SLOTS:
     void whatIsChosenIsStoredAtOnceAndShown()
     {
-        Desk desk;
+        Watched desk;
         GeneralSettings &general = *desk.settings.general();
         QCOMPARE(desk.refreshes([&] { general.setMode(int(Prefs::Mode::Sales)); }), 1);
         QCOMPARE(general.modeLine(), u"Outreach, meetings, CRM and follow-ups"_s);
@@ -88,7 +72,7 @@ private Q_SLOTS:
     void aBudgetIsAWholeNumber()
     {
         QFETCH(QString, typed);
-        Desk desk;
+        Watched desk;
         desk.prefs.setDailyBudget(7);
         desk.settings.general()->setDailyBudget(typed);
         QTEST(desk.prefs.dailyBudget(), "stored");
@@ -96,7 +80,7 @@ private Q_SLOTS:
 
     void theLoginSwitchShowsWhatBecameOfIt()
     {
-        Desk desk;
+        Watched desk;
         desk.loginItem.allowed = false;
         const QSignalSpy changed(desk.settings.general(), &GeneralSettings::changed);
         desk.settings.general()->setLogin(true);
@@ -109,7 +93,7 @@ private Q_SLOTS:
 
     void modulesAndFolders()
     {
-        Desk desk;
+        Watched desk;
         ModuleSettings &modules = *desk.settings.modules();
         desk.prefs.selectMode(Prefs::Mode::All);
         QCOMPARE(desk.refreshes([&] { modules.set(u"media"_s, false); }), 1);
@@ -128,7 +112,7 @@ private Q_SLOTS:
 
     void tokensAreTrimmedStoredAndNeverShown()
     {
-        Desk desk;
+        Watched desk;
         TokenSettings &tokens = *desk.settings.tokens();
         tokens.save(u"Velto.linear"_s, u"   "_s);
         QVERIFY(!tokens.isSaved(u"Velto.linear"_s));
@@ -142,7 +126,7 @@ private Q_SLOTS:
 
     void aHubIsKeptOnceItTookTheToken()
     {
-        Desk desk;
+        Watched desk;
         QuillboxSettings &hub = *desk.settings.quillbox();
         for (const QString &noAddress : {QString(), u"hub.local"_s, u"https://a b"_s}) {
             hub.setUrl(noAddress);
@@ -188,7 +172,7 @@ private Q_SLOTS:
 
     void disconnectingAHubForgetsTheTokensOfTheWorkToolsToo()
     {
-        Desk desk;
+        Watched desk;
         for (const QString &name : {u"Velto.quillbox"_s, u"Velto.linear"_s, u"Velto.jira"_s, u"Velto.slack"_s})
             desk.keychain.put(name, u"x"_s);
         desk.prefs.setQuillboxURL(u"https://hub.example.net"_s);
@@ -208,7 +192,7 @@ private Q_SLOTS:
 
     void theHooksCanBeConnectedWhereClaudeCodeHasAFolder()
     {
-        Desk desk;
+        Watched desk;
         ClaudeSettings &claude = *desk.settings.claude();
         QVERIFY(!claude.canConnect());
         QVERIFY(QDir(desk.folder.path()).mkdir(u".claude"_s));
@@ -225,7 +209,7 @@ private Q_SLOTS:
 
     void theResetTakesBackWhatItSaysAndNoMore()
     {
-        Desk desk;
+        Watched desk;
         desk.hub.agents()->installHooks();
         desk.loginItem.set(true);
         for (const QString &name : {u"Velto.quillbox"_s, u"Velto.linear"_s, u"Velto.googleCalendar.tokens"_s})
@@ -244,7 +228,7 @@ private Q_SLOTS:
 
     void theWelcomeTurnsOffWhatCanNotWorkHere()
     {
-        Desk desk;
+        Watched desk;
         desk.tools.installed.clear();
         desk.prefs.setRepoRoots({});
         Welcome welcome(desk.welcome);
@@ -263,7 +247,7 @@ private Q_SLOTS:
 
     void aFinishedWelcomeIsNotRedone()
     {
-        Desk desk;
+        Watched desk;
         desk.prefs.setOnboarded(true);
         desk.prefs.set(Prefs::Module::Usage, true);
         desk.tools.installed.clear();
@@ -287,7 +271,7 @@ private Q_SLOTS:
     {
         QFETCH(bool, login);
         QFETCH(bool, hooks);
-        Desk desk;
+        Watched desk;
         desk.tools.installed.insert(u"claude"_s);
         Welcome welcome(desk.welcome);
         const QSignalSpy done(&welcome, &Welcome::done);

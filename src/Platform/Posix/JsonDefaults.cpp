@@ -4,7 +4,9 @@
 #include "Platform/Files.h"
 
 #include <QDateTime>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <cmath>
@@ -16,6 +18,7 @@ namespace velto {
 namespace {
 
 constexpr qint64 kLargest = 16 * 1024 * 1024;
+constexpr auto kDamaged = ".damaged-"_L1;
 constexpr auto kReal = "real"_L1;
 constexpr auto kDate = "date"_L1;
 
@@ -152,8 +155,14 @@ void JsonDefaults::clear()
     m_values = {};
     // Everything is to go, whatever it was.
     m_unreadable = false;
+    m_damaged.clear();
     m_unsaved = true;
-    save();
+    save(); // emptied first, for a folder that lets no file go
+    const QFileInfo file(m_path);
+    QDir folder = file.dir();
+    for (const QString &name : folder.entryList({file.fileName(), file.fileName() + kDamaged + u'*'}, QDir::Files | QDir::Hidden))
+        folder.remove(name);
+    QDir().rmdir(folder.path()); // unless something else stands in it
 }
 
 void JsonDefaults::keepPrivate() const
@@ -172,7 +181,7 @@ bool JsonDefaults::keepDamaged()
     const QString stamp = m_clock.wallTime().toUTC().toString(Qt::ISODate).replace(':'_L1, '-'_L1);
     for (int attempt = 1; attempt <= kAttempts; ++attempt) {
         const QString suffix = attempt == 1 ? QString() : u"-%1"_s.arg(attempt);
-        const QString copy = m_path + ".damaged-"_L1 + stamp + suffix;
+        const QString copy = m_path + kDamaged + stamp + suffix;
         const auto standing = m_files.read(copy, 0);
         const auto *error = std::get_if<FileError>(&standing);
         if (error && error->missing)

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Settings/SettingsStore.h"
+#include "Settings/Welcome.h"
+#include "World.h"
+
+#include <QTemporaryDir>
+
+namespace velto {
+
+/// The settings and the welcome on a world that does as it is told.
+struct Desk : World {
+    FakeLoginItem loginItem;
+    QTemporaryDir folder;
+    Places here{folder.path(), {}, {}, folder.path()};
+    SettingsStore::Needs needs{hub,      prefs,     background, defaults, keychain, folderPanel,          loginItem,
+                               terminal, installer, tools,      here,     4747,     QStringLiteral("1.2")};
+    SettingsStore settings{needs};
+    Welcome::Needs welcome{hub, prefs, background, tools, loginItem, here};
+
+    Desk()
+    {
+        background.finishAll();
+        wait(0);
+    }
+};
+
+} // namespace velto

@@ -1,0 +1,174 @@
+#include "Settings/Desk.h"
+#include "Warnings.h"
+
+#include <QAccessible>
+#include <QDir>
+#include <QGuiApplication>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+QString spoken(QQuickItem *item)
+{
+    const QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(item);
+    if (!interface)
+        return {};
+    const QString name = interface->text(QAccessible::Name);
+    return name.isEmpty() ? interface->text(QAccessible::Description) : name;
+}
+
+QList<QQuickItem *> controlsBelow(QQuickItem *root)
+{
+    QList<QQuickItem *> controls;
+    for (QQuickItem *child : root->childItems()) {
+        if (!child->isVisible())
+            continue;
+        if (child->activeFocusOnTab())
+            controls.append(child);
+        controls += controlsBelow(child);
+    }
+    return controls;
+}
+
+} // namespace
+
+class WindowsTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase() { m_engine.addImportPath(u"qrc:/qt/qml"_s); }
+
+    void init()
+    {
+        m_desk = std::make_unique<Desk>();
+        QVERIFY(QDir(m_desk->folder.path()).mkdir(u".claude"_s));
+        Warnings::start();
+    }
+
+    void cleanup()
+    {
+        m_window.reset();
+        m_welcome.reset();
+        m_desk.reset();
+        const QStringList warnings = Warnings::stop();
+        QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(u'\n')));
+    }
+
+    void everyControlCanBeReachedByKeysAndHasAName_data()
+    {
+        QTest::addColumn<int>("pane");
+        QTest::addColumn<QStringList>("some");
+        QTest::newRow("general") << 0 << QStringList{u"Starting view, Custom"_s, u"What matters most today?"_s};
+        QTest::newRow("modules") << 1 << QStringList{u"AI agents"_s, u"Git repos with unsaved work"_s};
+        QTest::newRow("claude") << 2 << QStringList{u"Connect…"_s};
+        QTest::newRow("work") << 3 << QStringList{u"Linear API key, Paste here"_s, u"Site"_s, u"Save API token"_s};
+        QTest::newRow("quillbox") << 4 << QStringList{u"Hub address"_s, u"Access token, qb_…"_s, u"Test & Save"_s};
+        QTest::newRow("about") << 5 << QStringList{u"Remove Velto's changes and quit…"_s};
+        QTest::newRow("welcome") << -1 << QStringList{u"Mode, Custom"_s, u"Todos"_s, u"Start using Velto"_s};
+    }
+
+    void everyControlCanBeReachedByKeysAndHasAName()
+    {
+        QFETCH(int, pane);
+        QFETCH(QStringList, some);
+        if (pane < 0)
+            open("WelcomeWindow.qml", (m_welcome = std::make_unique<Welcome>(m_desk->welcome)).get());
+        else
+            openPane(pane);
+        QStringList names;
+        for (QQuickItem *control : controlsBelow(m_window->contentItem()))
+            names += spoken(control);
+        QVERIFY2(!names.contains(QString()), qPrintable(names.join(u'|')));
+        for (const QString &name : some)
+            QVERIFY2(names.contains(name), qPrintable(name + u" in "_s + names.join(u'|')));
+    }
+
+    void aSwitchChangesWhatItSaysAtOnce()
+    {
+        openPane(0);
+        press(u"Stay quiet while I record my screen"_s);
+        QVERIFY(!m_desk->prefs.quietWhileRecording());
+        // Where the wish isn't met it goes back.
+        m_desk->loginItem.allowed = false;
+        press(u"Open Velto when you log in"_s);
+        QCOMPARE(named(u"Open Velto when you log in"_s)->property("checked"), QVariant(false));
+        openPane(1);
+        press(u"Todos"_s);
+        QVERIFY(!m_desk->prefs.isOn(Prefs::Module::Todos));
+    }
+
+    void theResetIsAskedForTwice()
+    {
+        const QSignalSpy quit(m_desk->settings.about(), &AboutSettings::quitWanted);
+        openPane(5);
+        press(u"Remove Velto's changes and quit…"_s);
+        QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Cancel"_s);
+        QTest::keyClick(m_window.get(), Qt::Key_Return);
+        QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Remove Velto's changes and quit…"_s);
+        QCOMPARE(quit.count(), 0);
+        press(u"Remove Velto's changes and quit…"_s);
+        QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Cancel"_s);
+        QTest::keyClick(m_window.get(), Qt::Key_Tab);
+        QTest::keyClick(m_window.get(), Qt::Key_Return);
+        QCOMPARE(quit.count(), 1);
+    }
+
+private:
+    void open(const char *file, QObject *store)
+    {
+        QQmlComponent component(&m_engine, QUrl(u"qrc:/qt/qml/Velto/Settings/"_s + QLatin1StringView(file)));
+        m_window.reset(
+            qobject_cast<QQuickWindow *>(component.createWithInitialProperties({{u"store"_s, QVariant::fromValue(store)}})));
+        QVERIFY2(m_window, qPrintable(component.errorString()));
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+    }
+    void openPane(int index)
+    {
+        open("SettingsWindow.qml", &m_desk->settings);
+        QVERIFY(QMetaObject::invokeMethod(m_window.get(), "show", Q_ARG(int, index)));
+        m_desk->background.finishAll();
+        QCoreApplication::processEvents();
+    }
+    QQuickItem *named(const QString &name)
+    {
+        for (QQuickItem *control : controlsBelow(m_window->contentItem())) {
+            if (spoken(control) == name)
+                return control;
+        }
+        return nullptr;
+    }
+    void press(const QString &name)
+    {
+        QQuickItem *control = named(name);
+        QVERIFY2(control, qPrintable(name));
+        control->forceActiveFocus(Qt::TabFocusReason); // which brings it into sight
+        QTest::mouseClick(m_window.get(), Qt::LeftButton, {},
+                          control->mapToScene(QPointF(control->width() / 2, control->height() / 2)).toPoint());
+    }
+
+    QQmlEngine m_engine;
+    std::unique_ptr<Desk> m_desk;
+    std::unique_ptr<Welcome> m_welcome;
+    std::unique_ptr<QQuickWindow> m_window;
+};
+
+} // namespace velto
+
+int main(int argc, char **argv)
+{
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    const QGuiApplication application(argc, argv);
+    QAccessible::setActive(true);
+    velto::WindowsTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "WindowsTest.moc"
