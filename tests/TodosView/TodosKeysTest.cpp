@@ -82,6 +82,10 @@ void TodosKeysTest::controlDFinishesAndControlZBringsBack()
     press(Qt::Key_Z, Qt::ControlModifier);
     QVERIFY(!source().pendingDone());
     QVERIFY(row(u"Renew the passport"_s));
+    press(Qt::Key_Tab);
+    press(Qt::Key_Space); // on its button
+    QVERIFY(source().pendingDone() && !source().selected());
+    QCOMPARE(focused(), u"Todos"_s); // the keyboard stays nearby
 }
 
 void TodosKeysTest::controlNWritesATodoByKeysAlone()

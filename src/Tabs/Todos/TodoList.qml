@@ -19,6 +19,9 @@ ListView {
     /// A row goes or comes back, with the next layout. What a filter or a search does to the list is there at once.
     readonly property bool moving: movement.running
 
+    /// The row that had the keyboard has gone.
+    signal keyboardLost
+
     y: root.start
     height: Math.max(0, parent.height - y)
     visible: count > 0 && height > 44 // with the form open there may be no room
@@ -127,6 +130,7 @@ ListView {
 
         width: root.width
         source: root.source
+        onKeyboardLost: root.keyboardLost()
         onHeightChanged: {
             if (row.unfolding && row.unfolded)
                 root.follow(row);

@@ -37,6 +37,9 @@ Item {
     /// The keyboard came with the arrows: the selection shows where it is, and a ring would say it twice.
     property bool quiet: false
 
+    /// It went out of sight with the keyboard in it.
+    signal keyboardLost
+
     height: root.wanted
     visible: !root.resting
     activeFocusOnTab: root.isTodoRow && (root.selected || root.activeFocus)
@@ -70,10 +73,15 @@ Item {
         root.source.press(root.todoId);
     }
     function rest(): void {
+        let had = false;
+        for (let at = root.Window.activeFocusItem; at && !had; at = at.parent)
+            had = at === root;
         root.unfolding = false;
         root.unfolded = false;
         root.focus = done.focus = fold.focus = false;
         root.resting = true;
+        if (had)
+            root.keyboardLost();
     }
     function wake(): void {
         root.opacity = 1; // it may have faded away as another

@@ -197,6 +197,11 @@ FocusScope {
 
     // Where Tab stops at a list without a selection. The arrows go on from there.
     Item {
+        id: stop
+
+        /// The keyboard came from a row that has gone, perhaps by the pointer: no ring around the whole list.
+        property bool quiet: false
+
         y: list.y
         width: parent.width
         height: list.height - 2
@@ -206,8 +211,14 @@ FocusScope {
         Accessible.name: list.Accessible.name
         Accessible.focusable: true
 
+        onActiveFocusChanged: {
+            if (!stop.activeFocus)
+                stop.quiet = false;
+        }
+
         FocusRing {
             corner: Theme.radiusRow
+            visible: stop.activeFocus && !stop.quiet
         }
     }
     TodoList {
@@ -217,6 +228,11 @@ FocusScope {
         settled: root.settled
         start: head.y + head.height + 6
         width: parent.width
+        onKeyboardLost: {
+            stop.quiet = stop.visible;
+            if (stop.visible)
+                stop.forceActiveFocus(Qt.OtherFocusReason);
+        }
     }
 
     EmptyNote {
