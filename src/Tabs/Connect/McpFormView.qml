@@ -31,7 +31,8 @@ GlassCard {
         }
     }
     Repeater {
-        model: root.form.servers
+        // A hundred rows that nobody sees would hold up a frame.
+        model: root.visible ? root.form.servers : null
 
         Item {
             id: server
