@@ -5,10 +5,9 @@ Usage: script/with-desktop --own-network tests/e2e/connect.py VELTO. Ends with 7
 """
 
 import json
-import sys
 import time
 
-from velto_desktop import AGENTS_TAB, Failure, Velto, check_machine, expect, until
+from velto_desktop import AGENTS_TAB, Velto, check_machine, expect, run, until
 
 SESSION = "aefe0d0b-131d-43a7-b83d-daf04de24178"
 FOREIGN = {"model": "opus", "hooks": {"Stop": [{"hooks": [{"type": "command", "command": "notify-send done"}]}]}}
@@ -67,9 +66,4 @@ JSON
 
 
 if __name__ == "__main__":
-    if len(sys.argv) != 2:
-        sys.exit(__doc__)
-    try:
-        main(sys.argv[1])
-    except Failure as failure:
-        sys.exit(f"failed: {failure}")
+    run(main, __doc__)

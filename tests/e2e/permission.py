@@ -5,11 +5,10 @@ Usage: script/with-desktop --own-network tests/e2e/permission.py VELTO. Ends wit
 """
 
 import json
-import sys
 import time
 
 import velto_desktop
-from velto_desktop import ALLOW, DENY, GUARD_SECONDS, PEEK_ROW_HEIGHT, PEEK_WIDTH, ROW_TEXT, Failure, Velto, check_machine, expect
+from velto_desktop import ALLOW, DENY, GUARD_SECONDS, PEEK_ROW_HEIGHT, PEEK_WIDTH, ROW_TEXT, Failure, Velto, check_machine, expect, run
 
 ALLOWED = {"hookSpecificOutput": {"hookEventName": "PermissionRequest", "decision": {"behavior": "allow"}}}
 DENIED = {
@@ -70,9 +69,4 @@ def main(program):
 
 
 if __name__ == "__main__":
-    if len(sys.argv) != 2:
-        sys.exit(__doc__)
-    try:
-        main(sys.argv[1])
-    except Failure as failure:
-        sys.exit(f"failed: {failure}")
+    run(main, __doc__)

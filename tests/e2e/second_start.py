@@ -7,9 +7,8 @@ Usage: script/with-desktop --own-network tests/e2e/second_start.py VELTO. Ends w
 import fcntl
 import os
 import subprocess
-import sys
 
-from velto_desktop import Failure, Velto, check_machine, expect, until
+from velto_desktop import Velto, check_machine, expect, run, until
 
 PANEL = (780, 520)
 
@@ -59,9 +58,4 @@ def main(program):
 
 
 if __name__ == "__main__":
-    if len(sys.argv) != 2:
-        sys.exit(__doc__)
-    try:
-        main(sys.argv[1])
-    except Failure as failure:
-        sys.exit(f"failed: {failure}")
+    run(main, __doc__)

@@ -5,10 +5,9 @@ Usage: script/with-desktop --own-network tests/e2e/todos.py VELTO. Ends with 77 
 """
 
 import json
-import sys
 import time
 
-from velto_desktop import Failure, Velto, check_machine, expect, until, xdotool
+from velto_desktop import Failure, Velto, check_machine, expect, run, until, xdotool
 
 PANEL = (780, 520)
 TODOS_TAB = 2
@@ -129,9 +128,4 @@ def main(program):
 
 
 if __name__ == "__main__":
-    if len(sys.argv) != 2:
-        sys.exit(__doc__)
-    try:
-        main(sys.argv[1])
-    except Failure as failure:
-        sys.exit(f"failed: {failure}")
+    run(main, __doc__)

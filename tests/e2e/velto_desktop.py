@@ -44,6 +44,16 @@ def port_is_taken():
         return attempt.connect_ex(("127.0.0.1", PORT)) == 0
 
 
+def run(main, usage):
+    """The program of a test: main(VELTO) with its only argument."""
+    if len(sys.argv) != 2:
+        sys.exit(usage)
+    try:
+        main(sys.argv[1])
+    except Failure as failure:
+        sys.exit(f"failed: {failure}")
+
+
 def expect(what, seen, wanted):
     if seen != wanted:
         raise Failure(f"{what}: saw {seen!r}, wanted {wanted!r}")
