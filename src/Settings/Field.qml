@@ -11,7 +11,8 @@ FormField {
 
     Component.onCompleted: root.text = root.stored
     onStoredChanged: {
-        if (!root.activeFocus)
+        // Not under the hands of who types, unless it is to be emptied.
+        if (!root.activeFocus || root.stored === "")
             root.text = root.stored;
     }
     onActiveFocusChanged: {
