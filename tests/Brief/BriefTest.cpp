@@ -240,6 +240,31 @@ private Q_SLOTS:
         QTEST(pace(usage, budget, now).value_or(QString()), "text");
     }
 
+    void aLinkIsOfferedIfABrowserTakesIt()
+    {
+        Morning m;
+        for (const auto &[link, label] :
+             {std::pair(u"https://a.example/x"_s, u"Open"_s), std::pair(u"file://host/x"_s, QString()),
+              std::pair(u"https://youtu.be/x"_s, u"Play"_s)}) {
+            m.clipboard.setText(link);
+            m.hub.glances()->refresh();
+            m.background.finishAll();
+            const HomeItem item = m.item(u"clipboard"_s);
+            QCOMPARE(item.id, u"clipboard"_s);
+            QCOMPARE(item.action ? item.action->label : QString(), label);
+        }
+    }
+
+    void aTrackWithoutAnArtistBeginsWithItsPlayer()
+    {
+        Morning m;
+        m.prefs.set(Prefs::Module::Media, true);
+        m.players.players = {{{u"mpv"_s, u"mpv"_s}, MediaReport{u"mpv"_s, u"Tone"_s, {}, MediaReport::State::Playing}}};
+        m.hub.everyday()->refresh();
+        QCOMPARE(m.item(u"media"_s).title, u"Tone"_s);
+        QCOMPARE(m.item(u"media"_s).detail, u"mpv"_s);
+    }
+
     void greetingGoesByTheHour_data()
     {
         QTest::addColumn<QTime>("time");
