@@ -1,6 +1,32 @@
 #pragma once
 
+#include <QList>
 #include <QTest>
+#include <memory>
+
+/// The test classes of a program; each file registers its own.
+using MakeTest = std::unique_ptr<QObject> (*)();
+inline QList<MakeTest> &tests()
+{
+    static QList<MakeTest> list;
+    return list;
+}
+
+template <typename Test> struct Registered {
+    Registered()
+    {
+        tests().append([]() -> std::unique_ptr<QObject> { return std::make_unique<Test>(); });
+    }
+};
+
+/// Runs what is registered, one after the other; the exit status is the number of classes that failed.
+inline int runTests(int argc, char **argv)
+{
+    int failed = 0;
+    for (const MakeTest make : tests())
+        failed += QTest::qExec(make().get(), argc, argv) != 0;
+    return failed;
+}
 
 namespace velto {
 

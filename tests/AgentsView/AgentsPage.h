@@ -1,43 +1,34 @@
 #pragma once
 
-#include "World.h"
+#include "ViewPage.h"
 
-#include "Design/TabOrder.h"
-#include "Shell/UI.h"
-
-#include <QQuickView>
-#include <QTest>
-#include <memory>
-
-class QQuickItem;
+#include <QQuickItem>
 
 namespace velto {
 
-/// The tab on the real store, in a window of its own. A warning of QML fails the test.
-class AgentsPage : public QObject {
+/// The Agents tab on the real store.
+class AgentsPage : public ViewPage {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init();
-    void cleanup();
-
 protected:
-    void show();
-    QQuickItem *row(const QString &id) const;
+    /// With this many sessions of each kind.
+    void show(int working = 0, int blocked = 0)
+    {
+        m_world->setSessions(working, blocked);
+        m_world->refresh();
+        ViewPage::show(*m_world->hub.agents(), 400);
+        m_world->background.finishAll();
+    }
     /// From top to bottom.
-    QList<QQuickItem *> rows() const;
-    QQuickItem *button(const QString &name) const;
-    /// Whether a screen reader finds this text.
-    bool says(const QString &text) const;
-    QQuickItem *list() const;
-    void click(QQuickItem *item);
-    /// What a screen reader says.
-    static QString nameOf(QQuickItem *item);
-
-    std::unique_ptr<World> m_world;
-    std::unique_ptr<UI> m_ui;
-    std::unique_ptr<QQuickView> m_view;
-    std::unique_ptr<TabOrder> m_tabOrder;
+    QList<QQuickItem *> rows() const { return rowsWith("isAgentRow"); }
+    QStringList ids() const
+    {
+        QStringList ids;
+        for (QQuickItem *shown : rows())
+            ids += shown->property("agentId").toString();
+        return ids;
+    }
+    QQuickItem *row(const QString &id) const { return rows().value(ids().indexOf(id)); }
 };
 
 } // namespace velto

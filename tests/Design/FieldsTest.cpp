@@ -1,107 +1,11 @@
-#include "Design/FieldsTest.h"
+#include "ViewWindow.h"
 
-#include "Warnings.h"
-
-#include <QQmlComponent>
-#include <QQmlEngine>
-#include <QQuickItem>
-#include <QSignalSpy>
-#include <QTest>
+#include "Core/DateModel.h"
+#include "Platform/Fake/FakeClock.h"
 
 using namespace Qt::StringLiterals;
 
 namespace velto {
-
-void FieldsTest::init()
-{
-    Warnings::start();
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-    m_date = std::make_unique<DateModel>(m_clock);
-}
-
-void FieldsTest::cleanup()
-{
-    m_tabOrder.reset();
-    m_view.reset();
-    QLocale::setDefault(QLocale::system());
-    const QStringList warnings = Warnings::stop();
-    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(u'\n')));
-}
-
-void FieldsTest::show(const QString &qml)
-{
-    m_view = std::make_unique<QQuickView>();
-    m_tabOrder = std::make_unique<TabOrder>(*m_view);
-    m_view->engine()->addImportPath(u"qrc:/qt/qml"_s);
-    QQmlComponent component(m_view->engine());
-    const QString head = u"import QtQuick\nimport Velto.Design\nItem { id: root; width: 400; height: 400\n"
-                         "property DateModel date\nproperty string said\nproperty int saved: 0\n"
-                         "Keys.onReturnPressed: ++root.saved\n"_s;
-    component.setData((head + qml + u'}').toUtf8(), QUrl(u"qrc:/test.qml"_s));
-    m_root = qobject_cast<QQuickItem *>(component.createWithInitialProperties({{u"date"_s, QVariant::fromValue(m_date.get())}}));
-    QVERIFY2(m_root, qPrintable(component.errorString()));
-    m_view->resize(400, 400);
-    m_root->setParent(m_view.get());
-    m_root->setParentItem(m_view->contentItem());
-    m_view->show();
-    m_view->requestActivate();
-    QVERIFY(QTest::qWaitForWindowExposed(m_view.get()) && QTest::qWaitForWindowActive(m_view.get()));
-}
-
-void FieldsTest::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
-{
-    QTest::keyClick(m_view.get(), key, modifiers);
-    m_view->grabWindow(); // lays everything out
-}
-
-void FieldsTest::type(const QString &text)
-{
-    for (const QChar c : text)
-        QTest::keyClick(m_view.get(), c.toLatin1());
-}
-
-QAccessibleInterface *FieldsTest::accessible(QQuickItem *item)
-{
-    return item ? QAccessible::queryAccessibleInterface(item) : nullptr;
-}
-
-QString FieldsTest::focused() const
-{
-    QAccessibleInterface *interface = accessible(m_view->activeFocusItem());
-    return interface ? interface->text(QAccessible::Name) : QString();
-}
-
-QAccessible::State FieldsTest::focusedState() const
-{
-    QAccessibleInterface *interface = accessible(m_view->activeFocusItem());
-    return interface ? interface->state() : QAccessible::State();
-}
-
-QQuickItem *FieldsTest::item(const QString &objectName) const
-{
-    return m_root->findChild<QQuickItem *>(objectName);
-}
-
-QQuickItem *FieldsTest::named(const QString &name, QQuickItem *below) const
-{
-    const QList<QQuickItem *> children = (below ? below : m_view->contentItem())->childItems();
-    for (QQuickItem *child : children) {
-        QAccessibleInterface *interface = child->isVisible() ? accessible(child) : nullptr;
-        if (interface && interface->text(QAccessible::Name) == name)
-            return child;
-        if (QQuickItem *found = named(name, child))
-            return found;
-    }
-    return nullptr;
-}
-
-void FieldsTest::click(QQuickItem *target)
-{
-    QVERIFY(target);
-    m_view->grabWindow();
-    QTest::mouseClick(m_view.get(), Qt::LeftButton, {},
-                      target->mapToScene({target->width() / 2, target->height() / 2}).toPoint());
-}
 
 namespace {
 
@@ -116,262 +20,296 @@ const QString kSegments =
 
 } // namespace
 
-void FieldsTest::oneOfAFewIsChosenByKeys()
-{
-    show(kSegments);
-    QCOMPARE(accessible(item(u"control"_s))->text(QAccessible::Name), u"Show"_s);
-    press(Qt::Key_Tab);
-    QCOMPARE(focused(), u"Overdue"_s);
-    QVERIFY(focusedState().checked);
-    press(Qt::Key_Right);
-    QCOMPARE(focused(), u"All"_s);
-    QVERIFY(focusedState().checked);
-    press(Qt::Key_Left);
-    press(Qt::Key_Left);
-    press(Qt::Key_Left); // no turn at the end
-    QCOMPARE(focused(), u"Today"_s);
-    QCOMPARE(m_root->property("said").toString(), u"cbaa"_s);
-    press(Qt::Key_Tab);
-    QCOMPARE(focused(), u"after"_s);
-    press(Qt::Key_Backtab);
-    QCOMPARE(focused(), u"Today"_s);
-}
-
-void FieldsTest::oneOfAFewIsChosenWithThePointer()
-{
-    show(kSegments);
-    click(named(u"All"_s));
-    QCOMPARE(m_root->property("said").toString(), u"c"_s);
-    QVERIFY(focused().isEmpty()); // who works with the pointer sees no ring
-}
-
-void FieldsTest::aLineIsTyped()
-{
-    show(
-        u"TextInputField { objectName: 'field'; label: 'Search'; prompt: 'Search todos'; onEdited: text => root.said = text }"_s);
-    const QImage plain = m_view->grabWindow();
-    press(Qt::Key_Tab);
-    QVERIFY2(m_view->grabWindow() != plain, "the focus can't be seen");
-    QCOMPARE(focused(), u"Search"_s);
-    QCOMPARE(accessible(m_view->activeFocusItem())->role(), QAccessible::EditableText);
-    QCOMPARE(accessible(m_view->activeFocusItem())->text(QAccessible::Description), u"Search todos"_s);
-    type(u"abc"_s);
-    QCOMPARE(m_root->property("said").toString(), u"abc"_s);
-    m_view->contentItem()->forceActiveFocus();
-    QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, {4, 4}); // its edge, too
-    QCOMPARE(focused(), u"Search"_s);
-}
-
-void FieldsTest::aLineIsCleared()
-{
-    show(u"TextInputField { label: 'Search'; clearable: true; text: root.said; onEdited: text => root.said = text }"_s);
-    QVERIFY(!named(u"Clear"_s));
-    press(Qt::Key_Tab);
-    type(u"abc"_s);
-    press(Qt::Key_Tab);
-    QCOMPARE(focused(), u"Clear"_s);
-    press(Qt::Key_Return);
-    QCOMPARE(m_root->property("said").toString(), QString());
-    QCOMPARE(focused(), u"Search"_s);
-    type(u"d"_s);
-    QCOMPARE(m_root->property("said").toString(), u"d"_s);
-    click(named(u"Clear"_s));
-    QCOMPARE(m_root->property("said").toString(), QString());
-}
-
-void FieldsTest::aSecretIsNotShown()
-{
-    show(u"TextInputField { label: 'Token'; secure: true; onEdited: text => root.said = text }"_s);
-    press(Qt::Key_Tab);
-    type(u"secret"_s);
-    QCOMPARE(m_root->property("said").toString(), u"secret"_s);
-    QVERIFY(focusedState().passwordEdit);
-    const auto *secret = QAccessible::queryAccessibleInterface(m_view->activeFocusItem());
-    QCOMPARE(secret->text(QAccessible::Description), u"Token"_s); // as its name stays unsaid
-    QCOMPARE(m_view->activeFocusItem()->property("displayText").toString(), QString(6, u'•'));
-}
-
-void FieldsTest::severalLinesGrowAndThenScroll()
-{
-    show(u"TextAreaField { objectName: 'field'; width: 200; label: 'Notes'; onEdited: text => root.said = text }"_s);
-    const double two = item(u"field"_s)->height();
-    press(Qt::Key_Tab);
-    QCOMPARE(focused(), u"Notes"_s);
-    QVERIFY(focusedState().multiLine);
-    QList<double> heights;
-    for (int i = 0; i < 7; ++i) {
-        type(u"x"_s);
-        heights.append(item(u"field"_s)->height());
-        press(Qt::Key_Return);
-    }
-    QCOMPARE(heights.at(1), two);
-    QVERIFY(heights.at(2) > two && heights.at(4) > heights.at(3));
-    QCOMPARE(heights.at(6), heights.at(4));
-    QCOMPARE(m_root->property("said").toString(), u"x\nx\nx\nx\nx\nx\nx\n"_s);
-    QCOMPARE(m_root->property("saved").toInt(), 0); // Return is a line break
-    QQuickItem *edit = m_view->activeFocusItem();
-    const double line = edit->property("cursorRectangle").toRectF().bottom();
-    QVERIFY(edit->mapToItem(item(u"field"_s), {0, line}).y() <= item(u"field"_s)->height());
-}
-
-void FieldsTest::boxesAndSwitchesAskForTheOtherState_data()
-{
-    QTest::addColumn<QString>("control");
-    QTest::newRow("box") << u"CheckField"_s;
-    QTest::newRow("switch") << u"SwitchField"_s;
-}
-
-void FieldsTest::boxesAndSwitchesAskForTheOtherState()
-{
-    QFETCH(const QString, control);
-    show(control + u" { objectName: 'field'; text: 'Due'; checked: root.said === 'true'; onToggled: on => root.said = on }"_s);
-    press(Qt::Key_Tab);
-    QCOMPARE(focused(), u"Due"_s);
-    QCOMPARE(accessible(m_view->activeFocusItem())->role(), QAccessible::CheckBox);
-    QVERIFY(!focusedState().checked);
-    press(Qt::Key_Space);
-    QVERIFY(focusedState().checked);
-    click(item(u"field"_s));
-    QVERIFY(!focusedState().checked);
-    QAccessibleActionInterface *action = accessible(item(u"field"_s))->actionInterface();
-    action->doAction(QAccessibleActionInterface::toggleAction());
-    QVERIFY(focusedState().checked);
-    QCOMPARE(m_root->property("said").toString(), u"true"_s);
-}
-
-void FieldsTest::returnGoesOnToTheForm()
-{
-    show(
-        u"TextInputField { label: 'one' }\nCheckField { y: 40; text: 'two' }\nDateField { y: 80; label: 'three'; date: root.date "
-        u"}\n"
-        "SegmentedControl { y: 120; title: 'x'; options: ListModel { ListElement { value: 'a'; text: 'four'; selected: true } } }"_s);
-    int saved = 0;
-    for (const QString &name : {u"one"_s, u"two"_s, u"three"_s}) {
+/// What one types into, ticks and chooses from: with the keyboard alone, and as a screen reader says it.
+class FieldsTest : public ViewWindow {
+    Q_OBJECT
+private Q_SLOTS:
+    void oneOfAFewIsChosenByKeys()
+    {
+        show(kSegments);
+        QCOMPARE(accessible(item(u"control"_s))->text(QAccessible::Name), u"Show"_s);
         press(Qt::Key_Tab);
-        QCOMPARE(focused(), name);
+        QCOMPARE(focused(), u"Overdue"_s);
+        QVERIFY(focusedState().checked);
+        press(Qt::Key_Right);
+        QCOMPARE(focused(), u"All"_s);
+        QVERIFY(focusedState().checked);
+        press(Qt::Key_Left);
+        press(Qt::Key_Left);
+        press(Qt::Key_Left); // no turn at the end
+        QCOMPARE(focused(), u"Today"_s);
+        QCOMPARE(m_root->property("said").toString(), u"cbaa"_s);
+        press(Qt::Key_Tab);
+        QCOMPARE(focused(), u"after"_s);
+        press(Qt::Key_Backtab);
+        QCOMPARE(focused(), u"Today"_s);
+    }
+
+    void oneOfAFewIsChosenWithThePointer()
+    {
+        show(kSegments);
+        click(named(u"All"_s));
+        QCOMPARE(m_root->property("said").toString(), u"c"_s);
+        QVERIFY(focused().isEmpty()); // who works with the pointer sees no ring
+    }
+
+    void aLineIsTyped()
+    {
+        show(
+            u"TextInputField { objectName: 'field'; label: 'Search'; prompt: 'Search todos'; onEdited: text => root.said = text }"_s);
+        const QImage plain = m_view->grabWindow();
+        press(Qt::Key_Tab);
+        QVERIFY2(m_view->grabWindow() != plain, "the focus can't be seen");
+        QCOMPARE(focused(), u"Search"_s);
+        QCOMPARE(accessible(m_view->activeFocusItem())->role(), QAccessible::EditableText);
+        QCOMPARE(accessible(m_view->activeFocusItem())->text(QAccessible::Description), u"Search todos"_s);
+        type(u"abc"_s);
+        QCOMPARE(m_root->property("said").toString(), u"abc"_s);
+        m_view->contentItem()->forceActiveFocus();
+        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, {4, 4}); // its edge, too
+        QCOMPARE(focused(), u"Search"_s);
+    }
+
+    void aLineIsCleared()
+    {
+        show(u"TextInputField { label: 'Search'; clearable: true; text: root.said; onEdited: text => root.said = text }"_s);
+        QVERIFY(!named(u"Clear"_s));
+        press(Qt::Key_Tab);
+        type(u"abc"_s);
+        press(Qt::Key_Tab);
+        QCOMPARE(focused(), u"Clear"_s);
+        press(Qt::Key_Return);
+        QCOMPARE(m_root->property("said").toString(), QString());
+        QCOMPARE(focused(), u"Search"_s);
+        type(u"d"_s);
+        QCOMPARE(m_root->property("said").toString(), u"d"_s);
+        click(named(u"Clear"_s));
+        QCOMPARE(m_root->property("said").toString(), QString());
+    }
+
+    void aSecretIsNotShown()
+    {
+        show(u"TextInputField { label: 'Token'; secure: true; onEdited: text => root.said = text }"_s);
+        press(Qt::Key_Tab);
+        type(u"secret"_s);
+        QCOMPARE(m_root->property("said").toString(), u"secret"_s);
+        QVERIFY(focusedState().passwordEdit);
+        const auto *secret = QAccessible::queryAccessibleInterface(m_view->activeFocusItem());
+        QCOMPARE(secret->text(QAccessible::Description), u"Token"_s); // as its name stays unsaid
+        QCOMPARE(m_view->activeFocusItem()->property("displayText").toString(), QString(6, u'•'));
+    }
+
+    void severalLinesGrowAndThenScroll()
+    {
+        show(u"TextAreaField { objectName: 'field'; width: 200; label: 'Notes'; onEdited: text => root.said = text }"_s);
+        const double two = item(u"field"_s)->height();
+        press(Qt::Key_Tab);
+        QCOMPARE(focused(), u"Notes"_s);
+        QVERIFY(focusedState().multiLine);
+        QList<double> heights;
+        for (int i = 0; i < 7; ++i) {
+            type(u"x"_s);
+            heights.append(item(u"field"_s)->height());
+            press(Qt::Key_Return);
+        }
+        QCOMPARE(heights.at(1), two);
+        QVERIFY(heights.at(2) > two && heights.at(4) > heights.at(3));
+        QCOMPARE(heights.at(6), heights.at(4));
+        QCOMPARE(m_root->property("said").toString(), u"x\nx\nx\nx\nx\nx\nx\n"_s);
+        QCOMPARE(m_root->property("saved").toInt(), 0); // Return is a line break
+        QQuickItem *edit = m_view->activeFocusItem();
+        const double line = edit->property("cursorRectangle").toRectF().bottom();
+        QVERIFY(edit->mapToItem(item(u"field"_s), {0, line}).y() <= item(u"field"_s)->height());
+    }
+
+    void boxesAndSwitchesAskForTheOtherState_data()
+    {
+        QTest::addColumn<QString>("control");
+        QTest::newRow("box") << u"CheckField"_s;
+        QTest::newRow("switch") << u"SwitchField"_s;
+    }
+
+    void boxesAndSwitchesAskForTheOtherState()
+    {
+        QFETCH(const QString, control);
+        show(control
+             + u" { objectName: 'field'; text: 'Due'; checked: root.said === 'true'; onToggled: on => root.said = on }"_s);
+        press(Qt::Key_Tab);
+        QCOMPARE(focused(), u"Due"_s);
+        QCOMPARE(accessible(m_view->activeFocusItem())->role(), QAccessible::CheckBox);
+        QVERIFY(!focusedState().checked);
+        press(Qt::Key_Space);
+        QVERIFY(focusedState().checked);
+        click(item(u"field"_s));
+        QVERIFY(!focusedState().checked);
+        QAccessibleActionInterface *action = accessible(item(u"field"_s))->actionInterface();
+        action->doAction(QAccessibleActionInterface::toggleAction());
+        QVERIFY(focusedState().checked);
+        QCOMPARE(m_root->property("said").toString(), u"true"_s);
+    }
+
+    void returnGoesOnToTheForm()
+    {
+        show(
+            u"TextInputField { label: 'one' }\nCheckField { y: 40; text: 'two' }\nDateField { y: 80; label: 'three'; date: "
+            u"root.date "
+            u"}\n"
+            "SegmentedControl { y: 120; title: 'x'; options: ListModel { ListElement { value: 'a'; text: 'four'; selected: true } } }"_s);
+        int saved = 0;
+        for (const QString &name : {u"one"_s, u"two"_s, u"three"_s}) {
+            press(Qt::Key_Tab);
+            QCOMPARE(focused(), name);
+            press(Qt::Key_Return);
+            QCOMPARE(m_root->property("saved").toInt(), ++saved);
+        }
+        press(Qt::Key_Tab); // the button of the date, which Return presses
+        press(Qt::Key_Tab);
+        QCOMPARE(focused(), u"four"_s);
         press(Qt::Key_Return);
         QCOMPARE(m_root->property("saved").toInt(), ++saved);
     }
-    press(Qt::Key_Tab); // the button of the date, which Return presses
-    press(Qt::Key_Tab);
-    QCOMPARE(focused(), u"four"_s);
-    press(Qt::Key_Return);
-    QCOMPARE(m_root->property("saved").toInt(), ++saved);
-}
 
-void FieldsTest::aDateIsTyped()
-{
-    show(u"DateField { label: 'Due date'; date: root.date }\nPillButton { y: 100; text: 'after' }"_s);
-    press(Qt::Key_Tab);
-    QCOMPARE(focused(), u"Due date"_s);
-    QQuickItem *field = m_view->activeFocusItem();
-    const auto description = [field] { return accessible(field)->text(QAccessible::Description); };
-    QCOMPARE(field->property("text").toString(), u"11/21/2026"_s);
-    QCOMPARE(description(), u"Saturday, November 21, 2026"_s);
-    QTest::keySequence(m_view.get(), QKeySequence::SelectAll);
-    type(u"3-4-27"_s);
-    QCOMPARE(field->property("text").toString(), u"3-4-27"_s); // as it is typed
-    QCOMPARE(m_date->date(), QDate(2027, 3, 4));
-    press(Qt::Key_Tab);
-    QCOMPARE(field->property("text").toString(), u"3/4/2027"_s);
-    press(Qt::Key_Backtab);
-    type(u"x"_s);
-    QCOMPARE(description(), u"Not a date"_s);
-    press(Qt::Key_Tab);
-    QVERIFY(m_date->unreadable());
-    QCOMPARE(field->property("text").toString(), u"3/4/2027x"_s); // one sees what is wrong
-    m_date->pickToday();
-    QCOMPARE(field->property("text").toString(), u"11/21/2026"_s);
-}
-
-void FieldsTest::aDateIsPickedByKeys()
-{
-    show(u"DateField { objectName: 'field'; label: 'Due date'; date: root.date }"_s);
-    press(Qt::Key_Tab);
-    press(Qt::Key_Down);
-    QVERIFY(item(u"field"_s)->property("opened").toBool());
-    QVERIFY(named(u"Due date, November 2026"_s));
-    QCOMPARE(focused(), u"Saturday, November 21, 2026, today"_s);
-    QVERIFY(focusedState().selected);
-    const QList<std::pair<Qt::Key, QString>> steps{
-        {Qt::Key_Right, u"Sunday, November 22, 2026"_s},    {Qt::Key_Down, u"Sunday, November 29, 2026"_s},
-        {Qt::Key_Down, u"Sunday, December 6, 2026"_s},      {Qt::Key_End, u"Saturday, December 12, 2026"_s},
-        {Qt::Key_Home, u"Sunday, December 6, 2026"_s},      {Qt::Key_Left, u"Saturday, December 5, 2026"_s},
-        {Qt::Key_Up, u"Saturday, November 28, 2026"_s},     {Qt::Key_PageDown, u"Monday, December 28, 2026"_s},
-        {Qt::Key_PageUp, u"Saturday, November 28, 2026"_s},
-    };
-    for (const auto &[key, day] : steps) {
-        press(key);
-        QCOMPARE(focused(), day);
-    }
-    press(Qt::Key_PageDown, Qt::ShiftModifier);
-    QCOMPARE(focused(), u"Sunday, November 28, 2027"_s);
-    press(Qt::Key_Escape);
-    QVERIFY(!item(u"field"_s)->property("opened").toBool());
-    QCOMPARE(m_date->date(), QDate(2026, 11, 21)); // as before
-    QCOMPARE(focused(), u"Due date"_s);
-    press(Qt::Key_Down);
-    press(Qt::Key_Down);
-    press(Qt::Key_Return);
-    QVERIFY(!item(u"field"_s)->property("opened").toBool());
-    QCOMPARE(m_date->date(), QDate(2026, 11, 28));
-    QCOMPARE(focused(), u"Due date"_s);
-    QCOMPARE(m_root->property("saved").toInt(), 0);
-}
-
-void FieldsTest::theCalendarTurnsItsPages()
-{
-    show(u"DateField { objectName: 'field'; label: 'Due date'; date: root.date }\nPillButton { y: 380; text: 'behind' }"_s);
-    click(named(u"Choose a date"_s));
-    click(named(u"Next month"_s));
-    QVERIFY(named(u"Due date, December 2026"_s));
-    QCOMPARE(m_date->date(), QDate(2026, 11, 21));
-    QStringList stops;
-    for (int i = 0; i < 4; ++i) {
+    void aDateIsTyped()
+    {
+        show(u"DateField { label: 'Due date'; date: root.date }\nPillButton { y: 100; text: 'after' }"_s);
         press(Qt::Key_Tab);
-        stops += focused();
+        QCOMPARE(focused(), u"Due date"_s);
+        QQuickItem *field = m_view->activeFocusItem();
+        const auto description = [field] { return accessible(field)->text(QAccessible::Description); };
+        QCOMPARE(field->property("text").toString(), u"11/21/2026"_s);
+        QCOMPARE(description(), u"Saturday, November 21, 2026"_s);
+        QTest::keySequence(m_view.get(), QKeySequence::SelectAll);
+        type(u"3-4-27"_s);
+        QCOMPARE(field->property("text").toString(), u"3-4-27"_s); // as it is typed
+        QCOMPARE(m_date->date(), QDate(2027, 3, 4));
+        press(Qt::Key_Tab);
+        QCOMPARE(field->property("text").toString(), u"3/4/2027"_s);
+        press(Qt::Key_Backtab);
+        type(u"x"_s);
+        QCOMPARE(description(), u"Not a date"_s);
+        press(Qt::Key_Tab);
+        QVERIFY(m_date->unreadable());
+        QCOMPARE(field->property("text").toString(), u"3/4/2027x"_s); // one sees what is wrong
+        m_date->pickToday();
+        QCOMPARE(field->property("text").toString(), u"11/21/2026"_s);
     }
-    stops.sort(); // it goes round and never out
-    QCOMPARE(stops.join(u'|'), u"Next month|Previous month|Today|Tuesday, December 1, 2026"_s);
-    named(u"Tuesday, December 1, 2026"_s)->forceActiveFocus();
-    press(Qt::Key_Right); // from where one is
-    QCOMPARE(focused(), u"Wednesday, December 2, 2026"_s);
-    click(named(u"Thursday, December 24, 2026"_s));
-    QCOMPARE(m_date->date(), QDate(2026, 12, 24));
-    QVERIFY(!item(u"field"_s)->property("opened").toBool());
-}
 
-void FieldsTest::theCalendarClosesByAPressElsewhere()
-{
-    show(u"DateField { objectName: 'field'; y: 350; label: 'Due date'; date: root.date }"_s);
-    click(named(u"Choose a date"_s));
-    QQuickItem *day = named(u"Wednesday, November 4, 2026"_s);
-    m_view->grabWindow();
-    QVERIFY(day && day->mapToScene({0, 0}).y() < 350); // above, where there is room
-    press(Qt::Key_Right);
-    QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, {390, 20});
-    QVERIFY(!item(u"field"_s)->property("opened").toBool());
-    QCOMPARE(m_date->date(), QDate(2026, 11, 21));
-}
+    void aDateIsPickedByKeys()
+    {
+        show(u"DateField { objectName: 'field'; label: 'Due date'; date: root.date }"_s);
+        press(Qt::Key_Tab);
+        press(Qt::Key_Down);
+        QVERIFY(item(u"field"_s)->property("opened").toBool());
+        QVERIFY(named(u"Due date, November 2026"_s));
+        QCOMPARE(focused(), u"Saturday, November 21, 2026, today"_s);
+        QVERIFY(focusedState().selected);
+        const QList<std::pair<Qt::Key, QString>> steps{
+            {Qt::Key_Right, u"Sunday, November 22, 2026"_s},    {Qt::Key_Down, u"Sunday, November 29, 2026"_s},
+            {Qt::Key_Down, u"Sunday, December 6, 2026"_s},      {Qt::Key_End, u"Saturday, December 12, 2026"_s},
+            {Qt::Key_Home, u"Sunday, December 6, 2026"_s},      {Qt::Key_Left, u"Saturday, December 5, 2026"_s},
+            {Qt::Key_Up, u"Saturday, November 28, 2026"_s},     {Qt::Key_PageDown, u"Monday, December 28, 2026"_s},
+            {Qt::Key_PageUp, u"Saturday, November 28, 2026"_s},
+        };
+        for (const auto &[key, day] : steps) {
+            press(key);
+            QCOMPARE(focused(), day);
+        }
+        press(Qt::Key_PageDown, Qt::ShiftModifier);
+        QCOMPARE(focused(), u"Sunday, November 28, 2027"_s);
+        press(Qt::Key_Escape);
+        QVERIFY(!item(u"field"_s)->property("opened").toBool());
+        QCOMPARE(m_date->date(), QDate(2026, 11, 21)); // as before
+        QCOMPARE(focused(), u"Due date"_s);
+        press(Qt::Key_Down);
+        press(Qt::Key_Down);
+        press(Qt::Key_Return);
+        QVERIFY(!item(u"field"_s)->property("opened").toBool());
+        QCOMPARE(m_date->date(), QDate(2026, 11, 28));
+        QCOMPARE(focused(), u"Due date"_s);
+        QCOMPARE(m_root->property("saved").toInt(), 0);
+    }
 
-void FieldsTest::theCalendarGoesWithItsWindow()
-{
-    show(u"DateField { objectName: 'field'; y: 350; label: 'Due date'; date: root.date }"_s);
-    press(Qt::Key_Tab);
-    press(Qt::Key_Down);
-    QVERIFY(item(u"field"_s)->property("opened").toBool());
-}
+    void theCalendarTurnsItsPages()
+    {
+        show(u"DateField { objectName: 'field'; label: 'Due date'; date: root.date }\nPillButton { y: 380; text: 'behind' }"_s);
+        click(named(u"Choose a date"_s));
+        click(named(u"Next month"_s));
+        QVERIFY(named(u"Due date, December 2026"_s));
+        QCOMPARE(m_date->date(), QDate(2026, 11, 21));
+        QStringList stops;
+        for (int i = 0; i < 4; ++i) {
+            press(Qt::Key_Tab);
+            stops += focused();
+        }
+        stops.sort(); // it goes round and never out
+        QCOMPARE(stops.join(u'|'), u"Next month|Previous month|Today|Tuesday, December 1, 2026"_s);
+        named(u"Tuesday, December 1, 2026"_s)->forceActiveFocus();
+        press(Qt::Key_Right); // from where one is
+        QCOMPARE(focused(), u"Wednesday, December 2, 2026"_s);
+        click(named(u"Thursday, December 24, 2026"_s));
+        QCOMPARE(m_date->date(), QDate(2026, 12, 24));
+        QVERIFY(!item(u"field"_s)->property("opened").toBool());
+    }
 
-void FieldsTest::aNoticeIsSaid()
-{
-    show(u"NoticeBar { objectName: 'bar'; width: 300; symbol: 'info.circle'; text: 'Done: <b>a</b>'; action: 'Undo'\n"
-         "onClicked: root.said = 'undone' }"_s);
-    QCOMPARE(accessible(item(u"bar"_s))->role(), QAccessible::AlertMessage);
-    QCOMPARE(accessible(item(u"bar"_s))->text(QAccessible::Name), u"Done: <b>a</b>"_s);
-    press(Qt::Key_Tab);
-    QCOMPARE(focused(), u"Undo"_s);
-    press(Qt::Key_Return);
-    QCOMPARE(m_root->property("said").toString(), u"undone"_s);
-}
+    void theCalendarClosesByAPressElsewhere()
+    {
+        show(u"DateField { objectName: 'field'; y: 350; label: 'Due date'; date: root.date }"_s);
+        click(named(u"Choose a date"_s));
+        QQuickItem *day = named(u"Wednesday, November 4, 2026"_s);
+        m_view->grabWindow();
+        QVERIFY(day && day->mapToScene({0, 0}).y() < 350); // above, where there is room
+        press(Qt::Key_Right);
+        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, {390, 20});
+        QVERIFY(!item(u"field"_s)->property("opened").toBool());
+        QCOMPARE(m_date->date(), QDate(2026, 11, 21));
+    }
+
+    void theCalendarGoesWithItsWindow()
+    {
+        show(u"DateField { objectName: 'field'; y: 350; label: 'Due date'; date: root.date }"_s);
+        press(Qt::Key_Tab);
+        press(Qt::Key_Down);
+        QVERIFY(item(u"field"_s)->property("opened").toBool());
+    }
+
+    void aNoticeIsSaid()
+    {
+        show(u"NoticeBar { objectName: 'bar'; width: 300; symbol: 'info.circle'; text: 'Done: <b>a</b>'; action: 'Undo'\n"
+             "onClicked: root.said = 'undone' }"_s);
+        QCOMPARE(accessible(item(u"bar"_s))->role(), QAccessible::AlertMessage);
+        QCOMPARE(accessible(item(u"bar"_s))->text(QAccessible::Name), u"Done: <b>a</b>"_s);
+        press(Qt::Key_Tab);
+        QCOMPARE(focused(), u"Undo"_s);
+        press(Qt::Key_Return);
+        QCOMPARE(m_root->property("said").toString(), u"undone"_s);
+    }
+
+private:
+    /// Shows the QML in a window of 400 by 400, with `date` for it.
+    void show(const QString &qml)
+    {
+        m_date = std::make_unique<DateModel>(m_clock);
+        m_root = showQml(u"Item { id: root; width: 400; height: 400\n"
+                         "property DateModel date\nproperty string said\nproperty int saved: 0\n"
+                         "Keys.onReturnPressed: ++root.saved\n"_s
+                             + qml + u'}',
+                         {400, 400}, {{u"date"_s, QVariant::fromValue(m_date.get())}});
+        QVERIFY(m_root);
+    }
+    QAccessible::State focusedState() const { return accessible(m_view->activeFocusItem())->state(); }
+    static QAccessibleInterface *accessible(QQuickItem *item)
+    {
+        return item ? QAccessible::queryAccessibleInterface(item) : nullptr;
+    }
+    QQuickItem *item(const QString &objectName) const { return m_root->findChild<QQuickItem *>(objectName); }
+
+    FakeClock m_clock; // Saturday, 21 November 2026
+    std::unique_ptr<DateModel> m_date;
+    QQuickItem *m_root = nullptr;
+};
+
+const Registered<FieldsTest> registered;
 
 } // namespace velto
+
+#include "FieldsTest.moc"

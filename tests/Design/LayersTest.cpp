@@ -1,83 +1,8 @@
-#include "Design/LayersTest.h"
-
-#include <QQmlComponent>
-#include <QQmlEngine>
-#include <QQuickItem>
-#include <QTest>
+#include "ViewWindow.h"
 
 using namespace Qt::StringLiterals;
 
 namespace velto {
-
-void LayersTest::cleanup()
-{
-    m_tabOrder.reset();
-    m_view.reset();
-}
-
-void LayersTest::show(const QString &qml)
-{
-    m_view = std::make_unique<QQuickView>();
-    m_tabOrder = std::make_unique<TabOrder>(*m_view);
-    m_view->engine()->addImportPath(u"qrc:/qt/qml"_s);
-    QQmlComponent component(m_view->engine());
-    component.setData((u"import QtQuick\nimport Velto.Design\n"_s + qml).toUtf8(), QUrl(u"qrc:/test.qml"_s));
-    m_root = qobject_cast<QQuickItem *>(component.create());
-    QVERIFY2(m_root, qPrintable(component.errorString()));
-    m_view->resize(400, 300);
-    m_root->setParent(m_view.get());
-    m_root->setParentItem(m_view->contentItem());
-    m_view->show();
-    m_view->requestActivate();
-    QVERIFY(QTest::qWaitForWindowExposed(m_view.get()) && QTest::qWaitForWindowActive(m_view.get()));
-}
-
-void LayersTest::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
-{
-    QTest::keyClick(m_view.get(), key, modifiers);
-    m_view->grabWindow(); // lays everything out
-}
-
-QString LayersTest::focused() const
-{
-    return m_view->activeFocusItem() ? m_view->activeFocusItem()->property("label").toString() : QString();
-}
-
-void LayersTest::tabGoesAsTheControlsStand()
-{
-    // Made in another order than they stand, one a little out of its row, one hidden, one off.
-    show(u"Item {\n"
-         "PillButton { text: 'third'; y: 100 }\n"
-         "PillButton { text: 'second'; x: 200; y: 2 }\n"
-         "PillButton { text: 'hidden'; y: 40; visible: false }\n"
-         "PillButton { text: 'off'; y: 60; enabled: false }\n"
-         "PillButton { text: 'first'; y: 4 }\n}"_s);
-    for (const QString &name : {u"first"_s, u"second"_s, u"third"_s, u"first"_s}) {
-        press(Qt::Key_Tab);
-        QCOMPARE(focused(), name);
-    }
-    press(Qt::Key_Backtab);
-    QCOMPARE(focused(), u"third"_s);
-}
-
-void LayersTest::tabPassesAScrolledListAsOne()
-{
-    show(u"Item { width: 400; height: 300\n"
-         "PillButton { text: 'above' }\n"
-         "ListView { y: 50; width: 400; height: 200; cacheBuffer: 200; model: 100; contentY: 1000; clip: true\n"
-         "  delegate: PillButton { required property int index; text: 'row ' + index } }\n"
-         "PillButton { text: 'below'; y: 270 }\n}"_s);
-    QTest::qWait(50); // the rows beyond the edges come later
-    press(Qt::Key_Tab);
-    QCOMPARE(focused(), u"above"_s);
-    press(Qt::Key_Tab);
-    QVERIFY2(focused().startsWith(u"row"), qPrintable(focused()));
-    press(Qt::Key_Backtab);
-    press(Qt::Key_Backtab);
-    QCOMPARE(focused(), u"below"_s);
-    press(Qt::Key_Tab);
-    QCOMPARE(focused(), u"above"_s);
-}
 
 namespace {
 
@@ -92,74 +17,123 @@ const QString kMenu = u"Item { id: root; width: 400; height: 300\n"
 
 } // namespace
 
-void LayersTest::aMenuIsWorkedByKeys()
-{
-    show(kMenu);
-    press(Qt::Key_Tab);
-    QCOMPARE(focused(), u"button"_s);
-    press(Qt::Key_Return);
-    QVERIFY(m_root->property("open").toBool());
-    QCOMPARE(focused(), u"one"_s);
-    press(Qt::Key_Up);
-    QCOMPARE(focused(), u"three"_s); // round the end
-    press(Qt::Key_Tab);
-    QCOMPARE(focused(), u"one"_s); // and never out of the menu
-    press(Qt::Key_Escape);
-    QVERIFY(!m_root->property("open").toBool());
-    QCOMPARE(m_root->property("chosen").toInt(), -1);
-    QCOMPARE(focused(), u"button"_s);
-    press(Qt::Key_Return);
-    press(Qt::Key_Down);
-    press(Qt::Key_Return);
-    QVERIFY(!m_root->property("open").toBool());
-    QCOMPARE(m_root->property("chosen").toInt(), 1);
-    QCOMPARE(focused(), u"button"_s);
-}
+/// Where Tab goes, and what stands over everything else: menus and sheets.
+class LayersTest : public ViewWindow {
+    Q_OBJECT
+private Q_SLOTS:
+    void tabGoesAsTheControlsStand()
+    {
+        // Made in another order than they stand, one a little out of its row, one hidden, one off.
+        show(u"Item {\n"
+             "PillButton { text: 'third'; y: 100 }\n"
+             "PillButton { text: 'second'; x: 200; y: 2 }\n"
+             "PillButton { text: 'hidden'; y: 40; visible: false }\n"
+             "PillButton { text: 'off'; y: 60; enabled: false }\n"
+             "PillButton { text: 'first'; y: 4 }\n}"_s);
+        for (const QString &name : {u"first"_s, u"second"_s, u"third"_s, u"first"_s}) {
+            press(Qt::Key_Tab);
+            QCOMPARE(focused(), name);
+        }
+        press(Qt::Key_Backtab);
+        QCOMPARE(focused(), u"third"_s);
+    }
 
-void LayersTest::aMenuClosesByAPressElsewhere()
-{
-    show(kMenu);
-    QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, {20, 10});
-    QVERIFY(m_root->property("open").toBool());
-    m_view->grabWindow();
-    QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, {350, 280});
-    QVERIFY(!m_root->property("open").toBool());
-    QCOMPARE(m_root->property("chosen").toInt(), -1);
-    QVERIFY(focused().isEmpty()); // who works with the pointer sees no ring
-}
+    void tabPassesAScrolledListAsOne()
+    {
+        show(u"Item { width: 400; height: 300\n"
+             "PillButton { text: 'above' }\n"
+             "ListView { y: 50; width: 400; height: 200; cacheBuffer: 200; model: 100; contentY: 1000; clip: true\n"
+             "  delegate: PillButton { required property int index; text: 'row ' + index } }\n"
+             "PillButton { text: 'below'; y: 270 }\n}"_s);
+        QTest::qWait(50); // the rows beyond the edges come later
+        press(Qt::Key_Tab);
+        QCOMPARE(focused(), u"above"_s);
+        press(Qt::Key_Tab);
+        QVERIFY2(focused().startsWith(u"row"), qPrintable(focused()));
+        press(Qt::Key_Backtab);
+        press(Qt::Key_Backtab);
+        QCOMPARE(focused(), u"below"_s);
+        press(Qt::Key_Tab);
+        QCOMPARE(focused(), u"above"_s);
+    }
 
-void LayersTest::anOpenMenuGoesWithItsWindow()
-{
-    show(kMenu);
-    press(Qt::Key_Tab);
-    press(Qt::Key_Return);
-    QVERIFY(m_root->property("open").toBool());
-    m_tabOrder.reset();
-    m_view.reset(); // and nothing crashes
-}
+    void aMenuIsWorkedByKeys()
+    {
+        show(kMenu);
+        press(Qt::Key_Tab);
+        QCOMPARE(focused(), u"button"_s);
+        press(Qt::Key_Return);
+        QVERIFY(m_root->property("open").toBool());
+        QCOMPARE(focused(), u"one"_s);
+        press(Qt::Key_Up);
+        QCOMPARE(focused(), u"three"_s); // round the end
+        press(Qt::Key_Tab);
+        QCOMPARE(focused(), u"one"_s); // and never out of the menu
+        press(Qt::Key_Escape);
+        QVERIFY(!m_root->property("open").toBool());
+        QCOMPARE(m_root->property("chosen").toInt(), -1);
+        QCOMPARE(focused(), u"button"_s);
+        press(Qt::Key_Return);
+        press(Qt::Key_Down);
+        press(Qt::Key_Return);
+        QVERIFY(!m_root->property("open").toBool());
+        QCOMPARE(m_root->property("chosen").toInt(), 1);
+        QCOMPARE(focused(), u"button"_s);
+    }
 
-void LayersTest::aSheetKeepsTheKeyboard()
-{
-    show(u"Item { id: root; width: 400; height: 300\n"
-         "property alias open: sheet.active\n"
-         "PillButton { id: button; text: 'button'; onClicked: sheet.active = true }\n"
-         "Loader { id: sheet; active: false\n"
-         "  sourceComponent: Sheet { target: button; title: 'Sure?'; onCancelled: sheet.active = false\n"
-         "    PillButton { text: 'yes' }\n"
-         "    PillButton { text: 'no'; focus: true } } }\n}"_s);
-    press(Qt::Key_Tab);
-    press(Qt::Key_Return);
-    QVERIFY(m_root->property("open").toBool());
-    QCOMPARE(focused(), u"no"_s);
-    press(Qt::Key_Tab);
-    QCOMPARE(focused(), u"yes"_s);
-    press(Qt::Key_Backtab);
-    QCOMPARE(focused(), u"no"_s);
-    QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, {20, 10}); // what is behind takes no press
-    QVERIFY(m_root->property("open").toBool());
-    press(Qt::Key_Escape);
-    QVERIFY(!m_root->property("open").toBool());
-    QCOMPARE(focused(), u"button"_s);
-}
+    void aMenuClosesByAPressElsewhere()
+    {
+        show(kMenu);
+        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, {20, 10});
+        QVERIFY(m_root->property("open").toBool());
+        m_view->grabWindow();
+        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, {350, 280});
+        QVERIFY(!m_root->property("open").toBool());
+        QCOMPARE(m_root->property("chosen").toInt(), -1);
+        QVERIFY(focused().isEmpty()); // who works with the pointer sees no ring
+    }
+
+    void anOpenMenuGoesWithItsWindow()
+    {
+        show(kMenu);
+        press(Qt::Key_Tab);
+        press(Qt::Key_Return);
+        QVERIFY(m_root->property("open").toBool());
+        close(); // and nothing crashes
+    }
+
+    void aSheetKeepsTheKeyboard()
+    {
+        show(u"Item { id: root; width: 400; height: 300\n"
+             "property alias open: sheet.active\n"
+             "PillButton { id: button; text: 'button'; onClicked: sheet.active = true }\n"
+             "Loader { id: sheet; active: false\n"
+             "  sourceComponent: Sheet { target: button; title: 'Sure?'; onCancelled: sheet.active = false\n"
+             "    PillButton { text: 'yes' }\n"
+             "    PillButton { text: 'no'; focus: true } } }\n}"_s);
+        press(Qt::Key_Tab);
+        press(Qt::Key_Return);
+        QVERIFY(m_root->property("open").toBool());
+        QCOMPARE(focused(), u"no"_s);
+        press(Qt::Key_Tab);
+        QCOMPARE(focused(), u"yes"_s);
+        press(Qt::Key_Backtab);
+        QCOMPARE(focused(), u"no"_s);
+        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, {20, 10}); // what is behind takes no press
+        QVERIFY(m_root->property("open").toBool());
+        press(Qt::Key_Escape);
+        QVERIFY(!m_root->property("open").toBool());
+        QCOMPARE(focused(), u"button"_s);
+    }
+
+private:
+    void show(const QString &qml) { QVERIFY(m_root = showQml(qml, {400, 300})); }
+
+    QQuickItem *m_root = nullptr;
+};
+
+const Registered<LayersTest> registered;
 
 } // namespace velto
+
+#include "LayersTest.moc"

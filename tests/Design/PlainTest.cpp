@@ -1,43 +1,47 @@
-#include "Design/PlainTest.h"
+#include "RunTests.h"
 
 #include "Design/Plain.h"
-
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
 namespace velto {
 
-void PlainTest::showsOneHarmlessLine_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("shown");
+/// What text from outside looks like when it is shown.
+class PlainTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void showsOneHarmlessLine_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("shown");
 
-    QTest::newRow("markup is text") << u"<b>PR</b> & <img src='x'>"_s << u"<b>PR</b> & <img src='x'>"_s;
-    QTest::newRow("line breaks") << u"one\ntwo\u2028three\u2029four"_s << u"one two three four"_s;
-    QTest::newRow("controls") << u"a\u0007b\tc\u001B[31md\u007F"_s << u"a b c [31md "_s;
-    QTest::newRow("right-to-left names stay") << u"إصلاح"_s << u"إصلاح"_s;
-    QTest::newRow("direction overrides go") << u"\u202Eyned\u202C \u2066x\u2069"_s << u"yned x"_s;
-    QTest::newRow("joined emoji stay") << u"👩\u200D💻"_s << u"👩\u200D💻"_s;
-}
+        QTest::newRow("markup is text") << u"<b>PR</b> & <img src='x'>"_s << u"<b>PR</b> & <img src='x'>"_s;
+        QTest::newRow("line breaks") << u"one\ntwo\u2028three\u2029four"_s << u"one two three four"_s;
+        QTest::newRow("controls") << u"a\u0007b\tc\u001B[31md\u007F"_s << u"a b c [31md "_s;
+        QTest::newRow("right-to-left names stay") << u"إصلاح"_s << u"إصلاح"_s;
+        QTest::newRow("direction overrides go") << u"\u202Eyned\u202C \u2066x\u2069"_s << u"yned x"_s;
+        QTest::newRow("joined emoji stay") << u"👩\u200D💻"_s << u"👩\u200D💻"_s;
+    }
 
-void PlainTest::showsOneHarmlessLine()
-{
-    QFETCH(const QString, text);
-    QTEST(plainLine(text), "shown");
-}
+    void showsOneHarmlessLine()
+    {
+        QFETCH(const QString, text);
+        QTEST(plainLine(text), "shown");
+    }
 
-void PlainTest::keepsTheLinesOfALongText()
-{
-    QCOMPARE(plainLines(u"one\r\ntwo\n\u0007three"_s), u"one\ntwo\n three"_s);
-}
+    void keepsTheLinesOfALongText() { QCOMPARE(plainLines(u"one\r\ntwo\n\u0007three"_s), u"one\ntwo\n three"_s); }
 
-void PlainTest::cutsWhatNobodyCanRead()
-{
-    QCOMPARE(plainLine(QString(10000, u'x')).size(), 1000);
-    // Not in the middle of a character.
-    const QString cut = plainLine(QString(999, u'x') + u"👩"_s);
-    QCOMPARE(cut, QString(999, u'x'));
-}
+    void cutsWhatNobodyCanRead()
+    {
+        QCOMPARE(plainLine(QString(10000, u'x')).size(), 1000);
+        // Not in the middle of a character.
+        const QString cut = plainLine(QString(999, u'x') + u"👩"_s);
+        QCOMPARE(cut, QString(999, u'x'));
+    }
+};
+
+const Registered<PlainTest> registered;
 
 } // namespace velto
+
+#include "PlainTest.moc"

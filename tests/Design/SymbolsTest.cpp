@@ -1,4 +1,4 @@
-#include "Design/SymbolsTest.h"
+#include "RunTests.h"
 
 #include "Design/Symbols.h"
 
@@ -9,7 +9,6 @@
 #include <QRawFont>
 #include <QRegularExpression>
 #include <QSet>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -59,79 +58,88 @@ QStringList symbolsNamedIn(const QString &source)
 
 } // namespace
 
-void SymbolsTest::everyEntryIsDrawn()
-{
-    QCOMPARE(symbolFamily(), u"Velto Symbols"_s);
-    const QRawFont font(u":/velto/symbols.ttf"_s, 64);
-    QVERIFY(font.isValid());
-    for (const SymbolEntry &symbol : symbolTable()) {
-        const QVector<quint32> glyphs = font.glyphIndexesForString(symbolGlyph(symbol.name.toString()));
-        QCOMPARE(glyphs.size(), 1);
-        const char *name = symbol.name.data();
-        QVERIFY2(glyphs.first() != 0, name);
-        const QRectF box = font.pathForGlyph(glyphs.first()).boundingRect();
-        // Neither empty, nor so small that it can't be made out, nor out of its square.
-        QVERIFY2(qMax(box.width(), box.height()) > 64 * 0.4, name);
-        QVERIFY2(box.left() > -1 && box.right() < 65 && box.top() > -65 && box.bottom() < 1, name);
-        // In the middle, as far as an arrow or a note lets it.
-        QVERIFY2(qAbs(box.center().x() - 32) < 6 && qAbs(box.center().y() + 32) < 7, name);
-    }
-}
-
-void SymbolsTest::unknownNamesDrawNothing()
-{
-    QVERIFY(symbolGlyph(u"").isEmpty());
-    QVERIFY(symbolGlyph(u"hand.raised").isEmpty());
-    QVERIFY(symbolGlyph(u"zzz").isEmpty());
-}
-
-void SymbolsTest::picturesAreSharpAtEveryScale()
-{
-    QVERIFY(symbolImage(u"zzz", 22, Qt::white).isNull());
-    for (const qreal ratio : {1.0, 1.5, 2.0}) {
-        const QImage image = symbolImage(u"circle", 22, Qt::red, ratio);
-        QCOMPARE(image.size(), QSize(int(22 * ratio), int(22 * ratio)));
-        QCOMPARE(image.devicePixelRatio(), ratio);
-        // A ring: nothing in the middle, its colour on the way out, as far above as below.
-        const int middle = image.width() / 2;
-        int top = 0;
-        int bottom = image.height() - 1;
-        while (top < middle && qAlpha(image.pixel(middle, top)) < 128)
-            ++top;
-        while (bottom > middle && qAlpha(image.pixel(middle, bottom)) < 128)
-            --bottom;
-        QCOMPARE(qAlpha(image.pixel(middle, middle)), 0);
-        QVERIFY(top > 0 && top < middle / 2);
-        QVERIFY(qAbs(top - (image.height() - 1 - bottom)) <= 1);
-        QCOMPARE(image.pixelColor(middle, top).red(), 255);
-    }
-}
-
-void SymbolsTest::everyNameInTheSourcesIsKnown()
-{
-    QSet<QString> seen;
-    const auto texts = sources({u"*.cpp"_s, u"*.h"_s, u"*.qml"_s});
-    for (auto file = texts.begin(); file != texts.end(); ++file) {
-        if (file.key().contains(u"/Platform/"_s))
-            continue; // names of desktops and programs, not of symbols
-        for (const QString &name : symbolsNamedIn(file.value())) {
-            QVERIFY2(!symbolGlyph(name).isEmpty(), qPrintable(name + u" in "_s + file.key()));
-            seen += name;
+/// Every symbol that the program names can be drawn.
+class SymbolsTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void everyEntryIsDrawn()
+    {
+        QCOMPARE(symbolFamily(), u"Velto Symbols"_s);
+        const QRawFont font(u":/velto/symbols.ttf"_s, 64);
+        QVERIFY(font.isValid());
+        for (const SymbolEntry &symbol : symbolTable()) {
+            const QVector<quint32> glyphs = font.glyphIndexesForString(symbolGlyph(symbol.name.toString()));
+            QCOMPARE(glyphs.size(), 1);
+            const char *name = symbol.name.data();
+            QVERIFY2(glyphs.first() != 0, name);
+            const QRectF box = font.pathForGlyph(glyphs.first()).boundingRect();
+            // Neither empty, nor so small that it can't be made out, nor out of its square.
+            QVERIFY2(qMax(box.width(), box.height()) > 64 * 0.4, name);
+            QVERIFY2(box.left() > -1 && box.right() < 65 && box.top() > -65 && box.bottom() < 1, name);
+            // In the middle, as far as an arrow or a note lets it.
+            QVERIFY2(qAbs(box.center().x() - 32) < 6 && qAbs(box.center().y() + 32) < 7, name);
         }
     }
-    QVERIFY2(seen.contains(u"exclamationmark.triangle"_s), "the search itself finds nothing");
-}
 
-void SymbolsTest::noTextIsRichByAccident()
-{
-    static const QRegularExpression item(u"^ *(Text|Label|TextEdit|TextArea) \\{"_s, QRegularExpression::MultilineOption);
-    static const QRegularExpression plain(u"textFormat: \\w+\\.PlainText"_s);
-    const auto texts = sources({u"*.qml"_s});
-    QVERIFY(!texts.isEmpty());
-    for (auto file = texts.begin(); file != texts.end(); ++file) {
-        QVERIFY2(file.value().count(item) <= file.value().count(plain), qPrintable(file.key()));
-        QVERIFY2(!file.value().contains(u"RichText"_s) && !file.value().contains(u"StyledText"_s), qPrintable(file.key()));
+    void unknownNamesDrawNothing()
+    {
+        QVERIFY(symbolGlyph(u"").isEmpty());
+        QVERIFY(symbolGlyph(u"hand.raised").isEmpty());
+        QVERIFY(symbolGlyph(u"zzz").isEmpty());
     }
-}
+
+    void picturesAreSharpAtEveryScale()
+    {
+        QVERIFY(symbolImage(u"zzz", 22, Qt::white).isNull());
+        for (const qreal ratio : {1.0, 1.5, 2.0}) {
+            const QImage image = symbolImage(u"circle", 22, Qt::red, ratio);
+            QCOMPARE(image.size(), QSize(int(22 * ratio), int(22 * ratio)));
+            QCOMPARE(image.devicePixelRatio(), ratio);
+            // A ring: nothing in the middle, its colour on the way out, as far above as below.
+            const int middle = image.width() / 2;
+            int top = 0;
+            int bottom = image.height() - 1;
+            while (top < middle && qAlpha(image.pixel(middle, top)) < 128)
+                ++top;
+            while (bottom > middle && qAlpha(image.pixel(middle, bottom)) < 128)
+                --bottom;
+            QCOMPARE(qAlpha(image.pixel(middle, middle)), 0);
+            QVERIFY(top > 0 && top < middle / 2);
+            QVERIFY(qAbs(top - (image.height() - 1 - bottom)) <= 1);
+            QCOMPARE(image.pixelColor(middle, top).red(), 255);
+        }
+    }
+
+    void everyNameInTheSourcesIsKnown()
+    {
+        QSet<QString> seen;
+        const auto texts = sources({u"*.cpp"_s, u"*.h"_s, u"*.qml"_s});
+        for (auto file = texts.begin(); file != texts.end(); ++file) {
+            if (file.key().contains(u"/Platform/"_s))
+                continue; // names of desktops and programs, not of symbols
+            for (const QString &name : symbolsNamedIn(file.value())) {
+                QVERIFY2(!symbolGlyph(name).isEmpty(), qPrintable(name + u" in "_s + file.key()));
+                seen += name;
+            }
+        }
+        QVERIFY2(seen.contains(u"exclamationmark.triangle"_s), "the search itself finds nothing");
+    }
+
+    void noTextIsRichByAccident()
+    {
+        static const QRegularExpression item(u"^ *(Text|Label|TextEdit|TextArea) \\{"_s, QRegularExpression::MultilineOption);
+        static const QRegularExpression plain(u"textFormat: \\w+\\.PlainText"_s);
+        const auto texts = sources({u"*.qml"_s});
+        QVERIFY(!texts.isEmpty());
+        for (auto file = texts.begin(); file != texts.end(); ++file) {
+            QVERIFY2(file.value().count(item) <= file.value().count(plain), qPrintable(file.key()));
+            QVERIFY2(!file.value().contains(u"RichText"_s) && !file.value().contains(u"StyledText"_s), qPrintable(file.key()));
+        }
+    }
+};
+
+const Registered<SymbolsTest> registered;
 
 } // namespace velto
+
+#include "SymbolsTest.moc"

@@ -1,33 +1,14 @@
 #include "TodosView/TodosPage.h"
 
-#include "Design/Theme.h"
 #include "Tabs/Todos/NativeTodos.h"
-#include "Warnings.h"
 
-#include <QAccessible>
-#include <QLocale>
-#include <QQmlEngine>
 #include <QQuickItem>
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace velto {
 
 namespace {
-
-// Every visible item below, in the order in which they are drawn.
-QList<QQuickItem *> itemsBelow(QQuickItem *root)
-{
-    QList<QQuickItem *> items;
-    for (QQuickItem *child : root->childItems()) {
-        if (!child->isVisible())
-            continue;
-        items.append(child);
-        items += itemsBelow(child);
-    }
-    return items;
-}
 
 Todo makeTodo(qint64 id, const QString &title, const QString &due)
 {
@@ -64,88 +45,23 @@ QList<Todo> TodosPage::many(int count)
     return todos;
 }
 
-void TodosPage::init()
-{
-    Warnings::start();
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-}
-
 void TodosPage::close()
 {
     m_tabOrder.reset();
     m_keys.reset();
     m_view.reset();
     m_contents.reset();
-    m_ui.reset();
-    m_world.reset();
-}
-
-void TodosPage::cleanup()
-{
-    close();
-    QLocale::setDefault(QLocale::system());
-    const QStringList warnings = Warnings::stop();
-    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(u'\n')));
+    ViewPage::close();
 }
 
 void TodosPage::show(const QList<Todo> &todos, int height)
 {
-    close();
-    m_world = std::make_unique<World>(QHash<QString, QByteArray>{{u"/home/me/data/todos.json"_s, encodeTodos(todos)}});
-    m_world->background.finishAll();
+    begin({{u"/home/me/data/todos.json"_s, encodeTodos(todos)}});
     m_world->hub.open(Tab::Todos);
-    m_ui = std::make_unique<UI>(m_world->clock, m_world->prefs);
     m_ui->setExpanded(true);
     m_contents = std::make_unique<PanelContents>(m_world->hub);
-    m_view = std::make_unique<QQuickView>();
     m_keys = std::make_unique<PanelKeys>(*m_view, *m_ui, *m_contents, m_world->hub);
-    m_tabOrder = std::make_unique<TabOrder>(*m_view);
-    m_view->engine()->addImportPath(u"qrc:/qt/qml"_s);
-    m_view->setResizeMode(QQuickView::SizeRootObjectToView);
-    m_view->setColor(Qt::black);
-    m_view->setInitialProperties({{u"source"_s, QVariant::fromValue(&source())}, {u"ui"_s, QVariant::fromValue(m_ui.get())}});
-    m_view->setSource(source().makeView());
-    QVERIFY2(m_view->status() == QQuickView::Ready,
-             qPrintable(m_view->errors().isEmpty() ? QString() : m_view->errors().first().toString()));
-    Theme::of(m_view->engine())->setReducedMotion(true); // what moves is where it goes at once
-    m_view->resize(732, height);
-    m_view->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_view.get()));
-    m_view->requestActivate();
-    QVERIFY(QTest::qWaitForWindowActive(m_view.get()));
-    m_view->grabWindow();
-}
-
-void TodosPage::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
-{
-    QTest::keyClick(m_view.get(), key, modifiers);
-    m_view->grabWindow(); // lays everything out
-}
-
-void TodosPage::type(const QString &text)
-{
-    for (const QChar c : text)
-        QTest::keyClick(m_view.get(), c.toLatin1());
-}
-
-void TodosPage::click(QQuickItem *item)
-{
-    QVERIFY(item);
-    m_view->grabWindow();
-    const QPointF middle = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
-    QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, middle.toPoint());
-    m_view->grabWindow();
-}
-
-QList<QQuickItem *> TodosPage::rows() const
-{
-    QList<QQuickItem *> rows;
-    for (QQuickItem *item : itemsBelow(m_view->contentItem())) {
-        if (item->property("isTodoRow").toBool())
-            rows.append(item);
-    }
-    std::ranges::sort(rows, {}, [](QQuickItem *row) { return row->mapToScene({0, 0}).y(); });
-    return rows;
+    ViewPage::show(source(), height, true);
 }
 
 QStringList TodosPage::titles() const
@@ -158,40 +74,7 @@ QStringList TodosPage::titles() const
 
 QQuickItem *TodosPage::row(const QString &title) const
 {
-    for (QQuickItem *item : rows()) {
-        if (item->property("title").toString() == title)
-            return item;
-    }
-    return nullptr;
-}
-
-QQuickItem *TodosPage::list() const
-{
-    for (QQuickItem *item : itemsBelow(m_view->contentItem())) {
-        if (item->inherits("QQuickListView"))
-            return item;
-    }
-    return nullptr;
-}
-
-QQuickItem *TodosPage::named(const QString &name) const
-{
-    for (QQuickItem *item : itemsBelow(m_view->contentItem())) {
-        if (nameOf(item) == name)
-            return item;
-    }
-    return nullptr;
-}
-
-QString TodosPage::nameOf(QQuickItem *item)
-{
-    QAccessibleInterface *interface = item ? QAccessible::queryAccessibleInterface(item) : nullptr;
-    return interface ? interface->text(QAccessible::Name) : QString();
-}
-
-QString TodosPage::focused() const
-{
-    return nameOf(m_view->activeFocusItem());
+    return rows().value(titles().indexOf(title));
 }
 
 } // namespace velto

@@ -1,4 +1,3 @@
-#include "RunTests.h"
 #include "TodosView/TodosKeysTest.h"
 #include "TodosView/TodosViewTest.h"
 

@@ -1,4 +1,3 @@
-#include "QuillboxView/QuillboxViewTest.h"
 #include "RunTests.h"
 
 #include <QGuiApplication>
@@ -8,5 +7,5 @@ int main(int argc, char **argv)
 {
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     const QGuiApplication application(argc, argv);
-    return velto::runTests<velto::QuillboxViewTest>(argc, argv);
+    return runTests(argc, argv);
 }
