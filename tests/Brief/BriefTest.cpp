@@ -201,6 +201,23 @@ private Q_SLOTS:
         QVERIFY(!m.ids().contains(u"priority"_s));
     }
 
+    void theRowsAreMadeOnceForEachChange()
+    {
+        Morning m;
+        m.setSessions(1, 1);
+        m.refresh();
+        const QList<HomeItem> before = m.home.items();
+        QCOMPARE(m.home.badge(), 1);
+        QCOMPARE(m.home.headlineText(), u"1 thing needs you"_s);
+        QCOMPARE(m.home.headlineTone(), HomeSource::Warn);
+        QCOMPARE(m.home.items().constData(), before.constData());
+        m.add(u"a"_s, -1);
+        const QList<HomeItem> after = m.home.items();
+        QVERIFY(after.constData() != before.constData());
+        QCOMPARE(m.home.badge(), 2);
+        QCOMPARE(m.home.items().constData(), after.constData());
+    }
+
     void aTickThatChangesNothingIsSilent()
     {
         Morning m;

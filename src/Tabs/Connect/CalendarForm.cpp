@@ -7,6 +7,7 @@
 #include "Tabs/Home/GoogleCalendar.h"
 
 #include <QLocale>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -141,7 +142,9 @@ void CalendarForm::update()
     for (const GoogleCalendarInfo &calendar : m_needs.google.calendars())
         rows.append({calendar.id, calendar.summary, m_needs.prefs.googleCalendarIDs().contains(calendar.id)});
     m_calendars.setRows(rows);
-    Q_EMIT changed();
+    const Seen now{google(), linked(), connecting(), readingCalendars(), errorText()};
+    if (std::exchange(m_seen, now) != now)
+        Q_EMIT changed();
 }
 
 } // namespace velto

@@ -74,7 +74,18 @@ Q_SIGNALS:
     void edited();
 
 private:
+    /// What changed() speaks of, as last announced.
+    struct Seen {
+        bool google = false;
+        bool linked = false;
+        bool connecting = false;
+        bool readingCalendars = false;
+        QString errorText;
+        bool operator==(const Seen &) const = default;
+    };
+
     Needs m_needs;
+    Seen m_seen;
     RowModel m_sources;
     RowModel m_calendars;
     DateModel m_day;

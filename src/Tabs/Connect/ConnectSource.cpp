@@ -9,6 +9,7 @@
 #include "Tabs/Todos/TodosSource.h"
 
 #include <array>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -218,7 +219,8 @@ void ConnectSource::update()
     m_work.setRows(rows(kWork));
     m_context.setRows(rows(kContext));
     m_utilities.setRows(rows(kUtilities));
-    Q_EMIT changed();
+    if (std::exchange(m_openSeen, m_open) != m_open)
+        Q_EMIT changed();
 }
 
 } // namespace velto

@@ -114,7 +114,8 @@ private:
     Needs m_needs;
     TokenSettings m_tokens;
     ModuleStatus m_status;
-    QSet<Prefs::Module> m_open;
+    QSet<Prefs::Module> m_open; ///< whose form is open
+    QSet<Prefs::Module> m_openSeen; ///< as last announced
     CalendarForm m_calendar;
     McpForm m_mcp;
     RowModel m_modes;

@@ -12,15 +12,12 @@ Column {
     required property var model
     required property list<color> tones
 
-    readonly property bool isBriefGroup: true
+    readonly property alias count: items.count
 
     signal chosen(string id)
 
-    function rows(): var {
-        const found = [];
-        for (let i = 0; i < items.count; ++i)
-            found.push(items.itemAt(i));
-        return found;
+    function rowAt(index: int): BriefRow {
+        return items.itemAt(index) as BriefRow;
     }
 
     visible: items.count > 0

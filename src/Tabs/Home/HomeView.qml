@@ -25,17 +25,19 @@ FocusScope {
         else if (place + item.height + 32 > page.contentY + page.height)
             page.contentY = Math.min(place + item.height + 32 - page.height, page.contentHeight + page.bottomMargin - page.height);
     }
-    function rows(): var {
-        const found = [];
-        for (const group of groups.children) {
-            if (group.isBriefGroup === true)
-                found.push(...group.rows());
-        }
-        return found;
-    }
     function moveRow(step: int): void {
-        const rows = root.rows();
-        const now = rows.findIndex(row => row.holdsFocus);
+        // By hand: with Qt 6.4 a list that a typed function returns can't be spread or searched.
+        const rows = [];
+        let now = -1;
+        for (let i = 0; i < groups.children.length; ++i) {
+            const group = groups.children[i] as BriefGroup;
+            for (let j = 0; group && j < group.count; ++j) {
+                const row = group.rowAt(j);
+                if (row.holdsFocus)
+                    now = rows.length;
+                rows.push(row);
+            }
+        }
         const next = now < 0 ? rows[0] : rows[now + step];
         if (next)
             next.forceActiveFocus(Qt.TabFocusReason);

@@ -86,7 +86,7 @@ Result<QJsonValue, QString> parsed(const QByteArray &body)
 QUrl jiraAddress(const QString &site, const QUrl &standIn)
 {
     QUrl url(u"https://%1/rest/api/3/search/jql"_s.arg(site), QUrl::StrictMode);
-    if (!url.isValid() || url.host().isEmpty() || site.contains(u' '))
+    if (!url.isValid() || url.host().isEmpty() || !url.userInfo().isEmpty() || site.contains(u' '))
         throw WorkError{tr("that Jira site address doesn't look right")};
     if (!standIn.isEmpty()) {
         url = standIn;

@@ -1,0 +1,223 @@
+#!/usr/bin/python3
+"""A morning with the real program: nothing is connected, a token is saved, an agent asks, a meeting nears, a review comes, a
+focus period ends. Minutes pass by a clock that is set forward.
+
+Usage: script/with-desktop --own-network tests/e2e/morning.py VELTO [PICTURES]. With a folder for pictures it leaves one of each
+step there (script/pictures). Ends with 77 if this machine can't try it.
+"""
+
+import json
+import pathlib
+import shutil
+import subprocess
+import sys
+import time
+
+from velto_desktop import ALLOW, GUARD_SECONDS, PEEK_ROW_HEIGHT, Failure, Velto, check_machine, expect, screen_size, skip, until, xdotool
+
+CLOCKS = ("/usr/lib/*/faketime/libfaketime.so.1", "/usr/lib64/faketime/libfaketime.so.1", "/usr/lib/faketime/libfaketime.so.1")
+REVIEW = {"title": "Page by key, not by offset", "url": "https://github.com/acme/api/pull/12", "repository": {"name": "api"}}
+MEETING = "https://meet.example.com/plan"
+
+# Places in the open panel of 780 by 520.
+REFRESH = (707, 24)
+MANAGE_WORK = (350, 338)  # with the page at its top
+SET_UP_MEETINGS = (717, 459)
+LINEAR_KEY = (200, 148)  # each form brings itself into sight
+SAVE_LINEAR = (719, 148)
+MEETING_TITLE = (300, 316)
+MEETING_LINK = (300, 388)
+SAVE_MEETING = (60, 443)
+GUIDE_AWAY = (729, 186)
+JOIN = (726, 201)  # once the guide is away
+REVIEW_IT = (718, 253)
+START_FOCUS = (700, 447)
+
+
+class Morning(Velto):
+    def __init__(self, program, pictures):
+        super().__init__(program)
+        self.pictures = pictures
+        self.steps = 0
+        clock = next((str(found) for each in CLOCKS for found in pathlib.Path("/").glob(each[1:])), None)
+        if not clock:
+            skip("no clock that can be set (the package libfaketime has it)")
+        self.offset = self.home / "clock"
+        self.minutes_pass(0)
+        self.opened = self.home / "opened"
+        self.reviews = self.home / "reviews.json"
+        self.reviews.write_text("[]")
+        self.stand_in("gh", f"[ \"$1\" = search ] && exec cat '{self.reviews}'; echo '[]'")
+        self.stand_in("xdg-open", f"echo \"$1\" >>'{self.opened}'")
+        self.environment |= {
+            "LD_PRELOAD": clock,
+            "FAKETIME_TIMESTAMP_FILE": str(self.offset),
+            "FAKETIME_CACHE_DURATION": "1",
+            "FAKETIME_DONT_FAKE_MONOTONIC": "1",
+            "XDG_CURRENT_DESKTOP": "",
+        }
+
+    def stand_in(self, name, command):
+        for folder in ("bin", ".local/bin"):
+            file = self.home / folder / name
+            file.parent.mkdir(parents=True, exist_ok=True)
+            file.write_text(f"#!/bin/sh\n{command}\n")
+            file.chmod(0o755)
+
+    def minutes_pass(self, minutes):
+        self.passed = getattr(self, "passed", 0) + minutes
+        self.offset.write_text(f"+{self.passed * 60}\n")
+
+    def settings(self):
+        return json.loads((self.config / "velto/settings.json").read_text())
+
+    def links(self):
+        return self.opened.read_text().split() if self.opened.exists() else []
+
+    def keys(self, *keys):
+        for key in keys:
+            xdotool("key", key)
+            time.sleep(0.25)
+        time.sleep(0.5)
+
+    def type(self, text):
+        xdotool("type", "--delay", 30, text)
+        time.sleep(0.4)
+
+    def picture(self, width=840, height=560):
+        self.steps += 1
+        if self.pictures:
+            left = (screen_size()[0] - width) // 2
+            file = pathlib.Path(self.pictures) / f"morning-{self.steps}.png"
+            subprocess.run(["import", "-window", "root", "-crop", f"{width}x{height}+{left}+0", "+repage", str(file)], check=True)
+
+    def open(self, tab):
+        """With the keyboard, as the second start of the program does."""
+        subprocess.run([self.program, "--search"], env=self.environment, timeout=20)
+        self.settled(lambda at: at.height == 520, "the panel to open")
+        time.sleep(0.5)
+        self.keys("Escape")
+        self.open_tab(tab)
+        time.sleep(0.5)
+
+    def close(self):
+        self.leave()
+        for _ in range(4):
+            if self.geometry().height < 520:
+                break
+            self.keys("Escape")
+        return self.settled(lambda at: at.height < 100, "the panel to close")
+
+
+def has_keyring(velto):
+    if not shutil.which("gnome-keyring-daemon") or not shutil.which("secret-tool"):
+        return False
+    started = subprocess.run(["gnome-keyring-daemon", "--unlock", "--components=secrets"], input="x", text=True,
+                             env=velto.environment | {"LD_PRELOAD": ""}, capture_output=True, timeout=20)
+    return started.returncode == 0
+
+
+def nothing_is_connected(velto):
+    velto.open(1)
+    velto.picture()
+
+
+def a_token_is_saved(velto):
+    velto.open_tab(4)
+    velto.press_in_panel(*MANAGE_WORK)
+    time.sleep(0.7)
+    velto.press_in_panel(*LINEAR_KEY)
+    velto.type("  lin_'$(id)` ")
+    velto.picture()
+    velto.press_in_panel(*SAVE_LINEAR)
+
+    def kept():
+        found = subprocess.run(["secret-tool", "lookup", "service", "Velto.linear"], capture_output=True, text=True, timeout=10)
+        return found.stdout
+
+    expect("the keyring holds the token, trimmed", until("the token in the keyring", kept), "lin_'$(id)`")
+    expect("no file of ours holds it", "lin_" in (velto.config / "velto/settings.json").read_text(), False)
+    expect("its module is on", "work" in velto.settings().get("modulesOff", ["work"]), False)
+
+
+def an_agent_asks(velto):
+    strip = velto.close()
+    asked = velto.ask(command="npm run build")
+    velto.settled(lambda at: at.height >= strip.height + PEEK_ROW_HEIGHT, "the question to slide out")
+    time.sleep(GUARD_SECONDS + 0.5)
+    velto.picture(640, 90)
+    velto.press(ALLOW)
+    answer = asked.communicate(timeout=20)[0]
+    expect("the session is allowed", json.loads(answer)["hookSpecificOutput"]["decision"]["behavior"], "allow")
+    return velto.settled(lambda at: at.height == strip.height, "the question to be gone")
+
+
+def a_meeting_nears(velto):
+    velto.open(4)
+    xdotool("mousemove", "--sync", screen_size()[0] // 2, 300, "click", "--repeat", 20, 4)
+    time.sleep(0.7)
+    velto.press_in_panel(*MANAGE_WORK)  # "Done"
+    velto.press_in_panel(*SET_UP_MEETINGS)
+    time.sleep(0.7)
+    velto.press_in_panel(*MEETING_TITLE)
+    velto.type("Plan the release")
+    velto.press_in_panel(*MEETING_LINK)
+    velto.type(MEETING)
+    velto.press_in_panel(*SAVE_MEETING)
+    until("the meeting in the settings", lambda: velto.settings().get("meetingTitle") == "Plan the release")
+    expect("its link is kept", velto.settings()["meetingURL"], MEETING)
+    strip = velto.close()
+    velto.minutes_pass(56)  # the form offers an hour from now
+    velto.settled(lambda at: at.height >= strip.height + PEEK_ROW_HEIGHT, "word of the meeting", 25)
+    time.sleep(0.5)
+    velto.picture(640, 90)
+    velto.settled(lambda at: at.height == strip.height, "word of the meeting to go")
+
+
+def a_review_comes(velto):
+    velto.reviews.write_text(json.dumps([REVIEW]))
+    velto.open(1)
+    velto.press_in_panel(*REFRESH)
+    time.sleep(2)
+    velto.picture()
+    velto.press_in_panel(*GUIDE_AWAY)
+    time.sleep(0.5)
+    velto.press_in_panel(*JOIN)
+    expect("Join goes to the meeting", until("the browser", velto.links), [MEETING])
+    velto.press_in_panel(*REVIEW_IT)
+    until("the browser again", lambda: len(velto.links()) == 2)
+    expect("Review goes to the pull request", velto.links()[1], REVIEW["url"])
+
+
+def a_focus_period_ends(velto):
+    velto.press_in_panel(*START_FOCUS)
+    time.sleep(0.7)
+    velto.picture()
+    strip = velto.close()
+    velto.minutes_pass(26)
+    velto.settled(lambda at: at.height >= strip.height + PEEK_ROW_HEIGHT, "word that the time is up", 25)
+    time.sleep(0.5)
+    velto.picture(640, 90)
+
+
+def main(program, pictures=None):
+    check_machine()
+    with Morning(program, pictures) as velto:
+        if not has_keyring(velto):
+            skip("no keyring (gnome-keyring and secret-tool are missing)")
+        velto.start()
+        nothing_is_connected(velto)
+        a_token_is_saved(velto)
+        an_agent_asks(velto)
+        a_meeting_nears(velto)
+        a_review_comes(velto)
+        a_focus_period_ends(velto)
+
+
+if __name__ == "__main__":
+    if len(sys.argv) not in (2, 3):
+        sys.exit(__doc__)
+    try:
+        main(*sys.argv[1:])
+    except Failure as failure:
+        sys.exit(f"failed: {failure}")
