@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QTest>
+#include <array>
 #include <memory>
 
 /// The test classes of a program; each file registers its own.
@@ -26,6 +27,13 @@ inline int runTests(int argc, char **argv)
     for (const MakeTest make : tests())
         failed += QTest::qExec(make().get(), argc, argv) != 0;
     return failed;
+}
+
+/// The columns of a test's table: columns<QString, int>({"text", "count"}).
+template <typename... Types> void columns(const std::array<const char *, sizeof...(Types)> &names)
+{
+    auto name = names.begin();
+    (QTest::addColumn<Types>(*name++), ...);
 }
 
 namespace velto {

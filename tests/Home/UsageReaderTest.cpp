@@ -1,4 +1,4 @@
-#include "Home/UsageReaderTest.h"
+#include "RunTests.h"
 
 #include "Home/UsagePlain.h"
 #include "Platform/Posix/PosixFileTree.h"
@@ -6,7 +6,6 @@
 
 #include <QDir>
 #include <QTemporaryDir>
-#include <QTest>
 #include <thread>
 
 using namespace Qt::StringLiterals;
@@ -47,217 +46,227 @@ struct Desk {
 
 } // namespace
 
-void UsageReaderTest::addsUpWhatWasAdded()
-{
-    Desk desk;
-    QCOMPARE(desk.read(), TokenUsage{}); // no folder yet
-    desk.write(u"-p/a.jsonl"_s, answerLine(desk.stamp(QTime(8, 0, 0, 5)), 1, 20, 300, 4000));
-    desk.write(u"-q/deep/er/b.jsonl"_s, "{\"type\":\"user\",\"usage\":{\"input_tokens\":5}}\n\n" + desk.answer(10));
-    TokenUsage usage{11, 21, 300, 4000, 2, QDateTime(desk.now.date(), QTime(8, 0, 0, 5))};
-    QCOMPARE(desk.read(), usage);
-    QCOMPARE(desk.read(), usage);
-    desk.write(u"-p/a.jsonl"_s, answerLine(desk.stamp(QTime(7, 0)), 100, 0));
-    usage = {111, 21, 300, 4000, 3, QDateTime(desk.now.date(), QTime(7, 0))};
-    QCOMPARE(desk.read(), usage);
-    // The same answer in two files counts twice.
-    desk.write(u"-p/c.jsonl"_s, answerLine(desk.stamp(QTime(7, 0)), 100, 0));
-    QCOMPARE(desk.input(), 211);
-}
-
-void UsageReaderTest::waitsForTheEndOfALine()
-{
-    Desk desk;
-    const QByteArray line = desk.answer(5);
-    desk.write(u"-p/a.jsonl"_s, line + line.left(40));
-    QCOMPARE(desk.input(), 5);
-    desk.write(u"-p/a.jsonl"_s, line.mid(40).chopped(1));
-    QCOMPARE(desk.input(), 5);
-    desk.write(u"-p/a.jsonl"_s, "\n");
-    QCOMPARE(desk.input(), 10);
-    QCOMPARE(desk.input(), 10);
-}
-
-void UsageReaderTest::looksAtLogsOnly()
-{
-    Desk desk;
-    for (const QString &name : {u"-p/a.json"_s, u"-p/a.JSONL"_s, u"-p/a.jsonl.bak"_s, u"-p/.jsonl"_s, u"-p/ajsonl"_s})
-        desk.write(name, desk.answer(1));
-    QVERIFY(QDir().mkpath(desk.path(u"-p/folder.jsonl"_s)));
-    desk.write(u"-p/.hidden.jsonl"_s, desk.answer(20));
-    desk.write(u"at the top.jsonl"_s, desk.answer(300));
-    desk.write(u"../elsewhere/linked.jsonl"_s, desk.answer(4000));
-    // A link to a folder may lead back up.
-    QVERIFY(QFile::link(desk.path(u"."_s), desk.path(u"-p/loop"_s)));
-    QVERIFY(QFile::link(desk.path(u"../elsewhere/linked.jsonl"_s), desk.path(u"-p/link.jsonl"_s)));
-    QVERIFY(QFile::link(desk.path(u"nowhere"_s), desk.path(u"-p/dangling.jsonl"_s)));
-    QCOMPARE(desk.input(), 4320);
-}
-
-void UsageReaderTest::opensNothingThatWasntTouchedToday()
-{
-    Desk desk;
-    desk.write(u"-p/old.jsonl"_s, desk.answer(1));
-    desk.write(u"-p/midnight.jsonl"_s, desk.answer(20));
-    const QDateTime midnight = desk.now.date().startOfDay();
-    desk.touch(u"-p/old.jsonl"_s, midnight.addMSecs(-1));
-    desk.touch(u"-p/midnight.jsonl"_s, midnight);
-    QCOMPARE(desk.input(), 20);
-    desk.touch(u"-p/old.jsonl"_s, desk.now);
-    QCOMPARE(desk.input(), 21);
-}
-
-void UsageReaderTest::leavesOutTheDayBefore()
-{
-    Desk desk;
-    const QDateTime midnight = desk.now.date().startOfDay();
-    const auto at = [&](qint64 milliseconds) {
-        return midnight.addMSecs(milliseconds).toUTC().toString(Qt::ISODateWithMs).toLatin1();
-    };
-    desk.write(u"-p/a.jsonl"_s, answerLine(at(-60'000), 1, 0) + answerLine(at(-1), 20, 0) + answerLine(at(0), 300, 0));
-    QCOMPARE(desk.read(), (TokenUsage{300, 0, 0, 0, 1, midnight}));
-}
-
-void UsageReaderTest::startsOverAtMidnight()
-{
-    Desk desk;
-    desk.write(u"-p/a.jsonl"_s, desk.answer(1));
-    desk.write(u"-p/b.jsonl"_s, desk.answer(20));
-    QCOMPARE(desk.input(), 21);
-    // The next day's lines may be written before the first reading of that day.
-    desk.now = desk.now.addDays(1);
-    desk.write(u"-p/a.jsonl"_s, desk.answer(300));
-    QCOMPARE(desk.read(), (TokenUsage{300, 1, 0, 0, 1, QDateTime(desk.now.date(), QTime(8, 30))}));
-    desk.write(u"-p/a.jsonl"_s, desk.answer(4000));
-    QCOMPARE(desk.input(), 4300);
-    // The clock is set back: that day again, with what touched files hold of both.
-    desk.now = desk.now.addDays(-1);
-    QCOMPARE(desk.input(), 4321);
-}
-
-void UsageReaderTest::leavesAloneWhatHasShrunk()
-{
-    Desk desk;
-    const QString name = u"-p/a.jsonl"_s;
-    desk.write(name, desk.answer(1) + desk.answer(2));
-    QCOMPARE(desk.input(), 3);
-    desk.write(name, desk.answer(4), QIODevice::WriteOnly);
-    QCOMPARE(desk.input(), 3);
-    // As it grows beyond what was read, its new lines count; nothing that was counted counts again.
-    desk.write(name, desk.answer(8));
-    QCOMPARE(desk.input(), 3);
-    desk.write(name, desk.answer(5));
-    QCOMPARE(desk.input(), 8);
-    QVERIFY(QFile::remove(desk.path(name)));
-    QCOMPARE(desk.input(), 8);
-}
-
-void UsageReaderTest::readsARotatedFileAnew()
-{
-    Desk desk;
-    desk.write(u"-p/a.jsonl"_s, desk.answer(1) + desk.answer(2));
-    QCOMPARE(desk.input(), 3);
-    QVERIFY(QFile::rename(desk.path(u"-p/a.jsonl"_s), desk.path(u"-p/a.jsonl.1"_s)));
-    desk.write(u"-p/a.jsonl"_s, desk.answer(4));
-    desk.write(u"-p/b.jsonl"_s, desk.answer(10));
-    QCOMPARE(desk.input(), 13);
-}
-
-void UsageReaderTest::passesOverLongLines()
-{
-    Desk desk;
-    const auto ofSize = [&](int size, int input) {
-        QByteArray line = desk.answer(input);
-        return line.insert(1, QByteArray(size - line.size() + 1, ' ')); // the size without the line feed
-    };
-    desk.write(u"-p/a.jsonl"_s, ofSize(1'999'999, 1) + ofSize(2'000'000, 20) + desk.answer(300) + ofSize(5'000'000, 4000));
-    QCOMPARE(desk.input(), 301);
-    desk.write(u"-p/a.jsonl"_s, desk.answer(50'000));
-    QCOMPARE(desk.input(), 50'301);
-    // One that never ends counts nothing, however often it is read.
-    desk.write(u"-p/b.jsonl"_s, ofSize(3'000'000, 7).chopped(1));
-    QCOMPARE(desk.input(), 50'301);
-    desk.write(u"-p/b.jsonl"_s, '\n' + desk.answer(600'000));
-    QCOMPARE(desk.input(), 650'301);
-}
-
-void UsageReaderTest::takesLinesOfEverySize()
-{
-    // Line ends before, on and after each place where a buffer may end.
-    Desk desk;
-    constexpr int kBuffer = 256 * 1024;
-    int input = 0;
-    for (const int size : {kBuffer - 1, kBuffer, kBuffer + 1, 2 * kBuffer - 1, 2 * kBuffer, 2 * kBuffer + 1}) {
-        for (int before = 0; before < 3; ++before) {
-            const QByteArray line = desk.answer(1);
-            const QByteArray padded = QByteArray(line).insert(1, QByteArray(size - line.size(), ' '));
-            desk.write(u"-p/%1-%2.jsonl"_s.arg(size).arg(before),
-                       QByteArray(before, '\n') + padded + line + padded + line + line);
-            input += 5;
-        }
-    }
-    QCOMPARE(desk.read().turns, input);
-    QCOMPARE(desk.input(), input);
-}
-
-void UsageReaderTest::keepsSumsInBounds()
-{
-    Desk desk;
-    const QByteArray large = desk.answer(77).replace(":77,", ":9000000000000000000,");
-    desk.write(u"-p/a.jsonl"_s, large + large);
-    QCOMPARE(desk.input(), std::numeric_limits<qint64>::max());
-    desk.write(u"-p/a.jsonl"_s, QByteArray(large).replace(":9", ":-9"));
-    QVERIFY(desk.input() > 0);
-}
-
-void UsageReaderTest::agreesWithThePlainWay()
-{
-    for (unsigned seed = 0; seed < 10; ++seed) {
+/// How the tokens of a day add up while logs are written.
+class UsageReaderTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void addsUpWhatWasAdded()
+    {
         Desk desk;
-        UsageFuzz fuzz(seed);
-        std::array<QByteArray, 4> files;
-        for (int step = 0; step < 8; ++step) {
-            for (std::size_t i = 0; i < files.size(); ++i) {
-                QByteArray added;
-                for (int lines = fuzz.number(0, 30); lines > 0; --lines)
-                    added += fuzz.line() + (fuzz.number(0, 20) ? "\n" : "\n" + QByteArray(fuzz.number(0, 400'000), 'x') + '\n');
-                added.truncate(fuzz.number(0, 3) ? added.size() : fuzz.number(0, int(added.size())));
-                files[i] += added;
-                desk.write(u"-p/%1.jsonl"_s.arg(i), added);
+        QCOMPARE(desk.read(), TokenUsage{}); // no folder yet
+        desk.write(u"-p/a.jsonl"_s, answerLine(desk.stamp(QTime(8, 0, 0, 5)), 1, 20, 300, 4000));
+        desk.write(u"-q/deep/er/b.jsonl"_s, "{\"type\":\"user\",\"usage\":{\"input_tokens\":5}}\n\n" + desk.answer(10));
+        TokenUsage usage{11, 21, 300, 4000, 2, QDateTime(desk.now.date(), QTime(8, 0, 0, 5))};
+        QCOMPARE(desk.read(), usage);
+        QCOMPARE(desk.read(), usage);
+        desk.write(u"-p/a.jsonl"_s, answerLine(desk.stamp(QTime(7, 0)), 100, 0));
+        usage = {111, 21, 300, 4000, 3, QDateTime(desk.now.date(), QTime(7, 0))};
+        QCOMPARE(desk.read(), usage);
+        // The same answer in two files counts twice.
+        desk.write(u"-p/c.jsonl"_s, answerLine(desk.stamp(QTime(7, 0)), 100, 0));
+        QCOMPARE(desk.input(), 211);
+    }
+
+    void waitsForTheEndOfALine()
+    {
+        Desk desk;
+        const QByteArray line = desk.answer(5);
+        desk.write(u"-p/a.jsonl"_s, line + line.left(40));
+        QCOMPARE(desk.input(), 5);
+        desk.write(u"-p/a.jsonl"_s, line.mid(40).chopped(1));
+        QCOMPARE(desk.input(), 5);
+        desk.write(u"-p/a.jsonl"_s, "\n");
+        QCOMPARE(desk.input(), 10);
+        QCOMPARE(desk.input(), 10);
+    }
+
+    void looksAtLogsOnly()
+    {
+        Desk desk;
+        for (const QString &name : {u"-p/a.json"_s, u"-p/a.JSONL"_s, u"-p/a.jsonl.bak"_s, u"-p/.jsonl"_s, u"-p/ajsonl"_s})
+            desk.write(name, desk.answer(1));
+        QVERIFY(QDir().mkpath(desk.path(u"-p/folder.jsonl"_s)));
+        desk.write(u"-p/.hidden.jsonl"_s, desk.answer(20));
+        desk.write(u"at the top.jsonl"_s, desk.answer(300));
+        desk.write(u"../elsewhere/linked.jsonl"_s, desk.answer(4000));
+        // A link to a folder may lead back up.
+        QVERIFY(QFile::link(desk.path(u"."_s), desk.path(u"-p/loop"_s)));
+        QVERIFY(QFile::link(desk.path(u"../elsewhere/linked.jsonl"_s), desk.path(u"-p/link.jsonl"_s)));
+        QVERIFY(QFile::link(desk.path(u"nowhere"_s), desk.path(u"-p/dangling.jsonl"_s)));
+        QCOMPARE(desk.input(), 4320);
+    }
+
+    void opensNothingThatWasntTouchedToday()
+    {
+        Desk desk;
+        desk.write(u"-p/old.jsonl"_s, desk.answer(1));
+        desk.write(u"-p/midnight.jsonl"_s, desk.answer(20));
+        const QDateTime midnight = desk.now.date().startOfDay();
+        desk.touch(u"-p/old.jsonl"_s, midnight.addMSecs(-1));
+        desk.touch(u"-p/midnight.jsonl"_s, midnight);
+        QCOMPARE(desk.input(), 20);
+        desk.touch(u"-p/old.jsonl"_s, desk.now);
+        QCOMPARE(desk.input(), 21);
+    }
+
+    void leavesOutTheDayBefore()
+    {
+        Desk desk;
+        const QDateTime midnight = desk.now.date().startOfDay();
+        const auto at = [&](qint64 milliseconds) {
+            return midnight.addMSecs(milliseconds).toUTC().toString(Qt::ISODateWithMs).toLatin1();
+        };
+        desk.write(u"-p/a.jsonl"_s, answerLine(at(-60'000), 1, 0) + answerLine(at(-1), 20, 0) + answerLine(at(0), 300, 0));
+        QCOMPARE(desk.read(), (TokenUsage{300, 0, 0, 0, 1, midnight}));
+    }
+
+    void startsOverAtMidnight()
+    {
+        Desk desk;
+        desk.write(u"-p/a.jsonl"_s, desk.answer(1));
+        desk.write(u"-p/b.jsonl"_s, desk.answer(20));
+        QCOMPARE(desk.input(), 21);
+        // The next day's lines may be written before the first reading of that day.
+        desk.now = desk.now.addDays(1);
+        desk.write(u"-p/a.jsonl"_s, desk.answer(300));
+        QCOMPARE(desk.read(), (TokenUsage{300, 1, 0, 0, 1, QDateTime(desk.now.date(), QTime(8, 30))}));
+        desk.write(u"-p/a.jsonl"_s, desk.answer(4000));
+        QCOMPARE(desk.input(), 4300);
+        // The clock is set back: that day again, with what touched files hold of both.
+        desk.now = desk.now.addDays(-1);
+        QCOMPARE(desk.input(), 4321);
+    }
+
+    void leavesAloneWhatHasShrunk()
+    {
+        Desk desk;
+        const QString name = u"-p/a.jsonl"_s;
+        desk.write(name, desk.answer(1) + desk.answer(2));
+        QCOMPARE(desk.input(), 3);
+        desk.write(name, desk.answer(4), QIODevice::WriteOnly);
+        QCOMPARE(desk.input(), 3);
+        // As it grows beyond what was read, its new lines count; nothing that was counted counts again.
+        desk.write(name, desk.answer(8));
+        QCOMPARE(desk.input(), 3);
+        desk.write(name, desk.answer(5));
+        QCOMPARE(desk.input(), 8);
+        QVERIFY(QFile::remove(desk.path(name)));
+        QCOMPARE(desk.input(), 8);
+    }
+
+    void readsARotatedFileAnew()
+    {
+        Desk desk;
+        desk.write(u"-p/a.jsonl"_s, desk.answer(1) + desk.answer(2));
+        QCOMPARE(desk.input(), 3);
+        QVERIFY(QFile::rename(desk.path(u"-p/a.jsonl"_s), desk.path(u"-p/a.jsonl.1"_s)));
+        desk.write(u"-p/a.jsonl"_s, desk.answer(4));
+        desk.write(u"-p/b.jsonl"_s, desk.answer(10));
+        QCOMPARE(desk.input(), 13);
+    }
+
+    void passesOverLongLines()
+    {
+        Desk desk;
+        const auto ofSize = [&](int size, int input) {
+            QByteArray line = desk.answer(input);
+            return line.insert(1, QByteArray(size - line.size() + 1, ' ')); // the size without the line feed
+        };
+        desk.write(u"-p/a.jsonl"_s, ofSize(1'999'999, 1) + ofSize(2'000'000, 20) + desk.answer(300) + ofSize(5'000'000, 4000));
+        QCOMPARE(desk.input(), 301);
+        desk.write(u"-p/a.jsonl"_s, desk.answer(50'000));
+        QCOMPARE(desk.input(), 50'301);
+        // One that never ends counts nothing, however often it is read.
+        desk.write(u"-p/b.jsonl"_s, ofSize(3'000'000, 7).chopped(1));
+        QCOMPARE(desk.input(), 50'301);
+        desk.write(u"-p/b.jsonl"_s, '\n' + desk.answer(600'000));
+        QCOMPARE(desk.input(), 650'301);
+    }
+
+    void takesLinesOfEverySize()
+    {
+        // Line ends before, on and after each place where a buffer may end.
+        Desk desk;
+        constexpr int kBuffer = 256 * 1024;
+        int input = 0;
+        for (const int size : {kBuffer - 1, kBuffer, kBuffer + 1, 2 * kBuffer - 1, 2 * kBuffer, 2 * kBuffer + 1}) {
+            for (int before = 0; before < 3; ++before) {
+                const QByteArray line = desk.answer(1);
+                const QByteArray padded = QByteArray(line).insert(1, QByteArray(size - line.size(), ' '));
+                desk.write(u"-p/%1-%2.jsonl"_s.arg(size).arg(before),
+                           QByteArray(before, '\n') + padded + line + padded + line + line);
+                input += 5;
             }
-            TokenUsage plain;
-            for (const QByteArray &file : files)
-                addPlainly(plain, file, desk.now.date().startOfDay());
-            QCOMPARE(desk.read(), plain);
-            QCOMPARE(UsageReader(desk.tree, claudeLogs(desk.home.path())).read(desk.now), plain);
+        }
+        QCOMPARE(desk.read().turns, input);
+        QCOMPARE(desk.input(), input);
+    }
+
+    void keepsSumsInBounds()
+    {
+        Desk desk;
+        const QByteArray large = desk.answer(77).replace(":77,", ":9000000000000000000,");
+        desk.write(u"-p/a.jsonl"_s, large + large);
+        QCOMPARE(desk.input(), std::numeric_limits<qint64>::max());
+        desk.write(u"-p/a.jsonl"_s, QByteArray(large).replace(":9", ":-9"));
+        QVERIFY(desk.input() > 0);
+    }
+
+    void agreesWithThePlainWay()
+    {
+        for (unsigned seed = 0; seed < 10; ++seed) {
+            Desk desk;
+            UsageFuzz fuzz(seed);
+            std::array<QByteArray, 4> files;
+            for (int step = 0; step < 8; ++step) {
+                for (std::size_t i = 0; i < files.size(); ++i) {
+                    QByteArray added;
+                    for (int lines = fuzz.number(0, 30); lines > 0; --lines)
+                        added +=
+                            fuzz.line() + (fuzz.number(0, 20) ? "\n" : "\n" + QByteArray(fuzz.number(0, 400'000), 'x') + '\n');
+                    added.truncate(fuzz.number(0, 3) ? added.size() : fuzz.number(0, int(added.size())));
+                    files[i] += added;
+                    desk.write(u"-p/%1.jsonl"_s.arg(i), added);
+                }
+                TokenUsage plain;
+                for (const QByteArray &file : files)
+                    addPlainly(plain, file, desk.now.date().startOfDay());
+                QCOMPARE(desk.read(), plain);
+                QCOMPARE(UsageReader(desk.tree, claudeLogs(desk.home.path())).read(desk.now), plain);
+            }
         }
     }
-}
 
-void UsageReaderTest::countsOnceForAllThreads()
-{
-    Desk desk;
-    QByteArray lines;
-    for (int i = 0; i < 2000; ++i)
-        lines += desk.answer(1);
-    desk.write(u"-p/a.jsonl"_s, lines);
-    std::vector<std::thread> threads;
-    std::array<TokenUsage, 4> results;
-    for (TokenUsage &result : results)
-        threads.emplace_back([&] { result = desk.read(); });
-    for (std::thread &thread : threads)
-        thread.join();
-    for (const TokenUsage &result : results)
-        QCOMPARE(result.input, 2000);
-}
+    void countsOnceForAllThreads()
+    {
+        Desk desk;
+        QByteArray lines;
+        for (int i = 0; i < 2000; ++i)
+            lines += desk.answer(1);
+        desk.write(u"-p/a.jsonl"_s, lines);
+        std::vector<std::thread> threads;
+        std::array<TokenUsage, 4> results;
+        for (TokenUsage &result : results)
+            threads.emplace_back([&] { result = desk.read(); });
+        for (std::thread &thread : threads)
+            thread.join();
+        for (const TokenUsage &result : results)
+            QCOMPARE(result.input, 2000);
+    }
 
-void UsageReaderTest::endsEarly()
-{
-    Desk desk;
-    desk.write(u"-p/a.jsonl"_s, desk.answer(1));
-    QCOMPARE(desk.input(), 1);
-    desk.reader.stop();
-    desk.write(u"-p/a.jsonl"_s, desk.answer(20));
-    QCOMPARE(desk.input(), 1);
-}
+    void endsEarly()
+    {
+        Desk desk;
+        desk.write(u"-p/a.jsonl"_s, desk.answer(1));
+        QCOMPARE(desk.input(), 1);
+        desk.reader.stop();
+        desk.write(u"-p/a.jsonl"_s, desk.answer(20));
+        QCOMPARE(desk.input(), 1);
+    }
+};
+
+const Registered<UsageReaderTest> registered;
 
 } // namespace velto
+
+#include "UsageReaderTest.moc"

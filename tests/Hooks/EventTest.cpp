@@ -1,9 +1,9 @@
 #include "EventTest.h"
 
 #include "Core/HookEvent.h"
+#include "RunTests.h"
 
 #include <QFile>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 using velto::HookEvent;
@@ -29,10 +29,7 @@ QString detail(const QByteArray &input)
 
 void EventTest::readsWhatClaudeCodeSends_data()
 {
-    QTest::addColumn<QString>("event");
-    QTest::addColumn<QString>("message");
-    QTest::addColumn<QString>("tool");
-    QTest::addColumn<QString>("toolDetail");
+    columns<QString, QString, QString, QString>({"event", "message", "tool", "toolDetail"});
     const QString none;
     QTest::newRow("permission-bash") << u"PermissionRequest"_s << none << u"Bash"_s << u"touch made-by-bash.txt"_s;
     QTest::newRow("permission-write") << u"PermissionRequest"_s << none << u"Write"_s << u"w.txt"_s;
@@ -96,8 +93,7 @@ void EventTest::leavesOutWhatHasAnotherForm()
 
 void EventTest::namesWhatTheToolTouches_data()
 {
-    QTest::addColumn<QByteArray>("input");
-    QTest::addColumn<QString>("expected");
+    columns<QByteArray, QString>({"input", "expected"});
     const auto row = [](const char *input, const QString &expected) { QTest::newRow(input) << QByteArray(input) << expected; };
     row(R"({"file_path":"/home/me/a b.txt","command":"rm -rf /"})", u"a b.txt"_s);
     row(R"({"file_path":"/home/me/dir//"})", u"dir"_s);
@@ -127,3 +123,5 @@ void EventTest::cutsTextsButNoCharacter()
     QCOMPARE(detail("{\"command\":\"" + QByteArray(78, 'c') + face + "more\"}"), QString(78, u'c') + QString::fromUtf8(face));
     QCOMPARE(detail("{\"command\":\"" + QByteArray(79, 'c') + face + "\"}"), QString(79, u'c'));
 }
+
+static const Registered<EventTest> registered;

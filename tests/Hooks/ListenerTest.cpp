@@ -1,4 +1,4 @@
-#include "ListenerTest.h"
+#include "RunTests.h"
 
 #include "Client.h"
 #include "Core/HookListener.h"
@@ -9,7 +9,6 @@
 #include "Platform/Posix/PosixLoopbackServer.h"
 
 #include <QSignalSpy>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 using velto::HookEvent;
@@ -64,163 +63,172 @@ public:
 
 } // namespace
 
-void ListenerTest::hearsAnEvent()
-{
-    Fixture fixture;
-    QVERIFY(fixture.listener->running());
-    QCOMPARE(fixture.client(fixture.request("/event", kStop)).reply(), kNoContent);
-    QTRY_COMPARE(fixture.events.size(), 1);
-    QCOMPARE(fixture.events[0].event, u"Stop"_s);
-    QCOMPARE(fixture.events[0].cwd, std::optional(u"/home/me"_s));
-    QCOMPARE(fixture.events[0].at, fixture.clock.wallTime());
+/// The hook listener over a real socket.
+class ListenerTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void hearsAnEvent()
+    {
+        Fixture fixture;
+        QVERIFY(fixture.listener->running());
+        QCOMPARE(fixture.client(fixture.request("/event", kStop)).reply(), kNoContent);
+        QTRY_COMPARE(fixture.events.size(), 1);
+        QCOMPARE(fixture.events[0].event, u"Stop"_s);
+        QCOMPARE(fixture.events[0].cwd, std::optional(u"/home/me"_s));
+        QCOMPARE(fixture.events[0].at, fixture.clock.wallTime());
 
-    // A body that is announced longer than it is, from a sender that then stops.
-    auto cut = fixture.client(fixture.request("/event", kStop + "    ").chopped(4));
-    cut.finishSending();
-    QCOMPARE(cut.reply(), kNoContent);
-    QTRY_COMPARE(fixture.events.size(), 2);
-}
-
-void ListenerTest::keepsQuietAboutWhatItCannotUse()
-{
-    Fixture fixture;
-    for (const QByteArray path : {"/event", "/permission"}) {
-        for (const QByteArray body : {"[]", "{}", "", "{\"hook_event_name\":7}"})
-            QCOMPARE(fixture.client(fixture.request(path, body)).reply(), kNoContent);
+        // A body that is announced longer than it is, from a sender that then stops.
+        auto cut = fixture.client(fixture.request("/event", kStop + "    ").chopped(4));
+        cut.finishSending();
+        QCOMPARE(cut.reply(), kNoContent);
+        QTRY_COMPARE(fixture.events.size(), 2);
     }
-    auto header = fixture.client("POST /event HTTP/1.1\r\n");
-    header.finishSending();
-    QCOMPARE(header.reply(), "");
-    // In order: had any of these been taken, it would have come before this one.
-    QCOMPARE(fixture.client(fixture.request("/event", kStop)).reply(), kNoContent);
-    QTRY_COMPARE(fixture.events.size(), 1);
-    QVERIFY(fixture.questions.isEmpty());
-}
 
-void ListenerTest::refusesWhoDoesNotKnowTheSecret()
-{
-    Fixture fixture;
-    // The body never comes: the header is enough.
-    QCOMPARE(fixture.client("POST /event HTTP/1.1\r\nX-Velto-Token: guess\r\nContent-Length: 1000\r\n\r\n").reply(),
-             velto::hookReply("403 Forbidden"));
-    QCOMPARE(fixture.client(fixture.request("/event", QByteArray(256'000, ' '))).reply(),
-             velto::hookReply("413 Payload Too Large"));
-    QVERIFY(fixture.events.isEmpty());
-}
+    void keepsQuietAboutWhatItCannotUse()
+    {
+        Fixture fixture;
+        for (const QByteArray path : {"/event", "/permission"}) {
+            for (const QByteArray body : {"[]", "{}", "", "{\"hook_event_name\":7}"})
+                QCOMPARE(fixture.client(fixture.request(path, body)).reply(), kNoContent);
+        }
+        auto header = fixture.client("POST /event HTTP/1.1\r\n");
+        header.finishSending();
+        QCOMPARE(header.reply(), "");
+        // In order: had any of these been taken, it would have come before this one.
+        QCOMPARE(fixture.client(fixture.request("/event", kStop)).reply(), kNoContent);
+        QTRY_COMPARE(fixture.events.size(), 1);
+        QVERIFY(fixture.questions.isEmpty());
+    }
 
-void ListenerTest::answersAQuestion_data()
-{
-    QTest::addColumn<std::optional<bool>>("decision");
-    QTest::newRow("allow") << std::optional(true);
-    QTest::newRow("deny") << std::optional(false);
-    QTest::newRow("no decision") << std::optional<bool>();
-}
+    void refusesWhoDoesNotKnowTheSecret()
+    {
+        Fixture fixture;
+        // The body never comes: the header is enough.
+        QCOMPARE(fixture.client("POST /event HTTP/1.1\r\nX-Velto-Token: guess\r\nContent-Length: 1000\r\n\r\n").reply(),
+                 velto::hookReply("403 Forbidden"));
+        QCOMPARE(fixture.client(fixture.request("/event", QByteArray(256'000, ' '))).reply(),
+                 velto::hookReply("413 Payload Too Large"));
+        QVERIFY(fixture.events.isEmpty());
+    }
 
-void ListenerTest::answersAQuestion()
-{
-    QFETCH(std::optional<bool>, decision);
-    Fixture fixture;
-    auto asker = fixture.ask();
-    QVERIFY(fixture.untilAsked(1));
-    QCOMPARE(fixture.questions[0].tool, std::optional(u"Bash"_s));
-    fixture.replies[0](decision);
-    fixture.replies[0](!decision.value_or(false)); // only the first counts
-    QCOMPARE(asker.reply(), velto::permissionReply(decision));
-}
+    void answersAQuestion_data()
+    {
+        QTest::addColumn<std::optional<bool>>("decision");
+        QTest::newRow("allow") << std::optional(true);
+        QTest::newRow("deny") << std::optional(false);
+        QTest::newRow("no decision") << std::optional<bool>();
+    }
 
-void ListenerTest::leavesAQuestionToTheTerminalIfNobodyTakesIt()
-{
-    Fixture nobody(false);
-    QCOMPARE(nobody.ask().reply(), kNoContent);
+    void answersAQuestion()
+    {
+        QFETCH(std::optional<bool>, decision);
+        Fixture fixture;
+        auto asker = fixture.ask();
+        QVERIFY(fixture.untilAsked(1));
+        QCOMPARE(fixture.questions[0].tool, std::optional(u"Bash"_s));
+        fixture.replies[0](decision);
+        fixture.replies[0](!decision.value_or(false)); // only the first counts
+        QCOMPARE(asker.reply(), velto::permissionReply(decision));
+    }
 
-    Fixture careless;
-    auto asker = careless.ask();
-    QVERIFY(careless.untilAsked(1));
-    careless.replies.clear();
-    QCOMPARE(asker.reply(), kNoContent);
-}
+    void leavesAQuestionToTheTerminalIfNobodyTakesIt()
+    {
+        Fixture nobody(false);
+        QCOMPARE(nobody.ask().reply(), kNoContent);
 
-void ListenerTest::answersOpenQuestionsWhenItDies()
-{
-    Fixture fixture;
-    auto shown = fixture.ask();
-    QVERIFY(fixture.untilAsked(1));
-    auto onItsWay = fixture.ask();
-    fixture.listener.reset();
-    QCOMPARE(shown.reply(), kNoContent);
-    // The second one may not even have been accepted; it gets no decision in any case.
-    QVERIFY(!onItsWay.reply().contains("behavior"));
-    fixture.replies[0](true);
-    QCoreApplication::processEvents();
-    QCOMPARE(fixture.questions.size(), 1);
-}
+        Fixture careless;
+        auto asker = careless.ask();
+        QVERIFY(careless.untilAsked(1));
+        careless.replies.clear();
+        QCOMPARE(asker.reply(), kNoContent);
+    }
 
-void ListenerTest::mayBeDestroyedByWhatItCalls()
-{
-    Fixture fixture;
-    int calls = 0;
-    fixture.listener->onEvent = [&](const HookEvent &) {
-        ++calls;
+    void answersOpenQuestionsWhenItDies()
+    {
+        Fixture fixture;
+        auto shown = fixture.ask();
+        QVERIFY(fixture.untilAsked(1));
+        auto onItsWay = fixture.ask();
         fixture.listener.reset();
-    };
-    // Both lie ready before the event loop runs again.
-    auto event = fixture.client(fixture.request("/event", kStop));
-    auto question = fixture.ask();
-    QCOMPARE(event.reply(), kNoContent);
-    QVERIFY(!question.reply().contains("behavior"));
-    QCOMPARE(calls, 1);
-}
+        QCOMPARE(shown.reply(), kNoContent);
+        // The second one may not even have been accepted; it gets no decision in any case.
+        QVERIFY(!onItsWay.reply().contains("behavior"));
+        fixture.replies[0](true);
+        QCoreApplication::processEvents();
+        QCOMPARE(fixture.questions.size(), 1);
+    }
 
-void ListenerTest::outlivesAnAskerThatLeaves()
-{
-    Fixture fixture;
-    auto asker = fixture.ask();
-    QVERIFY(fixture.untilAsked(1));
-    asker.leave();
-    fixture.replies[0](true);
-    QCOMPARE(fixture.client(fixture.request("/event", kStop)).reply(), kNoContent);
+    void mayBeDestroyedByWhatItCalls()
+    {
+        Fixture fixture;
+        int calls = 0;
+        fixture.listener->onEvent = [&](const HookEvent &) {
+            ++calls;
+            fixture.listener.reset();
+        };
+        // Both lie ready before the event loop runs again.
+        auto event = fixture.client(fixture.request("/event", kStop));
+        auto question = fixture.ask();
+        QCOMPARE(event.reply(), kNoContent);
+        QVERIFY(!question.reply().contains("behavior"));
+        QCOMPARE(calls, 1);
+    }
 
-    // One that has only finished sending still wants its answer.
-    auto listening = fixture.ask();
-    listening.finishSending();
-    QVERIFY(fixture.untilAsked(2));
-    fixture.replies[1](false);
-    QCOMPARE(listening.reply(), velto::permissionReply(false));
-}
+    void outlivesAnAskerThatLeaves()
+    {
+        Fixture fixture;
+        auto asker = fixture.ask();
+        QVERIFY(fixture.untilAsked(1));
+        asker.leave();
+        fixture.replies[0](true);
+        QCOMPARE(fixture.client(fixture.request("/event", kStop)).reply(), kNoContent);
 
-void ListenerTest::boundsOpenQuestions()
-{
-    Fixture fixture;
-    std::vector<Client> askers;
-    for (int i = 0; i < 128; ++i)
-        askers.push_back(fixture.ask());
-    QVERIFY(fixture.untilAsked(128));
-    QCOMPARE(fixture.ask().reply(), kNoContent);
-    fixture.replies[5](true);
-    fixture.replies[7](true);
-    auto again = fixture.ask();
-    QVERIFY(fixture.untilAsked(129));
-    fixture.replies[128](false);
-    QCOMPARE(again.reply(), velto::permissionReply(false));
-}
+        // One that has only finished sending still wants its answer.
+        auto listening = fixture.ask();
+        listening.finishSending();
+        QVERIFY(fixture.untilAsked(2));
+        fixture.replies[1](false);
+        QCOMPARE(listening.reply(), velto::permissionReply(false));
+    }
 
-void ListenerTest::hearsAmongSilentConnections()
-{
-    Fixture fixture;
-    std::vector<Client> silent;
-    for (int i = 0; i < 300; ++i)
-        silent.push_back(fixture.client({}));
-    QCOMPARE(fixture.client(fixture.request("/event", kStop)).reply(), kNoContent);
-    QTRY_COMPARE(fixture.events.size(), 1);
-}
+    void boundsOpenQuestions()
+    {
+        Fixture fixture;
+        std::vector<Client> askers;
+        for (int i = 0; i < 128; ++i)
+            askers.push_back(fixture.ask());
+        QVERIFY(fixture.untilAsked(128));
+        QCOMPARE(fixture.ask().reply(), kNoContent);
+        fixture.replies[5](true);
+        fixture.replies[7](true);
+        auto again = fixture.ask();
+        QVERIFY(fixture.untilAsked(129));
+        fixture.replies[128](false);
+        QCOMPARE(again.reply(), velto::permissionReply(false));
+    }
 
-void ListenerTest::isNotRunningWithoutThePort()
-{
-    Fixture first;
-    velto::FakeDefaults defaults;
-    HookListener second(defaults, std::make_unique<velto::PosixLoopbackServer>(), first.clock, first.listener->port());
-    QSignalSpy changes(&second, &HookListener::runningChanged);
-    second.start();
-    QVERIFY(!second.running());
-    QVERIFY(changes.isEmpty());
-}
+    void hearsAmongSilentConnections()
+    {
+        Fixture fixture;
+        std::vector<Client> silent;
+        for (int i = 0; i < 300; ++i)
+            silent.push_back(fixture.client({}));
+        QCOMPARE(fixture.client(fixture.request("/event", kStop)).reply(), kNoContent);
+        QTRY_COMPARE(fixture.events.size(), 1);
+    }
+
+    void isNotRunningWithoutThePort()
+    {
+        Fixture first;
+        velto::FakeDefaults defaults;
+        HookListener second(defaults, std::make_unique<velto::PosixLoopbackServer>(), first.clock, first.listener->port());
+        QSignalSpy changes(&second, &HookListener::runningChanged);
+        second.start();
+        QVERIFY(!second.running());
+        QVERIFY(changes.isEmpty());
+    }
+};
+
+static const Registered<ListenerTest> registered;
+
+#include "ListenerTest.moc"

@@ -1,8 +1,6 @@
-#include "RequestTest.h"
+#include "RunTests.h"
 
 #include "Core/HookRequest.h"
-
-#include <QTest>
 
 using velto::HookRequest;
 using State = HookRequest::State;
@@ -32,114 +30,125 @@ Outcome read(const QList<QByteArray> &pieces)
 
 } // namespace
 
-void RequestTest::judgesTheSameHoweverTheBytesAreCut_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<int>("state");
-    QTest::addColumn<QByteArray>("body");
-    const auto row = [](const char *name, const QByteArray &bytes, State state, const QByteArray &body = {}) {
-        QTest::newRow(name) << bytes << int(state) << body;
-    };
-    const QByteArray event = "POST /event HTTP/1.1\r\n";
+/// What the reader of hook requests makes of bytes from anywhere.
+class RequestTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void judgesTheSameHoweverTheBytesAreCut_data()
+    {
+        columns<QByteArray, int, QByteArray>({"bytes", "state", "body"});
+        const auto row = [](const char *name, const QByteArray &bytes, State state, const QByteArray &body = {}) {
+            QTest::newRow(name) << bytes << int(state) << body;
+        };
+        const QByteArray event = "POST /event HTTP/1.1\r\n";
 
-    row("event", event + kSecret + "Content-Length: 2\r\n\r\n{}", State::Complete, "{}");
-    row("permission", "POST /permission HTTP/1.1\r\n" + kSecret + "Content-Length: 2\r\n\r\n{}", State::Complete, "{}");
-    row("names in any case", event + "x-VELTO-token:\t" + kToken + " \t\r\nCONTENT-LENGTH:2\r\n\r\n{}", State::Complete, "{}");
-    row("empty lines first", "\r\n" + event + kSecret + "Content-Length: 2\r\n\r\n{}", State::Complete, "{}");
-    row("a line without a colon", event + "nonsense\r\n" + kSecret + "Content-Length: 2\r\n\r\n{}", State::Complete, "{}");
-    row("no version", "POST /event\r\n" + kSecret + "\r\n", State::Complete);
-    row("latin bytes", event + "X-Name: J\xf6rg\r\n" + kSecret + "Content-Length: 3\r\n\r\n\xe9\xff\x80", State::Complete,
-        "\xe9\xff\x80");
-    row("the later header counts",
-        event + "X-Velto-Token: wrong\r\nContent-Length: x\r\n" + kSecret + "Content-Length: 2\r\n\r\n{}", State::Complete, "{}");
-    row("no length", event + kSecret + "\r\n", State::Complete);
-    row("a length that is none", event + kSecret + "Content-Length: 2 bytes\r\n\r\n", State::Complete);
-    row("a length beyond all numbers", event + kSecret + "Content-Length: 99999999999999999999\r\n\r\n", State::Complete);
-    row("a negative length", event + kSecret + "Content-Length: -5\r\n\r\n", State::Complete);
-    row("a short body at the end", event + kSecret + "Content-Length: 2000\r\n\r\n{\"a\":1}", State::Complete, "{\"a\":1}");
+        row("event", event + kSecret + "Content-Length: 2\r\n\r\n{}", State::Complete, "{}");
+        row("permission", "POST /permission HTTP/1.1\r\n" + kSecret + "Content-Length: 2\r\n\r\n{}", State::Complete, "{}");
+        row("names in any case", event + "x-VELTO-token:\t" + kToken + " \t\r\nCONTENT-LENGTH:2\r\n\r\n{}", State::Complete,
+            "{}");
+        row("empty lines first", "\r\n" + event + kSecret + "Content-Length: 2\r\n\r\n{}", State::Complete, "{}");
+        row("a line without a colon", event + "nonsense\r\n" + kSecret + "Content-Length: 2\r\n\r\n{}", State::Complete, "{}");
+        row("no version", "POST /event\r\n" + kSecret + "\r\n", State::Complete);
+        row("latin bytes", event + "X-Name: J\xf6rg\r\n" + kSecret + "Content-Length: 3\r\n\r\n\xe9\xff\x80", State::Complete,
+            "\xe9\xff\x80");
+        row("the later header counts",
+            event + "X-Velto-Token: wrong\r\nContent-Length: x\r\n" + kSecret + "Content-Length: 2\r\n\r\n{}", State::Complete,
+            "{}");
+        row("no length", event + kSecret + "\r\n", State::Complete);
+        row("a length that is none", event + kSecret + "Content-Length: 2 bytes\r\n\r\n", State::Complete);
+        row("a length beyond all numbers", event + kSecret + "Content-Length: 99999999999999999999\r\n\r\n", State::Complete);
+        row("a negative length", event + kSecret + "Content-Length: -5\r\n\r\n", State::Complete);
+        row("a short body at the end", event + kSecret + "Content-Length: 2000\r\n\r\n{\"a\":1}", State::Complete, "{\"a\":1}");
 
-    row("the end within the header", event + kSecret, State::Broken);
-    row("nothing at all", "", State::Broken);
-    row("line feeds alone", "POST /event HTTP/1.1\n\n", State::Broken);
+        row("the end within the header", event + kSecret, State::Broken);
+        row("nothing at all", "", State::Broken);
+        row("line feeds alone", "POST /event HTTP/1.1\n\n", State::Broken);
 
-    row("an empty header", "\r\n\r\n", State::Refused);
-    row("GET", "GET /event HTTP/1.1\r\n" + kSecret + "\r\n", State::Refused);
-    row("small letters", "post /event HTTP/1.1\r\n" + kSecret + "\r\n", State::Refused);
-    row("a slash more", "POST /event/ HTTP/1.1\r\n" + kSecret + "\r\n", State::Refused);
-    row("a query", "POST /event?a=1 HTTP/1.1\r\n" + kSecret + "\r\n", State::Refused);
-    row("two blanks", "POST  /event HTTP/1.1\r\n" + kSecret + "\r\n", State::Refused);
-    row("no path", "POST\r\n" + kSecret + "\r\n", State::Refused);
-    row("an origin of null", event + kSecret + "Origin: null\r\n\r\n", State::Refused);
-    row("an empty origin", event + "oRIGIN:\r\n" + kSecret + "\r\n", State::Refused);
-    row("no secret", event + "Content-Length: 2\r\n\r\n", State::Refused);
-    row("an empty secret", event + "X-Velto-Token:\r\n\r\n", State::Refused);
-    row("the secret in other letters", event + "X-Velto-Token: " + kToken.toUpper() + "\r\n\r\n", State::Refused);
-    row("the secret and more", event + "X-Velto-Token: " + kToken + kToken + "\r\n\r\n", State::Refused);
-    row("the secret cut short", event + "X-Velto-Token: " + kToken.chopped(1) + "\r\n\r\n", State::Refused);
-    row("a wrong secret later", event + kSecret + "X-Velto-Token: wrong\r\n\r\n", State::Refused);
-}
-
-void RequestTest::judgesTheSameHoweverTheBytesAreCut()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(int, state);
-    QFETCH(QByteArray, body);
-    const Outcome expected{State(state), body};
-    QVERIFY(read({bytes}) == expected);
-    QList<QByteArray> single;
-    for (qsizetype at = 0; at < bytes.size(); ++at) {
-        QVERIFY(read({bytes.first(at), bytes.sliced(at)}) == expected);
-        single.append(bytes.sliced(at, 1));
+        row("an empty header", "\r\n\r\n", State::Refused);
+        row("GET", "GET /event HTTP/1.1\r\n" + kSecret + "\r\n", State::Refused);
+        row("small letters", "post /event HTTP/1.1\r\n" + kSecret + "\r\n", State::Refused);
+        row("a slash more", "POST /event/ HTTP/1.1\r\n" + kSecret + "\r\n", State::Refused);
+        row("a query", "POST /event?a=1 HTTP/1.1\r\n" + kSecret + "\r\n", State::Refused);
+        row("two blanks", "POST  /event HTTP/1.1\r\n" + kSecret + "\r\n", State::Refused);
+        row("no path", "POST\r\n" + kSecret + "\r\n", State::Refused);
+        row("an origin of null", event + kSecret + "Origin: null\r\n\r\n", State::Refused);
+        row("an empty origin", event + "oRIGIN:\r\n" + kSecret + "\r\n", State::Refused);
+        row("no secret", event + "Content-Length: 2\r\n\r\n", State::Refused);
+        row("an empty secret", event + "X-Velto-Token:\r\n\r\n", State::Refused);
+        row("the secret in other letters", event + "X-Velto-Token: " + kToken.toUpper() + "\r\n\r\n", State::Refused);
+        row("the secret and more", event + "X-Velto-Token: " + kToken + kToken + "\r\n\r\n", State::Refused);
+        row("the secret cut short", event + "X-Velto-Token: " + kToken.chopped(1) + "\r\n\r\n", State::Refused);
+        row("a wrong secret later", event + kSecret + "X-Velto-Token: wrong\r\n\r\n", State::Refused);
     }
-    QVERIFY(read(single) == expected);
-}
 
-void RequestTest::refusesBeforeTheBodyHasCome()
-{
-    HookRequest request(kToken);
-    QCOMPARE(request.feed("POST /event HTTP/1.1\r\nContent-Length: 100000\r\n\r\n", false), State::Refused);
-    QVERIFY(request.mayHaveMore());
-    QCOMPARE(request.feed(kSecret, true), State::Refused);
+    void judgesTheSameHoweverTheBytesAreCut()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(int, state);
+        QFETCH(QByteArray, body);
+        const Outcome expected{State(state), body};
+        QVERIFY(read({bytes}) == expected);
+        QList<QByteArray> single;
+        for (qsizetype at = 0; at < bytes.size(); ++at) {
+            QVERIFY(read({bytes.first(at), bytes.sliced(at)}) == expected);
+            single.append(bytes.sliced(at, 1));
+        }
+        QVERIFY(read(single) == expected);
+    }
 
-    // What comes with the body is used in full, whatever was announced.
-    HookRequest generous(kToken);
-    QCOMPARE(generous.feed("POST /event HTTP/1.1\r\n" + kSecret + "Content-Length: 2\r\n\r\n{\"a\":1}", false), State::Complete);
-    QCOMPARE(generous.body(), QByteArrayView("{\"a\":1}"));
-    QVERIFY(generous.mayHaveMore());
-}
+    void refusesBeforeTheBodyHasCome()
+    {
+        HookRequest request(kToken);
+        QCOMPARE(request.feed("POST /event HTTP/1.1\r\nContent-Length: 100000\r\n\r\n", false), State::Refused);
+        QVERIFY(request.mayHaveMore());
+        QCOMPARE(request.feed(kSecret, true), State::Refused);
 
-void RequestTest::takesAtMost256000BytesInAll()
-{
-    const QByteArray head = "POST /event HTTP/1.1\r\n" + kSecret + "Content-Length: ";
-    const auto request = [&](qsizetype total) {
-        const auto bodySize = total - head.size() - 6 - 4;
-        return head + QByteArray::number(bodySize) + "\r\n\r\n" + QByteArray(bodySize, 'x');
-    };
-    const auto fits = request(256'000);
-    QCOMPARE(fits.size(), 256'000);
-    QVERIFY(read({fits}).state == State::Complete);
-    QVERIFY(read({fits.first(65'536), fits.sliced(65'536)}).state == State::Complete);
-    QVERIFY(read({request(256'001)}).state == State::TooLarge);
+        // What comes with the body is used in full, whatever was announced.
+        HookRequest generous(kToken);
+        QCOMPARE(generous.feed("POST /event HTTP/1.1\r\n" + kSecret + "Content-Length: 2\r\n\r\n{\"a\":1}", false),
+                 State::Complete);
+        QCOMPARE(generous.body(), QByteArrayView("{\"a\":1}"));
+        QVERIFY(generous.mayHaveMore());
+    }
 
-    HookRequest header(kToken);
-    QCOMPARE(header.feed(QByteArray(256'000, 'x'), false), State::More);
-    QCOMPARE(header.feed("x", false), State::TooLarge);
-}
+    void takesAtMost256000BytesInAll()
+    {
+        const QByteArray head = "POST /event HTTP/1.1\r\n" + kSecret + "Content-Length: ";
+        const auto request = [&](qsizetype total) {
+            const auto bodySize = total - head.size() - 6 - 4;
+            return head + QByteArray::number(bodySize) + "\r\n\r\n" + QByteArray(bodySize, 'x');
+        };
+        const auto fits = request(256'000);
+        QCOMPARE(fits.size(), 256'000);
+        QVERIFY(read({fits}).state == State::Complete);
+        QVERIFY(read({fits.first(65'536), fits.sliced(65'536)}).state == State::Complete);
+        QVERIFY(read({request(256'001)}).state == State::TooLarge);
 
-void RequestTest::repliesByteForByte()
-{
-    QCOMPARE(velto::hookReply("204 No Content"),
-             QByteArray(
-                 "HTTP/1.1 204 No Content\r\nConnection: close\r\nContent-Type: application/json\r\nContent-Length: 0\r\n\r\n"));
-    QCOMPARE(velto::permissionReply(std::nullopt), velto::hookReply("204 No Content"));
-    const QByteArray head = "HTTP/1.1 200 OK\r\nConnection: close\r\nContent-Type: application/json\r\nContent-Length: ";
-    QCOMPARE(velto::permissionReply(true),
-             head
-                 + "92\r\n\r\n"
-                   R"({"hookSpecificOutput":{"hookEventName":"PermissionRequest","decision":{"behavior":"allow"}}})");
-    QCOMPARE(velto::permissionReply(false),
-             head
-                 + "121\r\n\r\n"
-                   R"({"hookSpecificOutput":{"hookEventName":"PermissionRequest",)"
-                   R"("decision":{"behavior":"deny","message":"Denied from Velto"}}})");
-}
+        HookRequest header(kToken);
+        QCOMPARE(header.feed(QByteArray(256'000, 'x'), false), State::More);
+        QCOMPARE(header.feed("x", false), State::TooLarge);
+    }
+
+    void repliesByteForByte()
+    {
+        QCOMPARE(
+            velto::hookReply("204 No Content"),
+            QByteArray(
+                "HTTP/1.1 204 No Content\r\nConnection: close\r\nContent-Type: application/json\r\nContent-Length: 0\r\n\r\n"));
+        QCOMPARE(velto::permissionReply(std::nullopt), velto::hookReply("204 No Content"));
+        const QByteArray head = "HTTP/1.1 200 OK\r\nConnection: close\r\nContent-Type: application/json\r\nContent-Length: ";
+        QCOMPARE(velto::permissionReply(true),
+                 head
+                     + "92\r\n\r\n"
+                       R"({"hookSpecificOutput":{"hookEventName":"PermissionRequest","decision":{"behavior":"allow"}}})");
+        QCOMPARE(velto::permissionReply(false),
+                 head
+                     + "121\r\n\r\n"
+                       R"({"hookSpecificOutput":{"hookEventName":"PermissionRequest",)"
+                       R"("decision":{"behavior":"deny","message":"Denied from Velto"}}})");
+    }
+};
+
+static const Registered<RequestTest> registered;
+
+#include "RequestTest.moc"

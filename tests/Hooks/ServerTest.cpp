@@ -1,9 +1,8 @@
-#include "ServerTest.h"
+#include "RunTests.h"
 
 #include "Client.h"
 #include "Platform/Posix/PosixLoopbackServer.h"
 
-#include <QTest>
 #include <condition_variable>
 #include <deque>
 #include <fcntl.h>
@@ -110,129 +109,138 @@ private:
 
 } // namespace
 
-void ServerTest::answersInPiecesAndAtTheEndOfTheStream()
-{
-    Server server;
-    auto pieces = server.client();
-    for (const char *piece : {"a", "b", "c\n"})
-        QVERIFY(pieces.send(piece));
-    QCOMPARE(pieces.reply(), "abc\n");
-    auto half = server.client("half");
-    half.finishSending();
-    QCOMPARE(half.reply(), "half");
-    auto nothing = server.client();
-    nothing.finishSending();
-    QCOMPARE(nothing.reply(), "");
-}
+/// The loopback server, with a small protocol of the test's own.
+class ServerTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void answersInPiecesAndAtTheEndOfTheStream()
+    {
+        Server server;
+        auto pieces = server.client();
+        for (const char *piece : {"a", "b", "c\n"})
+            QVERIFY(pieces.send(piece));
+        QCOMPARE(pieces.reply(), "abc\n");
+        auto half = server.client("half");
+        half.finishSending();
+        QCOMPARE(half.reply(), "half");
+        auto nothing = server.client();
+        nothing.finishSending();
+        QCOMPARE(nothing.reply(), "");
+    }
 
-void ServerTest::sendsALongReplyToASlowReader()
-{
-    Server server;
-    auto slow = server.client("long\n");
-    QCOMPARE(server.client("meanwhile\n").reply(), "meanwhile\n");
-    QVERIFY(slow.reply() == kLong);
-}
+    void sendsALongReplyToASlowReader()
+    {
+        Server server;
+        auto slow = server.client("long\n");
+        QCOMPARE(server.client("meanwhile\n").reply(), "meanwhile\n");
+        QVERIFY(slow.reply() == kLong);
+    }
 
-void ServerTest::letsAPeerFinishThatWasAnsweredEarly()
-{
-    Server server;
-    auto chatty = server.client("refuse");
-    QVERIFY(server.log.untilEnded(1)); // the answer was given
-    QVERIFY(chatty.send(QByteArray(1024 * 1024, 'x')));
-    QCOMPARE(chatty.reply(), "refused");
-}
+    void letsAPeerFinishThatWasAnsweredEarly()
+    {
+        Server server;
+        auto chatty = server.client("refuse");
+        QVERIFY(server.log.untilEnded(1)); // the answer was given
+        QVERIFY(chatty.send(QByteArray(1024 * 1024, 'x')));
+        QCOMPARE(chatty.reply(), "refused");
+    }
 
-void ServerTest::sendsRepliesGivenJustBeforeTheEnd()
-{
-    Server server;
-    auto asking = server.client("wait\n");
-    const auto id = server.log.nextWaiting();
-    asking.send("more that nobody reads");
-    server->reply(id, "an answer");
-    server.end();
-    QCOMPARE(asking.reply(), "an answer");
-}
+    void sendsRepliesGivenJustBeforeTheEnd()
+    {
+        Server server;
+        auto asking = server.client("wait\n");
+        const auto id = server.log.nextWaiting();
+        asking.send("more that nobody reads");
+        server->reply(id, "an answer");
+        server.end();
+        QCOMPARE(asking.reply(), "an answer");
+    }
 
-void ServerTest::repliesToNobodyElseOnceThePeerIsGone()
-{
-    Server server;
-    auto first = server.client("wait\n");
-    const auto old = server.log.nextWaiting();
-    server->reply(old, "first");
-    QCOMPARE(first.reply(), "first");
-    first.leave();
+    void repliesToNobodyElseOnceThePeerIsGone()
+    {
+        Server server;
+        auto first = server.client("wait\n");
+        const auto old = server.log.nextWaiting();
+        server->reply(old, "first");
+        QCOMPARE(first.reply(), "first");
+        first.leave();
 
-    auto second = server.client("wait\n"); // in the same place as the first
-    const auto id = server.log.nextWaiting();
-    server->reply(old, "late");
-    server->reply(12'345, "to nobody");
-    server->reply(id, "second");
-    server->reply(id, "again");
-    QCOMPARE(second.reply(), "second");
-}
+        auto second = server.client("wait\n"); // in the same place as the first
+        const auto id = server.log.nextWaiting();
+        server->reply(old, "late");
+        server->reply(12'345, "to nobody");
+        server->reply(id, "second");
+        server->reply(id, "again");
+        QCOMPARE(second.reply(), "second");
+    }
 
-void ServerTest::dropsTheMostSilentWhenOneMoreComes()
-{
-    Server server({.busy = 4});
-    std::vector<Client> silent;
-    for (int i = 0; i < 300; ++i)
-        silent.push_back(server.client());
-    QCOMPARE(server.client("a real one\n").reply(), "a real one\n");
-    for (int i = 0; i < 295; ++i)
-        QCOMPARE(silent[std::size_t(i)].reply(), "");
-    QVERIFY(silent.back().send("not dropped\n"));
-    QCOMPARE(silent.back().reply(), "not dropped\n");
-}
+    void dropsTheMostSilentWhenOneMoreComes()
+    {
+        Server server({.busy = 4});
+        std::vector<Client> silent;
+        for (int i = 0; i < 300; ++i)
+            silent.push_back(server.client());
+        QCOMPARE(server.client("a real one\n").reply(), "a real one\n");
+        for (int i = 0; i < 295; ++i)
+            QCOMPARE(silent[std::size_t(i)].reply(), "");
+        QVERIFY(silent.back().send("not dropped\n"));
+        QCOMPARE(silent.back().reply(), "not dropped\n");
+    }
 
-void ServerTest::dropsTheUnfinishedInTheEndButNotTheWaiting()
-{
-    Server server({.patience = std::chrono::milliseconds(50)});
-    auto waiting = server.client("wait\n");
-    const auto id = server.log.nextWaiting();
-    auto silent = server.client();
-    auto half = server.client("half a line");
-    QCOMPARE(silent.reply(), "");
-    QCOMPARE(half.reply(), "");
-    server->reply(id, "still here");
-    QCOMPARE(waiting.reply(), "still here");
-}
+    void dropsTheUnfinishedInTheEndButNotTheWaiting()
+    {
+        Server server({.patience = std::chrono::milliseconds(50)});
+        auto waiting = server.client("wait\n");
+        const auto id = server.log.nextWaiting();
+        auto silent = server.client();
+        auto half = server.client("half a line");
+        QCOMPARE(silent.reply(), "");
+        QCOMPARE(half.reply(), "");
+        server->reply(id, "still here");
+        QCOMPARE(waiting.reply(), "still here");
+    }
 
-void ServerTest::boundsWhatAllTogetherSend()
-{
-    Server server({.buffered = 100'000});
-    std::vector<Client> hoarders;
-    for (int i = 0; i < 5; ++i)
-        hoarders.push_back(server.client(QByteArray(60'000, 'x')));
-    // A peer that is cut off may see that as a reset.
-    for (int i = 0; i < 4; ++i)
-        QVERIFY(hoarders[std::size_t(i)].reply().size() < 6);
-    hoarders.back().send("\n");
-    QCOMPARE(hoarders.back().reply().size(), 60'001);
-}
+    void boundsWhatAllTogetherSend()
+    {
+        Server server({.buffered = 100'000});
+        std::vector<Client> hoarders;
+        for (int i = 0; i < 5; ++i)
+            hoarders.push_back(server.client(QByteArray(60'000, 'x')));
+        // A peer that is cut off may see that as a reset.
+        for (int i = 0; i < 4; ++i)
+            QVERIFY(hoarders[std::size_t(i)].reply().size() < 6);
+        hoarders.back().send("\n");
+        QCOMPARE(hoarders.back().reply().size(), 60'001);
+    }
 
-void ServerTest::waitsOutALackOfDescriptors()
-{
-    Server server;
-    Client client;
-    rlimit before{};
-    QCOMPARE(getrlimit(RLIMIT_NOFILE, &before), 0);
-    const int next = fcntl(0, F_DUPFD_CLOEXEC, 0);
-    close(next);
-    const rlimit none{rlim_t(next), before.rlim_max};
-    QCOMPARE(setrlimit(RLIMIT_NOFILE, &none), 0);
-    const bool connected = client.connectTo(server->port()) && client.send("hello\n");
-    const auto probe = fcntl(0, F_DUPFD_CLOEXEC, 0);
-    setrlimit(RLIMIT_NOFILE, &before);
-    QVERIFY(connected);
-    QCOMPARE(probe, -1);
-    QCOMPARE(client.reply(), "hello\n");
-}
+    void waitsOutALackOfDescriptors()
+    {
+        Server server;
+        Client client;
+        rlimit before{};
+        QCOMPARE(getrlimit(RLIMIT_NOFILE, &before), 0);
+        const int next = fcntl(0, F_DUPFD_CLOEXEC, 0);
+        close(next);
+        const rlimit none{rlim_t(next), before.rlim_max};
+        QCOMPARE(setrlimit(RLIMIT_NOFILE, &none), 0);
+        const bool connected = client.connectTo(server->port()) && client.send("hello\n");
+        const auto probe = fcntl(0, F_DUPFD_CLOEXEC, 0);
+        setrlimit(RLIMIT_NOFILE, &before);
+        QVERIFY(connected);
+        QCOMPARE(probe, -1);
+        QCOMPARE(client.reply(), "hello\n");
+    }
 
-void ServerTest::staysOffAPortThatIsTaken()
-{
-    Server server;
-    PosixLoopbackServer second;
-    QVERIFY(!second.listen(server->port(), {}));
-    QCOMPARE(second.port(), 0);
-    second.reply(1, "to nobody");
-}
+    void staysOffAPortThatIsTaken()
+    {
+        Server server;
+        PosixLoopbackServer second;
+        QVERIFY(!second.listen(server->port(), {}));
+        QCOMPARE(second.port(), 0);
+        second.reply(1, "to nobody");
+    }
+};
+
+static const Registered<ServerTest> registered;
+
+#include "ServerTest.moc"

@@ -1,45 +1,54 @@
-#include "TokenTest.h"
+#include "RunTests.h"
 
 #include "Core/Hooks.h"
 #include "Platform/Fake/FakePlatform.h"
 
 #include <QRegularExpression>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 using velto::FakeDefaults;
 using velto::hookToken;
 
-void TokenTest::isMadeOnceAndKept()
-{
-    FakeDefaults defaults;
-    const auto token = hookToken(defaults);
-    QVERIFY(QRegularExpression(u"\\A[0-9a-f]{48}\\z"_s).match(token).hasMatch());
-    QCOMPARE(defaults.values.value(u"hookToken"_s), QVariant(token));
-    QCOMPARE(hookToken(defaults), token);
-    FakeDefaults others;
-    QVERIFY(hookToken(others) != token);
-}
-
-void TokenTest::keepsAStoredOneOf32Characters()
-{
-    FakeDefaults defaults;
-    const auto longEnough = u"Any text of 32 characters, kept."_s;
-    QCOMPARE(longEnough.size(), 32);
-    defaults.values[u"hookToken"_s] = longEnough;
-    QCOMPARE(hookToken(defaults), longEnough);
-    for (const QVariant &stored : {QVariant(longEnough.chopped(1)), QVariant(QStringList{longEnough, longEnough}), QVariant()}) {
-        defaults.values[u"hookToken"_s] = stored;
-        QCOMPARE(hookToken(defaults).size(), 48);
+/// The secret of the hook commands, and the commands.
+class TokenTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void isMadeOnceAndKept()
+    {
+        FakeDefaults defaults;
+        const auto token = hookToken(defaults);
+        QVERIFY(QRegularExpression(u"\\A[0-9a-f]{48}\\z"_s).match(token).hasMatch());
+        QCOMPARE(defaults.values.value(u"hookToken"_s), QVariant(token));
+        QCOMPARE(hookToken(defaults), token);
+        FakeDefaults others;
+        QVERIFY(hookToken(others) != token);
     }
-}
 
-void TokenTest::commandsCarryIt()
-{
-    QCOMPARE(
-        velto::hookCommand(u"SECRET"_s),
-        u"curl -s -m 1 -X POST -H 'X-Velto-Token: SECRET' --data-binary @- http://127.0.0.1:4747/event >/dev/null 2>&1 || true"_s);
-    QCOMPARE(
-        velto::permissionCommand(u"SECRET"_s),
-        u"curl -s -m 35 -X POST -H 'X-Velto-Token: SECRET' --data-binary @- http://127.0.0.1:4747/permission 2>/dev/null || true"_s);
-}
+    void keepsAStoredOneOf32Characters()
+    {
+        FakeDefaults defaults;
+        const auto longEnough = u"Any text of 32 characters, kept."_s;
+        QCOMPARE(longEnough.size(), 32);
+        defaults.values[u"hookToken"_s] = longEnough;
+        QCOMPARE(hookToken(defaults), longEnough);
+        for (const QVariant &stored :
+             {QVariant(longEnough.chopped(1)), QVariant(QStringList{longEnough, longEnough}), QVariant()}) {
+            defaults.values[u"hookToken"_s] = stored;
+            QCOMPARE(hookToken(defaults).size(), 48);
+        }
+    }
+
+    void commandsCarryIt()
+    {
+        QCOMPARE(
+            velto::hookCommand(u"SECRET"_s),
+            u"curl -s -m 1 -X POST -H 'X-Velto-Token: SECRET' --data-binary @- http://127.0.0.1:4747/event >/dev/null 2>&1 || true"_s);
+        QCOMPARE(
+            velto::permissionCommand(u"SECRET"_s),
+            u"curl -s -m 35 -X POST -H 'X-Velto-Token: SECRET' --data-binary @- http://127.0.0.1:4747/permission 2>/dev/null || true"_s);
+    }
+};
+
+static const Registered<TokenTest> registered;
+
+#include "TokenTest.moc"
