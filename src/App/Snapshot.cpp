@@ -172,7 +172,7 @@ std::optional<QString> Snapshot::take(const QString &folder)
 {
     fill();
     for (const Scene &scene : kScenes) {
-        if (const auto error = draw(scene, folder + u'/' + QLatin1StringView(scene.name) + ".png"_L1))
+        if (auto error = draw(scene, folder + u'/' + QLatin1StringView(scene.name) + ".png"_L1))
             return error;
     }
     return std::nullopt;
