@@ -42,6 +42,7 @@ struct FullDesk {
 
     FullDesk()
     {
+        world.tools.installed.insert(u"git"_s);
         for (int i = 0; i < kRepositories; ++i) {
             const QString path = u"%1/r%2"_s.arg(folder.path()).arg(i);
             QDir().mkpath(path + "/.git"_L1);
