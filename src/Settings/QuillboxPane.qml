@@ -45,6 +45,7 @@ SettingsPane {
                 placeholderText: root.quillbox.tokenSaved ? qsTr("Saved in Keychain — paste to replace") : qsTr("qb_…")
                 echoMode: TextInput.Password
                 inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText
+                Accessible.passwordEdit: true
                 stored: root.quillbox.token
                 onTyped: text => root.quillbox.token = text
                 onAccepted: root.quillbox.test()

@@ -28,6 +28,7 @@ FormRow {
         inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText
         placeholderText: root.saved ? qsTr("Saved") : qsTr("Paste here")
         label: root.label
+        Accessible.passwordEdit: true
         onAccepted: root.save()
     }
     FormButton {

@@ -95,7 +95,7 @@ private Q_SLOTS:
         QCOMPARE(m_root->property("said").toString(), u"secret"_s);
         QVERIFY(focusedState().passwordEdit);
         const auto *secret = QAccessible::queryAccessibleInterface(m_view->activeFocusItem());
-        QCOMPARE(secret->text(QAccessible::Description), u"Token"_s); // as its name stays unsaid
+        QCOMPARE(secret->text(QAccessible::Name), u"Token"_s);
         QCOMPARE(m_view->activeFocusItem()->property("displayText").toString(), QString(6, u'•'));
     }
 
