@@ -6,9 +6,9 @@
 #include "Core/TerminalApp.h"
 #include "Platform/Fake/FakeBackground.h"
 #include "Platform/Fake/FakeClock.h"
+#include "Platform/Fake/FakeFiles.h"
 #include "Platform/Fake/FakePlatform.h"
 #include "Platform/Fake/FakeToolRunner.h"
-#include "Platform/Files.h"
 #include "Platform/Places.h"
 #include "Tabs/Agents/AgentsSource.h"
 
@@ -16,29 +16,6 @@
 #include <QSignalSpy>
 
 namespace velto {
-
-/// Files that live in a table.
-class MemoryFiles final : public Files {
-public:
-    QHash<QString, QByteArray> files;
-    mutable QStringList readPaths;
-
-    std::variant<QByteArray, FileError> read(const QString &path, qint64 maximum) const override
-    {
-        readPaths.append(path);
-        const auto found = files.constFind(path);
-        if (found == files.cend())
-            return FileError{QStringLiteral("missing"), true};
-        if (found->size() > maximum)
-            return FileError{QStringLiteral("too large")};
-        return *found;
-    }
-    std::optional<FileError> replace(const QString &path, const QByteArray &bytes, const std::function<bool()> &) override
-    {
-        files.insert(path, bytes);
-        return std::nullopt;
-    }
-};
 
 inline QByteArray fixture(const char *name)
 {
@@ -80,7 +57,7 @@ struct Desk {
     FakeClock clock;
     FakeBackground background;
     FakeToolRunner tools;
-    MemoryFiles files;
+    FakeFiles files;
     FakeApplications applications;
     FakeWorkspace workspace;
     FakeDefaults defaults;

@@ -1,8 +1,7 @@
-#include "Agents/Tests.h"
 #include "Core/Process.h"
 #include "Platform/Fake/FakeClock.h"
+#include "RunTests.h"
 
-#include <QTest>
 #include <clocale>
 
 using namespace Qt::StringLiterals;

@@ -1,7 +1,5 @@
 #include "Agents/Desk.h"
-#include "Agents/Tests.h"
-
-#include <QTest>
+#include "RunTests.h"
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -118,8 +116,7 @@ private Q_SLOTS:
 
     void leavesTheQuestionToTheTerminal_data()
     {
-        QTest::addColumn<QString>("why");
-        QTest::addColumn<int>("peeks");
+        columns<QString, int>({"why", "peeks"});
         QTest::newRow("module off") << u"off"_s << 0;
         QTest::newRow("nobody shows Peeks") << u"deaf"_s << 0;
         QTest::newRow("terminal in front") << u"com.mitchellh.ghostty"_s << 0;
@@ -156,11 +153,11 @@ private Q_SLOTS:
         desk.refresh("[]");
         QVERIFY(desk.source.offersHooks());
         const QString settings = u"/home/me/.claude/settings.json"_s;
-        desk.files.files.insert(settings, "[]");
+        desk.files.contents.insert(settings, "[]");
         desk.source.installHooks();
         QVERIFY(!desk.source.hookErrorText().isEmpty());
         QVERIFY(desk.source.offersHooks());
-        desk.files.files.remove(settings);
+        desk.files.contents.remove(settings);
         desk.source.installHooks();
         QVERIFY(desk.source.hookErrorText().isEmpty());
         QVERIFY(desk.source.hooksInstalled());
@@ -176,7 +173,7 @@ private Q_SLOTS:
         Desk old;
         old.source.installHooks();
         Desk desk;
-        desk.files.files = old.files.files;
+        desk.files.contents = old.files.contents;
         HookInstaller other{desk.files, desk.clock, desk.places.home, QString(48, u'b')};
         const AgentsSource source{{desk.clock, desk.background, desk.tools, desk.files, desk.applications, desk.workspace,
                                    desk.prefs, desk.terminal, desk.places, other, nullptr}};

@@ -1,10 +1,9 @@
 #include "Agents/Desk.h"
-#include "Agents/Tests.h"
+#include "RunTests.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace velto;
@@ -12,7 +11,7 @@ using namespace velto;
 class ListingTest : public QObject {
     Q_OBJECT
 
-    static std::optional<QList<Agent>> load(const QByteArray &listing, const MemoryFiles &files = MemoryFiles())
+    static std::optional<QList<Agent>> load(const QByteArray &listing, const FakeFiles &files = FakeFiles())
     {
         FakeToolRunner tools;
         tools.answers.insert(u"claude agents --json"_s, {true, listing, {}});
@@ -34,8 +33,8 @@ private Q_SLOTS:
         QCOMPARE(terminal->front().title(), u"proj3-da"_s);
         QVERIFY(terminal->front().canResume());
 
-        MemoryFiles files;
-        files.files.insert(u"/home/me/.claude/jobs/6eb18cfb/state.json"_s, fixture("state-asking.json"));
+        FakeFiles files;
+        files.contents.insert(u"/home/me/.claude/jobs/6eb18cfb/state.json"_s, fixture("state-asking.json"));
         const auto background = load(fixture("background.json"), files);
         QCOMPARE(ids(background),
                  (QStringList{u"bf57867d:working"_s, u"795e03fd:working"_s, u"6eb18cfb:blocked"_s, u"91232fdd:failed"_s,
@@ -80,7 +79,7 @@ private Q_SLOTS:
             QVERIFY(!load(listing));
         FakeToolRunner tools;
         tools.answers.insert(u"claude agents --json"_s, {false, "[]", u"timed out after 15 s"_s});
-        QVERIFY(!loadAgents(tools, MemoryFiles(), u"/home/me"_s));
+        QVERIFY(!loadAgents(tools, FakeFiles(), u"/home/me"_s));
     }
 
     void detailComesFromAWellFormedStateFileInTheJobsFolderOnly()
@@ -90,9 +89,9 @@ private Q_SLOTS:
             {"id":"cut","state":"blocked","startedAt":7},{"id":"huge","state":"blocked","startedAt":6},
             {"id":"..","state":"blocked","startedAt":5},{"id":"../x","state":"blocked","startedAt":4},
             {"id":"","state":"blocked","startedAt":3}])";
-        MemoryFiles files;
+        FakeFiles files;
         const auto state = [&files](const char *id, const QByteArray &content) {
-            files.files.insert(u"/home/me/.claude/jobs/%1/state.json"_s.arg(QLatin1String(id)), content);
+            files.contents.insert(u"/home/me/.claude/jobs/%1/state.json"_s.arg(QLatin1String(id)), content);
         };
         state("text", R"({"detail":"reading"})");
         state("number", R"({"detail":7})");

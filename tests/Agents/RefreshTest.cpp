@@ -1,7 +1,5 @@
 #include "Agents/Desk.h"
-#include "Agents/Tests.h"
-
-#include <QTest>
+#include "RunTests.h"
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -94,7 +92,7 @@ private Q_SLOTS:
     {
         FakeBackground background;
         FakeToolRunner tools;
-        MemoryFiles files;
+        FakeFiles files;
         {
             Desk desk;
             auto source = std::make_unique<AgentsSource>(

@@ -1,10 +1,9 @@
 #include "Core/RowModel.h"
-#include "Agents/Tests.h"
+#include "RunTests.h"
 
 #include <QAbstractItemModelTester>
 #include <QRandomGenerator>
 #include <QSignalSpy>
-#include <QTest>
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -88,9 +87,7 @@ private Q_SLOTS:
 
     void movesNoMoreThanItMust_data()
     {
-        QTest::addColumn<QString>("before");
-        QTest::addColumn<QString>("after");
-        QTest::addColumn<int>("moves");
+        columns<QString, QString, int>({"before", "after", "moves"});
         QTest::newRow("to the top") << u"abcdefgh"_s << u"habcdefg"_s << 1;
         QTest::newRow("to the end") << u"abcdefgh"_s << u"bcdefgha"_s << 1;
         QTest::newRow("two swapped") << u"abcdefgh"_s << u"abedcfgh"_s << 2;

@@ -1,8 +1,6 @@
 #include "Agents/Desk.h"
-#include "Agents/Tests.h"
+#include "RunTests.h"
 #include "Tabs/Agents/AgentRows.h"
-
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -62,26 +60,10 @@ private Q_SLOTS:
         QCOMPARE(desk.source.staleCount(), 3);
     }
 
-    void aLongWaitingListFolds()
-    {
-        Desk desk;
-        desk.refresh(waiting(desk, 6));
-        QVERIFY(!desk.source.waitingFolds());
-        QCOMPARE(desk.source.waitingRows()->rowCount(), 6);
-        QCOMPARE(desk.source.hiddenWaiting(), 0);
-        desk.refresh(waiting(desk, 7));
-        QVERIFY(desk.source.waitingFolds());
-        QCOMPARE(desk.source.waitingRows()->rowCount(), 6);
-        QCOMPARE(desk.source.hiddenWaiting(), 1);
-        desk.source.toggleWaiting();
-        QCOMPARE(desk.source.waitingRows()->rowCount(), 7);
-        QCOMPARE(desk.source.hiddenWaiting(), 0);
-    }
-
     void rowsSayWhatTheSessionDoes()
     {
         Desk desk;
-        desk.files.files.insert(u"/home/me/.claude/jobs/a/state.json"_s, R"({"detail":"reading %1"})");
+        desk.files.contents.insert(u"/home/me/.claude/jobs/a/state.json"_s, R"({"detail":"reading %1"})");
         desk.refresh(
             QByteArray("[{\"id\":\"a\",\"name\":\"A %2 <b>\",\"cwd\":\"/home/me/proj\",\"state\":\"working\",\"startedAt\":")
             + QByteArray::number(desk.clock.wallTime().addSecs(-3 * 3600).toMSecsSinceEpoch())
@@ -107,28 +89,6 @@ private Q_SLOTS:
         desk.source.openFolder(u"a"_s);
         desk.source.openFolder(u"b"_s);
         QCOMPARE(desk.workspace.shown, QStringList{u"/home/me/proj"_s});
-    }
-
-    void oneChangeAmongThousandsTouchesOneRow()
-    {
-        Desk desk;
-        const auto listing = [&desk](const char *last) {
-            QByteArrayList sessions;
-            for (int i = 0; i < 4999; ++i)
-                sessions.append(desk.session(QByteArray::number(i).constData(), "working"));
-            sessions.append(desk.session("last", last));
-            return "[" + sessions.join(',') + "]";
-        };
-        desk.refresh(listing("working"));
-        QAbstractItemModel *running = desk.source.runningRows();
-        QCOMPARE(running->rowCount(), 5000);
-        QSignalSpy removed(running, &QAbstractItemModel::rowsRemoved);
-        QSignalSpy changed(running, &QAbstractItemModel::dataChanged);
-        QSignalSpy moved(running, &QAbstractItemModel::rowsMoved);
-        desk.refresh(listing("blocked"));
-        QCOMPARE(removed.size() + changed.size() + moved.size(), 1);
-        QCOMPARE(running->rowCount(), 4999);
-        QCOMPARE(desk.source.waitingRows()->rowCount(), 1);
     }
 };
 

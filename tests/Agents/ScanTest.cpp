@@ -1,8 +1,6 @@
-#include "Agents/Tests.h"
 #include "Platform/Fake/FakeToolRunner.h"
+#include "RunTests.h"
 #include "Tabs/Agents/ToolProcess.h"
-
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace velto;
@@ -44,8 +42,7 @@ private Q_SLOTS:
 
     void saysWhatOllamaHasLoaded_data()
     {
-        QTest::addColumn<QByteArray>("models");
-        QTest::addColumn<QString>("note");
+        columns<QByteArray, QString>({"models", "note"});
         QTest::newRow("none") << QByteArray("NAME ID SIZE\n") << u"no model loaded"_s;
         QTest::newRow("silent") << QByteArray() << u"no model loaded"_s;
         QTest::newRow("two") << QByteArray("NAME ID SIZE\na:7b  x 4 GB\n   \n\n b  y\n") << u"a:7b, b"_s;

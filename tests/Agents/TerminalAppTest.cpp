@@ -1,11 +1,10 @@
 #include "Core/TerminalApp.h"
-#include "Agents/Tests.h"
 #include "Platform/Fake/FakePlatform.h"
 #include "Platform/Places.h"
+#include "RunTests.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace velto;

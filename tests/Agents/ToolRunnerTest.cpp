@@ -1,10 +1,9 @@
-#include "Agents/Tests.h"
 #include "Platform/Posix/PosixToolRunner.h"
+#include "RunTests.h"
 
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
-#include <QTest>
 #include <csignal>
 #include <fcntl.h>
 #include <thread>

@@ -2,9 +2,9 @@
 
 #include "Core/DateModel.h"
 #include "Platform/Fake/FakeClock.h"
+#include "RunTests.h"
 
 #include <QLocale>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -78,8 +78,7 @@ private Q_SLOTS:
 
     void itReadsWhatPeopleType_data()
     {
-        QTest::addColumn<QString>("locale");
-        QTest::addColumn<QString>("typed");
+        columns<QString, QString>({"locale", "typed"});
         QTest::addColumn<QString>("date"); // empty for none
 
         const auto row = [](const char *locale, const QString &typed, const QString &date) {

@@ -12,8 +12,7 @@ class PlainTest : public QObject {
 private Q_SLOTS:
     void showsOneHarmlessLine_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("shown");
+        columns<QString, QString>({"text", "shown"});
 
         QTest::newRow("markup is text") << u"<b>PR</b> & <img src='x'>"_s << u"<b>PR</b> & <img src='x'>"_s;
         QTest::newRow("line breaks") << u"one\ntwo\u2028three\u2029four"_s << u"one two three four"_s;

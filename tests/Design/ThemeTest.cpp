@@ -16,8 +16,7 @@ class ThemeTest : public QObject {
 private Q_SLOTS:
     void springFollowsTheCurve_data()
     {
-        QTest::addColumn<double>("seconds");
-        QTest::addColumn<double>("travel");
+        columns<double, double>({"seconds", "travel"});
 
         // 1 - (1 + wt) e^(-wt) at wt = 0, 1, pi/2, pi and 2 pi, with w = 2 pi / 0.38 s; over what it reaches after 0.55 s.
         QTest::newRow("start") << 0.0 << 0.0;

@@ -13,8 +13,7 @@ class CalendarTest : public QObject {
 private Q_SLOTS:
     void saysWhenItIs_data()
     {
-        QTest::addColumn<std::chrono::milliseconds>("ahead");
-        QTest::addColumn<QString>("text");
+        columns<std::chrono::milliseconds, QString>({"ahead", "text"});
         const auto row = [](const char *name, std::chrono::milliseconds ahead, const char *text) {
             QTest::newRow(name) << ahead << QString::fromUtf8(text);
         };
@@ -66,8 +65,7 @@ private Q_SLOTS:
 
     void linksThatABrowserOpens_data()
     {
-        QTest::addColumn<QString>("link");
-        QTest::addColumn<QString>("expected");
+        columns<QString, QString>({"link", "expected"});
         QTest::newRow("web") << u"http://zoom.example/j/1?pwd=a%20b"_s << u"http://zoom.example/j/1?pwd=a%20b"_s;
         QTest::newRow("no scheme") << u"meet.example.com/abc"_s << u"https://meet.example.com/abc"_s;
         for (const auto *none : {"", "  ", "room 4", "kitchen", "javascript:alert(1)", "javascript://x.example/%0aalert(1)",
@@ -157,8 +155,7 @@ private Q_SLOTS:
 
     void warningSaysWhoElseWaits_data()
     {
-        QTest::addColumn<int>("waiting");
-        QTest::addColumn<QString>("suffix");
+        columns<int, QString>({"waiting", "suffix"});
         QTest::newRow("none") << 0 << QString();
         QTest::newRow("one") << 1 << u" · 1 agent still waits on you"_s;
         QTest::newRow("two") << 2 << u" · 2 agents still wait on you"_s;

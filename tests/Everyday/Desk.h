@@ -4,11 +4,11 @@
 #include "Platform/Fake/FakeClock.h"
 #include "Platform/Fake/FakePlatform.h"
 #include "Platform/Places.h"
+#include "RunTests.h"
 #include "Tabs/Home/EverydaySource.h"
 #include "Tabs/Home/MeetingFeed.h"
 
 #include <QSignalSpy>
-#include <QTest>
 
 namespace velto {
 

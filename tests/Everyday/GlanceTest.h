@@ -131,8 +131,7 @@ private Q_SLOTS:
 
     void answersOfYouTube_data()
     {
-        QTest::addColumn<QByteArray>("body");
-        QTest::addColumn<QString>("shown");
+        columns<QByteArray, QString>({"body", "shown"});
         const auto first = u"YouTube video|Copied link · loading preview"_s;
         QTest::newRow("no title, no author") << QByteArray("{}") << u"YouTube video|YouTube"_s;
         QTest::newRow("wrong types") << QByteArray(R"({"title":1,"author_name":["x"]})") << u"YouTube video|YouTube"_s;

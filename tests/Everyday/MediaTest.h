@@ -56,9 +56,7 @@ private Q_SLOTS:
 
     void readsTracks_data()
     {
-        QTest::addColumn<QString>("track");
-        QTest::addColumn<QString>("artist");
-        QTest::addColumn<QString>("shown");
+        columns<QString, QString, QString>({"track", "artist", "shown"});
         QTest::newRow("plain") << u"Song"_s << u"Band"_s << u"Song/Band"_s;
         QTest::newRow("no artist") << u"Song"_s << QString() << u"Song/"_s;
         QTest::newRow("no track") << u" \n"_s << u"Band"_s << QString();

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "Platform/Fake/FakeToolRunner.h"
+#include "RunTests.h"
 #include "Tabs/Home/GlanceReading.h"
 
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
-#include <QTest>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -61,8 +61,7 @@ private Q_SLOTS:
 
     void readsListingsOfRuns_data()
     {
-        QTest::addColumn<QByteArray>("listing");
-        QTest::addColumn<int>("count");
+        columns<QByteArray, int>({"listing", "count"});
         QTest::newRow("none") << QByteArray("[]\n") << 0;
         QTest::newRow("two") << QByteArray(R"([{"databaseId":7700000001},{"databaseId":7700000002}])") << 2;
         QByteArray eleven = "[{}";

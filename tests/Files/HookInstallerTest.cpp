@@ -3,12 +3,12 @@
 #include "FilesTesting.h"
 #include "Platform/Fake/FakeClock.h"
 #include "Platform/Posix/PosixFiles.h"
+#include "RunTests.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTemporaryDir>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 using namespace velto;
@@ -273,10 +273,6 @@ private:
     FakeClock m_clock;
 };
 
-int runHookInstallerTest(int argc, char **argv)
-{
-    HookInstallerTest test;
-    return QTest::qExec(&test, argc, argv);
-}
+static const Registered<HookInstallerTest> registered;
 
 #include "HookInstallerTest.moc"

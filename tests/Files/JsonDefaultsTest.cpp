@@ -2,12 +2,12 @@
 #include "FilesTesting.h"
 #include "Platform/Fake/FakeClock.h"
 #include "Platform/Posix/PosixFiles.h"
+#include "RunTests.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <QtTest>
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
@@ -213,10 +213,6 @@ private:
     FakeClock m_clock;
 };
 
-int runJsonDefaultsTest(int argc, char **argv)
-{
-    JsonDefaultsTest test;
-    return QTest::qExec(&test, argc, argv);
-}
+static const Registered<JsonDefaultsTest> registered;
 
 #include "JsonDefaultsTest.moc"

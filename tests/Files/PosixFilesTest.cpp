@@ -1,10 +1,10 @@
 #include "Platform/Posix/PosixFiles.h"
 #include "FilesTesting.h"
+#include "RunTests.h"
 
 #include <QProcess>
 #include <QScopeGuard>
 #include <QTemporaryDir>
-#include <QtTest>
 #include <csignal>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -223,10 +223,6 @@ private:
     QString m_path;
 };
 
-int runPosixFilesTest(int argc, char **argv)
-{
-    PosixFilesTest test;
-    return QTest::qExec(&test, argc, argv);
-}
+static const Registered<PosixFilesTest> registered;
 
 #include "PosixFilesTest.moc"

@@ -1,8 +1,8 @@
 #include "Core/SettingsEdit.h"
 #include "FilesTesting.h"
+#include "RunTests.h"
 
 #include <QRandomGenerator>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 using namespace velto;
@@ -51,21 +51,10 @@ QByteArray tokens(const QByteArray &json)
 
 QByteArray randomJson(QRandomGenerator &random, int depth)
 {
-    static const QByteArrayList scalars{"null",
-                                        "true",
-                                        "false",
-                                        "0",
-                                        "-0",
-                                        "1e5",
-                                        "1E-7",
-                                        "123456789012345678901234",
-                                        "1.0",
-                                        "0.50",
-                                        "\"\"",
-                                        "\"http://127.0.0.1:4747/event\"",
-                                        "\"\\\\\\\"\\n\\u0007\"",
-                                        "\"é🙂/\xE2\x80\xAE\"",
-                                        "\"[{,:\""};
+    static const QByteArrayList scalars = QByteArray("null true false 0 -0 1e5 1E-7 123456789012345678901234 1.0 0.50 \"\" "
+                                                     "\"http://127.0.0.1:4747/event\" \"\\\\\\\"\\n\\u0007\" "
+                                                     "\"é🙂/\xE2\x80\xAE\" \"[{,:\"")
+                                              .split(' ');
     static const QByteArrayList keys{"\"a\"", "\"\"", "\"hooks\"", "\"Stop\"", "\"command\"", "\"ключ\"", "\"a\\\"b\""};
     const int kind = depth > 0 ? random.bounded(4) : 3;
     if (kind >= 2)
@@ -250,10 +239,6 @@ private Q_SLOTS:
     }
 };
 
-int runSettingsEditTest(int argc, char **argv)
-{
-    SettingsEditTest test;
-    return QTest::qExec(&test, argc, argv);
-}
+static const Registered<SettingsEditTest> registered;
 
 #include "SettingsEditTest.moc"

@@ -49,27 +49,14 @@ Rectangle {
                 width: tabs.width
                 height: tabs.height
 
-                SelectionCapsule {
-                    row: tabs
-                    target: selectedTab
-                }
+                SelectionCapsule { row: tabs; target: selectedTab }
                 Row {
                     id: tabs
 
                     spacing: 2
 
-                    TabButton {
-                        title: "Home"
-                        symbol: "house"
-                        badge: 12
-                    }
-                    TabButton {
-                        title: "Todos"
-                        symbol: "checklist"
-                        badge: 3
-                        hovered: true
-                        help: ""
-                    }
+                    TabButton { title: "Home"; symbol: "house"; badge: 12 }
+                    TabButton { title: "Todos"; symbol: "checklist"; badge: 3; hovered: true; help: "" }
                     TabButton {
                         id: selectedTab
 
@@ -78,19 +65,12 @@ Rectangle {
                         badge: 2
                         selected: true
                     }
-                    TabButton {
-                        title: "Quillbox"
-                        symbol: "brain"
-                        pressed: true
-                    }
+                    TabButton { title: "Quillbox"; symbol: "brain"; pressed: true }
                     TabButton {
                         title: "Connect"
                         symbol: "puzzlepiece.extension"
 
-                        FocusRing {
-                            corner: height / 2
-                            visible: true
-                        }
+                        FocusRing { corner: height / 2; visible: true }
                     }
                 }
             }
@@ -99,163 +79,68 @@ Rectangle {
         Sample {
             name: "IconButton"
 
-            IconButton {
-                symbol: "pin"
-                label: "Pin open"
-            }
-            IconButton {
-                symbol: "pin.fill"
-                label: "Unpin"
-                on: true
-            }
-            IconButton {
-                symbol: "arrow.clockwise"
-                label: "Refresh"
-                hovered: true
-                help: ""
-            }
-            IconButton {
-                symbol: "gearshape"
-                label: "Settings"
-                pressed: true
-            }
+            IconButton { symbol: "pin"; label: "Pin open" }
+            IconButton { symbol: "pin.fill"; label: "Unpin"; on: true }
+            IconButton { symbol: "arrow.clockwise"; label: "Refresh"; hovered: true; help: "" }
+            IconButton { symbol: "gearshape"; label: "Settings"; pressed: true }
             IconButton {
                 symbol: "ellipsis"
                 label: "More"
 
-                FocusRing {
-                    visible: true
-                }
+                FocusRing { visible: true }
             }
-            IconButton {
-                symbol: "xmark"
-                label: "Close"
-                enabled: false
-            }
+            IconButton { symbol: "xmark"; label: "Close"; enabled: false }
         }
 
         Sample {
             name: "PillButton"
 
-            PillButton {
-                text: "View session"
-            }
-            PillButton {
-                text: "Hovered"
-                hovered: true
-            }
-            PillButton {
-                text: "Pressed"
-                pressed: true
-            }
+            PillButton { text: "View session" }
+            PillButton { text: "Hovered"; hovered: true }
+            PillButton { text: "Pressed"; pressed: true }
             PillButton {
                 text: "Focused"
 
-                FocusRing {
-                    corner: height / 2
-                    visible: true
-                }
+                FocusRing { corner: height / 2; visible: true }
             }
-            PillButton {
-                text: "Disabled"
-                enabled: false
-            }
-            PillButton {
-                text: "Amber"
-                tint: Theme.amber
-            }
-            PillButton {
-                text: "Mint"
-                tint: Theme.mint
-            }
-            PillButton {
-                text: "Coral"
-                tint: Theme.coral
-            }
-            PillButton {
-                text: "White"
-                tint: "white"
-            }
+            PillButton { text: "Disabled"; enabled: false }
+            PillButton { text: "Amber"; tint: Theme.amber }
+            PillButton { text: "Mint"; tint: Theme.mint }
+            PillButton { text: "Coral"; tint: Theme.coral }
+            PillButton { text: "White"; tint: "white" }
         }
 
         Sample {
             name: "Pill"
 
-            Pill {
-                text: "Deny"
-                tone: Theme.amber
-            }
-            Pill {
-                text: "Allow"
-                tone: Theme.amber
-                hovered: true
-            }
-            Pill {
-                text: "Allow"
-                tone: Theme.amber
-                pressed: true
-            }
-            Pill {
-                text: "Resume"
-                tone: Theme.mint
-            }
-            Pill {
-                text: "Join"
-                tone: Theme.ice
-            }
+            Pill { text: "Deny"; tone: Theme.amber }
+            Pill { text: "Allow"; tone: Theme.amber; hovered: true }
+            Pill { text: "Allow"; tone: Theme.amber; pressed: true }
+            Pill { text: "Resume"; tone: Theme.mint }
+            Pill { text: "Join"; tone: Theme.ice }
             Pill {
                 text: "Bad"
                 tone: Theme.coral
 
-                FocusRing {
-                    corner: height / 2
-                    visible: true
-                }
+                FocusRing { corner: height / 2; visible: true }
             }
         }
 
         Sample {
             name: "Chip, ChipButton"
 
-            ChipButton {
-                text: "3 waiting"
-                symbol: "hand.raised.fill"
-                tint: Theme.amber
-            }
-            ChipButton {
-                text: "5 due"
-                symbol: "checklist"
-                hovered: true
-            }
-            ChipButton {
-                text: "Weekly sync in 12 min"
-                symbol: "calendar"
-                pressed: true
-            }
-            Chip {
-                text: "Overdue · Fri 20 Nov"
-                symbol: "exclamationmark.circle"
-                tint: Theme.red
-            }
-            Chip {
-                text: "anna"
-                symbol: "person"
-                tint: Theme.cyan
-            }
-            Chip {
-                text: "2"
-                symbol: "text.bubble"
-            }
+            ChipButton { text: "3 waiting"; symbol: "hand.raised.fill"; tint: Theme.amber }
+            ChipButton { text: "5 due"; symbol: "checklist"; hovered: true }
+            ChipButton { text: "Weekly sync in 12 min"; symbol: "calendar"; pressed: true }
+            Chip { text: "Overdue · Fri 20 Nov"; symbol: "exclamationmark.circle"; tint: Theme.red }
+            Chip { text: "anna"; symbol: "person"; tint: Theme.cyan }
+            Chip { text: "2"; symbol: "text.bubble" }
         }
 
         Sample {
             name: "SegmentedControl"
 
-            SegmentedControl {
-                title: "Show"
-                options: filters
-                onChosen: value => root.choose(value)
-            }
+            SegmentedControl { title: "Show"; options: filters; onChosen: value => root.choose(value) }
         }
 
         Sample {
@@ -282,39 +167,17 @@ Rectangle {
                 label: "Focused"
                 text: "Focused"
 
-                FieldBox {
-                    anchors.fill: parent
-                    focused: true
-                }
+                FieldBox { anchors.fill: parent; focused: true }
             }
-            TextInputField {
-                width: 110
-                label: "Token"
-                text: "secret"
-                secure: true
-            }
-            TextInputField {
-                width: 80
-                label: "Wrong"
-                text: "Wrong"
-                wrong: true
-            }
-            TextInputField {
-                width: 80
-                label: "Off"
-                text: "Disabled"
-                enabled: false
-            }
+            TextInputField { width: 110; label: "Token"; text: "secret"; secure: true }
+            TextInputField { width: 80; label: "Wrong"; text: "Wrong"; wrong: true }
+            TextInputField { width: 80; label: "Off"; text: "Disabled"; enabled: false }
         }
 
         Sample {
             name: "TextAreaField"
 
-            TextAreaField {
-                width: 230
-                label: "Notes"
-                prompt: "Notes (optional)"
-            }
+            TextAreaField { width: 230; label: "Notes"; prompt: "Notes (optional)" }
             TextAreaField {
                 width: 230
                 label: "Notes"
@@ -325,61 +188,27 @@ Rectangle {
         Sample {
             name: "Check, Switch"
 
-            CheckField {
-                text: "Due"
-            }
-            CheckField {
-                text: "Due"
-                checked: true
-                onToggled: checked => this.checked = checked
-            }
-            CheckField {
-                text: "Hovered"
-                hovered: true
-            }
+            CheckField { text: "Due" }
+            CheckField { text: "Due"; checked: true; onToggled: checked => this.checked = checked }
+            CheckField { text: "Hovered"; hovered: true }
             CheckField {
                 text: "Focused"
                 checked: true
 
-                FocusRing {
-                    corner: 6
-                    visible: true
-                }
+                FocusRing { corner: 6; visible: true }
             }
-            CheckField {
-                text: "Disabled"
-                enabled: false
-            }
-            SwitchField {
-                text: "Off"
-                onToggled: checked => this.checked = checked
-            }
-            SwitchField {
-                text: "On"
-                checked: true
-                onToggled: checked => this.checked = checked
-            }
+            CheckField { text: "Disabled"; enabled: false }
+            SwitchField { text: "Off"; onToggled: checked => this.checked = checked }
+            SwitchField { text: "On"; checked: true; onToggled: checked => this.checked = checked }
         }
 
         Sample {
             name: "DateField"
 
-            DateField {
-                label: "Due date"
-                date: root.date
-            }
-            DateField {
-                label: "Due date"
-                date: root.wrong
-                typing: true
-            }
-            DoneButton {
-                label: "Mark done"
-            }
-            DoneButton {
-                label: "Mark done"
-                hovered: true
-            }
+            DateField { label: "Due date"; date: root.date }
+            DateField { label: "Due date"; date: root.wrong; typing: true }
+            DoneButton { label: "Mark done" }
+            DoneButton { label: "Mark done"; hovered: true }
         }
 
         Sample {
@@ -413,18 +242,9 @@ Rectangle {
         Sample {
             name: "LiveDot, Spinner"
 
-            LiveDot {
-                anchors.verticalCenter: parent.verticalCenter
-            }
-            LiveDot {
-                anchors.verticalCenter: parent.verticalCenter
-                live: false
-            }
-            LiveDot {
-                anchors.verticalCenter: parent.verticalCenter
-                color: Theme.amber
-                live: false
-            }
+            LiveDot { anchors.verticalCenter: parent.verticalCenter }
+            LiveDot { anchors.verticalCenter: parent.verticalCenter; live: false }
+            LiveDot { anchors.verticalCenter: parent.verticalCenter; color: Theme.amber; live: false }
             LiveDot {
                 anchors.verticalCenter: parent.verticalCenter
                 width: 12
@@ -432,10 +252,7 @@ Rectangle {
                 color: Theme.mint
             }
             Spinner {}
-            Digits {
-                anchors.verticalCenter: parent.verticalCenter
-                value: "11:48"
-            }
+            Digits { anchors.verticalCenter: parent.verticalCenter; value: "11:48" }
             Digits {
                 anchors.verticalCenter: parent.verticalCenter
                 value: "3!"
@@ -461,25 +278,15 @@ Rectangle {
                         name: "checklist"
                         size: Theme.textSmall
                     }
-                    Digits {
-                        anchors.verticalCenter: parent.verticalCenter
-                        value: "4"
-                    }
+                    Digits { anchors.verticalCenter: parent.verticalCenter; value: "4" }
                 }
                 Row {
                     x: 263 - width / 2
                     anchors.verticalCenter: parent.verticalCenter
                     spacing: 5
 
-                    LiveDot {
-                        anchors.verticalCenter: parent.verticalCenter
-                        color: Theme.amber
-                        live: false
-                    }
-                    Digits {
-                        anchors.verticalCenter: parent.verticalCenter
-                        value: "2"
-                    }
+                    LiveDot { anchors.verticalCenter: parent.verticalCenter; color: Theme.amber; live: false }
+                    Digits { anchors.verticalCenter: parent.verticalCenter; value: "2" }
                 }
             }
         }
@@ -519,14 +326,8 @@ Rectangle {
                     anchors.verticalCenter: parent.verticalCenter
                     spacing: 6
 
-                    Pill {
-                        text: "Deny"
-                        tone: Theme.amber
-                    }
-                    Pill {
-                        text: "Allow"
-                        tone: Theme.amber
-                    }
+                    Pill { text: "Deny"; tone: Theme.amber }
+                    Pill { text: "Allow"; tone: Theme.amber }
                 }
             }
         }
@@ -534,9 +335,7 @@ Rectangle {
         Sample {
             name: "SectionLabel"
 
-            SectionLabel {
-                text: "Waiting for you 7"
-            }
+            SectionLabel { text: "Waiting for you 7" }
         }
 
         Sample {
@@ -557,41 +356,28 @@ Rectangle {
                     words: "Claude Code can tell Velto when an agent is done or needs you."
                     color: Theme.glassSecondary
                 }
-                PillButton {
-                    text: "Connect…"
-                }
+                PillButton { text: "Connect…" }
             }
             GlassCard {
                 width: 150
                 tint: Theme.ice
 
-                PlainText {
-                    text: "Tinted"
-                }
+                PlainText { text: "Tinted" }
             }
             GlassCard {
                 width: 150
                 interactive: true
                 label: "A card that is a button"
 
-                PlainText {
-                    text: "Pressable"
-                }
+                PlainText { text: "Pressable" }
             }
         }
 
         Sample {
             name: "EmptyNote"
 
-            EmptyNote {
-                symbol: "checkmark.circle"
-                text: "Nothing overdue."
-                action: "Show all"
-            }
-            EmptyNote {
-                symbol: "brain"
-                text: "Nothing new in Quillbox right now."
-            }
+            EmptyNote { symbol: "checkmark.circle"; text: "Nothing overdue."; action: "Show all" }
+            EmptyNote { symbol: "brain"; text: "Nothing new in Quillbox right now." }
         }
 
         Sample {
@@ -672,33 +458,15 @@ Rectangle {
         Sample {
             name: "PopupMenu, Sheet"
 
-            PillButton {
-                id: menuButton
-
-                text: "Open the menu"
-                onClicked: menu.active = true
-            }
-            PillButton {
-                id: sheetButton
-
-                text: "Open the sheet"
-                onClicked: sheet.active = true
-            }
-            PlainText {
-                id: answer
-
-                color: Theme.glassSecondary
-                topPadding: 4
-            }
+            PillButton { id: menuButton; text: "Open the menu"; onClicked: menu.active = true }
+            PillButton { id: sheetButton; text: "Open the sheet"; onClicked: sheet.active = true }
+            PlainText { id: answer; color: Theme.glassSecondary; topPadding: 4 }
         }
 
         Sample {
             name: "HelpTip"
 
-            Item {
-                width: 120
-                height: 1
-            }
+            Item { width: 120; height: 1 }
             IconButton {
                 symbol: "gearshape"
                 label: "Settings"
@@ -744,14 +512,7 @@ Rectangle {
         }
     }
 
-    DateField {
-        id: dateField
-
-        x: 910
-        y: 640
-        label: "Due date"
-        date: root.date
-    }
+    DateField { id: dateField; x: 910; y: 640; label: "Due date"; date: root.date }
 
     Grid {
         x: 910
@@ -770,14 +531,8 @@ Rectangle {
 
                 spacing: 6
 
-                Symbol {
-                    name: cell.modelData
-                }
-                Symbol {
-                    name: cell.modelData
-                    size: Theme.textSmall
-                    color: Theme.ice
-                }
+                Symbol { name: cell.modelData }
+                Symbol { name: cell.modelData; size: Theme.textSmall; color: Theme.ice }
             }
         }
     }

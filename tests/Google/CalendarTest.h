@@ -93,8 +93,7 @@ private Q_SLOTS:
 
     void aFailureLeavesTheMeetings_data()
     {
-        QTest::addColumn<HttpStandIn::Answer>("answer");
-        QTest::addColumn<QString>("error");
+        columns<HttpStandIn::Answer, QString>({"answer", "error"});
         const QString failed = QStringLiteral("Google Calendar could not be refreshed");
         const auto row = [](const char *name, HttpStandIn::Answer answer, const QString &error) {
             QTest::newRow(name) << answer << error;

@@ -7,12 +7,12 @@
 #include "Platform/Fake/FakeClock.h"
 #include "Platform/Fake/FakePlatform.h"
 #include "Platform/Places.h"
+#include "RunTests.h"
 #include "Tabs/Home/GoogleCalendar.h"
 
 #include <QFile>
 #include <QSignalSpy>
 #include <QTcpSocket>
-#include <QTest>
 #include <QUrlQuery>
 
 namespace velto {

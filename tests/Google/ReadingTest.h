@@ -119,8 +119,7 @@ private Q_SLOTS:
 
     void instantsAreReadInTheInternetsForm_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QDateTime>("instant");
+        columns<QString, QDateTime>({"text", "instant"});
         const QDateTime ten = at(10, 0);
         QTest::newRow("utc") << QStringLiteral("2026-11-21T10:00:00Z") << ten;
         QTest::newRow("lower case") << QStringLiteral("2026-11-21t10:00:00z") << ten;

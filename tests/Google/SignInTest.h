@@ -149,9 +149,7 @@ private Q_SLOTS:
 
     void aFailedExchangeSaysWhyAndKeepsTheOldTokens_data()
     {
-        QTest::addColumn<int>("status");
-        QTest::addColumn<QByteArray>("body");
-        QTest::addColumn<QString>("error");
+        columns<int, QByteArray, QString>({"status", "body", "error"});
         const QString failed = QStringLiteral("Google sign-in failed");
         const QString incomplete = QStringLiteral("Google did not return a refresh token");
         QTest::newRow("refused") << 400 << QByteArray(R"({"error": "invalid_grant", "error_description": "Bad Request"})")

@@ -25,8 +25,7 @@ private Q_SLOTS:
 
     void aRenewalKeepsTheRefreshToken_data()
     {
-        QTest::addColumn<QByteArray>("reply");
-        QTest::addColumn<int>("life");
+        columns<QByteArray, int>({"reply", "life"});
         QTest::newRow("usual") << QByteArray(R"({"access_token": "new", "expires_in": 1800, "refresh_token": "other"})") << 1800;
         QTest::newRow("no end") << QByteArray(R"({"access_token": "new"})") << 3600;
         QTest::newRow("an end in words") << QByteArray(R"({"access_token": "new", "expires_in": "1800"})") << 3600;
@@ -60,9 +59,7 @@ private Q_SLOTS:
 
     void aRefusedRenewalSaysSo_data()
     {
-        QTest::addColumn<int>("status");
-        QTest::addColumn<QByteArray>("reply");
-        QTest::addColumn<QString>("error");
+        columns<int, QByteArray, QString>({"status", "reply", "error"});
         QTest::newRow("revoked") << 400 << QByteArray(R"({"error": "invalid_grant"})") << QStringLiteral("Google sign-in failed");
         QTest::newRow("no token") << 200 << QByteArray("{}") << QStringLiteral("Google sign-in expired; reconnect Calendar");
         QTest::newRow("wrong type") << 200 << QByteArray(R"({"access_token": []})")

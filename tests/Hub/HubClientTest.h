@@ -3,9 +3,8 @@
 #include "Core/Http.h"
 #include "HttpStandIn.h"
 #include "Platform/Posix/ThreadPoolBackground.h"
+#include "RunTests.h"
 #include "Tabs/Quillbox/HubClient.h"
-
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -55,8 +54,7 @@ private Q_SLOTS:
 
     void eachStatusHasItsSentence_data()
     {
-        QTest::addColumn<int>("status");
-        QTest::addColumn<QString>("text");
+        columns<int, QString>({"status", "text"});
         const QString token = u"Quillbox at 127.0.0.1 didn't accept the token. Paste a new one in Settings → Quillbox."_s;
         const QString problem = u"Quillbox at 127.0.0.1 had a problem (%1). Velto will try again in a minute."_s;
         const QString other = u"Quillbox at 127.0.0.1 answered %1. Velto will try again in a minute."_s;
@@ -103,8 +101,7 @@ private Q_SLOTS:
 
     void anAddressThatLeadsNowhereIsOneToo_data()
     {
-        QTest::addColumn<QUrl>("url");
-        QTest::addColumn<QString>("host");
+        columns<QUrl, QString>({"url", "host"});
         QTest::newRow("no such host") << QUrl(u"http://hub.invalid"_s) << u"hub.invalid"_s;
         QTest::newRow("no host") << QUrl(u"hub:"_s) << u"the hub"_s;
         QTest::newRow("a file") << QUrl(u"file:///etc"_s) << u"the hub"_s;
@@ -120,8 +117,7 @@ private Q_SLOTS:
 
     void aDocumentOfAnotherKindIsNotUnderstood_data()
     {
-        QTest::addColumn<QByteArray>("body");
-        QTest::addColumn<QString>("why");
+        columns<QByteArray, QString>({"body", "why"});
         QTest::newRow("a page") << QByteArray("<html>Sign in</html>") << u"It is no JSON from byte 0 on"_s;
         QTest::newRow("an older hub") << QByteArray(kEmpty).replace(", \"written_today\": {}", "")
                                       << u"\"written_today\" is missing"_s;

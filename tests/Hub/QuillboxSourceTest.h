@@ -1,9 +1,9 @@
 #pragma once
 
+#include "RunTests.h"
 #include "World.h"
 
 #include <QSignalSpy>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -1,8 +1,7 @@
 #pragma once
 
+#include "RunTests.h"
 #include "Tabs/Quillbox/VeltoSnapshot.h"
-
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -38,9 +37,7 @@ private Q_SLOTS:
 
     void whatIsWrongIsToldByKeyAndType_data()
     {
-        QTest::addColumn<QByteArray>("from");
-        QTest::addColumn<QByteArray>("to");
-        QTest::addColumn<QString>("description");
+        columns<QByteArray, QByteArray, QString>({"from", "to", "description"});
         const auto row = [](const char *from, const char *to, const QString &description) {
             QTest::addRow("%s to %s", from, to) << QByteArray(from) << QByteArray(to) << description;
         };
@@ -100,8 +97,7 @@ private Q_SLOTS:
 
     void timesAreReadInFourWays_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("utc");
+        columns<QString, QString>({"text", "utc"});
         const auto row = [](const char *text, const char *utc) {
             QTest::newRow(text) << QString::fromLatin1(text) << QString::fromLatin1(utc);
         };

@@ -40,8 +40,7 @@ class QuillboxViewTest : public ViewPage {
 private Q_SLOTS:
     void everyStateDrawsWithoutAWarning_data()
     {
-        QTest::addColumn<HttpReply>("reply");
-        QTest::addColumn<QStringList>("shown");
+        columns<HttpReply, QStringList>({"reply", "shown"});
         const QString hub = u"Hub · hub.example.net"_s;
         const auto row = [&](const char *name, const HttpReply &reply, const QStringList &rest) {
             QTest::newRow(name) << reply << QStringList(hub) + rest;

@@ -1,6 +1,6 @@
 #include "Platform/Linux/DBusActivation.h"
 #include "PrivateBus.h"
-#include "Tests.h"
+#include "RunTests.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
@@ -8,7 +8,6 @@
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTest>
 #include <QTimer>
 
 using namespace velto;
@@ -136,5 +135,5 @@ private Q_SLOTS:
     }
 };
 
-static const AddTest<ActivationTest> kAdded;
+static const Registered<ActivationTest> kAdded;
 #include "ActivationTest.moc"

@@ -1,7 +1,5 @@
 #include "Platform/Linux/ApplicationNames.h"
-#include "Tests.h"
-
-#include <QTest>
+#include "RunTests.h"
 
 using namespace velto;
 using namespace Qt::StringLiterals;
@@ -12,9 +10,7 @@ class ApplicationNamesTest : public QObject {
 private Q_SLOTS:
     void names_data()
     {
-        QTest::addColumn<QString>("instance");
-        QTest::addColumn<QString>("windowClass");
-        QTest::addColumn<QString>("identifier");
+        columns<QString, QString, QString>({"instance", "windowClass", "identifier"});
         const auto terminal = u"com.apple.Terminal"_s;
         QTest::newRow("xterm") << u"xterm"_s << u"XTerm"_s << terminal;
         QTest::newRow("xterm under another name") << u"mail"_s << u"UXTerm"_s << terminal;
@@ -45,5 +41,5 @@ private Q_SLOTS:
     }
 };
 
-static const AddTest<ApplicationNamesTest> kAdded;
+static const Registered<ApplicationNamesTest> kAdded;
 #include "ApplicationNamesTest.moc"

@@ -1,11 +1,10 @@
-#include "DiskFiles.h"
 #include "Platform/Linux/AutostartLoginItem.h"
-#include "Tests.h"
+#include "Platform/Posix/PosixFiles.h"
+#include "RunTests.h"
 
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
-#include <QTest>
 
 using namespace velto;
 using namespace Qt::StringLiterals;
@@ -16,8 +15,7 @@ class AutostartTest : public QObject {
 private Q_SLOTS:
     void execs_data()
     {
-        QTest::addColumn<QString>("program");
-        QTest::addColumn<QByteArray>("exec");
+        columns<QString, QByteArray>({"program", "exec"});
         QTest::newRow("plain") << u"/usr/bin/velto"_s << QByteArray("\"/usr/bin/velto\"");
         QTest::newRow("space") << u"/opt/my apps/velto"_s << QByteArray("\"/opt/my apps/velto\"");
         QTest::newRow("percent") << u"/opt/100%/velto"_s << QByteArray("\"/opt/100%%/velto\"");
@@ -31,8 +29,7 @@ private Q_SLOTS:
     }
     void entries_data()
     {
-        QTest::addColumn<QByteArray>("entry");
-        QTest::addColumn<bool>("starts");
+        columns<QByteArray, bool>({"entry", "starts"});
         QTest::newRow("ours") << QByteArray("[Desktop Entry]\nExec=\"/usr/bin/velto\"\n") << true;
         QTest::newRow("without quotes") << QByteArray("[Desktop Entry]\nExec = /usr/bin/velto\n") << true;
         QTest::newRow("hidden by the desktop") << QByteArray("[Desktop Entry]\nExec=\"/usr/bin/velto\"\nHidden=true\n") << false;
@@ -51,7 +48,7 @@ private Q_SLOTS:
     void switchesOnAndOff()
     {
         const QTemporaryDir home;
-        DiskFiles files;
+        PosixFiles files;
         AutostartLoginItem item(files, home.path(), u"/opt/we ird%/velto"_s);
         QVERIFY(!item.enabled());
         QVERIFY(!item.set(false));
@@ -68,5 +65,5 @@ private Q_SLOTS:
     }
 };
 
-static const AddTest<AutostartTest> kAdded;
+static const Registered<AutostartTest> kAdded;
 #include "AutostartTest.moc"

@@ -1,10 +1,9 @@
 #include "OtherProgram.h"
 #include "Platform/Fake/FakeClock.h"
 #include "Platform/Linux/QtClipboard.h"
-#include "Tests.h"
+#include "RunTests.h"
 
 #include <QGuiApplication>
-#include <QTest>
 
 using namespace velto;
 using namespace Qt::StringLiterals;
@@ -107,8 +106,7 @@ private Q_SLOTS:
 
     void takesWhatComes_data()
     {
-        QTest::addColumn<QByteArray>("type");
-        QTest::addColumn<QByteArray>("bytes");
+        columns<QByteArray, QByteArray>({"type", "bytes"});
         QTest::addColumn<QString>("text"); // null for nothing
         QTest::newRow("text") << QByteArray("UTF8_STRING") << QByteArray("h\xc3\xa9 \xff") << u"hé \uFFFD"_s;
         QTest::newRow("empty") << QByteArray("UTF8_STRING") << QByteArray() << u""_s;
@@ -200,5 +198,5 @@ private Q_SLOTS:
     }
 };
 
-static const AddTest<ClipboardTest> kAdded;
+static const Registered<ClipboardTest> kAdded;
 #include "ClipboardTest.moc"

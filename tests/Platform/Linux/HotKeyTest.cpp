@@ -1,10 +1,9 @@
 #include "OtherProgram.h"
 #include "Platform/Linux/XcbHotKey.h"
-#include "Tests.h"
+#include "RunTests.h"
 #include "VirtualDesktop.h"
 
 #include <QGuiApplication>
-#include <QTest>
 
 using namespace velto;
 using namespace Qt::StringLiterals;
@@ -100,5 +99,5 @@ private Q_SLOTS:
     }
 };
 
-static const AddTest<HotKeyTest> kAdded;
+static const Registered<HotKeyTest> kAdded;
 #include "HotKeyTest.moc"

@@ -1,9 +1,8 @@
 #include "Platform/Linux/LockModifiers.h"
 #include "Platform/Linux/QtDisplays.h"
-#include "Tests.h"
+#include "RunTests.h"
 
 #include <QSet>
-#include <QTest>
 
 using namespace velto;
 
@@ -60,5 +59,5 @@ private Q_SLOTS:
     }
 };
 
-static const AddTest<KeyboardTest> kAdded;
+static const Registered<KeyboardTest> kAdded;
 #include "KeyboardTest.moc"

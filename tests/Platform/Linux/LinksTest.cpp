@@ -1,8 +1,7 @@
 #include "Platform/Linux/XdgWorkspace.h"
-#include "Tests.h"
+#include "RunTests.h"
 
 #include <QDesktopServices>
-#include <QTest>
 
 using namespace velto;
 using namespace Qt::StringLiterals;
@@ -44,5 +43,5 @@ private Q_SLOTS:
     }
 };
 
-static const AddTest<LinksTest> kAdded;
+static const Registered<LinksTest> kAdded;
 #include "LinksTest.moc"

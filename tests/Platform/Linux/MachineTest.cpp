@@ -1,9 +1,8 @@
 #include "Platform/Fake/FakeFiles.h"
 #include "Platform/Linux/LinuxMachine.h"
-#include "Tests.h"
+#include "RunTests.h"
 
 #include <QSysInfo>
-#include <QTest>
 
 using namespace velto;
 using namespace Qt::StringLiterals;
@@ -14,8 +13,7 @@ class MachineTest : public QObject {
 private Q_SLOTS:
     void name_data()
     {
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<QString>("name");
+        columns<QByteArray, QString>({"file", "name"});
         const QString host = QSysInfo::machineHostName();
         QTest::newRow("none") << QByteArray() << host;
         QTest::newRow("other facts only") << QByteArray("ICON_NAME=computer-laptop\nCHASSIS=laptop\n") << host;
@@ -36,5 +34,5 @@ private Q_SLOTS:
     }
 };
 
-static const AddTest<MachineTest> kAdded;
+static const Registered<MachineTest> kAdded;
 #include "MachineTest.moc"

@@ -1,12 +1,11 @@
 #include "OtherProgram.h"
 #include "Platform/Linux/EwmhApplications.h"
-#include "Tests.h"
+#include "RunTests.h"
 
 #include <QGuiApplication>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTest>
 
 using namespace velto;
 using namespace Qt::StringLiterals;
@@ -75,5 +74,5 @@ private Q_SLOTS:
     }
 };
 
-static const AddTest<OtherWindowsTest> kAdded;
+static const Registered<OtherWindowsTest> kAdded;
 #include "OtherWindowsTest.moc"

@@ -1,14 +1,13 @@
 #include "OtherProgram.h"
 #include "Platform/Linux/QtDisplays.h"
 #include "Platform/Linux/XcbPanelWindow.h"
-#include "Tests.h"
+#include "RunTests.h"
 #include "VirtualDesktop.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QRasterWindow>
 #include <QSignalSpy>
-#include <QTest>
 
 using namespace velto;
 using namespace Qt::StringLiterals;
@@ -171,5 +170,5 @@ private Q_SLOTS:
     }
 };
 
-static const AddTest<PanelWindowTest> kAdded;
+static const Registered<PanelWindowTest> kAdded;
 #include "PanelWindowTest.moc"

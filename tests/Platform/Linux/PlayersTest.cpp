@@ -1,11 +1,10 @@
 #include "Platform/Linux/MprisPlayers.h"
 #include "PrivateBus.h"
-#include "Tests.h"
+#include "RunTests.h"
 
 #include <QDBusMetaType>
 #include <QSignalSpy>
 #include <QStandardPaths>
-#include <QTest>
 
 using namespace velto;
 using namespace Qt::StringLiterals;
@@ -186,5 +185,5 @@ private Q_SLOTS:
     }
 };
 
-static const AddTest<PlayersTest> kAdded;
+static const Registered<PlayersTest> kAdded;
 #include "PlayersTest.moc"

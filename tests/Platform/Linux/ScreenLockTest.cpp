@@ -1,13 +1,12 @@
 #include "Platform/Fake/FakeClock.h"
 #include "Platform/Linux/LogindSession.h"
 #include "PrivateBus.h"
-#include "Tests.h"
+#include "RunTests.h"
 
 #include <QDBusArgument>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QSignalSpy>
-#include <QTest>
 
 using namespace velto;
 using namespace Qt::StringLiterals;
@@ -149,5 +148,5 @@ private Q_SLOTS:
     }
 };
 
-static const AddTest<ScreenLockTest> kAdded;
+static const Registered<ScreenLockTest> kAdded;
 #include "ScreenLockTest.moc"

@@ -1,12 +1,11 @@
 #include "OtherProgram.h"
 #include "Platform/Linux/StatusIcon.h"
 #include "Platform/Linux/TrayStatusItem.h"
-#include "Tests.h"
+#include "RunTests.h"
 #include "VirtualDesktop.h"
 
 #include <QApplication>
 #include <QMenu>
-#include <QTest>
 
 using namespace velto;
 using namespace Qt::StringLiterals;
@@ -100,5 +99,5 @@ private Q_SLOTS:
     }
 };
 
-static const AddTest<StatusMenuTest> kAdded;
+static const Registered<StatusMenuTest> kAdded;
 #include "StatusMenuTest.moc"

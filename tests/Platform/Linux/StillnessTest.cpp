@@ -1,11 +1,10 @@
-#include "DiskFiles.h"
 #include "Platform/Linux/AtspiAccessibility.h"
+#include "Platform/Posix/PosixFiles.h"
 #include "PrivateBus.h"
-#include "Tests.h"
+#include "RunTests.h"
 
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTest>
 
 using namespace velto;
 using namespace Qt::StringLiterals;
@@ -25,10 +24,7 @@ class StillnessTest : public QObject {
 private Q_SLOTS:
     void files_data()
     {
-        QTest::addColumn<QByteArray>("kdeglobals");
-        QTest::addColumn<QByteArray>("gtk");
-        QTest::addColumn<bool>("isPlasma");
-        QTest::addColumn<bool>("still");
+        columns<QByteArray, QByteArray, bool, bool>({"kdeglobals", "gtk", "isPlasma", "still"});
         const QByteArray noFactor = "[KDE]\nSingleClick=false\n";
         const QByteArray zero = "[General]\nAnimationDurationFactor=1\n[KDE]\nAnimationDurationFactor=0\n";
         QTest::newRow("nothing") << QByteArray() << QByteArray() << false << false;
@@ -53,7 +49,7 @@ private Q_SLOTS:
         if (!bus.works())
             QSKIP("no dbus-daemon");
         const QTemporaryDir home;
-        DiskFiles files;
+        PosixFiles files;
         AtspiAccessibility accessibility(files, home.path());
         accessibility.start(bus.connect());
         QVERIFY(!accessibility.screenReaderOn());
@@ -78,7 +74,7 @@ private Q_SLOTS:
         // The older method packs the value twice.
         portal.answers = {{u"Read"_s, QVariant::fromValue(QDBusVariant(QVariant::fromValue(QDBusVariant(false))))}};
         const QTemporaryDir home;
-        DiskFiles files;
+        PosixFiles files;
         AtspiAccessibility accessibility(files, home.path());
         accessibility.start(bus.connect());
         QTRY_VERIFY(accessibility.reducedMotion());
@@ -90,5 +86,5 @@ private Q_SLOTS:
     }
 };
 
-static const AddTest<StillnessTest> kAdded;
+static const Registered<StillnessTest> kAdded;
 #include "StillnessTest.moc"

@@ -1,12 +1,11 @@
 #include "Platform/Linux/LinuxTerminals.h"
-#include "Tests.h"
+#include "RunTests.h"
 
 #include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
-#include <QTest>
 
 using namespace velto;
 using namespace Qt::StringLiterals;
@@ -41,8 +40,7 @@ private Q_SLOTS:
 
     void styles_data()
     {
-        QTest::addColumn<QString>("terminal");
-        QTest::addColumn<QStringList>("arguments");
+        columns<QString, QStringList>({"terminal", "arguments"});
         QTest::newRow("gnome-terminal") << u"gnome-terminal"_s << QStringList{u"--"_s, u"p"_s, u"a b"_s};
         QTest::newRow("konsole") << u"konsole"_s << QStringList{u"-e"_s, u"p"_s, u"a b"_s};
         QTest::newRow("xterm") << u"xterm"_s << QStringList{u"-e"_s, u"p"_s, u"a b"_s};
@@ -160,5 +158,5 @@ private Q_SLOTS:
     }
 };
 
-static const AddTest<TerminalsTest> kAdded;
+static const Registered<TerminalsTest> kAdded;
 #include "TerminalsTest.moc"

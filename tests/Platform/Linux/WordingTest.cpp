@@ -1,8 +1,7 @@
 #include "Platform/Linux/LinuxWording.h"
-#include "Tests.h"
+#include "RunTests.h"
 
 #include <QCoreApplication>
-#include <QTest>
 
 using namespace velto;
 using namespace Qt::StringLiterals;
@@ -28,8 +27,7 @@ private Q_SLOTS:
     }
     void namesTheCommandThatInstallsPackagesHere_data()
     {
-        QTest::addColumn<QString>("installer");
-        QTest::addColumn<QString>("command");
+        columns<QString, QString>({"installer", "command"});
         QTest::newRow("Debian") << u"apt"_s << u"sudo apt install gh && gh auth login"_s;
         QTest::newRow("Fedora") << u"dnf"_s << u"sudo dnf install gh && gh auth login"_s;
         QTest::newRow("Arch") << u"pacman"_s << u"sudo pacman -S github-cli && gh auth login"_s;
@@ -42,5 +40,5 @@ private Q_SLOTS:
     }
 };
 
-static const AddTest<WordingTest> kAdded;
+static const Registered<WordingTest> kAdded;
 #include "WordingTest.moc"
