@@ -71,7 +71,7 @@ def check_machine():
         skip(f"port {PORT} is taken, and this machine gives no network of its own")
 
 
-def until(what, condition, seconds=10.0, pause=0.05):
+def until(what, condition, seconds=20.0, pause=0.05):
     """Polls until condition() is true and returns its value; fails with `what` after so many seconds."""
     end = time.monotonic() + seconds
     while True:
