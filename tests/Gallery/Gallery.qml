@@ -22,6 +22,8 @@ Rectangle {
             dateField.open();
     }
 
+    // QtQml.Models is a package of its own for the linter only.
+    // qmllint disable
     ListModel {
         id: filters
 
@@ -30,6 +32,7 @@ Rectangle {
         ListElement { value: "Upcoming"; text: "Upcoming"; selected: false }
         ListElement { value: "All"; text: "All"; selected: false }
     }
+    // qmllint enable
     function choose(value: string): void {
         for (let i = 0; i < filters.count; ++i)
             filters.setProperty(i, "selected", filters.get(i).value === value);
