@@ -5,7 +5,7 @@ target_compile_options(velto-options INTERFACE
     -Wall -Wextra -Wshadow -Wconversion -Wno-sign-conversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 target_compile_definitions(velto-options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_KEYWORDS QT_NO_FOREACH QT_NO_URL_CAST_FROM_STRING
-    QT_STRICT_ITERATORS QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+    QT_STRICT_ITERATORS QT_DISABLE_DEPRECATED_BEFORE=0x060400 QT_WARN_DEPRECATED_UP_TO=0x060400)
 target_include_directories(velto-options INTERFACE ${PROJECT_SOURCE_DIR}/src)
 if(VELTO_SANITIZE)
     target_compile_options(velto-options INTERFACE -fsanitize=${VELTO_SANITIZE} -fno-omit-frame-pointer)
