@@ -21,10 +21,11 @@ FocusScope {
     }
     function reveal(item: Item): void {
         const place = item.mapToItem(page.contentItem, 0, 0).y;
-        if (place - 8 < page.contentY)
-            page.contentY = place < 64 ? 0 : place - 8;
-        else if (place + item.height + 32 > page.contentY + page.height)
-            page.contentY = Math.max(0, Math.min(place - 8, place + item.height + 32 - page.height));
+        if (place - 8 < page.wantedY)
+            page.wantedY = place < 64 ? 0 : place - 8;
+        else if (place + item.height + 32 > page.wantedY + page.height)
+            page.wantedY = Math.max(0, Math.min(place - 8, place + item.height + 32 - page.height));
+        page.contentY = page.wantedY;
     }
     onVisibleChanged: {
         if (root.visible)
@@ -59,11 +60,18 @@ FocusScope {
     Flickable {
         id: page
 
+        /// Where the page comes to rest; it may still be on its way.
+        property real wantedY: 0
+
         anchors.fill: parent
         contentWidth: width
         contentHeight: column.height
         bottomMargin: 28
         boundsBehavior: Flickable.StopAtBounds
+        onContentYChanged: {
+            if (page.moving)
+                page.wantedY = page.contentY;
+        }
 
         Behavior on contentY {
             enabled: !page.moving && !Theme.reducedMotion
