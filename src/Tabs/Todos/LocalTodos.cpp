@@ -127,7 +127,7 @@ QList<Todo> parseTodos(const QByteArray &json)
 {
     const QJsonDocument document = QJsonDocument::fromJson(json);
     const QJsonArray rows = document.array();
-    if (!std::ranges::all_of(rows, [](const QJsonValueConstRef row) { return row.isObject(); }))
+    if (!std::all_of(rows.begin(), rows.end(), [](const QJsonValue &row) { return row.isObject(); })) // newer Qt has no ranges here
         return {};
     QList<Todo> todos;
     for (const QJsonValueConstRef row : rows) {
