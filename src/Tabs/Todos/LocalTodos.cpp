@@ -127,7 +127,8 @@ QList<Todo> parseTodos(const QByteArray &json)
 {
     const QJsonDocument document = QJsonDocument::fromJson(json);
     const QJsonArray rows = document.array();
-    if (!std::all_of(rows.begin(), rows.end(), [](const QJsonValue &row) { return row.isObject(); })) // newer Qt has no ranges here
+    // No std::ranges: newer Qt's iterators don't take them.
+    if (!std::all_of(rows.begin(), rows.end(), [](const QJsonValue &row) { return row.isObject(); }))
         return {};
     QList<Todo> todos;
     for (const QJsonValueConstRef row : rows) {
