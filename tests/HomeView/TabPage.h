@@ -1,43 +1,22 @@
 #pragma once
 
-#include "World.h"
-
-#include "Design/TabOrder.h"
-#include "Shell/UI.h"
-
-#include <QQuickView>
-#include <QTest>
-#include <memory>
-
-class QQuickItem;
+#include "ViewPage.h"
 
 namespace velto {
 
-/// A tab on its real store, in a window of its own. A warning of QML fails the test.
-class TabPage : public QObject {
+/// A tab whose every control the keyboard has to reach, and that stays still while nothing changes.
+class TabPage : public ViewPage {
     Q_OBJECT
-
-private Q_SLOTS:
-    void init();
-    void cleanup();
 
 protected:
     void show(VeltoSource &source);
-    /// What is on show and has this name for a screen reader; the topmost one.
-    QQuickItem *named(const QString &name) const;
-    /// The names of all that Tab comes to in one round, each of which stands where it can be seen.
-    QStringList tabRound();
+    /// Brings the item into sight first.
     void click(QQuickItem *item);
+    /// Walks once around with Tab. Returns the names in the order they came in, and adds to `faults` each control that has no
+    /// name, wasn't reached, or couldn't be seen when it was.
+    QStringList tabRound(QStringList &faults);
     /// Frames that are drawn while the clock goes on by so much, with a refresh in between.
     qsizetype framesWhileNothingChanges(int milliseconds);
-    static QString nameOf(QQuickItem *item);
-    /// Every visible item below, in the order in which they are drawn.
-    static QList<QQuickItem *> itemsBelow(QQuickItem *root);
-
-    std::unique_ptr<World> m_world;
-    std::unique_ptr<UI> m_ui;
-    std::unique_ptr<QQuickView> m_view;
-    std::unique_ptr<TabOrder> m_tabOrder;
 };
 
 } // namespace velto

@@ -1,5 +1,3 @@
-#include "EventTest.h"
-
 #include "Core/HookEvent.h"
 #include "RunTests.h"
 
@@ -27,101 +25,112 @@ QString detail(const QByteArray &input)
 
 } // namespace
 
-void EventTest::readsWhatClaudeCodeSends_data()
-{
-    columns<QString, QString, QString, QString>({"event", "message", "tool", "toolDetail"});
-    const QString none;
-    QTest::newRow("permission-bash") << u"PermissionRequest"_s << none << u"Bash"_s << u"touch made-by-bash.txt"_s;
-    QTest::newRow("permission-write") << u"PermissionRequest"_s << none << u"Write"_s << u"w.txt"_s;
-    QTest::newRow("permission-question") << u"PermissionRequest"_s << none << u"AskUserQuestion"_s << none;
-    QTest::newRow("stop") << u"Stop"_s << none << none << none;
-    QTest::newRow("notification-permission") << u"Notification"_s << u"Claude needs your permission"_s << none << none;
-}
+/// What is taken from the body of a hook call.
+class EventTest : public QObject {
+    Q_OBJECT
 
-void EventTest::readsWhatClaudeCodeSends()
-{
-    QFETCH(QString, event);
-    QFETCH(QString, message);
-    QFETCH(QString, tool);
-    QFETCH(QString, toolDetail);
-    QFile file(QStringLiteral(VELTO_FIXTURES) + u"/hooks/"_s + QString::fromLatin1(QTest::currentDataTag()) + u".json"_s);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const auto read = parse(file.readAll());
-    QVERIFY(read);
-    QCOMPARE(read->event, event);
-    QCOMPARE(read->sessionId, std::optional(kSession));
-    QCOMPARE(read->cwd, std::optional(u"/home/me/proj"_s));
-    const auto optional = [](const QString &text) { return text.isNull() ? std::nullopt : std::optional(text); };
-    QCOMPARE(read->message, optional(message));
-    QCOMPARE(read->tool, optional(tool));
-    QCOMPARE(read->toolDetail, optional(toolDetail));
-    QCOMPARE(read->at, kNow);
-}
+private Q_SLOTS:
+    void readsWhatClaudeCodeSends_data()
+    {
+        columns<QString, QString, QString, QString>({"event", "message", "tool", "toolDetail"});
+        const QString none;
+        QTest::newRow("permission-bash") << u"PermissionRequest"_s << none << u"Bash"_s << u"touch made-by-bash.txt"_s;
+        QTest::newRow("permission-write") << u"PermissionRequest"_s << none << u"Write"_s << u"w.txt"_s;
+        QTest::newRow("permission-question") << u"PermissionRequest"_s << none << u"AskUserQuestion"_s << none;
+        QTest::newRow("stop") << u"Stop"_s << none << none << none;
+        QTest::newRow("notification-permission") << u"Notification"_s << u"Claude needs your permission"_s << none << none;
+    }
 
-void EventTest::failsWithoutAnEventName_data()
-{
-    QTest::addColumn<QByteArray>("body");
-    for (const char *body : {"", "[]", "{", "null", "\"Stop\"", "{}", R"({"hook_event_name":1})",
-                             R"({"hook_event_name":"Stop"} x)", "{\"hook_event_name\":\"\xff\"}"})
-        QTest::newRow(body) << QByteArray(body);
-    QTest::newRow("64 characters") << "{\"hook_event_name\":\"" + QByteArray(64, 'a') + "\"}";
-    QTest::newRow("deep") << "{\"hook_event_name\":\"Stop\",\"a\":" + QByteArray(100'000, '[') + QByteArray(100'000, ']') + "}";
-}
+    void readsWhatClaudeCodeSends()
+    {
+        QFETCH(QString, event);
+        QFETCH(QString, message);
+        QFETCH(QString, tool);
+        QFETCH(QString, toolDetail);
+        QFile file(QStringLiteral(VELTO_FIXTURES) + u"/hooks/"_s + QString::fromLatin1(QTest::currentDataTag()) + u".json"_s);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const auto read = parse(file.readAll());
+        QVERIFY(read);
+        QCOMPARE(read->event, event);
+        QCOMPARE(read->sessionId, std::optional(kSession));
+        QCOMPARE(read->cwd, std::optional(u"/home/me/proj"_s));
+        const auto optional = [](const QString &text) { return text.isNull() ? std::nullopt : std::optional(text); };
+        QCOMPARE(read->message, optional(message));
+        QCOMPARE(read->tool, optional(tool));
+        QCOMPARE(read->toolDetail, optional(toolDetail));
+        QCOMPARE(read->at, kNow);
+    }
 
-void EventTest::failsWithoutAnEventName()
-{
-    QFETCH(QByteArray, body);
-    QVERIFY(!parse(body));
-}
+    void failsWithoutAnEventName_data()
+    {
+        QTest::addColumn<QByteArray>("body");
+        for (const char *body : {"", "[]", "{", "null", "\"Stop\"", "{}", R"({"hook_event_name":1})",
+                                 R"({"hook_event_name":"Stop"} x)", "{\"hook_event_name\":\"\xff\"}"})
+            QTest::newRow(body) << QByteArray(body);
+        QTest::newRow("64 characters") << "{\"hook_event_name\":\"" + QByteArray(64, 'a') + "\"}";
+        QTest::newRow("deep") << "{\"hook_event_name\":\"Stop\",\"a\":" + QByteArray(100'000, '[') + QByteArray(100'000, ']')
+                + "}";
+    }
 
-void EventTest::leavesOutWhatHasAnotherForm()
-{
-    QVERIFY(parse("{\"hook_event_name\":\"" + QByteArray(63, 'a') + "\"}"));
-    const auto event =
-        parse(R"({"hook_event_name":"Stop","session_id":1,"cwd":null,"message":[],"tool_name":{},"tool_input":"rm"})");
-    QVERIFY(event);
-    QVERIFY(!event->sessionId && !event->cwd && !event->message && !event->tool && !event->toolDetail);
+    void failsWithoutAnEventName()
+    {
+        QFETCH(QByteArray, body);
+        QVERIFY(!parse(body));
+    }
 
-    const auto sessionOf = [](const QString &session) {
-        return parse(u"{\"hook_event_name\":\"Stop\",\"session_id\":\"%1\"}"_s.arg(session).toUtf8())->sessionId;
-    };
-    QCOMPARE(sessionOf(kSession.toUpper()), std::optional(kSession.toUpper()));
-    for (const auto &session : {u"--resume"_s, kSession + u"\\n"_s, kSession.chopped(1), kSession.chopped(1) + u'g',
-                                QString(kSession).replace(8, 1, u"0"_s), QString(kSession).replace(0, 1, u"\u0661"_s)})
-        QVERIFY2(!sessionOf(session), qPrintable(session));
-}
+    void leavesOutWhatHasAnotherForm()
+    {
+        QVERIFY(parse("{\"hook_event_name\":\"" + QByteArray(63, 'a') + "\"}"));
+        const auto event =
+            parse(R"({"hook_event_name":"Stop","session_id":1,"cwd":null,"message":[],"tool_name":{},"tool_input":"rm"})");
+        QVERIFY(event);
+        QVERIFY(!event->sessionId && !event->cwd && !event->message && !event->tool && !event->toolDetail);
 
-void EventTest::namesWhatTheToolTouches_data()
-{
-    columns<QByteArray, QString>({"input", "expected"});
-    const auto row = [](const char *input, const QString &expected) { QTest::newRow(input) << QByteArray(input) << expected; };
-    row(R"({"file_path":"/home/me/a b.txt","command":"rm -rf /"})", u"a b.txt"_s);
-    row(R"({"file_path":"/home/me/dir//"})", u"dir"_s);
-    row(R"({"file_path":"name"})", u"name"_s);
-    row(R"({"file_path":"/"})", u"/"_s);
-    row(R"({"file_path":7,"command":"make\n\ntest"})", u"make  test"_s);
-    row(R"({"pattern":"*.h","url":"https://example.com/a"})", u"https://example.com/a"_s);
-    row(R"({"pattern":"*.h"})", u"*.h"_s);
-    row(R"({"questions":[]})", u"-"_s);
-    row(R"(["command"])", u"-"_s);
-}
+        const auto sessionOf = [](const QString &session) {
+            return parse(u"{\"hook_event_name\":\"Stop\",\"session_id\":\"%1\"}"_s.arg(session).toUtf8())->sessionId;
+        };
+        QCOMPARE(sessionOf(kSession.toUpper()), std::optional(kSession.toUpper()));
+        for (const auto &session : {u"--resume"_s, kSession + u"\\n"_s, kSession.chopped(1), kSession.chopped(1) + u'g',
+                                    QString(kSession).replace(8, 1, u"0"_s), QString(kSession).replace(0, 1, u"\u0661"_s)})
+            QVERIFY2(!sessionOf(session), qPrintable(session));
+    }
 
-void EventTest::namesWhatTheToolTouches()
-{
-    QFETCH(QByteArray, input);
-    QTEST(detail(input), "expected");
-}
+    void namesWhatTheToolTouches_data()
+    {
+        columns<QByteArray, QString>({"input", "expected"});
+        const auto row = [](const char *input, const QString &expected) {
+            QTest::newRow(input) << QByteArray(input) << expected;
+        };
+        row(R"({"file_path":"/home/me/a b.txt","command":"rm -rf /"})", u"a b.txt"_s);
+        row("{\"file_path\":\"/home/me/dir//\"}", u"dir"_s);
+        row(R"({"file_path":"name"})", u"name"_s);
+        row(R"({"file_path":"/"})", u"/"_s);
+        row(R"({"file_path":7,"command":"make\n\ntest"})", u"make  test"_s);
+        row("{\"pattern\":\"*.h\",\"url\":\"https://example.com/a\"}", u"https://example.com/a"_s);
+        row(R"({"pattern":"*.h"})", u"*.h"_s);
+        row(R"({"questions":[]})", u"-"_s);
+        row(R"(["command"])", u"-"_s);
+    }
 
-void EventTest::cutsTextsButNoCharacter()
-{
-    const QByteArray face = "\xf0\x9f\x98\x80"; // two UTF-16 units
-    const auto event = parse("{\"hook_event_name\":\"x\",\"message\":\"" + QByteArray(199, 'm') + face + "\",\"tool_name\":\""
-                             + QByteArray(41, 't') + "\"}");
-    QVERIFY(event);
-    QCOMPARE(event->message, std::optional(QString(199, u'm')));
-    QCOMPARE(event->tool, std::optional(QString(40, u't')));
-    QCOMPARE(detail("{\"command\":\"" + QByteArray(78, 'c') + face + "more\"}"), QString(78, u'c') + QString::fromUtf8(face));
-    QCOMPARE(detail("{\"command\":\"" + QByteArray(79, 'c') + face + "\"}"), QString(79, u'c'));
-}
+    void namesWhatTheToolTouches()
+    {
+        QFETCH(QByteArray, input);
+        QTEST(detail(input), "expected");
+    }
 
-static const Registered<EventTest> registered;
+    void cutsTextsButNoCharacter()
+    {
+        const QByteArray face = "\xf0\x9f\x98\x80"; // two UTF-16 units
+        const auto event = parse("{\"hook_event_name\":\"x\",\"message\":\"" + QByteArray(199, 'm') + face + "\",\"tool_name\":\""
+                                 + QByteArray(41, 't') + "\"}");
+        QVERIFY(event);
+        QCOMPARE(event->message, std::optional(QString(199, u'm')));
+        QCOMPARE(event->tool, std::optional(QString(40, u't')));
+        QCOMPARE(detail("{\"command\":\"" + QByteArray(78, 'c') + face + "more\"}"), QString(78, u'c') + QString::fromUtf8(face));
+        QCOMPARE(detail("{\"command\":\"" + QByteArray(79, 'c') + face + "\"}"), QString(79, u'c'));
+    }
+};
+
+const Registered<EventTest> registered;
+
+#include "EventTest.moc"

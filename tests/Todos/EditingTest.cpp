@@ -1,4 +1,4 @@
-#include "Agents/Tests.h"
+#include "RunTests.h"
 #include "Todos/Desk.h"
 
 #include <QTest>

@@ -1,5 +1,5 @@
-#include "Agents/Tests.h"
 #include "HttpStandIn.h"
+#include "RunTests.h"
 #include "Todos/Desk.h"
 
 #include <QJsonArray>

@@ -1,7 +1,7 @@
-#include "Agents/Tests.h"
 #include "Files/FilesTesting.h"
 #include "Platform/Posix/PosixFiles.h"
 #include "Platform/Posix/PosixToolRunner.h"
+#include "RunTests.h"
 #include "Todos/Desk.h"
 
 #include <QProcess>

@@ -1,9 +1,8 @@
-#include "Agents/Tests.h"
+#include "RunTests.h"
 #include "Todos/NativeFile.h"
 
 #include <QCoreApplication>
 #include <QLocale>
-#include <QTest>
 
 int main(int argc, char **argv)
 {
@@ -12,8 +11,5 @@ int main(int argc, char **argv)
     if (arguments.size() == 3 && arguments[1] == velto::kSaveUntilKilled)
         velto::saveUntilKilled(arguments[2]);
     QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-    int failed = 0;
-    for (const MakeTest make : tests())
-        failed += QTest::qExec(make().get(), argc, argv) != 0;
-    return failed;
+    return runTests(argc, argv);
 }

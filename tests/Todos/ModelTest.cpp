@@ -1,4 +1,4 @@
-#include "Agents/Tests.h"
+#include "RunTests.h"
 #include "Tabs/Todos/LocalTodos.h"
 #include "Tabs/Todos/NativeTodos.h"
 #include "Tabs/Todos/TodoDates.h"

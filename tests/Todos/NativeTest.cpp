@@ -1,6 +1,6 @@
-#include "Agents/Tests.h"
 #include "Files/FilesTesting.h"
 #include "Platform/Posix/PosixFiles.h"
+#include "RunTests.h"
 #include "Todos/Desk.h"
 #include "Todos/NativeFile.h"
 

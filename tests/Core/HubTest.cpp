@@ -1,9 +1,7 @@
-#pragma once
-
+#include "RunTests.h"
 #include "World.h"
 
 #include <QSignalSpy>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -148,4 +146,8 @@ private Q_SLOTS:
     }
 };
 
+const Registered<HubTest> registered;
+
 } // namespace velto
+
+#include "HubTest.moc"

@@ -1,5 +1,3 @@
-#pragma once
-
 #include "RunTests.h"
 #include "Tabs/Quillbox/VeltoSnapshot.h"
 
@@ -122,4 +120,8 @@ private Q_SLOTS:
     }
 };
 
+const Registered<SnapshotTest> registered;
+
 } // namespace velto
+
+#include "SnapshotTest.moc"

@@ -1,9 +1,7 @@
-#pragma once
-
+#include "RunTests.h"
 #include "Shell/PanelGeometry.h"
 
 #include <QPainterPath>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -80,4 +78,8 @@ private Q_SLOTS:
     }
 };
 
+const Registered<GeometryTest> registered;
+
 } // namespace velto
+
+#include "GeometryTest.moc"

@@ -1,6 +1,5 @@
-#pragma once
-
 #include "Everyday/Desk.h"
+#include "RunTests.h"
 
 namespace velto {
 
@@ -99,4 +98,8 @@ private Q_SLOTS:
     }
 };
 
+const Registered<FocusTest> registered;
+
 } // namespace velto
+
+#include "FocusTest.moc"

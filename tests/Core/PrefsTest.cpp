@@ -1,13 +1,11 @@
-#pragma once
-
 #include "Core/Prefs.h"
 #include "Platform/Fake/FakeClock.h"
 #include "Platform/Fake/FakePlatform.h"
 #include "Platform/Places.h"
+#include "RunTests.h"
 
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -121,4 +119,8 @@ private Q_SLOTS:
     }
 };
 
+const Registered<PrefsTest> registered;
+
 } // namespace velto
+
+#include "PrefsTest.moc"

@@ -1,12 +1,9 @@
-#pragma once
-
+#include "Shell/UI.h"
 #include "Core/Prefs.h"
 #include "Platform/Fake/FakeClock.h"
 #include "Platform/Fake/FakePlatform.h"
 #include "Platform/Places.h"
-#include "Shell/UI.h"
-
-#include <QTest>
+#include "RunTests.h"
 
 using namespace Qt::StringLiterals;
 
@@ -98,4 +95,8 @@ private Q_SLOTS:
     }
 };
 
+const Registered<UITest> registered;
+
 } // namespace velto
+
+#include "UITest.moc"

@@ -1,10 +1,8 @@
-#pragma once
-
+#include "Tabs/Quillbox/HubClient.h"
 #include "Core/Http.h"
 #include "HttpStandIn.h"
 #include "Platform/Posix/ThreadPoolBackground.h"
 #include "RunTests.h"
-#include "Tabs/Quillbox/HubClient.h"
 
 using namespace Qt::StringLiterals;
 
@@ -179,4 +177,8 @@ private Q_SLOTS:
     }
 };
 
+const Registered<HubClientTest> registered;
+
 } // namespace velto
+
+#include "HubClientTest.moc"

@@ -1,6 +1,5 @@
-#pragma once
-
 #include "Desk.h"
+#include "RunTests.h"
 
 #include <QJsonDocument>
 
@@ -166,4 +165,8 @@ private Q_SLOTS:
     }
 };
 
+const Registered<TokensTest> registered;
+
 } // namespace velto
+
+#include "TokensTest.moc"

@@ -1,6 +1,5 @@
-#pragma once
-
 #include "Everyday/Desk.h"
+#include "RunTests.h"
 
 namespace velto {
 
@@ -225,4 +224,8 @@ private Q_SLOTS:
     }
 };
 
+const Registered<CalendarTest> registered;
+
 } // namespace velto
+
+#include "CalendarTest.moc"

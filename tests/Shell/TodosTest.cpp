@@ -1,6 +1,5 @@
-#pragma once
-
 #include "App/AppDelegate.h"
+#include "RunTests.h"
 #include "Shell/CollapsedStrip.h"
 #include "Shell/PanelContents.h"
 #include "Shell/PanelKeys.h"
@@ -10,7 +9,6 @@
 
 #include <QQuickItem>
 #include <QQuickWindow>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -203,4 +201,8 @@ private Q_SLOTS:
     }
 };
 
+const Registered<TodosTest> registered;
+
 } // namespace velto
+
+#include "TodosTest.moc"

@@ -1,6 +1,5 @@
-#pragma once
-
 #include "Desk.h"
+#include "RunTests.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -165,4 +164,8 @@ private Q_SLOTS:
     }
 };
 
+const Registered<CalendarTest> registered;
+
 } // namespace velto
+
+#include "CalendarTest.moc"

@@ -1,8 +1,6 @@
-#pragma once
-
+#include "RunTests.h"
 #include "Signals/Desk.h"
 
-#include <QTest>
 #include <limits>
 
 namespace velto {
@@ -183,4 +181,8 @@ private Q_SLOTS:
     }
 };
 
+const Registered<SignalsSourceTest> registered;
+
 } // namespace velto
+
+#include "SourceTest.moc"

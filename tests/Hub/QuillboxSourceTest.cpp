@@ -1,5 +1,3 @@
-#pragma once
-
 #include "RunTests.h"
 #include "World.h"
 
@@ -242,4 +240,8 @@ private:
     }
 };
 
+const Registered<QuillboxSourceTest> registered;
+
 } // namespace velto
+
+#include "QuillboxSourceTest.moc"

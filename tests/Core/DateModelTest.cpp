@@ -1,5 +1,3 @@
-#pragma once
-
 #include "Core/DateModel.h"
 #include "Platform/Fake/FakeClock.h"
 #include "RunTests.h"
@@ -122,4 +120,8 @@ private Q_SLOTS:
     }
 };
 
+const Registered<DateModelTest> registered;
+
 } // namespace velto
+
+#include "DateModelTest.moc"

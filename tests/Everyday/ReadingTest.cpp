@@ -1,5 +1,3 @@
-#pragma once
-
 #include "Platform/Fake/FakeToolRunner.h"
 #include "RunTests.h"
 #include "Tabs/Home/GlanceReading.h"
@@ -91,4 +89,8 @@ private Q_SLOTS:
     }
 };
 
+const Registered<ReadingTest> registered;
+
 } // namespace velto
+
+#include "ReadingTest.moc"

@@ -1,10 +1,7 @@
-#pragma once
-
 #include "Core/PeekQueue.h"
 #include "Platform/Fake/FakeClock.h"
 #include "Platform/Fake/FakePlatform.h"
-
-#include <QTest>
+#include "RunTests.h"
 
 using namespace Qt::StringLiterals;
 
@@ -181,4 +178,8 @@ private Q_SLOTS:
     }
 };
 
+const Registered<PeekQueueTest> registered;
+
 } // namespace velto
+
+#include "PeekQueueTest.moc"

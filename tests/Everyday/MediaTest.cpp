@@ -1,6 +1,5 @@
-#pragma once
-
 #include "Everyday/Desk.h"
+#include "RunTests.h"
 
 namespace velto {
 
@@ -167,4 +166,8 @@ private Q_SLOTS:
     }
 };
 
+const Registered<MediaTest> registered;
+
 } // namespace velto
+
+#include "MediaTest.moc"

@@ -1,6 +1,5 @@
-#pragma once
-
 #include "Desk.h"
+#include "RunTests.h"
 #include "Tabs/Home/SignInListener.h"
 #include "Warnings.h"
 
@@ -248,4 +247,8 @@ private Q_SLOTS:
     }
 };
 
+const Registered<SignInTest> registered;
+
 } // namespace velto
+
+#include "SignInTest.moc"

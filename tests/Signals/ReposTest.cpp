@@ -1,10 +1,8 @@
-#pragma once
-
 #include "Platform/Fake/FakeToolRunner.h"
+#include "RunTests.h"
 #include "Signals/RepoTree.h"
 #include "Tabs/Home/RepoState.h"
 
-#include <QTest>
 #include <algorithm>
 
 namespace velto {
@@ -182,4 +180,8 @@ private:
     }
 };
 
+const Registered<ReposTest> registered;
+
 } // namespace velto
+
+#include "ReposTest.moc"

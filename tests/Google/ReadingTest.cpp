@@ -1,6 +1,5 @@
-#pragma once
-
 #include "Desk.h"
+#include "RunTests.h"
 #include "Tabs/Home/WorkError.h"
 
 #include <QJsonArray>
@@ -141,4 +140,8 @@ private Q_SLOTS:
     }
 };
 
+const Registered<ReadingTest> registered;
+
 } // namespace velto
+
+#include "ReadingTest.moc"

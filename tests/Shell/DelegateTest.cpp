@@ -1,14 +1,12 @@
-#pragma once
-
 #include "App/AppDelegate.h"
 #include "App/CommandLine.h"
+#include "RunTests.h"
 #include "Shell/CollapsedStrip.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/PeekLine.h"
 #include "Shell/UI.h"
 #include "World.h"
 
-#include <QTest>
 #include <QWindow>
 
 using namespace Qt::StringLiterals;
@@ -271,4 +269,8 @@ private Q_SLOTS:
     }
 };
 
+const Registered<DelegateTest> registered;
+
 } // namespace velto
+
+#include "DelegateTest.moc"

@@ -1,10 +1,8 @@
-#pragma once
-
 #include "Platform/Fake/FakeToolRunner.h"
+#include "RunTests.h"
 #include "Tabs/Home/McpHealth.h"
 
 #include <QFile>
-#include <QTest>
 
 namespace velto {
 
@@ -97,4 +95,8 @@ private Q_SLOTS:
     }
 };
 
+const Registered<McpTest> registered;
+
 } // namespace velto
+
+#include "McpTest.moc"
