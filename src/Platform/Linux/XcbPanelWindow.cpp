@@ -16,14 +16,21 @@ constexpr auto kWindowTypeProperty = "_q_xcb_wm_window_type";
 constexpr int kDesktop = 2; // what stands behind everything, wherever the user goes
 constexpr int kDock = 4; // compositors give a dock neither shadow nor fade
 
-/// Whether one of the program's own menus or tips is under the pointer.
+/// The program's own menus and tips that are on show.
+QWindowList ownPopups(const QWindow *panel)
+{
+    auto windows = QGuiApplication::allWindows();
+    windows.removeIf([&](const QWindow *window) {
+        const bool popup = window->type() == Qt::Popup || window->type() == Qt::ToolTip || window->transientParent() == panel;
+        return window == panel || !popup || !window->isVisible();
+    });
+    return windows;
+}
+
 bool overOwnPopup(const QWindow *panel, QPoint pointer)
 {
-    const auto windows = QGuiApplication::allWindows();
-    return std::any_of(windows.begin(), windows.end(), [&](const QWindow *window) {
-        const bool popup = window->type() == Qt::Popup || window->type() == Qt::ToolTip || window->transientParent() == panel;
-        return window != panel && popup && window->isVisible() && window->geometry().contains(pointer);
-    });
+    const auto popups = ownPopups(panel);
+    return std::any_of(popups.begin(), popups.end(), [&](const QWindow *popup) { return popup->geometry().contains(pointer); });
 }
 
 } // namespace
@@ -94,8 +101,12 @@ void XcbPanelWindow::place(const QRect &frame)
 
 void XcbPanelWindow::raise()
 {
-    if (m_window && m_window->isVisible())
-        m_window->raise();
+    if (!m_window || !m_window->isVisible())
+        return;
+    m_window->raise();
+    const auto popups = ownPopups(m_window);
+    for (auto *popup : popups)
+        popup->raise();
 }
 
 void XcbPanelWindow::rootChanged(xcb_atom_t property)

@@ -65,6 +65,19 @@ private Q_SLOTS:
         QCOMPARE(m_other->focus(), film);
         QCOMPARE(m_strip->position(), QPoint(495, 0));
     }
+    void staysBelowItsOwnMenu()
+    {
+        m_strip->show();
+        QTRY_COMPARE(m_other->top(), id());
+        QRasterWindow menu;
+        menu.setFlags(Qt::Popup);
+        menu.setGeometry(640, 10, 200, 100);
+        menu.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&menu));
+        m_panel->raise();
+        QTest::qWait(50);
+        QCOMPARE(m_other->top(), xcb_window_t(menu.winId()));
+    }
     void givesWayToOneThatInsists()
     {
         // The window manager has done all it had to do once it names this window.
