@@ -10,6 +10,7 @@
 #include "Tabs/Todos/TodosSource.h"
 
 #include <QCursor>
+#include <QPointer>
 #include <QWindow>
 
 using namespace std::chrono_literals;
@@ -50,7 +51,12 @@ void AppDelegate::showPanel()
 
 void AppDelegate::addStatusItem(StatusItem &item)
 {
-    connect(&m_needs.ui, &UI::menuWanted, this, [&item] { item.popUp(QCursor::pos()); });
+    connect(&m_needs.ui, &UI::menuWanted, this, [this, &item] {
+        item.popUp(QCursor::pos(), [ui = QPointer(&m_needs.ui)] {
+            if (ui)
+                ui->menuClosed();
+        });
+    });
     item.show(tr("Velto"),
               {
                   {tr("Open Velto"), {}, [this] { open(false); }},

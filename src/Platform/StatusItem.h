@@ -23,8 +23,8 @@ public:
 
     /// Puts the item into the tray now, or as soon as the desktop has one.
     virtual void show(const QString &description, std::vector<MenuItem> menu) = 0;
-    /// Opens the same menu at a place on the screen, for desktops without a tray.
-    virtual void popUp(QPoint position) = 0;
+    /// Opens the same menu at a place on the screen, for desktops without a tray. `closed` is called once, when it is gone.
+    virtual void popUp(QPoint position, std::function<void()> closed) = 0;
 };
 
 } // namespace velto

@@ -17,6 +17,7 @@ void UI::setExpanded(bool expanded)
 {
     if (expanded == m_expanded)
         return;
+    m_collapseTask.reset();
     m_expanded = expanded;
     Q_EMIT expandedChanged();
 }
@@ -55,7 +56,7 @@ void UI::setComposited(bool composited)
 
 bool UI::keptOpen() const
 {
-    return m_pinned || sheetOpen() || (unfinished && unfinished());
+    return m_pinned || m_menuOpen || sheetOpen() || (unfinished && unfinished());
 }
 
 void UI::pointerChanged(bool inside)
@@ -97,6 +98,19 @@ void UI::close()
     m_collapseTask.reset();
     setHovering(false);
     setExpanded(false);
+}
+
+void UI::askForMenu()
+{
+    m_menuOpen = true;
+    Q_EMIT menuWanted();
+}
+
+void UI::menuClosed()
+{
+    m_menuOpen = false;
+    if (!m_pointerInside)
+        pointerChanged(false);
 }
 
 void UI::focusLost()

@@ -55,8 +55,9 @@ public:
     /// The default action of assistive technology.
     Q_INVOKABLE void toggle();
     Q_INVOKABLE void close();
-    /// The user asked for the menu where the pointer is.
-    Q_INVOKABLE void askForMenu() { Q_EMIT menuWanted(); }
+    /// The user asked for the menu where the pointer is. The panel stays as it is until menuClosed().
+    Q_INVOKABLE void askForMenu();
+    void menuClosed();
     /// The user asked for the settings window.
     Q_INVOKABLE void askForSettings() { Q_EMIT settingsWanted(); }
     /// Somebody is about to type in the panel, which may have been opened without the keyboard.
@@ -90,6 +91,7 @@ private:
     bool m_focusOnOpen = false;
     bool m_composited = true;
     bool m_pointerInside = false;
+    bool m_menuOpen = false;
     int m_sheets = 0;
     QSizeF m_velto{185, 32};
     TimerHandle m_collapseTask;

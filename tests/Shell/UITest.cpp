@@ -80,6 +80,21 @@ private Q_SLOTS:
         QVERIFY(staysOpen());
         draft = false;
         QVERIFY(!staysOpen());
+        w.ui.askForMenu();
+        QVERIFY(staysOpen());
+        w.ui.menuClosed(); // with the pointer elsewhere
+        w.wait(400);
+        QVERIFY(!w.ui.expanded());
+    }
+
+    void leavingTheStripDoesNotCloseWhatAKeyOpensThen()
+    {
+        World w;
+        w.ui.pointerChanged(true);
+        w.ui.pointerChanged(false);
+        w.ui.openFocused();
+        w.wait(1000);
+        QVERIFY(w.ui.expanded());
     }
 
     void losingTheFocusClosesUnlessThePointerIsOverThePanel()

@@ -36,6 +36,8 @@ void TrayStatusItem::show(const QString &description, std::vector<MenuItem> menu
     m_items = std::move(menu);
     if (m_icon)
         m_icon->setContextMenu(nullptr);
+    if (m_menu)
+        m_menu->close();
     m_menu.reset();
     if (m_icon) {
         m_icon->setContextMenu(this->menu());
@@ -140,8 +142,9 @@ bool TrayStatusItem::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
-void TrayStatusItem::popUp(QPoint position)
+void TrayStatusItem::popUp(QPoint position, std::function<void()> closed)
 {
+    connect(menu(), &QMenu::aboutToHide, this, std::move(closed), Qt::SingleShotConnection);
     menu()->popup(position);
 }
 

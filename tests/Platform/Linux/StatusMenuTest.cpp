@@ -44,18 +44,18 @@ private Q_SLOTS:
     void keysAndEscape()
     {
         QVERIFY(!m_item->inTray());
-        m_item->popUp(QPoint(500, 40));
+        m_item->popUp(QPoint(500, 40), [] {});
         QTRY_VERIFY(menu() && menu()->windowHandle() && menu()->windowHandle()->isExposed());
         QCOMPARE(menu()->actions().at(2)->text(), u"Welcome && Setup…"_s);
         VirtualDesktop::act({u"key"_s, u"Escape"_s});
         QTRY_VERIFY(!menu());
         QVERIFY(m_chosen.isEmpty());
-        m_item->popUp(QPoint(500, 40));
+        m_item->popUp(QPoint(500, 40), [] {});
         QTRY_VERIFY(menu() && menu()->windowHandle()->isExposed());
         VirtualDesktop::act({u"key"_s, u"ctrl+q"_s});
         QTRY_COMPARE(m_chosen, QStringList{u"quit"_s});
         QVERIFY(!menu());
-        m_item->popUp(QPoint(500, 40));
+        m_item->popUp(QPoint(500, 40), [] {});
         QTRY_VERIFY(menu() && menu()->windowHandle()->isExposed());
         VirtualDesktop::act({u"key"_s, u"Down"_s, u"Down"_s, u"Return"_s});
         QTRY_COMPARE(m_chosen.last(), u"settings"_s);
@@ -65,7 +65,7 @@ private Q_SLOTS:
         OtherProgram other;
         const auto window = other.open(QRect(100, 300, 300, 200), QByteArray("w\0W\0", 4));
         QTRY_COMPARE(other.focus(), window);
-        m_item->popUp(QPoint(700, 40));
+        m_item->popUp(QPoint(700, 40), [] {});
         QTRY_VERIFY(menu() && menu()->windowHandle()->isExposed());
         VirtualDesktop::act({u"mousemove"_s, u"200"_s, u"400"_s, u"click"_s, u"1"_s});
         QTRY_VERIFY(!menu());
