@@ -6,8 +6,8 @@ Button {
     id: root
 
     property bool destructive: false
-    readonly property color ink: root.destructive ? (root.palette.window.hslLightness > 0.5 ? "#c62f28" : "#ff6b61")
-                                                  : root.highlighted ? root.palette.highlightedText : root.palette.buttonText
+    readonly property color ink: root.destructive ? (root.palette.active.window.hslLightness > 0.5 ? "#c62f28" : "#ff6b61")
+                                                  : root.highlighted ? root.palette.active.highlightedText : root.palette.active.buttonText
 
     implicitHeight: Math.round(contentItem.implicitHeight + 12)
     leftPadding: 14
@@ -16,6 +16,7 @@ Button {
     Accessible.ignored: !root.visible
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
+    // Fades as a whole: the colours are those of an enabled one, as a palette fades its disabled ones with some versions only.
     opacity: root.enabled ? 1 : 0.5
 
     background: FormFrame {
@@ -28,7 +29,7 @@ Button {
         wrapMode: Text.NoWrap
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
-        color: root.flat ? root.palette.link : root.ink
+        color: root.flat ? root.palette.active.link : root.ink
         Accessible.ignored: true
     }
 }

@@ -11,10 +11,10 @@ Rectangle {
     readonly property bool hovered: root.control.hovered
 
     radius: 6
-    color: root.filled ? Qt.darker(root.palette.highlight, root.down ? 1.15 : root.hovered ? 1.06 : 1)
-                       : Qt.alpha(root.palette.windowText, root.down ? 0.16 : root.hovered ? 0.11 : root.flat ? 0 : 0.07)
+    color: root.filled ? Qt.darker(root.palette.active.highlight, root.down ? 1.15 : root.hovered ? 1.06 : 1)
+                       : Qt.alpha(root.palette.active.windowText, root.down ? 0.16 : root.hovered ? 0.11 : root.flat ? 0 : 0.07)
     border.width: root.flat || root.filled ? 0 : 1
-    border.color: Qt.alpha(root.palette.windowText, 0.14)
+    border.color: Qt.alpha(root.palette.active.windowText, 0.14)
 
     Rectangle {
         anchors.fill: parent
@@ -24,6 +24,6 @@ Rectangle {
         radius: root.radius - anchors.margins
         color: "transparent"
         border.width: 2
-        border.color: root.palette.highlight
+        border.color: root.palette.active.highlight
     }
 }
