@@ -12,6 +12,25 @@
 
 namespace velto {
 
+namespace {
+
+/// The first item in sight below `root` with this property true; null if there is none.
+QQuickItem *shownWith(const char *property, const QQuickItem *root)
+{
+    const auto children = root->childItems();
+    for (QQuickItem *child : children) {
+        if (!child->isVisible())
+            continue;
+        if (child->property(property).toBool())
+            return child;
+        if (QQuickItem *found = shownWith(property, child))
+            return found;
+    }
+    return nullptr;
+}
+
+} // namespace
+
 PanelKeys::PanelKeys(QQuickWindow &window, UI &ui, PanelContents &contents, Hub &hub, QObject *parent)
     : QObject(parent)
     , m_window(window)
@@ -63,6 +82,15 @@ void PanelKeys::leaveHidden()
             clearFocus();
     };
     QMetaObject::invokeMethod(this, leave, Qt::QueuedConnection);
+}
+
+/// Up and Down go to the rows of the page, wherever the keyboard was.
+void PanelKeys::enterPage()
+{
+    const QQuickItem *focused = m_window.activeFocusItem();
+    QQuickItem *page = shownWith("takesArrows", m_window.contentItem());
+    if (page && page != focused && !(focused && page->isAncestorOf(focused)))
+        page->forceActiveFocus(Qt::OtherFocusReason);
 }
 
 void PanelKeys::escape()
@@ -124,8 +152,11 @@ bool PanelKeys::eventFilter(QObject *watched, QEvent *event)
             escape();
     } else if (modifiers == Qt::ControlModifier) {
         control(key);
-    } else if (modifiers == Qt::NoModifier && onTodos() && !m_ui.sheetOpen()) {
-        todosPlain(key);
+    } else if (modifiers == Qt::NoModifier && !m_ui.sheetOpen()) {
+        if (onTodos())
+            todosPlain(key);
+        else if (key.key() == Qt::Key_Down || key.key() == Qt::Key_Up)
+            enterPage();
     }
     return QObject::eventFilter(watched, event);
 }

@@ -28,6 +28,7 @@ private:
     void control(const QKeyEvent &key);
     void todosControl(const QKeyEvent &key);
     void todosPlain(const QKeyEvent &key);
+    void enterPage();
     bool onTodos() const;
     bool textFieldFocused() const;
     bool focusTakesReturn() const;

@@ -1,5 +1,8 @@
 #include "HomeView/TabPage.h"
 
+#include "Shell/PanelContents.h"
+#include "Shell/PanelKeys.h"
+
 #include <QQuickItem>
 
 using namespace Qt::StringLiterals;
@@ -51,6 +54,13 @@ private Q_SLOTS:
         QCOMPARE(faults, QStringList());
         QVERIFY(round.size() >= 12);
         QVERIFY2(!round.filter(u"Join: Review"_s).isEmpty(), qPrintable(round.join(u" / "_s)));
+
+        // From the header, and from nowhere, Down goes to the first row.
+        PanelContents contents(m_world->hub);
+        const PanelKeys keys(*m_view, *m_ui, contents, m_world->hub);
+        m_view->activeFocusItem()->setFocus(false);
+        press(Qt::Key_Down);
+        QCOMPARE(focused(), u"1 todo is overdue, Call the bank"_s);
 
         // Down and Up go from row to row, Return does what the row's button does.
         named(u"1 todo is overdue, Call the bank"_s)->forceActiveFocus();

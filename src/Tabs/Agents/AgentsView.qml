@@ -9,6 +9,7 @@ FocusScope {
 
     required property AgentsSource source
     required property UI ui
+    readonly property bool takesArrows: true
 
     Component.onCompleted: {
         if (!root.source.scanned)

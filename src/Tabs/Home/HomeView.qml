@@ -9,6 +9,7 @@ FocusScope {
 
     required property HomeSource source
     required property UI ui
+    readonly property bool takesArrows: true
 
     readonly property list<color> tones: [Theme.coral, Theme.amber, Theme.ice, Theme.glassTertiary]
 

@@ -9,6 +9,7 @@ FocusScope {
 
     required property QuillboxSource source
     required property UI ui
+    readonly property bool takesArrows: true
 
     // The arrows go from row to row, and from the first one back up to the card.
     function step(by: int): void {
