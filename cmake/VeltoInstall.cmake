@@ -12,6 +12,7 @@ set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_
 set(from ${PROJECT_SOURCE_DIR}/packaging)
 set(made ${PROJECT_BINARY_DIR}/packaging)
 configure_file(${from}/velto.desktop.in ${made}/${VELTO_APPLICATION_ID}.desktop @ONLY)
+set(VELTO_HOMEPAGE "https://velto.invalid/" CACHE STRING "The project's own page, as software centres show it")
 configure_file(${from}/velto.metainfo.xml.in ${made}/${VELTO_APPLICATION_ID}.metainfo.xml @ONLY)
 configure_file(${from}/velto.1.in ${made}/velto.1 @ONLY)
 
