@@ -4,6 +4,7 @@
 #include "Core/Prefs.h"
 
 #include <array>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -36,6 +37,7 @@ QString TokenSettings::jiraSite() const
 
 void TokenSettings::setJiraSite(const QString &site)
 {
+    m_unread = m_unread || site != m_prefs.jiraSite();
     m_prefs.setJiraSite(site);
 }
 
@@ -46,7 +48,14 @@ QString TokenSettings::jiraEmail() const
 
 void TokenSettings::setJiraEmail(const QString &email)
 {
+    m_unread = m_unread || email != m_prefs.jiraEmail();
     m_prefs.setJiraEmail(email);
+}
+
+void TokenSettings::readAnew()
+{
+    if (std::exchange(m_unread, false))
+        m_hub.refresh(true);
 }
 
 void TokenSettings::save(const QString &name, const QString &token)
@@ -72,8 +81,10 @@ QCoro::Task<> TokenSettings::put(QString name, std::optional<QString> token)
     if (life.expired())
         co_return;
     co_await look();
-    if (!life.expired())
-        m_hub.refresh(true);
+    if (life.expired())
+        co_return;
+    m_unread = false;
+    m_hub.refresh(true);
 }
 
 QCoro::Task<> TokenSettings::look()

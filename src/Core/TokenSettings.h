@@ -30,6 +30,8 @@ public:
     void setJiraSite(const QString &site);
     QString jiraEmail() const;
     void setJiraEmail(const QString &email);
+    /// The site and the address are typed: reads anew if one of them is another than when it was last read.
+    Q_INVOKABLE void readAnew();
     int revision() const { return m_revision; }
 
     /// How many of the tools have a token, as of the last look.
@@ -38,7 +40,7 @@ public:
     /// Trims and stores it and reads anew; nothing happens if nothing is left.
     Q_INVOKABLE void save(const QString &name, const QString &token);
     Q_INVOKABLE void remove(const QString &name);
-    /// Asks the keyring; called as the pane comes up.
+    /// Asks the keyring; called as the pane comes up and when the user comes back to it.
     Q_INVOKABLE void reread();
 
 Q_SIGNALS:
@@ -54,6 +56,7 @@ private:
     std::shared_ptr<const bool> m_life = std::make_shared<bool>(true); ///< ends with this object
     QSet<QString> m_saved;
     int m_revision = 0;
+    bool m_unread = false; ///< the site or the address was changed
 };
 
 } // namespace velto

@@ -8,6 +8,7 @@ SettingsPane {
     readonly property ClaudeSettings claude: root.store.claude
 
     Component.onCompleted: root.claude.reread()
+    onReturned: root.claude.reread()
 
     FormSection {
         title: qsTr("Claude Code")

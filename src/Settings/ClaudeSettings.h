@@ -35,7 +35,7 @@ public:
     Q_INVOKABLE QString preview() const;
     Q_INVOKABLE void connectHooks();
     Q_INVOKABLE void disconnectHooks();
-    /// Looks at the disk again; called as the pane comes up.
+    /// Looks at the disk again; called as the pane comes up and when the user comes back to it.
     Q_INVOKABLE void reread() { Q_EMIT changed(); }
 
 Q_SIGNALS:

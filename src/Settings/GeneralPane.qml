@@ -8,6 +8,7 @@ SettingsPane {
     readonly property GeneralSettings general: root.store.general
 
     Component.onCompleted: root.general.reread()
+    onReturned: root.general.reread()
 
     FormSection {
         title: qsTr("Mode")

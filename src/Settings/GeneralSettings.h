@@ -69,7 +69,7 @@ public:
 
     /// Whether the global key is ours; known once it has been asked for.
     void setHotKeyRegistered(bool registered);
-    /// Reads what may have changed behind its back; called as the window comes up.
+    /// Reads what may have changed behind its back; called as the pane comes up and when the user comes back to it.
     Q_INVOKABLE void reread();
 
 Q_SIGNALS:

@@ -8,6 +8,7 @@ SettingsPane {
     readonly property QuillboxSettings quillbox: root.store.quillbox
 
     Component.onCompleted: root.quillbox.reread()
+    onReturned: root.quillbox.reread()
 
     FormSection {
         title: qsTr("Quillbox")

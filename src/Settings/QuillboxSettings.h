@@ -51,7 +51,7 @@ public:
     Q_INVOKABLE void test();
     /// Forgets the address and the token, and the tokens of the work tools with them.
     Q_INVOKABLE void disconnectHub();
-    /// Asks the keyring; called as the pane comes up.
+    /// Asks the keyring; called as the pane comes up and when the user comes back to it.
     Q_INVOKABLE void reread();
 
 Q_SIGNALS:

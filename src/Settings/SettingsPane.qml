@@ -9,6 +9,9 @@ Flickable {
     property int margin: 24
     property int gap: 18
 
+    /// The user came back to the window: what is shown may have changed behind its back.
+    signal returned
+
     contentWidth: width
     contentHeight: column.height
     boundsBehavior: Flickable.StopAtBounds
@@ -34,6 +37,10 @@ Flickable {
         target: root.Window.window
         function onActiveFocusItemChanged(): void {
             root.follow(root.Window.window.activeFocusItem);
+        }
+        function onActiveChanged(): void {
+            if (root.Window.window.active)
+                root.returned();
         }
     }
 

@@ -59,6 +59,9 @@ ApplicationWindow {
         anchors.fill: parent
         margin: 28
         gap: 16
+        // The default button's, unless what has the focus takes it.
+        Keys.onReturnPressed: root.store.finish()
+        Keys.onEnterPressed: root.store.finish()
 
         Column {
             width: parent.width

@@ -9,6 +9,7 @@ SettingsPane {
     readonly property TokenSettings tokens: root.store.tokens
 
     Component.onCompleted: root.tokens.reread()
+    onReturned: root.tokens.reread()
 
     FormSection {
         title: qsTr("Linear")
@@ -33,6 +34,7 @@ SettingsPane {
                 placeholderText: "your-team.atlassian.net"
                 stored: root.tokens.jiraSite
                 onTyped: text => root.tokens.jiraSite = text
+                onEditingFinished: root.tokens.readAnew()
             }
         }
         FormRow {
@@ -45,6 +47,7 @@ SettingsPane {
                 inputMethodHints: Qt.ImhEmailCharactersOnly
                 stored: root.tokens.jiraEmail
                 onTyped: text => root.tokens.jiraEmail = text
+                onEditingFinished: root.tokens.readAnew()
             }
         }
         TokenRow {

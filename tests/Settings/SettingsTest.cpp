@@ -122,6 +122,10 @@ private Q_SLOTS:
         QCOMPARE(desk.refreshes([&] { tokens.remove(u"Velto.linear"_s); }), 1);
         QVERIFY(!tokens.isSaved(u"Velto.linear"_s));
         QVERIFY(!desk.keychain.get(u"Velto.linear"_s));
+
+        tokens.setJiraSite(u"acme.atlassian.net"_s);
+        QCOMPARE(desk.refreshes([&] { tokens.readAnew(); }), 1);
+        QCOMPARE(desk.refreshes([&] { tokens.readAnew(); }), 0);
     }
 
     void aHubIsKeptOnceItTookTheToken()

@@ -105,6 +105,28 @@ private Q_SLOTS:
         QVERIFY(!m_desk->prefs.isOn(Prefs::Module::Todos));
     }
 
+    void whatChangedMeanwhileShowsOnReturn()
+    {
+        openPane(2);
+        QVERIFY(named(u"Connect…"_s));
+        m_window->close();
+        QVERIFY(QDir(m_desk->folder.path()).rmdir(u".claude"_s));
+        m_window->show();
+        m_window->requestActivate();
+        QTRY_VERIFY(!named(u"Connect…"_s)->isEnabled());
+    }
+
+    void returnStartsFromAnywhereInTheWelcome()
+    {
+        m_welcome = std::make_unique<Welcome>(m_desk->welcome);
+        const QSignalSpy done(m_welcome.get(), &Welcome::done);
+        open("WelcomeWindow.qml", m_welcome.get());
+        m_window->requestActivate();
+        named(u"Todos"_s)->forceActiveFocus(Qt::TabFocusReason);
+        QTest::keyClick(m_window.get(), Qt::Key_Return);
+        QCOMPARE(done.count(), 1);
+    }
+
     void theResetIsAskedForTwice()
     {
         const QSignalSpy quit(m_desk->settings.about(), &AboutSettings::quitWanted);
