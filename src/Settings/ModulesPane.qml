@@ -55,12 +55,18 @@ SettingsPane {
                 FormButton {
                     text: qsTr("Remove")
                     Accessible.name: qsTr("Remove %1").arg(place.shown)
-                    onClicked: root.modules.removeFolder(place.folder)
+                    onClicked: {
+                        if (visualFocus)
+                            add.forceActiveFocus(Qt.TabFocusReason);
+                        root.modules.removeFolder(place.folder);
+                    }
                 }
             }
         }
         FormRow {
             FormButton {
+                id: add
+
                 text: qsTr("Add folder…")
                 onClicked: root.modules.chooseFolders()
             }

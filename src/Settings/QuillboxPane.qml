@@ -28,6 +28,8 @@ SettingsPane {
             title: qsTr("Hub address")
 
             Field {
+                id: address
+
                 width: 300
                 label: qsTr("Hub address")
                 placeholderText: "https://quillbox.example.com"
@@ -59,7 +61,10 @@ SettingsPane {
             FormButton {
                 visible: root.quillbox.canDisconnect
                 text: qsTr("Disconnect")
-                onClicked: root.quillbox.disconnectHub()
+                onClicked: {
+                    root.quillbox.disconnectHub();
+                    address.forceActiveFocus();
+                }
             }
             FormButton {
                 enabled: root.quillbox.canTest

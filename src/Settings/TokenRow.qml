@@ -2,7 +2,8 @@ import QtQuick
 import Velto.Settings
 import Velto.Stores
 
-/// One secret: paste it, save it, remove it. What is stored is never shown.
+/// One secret: paste it, save it, remove it. What is stored is never shown. The buttons go when they have done their work, and
+/// the keyboard goes to the field.
 FormRow {
     id: root
 
@@ -14,6 +15,7 @@ FormRow {
     function save(): void {
         root.tokens.save(root.name, field.text);
         field.clear();
+        field.forceActiveFocus();
     }
 
     title: root.label
@@ -36,7 +38,10 @@ FormRow {
         visible: root.saved
         text: qsTr("Remove")
         Accessible.name: qsTr("Remove %1").arg(root.label)
-        onClicked: root.tokens.remove(root.name)
+        onClicked: {
+            root.tokens.remove(root.name);
+            field.forceActiveFocus();
+        }
     }
     FormButton {
         id: keep

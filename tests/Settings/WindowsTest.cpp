@@ -116,6 +116,21 @@ private Q_SLOTS:
         QTRY_VERIFY(!named(u"Connect…"_s)->isEnabled());
     }
 
+    void theKeyboardStaysWhereAButtonWent()
+    {
+        openPane(3);
+        named(u"Linear API key, Paste here"_s)->forceActiveFocus(Qt::TabFocusReason);
+        m_window->requestActivate();
+        for (const Qt::Key key : {Qt::Key_X, Qt::Key_Tab, Qt::Key_Return})
+            QTest::keyClick(m_window.get(), key);
+        m_desk->background.finishAll();
+        QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Linear API key, Saved"_s);
+        QTest::keyClick(m_window.get(), Qt::Key_Tab);
+        QTest::keyClick(m_window.get(), Qt::Key_Return);
+        m_desk->background.finishAll();
+        QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Linear API key, Paste here"_s);
+    }
+
     void returnStartsFromAnywhereInTheWelcome()
     {
         m_welcome = std::make_unique<Welcome>(m_desk->welcome);
