@@ -72,7 +72,7 @@ QString helpText()
                                        "  --site-preview FILE   write a picture of the panel with made-up content and end\n"
                                        "  --test-backdrop KIND  start on a background: light, color or dark\n"
                                        "\n"
-                                       "If Velto runs already, it opens its panel and does what the options say.\n"
+                                       "If Velto runs already, that one does what the options say, or opens its panel.\n"
                                        "Rest the pointer on the strip, or press Control-Alt-N, to open the panel.\n");
 }
 
