@@ -25,6 +25,7 @@ AppDelegate::AppDelegate(Needs needs, QObject *parent)
     connect(&m_needs.ui, &UI::expandedChanged, this, &AppDelegate::expandedChanged);
     connect(&m_needs.ui, &UI::hoveringChanged, this, &AppDelegate::hoveringChanged);
     m_needs.ui.unfinished = [&hub = m_needs.hub] { return hub.todos()->draft().has_value(); };
+    m_needs.ui.pointerOnStrip = [this] { return stripRow().contains(QCursor::pos()); };
     connect(&m_needs.ui, &UI::keyboardWanted, this, [this] { m_needs.panelWindow.takeFocus(); });
     connect(&m_needs.ui, &UI::settingsWanted, this, &AppDelegate::showSettings);
     connect(&m_needs.hub, &Hub::peekChanged, this, &AppDelegate::peekChanged);
@@ -150,6 +151,17 @@ void AppDelegate::layout(bool animated)
         m_shrink = m_needs.clock.after(kSpringTime, [this] { layout(false); });
     else
         place(target);
+}
+
+QRect AppDelegate::stripRow() const
+{
+    if (!m_frame || m_needs.ui.expanded())
+        return {};
+    const QSizeF housing = m_needs.ui.velto();
+    QRectF row({}, QSizeF(panelSize(housing, m_needs.outline.panelSize()).width(), housing.height()));
+    row.moveCenter(m_frame->center());
+    row.moveTop(m_frame->top());
+    return row.toAlignedRect();
 }
 
 void AppDelegate::place(const QRect &frame)

@@ -72,6 +72,8 @@ Q_SIGNALS:
 private:
     void layout(bool animated);
     void place(const QRect &frame);
+    /// Where the strip row is while the panel is closed; empty while it is open or hidden.
+    QRect stripRow() const;
     void expandedChanged();
     void peekChanged();
     void hoveringChanged();

@@ -4,7 +4,6 @@
 #include "Design/Theme.h"
 #include "Platform/Activation.h"
 #include "Platform/Posix/PosixLoopbackServer.h"
-#include "Tabs/Todos/TodosSource.h"
 
 #include <QApplication>
 #include <QQmlEngine>
@@ -57,7 +56,6 @@ Program::Program(CommandLine commandLine, Activation &activation)
         &m_panel, &QQuickWindow::frameSwapped, &m_delegate, [this] { painted(); },
         Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
     m_panel.engine()->addImportPath(u"qrc:/qt/qml"_s);
-    m_ui.unfinished = [this] { return m_stores.hub.todos()->draft().has_value(); };
     if (m_commandLine.testBackdrop)
         showBackdrop(*m_commandLine.testBackdrop);
     showPanel();

@@ -20,6 +20,16 @@ void UI::setExpanded(bool expanded)
     m_collapseTask.reset();
     m_expanded = expanded;
     Q_EMIT expandedChanged();
+    if (!m_expanded)
+        awaitPointerGone();
+}
+
+void UI::awaitPointerGone()
+{
+    if (pointerOnStrip && pointerOnStrip())
+        m_staysClosed = m_clock.after(kLook, [this] { awaitPointerGone(); });
+    else
+        m_staysClosed.reset();
 }
 
 void UI::setPinned(bool pinned)
@@ -74,7 +84,7 @@ void UI::pointerChanged(bool inside)
 void UI::stripEntered()
 {
     m_collapseTask.reset();
-    if (m_expanded || m_prefs.openMode() != Prefs::OpenMode::Hover)
+    if (m_expanded || m_staysClosed || m_prefs.openMode() != Prefs::OpenMode::Hover)
         return;
     m_focusOnOpen = false;
     setHovering(false);

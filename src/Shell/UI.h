@@ -22,6 +22,8 @@ class UI : public QObject {
 public:
     /// How long the pointer may be away before the panel closes.
     static constexpr std::chrono::milliseconds kLeave{400};
+    /// How often it is looked whether the pointer under which the panel was closed has gone.
+    static constexpr std::chrono::milliseconds kLook{300};
 
     UI(Clock &clock, const Prefs &prefs, QObject *parent = nullptr);
 
@@ -41,6 +43,8 @@ public:
 
     /// Something unfinished in the panel keeps it open: a todo being written, or a sheet.
     std::function<bool()> unfinished;
+    /// Whether the pointer is over the strip row in truth. What the window hears of it is late while its size changes.
+    std::function<bool()> pointerOnStrip;
     Q_INVOKABLE void sheetOpened() { ++m_sheets; }
     Q_INVOKABLE void sheetClosed() { --m_sheets; }
     bool sheetOpen() const { return m_sheets > 0; }
@@ -48,7 +52,7 @@ public:
     bool pointerInside() const { return m_pointerInside; }
     /// The pointer came to the window or left it.
     Q_INVOKABLE void pointerChanged(bool inside);
-    /// The pointer came to the strip row itself.
+    /// The pointer came to the strip row itself. One that was there when the panel closed hasn't come.
     Q_INVOKABLE void stripEntered();
     /// The strip was pressed.
     Q_INVOKABLE void tapped();
@@ -82,6 +86,7 @@ Q_SIGNALS:
 
 private:
     bool keptOpen() const;
+    void awaitPointerGone();
 
     Clock &m_clock;
     const Prefs &m_prefs;
@@ -95,6 +100,7 @@ private:
     int m_sheets = 0;
     QSizeF m_velto{185, 32};
     TimerHandle m_collapseTask;
+    TimerHandle m_staysClosed; ///< while the pointer is where the panel was closed under it
 };
 
 } // namespace velto

@@ -42,6 +42,24 @@ private Q_SLOTS:
         QVERIFY(!w.ui.expanded());
     }
 
+    void whatWasClosedUnderThePointerStaysClosedUntilItComesAnew()
+    {
+        World w;
+        bool there = true;
+        w.ui.pointerOnStrip = [&there] { return there; };
+        w.ui.stripEntered();
+        QVERIFY(w.ui.expanded());
+        w.ui.close(); // with a key
+        w.wait(5000);
+        w.ui.stripEntered(); // the window has become smaller
+        QVERIFY(!w.ui.expanded());
+        there = false;
+        w.wait(300);
+        there = true;
+        w.ui.stripEntered();
+        QVERIFY(w.ui.expanded());
+    }
+
     void clickModeOpensOnATapOnly()
     {
         World w;
