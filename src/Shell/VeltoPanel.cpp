@@ -3,6 +3,8 @@
 #include "Shell/PanelOutline.h"
 #include "Shell/UI.h"
 
+#include <QCursor>
+#include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPainterPath>
 #include <QQuickItem>
@@ -95,6 +97,18 @@ void VeltoPanel::resizeEvent(QResizeEvent *event)
 {
     QQuickView::resizeEvent(event);
     outlineMoved();
+    lookForPointer();
+}
+
+// A pointer that rests says nothing, and the toolkit goes on to think of it where it was in a window of the old size: a tab far
+// from it would light up.
+void VeltoPanel::lookForPointer()
+{
+    if (!m_ui.pointerInside() || QGuiApplication::mouseButtons() != Qt::NoButton)
+        return;
+    const QPointF place = QCursor::pos();
+    QMouseEvent move(QEvent::MouseMove, mapFromGlobal(place), place, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(this, &move);
 }
 
 } // namespace velto

@@ -29,6 +29,7 @@ private:
     void outlineMoved();
     QRegion wantedMask() const;
     void cut();
+    void lookForPointer();
 
     Clock &m_clock;
     UI &m_ui;
