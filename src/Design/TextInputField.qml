@@ -22,6 +22,8 @@ FocusScope {
 
     /// The user changed the text.
     signal edited(string text)
+    /// Return, or the keyboard went elsewhere.
+    signal finished
     /// Return. It goes on to what stands around the field.
     signal accepted
 
@@ -91,6 +93,7 @@ FocusScope {
         Accessible.description: root.prompt === root.label ? "" : root.prompt
         Accessible.editable: true
         Accessible.focusable: true
+        onEditingFinished: root.finished()
         onTextEdited: root.edited(input.text)
         onAccepted: root.accepted()
     }

@@ -39,6 +39,7 @@ GlassCard {
             prompt: qsTr("Jira email")
             text: root.source.tokens.jiraEmail
             onEdited: text => root.source.tokens.jiraEmail = text
+            onFinished: root.source.tokens.readAnew()
         }
         TextInputField {
             width: (jira.width - 8) / 2
@@ -46,6 +47,7 @@ GlassCard {
             prompt: qsTr("Jira site (%1)").arg("your-team.atlassian.net")
             text: root.source.tokens.jiraSite
             onEdited: text => root.source.tokens.jiraSite = text
+            onFinished: root.source.tokens.readAnew()
         }
     }
     TokenRow {
