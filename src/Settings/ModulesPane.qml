@@ -53,10 +53,12 @@ SettingsPane {
                 title: place.shown
 
                 FormButton {
+                    id: remove
+
                     text: qsTr("Remove")
                     Accessible.name: qsTr("Remove %1").arg(place.shown)
                     onClicked: {
-                        if (visualFocus)
+                        if (remove.visualFocus)
                             add.forceActiveFocus(Qt.TabFocusReason);
                         root.modules.removeFolder(place.folder);
                     }
