@@ -73,6 +73,8 @@ void UI::pointerChanged(bool inside)
 {
     m_pointerInside = inside;
     m_collapseTask.reset();
+    if (m_staysClosed)
+        awaitPointerGone();
     if (inside)
         return;
     m_collapseTask = m_clock.after(kLeave, [this] {

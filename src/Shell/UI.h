@@ -22,8 +22,8 @@ class UI : public QObject {
 public:
     /// How long the pointer may be away before the panel closes.
     static constexpr std::chrono::milliseconds kLeave{400};
-    /// How often it is looked whether the pointer under which the panel was closed has gone.
-    static constexpr std::chrono::milliseconds kLook{300};
+    /// How often it is looked whether the pointer under which the panel was closed has gone, should its going go unheard.
+    static constexpr std::chrono::milliseconds kLook{1000};
 
     UI(Clock &clock, const Prefs &prefs, QObject *parent = nullptr);
 
