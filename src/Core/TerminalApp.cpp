@@ -113,8 +113,14 @@ bool isSessionId(const QString &text)
 
 QString shellQuoted(const QString &text)
 {
-    QString inner = text;
-    inner.replace(u'\'', R"('\'')"_L1);
+    QString inner;
+    for (const QChar c : text) {
+        // fish takes a backslash for an escape within quotes too, so it stands outside of them, as the quotes do.
+        if (c == u'\'' || c == u'\\')
+            inner += R"('\)"_L1 + c + u'\'';
+        else
+            inner += c;
+    }
     return u'\'' + inner + u'\'';
 }
 

@@ -40,7 +40,7 @@ private:
 
 /// Whether `text` is a session id that may stand unquoted in a command line.
 bool isSessionId(const QString &text);
-/// `text` as one word of a shell command line.
+/// `text` as one word of a command line, for the shells of the Bourne family and for fish.
 QString shellQuoted(const QString &text);
 
 } // namespace velto

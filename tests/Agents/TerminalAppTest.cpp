@@ -4,6 +4,7 @@
 #include "RunTests.h"
 
 #include <QProcess>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
@@ -63,15 +64,24 @@ private Q_SLOTS:
         }
     }
 
+    void aFolderWithAnyNameIsOneWordForTheShell_data()
+    {
+        QTest::addColumn<QString>("program");
+        for (const auto *program : {"sh", "bash", "zsh", "fish"})
+            QTest::newRow(program) << QString::fromLatin1(program);
+    }
     void aFolderWithAnyNameIsOneWordForTheShell()
     {
-        const QString folder = m_folder.path() + u"/it's \"a\" $(touch no) `x`\n; \\ -%1"_s;
+        QFETCH(QString, program);
+        if (QStandardPaths::findExecutable(program).isEmpty())
+            QSKIP("not installed");
+        const QString folder = m_folder.path() + u"/it's \"a\" $(touch no) `x`\n; \\ -%1\\'; echo no #"_s;
         QVERIFY(QDir().mkpath(folder));
         QVERIFY(m_terminal.resumeClaude(m_session, folder));
         QString command = m_terminals.launched.front().second;
         command.replace(u"claude --resume "_s, u"pwd #"_s);
         QProcess shell;
-        shell.start(u"sh"_s, {u"-c"_s, command});
+        shell.start(program, {u"-c"_s, command});
         QVERIFY(shell.waitForFinished());
         QCOMPARE(QString::fromUtf8(shell.readAllStandardOutput()), folder + u'\n');
     }
