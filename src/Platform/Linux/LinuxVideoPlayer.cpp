@@ -77,6 +77,8 @@ void LinuxVideoPlayer::open(const QString &html, const QUrl &base, quintptr wind
             ended(false);
     });
     m_process->start(program(), {});
+    if (!m_process) // it couldn't even be tried, and that has been told
+        return;
     QJsonObject first = written(place);
     first.insert(u"html"_s, html);
     first.insert(u"base"_s, base.toString());
