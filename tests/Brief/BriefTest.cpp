@@ -238,6 +238,9 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::newRow("no budget") << qint64(5) << qint64(0) << 700 << QString();
         QTest::newRow("reached") << qint64(1'000'000) << qint64(1'000'000) << 700 << u"Daily budget of 1.0M reached"_s;
+        constexpr auto kMost = std::numeric_limits<qint64>::max(); // a log may hold any number
+        QTest::newRow("more than can be counted") << kMost << kMost << 700 << u"Daily budget of 9223372036854.8M reached"_s;
+        QTest::newRow("less than nothing") << -kMost << qint64(100'000) << 700 << u"100k left of today's 100k"_s;
         QTest::newRow("early") << qint64(1000) << qint64(100'000) << 600 << u"99k left of today's 100k"_s;
         QTest::newRow("on pace") << qint64(10) << qint64(1'000'000) << 601 << u"On pace to stay under your 1.0M budget today"_s;
         QTest::newRow("will reach it") << qint64(50'000) << qint64(100'000) << 3600
@@ -252,6 +255,7 @@ private Q_SLOTS:
         const QDateTime now(QDate(2026, 11, 21), QTime(10, 0));
         TokenUsage usage;
         usage.input = used;
+        usage.output = used == std::numeric_limits<qint64>::max() ? used : 0;
         usage.cacheRead = 1'000'000'000; // doesn't count
         usage.first = now.addSecs(-elapsed);
         QTEST(pace(usage, budget, now).value_or(QString()), "text");

@@ -3,6 +3,7 @@
 #include "Core/Process.h"
 
 #include <QCoreApplication>
+#include <algorithm>
 
 namespace velto {
 
@@ -30,14 +31,14 @@ QString projected(qint64 used, qint64 left, double elapsed, const QString &budge
 
 qint64 budgeted(const TokenUsage &usage)
 {
-    return usage.input + usage.output + usage.cacheWrite;
+    return sumOf(sumOf(usage.input, usage.output), usage.cacheWrite);
 }
 
 std::optional<QString> pace(const TokenUsage &usage, qint64 budget, const QDateTime &now)
 {
     if (budget < 1 || !usage.first)
         return std::nullopt;
-    const qint64 used = budgeted(usage);
+    const qint64 used = std::max<qint64>(budgeted(usage), 0);
     if (used >= budget)
         return tr("Daily budget of %1 reached").arg(compact(budget));
     const qint64 left = budget - used;

@@ -3,11 +3,11 @@
 #include "Platform/Background.h"
 #include "Platform/Clock.h"
 #include "Platform/ToolRunner.h"
+#include "Tabs/Home/Pace.h"
 
 #include <QFileInfo>
 #include <algorithm>
 #include <iterator>
-#include <limits>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -21,15 +21,6 @@ template <typename T> QList<T> members(const QList<T> &all, bool (T::*belongs)()
     QList<T> result;
     std::ranges::copy_if(all, std::back_inserter(result), belongs);
     return result;
-}
-
-/// Logs may hold any number: a sum stops at what it can hold.
-qint64 sum(qint64 a, qint64 b)
-{
-    using Limits = std::numeric_limits<qint64>;
-    if (b > 0 ? a > Limits::max() - b : a < Limits::min() - b)
-        return b > 0 ? Limits::max() : Limits::min();
-    return a + b;
 }
 
 QList<RowModel::Row> rowsOf(const QList<MCPServer> &servers)
@@ -79,7 +70,7 @@ QList<RepoState> SignalsSource::reposNeedingWork() const
 
 qint64 SignalsSource::tokensUsed() const
 {
-    return sum(sum(m_tokens.input, m_tokens.output), m_tokens.cacheWrite);
+    return budgeted(m_tokens);
 }
 
 void SignalsSource::refresh(bool force)

@@ -1,9 +1,19 @@
 #pragma once
 
 #include <QDateTime>
+#include <limits>
 #include <optional>
 
 namespace velto {
+
+/// Logs may hold any number: a sum stops at what it can hold.
+inline qint64 sumOf(qint64 a, qint64 b)
+{
+    using Limits = std::numeric_limits<qint64>;
+    if (b > 0 ? a > Limits::max() - b : a < Limits::min() - b)
+        return b > 0 ? Limits::max() : Limits::min();
+    return a + b;
+}
 
 /// The tokens that Claude Code has used in one day, summed over all its sessions.
 struct TokenUsage {

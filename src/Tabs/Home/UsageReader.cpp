@@ -4,7 +4,6 @@
 #include "Tabs/Home/UsageFile.h"
 
 #include <QFile>
-#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -12,21 +11,12 @@ namespace velto {
 
 namespace {
 
-/// A log may hold any number, so the sums stop at what they can hold.
-void add(qint64 &sum, qint64 count)
-{
-    qint64 result = 0;
-    if (__builtin_add_overflow(sum, count, &result))
-        result = count < 0 ? std::numeric_limits<qint64>::min() : std::numeric_limits<qint64>::max();
-    sum = result;
-}
-
 void add(TokenUsage &usage, const UsageLine &line)
 {
-    add(usage.input, line.input);
-    add(usage.output, line.output);
-    add(usage.cacheRead, line.cacheRead);
-    add(usage.cacheWrite, line.cacheWrite);
+    usage.input = sumOf(usage.input, line.input);
+    usage.output = sumOf(usage.output, line.output);
+    usage.cacheRead = sumOf(usage.cacheRead, line.cacheRead);
+    usage.cacheWrite = sumOf(usage.cacheWrite, line.cacheWrite);
     ++usage.turns;
     if (!usage.first || line.at < usage.first->toMSecsSinceEpoch())
         usage.first = QDateTime::fromMSecsSinceEpoch(line.at, Qt::UTC);
