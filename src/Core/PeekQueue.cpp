@@ -47,6 +47,11 @@ void PeekQueue::show(Peek peek, bool quiet)
     m_queue.insert(place, std::move(peek));
     if (!m_onShow)
         next();
+    if (waiting() > kMostWaiting) {
+        Peek last = std::move(m_queue.back());
+        m_queue.pop_back();
+        decide(last, std::nullopt);
+    }
 }
 
 void PeekQueue::next()

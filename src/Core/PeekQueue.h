@@ -21,6 +21,8 @@ public:
     static constexpr std::chrono::seconds kQuestionStay{28};
     /// Nobody can have read a question that slid in this recently: a press on it was meant for something else.
     static constexpr std::chrono::milliseconds kUnread{300};
+    /// More than this need hours to be played, and are of yesterday by then. Questions alone never come to so many.
+    static constexpr int kMostWaiting = 200;
 
     PeekQueue(Clock &clock, Accessibility &accessibility, QObject *parent = nullptr);
 
@@ -28,7 +30,7 @@ public:
     int waiting() const { return int(m_queue.size()); }
 
     /// Offers a Peek. While `quiet`, or while the same text is on show or waiting, it is dropped, and a question is answered
-    /// with nothing at once.
+    /// with nothing at once. So is what comes last of all while kMostWaiting wait.
     void show(Peek peek, bool quiet);
     /// Ends the Peek on show and drops everything that waits; their questions get no answer.
     void dismiss();

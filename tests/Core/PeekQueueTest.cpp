@@ -116,6 +116,19 @@ private Q_SLOTS:
         QCOMPARE(w.answers.size(), 2);
     }
 
+    void linesThatNobodyWillEverSeeArentKept()
+    {
+        World w;
+        for (int i = 0; i < 1000; ++i)
+            w.show(QString::number(i));
+        w.ask(u"question"_s);
+        QCOMPARE(w.queue.waiting(), PeekQueue::kMostWaiting);
+        w.wait(4000);
+        QCOMPARE(w.shown(), u"question"_s);
+        w.wait(28000);
+        QCOMPARE(w.shown(), u"1"_s);
+    }
+
     void aPressTooEarlyToHaveBeenReadIsNoAnswer()
     {
         World w;
