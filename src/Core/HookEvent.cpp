@@ -1,5 +1,7 @@
 #include "Core/HookEvent.h"
 
+#include "Core/Process.h"
+
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -34,30 +36,6 @@ std::optional<QString> text(const QJsonObject &object, QLatin1StringView key, qs
     return value ? std::optional(first(*value, count)) : std::nullopt;
 }
 
-bool isUuid(QStringView text)
-{
-    if (text.size() != 36)
-        return false;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const auto c = text[i].unicode();
-        const bool dash = i == 8 || i == 13 || i == 18 || i == 23;
-        const bool hex = (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
-        if (dash ? c != u'-' : !hex)
-            return false;
-    }
-    return true;
-}
-
-/// "b" for "/a/b" and "/a/b/"; "/" for the root.
-QString lastPathComponent(const QString &path)
-{
-    auto end = path.size();
-    while (end > 1 && path.at(end - 1) == u'/')
-        --end;
-    const auto slash = end > 1 ? path.lastIndexOf(u'/', end - 1) : -1;
-    return path.mid(slash + 1, end - slash - 1);
-}
-
 std::optional<QString> detailOf(const QJsonObject &input)
 {
     auto detail = text(input, "file_path"_L1);
@@ -87,7 +65,7 @@ std::optional<HookEvent> HookEvent::parse(QByteArrayView body, const QDateTime &
     HookEvent event;
     event.event = *name;
     event.sessionId = text(object, "session_id"_L1);
-    if (event.sessionId && !isUuid(*event.sessionId))
+    if (event.sessionId && !isSessionId(*event.sessionId))
         event.sessionId.reset();
     event.cwd = text(object, "cwd"_L1);
     event.message = text(object, "message"_L1, kMaxMessage);

@@ -26,6 +26,11 @@ QString fixed(double value, int decimals)
     return QString::fromLatin1(text.data(), end.ptr - text.data());
 }
 
+bool isHexDigit(QChar c)
+{
+    return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
+}
+
 } // namespace
 
 QStringList toolSearchPath(const QString &home, const QString &path)
@@ -104,6 +109,19 @@ QString lastPathComponent(const QString &path)
         --end;
     const QStringView trimmed = QStringView(path).first(end);
     return trimmed == u'/' ? trimmed.toString() : trimmed.sliced(trimmed.lastIndexOf(u'/') + 1).toString();
+}
+
+bool isSessionId(const QString &text)
+{
+    constexpr qsizetype kLength = 36;
+    if (text.size() != kLength)
+        return false;
+    for (qsizetype i = 0; i < kLength; ++i) {
+        const bool dash = i == 8 || i == 13 || i == 18 || i == 23;
+        if (dash ? text[i] != u'-' : !isHexDigit(text[i]))
+            return false;
+    }
+    return true;
 }
 
 } // namespace velto

@@ -26,5 +26,7 @@ QString lastLine(const QString &text);
 QString withTilde(const QString &path, const QString &home);
 /// The last name of a path: "/home/me/proj/" gives "proj". The root is its own last name.
 QString lastPathComponent(const QString &path);
+/// Whether `text` is a session id of Claude Code's, a UUID, which may stand unquoted in a command line.
+bool isSessionId(const QString &text);
 
 } // namespace velto

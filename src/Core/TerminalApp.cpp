@@ -1,5 +1,6 @@
 #include "Core/TerminalApp.h"
 
+#include "Core/Process.h"
 #include "Platform/Defaults.h"
 #include "Platform/Places.h"
 #include "Platform/Terminals.h"
@@ -19,11 +20,6 @@ constexpr auto kKey = "terminalApp"_L1;
 constexpr std::array kAll{TerminalApp::App::Terminal, TerminalApp::App::ITerm, TerminalApp::App::Ghostty, TerminalApp::App::Warp};
 /// Someone who installed another terminal than the one that is always there most likely wants it.
 constexpr std::array kPreferred{TerminalApp::App::ITerm, TerminalApp::App::Ghostty, TerminalApp::App::Warp};
-
-bool isHexDigit(QChar c)
-{
-    return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
-}
 
 } // namespace
 
@@ -95,19 +91,6 @@ bool TerminalApp::resumeClaude(const std::optional<QString> &session, const std:
         return false;
     const bool usable = cwd && QDir::isAbsolutePath(*cwd) && QFileInfo(*cwd).isDir();
     launch("cd %1 && claude --resume %2"_L1.arg(shellQuoted(usable ? *cwd : m_places.home), *session));
-    return true;
-}
-
-bool isSessionId(const QString &text)
-{
-    constexpr qsizetype kLength = 36;
-    if (text.size() != kLength)
-        return false;
-    for (qsizetype i = 0; i < kLength; ++i) {
-        const bool dash = i == 8 || i == 13 || i == 18 || i == 23;
-        if (dash ? text[i] != u'-' : !isHexDigit(text[i]))
-            return false;
-    }
     return true;
 }
 

@@ -38,8 +38,6 @@ private:
     const Places &m_places;
 };
 
-/// Whether `text` is a session id that may stand unquoted in a command line.
-bool isSessionId(const QString &text);
 /// `text` as one word of a command line, for the shells of the Bourne family and for fish.
 QString shellQuoted(const QString &text);
 
