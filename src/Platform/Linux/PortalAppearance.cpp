@@ -1,9 +1,7 @@
 #include "Platform/Linux/PortalAppearance.h"
 
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
+#include "Platform/Linux/DBusAsk.h"
+
 #include <QGuiApplication>
 #include <algorithm>
 
@@ -29,7 +27,8 @@ void PortalAppearance::follow()
     if (std::exchange(m_following, true))
         return;
     m_font = QGuiApplication::font();
-    QDBusConnection::sessionBus().connect(kService, kPath, kInterface, u"SettingChanged"_s, this,
+    // By no service's name: that would have the call wait for the bus to tell who owns it.
+    QDBusConnection::sessionBus().connect(QString(), kPath, kInterface, u"SettingChanged"_s, this,
                                           SLOT(settingChanged(QString, QString, QDBusVariant)));
     ask(kAppearance, u"color-scheme"_s);
     ask(kInterfaceGroup, u"font-name"_s);
@@ -38,14 +37,10 @@ void PortalAppearance::follow()
 
 void PortalAppearance::ask(const QString &group, const QString &key)
 {
-    QDBusMessage call = QDBusMessage::createMethodCall(kService, kPath, kInterface, u"Read"_s);
-    call << group << key;
-    auto *watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, group, key] {
-        const QDBusPendingReply<QDBusVariant> reply = *watcher;
-        if (reply.isValid())
-            take(group, key, reply.value().variant());
-        watcher->deleteLater();
+    const DBusMethod read{kService, kPath, kInterface, u"Read"_s, {group, key}, true};
+    velto::ask(QDBusConnection::sessionBus(), read, this, [this, group, key](const QVariant &value) {
+        if (value.isValid())
+            take(group, key, value);
     });
 }
 
@@ -54,10 +49,8 @@ void PortalAppearance::settingChanged(const QString &group, const QString &key, 
     take(group, key, value.variant());
 }
 
-void PortalAppearance::take(const QString &group, const QString &key, const QVariant &raw)
+void PortalAppearance::take(const QString &group, const QString &key, const QVariant &value)
 {
-    // Read() wraps its answer twice.
-    const QVariant value = raw.canConvert<QDBusVariant>() ? raw.value<QDBusVariant>().variant() : raw;
     if (group == kAppearance && key == "color-scheme"_L1) {
         if (std::exchange(m_dark, value.toUInt() == kPrefersDark) != m_dark)
             Q_EMIT changed();
