@@ -23,8 +23,8 @@ Places placesOfThisMachine()
 ThisMachine::ThisMachine()
     : places(placesOfThisMachine())
     , defaults(files, clock, places.configuration + "/settings.json"_L1)
-    , tools(toolSearchPath(places.home, qEnvironmentVariable("PATH")))
     , platform(clock, files, places)
+    , tools(toolSearchPath(places.home, qEnvironmentVariable("PATH")))
     , sounds(background)
 {
 }

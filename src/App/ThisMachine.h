@@ -31,8 +31,8 @@ struct ThisMachine {
     PosixFiles files;
     PosixFileTree fileTree;
     JsonDefaults defaults;
-    PosixToolRunner tools;
     LinuxPlatform platform;
+    PosixToolRunner tools; ///< takes the environment as it is now: what the platform chose for us alone is gone from it
     ThreadPoolBackground background; ///< goes first: what it still does may ask the keyring
     CanberraSounds sounds;
     Http http;
