@@ -91,12 +91,7 @@ void CalendarForm::disconnectGoogle()
 
 void CalendarForm::choose(const QString &calendarId, bool chosen)
 {
-    QStringList ids = m_needs.prefs.googleCalendarIDs();
-    ids.removeAll(calendarId);
-    if (chosen)
-        ids.append(calendarId);
-    m_needs.prefs.setGoogleCalendarIDs(ids);
-    m_needs.google.refresh();
+    m_needs.google.choose(calendarId, chosen);
 }
 
 void CalendarForm::save()

@@ -1,6 +1,7 @@
 #include "Tabs/Connect/ModuleStatus.h"
 
 #include "Core/Hub.h"
+#include "Core/Process.h"
 #include "Core/TokenSettings.h"
 #include "Platform/ToolRunner.h"
 #include "Tabs/Agents/AgentsSource.h"
@@ -121,9 +122,7 @@ ModuleStatus::Status ModuleStatus::calendar(bool open) const
     if (m_prefs.meetingTitle().trimmed().isEmpty())
         return withAction(tr("Add a meeting yourself. No Mac Calendar access."), false);
     const QDateTime start = m_prefs.meetingStart().toLocalTime();
-    const QLocale locale;
-    const QString when =
-        u"%1, %2"_s.arg(locale.toString(start.date(), u"d MMM yyyy"_s), locale.toString(start.time(), QLocale::ShortFormat));
+    const QString when = u"%1, %2"_s.arg(QLocale().toString(start.date(), u"d MMM yyyy"_s), shortTime(start));
     return withAction(tr("Added by you · %1").arg(when), true);
 }
 
