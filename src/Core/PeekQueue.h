@@ -21,7 +21,7 @@ public:
     static constexpr std::chrono::seconds kQuestionStay{28};
     /// Nobody can have read a question that slid in this recently: a press on it was meant for something else.
     static constexpr std::chrono::milliseconds kUnread{300};
-    /// More than this need hours to be played, and are of yesterday by then. Questions alone never come to so many.
+    /// As many play for a quarter of an hour: what comes then would be old news by its turn.
     static constexpr int kMostWaiting = 200;
 
     PeekQueue(Clock &clock, Accessibility &accessibility, QObject *parent = nullptr);
