@@ -151,24 +151,17 @@ private Q_SLOTS:
         desk.clock.advance(10min);
         QCOMPARE(desk.peeks.size(), 1);
     }
-
-    void warningSaysWhoElseWaits_data()
-    {
-        columns<int, QString>({"waiting", "suffix"});
-        QTest::newRow("none") << 0 << QString();
-        QTest::newRow("one") << 1 << u" · 1 agent still waits on you"_s;
-        QTest::newRow("two") << 2 << u" · 2 agents still wait on you"_s;
-    }
     void warningSaysWhoElseWaits()
     {
-        QFETCH(int, waiting);
-        QFETCH(QString, suffix);
-        Desk desk;
-        desk.source.waitingAgents = [waiting] { return waiting; };
-        desk.type(u"<b>Standup</b> & %1"_s, desk.in(4min));
-        desk.clock.advance(15s);
-        QCOMPARE(desk.peeks.value(0).text, u"<b>Standup</b> & %1 in 4 min"_s + suffix);
-        QVERIFY(!desk.peeks.value(0).url);
+        for (const auto &[waiting, suffix] : {std::pair(0, QString()), std::pair(1, u" · 1 agent still waits on you"_s),
+                                              std::pair(2, u" · 2 agents still wait on you"_s)}) {
+            Desk desk;
+            desk.source.waitingAgents = [count = waiting] { return count; };
+            desk.type(u"<b>Standup</b> & %1"_s, desk.in(4min));
+            desk.clock.advance(15s);
+            QCOMPARE(desk.peeks.value(0).text, u"<b>Standup</b> & %1 in 4 min"_s + suffix);
+            QVERIFY(!desk.peeks.value(0).url);
+        }
     }
 
     void warningOfAMeetingThatIsMovedComesAgain()

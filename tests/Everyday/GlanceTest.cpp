@@ -218,19 +218,6 @@ private Q_SLOTS:
         desk.clock.advance(8s);
         QCOMPARE(desk.background.pending(), 1);
     }
-
-    void videoIsShownUntilItIsClosed()
-    {
-        GlanceDesk desk;
-        const QUrl video(u"https://youtu.be/1"_s);
-        desk.source.setPlayingVideo(video);
-        desk.source.setPlayingVideo(video);
-        QCOMPARE(desk.source.playingVideo(), std::optional(video));
-        desk.source.closeVideo();
-        desk.source.closeVideo();
-        QVERIFY(!desk.source.hasVideo());
-        QCOMPARE(desk.changes.size(), 2);
-    }
 };
 
 const Registered<GlanceTest> registered;
