@@ -212,31 +212,6 @@ private Q_SLOTS:
         QVERIFY(desk.input() > 0);
     }
 
-    void agreesWithThePlainWay()
-    {
-        for (unsigned seed = 0; seed < 10; ++seed) {
-            Desk desk;
-            UsageFuzz fuzz(seed);
-            std::array<QByteArray, 4> files;
-            for (int step = 0; step < 8; ++step) {
-                for (std::size_t i = 0; i < files.size(); ++i) {
-                    QByteArray added;
-                    for (int lines = fuzz.number(0, 30); lines > 0; --lines)
-                        added +=
-                            fuzz.line() + (fuzz.number(0, 20) ? "\n" : "\n" + QByteArray(fuzz.number(0, 400'000), 'x') + '\n');
-                    added.truncate(fuzz.number(0, 3) ? added.size() : fuzz.number(0, int(added.size())));
-                    files[i] += added;
-                    desk.write(u"-p/%1.jsonl"_s.arg(i), added);
-                }
-                TokenUsage plain;
-                for (const QByteArray &file : files)
-                    addPlainly(plain, file, desk.now.date().startOfDay());
-                QCOMPARE(desk.read(), plain);
-                QCOMPARE(UsageReader(desk.tree, claudeLogs(desk.home.path())).read(desk.now), plain);
-            }
-        }
-    }
-
     void countsOnceForAllThreads()
     {
         Desk desk;
