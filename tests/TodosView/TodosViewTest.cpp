@@ -20,6 +20,8 @@ private Q_SLOTS:
         show();
         QVERIFY(named(u"No open todos."_s));
         QVERIFY(!list());
+        press(Qt::Key_Down); // there is nowhere to go
+        QVERIFY(!source().selectedID());
         source().setSearch(u"x"_s);
         m_view->grabWindow();
         QVERIFY(named(u"Nothing matches “x”."_s));
