@@ -71,13 +71,14 @@ private Q_SLOTS:
     {
         Desk desk;
         const QByteArray line = desk.answer(5);
-        desk.write(u"-p/a.jsonl"_s, line + line.left(40));
-        QCOMPARE(desk.input(), 5);
+        for (const auto &name : {u"-p/a.jsonl"_s, u"-p/b.jsonl"_s}) // and none goes on in another file
+            desk.write(name, line + line.left(40));
+        QCOMPARE(desk.input(), 10);
         desk.write(u"-p/a.jsonl"_s, line.mid(40).chopped(1));
-        QCOMPARE(desk.input(), 5);
+        QCOMPARE(desk.input(), 10);
         desk.write(u"-p/a.jsonl"_s, "\n");
-        QCOMPARE(desk.input(), 10);
-        QCOMPARE(desk.input(), 10);
+        QCOMPARE(desk.input(), 15);
+        QCOMPARE(desk.input(), 15);
     }
 
     void looksAtLogsOnly()
