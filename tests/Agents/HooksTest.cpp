@@ -30,14 +30,6 @@ HookEvent from(const QString &name)
 class HooksTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void everyEventRefreshes()
-    {
-        Desk desk;
-        desk.source.hook(from(u"SessionStart"_s));
-        QCOMPARE(desk.background.pending(), 1);
-        QVERIFY(desk.peeks.isEmpty());
-    }
-
     void aFinishedSessionSpeaksOnceInThreeMinutes()
     {
         Desk desk;
@@ -166,19 +158,6 @@ private Q_SLOTS:
         QVERIFY(desk.source.offersHooks());
         desk.prefs.set(Prefs::Module::Agents, false);
         QVERIFY(!desk.source.offersHooks());
-    }
-
-    void hooksOfAnotherSecretAreOfferedAgain()
-    {
-        Desk old;
-        old.source.installHooks();
-        Desk desk;
-        desk.files.contents = old.files.contents;
-        HookInstaller other{desk.files, desk.clock, desk.places.home, QString(48, u'b')};
-        const AgentsSource source{{desk.clock, desk.background, desk.tools, desk.files, desk.applications, desk.workspace,
-                                   desk.prefs, desk.terminal, desk.places, other, nullptr}};
-        QVERIFY(!source.hooksInstalled());
-        QVERIFY(source.needsUpgrade());
     }
 };
 

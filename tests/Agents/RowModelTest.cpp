@@ -1,4 +1,5 @@
 #include "Core/RowModel.h"
+#include "Follower.h"
 #include "RunTests.h"
 
 #include <QAbstractItemModelTester>
@@ -11,35 +12,7 @@ using namespace velto;
 
 namespace {
 
-/// A view that knows nothing but what the model announces.
-class Copy : public QObject {
-public:
-    explicit Copy(const RowModel &model)
-    {
-        connect(&model, &RowModel::rowsRemoved, this,
-                [this](const QModelIndex &, int first, int last) { rows.remove(first, last - first + 1); });
-        connect(&model, &RowModel::rowsMoved, this, [this](const QModelIndex &, int from, int, const QModelIndex &, int to) {
-            rows.move(from, to > from ? to - 1 : to);
-            ++moves;
-        });
-        connect(&model, &RowModel::rowsInserted, this, [this, &model](const QModelIndex &, int first, int last) {
-            for (int i = first; i <= last; ++i)
-                rows.insert(i, read(model, i));
-        });
-        connect(&model, &RowModel::dataChanged, this, [this, &model](const QModelIndex &first, const QModelIndex &last) {
-            for (int i = first.row(); i <= last.row(); ++i)
-                rows[i] = read(model, i);
-        });
-        connect(&model, &RowModel::modelReset, this, [] { QFAIL("the rows lost their identity"); });
-    }
-    static RowModel::Row read(const RowModel &model, int row)
-    {
-        return {model.data(model.index(row), Qt::UserRole), model.data(model.index(row), Qt::UserRole + 1)};
-    }
-
-    QList<RowModel::Row> rows;
-    int moves = 0;
-};
+const QList<int> kRoles{Qt::UserRole, Qt::UserRole + 1};
 
 QList<RowModel::Row> named(const QString &ids)
 {
@@ -59,7 +32,7 @@ private Q_SLOTS:
         QRandomGenerator random(20261121);
         RowModel model({"rowId", "value"});
         const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-        Copy copy(model);
+        const Follower copy(model, kRoles);
         for (int round = 0; round < 500; ++round) {
             // Few ids, so that some of them come twice.
             QList<RowModel::Row> wanted;
@@ -101,8 +74,7 @@ private Q_SLOTS:
         QFETCH(int, moves);
         RowModel model({"rowId", "value"});
         model.setRows(named(before));
-        Copy copy(model);
-        copy.rows = model.rows();
+        const Follower copy(model, kRoles);
         model.setRows(named(after));
         QCOMPARE(copy.rows, named(after));
         QCOMPARE(copy.moves, moves);

@@ -39,20 +39,11 @@ private Q_SLOTS:
         QVERIFY(scanTools(none).isEmpty());
         QCOMPARE(none.ran, QStringList{u"ps -axo etime=,args="_s}); // no Ollama, no question to it
     }
-
-    void saysWhatOllamaHasLoaded_data()
-    {
-        columns<QByteArray, QString>({"models", "note"});
-        QTest::newRow("none") << QByteArray("NAME ID SIZE\n") << u"no model loaded"_s;
-        QTest::newRow("silent") << QByteArray() << u"no model loaded"_s;
-        QTest::newRow("two") << QByteArray("NAME ID SIZE\na:7b  x 4 GB\n   \n\n b  y\n") << u"a:7b, b"_s;
-    }
     void saysWhatOllamaHasLoaded()
     {
-        QFETCH(QByteArray, models);
-        QFETCH(QString, note);
-        const auto tools = scan("05:32 ollama serve", models);
-        QCOMPARE(tools, (QList<ToolProcess>{{u"Ollama"_s, u"cpu"_s, 1, u"05:32"_s, note}}));
+        for (const auto &[models, note] : {std::pair("NAME ID SIZE\n", u"no model loaded"_s), std::pair("", u"no model loaded"_s),
+                                           std::pair("NAME ID SIZE\na:7b  x 4 GB\n   \n\n b  y\n", u"a:7b, b"_s)})
+            QCOMPARE(scan("05:32 ollama serve", models), (QList<ToolProcess>{{u"Ollama"_s, u"cpu"_s, 1, u"05:32"_s, note}}));
     }
 
     void shortensElapsedTimes()

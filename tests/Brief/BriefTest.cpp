@@ -1,3 +1,4 @@
+#include "RunTests.h"
 #include "Tabs/Home/Pace.h"
 #include "Tabs/Home/VideoPreview.h"
 #include "World.h"
@@ -101,9 +102,7 @@ private Q_SLOTS:
 
     void todosCountWhatIsLateAndWhatIsDue_data()
     {
-        QTest::addColumn<QList<std::tuple<QString, int, int, QString>>>("todos");
-        QTest::addColumn<QString>("late");
-        QTest::addColumn<QString>("due");
+        columns<QList<std::tuple<QString, int, int, QString>>, QString, QString>({"todos", "late", "due"});
         using Rows = QList<std::tuple<QString, int, int, QString>>;
         QTest::newRow("one late") << Rows{{u"a"_s, -1, 2, {}}} << u"1 todo is overdue / a"_s << QString();
         QTest::newRow("the most urgent one is named")
@@ -139,25 +138,17 @@ private Q_SLOTS:
         }
     }
 
-    void aMeetingIsUrgentWithinFifteenMinutes_data()
-    {
-        QTest::addColumn<int>("seconds");
-        QTest::addColumn<bool>("urgent");
-        QTest::newRow("899") << 899 << true;
-        QTest::newRow("900") << 900 << false;
-    }
-
     void aMeetingIsUrgentWithinFifteenMinutes()
     {
-        QFETCH(int, seconds);
-        QFETCH(bool, urgent);
-        Morning m;
-        m.meetingIn(seconds);
-        QCOMPARE(m.item(u"cal"_s).urgent(), urgent);
-        QCOMPARE(m.rows(m.home.next()), QStringList({u"cal"_s, u"focus"_s}));
-        QCOMPARE(m.rows(m.home.needs()), urgent ? QStringList{u"cal"_s} : QStringList());
-        m.home.run(u"cal"_s);
-        QCOMPARE(m.workspace.opened, QList<QUrl>{QUrl(u"https://meet.example.com/x"_s)});
+        for (const int seconds : {899, 900}) {
+            Morning m;
+            m.meetingIn(seconds);
+            QCOMPARE(m.rows(m.home.next()), QStringList({u"cal"_s, u"focus"_s}));
+            QCOMPARE(m.rows(m.home.needs()), seconds < 900 ? QStringList{u"cal"_s} : QStringList());
+            QCOMPARE(m.item(u"cal"_s).urgent(), seconds < 900);
+            m.home.run(u"cal"_s);
+            QCOMPARE(m.workspace.opened, QList<QUrl>{QUrl(u"https://meet.example.com/x"_s)});
+        }
     }
 
     void theFocusTimerStartsCountsAndStops()
@@ -201,23 +192,6 @@ private Q_SLOTS:
         QVERIFY(!m.ids().contains(u"priority"_s));
     }
 
-    void theRowsAreMadeOnceForEachChange()
-    {
-        Morning m;
-        m.setSessions(1, 1);
-        m.refresh();
-        const QList<HomeItem> before = m.home.items();
-        QCOMPARE(m.home.badge(), 1);
-        QCOMPARE(m.home.headlineText(), u"1 thing needs you"_s);
-        QCOMPARE(m.home.headlineTone(), HomeSource::Warn);
-        QCOMPARE(m.home.items().constData(), before.constData());
-        m.add(u"a"_s, -1);
-        const QList<HomeItem> after = m.home.items();
-        QVERIFY(after.constData() != before.constData());
-        QCOMPARE(m.home.badge(), 2);
-        QCOMPARE(m.home.items().constData(), after.constData());
-    }
-
     void aTickThatChangesNothingIsSilent()
     {
         Morning m;
@@ -232,10 +206,7 @@ private Q_SLOTS:
 
     void paceTellsHowTheBudgetWillGo_data()
     {
-        QTest::addColumn<qint64>("used");
-        QTest::addColumn<qint64>("budget");
-        QTest::addColumn<int>("elapsed");
-        QTest::addColumn<QString>("text");
+        columns<qint64, qint64, int, QString>({"used", "budget", "elapsed", "text"});
         QTest::newRow("no budget") << qint64(5) << qint64(0) << 700 << QString();
         QTest::newRow("reached") << qint64(1'000'000) << qint64(1'000'000) << 700 << u"Daily budget of 1.0M reached"_s;
         constexpr auto kMost = std::numeric_limits<qint64>::max(); // a log may hold any number
@@ -286,27 +257,18 @@ private Q_SLOTS:
         QCOMPARE(m.item(u"media"_s).detail, u"mpv"_s);
     }
 
-    void greetingGoesByTheHour_data()
-    {
-        QTest::addColumn<QTime>("time");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("4:59") << QTime(4, 59) << u"Good evening."_s;
-        QTest::newRow("5:00") << QTime(5, 0) << u"Good morning."_s;
-        QTest::newRow("12:00") << QTime(12, 0) << u"Good afternoon."_s;
-        QTest::newRow("17:00") << QTime(17, 0) << u"Good evening."_s;
-    }
-
     void greetingGoesByTheHour()
     {
-        QFETCH(QTime, time);
-        QTEST(greeting(QDateTime(QDate(2026, 11, 21), time)), "text");
+        const auto at = [](int hour, int minute) { return greeting(QDateTime(QDate(2026, 11, 21), QTime(hour, minute))); };
+        QCOMPARE(at(4, 59), u"Good evening."_s);
+        QCOMPARE(at(5, 0), u"Good morning."_s);
+        QCOMPARE(at(12, 0), u"Good afternoon."_s);
+        QCOMPARE(at(17, 0), u"Good evening."_s);
     }
 
     void videosAreFoundAndEscaped_data()
     {
-        QTest::addColumn<QString>("link");
-        QTest::addColumn<QString>("id");
-        QTest::addColumn<QString>("inPage");
+        columns<QString, QString, QString>({"link", "id", "inPage"});
         QTest::newRow("short") << u"https://youtu.be/abc123"_s << u"abc123"_s << u"/embed/abc123?autoplay=1"_s;
         QTest::newRow("long") << u"https://www.youtube.com/watch?t=3&v=xY9_-z"_s << u"xY9_-z"_s << u"/embed/xY9%5F%2Dz?"_s;
         QTest::newRow("channel") << u"https://www.youtube.com/@someone"_s << QString() << u"<video "_s;

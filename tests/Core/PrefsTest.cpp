@@ -48,47 +48,36 @@ private Q_SLOTS:
     void everyChoiceSurvivesARestart()
     {
         FakeDefaults defaults;
-        const QDateTime start = m_clock.wallTime().addDays(2);
+        QList<std::function<void(const Prefs &)>> checks;
         {
             Prefs prefs(defaults, m_places, m_clock);
             const QSignalSpy changed(&prefs, &Prefs::changed);
-            prefs.setOpenMode(Prefs::OpenMode::Click);
-            prefs.setRepoRoots({});
-            prefs.setQuillboxURL(u"https://hub.example"_s);
-            prefs.setJiraSite(u"site"_s);
-            prefs.setJiraEmail(u"me@example.com"_s);
-            prefs.setDailyBudget(5'000'000'000);
-            prefs.setQuietWhileRecording(false);
-            prefs.setPeekOnFinish(false);
-            prefs.setOnboarded(true);
-            prefs.setMeetingTitle(u"Stand-up"_s);
-            prefs.setMeetingURL(u"https://meet.example"_s);
-            prefs.setMeetingStart(start);
-            prefs.setCalendarSource(Prefs::CalendarSource::Google);
-            prefs.setGoogleCalendarIDs({u"b"_s, u"a"_s});
-            prefs.setDailyPriority(u"Ship"_s);
-            prefs.setDismissedAgentIDs({u"x"_s, u"y"_s});
-            prefs.setGlanceGuideDismissed(true);
-            QCOMPARE(changed.count(), 17);
+            const auto choose = [&](auto set, auto get, const auto &value) {
+                (prefs.*set)(value);
+                checks.append([get, value](const Prefs &reopened) { QCOMPARE((reopened.*get)(), value); });
+            };
+            choose(&Prefs::setOpenMode, &Prefs::openMode, Prefs::OpenMode::Click);
+            choose(&Prefs::setRepoRoots, &Prefs::repoRoots, QStringList());
+            choose(&Prefs::setQuillboxURL, &Prefs::quillboxURL, u"https://hub.example"_s);
+            choose(&Prefs::setJiraSite, &Prefs::jiraSite, u"site"_s);
+            choose(&Prefs::setJiraEmail, &Prefs::jiraEmail, u"me@example.com"_s);
+            choose(&Prefs::setDailyBudget, &Prefs::dailyBudget, Q_INT64_C(5'000'000'000));
+            choose(&Prefs::setQuietWhileRecording, &Prefs::quietWhileRecording, false);
+            choose(&Prefs::setPeekOnFinish, &Prefs::peekOnFinish, false);
+            choose(&Prefs::setOnboarded, &Prefs::onboarded, true);
+            choose(&Prefs::setMeetingTitle, &Prefs::meetingTitle, u"Stand-up"_s);
+            choose(&Prefs::setMeetingURL, &Prefs::meetingURL, u"https://meet.example"_s);
+            choose(&Prefs::setMeetingStart, &Prefs::meetingStart, m_clock.wallTime().addDays(2));
+            choose(&Prefs::setCalendarSource, &Prefs::calendarSource, Prefs::CalendarSource::Google);
+            choose(&Prefs::setGoogleCalendarIDs, &Prefs::googleCalendarIDs, QStringList{u"b"_s, u"a"_s});
+            choose(&Prefs::setDailyPriority, &Prefs::dailyPriority, u"Ship"_s);
+            choose(&Prefs::setDismissedAgentIDs, &Prefs::dismissedAgentIDs, QSet<QString>{u"x"_s, u"y"_s});
+            choose(&Prefs::setGlanceGuideDismissed, &Prefs::glanceGuideDismissed, true);
+            QCOMPARE(changed.count(), checks.size());
         }
-        const Prefs prefs(defaults, m_places, m_clock);
-        QCOMPARE(prefs.openMode(), Prefs::OpenMode::Click);
-        QCOMPARE(prefs.repoRoots(), QStringList());
-        QCOMPARE(prefs.quillboxURL(), u"https://hub.example"_s);
-        QCOMPARE(prefs.jiraSite(), u"site"_s);
-        QCOMPARE(prefs.jiraEmail(), u"me@example.com"_s);
-        QCOMPARE(prefs.dailyBudget(), 5'000'000'000);
-        QVERIFY(!prefs.quietWhileRecording());
-        QVERIFY(!prefs.peekOnFinish());
-        QVERIFY(prefs.onboarded());
-        QCOMPARE(prefs.meetingTitle(), u"Stand-up"_s);
-        QCOMPARE(prefs.meetingURL(), u"https://meet.example"_s);
-        QCOMPARE(prefs.meetingStart(), start);
-        QCOMPARE(prefs.calendarSource(), Prefs::CalendarSource::Google);
-        QCOMPARE(prefs.googleCalendarIDs(), (QStringList{u"b"_s, u"a"_s}));
-        QCOMPARE(prefs.dailyPriority(), u"Ship"_s);
-        QCOMPARE(prefs.dismissedAgentIDs(), (QSet<QString>{u"x"_s, u"y"_s}));
-        QVERIFY(prefs.glanceGuideDismissed());
+        const Prefs reopened(defaults, m_places, m_clock);
+        for (const auto &check : checks)
+            check(reopened);
     }
 
     void presetsChooseModulesAndOneSwitchDropsThePreset()

@@ -91,15 +91,9 @@ private Q_SLOTS:
         QVERIFY(!m_root->property("open").toBool());
         QCOMPARE(m_root->property("chosen").toInt(), -1);
         QVERIFY(focused().isEmpty()); // who works with the pointer sees no ring
-    }
-
-    void anOpenMenuGoesWithItsWindow()
-    {
-        show(kMenu);
-        press(Qt::Key_Tab);
-        press(Qt::Key_Return);
+        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, {20, 10});
         QVERIFY(m_root->property("open").toBool());
-        close(); // and nothing crashes
+        close(); // an open one goes with its window, and nothing crashes
     }
 
     void aSheetKeepsTheKeyboard()

@@ -10,22 +10,14 @@ namespace velto {
 class PlainTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void showsOneHarmlessLine_data()
-    {
-        columns<QString, QString>({"text", "shown"});
-
-        QTest::newRow("markup is text") << u"<b>PR</b> & <img src='x'>"_s << u"<b>PR</b> & <img src='x'>"_s;
-        QTest::newRow("line breaks") << u"one\ntwo\u2028three\u2029four"_s << u"one two three four"_s;
-        QTest::newRow("controls") << u"a\u0007b\tc\u001B[31md\u007F"_s << u"a b c [31md "_s;
-        QTest::newRow("right-to-left names stay") << u"إصلاح"_s << u"إصلاح"_s;
-        QTest::newRow("direction overrides go") << u"\u202Eyned\u202C \u2066x\u2069"_s << u"yned x"_s;
-        QTest::newRow("joined emoji stay") << u"👩\u200D💻"_s << u"👩\u200D💻"_s;
-    }
-
     void showsOneHarmlessLine()
     {
-        QFETCH(const QString, text);
-        QTEST(plainLine(text), "shown");
+        QCOMPARE(plainLine(u"<b>PR</b> & <img src='x'>"_s), u"<b>PR</b> & <img src='x'>"_s);
+        QCOMPARE(plainLine(u"one\ntwo\u2028three\u2029four"_s), u"one two three four"_s);
+        QCOMPARE(plainLine(u"a\u0007b\tc\u001B[31md\u007F"_s), u"a b c [31md "_s);
+        QCOMPARE(plainLine(u"إصلاح"_s), u"إصلاح"_s); // right-to-left names stay, overrides of the direction go
+        QCOMPARE(plainLine(u"\u202Eyned\u202C \u2066x\u2069"_s), u"yned x"_s);
+        QCOMPARE(plainLine(u"👩\u200D💻"_s), u"👩\u200D💻"_s); // joined emoji stay
     }
 
     void keepsTheLinesOfALongText() { QCOMPARE(plainLines(u"one\r\ntwo\n\u0007three"_s), u"one\ntwo\n three"_s); }

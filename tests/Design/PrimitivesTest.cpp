@@ -31,28 +31,6 @@ void pressFor(QQuickWindow *window, QPointF at, int held)
 class PrimitivesTest : public ViewWindow {
     Q_OBJECT
 private Q_SLOTS:
-    void isAsLargeAsItSays_data()
-    {
-        columns<QString, QSize>({"qml", "size"});
-        QTest::newRow("icon button") << u"IconButton { symbol: 'pin'; label: 'Pin open' }"_s << QSize(30, 26);
-        QTest::newRow("card") << u"GlassCard { Item { implicitWidth: 100; implicitHeight: 20 } }"_s << QSize(124, 44);
-        QTest::newRow("spinner") << u"Spinner {}"_s << QSize(14, 14);
-        QTest::newRow("dot") << u"LiveDot {}"_s << QSize(6, 6);
-        QTest::newRow("symbol") << u"Symbol { name: 'house'; size: 13; Component.onCompleted: bounce() }"_s << QSize(16, 16);
-        QTest::newRow("symbol nobody knows") << u"Symbol { name: 'nothing.of.the.kind' }"_s << QSize(16, 16);
-    }
-
-    void isAsLargeAsItSays()
-    {
-        QFETCH(const QString, qml);
-        const QQuickItem *item = show(qml);
-        QVERIFY(item);
-        QTEST(QSizeF(item->width(), item->height()).toSize(), "size");
-        Theme::of(m_view->engine())->setSnapshotRendering(true);
-        Theme::of(m_view->engine())->setReducedMotion(true);
-        m_view->grabWindow();
-    }
-
     void controlsSpeakAndObeyKeys_data()
     {
         columns<QString, QString>({"qml", "name"});

@@ -81,13 +81,6 @@ private Q_SLOTS:
         }
     }
 
-    void unknownNamesDrawNothing()
-    {
-        QVERIFY(symbolGlyph(u"").isEmpty());
-        QVERIFY(symbolGlyph(u"hand.raised").isEmpty());
-        QVERIFY(symbolGlyph(u"zzz").isEmpty());
-    }
-
     void picturesAreSharpAtEveryScale()
     {
         QVERIFY(symbolImage(u"zzz", 22, Qt::white).isNull());

@@ -1,10 +1,8 @@
 #pragma once
 
-#include "Core/Prefs.h"
-#include "Platform/Fake/FakeClock.h"
-#include "Platform/Fake/FakePlatform.h"
-#include "Platform/Places.h"
 #include "RunTests.h"
+#include "StoreDesk.h"
+
 #include "Tabs/Home/EverydaySource.h"
 #include "Tabs/Home/MeetingFeed.h"
 
@@ -26,7 +24,7 @@ public:
 };
 
 /// A source on a desk of its own. The clock stands at nine in the morning.
-struct Desk {
+struct Desk : StoreDesk {
     Desk()
     {
         prefs.set(Prefs::Module::Calendar, true);
@@ -49,15 +47,10 @@ struct Desk {
     }
     QDateTime in(std::chrono::milliseconds step) const { return clock.wallTime().addMSecs(step.count()); }
 
-    FakeClock clock;
-    FakeDefaults defaults;
-    Places places{QStringLiteral("/home/me"), {}, {}, {}};
-    Prefs prefs{defaults, places, clock};
     FakeMeetings google;
     FakeMediaPlayers players;
     FakeSounds sounds;
     EverydaySource source{{clock, prefs, google, players, sounds}};
-    QList<Peek> peeks;
     QSignalSpy changes{&source, &EverydaySource::changed};
 };
 

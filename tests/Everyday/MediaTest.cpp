@@ -148,21 +148,18 @@ private Q_SLOTS:
 
     void sourceThatGoesWhileItAsks()
     {
-        FakeClock clock;
-        FakeDefaults defaults;
-        const Places places;
-        Prefs prefs(defaults, places, clock);
+        StoreDesk desk;
         FakeMeetings meetings;
         FakeMediaPlayers players;
         FakeSounds sounds;
         players.slow = true;
         players.players = {player(u"mpv"_s, u"clip"_s, State::Playing)};
-        auto source = std::make_unique<EverydaySource>(EverydaySource::Needs{clock, prefs, meetings, players, sounds});
+        auto source = std::make_unique<EverydaySource>(EverydaySource::Needs{desk.clock, desk.prefs, meetings, players, sounds});
         source->loadMedia();
         source.reset();
         players.answer();
         QCOMPARE(players.waiting(), 0);
-        QCOMPARE(clock.pendingTimers(), 0);
+        QCOMPARE(desk.clock.pendingTimers(), 0);
     }
 };
 

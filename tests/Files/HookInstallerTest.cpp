@@ -1,6 +1,7 @@
 #include "Core/HookInstaller.h"
 #include "Core/Hooks.h"
 #include "FilesTesting.h"
+#include "Fixture.h"
 #include "Platform/Fake/FakeClock.h"
 #include "Platform/Posix/PosixFiles.h"
 #include "RunTests.h"
@@ -41,11 +42,6 @@ private:
     PosixFiles m_files{m_calls};
 };
 
-QByteArray fixture(const QString &name)
-{
-    return readFile(QStringLiteral(VELTO_FIXTURES) + u"/claude-settings/"_s + name);
-}
-
 } // namespace
 
 class HookInstallerTest : public QObject {
@@ -84,7 +80,7 @@ private Q_SLOTS:
 
     void eachEditKeepsACopyOfItsOwn()
     {
-        const QByteArray settings = fixture(u"everyday.json"_s);
+        const QByteArray settings = fixture("claude-settings/everyday.json");
         prepare(settings, 0644);
         HookInstaller installer(m_files, m_clock, m_home->path(), kToken);
         QCOMPARE(installer.install(), std::nullopt);
@@ -102,7 +98,7 @@ private Q_SLOTS:
 
     void hooksOfAnOlderVersionAreReplaced()
     {
-        prepare(fixture(u"older-velto.json"_s));
+        prepare(fixture("claude-settings/older-velto.json"));
         HookInstaller installer(m_files, m_clock, m_home->path(), kToken);
         QVERIFY(installer.present());
         QVERIFY(installer.needsUpgrade());
@@ -116,9 +112,7 @@ private Q_SLOTS:
 
     void whatIsThereIsFoundByItsText_data()
     {
-        QTest::addColumn<QByteArray>("settings");
-        QTest::addColumn<bool>("present");
-        QTest::addColumn<bool>("needsUpgrade");
+        columns<QByteArray, bool, bool>({"settings", "present", "needsUpgrade"});
         const QByteArray token = kToken.toUtf8();
         QTest::newRow("nothing") << QByteArray("{}") << false << false;
         QTest::newRow("other secret") << QByteArray("127.0.0.1:4747/permission") << true << true;
@@ -136,26 +130,9 @@ private Q_SLOTS:
         QTEST(installer.needsUpgrade(), "needsUpgrade");
     }
 
-    void aLinkToTheSettingsStaysALink()
-    {
-        prepare({});
-        QFile::remove(m_path);
-        const QString target = m_home->filePath(u"dotfiles.json"_s);
-        writeFile(target, "{\"model\":\"opus\"}", 0640);
-        QFile::link(u"../dotfiles.json"_s, m_path);
-        HookInstaller installer(m_files, m_clock, m_home->path(), kToken);
-        QCOMPARE(installer.install(), std::nullopt);
-        QVERIFY(QFileInfo(m_path).isSymLink());
-        QVERIFY(readFile(target).contains(kToken.toUtf8()));
-        QCOMPARE(modeOf(target), 0640);
-        QCOMPARE(filesIn(m_folder, u"*.velto-backup-*"_s).size(), 1);
-    }
-
     void whatCannotBeEditedStaysAsItIs_data()
     {
-        QTest::addColumn<QByteArray>("settings");
-        QTest::addColumn<int>("mode");
-        QTest::addColumn<int>("copies");
+        columns<QByteArray, int, int>({"settings", "mode", "copies"});
         QTest::newRow("not JSON") << QByteArray("{") << 0600 << 0;
         QTest::newRow("no object") << QByteArray("[]") << 0600 << 0;
         QTest::newRow("empty") << QByteArray("") << 0600 << 0;
@@ -219,7 +196,7 @@ private Q_SLOTS:
 
     void eachFailingStepLeavesTheSettingsOldOrNew()
     {
-        const QByteArray settings = fixture(u"everyday.json"_s);
+        const QByteArray settings = fixture("claude-settings/everyday.json");
         int refused = 0;
         for (int step = 1;; ++step) {
             init();
@@ -241,22 +218,6 @@ private Q_SLOTS:
                 break;
         }
         QVERIFY(refused > 15);
-    }
-
-    void twentyMegabytesAreNoTrouble()
-    {
-        QByteArray settings = "{\n  \"list\": [\n";
-        while (settings.size() < 20 * 1024 * 1024)
-            settings += "    \"Bash(make " + QByteArray::number(settings.size()) + ":*)\",\n    1.50,\n";
-        settings += "    null\n  ]\n}\n";
-        prepare(settings);
-        HookInstaller installer(m_files, m_clock, m_home->path(), kToken);
-        QCOMPARE(installer.install(), std::nullopt);
-        QVERIFY(installer.present());
-        QCOMPARE(installer.uninstall(), std::nullopt);
-        QVERIFY(readFile(m_path) == settings);
-        QVERIFY(QFile::resize(m_path, 64 * 1024 * 1024 + 1));
-        QCOMPARE(installer.install(), u"settings.json can't be read: File too large."_s);
     }
 
 private:

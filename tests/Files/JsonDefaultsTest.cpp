@@ -50,8 +50,7 @@ private Q_SLOTS:
 
     void typesSurviveARestart_data()
     {
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<int>("type");
+        columns<QVariant, int>({"value", "type"});
         const QDateTime moment(QDate(2026, 11, 21), QTime(9, 0, 1, 234));
         QTest::newRow("false") << QVariant(false) << int(QMetaType::Bool);
         QTest::newRow("int") << QVariant(7) << int(QMetaType::LongLong);
@@ -81,21 +80,14 @@ private Q_SLOTS:
         QVERIFY(!defaults()->value(u"key"_s).isValid());
     }
 
-    void theFileIsPrivate()
+    void theFileIsPrivateAlsoIfItWasnt()
     {
         defaults()->set(u"hookToken"_s, u"secret"_s);
         QCOMPARE(modeOf(m_path), 0600);
         QCOMPARE(modeOf(QFileInfo(m_path).path()), 0700);
-    }
-
-    void aFileThatOthersCouldReadIsClosedToThem()
-    {
-        QVERIFY(QDir().mkpath(m_folder->filePath(u"velto"_s)));
         QFile file(m_path);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("{}") == 2);
-        file.close();
         QVERIFY(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther));
-        const JsonDefaults defaults(m_files, m_clock, m_path);
+        const JsonDefaults opened(m_files, m_clock, m_path);
         QVERIFY(!(file.permissions() & (QFile::ReadGroup | QFile::ReadOther)));
     }
 

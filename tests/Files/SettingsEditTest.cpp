@@ -1,5 +1,5 @@
 #include "Core/SettingsEdit.h"
-#include "FilesTesting.h"
+#include "Fixture.h"
 #include "RunTests.h"
 
 #include <QRandomGenerator>
@@ -132,9 +132,7 @@ private Q_SLOTS:
 
     void editsTouchOnlyWhatIsOurs_data()
     {
-        QTest::addColumn<QByteArray>("settings");
-        QTest::addColumn<QByteArray>("installed");
-        QTest::addColumn<QByteArray>("removed");
+        columns<QByteArray, QByteArray, QByteArray>({"settings", "installed", "removed"});
         const auto hooks = [](const QByteArray &events) -> QByteArray { return "{\"hooks\":{" + events + "}}"; };
         const QByteArray ours = R"("Stop":[)" + kStopGroup + R"(],"PermissionRequest":[)" + kPermissionGroup + "]";
         const QByteArray other = R"({"matcher":"x","hooks":[{"command":"say 4747"}]})";
@@ -179,8 +177,7 @@ private Q_SLOTS:
 
     void whatMakesNoSenseIsRefused_data()
     {
-        QTest::addColumn<QByteArray>("settings");
-        QTest::addColumn<QString>("problem");
+        columns<QByteArray, QString>({"settings", "problem"});
         const auto at = [](int line, const char *problem) {
             return u"Line %1 of your Claude settings file: %2"_s.arg(line).arg(QLatin1StringView(problem));
         };
@@ -202,21 +199,14 @@ private Q_SLOTS:
         QCOMPARE(std::get<QString>(withHooks(settings, kHooks, kMarker)), problem);
         QCOMPARE(std::get<QString>(withoutHooks(settings, kHooks, kMarker)), problem);
     }
-
-    void realSettingsComeBackAsTheyWere_data()
-    {
-        QTest::addColumn<QByteArray>("settings");
-        const QString folder = QStringLiteral(VELTO_FIXTURES) + u"/claude-settings"_s;
-        for (const QString &name : {u"everyday.json"_s, u"odd-spellings.json"_s, u"empty-object.json"_s})
-            QTest::newRow(qPrintable(name)) << readFile(folder + u'/' + name);
-    }
     void realSettingsComeBackAsTheyWere()
     {
-        QFETCH(QByteArray, settings);
-        QVERIFY(!settings.isEmpty());
-        QCOMPARE(tokens(without(with(settings))), tokens(settings));
-        if (settings.contains("\n  ")) // laid out by Claude Code: not a byte differs
-            QCOMPARE(without(with(settings)), settings);
+        for (const char *name : {"everyday", "odd-spellings", "empty-object"}) {
+            const QByteArray settings = fixture("claude-settings/" + QByteArray(name) + ".json");
+            QCOMPARE(tokens(without(with(settings))), tokens(settings));
+            if (settings.contains("\n  ")) // laid out by Claude Code: not a byte differs
+                QCOMPARE(without(with(settings)), settings);
+        }
     }
 
     void anySettingsComeBackAsTheyWere()

@@ -1,27 +1,18 @@
 #pragma once
 
-#include "Core/Http.h"
-#include "Core/Prefs.h"
+#include "Fixture.h"
 #include "HttpStandIn.h"
-#include "Platform/Fake/FakeBackground.h"
-#include "Platform/Fake/FakeClock.h"
-#include "Platform/Fake/FakePlatform.h"
-#include "Platform/Places.h"
 #include "RunTests.h"
+#include "StoreDesk.h"
+
+#include "Core/Http.h"
 #include "Tabs/Home/GoogleCalendar.h"
 
-#include <QFile>
 #include <QSignalSpy>
 #include <QTcpSocket>
 #include <QUrlQuery>
 
 namespace velto {
-
-inline QByteArray fixture(const char *name)
-{
-    QFile file(QStringLiteral(VELTO_FIXTURES "/google/") + QLatin1String(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 /// Knows when nothing is under way any more.
 class WatchedHttp final : public Http {
@@ -44,21 +35,13 @@ private:
 
 /// A user with an account, at nine in the morning, UTC. Google is a stand-in over TLS; it hands out tokens and has the calendars
 /// and the meetings of the fixtures, unless a test says otherwise.
-struct Desk {
+struct Desk : StoreDesk {
     using Answer = HttpStandIn::Answer;
-
-    FakeClock clock{QDateTime(QDate(2026, 11, 21), QTime(9, 0), Qt::UTC)};
-    FakeBackground background;
-    FakeKeychain keychain;
-    FakeWorkspace workspace;
-    FakeDefaults defaults;
-    Places places{QStringLiteral("/home/me"), {}, {}, {}};
-    Prefs prefs{defaults, places, clock};
 
     Answer token{200, R"({"access_token": "ya29.fresh", "expires_in": 3599, "refresh_token": "1//fresh",
         "scope": "https://www.googleapis.com/auth/calendar.readonly", "token_type": "Bearer"})"};
-    Answer list{200, fixture("calendar-list.json")};
-    Answer events{200, fixture("events.json")};
+    Answer list{200, fixture("google/calendar-list.json")};
+    Answer events{200, fixture("google/events.json")};
 
     HttpStandIn google{HttpStandIn::Security::Tls};
     WatchedHttp http{google.trust()};
@@ -66,6 +49,7 @@ struct Desk {
     QSignalSpy changes{calendar.get(), &GoogleCalendar::changed};
 
     Desk()
+        : StoreDesk(QDateTime(QDate(2026, 11, 21), QTime(9, 0), Qt::UTC))
     {
         google.answer = [this](const HttpStandIn::Request &request) {
             if (request.target == "/token")

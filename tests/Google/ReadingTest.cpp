@@ -14,7 +14,7 @@ private:
     static QDateTime at(int hour, int minute) { return QDateTime(QDate(2026, 11, 21), QTime(hour, minute), Qt::UTC); }
     static QJsonObject standup()
     {
-        return QJsonDocument::fromJson(fixture("events.json"))
+        return QJsonDocument::fromJson(fixture("google/events.json"))
             .object()
             .value(QStringLiteral("items"))
             .toArray()
@@ -25,14 +25,14 @@ private:
 private Q_SLOTS:
     void wholeRepliesAreRead()
     {
-        const auto calendars = parseCalendars(fixture("calendar-list.json"));
+        const auto calendars = parseCalendars(fixture("google/calendar-list.json"));
         QCOMPARE(calendars.size(), 2);
         QCOMPARE(calendars[0].summary, QStringLiteral("Holidays in United Kingdom"));
         QVERIFY(!calendars[0].primary);
         QCOMPARE(calendars[1].id, QStringLiteral("ada@example.com"));
         QCOMPARE(calendars[1].primary, std::optional(true));
 
-        const auto meetings = parseMeetings(fixture("events.json"), QStringLiteral("ada@example.com"));
+        const auto meetings = parseMeetings(fixture("google/events.json"), QStringLiteral("ada@example.com"));
         const QList<GoogleMeeting> expected{
             {QStringLiteral("7k2standup_20261121T100000Z"), QStringLiteral("Standup"), at(10, 0), at(10, 15),
              QUrl(QStringLiteral("https://meet.google.com/abc-defg-hij")), QStringLiteral("ada@example.com")},
@@ -96,14 +96,6 @@ private Q_SLOTS:
                                            .arg(meeting->joinURL.value_or(QUrl()).toString())
                                      : QStringLiteral("skipped");
         QCOMPARE(seen, outcome);
-    }
-
-    void hostileTextStaysText()
-    {
-        const QString title = QStringLiteral("<img src=http://x/>\n\u202Egnp.exe \U0001F4A3 $(reboot) & ' \"");
-        QJsonObject event = standup();
-        event.insert(QStringLiteral("summary"), title);
-        QCOMPARE(meetingOf(event, {})->title, title);
     }
 
     void listsAreReadOrRefused()

@@ -50,10 +50,12 @@ private Q_SLOTS:
         QCOMPARE(plainUsageLine(line), parse(line));
     }
 
-    void counts_data()
+    void counts()
     {
-        columns<QByteArray, qint64>({"line", "input"});
-        const auto row = [](const char *name, const QByteArray &line, qint64 input) { QTest::newRow(name) << line << input; };
+        const auto row = [](const char *name, const QByteArray &line, qint64 input) {
+            const auto read = parse(line);
+            QVERIFY2(read && read->input == input, name);
+        };
         row("nothing", withUsage("{}"), 0);
         row("no integer", withUsage(R"({"input_tokens":1.5})"), 0);
         row("an integer with a point", withUsage(R"({"input_tokens":12.0})"), 12);
@@ -72,20 +74,10 @@ private Q_SLOTS:
         row("as deep as may be", nested(1024), 7);
     }
 
-    void counts()
+    void refuses()
     {
-        QFETCH(QByteArray, line);
-        QFETCH(qint64, input);
-        const auto read = parse(line);
-        QVERIFY(read);
-        QCOMPARE(read->input, input);
-    }
-
-    void refuses_data()
-    {
-        QTest::addColumn<QByteArray>("line");
         const QByteArray good = withUsage("{}");
-        const auto row = [](const char *name, const QByteArray &line) { QTest::newRow(name) << line; };
+        const auto row = [](const char *name, const QByteArray &line) { QVERIFY2(!parse(line), name); };
         const auto with = [good](const QByteArray &value) { return QByteArray(good).replace("}}", "},\"x\":" + value + "}"); };
         row("another type", QByteArray(good).replace("assistant", "user"));
         row("a type that is no text", QByteArray(good).replace("\"assistant\"", "[\"assistant\"]"));
@@ -124,17 +116,11 @@ private Q_SLOTS:
         row("blank", "\r");
     }
 
-    void refuses()
+    void knowsTheTime()
     {
-        QFETCH(QByteArray, line);
-        QVERIFY(!parse(line));
-    }
-
-    void knowsTheTime_data()
-    {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<qint64>("milliseconds"); // -1: none
-        const auto row = [](const char *text, qint64 milliseconds) { QTest::newRow(text) << QByteArray(text) << milliseconds; };
+        const auto row = [](const char *text, qint64 milliseconds) { // -1: none
+            QVERIFY2(parseLogTime(std::string_view(text)).value_or(-1) == milliseconds, text);
+        };
         row("1970-01-01T00:00:00.000Z", 0);
         row("2026-11-15T08:01:02.345Z", 1'794'729'662'345);
         row("2026-11-15T08:01:02.3Z", 1'794'729'662'300);
@@ -149,13 +135,6 @@ private Q_SLOTS:
               "2026-11-15T08:01:02.345+24:00", "2026-11-15T08:01:02.345+01:00 ", "2026-11-15T08:01:02.345ZZ",
               "+026-11-15T08:01:02.345Z"})
             row(bad, -1);
-    }
-
-    void knowsTheTime()
-    {
-        QFETCH(QByteArray, text);
-        QFETCH(qint64, milliseconds);
-        QCOMPARE(parseLogTime({text.constData(), std::size_t(text.size())}).value_or(-1), milliseconds);
     }
 
     void agreesWithThePlainWay()

@@ -109,24 +109,6 @@ bool isBeyondPlain(const QByteArray &line)
     return document.GetParseError() == rapidjson::kParseErrorNumberTooBig;
 }
 
-void addPlainly(TokenUsage &usage, const QByteArray &file, const QDateTime &startOfDay)
-{
-    const QByteArray whole = file.left(file.lastIndexOf('\n') + 1);
-    for (const QByteArray &each : whole.split('\n')) {
-        const auto line = each.size() < 2'000'000 ? plainUsageLine(each) : std::nullopt;
-        if (!line || line->at < startOfDay.toMSecsSinceEpoch())
-            continue;
-        usage.input += line->input;
-        usage.output += line->output;
-        usage.cacheRead += line->cacheRead;
-        usage.cacheWrite += line->cacheWrite;
-        ++usage.turns;
-        const QDateTime at = QDateTime::fromMSecsSinceEpoch(line->at, Qt::UTC);
-        if (!usage.first || at < *usage.first)
-            usage.first = at;
-    }
-}
-
 QByteArray UsageFuzz::line()
 {
     for (;;) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "Tabs/Home/TokenUsage.h"
 #include "Tabs/Home/UsageLine.h"
 
 #include <QByteArray>
@@ -16,9 +15,6 @@ std::optional<UsageLine> plainUsageLine(const QByteArray &line);
 
 /// Whether the plain way may refuse the line although it is JSON: for its numbers or for its depth.
 bool isBeyondPlain(const QByteArray &line);
-
-/// What the whole lines of a file say about the day that begins at `startOfDay`, read at once and added to `usage`.
-void addPlainly(TokenUsage &usage, const QByteArray &file, const QDateTime &startOfDay);
 
 /// Lines as they are met, as they might be, and damaged ones.
 class UsageFuzz {

@@ -69,7 +69,7 @@ private Q_SLOTS:
         QVERIFY(!named(u"Save Linear API key"_s)->isEnabled());
         typeInto(u"Linear API key"_s, u"  "_s);
         QVERIFY(!named(u"Save Linear API key"_s)->isEnabled());
-        typeInto(u"Linear API key"_s, u"lin_1"_s);
+        typeInto(u"Linear API key"_s, u"lin_1"_s); // behind the blanks, which are cut off
         QVERIFY(!named(u"Remove Linear API key"_s));
         click(named(u"Save Linear API key"_s));
         m_world->background.finishAll();

@@ -105,26 +105,6 @@ private Q_SLOTS:
         QCOMPARE(framesWhileNothingChanges(46'000), 0);
     }
 
-    void hostileNamesAreShownAsTheyAre()
-    {
-        const QString name = u"<b>it's</b> `x` $(id)"_s;
-        m_world->setListing(
-            u"[{\"id\":\"a\",\"name\":\"%1\",\"state\":\"working\",\"cwd\":\"/p\",\"startedAt\":1}]"_s.arg(name).toUtf8());
-        m_world->prefs.setDailyPriority(name + u"\nsecond"_s);
-        m_world->refresh();
-        show(*m_world->hub.home());
-        QList<QQuickItem *> shown;
-        for (QQuickItem *item : items()) {
-            if (item->property("text").toString().contains(u"it's"_s) && item->property("textFormat").isValid())
-                shown.append(item);
-        }
-        QCOMPARE(shown.size(), 2);
-        for (const QQuickItem *item : shown) {
-            QCOMPARE(item->property("textFormat").toInt(), int(Qt::PlainText));
-            QCOMPARE(item->property("lineCount").toInt(), 1);
-        }
-    }
-
     void aVideoPlaysInTheSheetAndGoesWithIt()
     {
         copyVideo();

@@ -1,7 +1,6 @@
 #include "Core/HookEvent.h"
+#include "Fixture.h"
 #include "RunTests.h"
-
-#include <QFile>
 
 using namespace Qt::StringLiterals;
 using velto::HookEvent;
@@ -47,9 +46,7 @@ private Q_SLOTS:
         QFETCH(QString, message);
         QFETCH(QString, tool);
         QFETCH(QString, toolDetail);
-        QFile file(QStringLiteral(VELTO_FIXTURES) + u"/hooks/"_s + QString::fromLatin1(QTest::currentDataTag()) + u".json"_s);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const auto read = parse(file.readAll());
+        const auto read = parse(velto::fixture(QByteArray("hooks/") + QTest::currentDataTag() + ".json"));
         QVERIFY(read);
         QCOMPARE(read->event, event);
         QCOMPARE(read->sessionId, std::optional(kSession));
@@ -61,21 +58,13 @@ private Q_SLOTS:
         QCOMPARE(read->at, kNow);
     }
 
-    void failsWithoutAnEventName_data()
-    {
-        QTest::addColumn<QByteArray>("body");
-        for (const char *body : {"", "[]", "{", "null", "\"Stop\"", "{}", R"({"hook_event_name":1})",
-                                 R"({"hook_event_name":"Stop"} x)", "{\"hook_event_name\":\"\xff\"}"})
-            QTest::newRow(body) << QByteArray(body);
-        QTest::newRow("64 characters") << "{\"hook_event_name\":\"" + QByteArray(64, 'a') + "\"}";
-        QTest::newRow("deep") << "{\"hook_event_name\":\"Stop\",\"a\":" + QByteArray(100'000, '[') + QByteArray(100'000, ']')
-                + "}";
-    }
-
     void failsWithoutAnEventName()
     {
-        QFETCH(QByteArray, body);
-        QVERIFY(!parse(body));
+        for (const QByteArray body : {"", "[]", "{", "null", "\"Stop\"", "{}", R"({"hook_event_name":1})",
+                                      R"({"hook_event_name":"Stop"} x)", "{\"hook_event_name\":\"\xff\"}"})
+            QVERIFY2(!parse(body), body.constData());
+        QVERIFY(!parse("{\"hook_event_name\":\"" + QByteArray(64, 'a') + "\"}"));
+        QVERIFY(!parse("{\"hook_event_name\":\"Stop\",\"a\":" + QByteArray(100'000, '[') + QByteArray(100'000, ']') + "}"));
     }
 
     void leavesOutWhatHasAnotherForm()
@@ -95,27 +84,17 @@ private Q_SLOTS:
             QVERIFY2(!sessionOf(session), qPrintable(session));
     }
 
-    void namesWhatTheToolTouches_data()
-    {
-        columns<QByteArray, QString>({"input", "expected"});
-        const auto row = [](const char *input, const QString &expected) {
-            QTest::newRow(input) << QByteArray(input) << expected;
-        };
-        row(R"({"file_path":"/home/me/a b.txt","command":"rm -rf /"})", u"a b.txt"_s);
-        row("{\"file_path\":\"/home/me/dir//\"}", u"dir"_s);
-        row(R"({"file_path":"name"})", u"name"_s);
-        row(R"({"file_path":"/"})", u"/"_s);
-        row(R"({"file_path":7,"command":"make\n\ntest"})", u"make  test"_s);
-        row("{\"pattern\":\"*.h\",\"url\":\"https://example.com/a\"}", u"https://example.com/a"_s);
-        row(R"({"pattern":"*.h"})", u"*.h"_s);
-        row(R"({"questions":[]})", u"-"_s);
-        row(R"(["command"])", u"-"_s);
-    }
-
     void namesWhatTheToolTouches()
     {
-        QFETCH(QByteArray, input);
-        QTEST(detail(input), "expected");
+        QCOMPARE(detail(R"({"file_path":"/home/me/a b.txt","command":"rm -rf /"})"), u"a b.txt"_s);
+        QCOMPARE(detail("{\"file_path\":\"/home/me/dir//\"}"), u"dir"_s);
+        QCOMPARE(detail(R"({"file_path":"name"})"), u"name"_s);
+        QCOMPARE(detail(R"({"file_path":"/"})"), u"/"_s);
+        QCOMPARE(detail(R"({"file_path":7,"command":"make\n\ntest"})"), u"make  test"_s);
+        QCOMPARE(detail("{\"pattern\":\"*.h\",\"url\":\"https://example.com/a\"}"), u"https://example.com/a"_s);
+        QCOMPARE(detail(R"({"pattern":"*.h"})"), u"*.h"_s);
+        QCOMPARE(detail(R"({"questions":[]})"), u"-"_s);
+        QCOMPARE(detail(R"(["command"])"), u"-"_s);
     }
 
     void cutsTextsButNoCharacter()

@@ -230,15 +230,6 @@ private Q_SLOTS:
         QCOMPARE(probe, -1);
         QCOMPARE(client.reply(), "hello\n");
     }
-
-    void staysOffAPortThatIsTaken()
-    {
-        Server server;
-        PosixLoopbackServer second;
-        QVERIFY(!second.listen(server->port(), {}));
-        QCOMPARE(second.port(), 0);
-        second.reply(1, "to nobody");
-    }
 };
 
 static const Registered<ServerTest> registered;

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 using velto::FakeDefaults;
 using velto::hookToken;
 
-/// The secret of the hook commands, and the commands.
+/// The secret of the hook commands.
 class TokenTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -36,16 +36,6 @@ private Q_SLOTS:
             defaults.values[u"hookToken"_s] = stored;
             QCOMPARE(hookToken(defaults).size(), 48);
         }
-    }
-
-    void commandsCarryIt()
-    {
-        QCOMPARE(
-            velto::hookCommand(u"SECRET"_s),
-            u"curl -s -m 1 -X POST -H 'X-Velto-Token: SECRET' --data-binary @- http://127.0.0.1:4747/event >/dev/null 2>&1 || true"_s);
-        QCOMPARE(
-            velto::permissionCommand(u"SECRET"_s),
-            u"curl -s -m 35 -X POST -H 'X-Velto-Token: SECRET' --data-binary @- http://127.0.0.1:4747/permission 2>/dev/null || true"_s);
     }
 };
 

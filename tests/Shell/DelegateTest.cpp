@@ -188,9 +188,7 @@ private Q_SLOTS:
 
     void theCommandLineSaysWhatToDo_data()
     {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<QStringList>("here");
-        QTest::addColumn<QStringList>("there");
+        columns<QStringList, QStringList, QStringList>({"arguments", "here", "there"});
         const QStringList none;
         QTest::newRow("nothing") << none << none << QStringList{u"open"_s};
         QTest::newRow("expanded") << QStringList{u"--expanded"_s} << QStringList{u"open"_s} << QStringList{u"open"_s};
@@ -207,50 +205,6 @@ private Q_SLOTS:
         QTEST(commandLine.actions, "here");
         QTEST(commandLine.actionsForTheOther(), "there");
     }
-
-    void theStripSaysWhatNeedsTheUser_data()
-    {
-        QTest::addColumn<int>("working");
-        QTest::addColumn<int>("blocked");
-        QTest::addColumn<CollapsedStrip::Left>("left");
-        QTest::addColumn<CollapsedStrip::Right>("right");
-        QTest::addColumn<QString>("spoken");
-        QTest::addColumn<QString>("summary");
-        using Left = CollapsedStrip::Left;
-        using Right = CollapsedStrip::Right;
-        QTest::newRow("quiet") << 0 << 0 << Left::Nothing << Right::None << u"Velto. 0 agents working"_s
-                               << u"Nothing needs you right now"_s;
-        QTest::newRow("working") << 2 << 0 << Left::Running << Right::None << u"Velto. 2 agents working"_s
-                                 << u"2 agents working"_s;
-        QTest::newRow("one waits") << 0 << 1 << Left::Nothing << Right::Waiting << u"Velto. 0 agents working, 1 waiting for you"_s
-                                   << u"1 agent need your attention"_s;
-        QTest::newRow("both") << 1 << 3 << Left::Running << Right::Waiting << u"Velto. 1 agents working, 3 waiting for you"_s
-                              << u"3 agents need your attention"_s;
-    }
-    void theStripSaysWhatNeedsTheUser()
-    {
-        QFETCH(int, working);
-        QFETCH(int, blocked);
-        Desktop d;
-        d.setSessions(working, blocked);
-        d.refresh();
-        QTEST(d.strip.left(), "left");
-        QTEST(d.strip.right(), "right");
-        QTEST(d.strip.spoken(), "spoken");
-        QTEST(d.strip.summaryText(), "summary");
-        QCOMPARE(d.strip.quiet(), working + blocked == 0);
-        QCOMPARE(QSizeF(d.outline.width(), d.outline.height()), d.strip.quiet() ? QSizeF(120, 24) : QSizeF(224, 24));
-
-        d.applications.setRunning(QStringList{u"com.obsproject.obs-studio"_s});
-        QCOMPARE(d.strip.left(), CollapsedStrip::Left::Recording);
-        QVERIFY(!d.strip.quiet());
-        d.applications.setRunning({});
-        d.prefs.set(Prefs::Module::Agents, false);
-        d.wait(0);
-        QVERIFY(d.strip.quiet());
-        QCOMPARE(d.strip.spoken(), u"Velto. Nothing to report"_s);
-    }
-
     void aRowThatLeadsToOneOfSeveralSessionsSaysSo()
     {
         Desktop d;

@@ -1,9 +1,6 @@
 #include "Shell/UI.h"
-#include "Core/Prefs.h"
-#include "Platform/Fake/FakeClock.h"
-#include "Platform/Fake/FakePlatform.h"
-#include "Platform/Places.h"
 #include "RunTests.h"
+#include "StoreDesk.h"
 
 using namespace Qt::StringLiterals;
 
@@ -13,11 +10,7 @@ namespace velto {
 class UITest : public QObject {
     Q_OBJECT
 
-    struct World {
-        FakeClock clock;
-        FakeDefaults defaults;
-        Places places;
-        Prefs prefs{defaults, places, clock};
+    struct World : StoreDesk {
         UI ui{clock, prefs};
 
         void wait(int milliseconds) { clock.advance(std::chrono::milliseconds(milliseconds)); }

@@ -1,11 +1,7 @@
 #pragma once
 
-#include "Core/Prefs.h"
-#include "Platform/Fake/FakeBackground.h"
-#include "Platform/Fake/FakeClock.h"
-#include "Platform/Fake/FakePlatform.h"
-#include "Platform/Fake/FakeToolRunner.h"
-#include "Platform/Places.h"
+#include "StoreDesk.h"
+
 #include "Tabs/Home/SignalsSource.h"
 
 #include <QDir>
@@ -17,7 +13,7 @@ namespace velto {
 using namespace Qt::StringLiterals;
 
 /// A source beside Claude Code's logs, one repository and the tools; all three modules are on.
-struct SignalsDesk {
+struct SignalsDesk : StoreDesk {
     SignalsDesk()
     {
         for (const Prefs::Module module : {Prefs::Module::Usage, Prefs::Module::Mcp, Prefs::Module::Repos})
@@ -55,12 +51,6 @@ struct SignalsDesk {
     }
 
     QTemporaryDir folder;
-    FakeClock clock;
-    FakeBackground background;
-    FakeToolRunner tools;
-    FakeDefaults defaults;
-    Places places{QStringLiteral("/home/me"), {}, {}, QStringLiteral("/tmp")};
-    Prefs prefs{defaults, places, clock};
     TokenUsage usage{10, 20, 3000, 400, 2, {}};
     qsizetype usageRead = 0;
     std::unique_ptr<SignalsSource> source = std::make_unique<SignalsSource>(

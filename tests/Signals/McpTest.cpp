@@ -1,8 +1,7 @@
+#include "Fixture.h"
 #include "Platform/Fake/FakeToolRunner.h"
 #include "RunTests.h"
 #include "Tabs/Home/McpHealth.h"
-
-#include <QFile>
 
 namespace velto {
 
@@ -12,11 +11,6 @@ using namespace Qt::StringLiterals;
 class McpTest : public QObject {
     Q_OBJECT
 
-    static QByteArray fixture(const QString &name)
-    {
-        QFile file(QStringLiteral(VELTO_FIXTURES "/mcp/") + name);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
     /// "name|status|detail", one a line.
     static QString shown(const QList<MCPServer> &servers)
     {
@@ -27,12 +21,10 @@ class McpTest : public QObject {
     }
 
 private Q_SLOTS:
-    void readsALine_data()
+    void readsALine()
     {
-        QTest::addColumn<QByteArray>("line");
-        QTest::addColumn<QString>("server");
         const auto row = [](const char *line, const char *server) {
-            QTest::newRow(line) << QByteArray(line) << QString::fromUtf8(server);
+            QCOMPARE(shown(parseServers(line)), QString::fromUtf8(server));
         };
         row("name: npx server - ✔ Connected", "name|ok|npx server");
         row("name: x - ✓ Connected", "name|failed|x"); // another mark
@@ -48,37 +40,30 @@ private Q_SLOTS:
         row("\n\nname: x - ✔\r\n", "name|ok|x");
         row("<b>n</b>: \xff\xc3 - ✔", "<b>n</b>|ok|\xEF\xBF\xBD\xEF\xBF\xBD");
     }
-    void readsALine()
-    {
-        QFETCH(QByteArray, line);
-        QTEST(shown(parseServers(line)), "server");
-    }
     void readsWhatClaudeCodePrints()
     {
-        QCOMPARE(shown(parseServers(fixture(u"servers.txt"_s))),
+        QCOMPARE(shown(parseServers(fixture("mcp/servers.txt"))),
                  u"shared|failed|http://mcp.example.com/ok/mcp (HTTP)\nworks|ok|http://mcp.example.com/ok/mcp (HTTP)\n"
                  "login|auth|http://mcp.example.com/auth/mcp (HTTP)\nbroken|failed|http://mcp.example.com/fail/mcp (HTTP)\n"
                  "hangs|failed|http://mcp.example.com/hang/mcp (HTTP)\nwith-args|ok|node /home/me/mock-mcp.js --stdio\n"
                  "missing|failed|no-such-command-here -x a: b"_s);
-        QCOMPARE(parseServers(fixture(u"none.txt"_s)), {});
-        const auto odd = parseServers(fixture(u"diagnostics.txt"_s)); // a command with a line end, and what follows the servers
+        QCOMPARE(parseServers(fixture("mcp/none.txt")), {});
+        const auto odd = parseServers(fixture("mcp/diagnostics.txt")); // a command with a line end, and what follows the servers
         QCOMPARE(odd.size(), 6);
         QCOMPARE(odd.last().name, u"events"_s);
     }
     void saysWhyNothingIsKnown_data()
     {
-        QTest::addColumn<RunResult>("result");
-        QTest::addColumn<qsizetype>("servers");
-        QTest::addColumn<QString>("why");
+        columns<RunResult, qsizetype, QString>({"result", "servers", "why"});
         const QByteArray one = "a: b - ✔ Connected\n";
         const QString late = u"timed out after 60 s"_s;
         QTest::newRow("works") << RunResult{true, one, u"a warning"_s} << qsizetype(1) << QString();
         QTest::newRow("failed with a listing") << RunResult{false, one, u"x"_s} << qsizetype(1) << QString();
         QTest::newRow("slow after a listing") << RunResult{false, one, late} << qsizetype(1) << QString();
-        QTest::newRow("none") << RunResult{true, fixture(u"none.txt"_s), {}} << qsizetype(0) << QString();
+        QTest::newRow("none") << RunResult{true, fixture("mcp/none.txt"), {}} << qsizetype(0) << QString();
         QTest::newRow("slow") << RunResult{false, {}, late} << qsizetype(0) << late;
         QTest::newRow("silent") << RunResult{false, "Checking\n", u"\n\n"_s} << qsizetype(0) << u"no output"_s;
-        QTest::newRow("corrupt") << RunResult{false, {}, QString::fromUtf8(fixture(u"corrupt.err"_s))} << qsizetype(0)
+        QTest::newRow("corrupt") << RunResult{false, {}, QString::fromUtf8(fixture("mcp/corrupt.err"))} << qsizetype(0)
                                  << uR"(You can manually restore it by running: cp )"
                                     uR"("/home/me/.claude/backups/.claude.json.backup.1795247620288" "/home/me/.claude.json")"_s;
     }

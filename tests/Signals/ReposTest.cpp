@@ -24,12 +24,12 @@ class ReposTest : public QObject {
     }
 
 private Q_SLOTS:
-    void readsWhatGitPrints_data()
+    void readsWhatGitPrints()
     {
-        QTest::addColumn<QByteArray>("printed");
-        QTest::addColumn<QString>("state");
         const auto row = [](const char *printed, const char *state) {
-            QTest::newRow(printed) << QByteArray(printed) << QString::fromUtf8(state);
+            const RepoState repo = parseStatus(u"/home/me/src/app"_s, printed);
+            QCOMPARE(shown(repo), QString::fromUtf8(state));
+            QCOMPARE(repo.name, u"app"_s);
         };
         row("", "? 0 0 0");
         row("# branch.oid 12\n# branch.head main\n# branch.upstream origin/main\n# branch.ab +2 -4\n", "main 0 2 4");
@@ -41,34 +41,15 @@ private Q_SLOTS:
         row("# branch.ab +99999999999999999999 -1", "? 0 0 1");
         row(" # branch.head x\n# branch.headx\n", "? 1 0 0");
     }
-    void readsWhatGitPrints()
-    {
-        QFETCH(QByteArray, printed);
-        const RepoState repo = parseStatus(u"/home/me/src/app"_s, printed);
-        QTEST(shown(repo), "state");
-        QCOMPARE(repo.name, u"app"_s);
-    }
-    void saysWhatIsUnsaved_data()
-    {
-        QTest::addColumn<int>("dirty");
-        QTest::addColumn<int>("ahead");
-        QTest::addColumn<QString>("summary");
-        QTest::newRow("both") << 3 << 2 << u"3 changed · 2 to push"_s;
-        QTest::newRow("dirty") << 1 << 0 << u"1 changed"_s;
-        QTest::newRow("ahead") << 0 << 1 << u"1 to push"_s;
-        QTest::newRow("neither") << 0 << 0 << QString();
-    }
     void saysWhatIsUnsaved()
     {
-        QFETCH(int, dirty);
-        QFETCH(int, ahead);
-        QFETCH(QString, summary);
-        RepoState repo;
-        repo.dirty = dirty;
-        repo.ahead = ahead;
-        repo.behind = 4;
-        QCOMPARE(repo.summary(), summary);
-        QCOMPARE(repo.needsWork(), !summary.isEmpty());
+        for (const auto &[dirty, ahead, summary] :
+             {std::tuple(3, 2, u"3 changed · 2 to push"_s), std::tuple(1, 0, u"1 changed"_s), std::tuple(0, 1, u"1 to push"_s),
+              std::tuple(0, 0, QString())}) {
+            const RepoState repo{{}, {}, {}, dirty, ahead, 4};
+            QCOMPARE(repo.summary(), summary);
+            QCOMPARE(repo.needsWork(), !summary.isEmpty());
+        }
     }
 
     void findsThemThreeLevelsDown()

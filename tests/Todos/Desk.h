@@ -1,12 +1,10 @@
 #pragma once
 
+#include "StoreDesk.h"
+
 #include "Core/Http.h"
-#include "Platform/Fake/FakeBackground.h"
-#include "Platform/Fake/FakeClock.h"
 #include "Platform/Fake/FakeFiles.h"
-#include "Platform/Fake/FakeToolRunner.h"
 #include "Platform/Machine.h"
-#include "Platform/Places.h"
 #include "Tabs/Quillbox/HubClient.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
 #include "Tabs/Todos/NativeTodos.h"
@@ -30,20 +28,16 @@ inline Todo makeTodo(qint64 id, const QString &title, const QString &due = {}, q
 }
 
 /// A source on a desk of its own. It is the morning of Saturday, 21 November 2026.
-struct Desk {
+struct Desk : StoreDesk {
     class NamelessMachine final : public Machine {
     public:
         QString displayName() const override { return {}; }
     };
 
     QuillboxMode mode; ///< what is selected; takes effect with the start, or with reconnect()
-    FakeClock clock;
-    FakeBackground background;
-    FakeToolRunner tools;
     FakeFiles fakeFiles;
     Files *files = &fakeFiles;
     ToolRunner *runner = &tools;
-    Places places{QStringLiteral("/home/me"), {}, QStringLiteral("/home/me/data"), {}};
     NamelessMachine machine;
     Http http;
     HubClient client{http, background, [this] { return mode; }};
@@ -56,6 +50,7 @@ struct Desk {
     static inline const QString kToday = QStringLiteral("2026-11-21");
     static inline const QString kTomorrow = QStringLiteral("2026-11-22");
 
+    Desk() { places.data = QStringLiteral("/home/me/data"); }
     /// Starts with these todos in Velto's own file.
     TodosSource &start(const QList<Todo> &todos = {})
     {

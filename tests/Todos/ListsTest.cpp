@@ -31,8 +31,7 @@ private Q_SLOTS:
 
     void searchLooksAtTitlesDetailsPeopleProjectsAndNumbers_data()
     {
-        QTest::addColumn<QString>("search");
-        QTest::addColumn<QString>("found");
+        columns<QString, QString>({"search", "found"});
         QTest::newRow("nothing") << QString() << u"12 123 5"_s;
         QTest::newRow("title, in any case") << u"SHIP"_s << u"12"_s;
         QTest::newRow("details") << u"second line"_s << u"12"_s;
@@ -118,83 +117,6 @@ private Q_SLOTS:
         desk.clock.setWallTime(QDateTime(QDate(2026, 11, 21), QTime(9, 0)));
         desk.source->refresh();
         QCOMPARE(desk.source->overdueCount(), 0);
-    }
-
-    void theSelectionMovesWithinTheList()
-    {
-        Desk desk;
-        TodosSource &source = desk.start();
-        source.move(1);
-        QVERIFY(!source.selectedID());
-        desk.start({makeTodo(1, u"a"_s, Desk::kToday), makeTodo(2, u"b"_s, Desk::kToday, 2, u"p"_s), makeTodo(3, u"c"_s)});
-        TodosSource &list = *desk.source;
-        list.move(-1);
-        QCOMPARE(list.selectedID(), std::optional<qint64>(2));
-        QCOMPARE(list.selectedRow(), 3);
-        list.move(1);
-        QCOMPARE(list.selectedID(), std::optional<qint64>(2));
-        list.move(-1);
-        list.move(-1);
-        QCOMPARE(list.selectedID(), std::optional<qint64>(1));
-        list.setSelectedID(3);
-        QVERIFY(!list.selected());
-        QCOMPARE(list.selectedRow(), -1);
-        list.move(1);
-        QCOMPARE(list.selectedID(), std::optional<qint64>(1));
-
-        list.toggleSelected();
-        QCOMPARE(list.openID(), std::optional<qint64>(1));
-        list.press(u"2"_s);
-        QCOMPARE(list.openID(), std::optional<qint64>(2));
-        list.press(u"2"_s);
-        QVERIFY(!list.openID());
-        list.press(u"gone"_s);
-        list.press(u"77"_s);
-        QCOMPARE(list.selectedID(), std::optional<qint64>(2));
-        list.finishSelected();
-        QCOMPARE(list.selectedID(), std::optional<qint64>(1));
-    }
-
-    void theEmptyNote_data()
-    {
-        QTest::addColumn<bool>("anything");
-        QTest::addColumn<Filter>("filter");
-        QTest::addColumn<QString>("search");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("no match") << true << Filter::All << u"x%1"_s << u"magnifyingglass|Nothing matches “x%1”.|"_s;
-        QTest::newRow("no match among none") << false << Filter::Today << u"x"_s << u"magnifyingglass|Nothing matches “x”.|"_s;
-        QTest::newRow("today") << true << Filter::Today << QString()
-                               << u"checkmark.circle|Nothing due today. 1 more later.|Show all"_s;
-        QTest::newRow("overdue") << true << Filter::Overdue << QString() << u"checkmark.circle|Nothing overdue.|Show all"_s;
-        QTest::newRow("list") << true << Filter::Upcoming << QString() << u"||"_s;
-        QTest::newRow("nothing") << false << Filter::Overdue << QString() << u"checkmark.circle|No open todos.|Add one"_s;
-    }
-
-    void theEmptyNote()
-    {
-        QFETCH(bool, anything);
-        QFETCH(Filter, filter);
-        QFETCH(QString, search);
-        Desk desk;
-        TodosSource &source = desk.start(anything ? QList{makeTodo(1, u"later"_s, Desk::kTomorrow)} : QList<Todo>());
-        source.setFilter(filter);
-        source.setSearch(search);
-        QTEST(source.emptySymbol() + u'|' + source.emptyText() + u'|' + source.emptyButton(), "expected");
-        const QString button = source.emptyButton();
-        source.pressEmptyButton();
-        QCOMPARE(source.filter(), button == "Show all"_L1 ? Filter::All : filter);
-        QCOMPARE(source.form()->shown(), button == "Add one"_L1);
-        QCOMPARE(source.search(), search);
-    }
-
-    void theTabOpensOnTheOnlyScope()
-    {
-        Desk desk;
-        desk.start({makeTodo(1, u"home"_s, Desk::kToday, 2, {}, u"personal"_s)});
-        QVERIFY(desk.shown().isEmpty());
-        desk.source->appeared();
-        QCOMPARE(desk.shown(), QStringList({u"[No project]"_s, u"home"_s}));
-        QVERIFY(!desk.source->showsScopes());
     }
 
     void onlyRealChangesAreAnnounced()

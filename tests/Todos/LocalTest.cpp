@@ -117,8 +117,7 @@ private Q_SLOTS:
 
     void aToolThatFailsIsToldOf_data()
     {
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<QString>("details");
+        columns<QString, QString>({"title", "details"});
         QTest::newRow("fails") << u"fail"_s << u"ValueError: no such project"_s;
         QTest::newRow("fails without a word") << u"silent"_s << u"no details"_s;
         QTest::newRow("hangs") << u"hang"_s << u"timed out after 0 s"_s;
@@ -155,8 +154,7 @@ private Q_SLOTS:
 
     void anOlderToolOnlyMarksDone_data()
     {
-        QTest::addColumn<QByteArray>("script");
-        QTest::addColumn<bool>("patched");
+        columns<QByteArray, bool>({"script", "patched"});
         QTest::newRow("older") << QByteArray("def done(id): pass") << false;
         QTest::newRow("newer") << QByteArray("def comment(id): pass") << true;
         QTest::newRow("not UTF-8") << QByteArray("def comment(id): '\xff'") << false;

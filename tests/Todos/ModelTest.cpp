@@ -33,8 +33,7 @@ class ModelTest : public QObject {
 private Q_SLOTS:
     void rowsOfTheDatabase_data()
     {
-        QTest::addColumn<QByteArray>("json");
-        QTest::addColumn<QString>("expected");
+        columns<QByteArray, QString>({"json", "expected"});
         const auto tags = [](const char *name, QByteArray text, const QString &expected) {
             text.replace('\'', "\\\"");
             QTest::newRow(name) << "[{\"id\":1,\"name\":\"T\",\"body\":\"B\",\"tags\":\"" + text + "\"}]" << expected;
@@ -111,8 +110,7 @@ private Q_SLOTS:
 
     void aFileIsTakenAsAWhole_data()
     {
-        QTest::addColumn<QByteArray>("from");
-        QTest::addColumn<QByteArray>("to");
+        columns<QByteArray, QByteArray>({"from", "to"});
         QTest::newRow("whole") << QByteArray() << QByteArray();
         QTest::newRow("no comments") << QByteArray(R"("comments":[{"at":"a","text":"b"}],)") << QByteArray();
         QTest::newRow("a comment without a text") << QByteArray(R"("at":"a",)") << QByteArray();
@@ -139,11 +137,7 @@ private Q_SLOTS:
 
     void datesAreComparedAsText_data()
     {
-        QTest::addColumn<QString>("due");
-        QTest::addColumn<bool>("dueNow");
-        QTest::addColumn<bool>("overdue");
-        QTest::addColumn<QString>("filters");
-        QTest::addColumn<QString>("text");
+        columns<QString, bool, bool, QString, QString>({"due", "dueNow", "overdue", "filters", "text"});
         QTest::newRow("today") << u"2026-03-10"_s << true << false << u"Today All"_s << u"Today"_s;
         QTest::newRow("yesterday") << u"2026-03-09"_s << true << true << u"Today Overdue All"_s << u"Overdue · Mon, Mar 9"_s;
         QTest::newRow("tomorrow") << u"2026-03-11"_s << false << false << u"Upcoming All"_s << u"Tomorrow"_s;
@@ -178,9 +172,7 @@ private Q_SLOTS:
 
     void datesFollowTheLanguage_data()
     {
-        QTest::addColumn<QString>("language");
-        QTest::addColumn<QString>("date");
-        QTest::addColumn<QString>("time");
+        columns<QString, QString, QString>({"language", "date", "time"});
         QTest::newRow("en_US") << u"en_US"_s << u"Tue, Mar 10"_s << u"Mar 10, 2026, 5:04 PM"_s;
         QTest::newRow("en_GB") << u"en_GB"_s << u"Tue, 10 Mar"_s << u"10 Mar 2026, 17:04"_s;
         QTest::newRow("none") << u"C"_s << u"Tue, 10 Mar"_s << u"10 Mar 2026, 17:04"_s;
@@ -202,11 +194,7 @@ private Q_SLOTS:
 
     void aRowInOneSentence_data()
     {
-        QTest::addColumn<int>("prio");
-        QTest::addColumn<QString>("due");
-        QTest::addColumn<QString>("who");
-        QTest::addColumn<int>("comments");
-        QTest::addColumn<QString>("spoken");
+        columns<int, QString, QString, int, QString>({"prio", "due", "who", "comments", "spoken"});
         QTest::newRow("plain") << 2 << QString() << u"me"_s << 0 << u"Call"_s;
         QTest::newRow("nobody") << 2 << QString() << QString() << 0 << u"Call"_s;
         QTest::newRow("everything") << 1 << u"2026-03-09"_s << u"Kim"_s << 2

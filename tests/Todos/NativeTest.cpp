@@ -2,58 +2,13 @@
 #include "Platform/Posix/PosixFiles.h"
 #include "RunTests.h"
 #include "Todos/Desk.h"
-#include "Todos/NativeFile.h"
 
-#include <QProcess>
-#include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QThread>
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace velto {
-
-namespace {
-
-/// A list that tells whether it is whole: `count` todos, each with the number of the list in it.
-QList<Todo> numbered(int number, int count)
-{
-    QList<Todo> list;
-    for (int i = 1; i <= count; ++i)
-        list.append(makeTodo(i, QString::number(number), {}, count, QString(200, u'x')));
-    return list;
-}
-
-bool isWhole(const QList<Todo> &list)
-{
-    return !list.isEmpty() && list == numbered(list.front().title.toInt(), int(list.front().prio));
-}
-
-/// A disk that takes its time: most of it goes by in the middle of a write.
-class SlowCalls final : public FileCalls {
-public:
-    ssize_t write(int file, const void *bytes, size_t size) override
-    {
-        QThread::usleep(20);
-        return FileCalls::write(file, bytes, std::min<size_t>(size, 2048));
-    }
-};
-
-} // namespace
-
-void saveUntilKilled(const QString &folder)
-{
-    SlowCalls calls;
-    PosixFiles files(calls);
-    const FakeClock clock;
-    const Places places{{}, {}, folder, {}};
-    NativeTodos native(files, clock, places);
-    native.load();
-    for (int number = 1;; ++number)
-        native.save(numbered(number, 1 + number % 7 * 150));
-}
 
 class NativeTest : public QObject {
     Q_OBJECT
@@ -143,8 +98,7 @@ private Q_SLOTS:
 
     void eachFailingStepLeavesTheOldListOrTheNewOne_data()
     {
-        QTest::addColumn<int>("error");
-        QTest::addColumn<QByteArray>("before");
+        columns<int, QByteArray>({"error", "before"});
         for (const int error : {ENOSPC, EACCES, EIO}) {
             QTest::addRow("whole, %s", qPrintable(qt_error_string(error))) << error << encodeTodos({makeTodo(1, u"old"_s)});
             QTest::addRow("damaged, %s", qPrintable(qt_error_string(error))) << error << QByteArray("[damaged");
@@ -186,37 +140,6 @@ private Q_SLOTS:
             QCOMPARE(readFile(m_path), encodeTodos(source.todos()));
         }
         QVERIFY(refused >= 8); // or the faults met nothing
-    }
-
-    void aKillLeavesAWholeList()
-    {
-        constexpr int kKills = 120;
-        const Places places{{}, {}, m_folder->path(), {}};
-        NativeTodos(m_files, m_desk->clock, places).save(numbered(0, 1));
-        QSet<QString> seen;
-        int cut = 0;
-        for (int kill = 0; kill < kKills; ++kill) {
-            QProcess writer;
-            writer.start(QCoreApplication::applicationFilePath(), {kSaveUntilKilled, m_folder->path()});
-            QVERIFY(writer.waitForStarted());
-            const QByteArray before = readFile(m_folder->filePath(u"todos.json"_s));
-            // Asked once each time: the writer comes back to the same lists.
-            QVERIFY(QTest::qWaitFor([&] { return readFile(m_folder->filePath(u"todos.json"_s)) != before; }, 60000));
-            QThread::usleep(QRandomGenerator::global()->bounded(3000U)); // somewhere in the middle of a write
-            writer.kill();
-            writer.waitForFinished();
-            const auto left = decodeTodos(readFile(m_folder->filePath(u"todos.json"_s)));
-            QVERIFY(left);
-            QVERIFY(isWhole(*left));
-            seen.insert(left->front().title);
-            const QStringList temporary = filesIn(m_folder->path(), u".velto-*"_s);
-            cut += int(temporary.size());
-            for (const QString &file : temporary)
-                QFile::remove(m_folder->filePath(file));
-            QCOMPARE(filesIn(m_folder->path()), QStringList{u"todos.json"_s}); // no copies of our own lists
-        }
-        QVERIFY(seen.size() > 1);
-        QVERIFY2(cut > kKills / 10, qPrintable(u"only %1 writes were cut"_s.arg(cut)));
     }
 
 private:

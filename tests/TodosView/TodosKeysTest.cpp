@@ -28,6 +28,7 @@ private Q_SLOTS:
         press(Qt::Key_Down);
         QCOMPARE(source().selected()->title, u"Water the plants"_s); // no turn at the end
         press(Qt::Key_Up);
+        press(Qt::Key_Down, Qt::ShiftModifier); // another key
         QVERIFY(focused().startsWith(u"Renew the passport"_s));
 
         click(named(u"Search"_s));
@@ -54,6 +55,10 @@ private Q_SLOTS:
         click(named(u"Search"_s));
         press(Qt::Key_Return);
         QVERIFY(!source().openID()); // the field's
+        press(Qt::Key_Down);
+        m_ui->sheetOpened();
+        press(Qt::Key_Return);
+        QVERIFY(!source().openID());
     }
 
     void returnPressesWhatHasTheKeyboard()
@@ -91,6 +96,8 @@ private Q_SLOTS:
         press(Qt::Key_Space); // on its button
         QVERIFY(source().pendingDone() && !source().selected());
         QCOMPARE(focused(), u"Todos"_s); // the keyboard stays nearby
+        click(named(u"Undo"_s));
+        QVERIFY(!source().pendingDone() && !named(u"Undo"_s));
     }
 
     void controlNWritesATodoByKeysAlone()

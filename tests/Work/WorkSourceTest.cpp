@@ -1,16 +1,10 @@
 #include "Tabs/Home/WorkSource.h"
-#include "Core/Prefs.h"
 #include "FakeHttp.h"
-#include "Platform/Fake/FakeBackground.h"
-#include "Platform/Fake/FakeClock.h"
-#include "Platform/Fake/FakePlatform.h"
-#include "Platform/Fake/FakeToolRunner.h"
-#include "Platform/Places.h"
-#include "RunTests.h"
-
+#include "Fixture.h"
 #include "Platform/Posix/PosixToolRunner.h"
+#include "RunTests.h"
+#include "StoreDesk.h"
 
-#include <QFile>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -23,12 +17,6 @@ namespace {
 
 const QString kGh = u"gh search prs --review-requested=@me --state=open --json title,url,repository --limit 20"_s;
 const QString kNotSignedIn = u"The GitHub CLI isn't signed in. Run `gh auth login`."_s;
-
-QByteArray fixture(const char *name)
-{
-    QFile file(QStringLiteral(VELTO_FIXTURES "/worktools/") + QLatin1StringView(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 QStringList ids(const QList<WorkItem> &items)
 {
@@ -92,11 +80,11 @@ private Q_SLOTS:
     {
         columns<bool, QByteArray, QString, QString>({"ok", "out", "err", "text"});
         const QString asking = u"Couldn't ask GitHub: "_s;
-        QTest::newRow("works") << true << fixture("gh.json") << u"a warning"_s << QString();
+        QTest::newRow("works") << true << fixture("worktools/gh.json") << u"a warning"_s << QString();
         QTest::newRow("nothing waits") << true << QByteArray("[]\n") << QString() << QString();
         QTest::newRow("signed out") << false << QByteArray() << u"To get started with GitHub CLI, please run:  gh auth login\n"_s
                                     << kNotSignedIn;
-        QTest::newRow("any auth") << false << fixture("gh.json") << u"an author is missing"_s << kNotSignedIn;
+        QTest::newRow("any auth") << false << fixture("worktools/gh.json") << u"an author is missing"_s << kNotSignedIn;
         QTest::newRow("offline") << false << QByteArray() << u"error connecting to api.github.com\n"_s
                                  << asking + u"error connecting to api.github.com\n"_s;
         QTest::newRow("long") << false << QByteArray() << QString(200, u'x') << asking + QString(120, u'x');
@@ -224,15 +212,8 @@ private Q_SLOTS:
 
 private:
     /// What a source leans on, and the source itself.
-    struct Desk {
-        FakeClock clock;
-        FakeBackground background;
-        FakeToolRunner tools;
+    struct Desk : StoreDesk {
         FakeHttp http;
-        FakeKeychain keychain;
-        FakeDefaults defaults;
-        Places places{QStringLiteral("/home/me"), {}, {}, QStringLiteral("/tmp")};
-        Prefs prefs{defaults, places, clock};
         std::unique_ptr<WorkSource> source =
             std::make_unique<WorkSource>(WorkSource::Needs{clock, background, tools, http, keychain, prefs});
 
@@ -243,7 +224,7 @@ private:
             prefs.setJiraSite(u"acme.atlassian.net"_s);
             prefs.setJiraEmail(u"sam@acme.example"_s);
             tools.installed.insert(u"gh"_s);
-            tools.answers.insert(kGh, {true, fixture("gh.json"), {}});
+            tools.answers.insert(kGh, {true, fixture("worktools/gh.json"), {}});
             answer();
         }
 
@@ -259,14 +240,13 @@ private:
             http.answer = [=, this](const HttpRequest &request) {
                 const QString host = request.url.host();
                 if (host.contains("linear"_L1))
-                    return HttpReply{linear, fixture("linear.json"), {}};
+                    return HttpReply{linear, fixture("worktools/linear.json"), {}};
                 if (host.contains("atlassian"_L1))
-                    return HttpReply{jira, fixture("jira.json"), {}};
+                    return HttpReply{jira, fixture("worktools/jira.json"), {}};
                 const QByteArray ts = QByteArray::number(clock.wallTime().toSecsSinceEpoch());
                 return request.url.path().endsWith("auth.test"_L1)
-                    ? HttpReply{slack, fixture("slack-auth.json"), {}}
-                    : HttpReply{
-                        slack, fixture("slack-search.json").replace("1795161599.999", ts).replace("1795248000.000100", "1"), {}};
+                    ? HttpReply{slack, fixture("worktools/slack-auth.json"), {}}
+                    : HttpReply{slack, fixture("worktools/slack-search.json").replace("1795161599.999", ts), {}};
             };
         }
     };

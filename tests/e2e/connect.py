@@ -41,7 +41,7 @@ JSON
         (velto.home / ".bashrc").write_text(f"PATH='{velto.home}/bin':$PATH\n")
 
         velto.start("--search")
-        velto.settled(lambda at: (at.width, at.height) == (780, 520), "the panel to open")
+        velto.panel_opened()
         time.sleep(1)
         velto.open_tab(AGENTS_TAB)
         velto.press_in_panel(*CONNECT)

@@ -10,10 +10,10 @@ import json
 import pathlib
 import shutil
 import subprocess
-import sys
 import time
 
-from velto_desktop import ALLOW, GUARD_SECONDS, PEEK_ROW_HEIGHT, Failure, Velto, check_machine, expect, screen_size, skip, until, xdotool
+from velto_desktop import (ALLOW, GUARD_SECONDS, PANEL, PEEK_ROW_HEIGHT, Velto, check_machine, expect, press_keys, run, screen_size, skip,
+                           until, write, xdotool)
 
 CLOCKS = ("/usr/lib/*/faketime/libfaketime.so.1", "/usr/lib64/faketime/libfaketime.so.1", "/usr/lib/faketime/libfaketime.so.1")
 REVIEW = {"title": "Page by key, not by offset", "url": "https://github.com/acme/api/pull/12", "repository": {"name": "api"}}
@@ -74,16 +74,6 @@ class Morning(Velto):
     def links(self):
         return self.opened.read_text().split() if self.opened.exists() else []
 
-    def keys(self, *keys):
-        for key in keys:
-            xdotool("key", key)
-            time.sleep(0.25)
-        time.sleep(0.5)
-
-    def type(self, text):
-        xdotool("type", "--delay", 30, text)
-        time.sleep(0.4)
-
     def picture(self, width=840, height=560):
         self.steps += 1
         if self.pictures:
@@ -94,18 +84,18 @@ class Morning(Velto):
     def open(self, tab):
         """With the keyboard, as the second start of the program does."""
         subprocess.run([self.program, "--search"], env=self.environment, timeout=20)
-        self.settled(lambda at: at.height == 520, "the panel to open")
+        self.panel_opened()
         time.sleep(0.5)
-        self.keys("Escape")
+        press_keys("Escape")
         self.open_tab(tab)
         time.sleep(0.5)
 
     def close(self):
         self.leave()
         for _ in range(4):
-            if self.geometry().height < 520:
+            if self.geometry().height < PANEL[1]:
                 break
-            self.keys("Escape")
+            press_keys("Escape")
         return self.settled(lambda at: at.height < 100, "the panel to close")
 
 
@@ -127,7 +117,7 @@ def a_token_is_saved(velto):
     velto.press_in_panel(*MANAGE_WORK)
     time.sleep(0.7)
     velto.press_in_panel(*LINEAR_KEY)
-    velto.type("  lin_'$(id)` ")
+    write("  lin_'$(id)` ")
     velto.picture()
     velto.press_in_panel(*SAVE_LINEAR)
 
@@ -160,9 +150,9 @@ def a_meeting_nears(velto):
     velto.press_in_panel(*SET_UP_MEETINGS)
     time.sleep(0.7)
     velto.press_in_panel(*MEETING_TITLE)
-    velto.type("Plan the release")
+    write("Plan the release")
     velto.press_in_panel(*MEETING_LINK)
-    velto.type(MEETING)
+    write(MEETING)
     velto.press_in_panel(*SAVE_MEETING)
     until("the meeting in the settings", lambda: velto.settings().get("meetingTitle") == "Plan the release")
     expect("its link is kept", velto.settings()["meetingURL"], MEETING)
@@ -215,9 +205,4 @@ def main(program, pictures=None):
 
 
 if __name__ == "__main__":
-    if len(sys.argv) not in (2, 3):
-        sys.exit(__doc__)
-    try:
-        main(*sys.argv[1:])
-    except Failure as failure:
-        sys.exit(f"failed: {failure}")
+    run(main, __doc__, 2)

@@ -10,8 +10,6 @@ import subprocess
 
 from velto_desktop import Velto, check_machine, expect, run, until
 
-PANEL = (780, 520)
-
 
 def start_again(velto, *arguments, **changes):
     environment = {**velto.environment, **changes}
@@ -32,10 +30,6 @@ def is_claimed(folder):
         os.close(opened_folder)
 
 
-def opened(at):
-    return (at.width, at.height) == PANEL
-
-
 def main(program):
     check_machine()
     with Velto(program) as velto:
@@ -44,12 +38,12 @@ def main(program):
         until("the first to claim its settings", lambda: is_claimed(velto.config / "velto"))
         expect("a second start ends well", start_again(velto).returncode, 0)
         velto.window = velto.find_window()
-        velto.settled(opened, "the panel of the first to open")
+        velto.panel_opened("the panel of the first to open")
         velto.stop()
 
         velto.start()
         expect("a key that the desktop binds to it ends well", start_again(velto, "--search").returncode, 0)
-        velto.settled(opened, "the panel to open for that key")
+        velto.panel_opened("the panel to open for that key")
         expect("the first still runs", velto.process.poll(), None)
 
         alone = start_again(velto, "--search", DBUS_SESSION_BUS_ADDRESS="unix:path=/nonexistent")

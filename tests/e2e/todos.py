@@ -7,25 +7,14 @@ Usage: script/with-desktop --own-network tests/e2e/todos.py VELTO. Ends with 77 
 import json
 import time
 
-from velto_desktop import Failure, Velto, check_machine, expect, run, until, xdotool
+from velto_desktop import PANEL, Failure, Velto, check_machine, expect, press_keys, run, until, write
 
-PANEL = (780, 520)
 TODOS_TAB = 2
 UNDO_SECONDS = 5
 
 # Places in the open panel.
 SEARCH = (560, 108)
 UNDO = (715, 170)
-
-
-def key(*keys):
-    xdotool("key", *keys)
-    time.sleep(0.5)
-
-
-def write(text):
-    xdotool("type", text)
-    time.sleep(0.3)
 
 
 class Todos:
@@ -48,52 +37,43 @@ class Todos:
         expect(what, self.titles(), sorted(wanted))
 
 
-def opened(velto):
-    return velto.settled(lambda at: (at.width, at.height) == PANEL, "the panel to open")
-
-
 def by_keys(todos):
     for title in ("First thing", "Second <b>thing</b>", "Third thing"):
-        key("ctrl+n")
+        press_keys("ctrl+n")
         write(title)
-        key("Return")
+        press_keys("Return")
     todos.become("three todos are on the disk", ["First thing", "Second <b>thing</b>", "Third thing"])
     expect("nobody else reads them", todos.path.stat().st_mode & 0o777, 0o600)
     expect("a new one is due today", {todo["due"] for todo in todos.read()}, {time.strftime("%Y-%m-%d")})
 
-    key("ctrl+f")
+    press_keys("ctrl+f")
     write("third")
-    key("Down")
-    key("Return")
+    press_keys("Down", "Return")
     for _ in range(3):  # done, fold, comment
-        key("Tab")
+        press_keys("Tab")
     write("a comment")
-    key("Return")
+    press_keys("Return")
     comments = {todo["title"]: [comment["text"] for comment in todo["comments"]] for todo in todos.read()}
     expect("the comment is with what the search found", comments["Third thing"], ["a comment"])
 
-    key("Escape")  # out of the field
-    key("ctrl+d")
-    key("ctrl+z")
+    press_keys("Escape")  # out of the field
+    press_keys("ctrl+d", "ctrl+z")
     time.sleep(UNDO_SECONDS + 1)
     expect("an undone todo stays", "Third thing" in todos.titles(), True)
-    key("Up")
-    key("ctrl+d")
+    press_keys("Up", "ctrl+d")
     todos.become("a finished one goes", ["First thing", "Second <b>thing</b>"], UNDO_SECONDS + 2)
 
 
 def by_pointer(velto, todos):
     velto.press_in_panel(*SEARCH)
-    key("ctrl+a")
+    press_keys("ctrl+a")
     write("second")
-    key("Down")
-    key("ctrl+d")
+    press_keys("Down", "ctrl+d")
     velto.press_in_panel(*UNDO)
     time.sleep(UNDO_SECONDS + 1)
     expect("a press on Undo brings it back", todos.titles(), ["First thing", "Second <b>thing</b>"])
     velto.press_in_panel(*SEARCH)
-    key("ctrl+a")
-    key("BackSpace")
+    press_keys("ctrl+a", "BackSpace")
 
 
 def main(program):
@@ -101,29 +81,27 @@ def main(program):
     with Velto(program) as velto:
         todos = Todos(velto)
         velto.start("--search")
-        opened(velto)
+        velto.panel_opened()
         velto.open_tab(TODOS_TAB)
         by_keys(todos)
         by_pointer(velto, todos)
 
-        key("ctrl+n")
+        press_keys("ctrl+n")
         write("Never saved")
-        key("Escape")  # out of the field
-        key("Escape")  # out of the form
+        press_keys("Escape")  # out of the field
+        press_keys("Escape")  # out of the form
         expect("a form that was left saves nothing", "Never saved" in todos.titles(), False)
-        key("Down")
-        key("ctrl+d")
+        press_keys("Down", "ctrl+d")
         time.sleep(1)
         velto.stop()
         expect("a quit inside the undo finishes nothing", todos.titles(), ["First thing", "Second <b>thing</b>"])
 
         velto.start("--search")
-        opened(velto)
+        velto.panel_opened()
         velto.open_tab(TODOS_TAB)
-        key("Down")
-        key("ctrl+d")
+        press_keys("Down", "ctrl+d")
         todos.become("the next start has them all", ["Second <b>thing</b>"], UNDO_SECONDS + 2)
-        key("Escape")
+        press_keys("Escape")
         velto.settled(lambda at: at.height < PANEL[1], "the panel to close")
 
 

@@ -27,6 +27,7 @@ GUARD_SECONDS = 0.3  # a press earlier than this after the question slid in is n
 ALLOW = (46, 18)
 DENY = (104, 18)
 ROW_TEXT = (260, 18)
+PANEL = (780, 520)
 AGENTS_TAB = 3
 
 
@@ -44,12 +45,12 @@ def port_is_taken():
         return attempt.connect_ex(("127.0.0.1", PORT)) == 0
 
 
-def run(main, usage):
-    """The program of a test: main(VELTO) with its only argument."""
-    if len(sys.argv) != 2:
+def run(main, usage, most=1):
+    """The program of a test: main(VELTO) with its arguments, of which there are so many at most."""
+    if not 2 <= len(sys.argv) <= most + 1:
         sys.exit(usage)
     try:
-        main(sys.argv[1])
+        main(*sys.argv[1:])
     except Failure as failure:
         sys.exit(f"failed: {failure}")
 
@@ -86,6 +87,18 @@ def until(what, condition, seconds=20.0, pause=0.05):
 def xdotool(*words):
     done = subprocess.run(["xdotool", *map(str, words)], capture_output=True, text=True, timeout=20)
     return done.stdout if done.returncode == 0 else ""
+
+
+def press_keys(*keys):
+    """One after the other, each given time to work."""
+    for key in keys:
+        xdotool("key", key)
+        time.sleep(0.5)
+
+
+def write(text):
+    xdotool("type", "--delay", 30, text)
+    time.sleep(0.4)
 
 
 def screen_size():
@@ -186,6 +199,9 @@ class Velto:
             return now if fits(now) and time.monotonic() - still["since"] > 0.25 else None
 
         return until(what, check, seconds)
+
+    def panel_opened(self, what="the panel to open"):
+        return self.settled(lambda at: (at.width, at.height) == PANEL, what)
 
     def token(self):
         def read():

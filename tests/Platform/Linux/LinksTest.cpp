@@ -16,29 +16,23 @@ public Q_SLOTS:
     void take(const QUrl &url) { m_opened.append(url); }
 
 private Q_SLOTS:
-    void opensWhatABrowserTakes_data()
+    void opensWhatABrowserTakes()
     {
-        QTest::addColumn<QString>("link");
-        QTest::addColumn<bool>("opens");
+        const auto opened = [this](const char *link) {
+            m_opened.clear();
+            XdgWorkspace().open(QUrl(QString::fromLatin1(link)));
+            return !m_opened.isEmpty();
+        };
+        const auto schemes = {"http", "https", "file", "ssh", "javascript", "mailto", "data", ""};
+        for (const char *scheme : schemes)
+            QDesktopServices::setUrlHandler(QString::fromLatin1(scheme), this, "take");
         for (const char *link : {"https://a.example/x?y=$(touch z)#`id`", "http://a.example", "HTTPS://A.EXAMPLE/"})
-            QTest::newRow(link) << QString::fromLatin1(link) << true;
+            QVERIFY2(opened(link), link);
         for (const char *link : {"", "a.example", "//a.example", "https:///etc/passwd", "https:a", "file:///etc/passwd",
                                  "file://a.example/x", "ssh://a.example", "javascript:alert(1)", "mailto:sam@acme.example",
                                  "data://a.example/text", "https://a.example:99999999"})
-            QTest::newRow(link) << QString::fromLatin1(link) << false;
-    }
-    void opensWhatABrowserTakes()
-    {
-        QFETCH(QString, link);
-        QFETCH(bool, opens);
-        const QUrl url(link);
-        for (const char *scheme : {"http", "https", "file", "ssh", "javascript", "mailto", "data", ""})
-            QDesktopServices::setUrlHandler(QString::fromLatin1(scheme), this, "take");
-        XdgWorkspace workspace;
-        workspace.open(url);
-        QCOMPARE(m_opened, opens ? QList{url} : QList<QUrl>());
-        m_opened.clear();
-        for (const char *scheme : {"http", "https", "file", "ssh", "javascript", "mailto", "data", ""})
+            QVERIFY2(!opened(link), link);
+        for (const char *scheme : schemes)
             QDesktopServices::unsetUrlHandler(QString::fromLatin1(scheme));
     }
 };

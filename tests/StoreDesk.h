@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Core/Peek.h"
+#include "Core/Prefs.h"
+#include "Platform/Fake/FakeBackground.h"
+#include "Platform/Fake/FakeClock.h"
+#include "Platform/Fake/FakePlatform.h"
+#include "Platform/Fake/FakeToolRunner.h"
+#include "Platform/Places.h"
+
+namespace velto {
+
+/// What nearly every store leans on: time, work in the background, tools and what the user has chosen. A test adds its store.
+struct StoreDesk {
+    explicit StoreDesk(const QDateTime &now = QDateTime(QDate(2026, 11, 21), QTime(9, 0)))
+        : clock(now)
+    {
+    }
+
+    FakeClock clock;
+    FakeBackground background;
+    FakeToolRunner tools;
+    FakeDefaults defaults;
+    FakeKeychain keychain;
+    FakeWorkspace workspace;
+    Places places{QStringLiteral("/home/me"), {}, {}, QStringLiteral("/tmp")};
+    Prefs prefs{defaults, places, clock};
+    QList<Peek> peeks;
+
+    QStringList texts() const
+    {
+        QStringList result;
+        for (const Peek &peek : peeks)
+            result.append(peek.text);
+        return result;
+    }
+};
+
+} // namespace velto
