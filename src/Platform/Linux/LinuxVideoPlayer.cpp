@@ -6,6 +6,7 @@
 #include <QJsonObject>
 #include <QProcess>
 #include <QTimer>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -28,8 +29,9 @@ QByteArray lineOf(const QJsonObject &object)
 
 } // namespace
 
-LinuxVideoPlayer::LinuxVideoPlayer(QObject *parent)
+LinuxVideoPlayer::LinuxVideoPlayer(QStringList places, QObject *parent)
     : VideoPlayer(parent)
+    , m_places(std::move(places))
 {
 }
 
@@ -42,10 +44,11 @@ LinuxVideoPlayer::~LinuxVideoPlayer()
     m_process->waitForFinished(kGrace);
 }
 
-QString LinuxVideoPlayer::program()
+QString LinuxVideoPlayer::program() const
 {
     const QString here = QCoreApplication::applicationDirPath();
-    for (const QString &path : {here + "/velto-video"_L1, here + "/../libexec/velto/velto-video"_L1}) {
+    const QStringList installed{here + "/velto-video"_L1, here + "/../libexec/velto/velto-video"_L1};
+    for (const QString &path : m_places.isEmpty() ? installed : m_places) {
         if (QFileInfo(path).isExecutable())
             return path;
     }

@@ -2,6 +2,7 @@
 
 #include "Platform/VideoPlayer.h"
 
+#include <QStringList>
 #include <memory>
 
 class QProcess;
@@ -13,7 +14,8 @@ namespace velto {
 class LinuxVideoPlayer final : public VideoPlayer {
     Q_OBJECT
 public:
-    explicit LinuxVideoPlayer(QObject *parent = nullptr);
+    /// Where the player may be, the first that is there taken; with none given, where an installation has it.
+    explicit LinuxVideoPlayer(QStringList places = {}, QObject *parent = nullptr);
     ~LinuxVideoPlayer() override;
 
     bool installed() const override;
@@ -22,8 +24,9 @@ public:
     void close() override;
 
 private:
-    static QString program();
+    QString program() const;
 
+    QStringList m_places;
     std::unique_ptr<QProcess> m_process;
     QRect m_place;
 };

@@ -11,7 +11,7 @@ class VideoPlayerTest : public QObject {
 private Q_SLOTS:
     void aPlayerThatCantBeStartedFails()
     {
-        LinuxVideoPlayer player;
+        LinuxVideoPlayer player({QStringLiteral("/nowhere/velto-video")});
         QVERIFY(!player.installed());
         const QSignalSpy failed(&player, &VideoPlayer::failed);
         player.open({}, {}, 0, {});
