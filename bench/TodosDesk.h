@@ -7,7 +7,7 @@
 #include "Platform/Fake/FakeToolRunner.h"
 #include "Platform/Machine.h"
 #include "Platform/Places.h"
-#include "Tabs/Quillbox/HubClient.h"
+#include "Tabs/Quillbox/QuillboxClient.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
 #include "Tabs/Todos/TodosSource.h"
 

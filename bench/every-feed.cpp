@@ -4,18 +4,18 @@
 
 #include "FeedsMachine.h"
 
-#include "Core/HookListener.h"
-#include "Core/Stores.h"
+#include "Feeds/Everyday/EverydaySource.h"
+#include "Feeds/Glances/GlanceSource.h"
+#include "Feeds/Signals/SignalsSource.h"
+#include "Feeds/Work/WorkSource.h"
+#include "Hooks/HookListener.h"
+#include "Hub/Stores.h"
 #include "Shell/CollapsedStrip.h"
 #include "Shell/PanelContents.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/PeekLine.h"
 #include "Shell/UI.h"
 #include "Shell/VeltoPanel.h"
-#include "Tabs/Home/EverydaySource.h"
-#include "Tabs/Home/GlanceSource.h"
-#include "Tabs/Home/SignalsSource.h"
-#include "Tabs/Home/WorkSource.h"
 
 #include <QGuiApplication>
 #include <QJsonDocument>

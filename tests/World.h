@@ -2,8 +2,12 @@
 
 #include "FakeHttp.h"
 
-#include "Core/HookListener.h"
-#include "Core/Stores.h"
+#include "Feeds/Everyday/EverydaySource.h"
+#include "Feeds/Glances/GlanceSource.h"
+#include "Feeds/Signals/SignalsSource.h"
+#include "Feeds/Work/WorkSource.h"
+#include "Hooks/HookListener.h"
+#include "Hub/Stores.h"
 #include "Platform/Fake/FakeBackground.h"
 #include "Platform/Fake/FakeClock.h"
 #include "Platform/Fake/FakeFiles.h"
@@ -13,11 +17,7 @@
 #include "Platform/Posix/PosixFileTree.h"
 #include "Tabs/Agents/AgentsSource.h"
 #include "Tabs/Connect/ConnectSource.h"
-#include "Tabs/Home/EverydaySource.h"
-#include "Tabs/Home/GlanceSource.h"
 #include "Tabs/Home/HomeSource.h"
-#include "Tabs/Home/SignalsSource.h"
-#include "Tabs/Home/WorkSource.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
 #include "Tabs/Todos/TodosSource.h"
 

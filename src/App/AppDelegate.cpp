@@ -1,6 +1,6 @@
 #include "App/AppDelegate.h"
 
-#include "Core/Hub.h"
+#include "Hub/Hub.h"
 #include "Platform/HotKey.h"
 #include "Platform/PanelWindow.h"
 #include "Platform/Session.h"

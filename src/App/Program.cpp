@@ -1,7 +1,7 @@
 #include "App/Program.h"
 
-#include "Core/HookListener.h"
 #include "Design/Theme.h"
+#include "Hooks/HookListener.h"
 #include "Platform/Activation.h"
 #include "Platform/Posix/PosixLoopbackServer.h"
 

@@ -3,8 +3,9 @@
 #include "App/AppDelegate.h"
 #include "App/CommandLine.h"
 #include "App/ThisMachine.h"
-#include "Core/HookListener.h"
-#include "Core/Stores.h"
+#include "Feeds/Signals/SignalsSource.h"
+#include "Hooks/HookListener.h"
+#include "Hub/Stores.h"
 #include "Preview/Renderer.h"
 #include "Shell/CollapsedStrip.h"
 #include "Shell/PanelContents.h"
@@ -12,7 +13,6 @@
 #include "Shell/PeekLine.h"
 #include "Shell/UI.h"
 #include "Tabs/Agents/AgentsSource.h"
-#include "Tabs/Home/SignalsSource.h"
 #include "Tabs/Todos/TodosSource.h"
 
 #include <QDeadlineTimer>

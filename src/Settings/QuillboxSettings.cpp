@@ -1,8 +1,8 @@
 #include "Settings/QuillboxSettings.h"
 
-#include "Core/Hub.h"
 #include "Core/Prefs.h"
-#include "Tabs/Quillbox/HubClient.h"
+#include "Hub/Hub.h"
+#include "Tabs/Quillbox/QuillboxClient.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
 
 #include <QUrl>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Tabs/Home/KeychainLane.h"
+#include "Core/KeychainLane.h"
 
 #include <QObject>
 #include <QString>

@@ -1,6 +1,6 @@
 #include "Settings/SettingsStore.h"
 
-#include "Core/Hub.h"
+#include "Hub/Hub.h"
 #include "Platform/Places.h"
 #include "Tabs/Agents/AgentsSource.h"
 

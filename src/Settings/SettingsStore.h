@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Core/TokenSettings.h"
+#include "Feeds/Work/TokenSettings.h"
 #include "Settings/AboutSettings.h"
 #include "Settings/ClaudeSettings.h"
 #include "Settings/GeneralSettings.h"

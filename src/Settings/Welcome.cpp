@@ -1,6 +1,6 @@
 #include "Settings/Welcome.h"
 
-#include "Core/Hub.h"
+#include "Hub/Hub.h"
 #include "Platform/Background.h"
 #include "Platform/LoginItem.h"
 #include "Platform/Places.h"

@@ -1,9 +1,9 @@
 #include "Shell/CollapsedStrip.h"
 
-#include "Core/Hub.h"
 #include "Core/Prefs.h"
+#include "Feeds/Everyday/EverydaySource.h"
+#include "Hub/Hub.h"
 #include "Tabs/Agents/AgentsSource.h"
-#include "Tabs/Home/EverydaySource.h"
 #include "Tabs/Todos/TodosSource.h"
 
 using namespace Qt::StringLiterals;

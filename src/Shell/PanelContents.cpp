@@ -1,9 +1,9 @@
 #include "Shell/PanelContents.h"
 
-#include "Core/Hub.h"
-#include "Core/Process.h"
+#include "Core/Texts.h"
+#include "Feeds/Everyday/EverydaySource.h"
+#include "Hub/Hub.h"
 #include "Tabs/Agents/AgentsSource.h"
-#include "Tabs/Home/EverydaySource.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
 #include "Tabs/Todos/TodosSource.h"
 

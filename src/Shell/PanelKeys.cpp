@@ -1,6 +1,6 @@
 #include "Shell/PanelKeys.h"
 
-#include "Core/Hub.h"
+#include "Hub/Hub.h"
 #include "Shell/PanelContents.h"
 #include "Shell/UI.h"
 #include "Tabs/Todos/TodosSource.h"

@@ -1,6 +1,6 @@
 #include "Shell/PeekLine.h"
 
-#include "Core/Hub.h"
+#include "Hub/Hub.h"
 #include "Tabs/Agents/AgentsSource.h"
 
 namespace velto {

@@ -1,10 +1,10 @@
 #include "Tabs/Connect/CalendarForm.h"
 
-#include "Core/Hub.h"
 #include "Core/Prefs.h"
-#include "Core/Process.h"
-#include "Tabs/Home/EverydaySource.h"
-#include "Tabs/Home/GoogleCalendar.h"
+#include "Core/Texts.h"
+#include "Feeds/Calendar/GoogleCalendar.h"
+#include "Feeds/Everyday/EverydaySource.h"
+#include "Hub/Hub.h"
 
 #include <QLocale>
 #include <utility>

@@ -1,11 +1,11 @@
 #include "Tabs/Connect/ConnectSource.h"
 
-#include "Core/Hub.h"
-#include "Core/WatchFolders.h"
+#include "Feeds/Calendar/GoogleCalendar.h"
+#include "Feeds/Everyday/EverydaySource.h"
+#include "Feeds/Repositories/WatchFolders.h"
+#include "Hub/Hub.h"
 #include "Platform/Clipboard.h"
 #include "Tabs/Agents/AgentsSource.h"
-#include "Tabs/Home/EverydaySource.h"
-#include "Tabs/Home/GoogleCalendar.h"
 #include "Tabs/Todos/TodosSource.h"
 
 #include <array>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Core/RowModel.h"
-#include "Core/TokenSettings.h"
 #include "Core/VeltoSource.h"
+#include "Feeds/Work/TokenSettings.h"
 #include "Tabs/Connect/CalendarForm.h"
 #include "Tabs/Connect/McpForm.h"
 #include "Tabs/Connect/ModuleStatus.h"

@@ -1,9 +1,9 @@
 #include "Tabs/Connect/McpForm.h"
 
-#include "Core/Hub.h"
 #include "Core/TerminalApp.h"
+#include "Feeds/Signals/SignalsSource.h"
+#include "Hub/Hub.h"
 #include "Platform/Clipboard.h"
-#include "Tabs/Home/SignalsSource.h"
 
 #include <QUrl>
 

@@ -1,13 +1,13 @@
 #include "Tabs/Connect/ModuleStatus.h"
 
-#include "Core/Hub.h"
-#include "Core/Process.h"
-#include "Core/TokenSettings.h"
+#include "Core/Texts.h"
+#include "Feeds/Calendar/GoogleCalendar.h"
+#include "Feeds/Signals/SignalsSource.h"
+#include "Feeds/Work/TokenSettings.h"
+#include "Feeds/Work/WorkSource.h"
+#include "Hub/Hub.h"
 #include "Platform/ToolRunner.h"
 #include "Tabs/Agents/AgentsSource.h"
-#include "Tabs/Home/GoogleCalendar.h"
-#include "Tabs/Home/SignalsSource.h"
-#include "Tabs/Home/WorkSource.h"
 #include "Tabs/Todos/TodosSource.h"
 
 #include <QLocale>

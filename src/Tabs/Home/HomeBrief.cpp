@@ -1,9 +1,9 @@
 #include "Tabs/Home/HomeBrief.h"
 
-#include "Core/Hub.h"
+#include "Core/Link.h"
+#include "Feeds/Work/WorkItem.h"
+#include "Hub/Hub.h"
 #include "Platform/Workspace.h"
-#include "Tabs/Home/Link.h"
-#include "Tabs/Home/WorkItem.h"
 
 #include <algorithm>
 

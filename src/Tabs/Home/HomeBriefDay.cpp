@@ -1,10 +1,10 @@
 #include "Tabs/Home/HomeBrief.h"
 
-#include "Core/Hub.h"
+#include "Core/FirstNames.h"
+#include "Feeds/Everyday/EverydaySource.h"
+#include "Hub/Hub.h"
 #include "Platform/Places.h"
 #include "Tabs/Agents/AgentsSource.h"
-#include "Tabs/Home/EverydaySource.h"
-#include "Tabs/Home/FirstNames.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
 #include "Tabs/Todos/TodosSource.h"
 

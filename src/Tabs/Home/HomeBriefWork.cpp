@@ -1,15 +1,15 @@
 #include "Tabs/Home/HomeBrief.h"
 
-#include "Core/Hub.h"
-#include "Core/Process.h"
+#include "Core/FirstNames.h"
+#include "Core/Texts.h"
+#include "Feeds/Glances/GlanceSource.h"
+#include "Feeds/Signals/SignalsSource.h"
+#include "Feeds/Usage/Pace.h"
+#include "Feeds/Work/WorkSource.h"
+#include "Hub/Hub.h"
 #include "Platform/Places.h"
 #include "Platform/Workspace.h"
-#include "Tabs/Home/FirstNames.h"
-#include "Tabs/Home/GlanceSource.h"
 #include "Tabs/Home/HomeSource.h"
-#include "Tabs/Home/Pace.h"
-#include "Tabs/Home/SignalsSource.h"
-#include "Tabs/Home/WorkSource.h"
 
 #include <QLocale>
 

@@ -1,14 +1,14 @@
 #include "Tabs/Home/HomeSource.h"
 
-#include "Core/Hub.h"
 #include "Core/Prefs.h"
+#include "Feeds/Glances/GlanceSource.h"
+#include "Feeds/Glances/VideoPreview.h"
+#include "Feeds/Usage/Pace.h"
+#include "Hub/Hub.h"
 #include "Platform/VideoPlayer.h"
 #include "Platform/Workspace.h"
 #include "Tabs/Agents/AgentsSource.h"
-#include "Tabs/Home/GlanceSource.h"
 #include "Tabs/Home/HomeBrief.h"
-#include "Tabs/Home/Pace.h"
-#include "Tabs/Home/VideoPreview.h"
 
 #include <algorithm>
 #include <functional>
