@@ -1,6 +1,7 @@
 #include "App/AppDelegate.h"
 
 #include "Hub/Hub.h"
+#include "Platform/Clock.h"
 #include "Platform/HotKey.h"
 #include "Platform/PanelWindow.h"
 #include "Platform/Session.h"

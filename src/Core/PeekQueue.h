@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Core/Peek.h"
-#include "Platform/Clock.h"
+#include "Platform/Timer.h"
 
 #include <QObject>
 #include <chrono>
@@ -10,6 +10,7 @@
 namespace velto {
 
 class Accessibility;
+class Clock;
 
 /// The one queue that everything with something to say goes through: what is dropped, what comes first, how long each line
 /// stays, and what becomes of a question that nobody answers. UI thread only.
@@ -47,7 +48,7 @@ Q_SIGNALS:
 private:
     struct Press {
         QUuid peek;
-        Clock::Instant at;
+        Instant at;
     };
 
     void next();
@@ -57,7 +58,7 @@ private:
     Clock &m_clock;
     Accessibility &m_accessibility;
     std::optional<Peek> m_onShow;
-    Clock::Instant m_shownAt;
+    Instant m_shownAt;
     std::optional<Press> m_press;
     std::deque<Peek> m_queue;
     TimerHandle m_end;

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "Core/Peek.h"
-
 #include <QObject>
 #include <QString>
 #include <QUrl>
 #include <functional>
 
 namespace velto {
+
+struct Peek;
 
 /// The object behind one tab. Lives on the UI thread; announces every change of what it publishes with changed(), and
 /// nothing else: a refresh that finds the same world is silent.

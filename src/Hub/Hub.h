@@ -4,7 +4,7 @@
 #include "Core/PeekQueue.h"
 #include "Core/Prefs.h"
 #include "Core/VeltoSource.h"
-#include "Platform/Clock.h"
+#include "Platform/Timer.h"
 
 #include <QDateTime>
 #include <QList>
@@ -17,6 +17,7 @@ namespace velto {
 class Accessibility;
 class AgentsSource;
 class Applications;
+class Clock;
 class ConnectSource;
 class EverydaySource;
 class GlanceSource;

@@ -1,6 +1,7 @@
 #include "Shell/UI.h"
 
 #include "Core/Prefs.h"
+#include "Platform/Clock.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Clock.h"
+#include "Platform/Timer.h"
 
 #include <QObject>
 #include <QSizeF>
@@ -9,6 +9,7 @@
 
 namespace velto {
 
+class Clock;
 class Prefs;
 
 /// The state of the panel: open or not, and what pointer, taps and the keyboard do to it. UI thread only.

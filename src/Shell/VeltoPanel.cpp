@@ -1,5 +1,6 @@
 #include "Shell/VeltoPanel.h"
 
+#include "Platform/Clock.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/UI.h"
 

@@ -2,6 +2,7 @@
 
 #include "Core/Prefs.h"
 #include "Feeds/Calendar/MeetingFeed.h"
+#include "Platform/Clock.h"
 #include "Platform/Sounds.h"
 
 #include <algorithm>

@@ -1,5 +1,7 @@
 #include "Platform/Linux/XcbClipboardText.h"
 
+#include "Platform/Clock.h"
+
 #include <utility>
 
 namespace velto {

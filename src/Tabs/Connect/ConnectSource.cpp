@@ -5,6 +5,7 @@
 #include "Feeds/Repositories/WatchFolders.h"
 #include "Hub/Hub.h"
 #include "Platform/Clipboard.h"
+#include "Platform/Clock.h"
 #include "Tabs/Agents/AgentsSource.h"
 #include "Tabs/Todos/TodosSource.h"
 

@@ -5,6 +5,7 @@
 #include "Feeds/Glances/VideoPreview.h"
 #include "Feeds/Usage/Pace.h"
 #include "Hub/Hub.h"
+#include "Platform/Clock.h"
 #include "Platform/VideoPlayer.h"
 #include "Platform/Workspace.h"
 #include "Tabs/Agents/AgentsSource.h"

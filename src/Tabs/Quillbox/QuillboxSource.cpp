@@ -1,6 +1,7 @@
 #include "Tabs/Quillbox/QuillboxSource.h"
 
 #include "Core/Texts.h"
+#include "Platform/Clock.h"
 #include "Platform/Machine.h"
 #include "Tabs/Quillbox/QuillboxClient.h"
 
