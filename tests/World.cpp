@@ -18,9 +18,8 @@ Desktop World::prepared()
                  QStringList{QStringLiteral("calendar"), QStringLiteral("prs"), QStringLiteral("work"), QStringLiteral("media"),
                              QStringLiteral("usage"), QStringLiteral("mcp"), QStringLiteral("repos")});
     defaults.set(QStringLiteral("hookToken"), QStringLiteral("token"));
-    return {clock,    background, tools,       files,        fileTree,      defaults,  http,
-            keychain, clipboard,  workspace,   applications, accessibility, terminals, machine,
-            players,  sounds,     folderPanel, videoPlayer,  places};
+    return {clock,        background,    tools,     files,   fileTree, defaults, http,        keychain,    clipboard, workspace,
+            applications, accessibility, terminals, machine, players,  sounds,   folderPanel, videoPlayer, places};
 }
 
 void World::setListing(const QByteArray &json)
@@ -52,7 +51,7 @@ void World::connectHub(const QByteArray &snapshot)
 {
     http.answer = [snapshot](const HttpRequest &) { return HttpReply{200, snapshot, {}}; };
     quillboxMode = QuillboxMode::hub(QUrl(QStringLiteral("https://hub.example.net")), QStringLiteral("token"));
-    hub.quillbox()->reconnect();
+    quillbox.reconnect();
     background.finishAll();
 }
 

@@ -2,10 +2,6 @@
 
 #include "FakeHttp.h"
 
-#include "Feeds/Everyday/EverydaySource.h"
-#include "Feeds/Glances/GlanceSource.h"
-#include "Feeds/Signals/SignalsSource.h"
-#include "Feeds/Work/WorkSource.h"
 #include "Hooks/HookListener.h"
 #include "Hub/Stores.h"
 #include "Platform/Fake/FakeBackground.h"
@@ -15,11 +11,6 @@
 #include "Platform/Fake/FakeToolRunner.h"
 #include "Platform/Places.h"
 #include "Platform/Posix/PosixFileTree.h"
-#include "Tabs/Agents/AgentsSource.h"
-#include "Tabs/Connect/ConnectSource.h"
-#include "Tabs/Home/HomeSource.h"
-#include "Tabs/Quillbox/QuillboxSource.h"
-#include "Tabs/Todos/TodosSource.h"
 
 namespace velto {
 
@@ -58,6 +49,15 @@ struct World {
     Prefs &prefs = stores.prefs;
     HookInstaller &installer = stores.installer;
     TerminalApp &terminal = stores.terminal;
+    QuillboxSource &quillbox = stores.quillbox;
+    TodosSource &todos = stores.todos;
+    AgentsSource &agents = stores.agents;
+    SignalsSource &signalsSource = stores.signalsSource;
+    EverydaySource &everyday = stores.everyday;
+    WorkSource &work = stores.work;
+    GlanceSource &glances = stores.glances;
+    HomeSource &home = stores.home;
+    ConnectSource &connectTab = stores.connectTab;
     Hub &hub = stores.hub;
 
     Desktop prepared();

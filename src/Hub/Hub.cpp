@@ -10,8 +10,6 @@
 #include "Platform/Clock.h"
 #include "Platform/Workspace.h"
 #include "Tabs/Agents/AgentsSource.h"
-#include "Tabs/Connect/ConnectSource.h"
-#include "Tabs/Home/HomeSource.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
 #include "Tabs/Todos/TodosSource.h"
 
@@ -34,66 +32,67 @@ constexpr std::array kRecorders{
 
 } // namespace
 
-Hub::Hub(Needs needs, QObject *parent)
+Hub::Hub(const Needs &needs, QObject *parent)
     : QObject(parent)
-    , m_clock(needs.clock)
-    , m_applications(needs.applications)
-    , m_workspace(needs.workspace)
-    , m_prefs(needs.prefs)
-    , m_terminal(needs.terminal)
+    , m_needs(needs)
     , m_peeks(needs.clock, needs.accessibility)
-    , m_quillbox(std::move(needs.quillbox))
-    , m_todos(std::move(needs.todos))
-    , m_agents(std::move(needs.agents))
-    , m_signals(std::move(needs.signalsSource))
-    , m_everyday(std::move(needs.everyday))
-    , m_work(std::move(needs.work))
-    , m_glances(std::move(needs.glances))
-    , m_updated(m_clock.wallTime())
+    , m_sources({{Tab::Home, &needs.home},
+                 {Tab::Todos, &needs.todos},
+                 {Tab::Agents, &needs.agents},
+                 {Tab::Quillbox, &needs.quillbox},
+                 {Tab::Connect, &needs.connect}})
+    , m_lastTabs(tabs())
+    , m_updated(needs.clock.wallTime())
 {
-    m_home = needs.makeHome(*this);
-    m_connect = needs.makeConnect(*this);
-    m_sources = {{Tab::Home, m_home.get()},
-                 {Tab::Todos, m_todos.get()},
-                 {Tab::Agents, m_agents.get()},
-                 {Tab::Quillbox, m_quillbox.get()},
-                 {Tab::Connect, m_connect.get()}};
-    m_lastTabs = tabs();
-    followSources(needs.google);
-    m_agents->setOtherMac(m_quillbox->otherMacRows());
+    followSources();
+    m_needs.agents.setOtherMac(m_needs.quillbox.otherMacRows());
     const auto raise = [this](Peek peek) { show(std::move(peek)); };
-    m_quillbox->onPeek = raise;
-    m_agents->onPeek = raise;
-    m_everyday->onPeek = raise;
-    m_everyday->waitingAgents = [this] { return m_prefs.isOn(Prefs::Module::Agents) ? m_agents->waitingCount() : 0; };
+    m_needs.quillbox.onPeek = raise;
+    m_needs.agents.onPeek = raise;
+    m_needs.everyday.onPeek = raise;
+    m_needs.everyday.waitingAgents = [this] {
+        return m_needs.prefs.isOn(Prefs::Module::Agents) ? m_needs.agents.waitingCount() : 0;
+    };
 
     refresh(false);
     checkRecording();
-    connect(&m_applications, &Applications::runningChanged, this, &Hub::checkRecording);
-    m_tick = m_clock.every(kRefreshInterval, [this] { refresh(false); });
+    connect(&m_needs.applications, &Applications::runningChanged, this, &Hub::checkRecording);
+    m_tick = m_needs.clock.every(kRefreshInterval, [this] { refresh(false); });
 }
 
-Hub::~Hub() = default;
+Hub::~Hub()
+{
+    // The sources outlive the Hub.
+    m_needs.quillbox.onPeek = {};
+    m_needs.agents.onPeek = {};
+    m_needs.everyday.onPeek = {};
+    m_needs.everyday.waitingAgents = {};
+}
 
-void Hub::followSources(GoogleCalendar &google)
+void Hub::followSources()
 {
     connect(&m_peeks, &PeekQueue::onShowChanged, this, [this] {
         Q_EMIT peekChanged();
         Q_EMIT changed();
     });
-    for (const VeltoSource *source : std::initializer_list<VeltoSource *>{m_todos.get(), m_agents.get(), m_quillbox.get()})
+    for (const auto &[tab, source] : m_sources) {
+        connect(source, &VeltoSource::tabWanted, this, &Hub::open);
+        connect(source, &VeltoSource::refreshWanted, this, [this] { refresh(true); });
+    }
+    for (const VeltoSource *source : std::initializer_list<VeltoSource *>{&m_needs.todos, &m_needs.agents, &m_needs.quillbox})
         connect(source, &VeltoSource::changed, this, &Hub::sourceChanged);
-    connect(m_signals.get(), &SignalsSource::changed, this, &Hub::sourceChanged);
-    connect(m_everyday.get(), &EverydaySource::changed, this, &Hub::sourceChanged);
-    connect(m_work.get(), &WorkSource::changed, this, &Hub::sourceChanged);
-    connect(m_glances.get(), &GlanceSource::changed, this, &Hub::sourceChanged);
-    connect(m_home.get(), &HomeSource::changed, this, &Hub::changed); // by a minute that has passed
-    connect(m_quillbox.get(), &QuillboxSource::changed, this, [this] {
+    connect(&m_needs.signalsSource, &SignalsSource::changed, this, &Hub::sourceChanged);
+    connect(&m_needs.everyday, &EverydaySource::changed, this, &Hub::sourceChanged);
+    connect(&m_needs.work, &WorkSource::changed, this, &Hub::sourceChanged);
+    connect(&m_needs.glances, &GlanceSource::changed, this, &Hub::sourceChanged);
+    connect(&m_needs.home, &VeltoSource::changed, this, &Hub::changed); // by a minute that has passed
+    connect(&m_needs.quillbox, &QuillboxSource::changed, this, [this] {
         fixSelection(); // its tab comes and goes with the connection
     });
-    connect(&google, &GoogleCalendar::changed, this, [this] { m_clock.post(this, [this] { m_everyday->loadCalendar(); }); });
-    connect(&m_prefs, &Prefs::changed, this, [this] {
-        m_clock.post(this, [this] {
+    connect(&m_needs.google, &GoogleCalendar::changed, this,
+            [this] { m_needs.clock.post(this, [this] { m_needs.everyday.loadCalendar(); }); });
+    connect(&m_needs.prefs, &Prefs::changed, this, [this] {
+        m_needs.clock.post(this, [this] {
             fixSelection();
             sourceChanged();
         });
@@ -102,8 +101,8 @@ void Hub::followSources(GoogleCalendar &google)
 
 void Hub::sourceChanged()
 {
-    m_home->worldChanged();
-    m_connect->worldChanged();
+    for (const auto &[tab, source] : m_sources)
+        source->worldChanged();
     Q_EMIT changed();
 }
 
@@ -118,11 +117,11 @@ QList<Tab> Hub::tabs() const
     const auto visible = [this](Tab tab) {
         switch (tab) {
         case Tab::Todos:
-            return m_prefs.isOn(Prefs::Module::Todos);
+            return m_needs.prefs.isOn(Prefs::Module::Todos);
         case Tab::Agents:
-            return m_prefs.isOn(Prefs::Module::Agents);
+            return m_needs.prefs.isOn(Prefs::Module::Agents);
         case Tab::Quillbox:
-            return m_prefs.isOn(Prefs::Module::Todos) && m_quillbox->mode().isHub();
+            return m_needs.prefs.isOn(Prefs::Module::Todos) && m_needs.quillbox.mode().isHub();
         case Tab::Home:
         case Tab::Connect:
             break;
@@ -165,24 +164,24 @@ void Hub::fixSelection()
 
 void Hub::refresh(bool force)
 {
-    if (m_prefs.isOn(Prefs::Module::Todos)) {
-        m_quillbox->refresh();
-        m_todos->refresh();
+    if (m_needs.prefs.isOn(Prefs::Module::Todos)) {
+        m_needs.quillbox.refresh();
+        m_needs.todos.refresh();
     }
-    if (m_prefs.isOn(Prefs::Module::Agents))
-        m_agents->refresh();
-    m_signals->refresh(force);
-    m_everyday->refresh();
-    m_work->refresh(force);
+    if (m_needs.prefs.isOn(Prefs::Module::Agents))
+        m_needs.agents.refresh();
+    m_needs.signalsSource.refresh(force);
+    m_needs.everyday.refresh();
+    m_needs.work.refresh(force);
     fixSelection();
-    m_updated = m_clock.wallTime();
+    m_updated = m_needs.clock.wallTime();
     Q_EMIT updatedChanged();
 }
 
 void Hub::checkRecording()
 {
-    const QStringList running = m_applications.running();
-    const bool recording = m_prefs.quietWhileRecording()
+    const QStringList running = m_needs.applications.running();
+    const bool recording = m_needs.prefs.quietWhileRecording()
         && std::ranges::any_of(kRecorders, [&running](QLatin1StringView id) { return running.contains(id); });
     if (recording == m_recording)
         return;
@@ -219,9 +218,9 @@ void Hub::act(const QUuid &id)
         return;
     const Peek pressed = peek();
     if (pressed.resume) {
-        m_terminal.resumeClaude(pressed.resume, pressed.cwd);
+        m_needs.terminal.resumeClaude(pressed.resume, pressed.cwd);
     } else if (pressed.url) {
-        m_workspace.open(*pressed.url);
+        m_needs.workspace.open(*pressed.url);
     } else {
         if (pressed.tab)
             open(*pressed.tab);

@@ -1,17 +1,8 @@
 #include "Hub/Stores.h"
 
-#include "Feeds/Everyday/EverydaySource.h"
-#include "Feeds/Glances/GlanceSource.h"
-#include "Feeds/Signals/SignalsSource.h"
-#include "Feeds/Work/WorkSource.h"
 #include "Hooks/HookListener.h"
 #include "Hooks/Hooks.h"
 #include "Platform/Places.h"
-#include "Tabs/Agents/AgentsSource.h"
-#include "Tabs/Connect/ConnectSource.h"
-#include "Tabs/Home/HomeSource.h"
-#include "Tabs/Quillbox/QuillboxSource.h"
-#include "Tabs/Todos/TodosSource.h"
 
 namespace velto {
 
@@ -19,54 +10,34 @@ Stores::Stores(const Desktop &d, std::unique_ptr<HookListener> listener, Quillbo
     : prefs(d.defaults, d.places, d.clock)
     , installer(d.files, d.clock, d.places.home, hookToken(d.defaults))
     , terminal(d.defaults, d.terminals, d.places)
-    , hubClient(d.http, d.background, std::move(selection))
+    , quillboxClient(d.http, d.background, std::move(selection))
     , usage(std::make_shared<UsageReader>(d.fileTree, claudeLogs(d.places.home)))
     , google({d.clock, d.background, d.http, d.keychain, d.workspace, prefs})
-    , hub(hubNeeds(d, std::move(listener)))
+    , quillbox({d.clock, d.machine, quillboxClient, d.places.home})
+    , todos({d.clock, d.background, d.tools, d.files, d.places, quillbox})
+    , agents({d.clock, d.background, d.tools, d.files, d.applications, d.workspace, prefs, terminal, d.places, installer,
+              std::move(listener)})
+    , signalsSource({d.clock, d.background, d.tools, prefs, claudeLogs(d.places.home),
+                     [reader = usage](const QDateTime &now) { return reader->read(now); }})
+    , everyday({d.clock, prefs, google, d.players, d.sounds})
+    , work({d.clock, d.background, d.tools, d.http, d.keychain, prefs})
+    , glances({d.clock, d.background, d.tools, d.clipboard, d.http, d.places.downloads})
+    , home({{prefs, agents, everyday, work, todos, glances, signalsSource, quillbox},
+            terminal,
+            d.workspace,
+            d.videoPlayer,
+            d.places,
+            d.clock})
+    , connectTab({todos, agents, everyday, work, signalsSource, google, prefs, d.clock, d.background, d.keychain, d.clipboard,
+                  d.folderPanel, terminal, d.tools})
+    , hub({d.clock, d.accessibility, d.applications, d.workspace, prefs, terminal, google, quillbox, todos, agents, signalsSource,
+           everyday, work, glances, home, connectTab})
 {
 }
 
 Stores::~Stores()
 {
     usage->stop();
-}
-
-Hub::Needs Stores::hubNeeds(const Desktop &d, std::unique_ptr<HookListener> listener)
-{
-    auto quillbox = std::make_unique<QuillboxSource>(QuillboxSource::Needs{d.clock, d.machine, hubClient, d.places.home});
-    auto todos = std::make_unique<TodosSource>(TodosSource::Needs{d.clock, d.background, d.tools, d.files, d.places, *quillbox});
-    auto agents =
-        std::make_unique<AgentsSource>(AgentsSource::Needs{d.clock, d.background, d.tools, d.files, d.applications, d.workspace,
-                                                           prefs, terminal, d.places, installer, std::move(listener)});
-    auto slow = std::make_unique<SignalsSource>(
-        SignalsSource::Needs{d.clock, d.background, d.tools, prefs, claudeLogs(d.places.home),
-                             [reader = usage](const QDateTime &now) { return reader->read(now); }});
-    auto everyday = std::make_unique<EverydaySource>(EverydaySource::Needs{d.clock, prefs, google, d.players, d.sounds});
-    auto work = std::make_unique<WorkSource>(WorkSource::Needs{d.clock, d.background, d.tools, d.http, d.keychain, prefs});
-    auto glances = std::make_unique<GlanceSource>(
-        GlanceSource::Needs{d.clock, d.background, d.tools, d.clipboard, d.http, d.places.downloads});
-    return {d.clock,
-            d.accessibility,
-            d.applications,
-            d.workspace,
-            prefs,
-            terminal,
-            google,
-            std::move(quillbox),
-            std::move(todos),
-            std::move(agents),
-            std::move(slow),
-            std::move(everyday),
-            std::move(work),
-            std::move(glances),
-            [d](Hub &made) {
-                return std::make_unique<HomeSource>(
-                    HomeSource::Needs{made, made.prefs(), d.workspace, d.videoPlayer, d.places, d.clock});
-            },
-            [d, this](Hub &made) {
-                return std::make_unique<ConnectSource>(ConnectSource::Needs{
-                    made, prefs, d.clock, d.background, d.keychain, d.clipboard, d.folderPanel, terminal, d.tools, google});
-            }};
 }
 
 } // namespace velto

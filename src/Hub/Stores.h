@@ -3,11 +3,20 @@
 #include "Core/Prefs.h"
 #include "Core/TerminalApp.h"
 #include "Feeds/Calendar/GoogleCalendar.h"
+#include "Feeds/Everyday/EverydaySource.h"
+#include "Feeds/Glances/GlanceSource.h"
+#include "Feeds/Signals/SignalsSource.h"
 #include "Feeds/Usage/UsageReader.h"
+#include "Feeds/Work/WorkSource.h"
 #include "Hooks/HookInstaller.h"
 #include "Hub/Desktop.h"
 #include "Hub/Hub.h"
+#include "Tabs/Agents/AgentsSource.h"
+#include "Tabs/Connect/ConnectSource.h"
+#include "Tabs/Home/HomeSource.h"
 #include "Tabs/Quillbox/QuillboxClient.h"
+#include "Tabs/Quillbox/QuillboxSource.h"
+#include "Tabs/Todos/TodosSource.h"
 
 namespace velto {
 
@@ -21,16 +30,21 @@ public:
            QuillboxMode::Selection selection = &QuillboxMode::current);
     ~Stores();
 
-private:
-    Hub::Needs hubNeeds(const Desktop &desktop, std::unique_ptr<HookListener> listener);
-
-public:
     Prefs prefs;
     HookInstaller installer;
     TerminalApp terminal;
-    HubClient hubClient;
+    QuillboxClient quillboxClient;
     std::shared_ptr<UsageReader> usage; ///< a reading under way holds it too
     GoogleCalendar google;
+    QuillboxSource quillbox;
+    TodosSource todos;
+    AgentsSource agents;
+    SignalsSource signalsSource;
+    EverydaySource everyday;
+    WorkSource work;
+    GlanceSource glances;
+    HomeSource home;
+    ConnectSource connectTab;
     Hub hub;
 };
 

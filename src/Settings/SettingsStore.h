@@ -22,6 +22,8 @@ public:
     /// All of it outlives this.
     struct Needs {
         Hub &hub;
+        AgentsSource &agents;
+        QuillboxSource &quillbox;
         Prefs &prefs;
         Background &background;
         Defaults &defaults;

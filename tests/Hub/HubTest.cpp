@@ -67,8 +67,8 @@ private Q_SLOTS:
         w.setSessions(1, 1);
         w.refresh();
         QVERIFY(changed.count() > 0);
-        QCOMPARE(w.hub.agents()->runningCount(), 1);
-        QCOMPARE(w.hub.agents()->waitingCount(), 1);
+        QCOMPARE(w.agents.runningCount(), 1);
+        QCOMPARE(w.agents.waitingCount(), 1);
     }
 
     void aRecorderSilencesEverything()

@@ -1,11 +1,11 @@
+#include "App/Windows.h"
+#include "Platform/Appearance.h"
 #include "Settings/Desk.h"
 #include "Warnings.h"
 
 #include <QAccessible>
 #include <QDir>
 #include <QGuiApplication>
-#include <QQmlComponent>
-#include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QSignalSpy>
@@ -39,24 +39,28 @@ QList<QQuickItem *> controlsBelow(QQuickItem *root)
     return controls;
 }
 
+class LightAppearance final : public Appearance {
+public:
+    void follow() override { }
+    bool dark() const override { return false; }
+};
+
 } // namespace
 
 class WindowsTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase() { m_engine.addImportPath(u"qrc:/qt/qml"_s); }
-
     void init()
     {
         m_desk = std::make_unique<Desk>();
+        m_windows = std::make_unique<Windows>(m_appearance, m_desk->needs, m_desk->welcome);
         QVERIFY(QDir(m_desk->folder.path()).mkdir(u".claude"_s));
         Warnings::start();
     }
 
     void cleanup()
     {
-        m_window.reset();
-        m_welcome.reset();
+        m_windows.reset();
         m_desk.reset();
         const QStringList warnings = Warnings::stop();
         QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(u'\n')));
@@ -80,7 +84,7 @@ private Q_SLOTS:
         QFETCH(int, pane);
         QFETCH(QStringList, some);
         if (pane < 0)
-            open("WelcomeWindow.qml", (m_welcome = std::make_unique<Welcome>(m_desk->welcome)).get());
+            openWelcome();
         else
             openPane(pane);
         QStringList names;
@@ -122,56 +126,81 @@ private Q_SLOTS:
         named(u"Linear API key, Paste here"_s)->forceActiveFocus(Qt::TabFocusReason);
         m_window->requestActivate();
         for (const Qt::Key key : {Qt::Key_X, Qt::Key_Tab, Qt::Key_Return})
-            QTest::keyClick(m_window.get(), key);
+            QTest::keyClick(m_window, key);
         m_desk->background.finishAll();
         QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Linear API key, Saved"_s);
-        QTest::keyClick(m_window.get(), Qt::Key_Tab);
-        QTest::keyClick(m_window.get(), Qt::Key_Return);
+        QTest::keyClick(m_window, Qt::Key_Tab);
+        QTest::keyClick(m_window, Qt::Key_Return);
         m_desk->background.finishAll();
         QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Linear API key, Paste here"_s);
     }
 
-    void returnStartsFromAnywhereInTheWelcome()
+    void theWelcomeEndsByItsButtonAndByReturn()
     {
-        m_welcome = std::make_unique<Welcome>(m_desk->welcome);
-        const QSignalSpy done(m_welcome.get(), &Welcome::done);
-        open("WelcomeWindow.qml", m_welcome.get());
+        const QSignalSpy done(m_windows.get(), &Windows::welcomed);
+        openWelcome();
+        press(u"Start using Velto"_s);
+        QCOMPARE(done.count(), 1);
+        QVERIFY(!m_window->isVisible());
+        QVERIFY(!m_desk->loginItem.on);
+        openWelcome();
+        press(u"Open Velto when I log in"_s);
         m_window->requestActivate();
         named(u"Todos"_s)->forceActiveFocus(Qt::TabFocusReason);
-        QTest::keyClick(m_window.get(), Qt::Key_Return);
-        QCOMPARE(done.count(), 1);
+        QTest::keyClick(m_window, Qt::Key_Return); // from anywhere in it
+        QCOMPARE(done.count(), 2);
+        QVERIFY(!m_window->isVisible());
+        QVERIFY(m_desk->loginItem.on);
+    }
+
+    void aTokenIsNeverShown()
+    {
+        openPane(3);
+        QQuickItem *field = named(u"Linear API key, Paste here"_s);
+        field->forceActiveFocus(Qt::TabFocusReason);
+        m_window->requestActivate();
+        QTest::keyClick(m_window, Qt::Key_X);
+        QCOMPARE(field->property("text").toString(), u"x"_s);
+        QVERIFY(!field->property("displayText").toString().contains(u'x'));
     }
 
     void theResetIsAskedForTwice()
     {
-        const QSignalSpy quit(m_desk->settings.about(), &AboutSettings::quitWanted);
+        const QSignalSpy quit(m_windows.get(), &Windows::quitWanted);
         openPane(5);
         press(u"Remove Velto's changes and quit…"_s);
         QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Cancel"_s);
-        QTest::keyClick(m_window.get(), Qt::Key_Return);
+        QTest::keyClick(m_window, Qt::Key_Return);
         QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Remove Velto's changes and quit…"_s);
         QCOMPARE(quit.count(), 0);
         press(u"Remove Velto's changes and quit…"_s);
         QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Cancel"_s);
-        QTest::keyClick(m_window.get(), Qt::Key_Tab);
-        QTest::keyClick(m_window.get(), Qt::Key_Return);
+        QTest::keyClick(m_window, Qt::Key_Tab);
+        QTest::keyClick(m_window, Qt::Key_Return);
         QCOMPARE(quit.count(), 1);
     }
 
 private:
-    void open(const char *file, QObject *store)
+    /// The window of that title, once it is there.
+    void take(const QString &title)
     {
-        QQmlComponent component(&m_engine, QUrl(u"qrc:/qt/qml/Velto/Settings/"_s + QLatin1StringView(file)));
-        m_window.reset(
-            qobject_cast<QQuickWindow *>(component.createWithInitialProperties({{u"store"_s, QVariant::fromValue(store)}})));
-        QVERIFY2(m_window, qPrintable(component.errorString()));
-        m_window->show();
-        QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+        m_window = nullptr;
+        for (QWindow *window : QGuiApplication::topLevelWindows())
+            if (window->title() == title)
+                m_window = qobject_cast<QQuickWindow *>(window);
+        QVERIFY2(m_window, qPrintable(title));
+        QVERIFY(QTest::qWaitForWindowExposed(m_window));
+    }
+    void openWelcome()
+    {
+        m_windows->showWelcome();
+        take(u"Welcome to Velto"_s);
     }
     void openPane(int index)
     {
-        open("SettingsWindow.qml", &m_desk->settings);
-        QVERIFY(QMetaObject::invokeMethod(m_window.get(), "show", Q_ARG(int, index)));
+        m_windows->showSettings();
+        take(u"Velto Settings"_s);
+        QVERIFY(QMetaObject::invokeMethod(m_window, "show", Q_ARG(int, index)));
         m_desk->background.finishAll();
         QCoreApplication::processEvents();
     }
@@ -188,14 +217,14 @@ private:
         QQuickItem *control = named(name);
         QVERIFY2(control, qPrintable(name));
         control->forceActiveFocus(Qt::TabFocusReason); // which brings it into sight
-        QTest::mouseClick(m_window.get(), Qt::LeftButton, {},
+        QTest::mouseClick(m_window, Qt::LeftButton, {},
                           control->mapToScene(QPointF(control->width() / 2, control->height() / 2)).toPoint());
     }
 
-    QQmlEngine m_engine;
+    LightAppearance m_appearance;
     std::unique_ptr<Desk> m_desk;
-    std::unique_ptr<Welcome> m_welcome;
-    std::unique_ptr<QQuickWindow> m_window;
+    std::unique_ptr<Windows> m_windows;
+    QQuickWindow *m_window = nullptr;
 };
 
 } // namespace velto

@@ -1,5 +1,6 @@
 #include "Feeds/Everyday/EverydaySource.h"
 
+#include "Core/Peek.h"
 #include "Core/Prefs.h"
 #include "Feeds/Calendar/MeetingFeed.h"
 #include "Platform/Clock.h"

@@ -1,7 +1,6 @@
 #include "Feeds/Work/TokenSettings.h"
 
 #include "Core/Prefs.h"
-#include "Hub/Hub.h"
 
 #include <array>
 #include <utility>
@@ -16,9 +15,8 @@ constexpr std::array kNames{"Velto.linear"_L1, "Velto.jira"_L1, "Velto.slack"_L1
 
 } // namespace
 
-TokenSettings::TokenSettings(Hub &hub, Prefs &prefs, Background &background, Keychain &keychain, QObject *parent)
+TokenSettings::TokenSettings(Prefs &prefs, Background &background, Keychain &keychain, QObject *parent)
     : QObject(parent)
-    , m_hub(hub)
     , m_prefs(prefs)
     , m_keychain(background, keychain)
 {
@@ -55,7 +53,7 @@ void TokenSettings::setJiraEmail(const QString &email)
 void TokenSettings::readAnew()
 {
     if (std::exchange(m_unread, false))
-        m_hub.refresh(true);
+        Q_EMIT refreshWanted();
 }
 
 void TokenSettings::save(const QString &name, const QString &token)
@@ -84,7 +82,7 @@ QCoro::Task<> TokenSettings::put(QString name, std::optional<QString> token)
     if (life.expired())
         co_return;
     m_unread = false;
-    m_hub.refresh(true);
+    Q_EMIT refreshWanted();
 }
 
 QCoro::Task<> TokenSettings::look()

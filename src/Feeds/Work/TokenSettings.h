@@ -9,7 +9,6 @@
 namespace velto {
 
 class Background;
-class Hub;
 class Keychain;
 class Prefs;
 
@@ -23,7 +22,7 @@ class TokenSettings : public QObject {
     Q_PROPERTY(int revision READ revision NOTIFY changed FINAL)
 public:
     /// All of it outlives this.
-    TokenSettings(Hub &hub, Prefs &prefs, Background &background, Keychain &keychain, QObject *parent = nullptr);
+    TokenSettings(Prefs &prefs, Background &background, Keychain &keychain, QObject *parent = nullptr);
     ~TokenSettings() override;
 
     QString jiraSite() const;
@@ -45,12 +44,13 @@ public:
 
 Q_SIGNALS:
     void changed();
+    /// Every store is to read again, with what is stored now.
+    void refreshWanted();
 
 private:
     QCoro::Task<> put(QString name, std::optional<QString> token);
     QCoro::Task<> look();
 
-    Hub &m_hub;
     Prefs &m_prefs;
     KeychainLane m_keychain;
     std::shared_ptr<const bool> m_life = std::make_shared<bool>(true); ///< ends with this object

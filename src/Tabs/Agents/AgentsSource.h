@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Core/Peek.h"
 #include "Core/RowModel.h"
 #include "Core/SourceState.h"
 #include "Core/VeltoSource.h"

@@ -26,7 +26,7 @@ QUrl under(QUrl base, const QString &path)
 HubError noAnswer(const QString &host)
 {
     return {HubError::kNoAnswer,
-            QCoreApplication::translate("HubClient",
+            QCoreApplication::translate("QuillboxClient",
                                         "Can't reach Quillbox at %1. Check your internet connection, or the address in Settings.")
                 .arg(host)};
 }
@@ -35,19 +35,19 @@ HubError refusal(const QString &host, int status)
 {
     const auto said = [status](const QString &text) { return HubError{status, text}; };
     if (status == 401 || status == 403)
-        return said(QCoreApplication::translate("HubClient",
+        return said(QCoreApplication::translate("QuillboxClient",
                                                 "Quillbox at %1 didn't accept the token. Paste a new one in Settings → Quillbox.")
                         .arg(host));
     if (status == 404)
-        return said(
-            QCoreApplication::translate(
-                "HubClient", "The Quillbox hub at %1 is older than this version of Velto. Update the hub, then press Refresh.")
-                .arg(host));
+        return said(QCoreApplication::translate(
+                        "QuillboxClient",
+                        "The Quillbox hub at %1 is older than this version of Velto. Update the hub, then press Refresh.")
+                        .arg(host));
     if (status >= 500 && status <= 599)
         return said(
-            QCoreApplication::translate("HubClient", "Quillbox at %1 had a problem (%2). Velto will try again in a minute.")
+            QCoreApplication::translate("QuillboxClient", "Quillbox at %1 had a problem (%2). Velto will try again in a minute.")
                 .arg(host, QString::number(status)));
-    return said(QCoreApplication::translate("HubClient", "Quillbox at %1 answered %2. Velto will try again in a minute.")
+    return said(QCoreApplication::translate("QuillboxClient", "Quillbox at %1 answered %2. Velto will try again in a minute.")
                     .arg(host, QString::number(status)));
 }
 
@@ -55,13 +55,14 @@ HubError notUnderstood(const QString &description)
 {
     return {HubError::kNotUnderstood,
             QCoreApplication::translate(
-                "HubClient", "Quillbox sent data this version of Velto doesn't understand. Update Velto or the hub. (%1)")
+                "QuillboxClient", "Quillbox sent data this version of Velto doesn't understand. Update Velto or the hub. (%1)")
                 .arg(description)};
 }
 
 } // namespace
 
-HubClient::HubClient(Http &http, Background &background, QuillboxMode::Selection selection, std::chrono::milliseconds timeout)
+QuillboxClient::QuillboxClient(Http &http, Background &background, QuillboxMode::Selection selection,
+                               std::chrono::milliseconds timeout)
     : m_http(http)
     , m_background(background)
     , m_selection(std::move(selection))
@@ -69,19 +70,20 @@ HubClient::HubClient(Http &http, Background &background, QuillboxMode::Selection
 {
 }
 
-HubClient::Answer<QByteArray> HubClient::request(QString path, QByteArray method, std::optional<QJsonObject> json,
-                                                 QuillboxMode mode) const
+QuillboxClient::Answer<QByteArray> QuillboxClient::request(QString path, QByteArray method, std::optional<QJsonObject> json,
+                                                           QuillboxMode mode) const
 {
     if (!mode.isHub())
         co_return HubError{HubError::kNotConnected,
-                           QCoreApplication::translate("HubClient", "Quillbox isn't connected. Connect it in Settings.")};
+                           QCoreApplication::translate("QuillboxClient", "Quillbox isn't connected. Connect it in Settings.")};
     HttpRequest request{under(mode.url(), path), method, {{"Authorization", "Bearer " + mode.token().toUtf8()}}};
     request.timeout = m_timeout;
     if (json) {
         request.headers.emplaceBack("Content-Type", "application/json");
         request.body = QJsonDocument(*json).toJson(QJsonDocument::Compact);
     }
-    const QString host = mode.url().host().isEmpty() ? QCoreApplication::translate("HubClient", "the hub") : mode.url().host();
+    const QString host =
+        mode.url().host().isEmpty() ? QCoreApplication::translate("QuillboxClient", "the hub") : mode.url().host();
 
     const HttpReply reply = co_await m_http.send(std::move(request));
     if (!reply.status)
@@ -91,7 +93,7 @@ HubClient::Answer<QByteArray> HubClient::request(QString path, QByteArray method
     co_return reply.body;
 }
 
-HubClient::Answer<VeltoSnapshot> HubClient::snapshot() const
+QuillboxClient::Answer<VeltoSnapshot> QuillboxClient::snapshot() const
 {
     Background &background = m_background;
     const Result<QByteArray, HubError> body = co_await request(kSnapshotPath, "GET", {}, current());
@@ -105,7 +107,7 @@ HubClient::Answer<VeltoSnapshot> HubClient::snapshot() const
     co_return *std::move(decoded);
 }
 
-QCoro::Task<std::optional<QString>> HubClient::test(QUrl url, QString token) const
+QCoro::Task<std::optional<QString>> QuillboxClient::test(QUrl url, QString token) const
 {
     const Result<QByteArray, HubError> body = co_await request(kSnapshotPath, "GET", {}, QuillboxMode::hub(url, token));
     if (body)

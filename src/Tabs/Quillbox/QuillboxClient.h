@@ -30,13 +30,13 @@ struct HubError {
 
 /// The one place that speaks to a Quillbox hub. Keeps nothing and retries nothing. UI thread only; what it hands out stays
 /// good when it goes, and the caller checks after the co_await whether its own object still lives.
-class HubClient {
+class QuillboxClient {
 public:
     template <typename Value> using Answer = QCoro::Task<Result<Value, HubError>>;
 
     /// `http` and `background` outlive the client. `timeout` is how long a hub may stay silent.
-    HubClient(Http &http, Background &background, QuillboxMode::Selection selection = &QuillboxMode::current,
-              std::chrono::milliseconds timeout = std::chrono::seconds(10));
+    QuillboxClient(Http &http, Background &background, QuillboxMode::Selection selection = &QuillboxMode::current,
+                   std::chrono::milliseconds timeout = std::chrono::seconds(10));
 
     /// The connection as it is selected now.
     QuillboxMode current() const { return m_selection(); }

@@ -1,5 +1,6 @@
 #include "Tabs/Quillbox/QuillboxSource.h"
 
+#include "Core/Peek.h"
 #include "Core/Texts.h"
 #include "Platform/Clock.h"
 #include "Platform/Machine.h"

@@ -214,7 +214,7 @@ void TodosSource::startWrite()
 QCoro::Task<> TodosSource::hubWrite(QString path, QJsonObject json)
 {
     const QPointer<TodosSource> self(this);
-    const HubClient &client = m_needs.quillbox.client();
+    const QuillboxClient &client = m_needs.quillbox.client();
     const auto asked = client.request(path, "POST", json, client.current());
     const auto answer = co_await asked;
     if (!self)

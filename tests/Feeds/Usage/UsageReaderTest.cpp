@@ -1,6 +1,5 @@
 #include "RunTests.h"
 
-#include "Feeds/Usage/UsagePlain.h"
 #include "Feeds/Usage/UsageReader.h"
 #include "Platform/Posix/PosixFileTree.h"
 
@@ -13,6 +12,15 @@ using namespace Qt::StringLiterals;
 namespace velto {
 
 namespace {
+
+/// A line of Claude Code's about an answer, with these counts.
+QByteArray answerLine(const QByteArray &timestamp, int input, int output, int cacheRead = 0, int cacheWrite = 0)
+{
+    return R"({"parentUuid":"0cddbe98","message":{"id":"msg_1","type":"message","role":"assistant","content":[],"usage":{"input_tokens":)"
+        + QByteArray::number(input) + R"(,"cache_creation_input_tokens":)" + QByteArray::number(cacheWrite)
+        + R"(,"cache_read_input_tokens":)" + QByteArray::number(cacheRead) + R"(,"output_tokens":)" + QByteArray::number(output)
+        + R"(,"service_tier":"standard"}},"type":"assistant","timestamp":")" + timestamp + "\"}\n";
+}
 
 /// A folder of logs, touched when the test says so.
 struct Desk {

@@ -16,7 +16,7 @@ protected:
     {
         m_world->setSessions(working, blocked);
         m_world->refresh();
-        ViewPage::show(*m_world->hub.agents(), 400);
+        ViewPage::show(m_world->agents, 400);
         m_world->background.finishAll();
     }
     /// From top to bottom.

@@ -31,11 +31,11 @@ private Q_SLOTS:
         if (listing.isEmpty())
             m_world->tools.installed.remove(u"claude"_s);
         m_world->refresh();
-        ViewPage::show(*m_world->hub.agents(), 400);
-        QVERIFY(!m_world->hub.agents()->scanned());
-        QVERIFY(m_world->hub.agents()->scanning()); // it looks around when it is first seen
+        ViewPage::show(m_world->agents, 400);
+        QVERIFY(!m_world->agents.scanned());
+        QVERIFY(m_world->agents.scanning()); // it looks around when it is first seen
         m_world->background.finishAll();
-        QVERIFY(m_world->hub.agents()->scanned());
+        QVERIFY(m_world->agents.scanned());
         QVERIFY(button(u"Scan this Mac"_s));
         QVERIFY(!m_view->grabWindow().isNull());
         for (QQuickItem *row : rows())
@@ -93,7 +93,7 @@ private Q_SLOTS:
         QTRY_VERIFY(button(u"Add hooks"_s));
         click(button(u"Add hooks"_s));
         QTRY_VERIFY(button(u"Connect…"_s)); // the card stays, and says why
-        QVERIFY(!m_world->hub.agents()->hookErrorText().isEmpty());
+        QVERIFY(!m_world->agents.hookErrorText().isEmpty());
 
         m_world->files.failure.clear();
         click(button(u"Connect…"_s));
@@ -147,7 +147,7 @@ private Q_SLOTS:
         const double place = kept->mapToScene({0, 0}).y();
         m_world->setSessions(6, 7);
         m_world->refresh();
-        QTRY_COMPARE(m_world->hub.agents()->runningCount(), 6);
+        QTRY_COMPARE(m_world->agents.runningCount(), 6);
         m_view->grabWindow();
         QVERIFY(kept && row(id) == kept);
         QVERIFY(std::abs(kept->mapToScene({0, 0}).y() - place) < 60);
@@ -156,12 +156,12 @@ private Q_SLOTS:
     void aRefreshThatBringsNothingDrawsNothing()
     {
         show(0, 500);
-        m_world->hub.agents()->toggleWaiting();
+        m_world->agents.toggleWaiting();
         QTRY_VERIFY(rows().size() > 6);
         QVERIFY(rows().size() < 60); // only those in sight exist
         QTest::qWait(50);
         const QSignalSpy frames(m_view.get(), &QQuickWindow::frameSwapped);
-        const QSignalSpy changes(m_world->hub.agents(), &AgentsSource::changed);
+        const QSignalSpy changes(&m_world->agents, &AgentsSource::changed);
         m_world->refresh();
         QTest::qWait(100);
         QCOMPARE(frames.count(), 0);

@@ -14,7 +14,7 @@ namespace velto {
 namespace {
 
 struct Desk : World {
-    ConnectSource &tab = *hub.connectTab();
+    ConnectSource &tab = connectTab;
 
     Desk()
     {
@@ -218,8 +218,8 @@ private Q_SLOTS:
         Desk d;
         d.tab.addFollowUp();
         QCOMPARE(d.hub.selected(), Tab::Todos);
-        QVERIFY(d.hub.todos()->draft());
-        QCOMPARE(d.hub.todos()->draft()->project, u"Sales outreach"_s);
+        QVERIFY(d.todos.draft());
+        QCOMPARE(d.todos.draft()->project, u"Sales outreach"_s);
         d.tab.connectSales(u"Gmail drafts"_s);
         QVERIFY(d.tab.mcpFormOpen());
         QCOMPARE(d.tab.mcp()->name(), u"gmail"_s);

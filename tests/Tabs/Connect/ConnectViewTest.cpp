@@ -18,9 +18,9 @@ private:
             u"claude mcp list"_s, {true, "a: https://a.example - ✔ Connected\nb: https://b.example - ✘ Failed to connect\n", {}});
         m_world->hub.refresh(true);
         m_world->background.finishAll();
-        show(*m_world->hub.connectTab());
+        show(m_world->connectTab);
         for (const QString &form : forms)
-            m_world->hub.connectTab()->act(form);
+            m_world->connectTab.act(form);
     }
 
     void typeInto(const QString &field, const QString &text)

@@ -14,7 +14,6 @@ namespace {
 
 /// A brief on a quiet desk; each test makes it busy in its own way.
 struct Morning : World {
-    HomeSource &home = *hub.home();
 
     Morning() { background.finishAll(); }
 
@@ -47,7 +46,7 @@ struct Morning : World {
         todo.due = textOf(clock.wallTime().toLocalTime().date().addDays(days));
         todo.prio = prio;
         todo.project = project;
-        hub.todos()->save(todo);
+        todos.save(todo);
     }
     /// A meeting that the user typed in, so many seconds away.
     void meetingIn(int seconds)
@@ -56,7 +55,7 @@ struct Morning : World {
         prefs.setMeetingTitle(u"Review"_s);
         prefs.setMeetingURL(u"https://meet.example.com/x"_s);
         prefs.setMeetingStart(clock.wallTime().addSecs(seconds));
-        hub.everyday()->loadCalendar();
+        everyday.loadCalendar();
         wait(0);
     }
 };
@@ -81,8 +80,8 @@ private Q_SLOTS:
     void aFirstReadingSaysThatItChecks()
     {
         World w;
-        QCOMPARE(w.hub.home()->headlineText(), u"Checking…"_s);
-        QCOMPARE(w.hub.home()->headlineTone(), HomeSource::Off);
+        QCOMPARE(w.home.headlineText(), u"Checking…"_s);
+        QCOMPARE(w.home.headlineTone(), HomeSource::Off);
     }
 
     void sessionsThatWaitComeFirstAndTheSpotlightSpeaksForThem()
@@ -134,7 +133,7 @@ private Q_SLOTS:
             QCOMPARE(m.home.headlineTone(), HomeSource::Bad);
             m.home.run(u"late"_s);
             QCOMPARE(m.hub.selected(), Tab::Todos);
-            QCOMPARE(m.hub.todos()->filter(), Filter::Overdue);
+            QCOMPARE(m.todos.filter(), Filter::Overdue);
         }
     }
 
@@ -239,7 +238,7 @@ private Q_SLOTS:
              {std::pair(u"https://a.example/x"_s, u"Open"_s), std::pair(u"file://host/x"_s, QString()),
               std::pair(u"https://youtu.be/x"_s, u"Play"_s)}) {
             m.clipboard.setText(link);
-            m.hub.glances()->refresh();
+            m.glances.refresh();
             m.background.finishAll();
             const HomeItem item = m.item(u"clipboard"_s);
             QCOMPARE(item.id, u"clipboard"_s);
@@ -252,7 +251,7 @@ private Q_SLOTS:
         Morning m;
         m.prefs.set(Prefs::Module::Media, true);
         m.players.players = {{{u"mpv"_s, u"mpv"_s}, MediaReport{u"mpv"_s, u"Tone"_s, {}, MediaReport::State::Playing}}};
-        m.hub.everyday()->refresh();
+        m.everyday.refresh();
         QCOMPARE(m.item(u"media"_s).title, u"Tone"_s);
         QCOMPARE(m.item(u"media"_s).detail, u"mpv"_s);
     }

@@ -23,7 +23,7 @@ private:
             Todo todo;
             todo.title = days < 0 ? u"Call the bank"_s : u"Write the notes"_s;
             todo.due = textOf(today.addDays(days));
-            w.hub.todos()->save(todo);
+            w.todos.save(todo);
         }
         w.setSessions(1, 1);
         w.prefs.setDailyPriority(u"Ship it"_s);
@@ -33,14 +33,14 @@ private:
         w.prefs.setMeetingURL(u"https://meet.example.com/x"_s);
         w.prefs.setMeetingStart(w.clock.wallTime().addSecs(2990));
         w.refresh();
-        w.hub.everyday()->loadCalendar();
+        w.everyday.loadCalendar();
         w.wait(0);
     }
 
     void copyVideo()
     {
         m_world->clipboard.setText(u"https://youtu.be/abc"_s);
-        m_world->hub.glances()->refresh();
+        m_world->glances.refresh();
         m_world->background.finishAll();
     }
 
@@ -48,7 +48,7 @@ private Q_SLOTS:
     void theKeyboardReachesEveryControl()
     {
         makeItBusy();
-        show(*m_world->hub.home());
+        show(m_world->home);
         QStringList faults;
         const QStringList round = tabRound(faults);
         QCOMPARE(faults, QStringList());
@@ -56,8 +56,9 @@ private Q_SLOTS:
         QVERIFY2(!round.filter(u"Join: Review"_s).isEmpty(), qPrintable(round.join(u" / "_s)));
 
         // From the header, and from nowhere, Down goes to the first row.
-        PanelContents contents(m_world->hub);
-        const PanelKeys keys(*m_view, *m_ui, contents, m_world->hub);
+        PanelContents contents(
+            {m_world->hub, m_world->prefs, m_world->everyday, m_world->agents, m_world->todos, m_world->quillbox});
+        const PanelKeys keys(*m_view, *m_ui, contents, m_world->hub, m_world->todos);
         m_view->activeFocusItem()->setFocus(false);
         press(Qt::Key_Down);
         QCOMPARE(focused(), u"1 todo is overdue, Call the bank"_s);
@@ -76,7 +77,7 @@ private Q_SLOTS:
     void rowsKeepTheirIdentityOverARefresh()
     {
         makeItBusy();
-        show(*m_world->hub.home());
+        show(m_world->home);
         QQuickItem *const late = named(u"1 todo is overdue, Call the bank"_s);
         QVERIFY(late);
         late->forceActiveFocus();
@@ -84,12 +85,12 @@ private Q_SLOTS:
         todo.title = u"Answer the letter"_s;
         todo.due = u"2001-01-01"_s;
         todo.prio = 1;
-        m_world->hub.todos()->save(todo);
+        m_world->todos.save(todo);
         m_world->wait(0);
         QCOMPARE(nameOf(late), u"2 todos are overdue, Answer the letter"_s);
         QVERIFY(late->hasActiveFocus());
         m_world->prefs.setMeetingStart(m_world->clock.wallTime().addSecs(590)); // a row comes, and others move
-        m_world->hub.everyday()->loadCalendar();
+        m_world->everyday.loadCalendar();
         m_world->wait(0);
         QVERIFY(named(u"Join: Review in 10 min"_s));
         QVERIFY(late->hasActiveFocus() && late->isVisible());
@@ -101,14 +102,14 @@ private Q_SLOTS:
         m_world->setSessions(0, 1); // nothing pulses
         m_world->prefs.set(Prefs::Module::Calendar, false); // nor counts down
         m_world->refresh();
-        show(*m_world->hub.home());
+        show(m_world->home);
         QCOMPARE(framesWhileNothingChanges(46'000), 0);
     }
 
     void aVideoPlaysInTheSheetAndGoesWithIt()
     {
         copyVideo();
-        show(*m_world->hub.home());
+        show(m_world->home);
         FakeVideoPlayer &player = m_world->videoPlayer;
         const auto play = [&] {
             click(named(u"Play: YouTube video"_s));
@@ -143,7 +144,7 @@ private Q_SLOTS:
     {
         m_world->videoPlayer.here = false;
         copyVideo();
-        show(*m_world->hub.home());
+        show(m_world->home);
         click(named(u"Play: YouTube video"_s));
         QCOMPARE(m_world->workspace.opened, QList<QUrl>{QUrl(u"https://youtu.be/abc"_s)});
         const QString says = u"Opened in your browser. Videos play here once Qt WebEngine is installed."_s;

@@ -31,7 +31,7 @@ class QuillboxSourceTest : public QObject {
 
     /// A connection of its own, whose Peeks are kept.
     struct Desk : World {
-        QuillboxSource &source = *hub.quillbox();
+        QuillboxSource &source = quillbox;
         QList<Peek> peeks;
 
         Desk()
@@ -215,7 +215,7 @@ private Q_SLOTS:
                  QStringList({u"This Mac: api, 5 min ago"_s, u"Other Mac: web, 5 min ago"_s, u"milk"_s, u"x"_s}));
         QCOMPARE(column(desk.source.rows(), "symbol").first(2),
                  QStringList({u"laptopcomputer"_s, u"laptopcomputer.and.arrow.down"_s}));
-        QAbstractItemModel *other = desk.hub.agents()->otherMac();
+        QAbstractItemModel *other = desk.agents.otherMac();
         QCOMPARE(column(other, "name"), QStringList{u"web"_s});
         QCOMPARE(column(other, "age"), QStringList{u"Handoff 5 min ago"_s});
         desk.wait(90'000); // the ages go on without any news

@@ -70,9 +70,9 @@ private Q_SLOTS:
         m_world->http.answer = [&](const HttpRequest &) { return reply; };
         if (!reply.status)
             m_world->quillboxMode = QuillboxMode::local(u"/home/me/quillbox"_s);
-        m_world->hub.quillbox()->reconnect();
+        m_world->quillbox.reconnect();
         m_world->background.finishAll();
-        show(*m_world->hub.quillbox(), 400);
+        show(m_world->quillbox, 400);
         QCOMPARE(words(), shown);
         if (QQuickItem *again = button(u"Try again"_s)) {
             const qsizetype asked = m_world->http.requests.size();
@@ -88,7 +88,7 @@ private Q_SLOTS:
             cleanup();
             init();
             m_world->connectHub(snapshot({}, card("\"Because.\"")));
-            show(*m_world->hub.quillbox(), 400);
+            show(m_world->quillbox, 400);
             QQuickItem *answer = button(u"Show the answer"_s);
             QVERIFY(answer);
             if (byKeys) {
@@ -108,7 +108,7 @@ private Q_SLOTS:
         for (int i = 0; i < 2000; ++i)
             sessions.append(session(i));
         m_world->connectHub(snapshot(sessions.join(',')));
-        show(*m_world->hub.quillbox(), 400);
+        show(m_world->quillbox, 400);
         QVERIFY(items().size() < 1000); // only what is in sight is made
         press(Qt::Key_Tab);
         QCOMPARE(focused(), u"Other Mac: session 0"_s);
@@ -125,12 +125,12 @@ private Q_SLOTS:
     void aRowKeepsTheKeyboardOverASnapshot()
     {
         m_world->connectHub(snapshot(session(1) + "," + session(2)));
-        show(*m_world->hub.quillbox(), 400);
+        show(m_world->quillbox, 400);
         button(u"Other Mac: session 2"_s)->forceActiveFocus();
         m_world->http.answer = [](const HttpRequest &) {
             return HttpReply{200, snapshot(session(5) + "," + session(2) + "," + session(6)), {}};
         };
-        m_world->hub.quillbox()->fetchAgain();
+        m_world->quillbox.fetchAgain();
         m_world->background.finishAll();
         m_view->grabWindow();
         QCOMPARE(focused(), u"Other Mac: session 2"_s);

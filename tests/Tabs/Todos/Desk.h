@@ -40,7 +40,7 @@ struct Desk : StoreDesk {
     ToolRunner *runner = &tools;
     NamelessMachine machine;
     Http http;
-    HubClient client{http, background, [this] { return mode; }};
+    QuillboxClient client{http, background, [this] { return mode; }};
     std::unique_ptr<QuillboxSource> quillbox;
     std::unique_ptr<TodosSource> source;
     std::unique_ptr<QSignalSpy> changes;

@@ -276,7 +276,7 @@ private Q_SLOTS:
     {
         show(some());
         // The panel's own window, which somebody opened by resting on the strip: it is on show, but another one has the keyboard.
-        CollapsedStrip strip(m_world->hub);
+        CollapsedStrip strip({m_world->hub, m_world->clock, m_world->prefs, m_world->everyday, m_world->agents, m_world->todos});
         PanelOutline outline(m_world->hub, *m_ui, strip);
         VeltoPanel panel(m_world->clock, *m_ui, outline);
         panel.engine()->addImportPath(u"qrc:/qt/qml"_s);

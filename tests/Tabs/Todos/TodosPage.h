@@ -20,7 +20,7 @@ protected:
     static QList<Todo> some();
     static QList<Todo> many(int count);
 
-    TodosSource &source() { return *m_world->hub.todos(); }
+    TodosSource &source() { return m_world->todos; }
     /// The todos' rows in sight, from top to bottom.
     QList<QQuickItem *> rows() const { return rowsWith("isTodoRow"); }
     QStringList titles() const;

@@ -1,15 +1,15 @@
+#include "Tabs/Quillbox/QuillboxClient.h"
 #include "Core/Http.h"
 #include "HttpStandIn.h"
 #include "Platform/Posix/ThreadPoolBackground.h"
 #include "RunTests.h"
-#include "Tabs/Quillbox/QuillboxClient.h"
 
 using namespace Qt::StringLiterals;
 
 namespace velto {
 
 /// Every way in which a call to a real server can end, as the sentence that the user reads.
-class HubClientTest : public QObject {
+class QuillboxClientTest : public QObject {
     Q_OBJECT
 
     using Answer = HttpStandIn::Answer;
@@ -19,7 +19,7 @@ class HubClientTest : public QObject {
     std::optional<Http> m_http{std::in_place}; // a new one for each test, in the same place
     ThreadPoolBackground m_background;
     QuillboxMode m_mode;
-    const HubClient m_client{*m_http, m_background, [this] { return m_mode; }, std::chrono::milliseconds(300)};
+    const QuillboxClient m_client{*m_http, m_background, [this] { return m_mode; }, std::chrono::milliseconds(300)};
 
 private Q_SLOTS:
     void init()
@@ -127,14 +127,14 @@ private Q_SLOTS:
                      (HubError{0, u"Quillbox isn't connected. Connect it in Settings."_s}));
         }
         QVERIFY(m_hub.requests.isEmpty());
-        QCOMPARE(HubClient(*m_http, m_background).current(), QuillboxMode::missing());
+        QCOMPARE(QuillboxClient(*m_http, m_background).current(), QuillboxMode::missing());
     }
 
     void manyCallsAtOnceAndAClientThatGoes()
     {
-        std::vector<HubClient::Answer<VeltoSnapshot>> answers;
+        std::vector<QuillboxClient::Answer<VeltoSnapshot>> answers;
         {
-            const HubClient client(*m_http, m_background, [this] { return m_mode; });
+            const QuillboxClient client(*m_http, m_background, [this] { return m_mode; });
             for (int i = 0; i < 20; ++i)
                 answers.push_back(client.snapshot());
         }
@@ -143,8 +143,8 @@ private Q_SLOTS:
     }
 };
 
-const Registered<HubClientTest> registered;
+const Registered<QuillboxClientTest> registered;
 
 } // namespace velto
 
-#include "HubClientTest.moc"
+#include "QuillboxClientTest.moc"

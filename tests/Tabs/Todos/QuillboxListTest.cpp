@@ -40,7 +40,7 @@ QByteArray snapshot(const QJsonArray &todos)
 } // namespace
 
 /// The todos of a hub on the network.
-class HubTest : public QObject {
+class QuillboxListTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void init()
@@ -215,6 +215,6 @@ private:
 
 } // namespace velto
 
-static const Registered<velto::HubTest> registered;
+static const Registered<velto::QuillboxListTest> registered;
 
-#include "HubTest.moc"
+#include "QuillboxListTest.moc"
