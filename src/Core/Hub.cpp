@@ -63,6 +63,8 @@ Hub::Hub(Needs needs, QObject *parent)
     const auto raise = [this](Peek peek) { show(std::move(peek)); };
     m_quillbox->onPeek = raise;
     m_agents->onPeek = raise;
+    m_agents->onWithdraw = [this](const QUuid &question) { m_peeks.withdraw(question); };
+    m_agents->onRetract = [this](Peek::News news, const QSet<QString> &sessions) { m_peeks.retract(news, sessions); };
     m_everyday->onPeek = raise;
     m_everyday->waitingAgents = [this] { return m_prefs.isOn(Prefs::Module::Agents) ? m_agents->waitingCount() : 0; };
 
