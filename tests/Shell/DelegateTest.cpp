@@ -221,6 +221,22 @@ private Q_SLOTS:
         d.refresh();
         QCOMPARE(d.line.waiting(), QString());
     }
+
+    void theSessionsStateCounts()
+    {
+        Desktop d;
+        d.session.setLocked(true);
+        QVERIFY(!d.window.isVisible());
+        d.session.setLocked(false);
+        QVERIFY(d.window.isVisible());
+        const QDateTime later = d.hub.updated().addSecs(7200); // the machine slept
+        d.clock.setWallTime(later);
+        Q_EMIT d.session.woke();
+        QCOMPARE(d.hub.updated(), later);
+        d.delegate.welcomed();
+        QVERIFY(d.prefs.onboarded());
+        QCOMPARE(d.hub.peek().text, u"Rest the pointer here to open Velto"_s);
+    }
 };
 
 const Registered<DelegateTest> registered;

@@ -16,10 +16,15 @@ namespace {
 /// A line of Claude Code's about an answer, with these counts.
 QByteArray answerLine(const QByteArray &timestamp, int input, int output, int cacheRead = 0, int cacheWrite = 0)
 {
-    return R"({"parentUuid":"0cddbe98","message":{"id":"msg_1","type":"message","role":"assistant","content":[],"usage":{"input_tokens":)"
-        + QByteArray::number(input) + R"(,"cache_creation_input_tokens":)" + QByteArray::number(cacheWrite)
-        + R"(,"cache_read_input_tokens":)" + QByteArray::number(cacheRead) + R"(,"output_tokens":)" + QByteArray::number(output)
-        + R"(,"service_tier":"standard"}},"type":"assistant","timestamp":")" + timestamp + "\"}\n";
+    return QStringLiteral("{'message':{'usage':{'input_tokens':%1,'cache_creation_input_tokens':%2,'cache_read_input_tokens':%3,"
+                          "'output_tokens':%4,'service_tier':'standard'}},'type':'assistant','timestamp':'%5'}\n")
+        .arg(input)
+        .arg(cacheWrite)
+        .arg(cacheRead)
+        .arg(output)
+        .arg(QLatin1StringView(timestamp))
+        .replace(u'\'', u'"')
+        .toLatin1();
 }
 
 /// A folder of logs, touched when the test says so.

@@ -40,6 +40,13 @@ private Q_SLOTS:
         QVERIFY(round.indexOf(u"Linear API key"_s) > round.indexOf(u"Claude usage today"_s)); // in the order one reads
     }
 
+    void aTileReadsAsItsModuleIs()
+    {
+        open({});
+        QCOMPARE(seen(named(u"MCP server health"_s)).join(u'/'), u""_s);
+        QCOMPARE(seen(named(u"GitHub reviews"_s)).join(u'/'), u""_s);
+    }
+
     void tilesAndServersKeepTheirIdentityOverARefresh()
     {
         open({u"mcp"_s});
@@ -70,6 +77,7 @@ private Q_SLOTS:
         typeInto(u"Linear API key"_s, u"  "_s);
         QVERIFY(!named(u"Save Linear API key"_s)->isEnabled());
         typeInto(u"Linear API key"_s, u"lin_1"_s); // behind the blanks, which are cut off
+        QCOMPARE(named(u"Linear API key"_s)->property("displayText").toString(), u"•••••••"_s);
         QVERIFY(!named(u"Remove Linear API key"_s));
         click(named(u"Save Linear API key"_s));
         m_world->background.finishAll();

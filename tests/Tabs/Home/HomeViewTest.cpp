@@ -74,6 +74,15 @@ private Q_SLOTS:
         QCOMPARE(m_world->hub.selected(), Tab::Todos);
     }
 
+    void thePageReadsAsTheDayIs()
+    {
+        m_world->prefs.setGlanceGuideDismissed(true);
+        makeItBusy();
+        show(m_world->home);
+        m_view->resize(732, 900);
+        QCOMPARE(seen().join(u'\n'), u""_s);
+    }
+
     void rowsKeepTheirIdentityOverARefresh()
     {
         makeItBusy();

@@ -82,6 +82,13 @@ private Q_SLOTS:
         }
     }
 
+    void theCardAndTheRowsReadAsTheyAre()
+    {
+        m_world->connectHub(snapshot(session(1), card("\"Because.\"")));
+        show(m_world->quillbox, 400);
+        QCOMPARE(seen().join(u'\n'), u""_s);
+    }
+
     void theAnswerOpensByKeysAndByPointer()
     {
         for (const bool byKeys : {true, false}) {

@@ -53,6 +53,7 @@ private Q_SLOTS:
         QVERIFY(named(u"Send the invoice, High priority, due Today, with Anna, 1 comments"_s));
         QVERIFY(named(u"3 due today · 1 overdue · 1 high priority"_s));
         QVERIFY(named(u"No project"_s));
+        QCOMPARE(seen(list()).join(u'\n'), u""_s);
         for (QQuickItem *item : rows()) {
             QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(item);
             QCOMPARE(interface->role(), QAccessible::ListItem);
