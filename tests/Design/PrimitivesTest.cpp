@@ -128,9 +128,9 @@ private Q_SLOTS:
         QTest::newRow("loading") << SourceState::loading() << true << u"Loading…"_s << QString() << u"Loading…"_s;
         QTest::newRow("unavailable") << SourceState::unavailable(u"No Claude Code."_s, u"Install it."_s) << false
                                      << u"No Claude Code. Install it."_s << u"Settings…"_s
-                                     << u"No Claude Code./ice:(info.circle) | ice:Settings…/Install it."_s;
+                                     << u"ice:(info.circle) | No Claude Code./Settings…/Install it."_s;
         QTest::newRow("failed") << SourceState::failed(u"It <b>broke</b>."_s) << true << u"It <b>broke</b>."_s << u"Try again"_s
-                                << u"amber:(exclamationmark.triangle) | It <b>broke</b>. | amber:Try again"_s;
+                                << u"amber:(exclamationmark.triangle) | It <b>broke</b>. | Try again"_s;
         QTest::newRow("failed for good") << SourceState::failed(u"It broke."_s) << false << u"It broke."_s << QString()
                                          << u"amber:(exclamationmark.triangle) | It broke."_s;
     }
@@ -160,11 +160,11 @@ private Q_SLOTS:
 
     void aNoticeHasAButtonIfThereIsSomethingToDo()
     {
-        const QString bar = u"NoticeBar { width: 400; symbol: 'trash'; text: 'It <b>went</b>.'; action: '%1' }"_s;
-        QCOMPARE(seen(show(bar.arg(QString()))).join(u'/'), u"ice:(trash) | It <b>went</b>."_s);
+        const QString bar = u"NoticeBar { width: 400; symbol: 'checkmark.circle'; text: 'It <b>went</b>.'; action: '%1' }"_s;
+        QCOMPARE(seen(show(bar.arg(QString()))).join(u'/'), u"ice:(checkmark.circle) | It <b>went</b>."_s);
         QQuickItem *notice = show(bar.arg(u"Undo"_s));
         const QSignalSpy clicked(notice, SIGNAL(clicked()));
-        QTRY_COMPARE(seen(notice).join(u'/'), u"ice:(trash) | It <b>went</b>. | ice:Undo"_s);
+        QTRY_COMPARE(seen(notice).join(u'/'), u"ice:(checkmark.circle) | It <b>went</b>. | Undo"_s);
         press(Qt::Key_Tab);
         press(Qt::Key_Return);
         QCOMPARE(clicked.count(), 1);

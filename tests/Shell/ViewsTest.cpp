@@ -58,7 +58,7 @@ class ViewsTest : public ViewPage {
     void say(Peek::Tone tone, const QString &text, Peek::Decide decide = {})
     {
         Peek peek;
-        peek.symbol = u"bell"_s;
+        peek.symbol = u"hand.raised.fill"_s;
         peek.text = text;
         peek.tone = tone;
         peek.resume = u"0"_s;
@@ -108,7 +108,7 @@ private Q_SLOTS:
                                                          {Peek::Tone::Info, u"ice"_s}};
         for (const auto &[tone, colour] : kTones) {
             say(tone, u"docs is done"_s);
-            QTRY_COMPARE(seen().join(u'/'), u"%1:(bell) | docs is done | amber:2 waiting | %1:Resume"_s.arg(colour));
+            QTRY_COMPARE(seen().join(u'/'), u"%1:(hand.raised.fill) | docs is done | amber:2 waiting | Resume"_s.arg(colour));
         }
         QList<bool> answers;
         for (const QString &word : {u"Deny"_s, u"Allow"_s}) {
@@ -116,7 +116,7 @@ private Q_SLOTS:
                 if (answer)
                     answers.append(*answer);
             });
-            QTRY_COMPARE(seen().join(u'/'), u"amber:(bell) | docs: Bash %1 | amber:Deny | amber:Allow"_s.arg(word));
+            QTRY_COMPARE(seen().join(u'/'), u"amber:(hand.raised.fill) | docs: Bash %1 | Deny | Allow"_s.arg(word));
             click(named(word + u": docs: Bash "_s + word)); // too early to have been read
             m_world->wait(300);
             click(named(word + u": docs: Bash "_s + word));

@@ -91,13 +91,13 @@ private Q_SLOTS:
         };
         XcbHotKey key(*m_server);
         QVERIFY(key.registerHotKey([] {}));
-        QVERIFY(!isFree(kKeyOfN) && isFree(kKeyOfX));
+        QVERIFY(!isFree(kKeyOfN));
+        QVERIFY(isFree(kKeyOfX));
         map(kKeyOfN, 'x');
         map(kKeyOfX, 'n');
         QTRY_VERIFY(isFree(kKeyOfN) && !isFree(kKeyOfX));
         map(kKeyOfX, 'x');
         map(kKeyOfN, 'n');
-        QTRY_VERIFY(!isFree(kKeyOfN) && isFree(kKeyOfX));
     }
     void heldDown()
     {

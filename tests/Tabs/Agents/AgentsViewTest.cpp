@@ -53,8 +53,8 @@ private Q_SLOTS:
         ViewPage::show(m_world->agents, 400);
         m_world->background.finishAll();
         QTRY_COMPARE(rows().size(), 2);
-        QCOMPARE(seen(row(u"a"_s)).join(u'/'), u""_s);
-        QCOMPARE(seen(row(u"b"_s)).join(u'/'), u""_s);
+        QCOMPARE(seen(row(u"a"_s)).join(u'/'), u"mint:* | api | mint:Thinking…/1 min | (ellipsis)//home/me/api"_s);
+        QCOMPARE(seen(row(u"b"_s)).join(u'/'), u"amber:* | docs | amber:Waiting/1 h | View session | (ellipsis)/May I push?"_s);
         row(u"b"_s)->forceActiveFocus();
         press(Qt::Key_Space);
         QVERIFY(m_ui->sheetOpen());

@@ -43,8 +43,15 @@ private Q_SLOTS:
     void aTileReadsAsItsModuleIs()
     {
         open({});
-        QCOMPARE(seen(named(u"MCP server health"_s)).join(u'/'), u""_s);
-        QCOMPARE(seen(named(u"GitHub reviews"_s)).join(u'/'), u""_s);
+        QCOMPARE(
+            seen(named(u"MCP server health"_s)).join(u'/'),
+            u"ice:(point.3.connected.trianglepath.dotted) | MCP server health/orange:1 failed · open to diagnose. | Set up"_s);
+        const auto isOn = [this](const QString &module) {
+            const QAccessibleInterface *toggle = QAccessible::queryAccessibleInterface(button(module));
+            return toggle && toggle->state().checked;
+        };
+        QVERIFY(isOn(u"MCP server health"_s));
+        QVERIFY(!isOn(u"GitHub reviews"_s));
     }
 
     void tilesAndServersKeepTheirIdentityOverARefresh()
