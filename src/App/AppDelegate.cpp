@@ -7,7 +7,6 @@
 #include "Platform/StatusItem.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/UI.h"
-#include "Tabs/Todos/TodosSource.h"
 
 #include <QCursor>
 #include <QPointer>
@@ -24,7 +23,7 @@ AppDelegate::AppDelegate(Needs needs, QObject *parent)
 {
     connect(&m_needs.ui, &UI::expandedChanged, this, &AppDelegate::expandedChanged);
     connect(&m_needs.ui, &UI::hoveringChanged, this, &AppDelegate::hoveringChanged);
-    m_needs.ui.unfinished = [&todos = m_needs.todos] { return todos.draft().has_value(); };
+    m_needs.ui.unfinished = [&hub = m_needs.hub] { return hub.unfinished(); };
     m_needs.ui.pointerOnStrip = [this] { return stripRow().contains(QCursor::pos()); };
     connect(&m_needs.ui, &UI::keyboardWanted, this, [this] { m_needs.panelWindow.takeFocus(); });
     connect(&m_needs.ui, &UI::settingsWanted, this, &AppDelegate::showSettings);
@@ -104,10 +103,8 @@ void AppDelegate::open(bool search)
     if (m_needs.ui.expanded())
         m_needs.panelWindow.takeFocus();
     m_needs.ui.openFocused();
-    if (search && m_needs.hub.tabs().contains(Tab::Todos)) {
-        m_needs.hub.open(Tab::Todos);
-        m_needs.todos.askForSearch();
-    }
+    if (search)
+        m_needs.hub.takeKey(Qt::CTRL | Qt::Key_F);
 }
 
 void AppDelegate::showSettings()

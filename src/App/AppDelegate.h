@@ -22,7 +22,6 @@ class PanelWindow;
 class Prefs;
 class Session;
 class StatusItem;
-class TodosSource;
 class UI;
 
 /// Ties the stores to the window: when it opens, how large it is, when it goes. UI thread only; outlived by what it is given.
@@ -33,7 +32,6 @@ public:
         Clock &clock;
         Hub &hub;
         Prefs &prefs;
-        TodosSource &todos;
         UI &ui;
         const PanelOutline &outline;
         Displays &displays;
@@ -59,7 +57,7 @@ public:
     /// Does what this name stands for; nothing for a name that nobody knows.
     void act(const QString &name);
 
-    /// Opens the panel with the keyboard; with `search`, on the Todos tab's search field if there is one.
+    /// Opens the panel with the keyboard; with `search`, on the search field of the tab that has one.
     void open(bool search);
 
     /// The settings take the panel's place.

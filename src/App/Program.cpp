@@ -35,9 +35,9 @@ Program::Program(CommandLine commandLine, Activation &activation)
     , m_outline(m_stores.hub, m_ui, m_strip)
     , m_contents({m_stores.hub, m_stores.prefs, m_stores.everyday, m_stores.agents, m_stores.todos, m_stores.quillbox})
     , m_panel(m_machine.clock, m_ui, m_outline)
-    , m_keys(m_panel, m_ui, m_contents, m_stores.hub, m_stores.todos)
+    , m_keys(m_panel, m_ui, m_contents, m_stores.hub)
     , m_tabOrder(m_panel)
-    , m_delegate({m_machine.clock, m_stores.hub, m_stores.prefs, m_stores.todos, m_ui, m_outline, m_machine.platform.displays,
+    , m_delegate({m_machine.clock, m_stores.hub, m_stores.prefs, m_ui, m_outline, m_machine.platform.displays,
                   m_machine.platform.panelWindow, m_panel, m_machine.platform.session})
     , m_windows(m_machine.platform.appearance,
                 {m_stores.hub, m_stores.agents, m_stores.quillbox, m_stores.prefs, m_machine.background, m_machine.defaults,

@@ -28,7 +28,7 @@ class DelegateTest : public QObject {
         CollapsedStrip strip{{hub, clock, prefs, everyday, agents, todos}};
         PanelOutline outline{hub, ui, strip};
         PeekLine line{hub, agents};
-        AppDelegate delegate{{clock, hub, prefs, todos, ui, outline, displays, panelWindow, window, session}};
+        AppDelegate delegate{{clock, hub, prefs, ui, outline, displays, panelWindow, window, session}};
 
         Desktop()
         {
