@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-std::optional<QUrl> linkIn(const QJsonValue &value)
+std::optional<QUrl> addressIn(const QJsonValue &value)
 {
     const QUrl url(value.toString(), QUrl::StrictMode);
     return value.isString() && url.isValid() && !url.isEmpty() ? std::optional(url) : std::nullopt;
@@ -141,7 +141,7 @@ std::optional<WorkItem> mentionOf(const QJsonObject &match, double cutOff)
     if (!number.contains(u'.'))
         number += ".0"_L1;
     return WorkItem{u"slack-"_s + number, u"#%1: %2"_s.arg(channel, firstCharacters(text, kLongestMention)),
-                    linkIn(match.value("permalink"_L1))};
+                    addressIn(match.value("permalink"_L1))};
 }
 
 } // namespace
@@ -179,7 +179,7 @@ QCoro::Task<QList<WorkItem>> linearIssues(WorkServices services, QString token)
         const QJsonValue identifier = node.value("identifier"_L1);
         if (identifier.isString())
             items.append({u"linear-"_s + identifier.toString(), identifier.toString() + u' ' + node.value("title"_L1).toString(),
-                          linkIn(node.value("url"_L1))});
+                          addressIn(node.value("url"_L1))});
     }
     co_return items;
 }
@@ -200,7 +200,7 @@ QCoro::Task<QList<WorkItem>> jiraIssues(WorkServices services, QString site, QSt
         const QString summary = issue.value("fields"_L1).toObject().value("summary"_L1).toString();
         if (key.isString())
             items.append({u"jira-"_s + key.toString(), key.toString() + u' ' + summary,
-                          linkIn(u"https://%1/browse/%2"_s.arg(host, key.toString()))});
+                          addressIn(u"https://%1/browse/%2"_s.arg(host, key.toString()))});
     }
     co_return items;
 }

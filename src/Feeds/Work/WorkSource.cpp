@@ -37,7 +37,7 @@ std::optional<QList<WorkItem>> parsePRs(const QByteArray &output)
         QStringList words{object.value("repository"_L1).toObject().value("name"_L1).toString(),
                           object.value("title"_L1).toString()};
         words.removeAll(QString());
-        items.append({url.toString(), words.join(u": "_s), linkIn(url)});
+        items.append({url.toString(), words.join(u": "_s), addressIn(url)});
     }
     return items;
 }
