@@ -6,7 +6,7 @@
 #include "Platform/Session.h"
 #include "Platform/StatusItem.h"
 #include "Shell/PanelOutline.h"
-#include "Shell/UI.h"
+#include "Core/UI.h"
 
 #include <QCursor>
 #include <QPointer>

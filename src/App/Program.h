@@ -11,7 +11,7 @@
 #include "Shell/PanelKeys.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/PeekLine.h"
-#include "Shell/UI.h"
+#include "Core/UI.h"
 #include "Shell/VeltoPanel.h"
 
 namespace velto {

@@ -1,7 +1,6 @@
 import QtQuick
 import Velto.Design
 import Velto.Shell
-import Velto.Stores
 
 // The strip: one fact on each side of the housing, and the row that slides out under it.
 Item {

@@ -3,7 +3,6 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Velto.Design
 import Velto.Shell
-import Velto.Stores
 
 // The open panel: tabs and buttons, the highlights, the content of the selected tab.
 FocusScope {

@@ -2,7 +2,7 @@
 
 #include "Hub/Hub.h"
 #include "Shell/PanelContents.h"
-#include "Shell/UI.h"
+#include "Core/UI.h"
 
 #include <QKeyEvent>
 #include <QPointer>

@@ -2,7 +2,7 @@
 
 #include "Hub/Hub.h"
 #include "Shell/CollapsedStrip.h"
-#include "Shell/UI.h"
+#include "Core/UI.h"
 
 namespace velto {
 

@@ -1,7 +1,6 @@
 import QtQuick
 import Velto.Design
 import Velto.Shell
-import Velto.Stores
 
 // Everything that stands in the window. The black hangs from its top centre and moves towards the outline.
 Item {

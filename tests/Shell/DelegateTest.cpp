@@ -4,7 +4,7 @@
 #include "Shell/CollapsedStrip.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/PeekLine.h"
-#include "Shell/UI.h"
+#include "Core/UI.h"
 #include "World.h"
 
 #include <QWindow>

@@ -4,7 +4,7 @@
 #include "Shell/PanelContents.h"
 #include "Shell/PanelKeys.h"
 #include "Shell/PanelOutline.h"
-#include "Shell/UI.h"
+#include "Core/UI.h"
 #include "Tabs/Todos/TodosSource.h"
 #include "World.h"
 

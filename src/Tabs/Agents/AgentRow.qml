@@ -1,7 +1,6 @@
 import QtQuick
 import Velto.Agents
 import Velto.Design
-import Velto.Stores
 
 // One session: what it is called, what it does, and the way back to it.
 Item {

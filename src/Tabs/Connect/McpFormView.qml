@@ -3,7 +3,6 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Velto.Connect
 import Velto.Design
-import Velto.Stores
 
 // The MCP servers that Claude Code knows, and a way to add one.
 GlassCard {

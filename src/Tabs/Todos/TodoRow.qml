@@ -1,6 +1,5 @@
 import QtQuick
 import Velto.Design
-import Velto.Stores
 import Velto.Todos
 
 // A row of the list: a project's heading, or a todo with what an open one has to say.

@@ -1,6 +1,5 @@
 import QtQuick
 import Velto.Design
-import Velto.Stores
 import Velto.Todos
 
 // The todos: what cuts the list down, what has happened, the form, and the list itself, of which only the rows in sight exist.
