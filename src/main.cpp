@@ -63,6 +63,12 @@ int main(int argc, char **argv)
         print(stdout, QStringLiteral("velto %1\n").arg(QLatin1String(VELTO_VERSION)));
         return 0;
     }
+    if (!commandLine.unknown.isEmpty()) {
+        print(stderr,
+              QCoreApplication::translate("velto", "velto: there is no option %1. Try: velto --help").arg(commandLine.unknown)
+                  + u'\n');
+        return 2;
+    }
     if (velto::choosePictures(commandLine)) {
         velto::prepareGraphics();
         introduce();

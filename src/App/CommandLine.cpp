@@ -1,6 +1,7 @@
 #include "App/CommandLine.h"
 
 #include <QCoreApplication>
+#include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -25,6 +26,22 @@ std::optional<QString> valueOf(QLatin1StringView flag, const QStringList &argume
     return at >= 0 && at + 1 < arguments.size() ? std::optional(arguments.at(at + 1)) : std::nullopt;
 }
 
+constexpr std::array kOtherFlags{"--activated"_L1, "--snapshot"_L1, "--site-preview"_L1, "--test-backdrop"_L1, "--help"_L1,
+                                 "--version"_L1};
+
+bool isKnown(const QString &flag)
+{
+    return std::ranges::find(kActionFlags, flag, &ActionFlag::flag) != kActionFlags.end()
+        || std::ranges::find(kOtherFlags, flag) != kOtherFlags.end();
+}
+
+QString firstUnknown(const QStringList &arguments)
+{
+    const auto found = std::ranges::find_if(
+        arguments, [](const QString &each) { return each.startsWith("--"_L1) && !isKnown(each); });
+    return found == arguments.end() ? QString() : *found;
+}
+
 } // namespace
 
 CommandLine CommandLine::parse(const QStringList &arguments)
@@ -41,6 +58,7 @@ CommandLine CommandLine::parse(const QStringList &arguments)
         .testBackdrop = valueOf("--test-backdrop"_L1, arguments),
         .help = arguments.contains("--help"_L1) || arguments.contains("-h"_L1),
         .version = arguments.contains("--version"_L1) || arguments.contains("-v"_L1),
+        .unknown = firstUnknown(arguments),
     };
 }
 

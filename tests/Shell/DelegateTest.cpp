@@ -188,15 +188,16 @@ private Q_SLOTS:
 
     void theCommandLineSaysWhatToDo_data()
     {
-        columns<QStringList, QStringList, QStringList>({"arguments", "here", "there"});
+        columns<QStringList, QStringList, QStringList, QString>({"arguments", "here", "there", "unknown"});
         const QStringList none;
-        QTest::newRow("nothing") << none << none << QStringList{u"open"_s};
-        QTest::newRow("expanded") << QStringList{u"--expanded"_s} << QStringList{u"open"_s} << QStringList{u"open"_s};
+        QTest::newRow("nothing") << none << none << QStringList{u"open"_s} << QString();
+        QTest::newRow("expanded") << QStringList{u"--expanded"_s} << QStringList{u"open"_s} << QStringList{u"open"_s}
+                                  << QString();
         QTest::newRow("two") << QStringList{u"--demo-peek"_s, u"x"_s, u"--search"_s}
                              << QStringList{u"open-and-search"_s, u"demo-peek"_s}
-                             << QStringList{u"open-and-search"_s, u"demo-peek"_s};
-        QTest::newRow("started by the bus") << QStringList{u"--activated"_s} << none << none;
-        QTest::newRow("unknown") << QStringList{u"--none"_s} << none << QStringList{u"open"_s};
+                             << QStringList{u"open-and-search"_s, u"demo-peek"_s} << QString();
+        QTest::newRow("started by the bus") << QStringList{u"--activated"_s} << none << none << QString();
+        QTest::newRow("mistyped") << QStringList{u"-platform"_s, u"--serach"_s} << none << QStringList{u"open"_s} << u"--serach"_s;
     }
     void theCommandLineSaysWhatToDo()
     {
@@ -204,6 +205,7 @@ private Q_SLOTS:
         const auto commandLine = CommandLine::parse(arguments);
         QTEST(commandLine.actions, "here");
         QTEST(commandLine.actionsForTheOther(), "there");
+        QTEST(commandLine.unknown, "unknown");
     }
     void aRowThatLeadsToOneOfSeveralSessionsSaysSo()
     {
