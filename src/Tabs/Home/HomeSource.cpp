@@ -7,6 +7,7 @@
 #include "Platform/VideoPlayer.h"
 #include "Platform/Workspace.h"
 #include "Tabs/Agents/AgentsSource.h"
+#include "Tabs/Home/HomeBrief.h"
 
 #include <algorithm>
 #include <functional>
@@ -82,7 +83,7 @@ QUrl HomeSource::makeView() const
 const QList<HomeItem> &HomeSource::items() const
 {
     if (m_stale) {
-        m_items = HomeBrief(m_needs.stores, m_ways, m_needs.workspace, m_needs.places, m_needs.clock.wallTime()).items();
+        m_items = homeBrief(m_needs.stores, m_ways, m_needs.workspace, m_needs.places, m_needs.clock.wallTime());
         m_stale = false;
     }
     return m_items;
