@@ -1,6 +1,6 @@
 #include "App/ThisMachine.h"
 
-#include "Core/Texts.h"
+#include "Platform/Posix/ToolSearchPath.h"
 
 #include <QDir>
 #include <QStandardPaths>

@@ -223,11 +223,11 @@ public:
 
 class FakeTerminals final : public Terminals {
 public:
-    QSet<QString> present;
-    QList<std::pair<QString, QString>> launched; ///< identifier, command line
+    QSet<App> present;
+    QList<std::pair<App, QString>> launched; ///< with the command line
 
-    bool installed(const QString &identifier) const override { return present.contains(identifier); }
-    void launch(const QString &identifier, const QString &commandLine) override { launched.append({identifier, commandLine}); }
+    bool installed(App app) const override { return present.contains(app); }
+    void launch(App app, const QString &commandLine) override { launched.append({app, commandLine}); }
 };
 
 class FakeMachine final : public Machine {
