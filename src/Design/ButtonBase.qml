@@ -14,7 +14,7 @@ Item {
     property bool takesReturn: true
     /// Off where something else shows who has the keyboard.
     property bool ringed: true
-    property bool hovered: hover.hovered && root.enabled
+    property bool hovered: hover.hovered && root.enabled && !Theme.pointerRests
     property bool pressed: (tap.pressed || keys.held) && root.enabled
 
     signal clicked

@@ -62,7 +62,7 @@ Item {
         onWheel: wheel => wheel.accepted = true
     }
 
-    Rectangle {
+    RoundedBox {
         id: panel
 
         readonly property point below: root.scene
@@ -75,8 +75,8 @@ Item {
         height: column.height + 8
         radius: 10
         color: Theme.popover
-        border.width: 1
-        border.color: Theme.at("white", 0.14)
+        edge: 1
+        edgeColor: Theme.at("white", 0.14)
 
         Column {
             id: column

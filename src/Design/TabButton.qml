@@ -14,7 +14,6 @@ ButtonBase {
     readonly property color ink: root.selected ? Theme.accentStrong : root.hovered ? Theme.glassPrimary : Theme.glassSecondary
 
     label: root.badge > 0 ? root.title + ", " + root.badge : root.title
-    help: root.title
     corner: root.height / 2
     implicitWidth: row.implicitWidth + 20
     implicitHeight: Math.max(row.implicitHeight, 16) + 12
@@ -32,6 +31,7 @@ ButtonBase {
         id: row
 
         anchors.centerIn: parent
+        anchors.alignWhenCentered: false
         spacing: Theme.gapTight
 
         Symbol {

@@ -172,20 +172,13 @@ FocusScope {
     }
 
     // Long lists fade into the panel at their lower edge.
-    Rectangle {
+    PanelFade {
         x: content.x
         y: content.y + content.height - height
         width: content.width
         height: content.height * 0.06
-        gradient: Gradient {
-            GradientStop {
-                position: 0
-                color: Theme.at(Theme.panelFloor, 0)
-            }
-            GradientStop {
-                position: 1
-                color: Theme.panelFloor
-            }
-        }
+        upwards: true
+        place: y
+        whole: root.height
     }
 }

@@ -4,6 +4,7 @@
 #include "Core/Process.h"
 #include "Tabs/Agents/AgentsSource.h"
 #include "Tabs/Home/EverydaySource.h"
+#include "Tabs/Home/HomeSource.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
 #include "Tabs/Todos/TodosSource.h"
 
@@ -74,7 +75,7 @@ void PanelContents::update()
         highlights.append({u"event"_s, u"calendar"_s, m_hub.everyday()->nextEventText(), rawValue(Tab::Home)});
     m_highlights.setRows(highlights);
 
-    const Shown now{int(visible.indexOf(shown)), m_hub.recording(), highlights.isEmpty(),
+    const Shown now{int(visible.indexOf(shown)), m_hub.recording(), highlights.isEmpty() && m_hub.home()->badge() == 0,
                     tr("Refresh · updated %1").arg(shortTime(m_hub.updated()))};
     if (now == m_now)
         return;

@@ -1,5 +1,6 @@
 #include "Shell/VeltoPanel.h"
 
+#include "Design/Theme.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/UI.h"
 
@@ -12,6 +13,8 @@
 namespace velto {
 
 namespace {
+
+constexpr int kTremble = 2; // logical pixels that a hand at rest may move
 
 // Flattened larger than life, so that the corners come out round.
 QRegion pixelsWithin(const QPainterPath &path)
@@ -31,7 +34,7 @@ VeltoPanel::VeltoPanel(Clock &clock, UI &ui, const PanelOutline &outline)
     setTitle(QStringLiteral("Velto"));
     setColor(Qt::transparent);
     setResizeMode(QQuickView::SizeRootObjectToView);
-    connect(&m_outline, &PanelOutline::changed, this, &VeltoPanel::outlineMoved);
+    connect(&m_outline, &PanelOutline::changed, this, &VeltoPanel::outlineChanged);
     connect(&m_ui, &UI::compositedChanged, this, &VeltoPanel::outlineMoved);
 }
 
@@ -43,6 +46,15 @@ QRegion VeltoPanel::wantedMask() const
         return pixelsWithin(veltoOutline(area, m_outline.radii()));
     const bool narrow = m_outline.panelSize() == PanelSize::Collapsed && area.width() < width() && height() <= area.height();
     return narrow ? QRegion(area.toAlignedRect()) : QRegion();
+}
+
+// Nothing that comes up under a pointer at rest lights up before the pointer moves.
+void VeltoPanel::outlineChanged()
+{
+    m_rest = QCursor::pos();
+    if (Theme *theme = Theme::of(engine()))
+        theme->setPointerRests(true);
+    outlineMoved();
 }
 
 void VeltoPanel::outlineMoved()
@@ -76,6 +88,12 @@ QQuickItem *VeltoPanel::textField() const
 // one that brings up a form.
 bool VeltoPanel::event(QEvent *event)
 {
+    if (event->type() == QEvent::MouseMove || event->type() == QEvent::MouseButtonPress) {
+        const QPoint moved = static_cast<QMouseEvent *>(event)->globalPosition().toPoint() - m_rest;
+        Theme *const theme = Theme::of(engine());
+        if (theme && (event->type() == QEvent::MouseButtonPress || moved.manhattanLength() > kTremble))
+            theme->setPointerRests(false);
+    }
     if (event->type() != QEvent::MouseButtonPress && event->type() != QEvent::MouseButtonRelease)
         return QQuickView::event(event);
     const QPointF place = static_cast<QMouseEvent *>(event)->position();

@@ -25,7 +25,6 @@ Item {
         topRadius: root.outline.top
         bottomRadius: root.outline.bottom
         openness: root.ui.expanded ? 1 : 0
-        glow: Theme.ice
 
         Behavior on width {
             enabled: root.moves
@@ -96,6 +95,13 @@ Item {
             }
             Component.onCompleted: panel.active = root.ui.expanded
         }
+    }
+
+    // The rectangle above knows no round corners.
+    CornerCut {
+        anchors.fill: shape
+        topRadius: shape.topRadius
+        bottomRadius: shape.bottomRadius
     }
 
     HoverHandler {

@@ -90,7 +90,7 @@ Item {
         width: parent.width
         height: parent.height - 2
         radius: Theme.radiusRow
-        color: Theme.at("white", hover.hovered || menu.active ? 0.09 : 0.05)
+        color: Theme.at("white", hover.lit || menu.active ? 0.09 : 0.05)
     }
     // Inside the row: the page cuts what stands over its sides.
     FocusRing {
@@ -102,6 +102,8 @@ Item {
     }
     HoverHandler {
         id: hover
+
+        readonly property bool lit: hovered && !Theme.pointerRests
     }
 
     LiveDot {

@@ -189,6 +189,9 @@ FocusScope {
             }
         }
     }
+    ScrollFade {
+        area: page
+    }
     ScrollThumb {
         anchors.right: parent.right
         anchors.rightMargin: -9

@@ -177,6 +177,9 @@ FocusScope {
             text: root.source.noticeText
         }
     }
+    ScrollFade {
+        area: page
+    }
     ScrollThumb {
         anchors.right: parent.right
         anchors.rightMargin: -9
