@@ -27,6 +27,7 @@ Item {
     Accessible.name: root.label
     Accessible.description: root.help === root.label ? "" : root.help
     Accessible.focusable: true
+    Accessible.ignored: !root.visible
     Accessible.onPressAction: root.clicked()
     Keys.onPressed: event => keys.press(event)
     Keys.onReleased: event => keys.release(event)

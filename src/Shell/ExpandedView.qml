@@ -49,6 +49,7 @@ FocusScope {
                     required property string tab
                     required badge
 
+                    bare: root.width < 680
                     selected: root.contents.selected === index
                     onClicked: root.contents.open(tab)
                 }
@@ -157,8 +158,22 @@ FocusScope {
                 anchors.leftMargin: content.side
                 anchors.rightMargin: content.side
                 visible: shown
-                onShownChanged: show()
+                onShownChanged: {
+                    show();
+                    if (page.shown)
+                        coming.restart();
+                }
                 Component.onCompleted: show()
+
+                NumberAnimation {
+                    id: coming
+
+                    target: page
+                    property: "opacity"
+                    from: Theme.fadeDuration > 0 ? 0 : 1
+                    to: 1
+                    duration: Theme.fadeDuration
+                }
 
                 function show(): void {
                     if (page.shown && page.status === Loader.Null)

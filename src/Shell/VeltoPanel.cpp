@@ -42,10 +42,14 @@ QRegion VeltoPanel::wantedMask() const
 {
     const QSizeF shape = m_outline.size();
     const QRectF area((width() - shape.width()) / 2, 0, shape.width(), shape.height());
+    const QRegion outline = pixelsWithin(veltoOutline(area, m_outline.radii()));
     if (!m_ui.composited())
-        return pixelsWithin(veltoOutline(area, m_outline.radii()));
-    const bool narrow = m_outline.panelSize() == PanelSize::Collapsed && area.width() < width() && height() <= area.height();
-    return narrow ? QRegion(area.toAlignedRect()) : QRegion();
+        return outline;
+    // A pixel more on every side, so that the soft edge stays whole.
+    QRegion around = outline;
+    for (const QPoint &step : {QPoint(-1, 0), QPoint(1, 0), QPoint(0, 1)})
+        around += outline.translated(step);
+    return around;
 }
 
 // Nothing that comes up under a pointer at rest lights up before the pointer moves.
@@ -59,21 +63,24 @@ void VeltoPanel::outlineChanged()
 
 void VeltoPanel::outlineMoved()
 {
-    // The black is still wide while it moves to a narrower outline, and is cut when it has arrived.
-    const QRegion wanted = wantedMask();
-    const bool narrower = m_ui.composited() && !wanted.isEmpty() && m_mask != wanted;
-    m_settled = narrower ? m_clock.after(kSpringTime, [this] { cut(); }) : nullptr;
-    if (!narrower)
-        cut();
+    m_settled.reset();
+    if (!m_ui.composited()) {
+        cut(wantedMask());
+        return;
+    }
+    if (wantedMask() == m_mask)
+        return;
+    // The black is still on its way to the new outline, and is cut when it has arrived.
+    cut({});
+    m_settled = m_clock.after(kSpringTime, [this] { cut(wantedMask()); });
 }
 
-void VeltoPanel::cut()
+void VeltoPanel::cut(const QRegion &mask)
 {
-    const QRegion wanted = wantedMask();
-    if (wanted == m_mask)
+    if (mask == m_mask)
         return;
-    m_mask = wanted;
-    setMask(wanted);
+    m_mask = mask;
+    setMask(mask);
 }
 
 QQuickItem *VeltoPanel::textField() const

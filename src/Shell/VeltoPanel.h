@@ -29,7 +29,7 @@ private:
     void outlineMoved();
     void outlineChanged();
     QRegion wantedMask() const;
-    void cut();
+    void cut(const QRegion &mask);
     void lookForPointer();
 
     Clock &m_clock;

@@ -189,7 +189,7 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             visible: root.entries.length > 0
             symbol: "ellipsis"
-            label: qsTr("More")
+            label: qsTr("More: %1").arg(root.title.slice(0, 200))
             help: ""
             onClicked: root.openMenu()
         }

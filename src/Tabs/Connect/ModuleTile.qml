@@ -13,6 +13,9 @@ Rectangle {
     required property bool ok
     required property string actionLabel
 
+    /// See TabOrder.
+    readonly property bool staysTogether: true
+
     signal wanted(bool on)
     signal acted
 
@@ -89,7 +92,7 @@ Rectangle {
                 anchors.right: parent.right
                 visible: root.actionLabel !== ""
                 text: root.actionLabel
-                label: root.actionLabel + ": " + root.label
+                label: root.actionLabel === "" ? root.label : root.actionLabel + ": " + root.label
                 onClicked: root.acted()
             }
         }

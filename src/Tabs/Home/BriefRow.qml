@@ -103,7 +103,7 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         visible: root.actionLabel !== ""
         text: root.actionLabel
-        label: root.actionLabel + ": " + root.title.slice(0, 200)
+        label: root.actionLabel === "" ? root.title.slice(0, 200) : root.actionLabel + ": " + root.title.slice(0, 200)
         onClicked: root.chosen()
     }
 }
