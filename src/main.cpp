@@ -6,6 +6,7 @@
 #include "Platform/Linux/LinuxWording.h"
 
 #include <QApplication>
+#include <QLocale>
 #include <QQuickWindow>
 #include <algorithm>
 #include <cstdio>
@@ -42,6 +43,8 @@ void introduce()
 {
     // Starts faster and takes less memory than a driver, and an idle scene costs nothing. It is chosen before any window exists.
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    // The words are English, so dates and numbers between them are too, in the order and by the clock of the user's country.
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::system().territory()));
     QApplication::setApplicationName(QStringLiteral("velto"));
     QApplication::setApplicationVersion(QLatin1String(VELTO_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral(VELTO_APPLICATION_ID));

@@ -9,7 +9,6 @@
 #include "Core/UI.h"
 
 #include <QCursor>
-#include <QPointer>
 #include <QWindow>
 
 using namespace std::chrono_literals;
@@ -22,6 +21,7 @@ AppDelegate::AppDelegate(Needs needs, QObject *parent)
     , m_needs(needs)
 {
     connect(&m_needs.ui, &UI::expandedChanged, this, &AppDelegate::expandedChanged);
+    connect(&m_needs.ui, &UI::menuOpenChanged, this, &AppDelegate::menuChanged);
     connect(&m_needs.ui, &UI::hoveringChanged, this, &AppDelegate::hoveringChanged);
     m_needs.ui.unfinished = [&hub = m_needs.hub] { return hub.unfinished(); };
     m_needs.ui.pointerOnStrip = [this] { return stripRow().contains(QCursor::pos()); };
@@ -51,20 +51,15 @@ void AppDelegate::showPanel()
 
 void AppDelegate::addStatusItem(StatusItem &item)
 {
-    connect(&m_needs.ui, &UI::menuWanted, this, [this, &item] {
-        item.popUp(QCursor::pos(), [ui = QPointer(&m_needs.ui)] {
-            if (ui)
-                ui->menuClosed();
-        });
-    });
-    item.show(tr("Velto"),
-              {
-                  {tr("Open Velto"), {}, [this] { open(false); }},
-                  {tr("Settings…"), u"Ctrl+,"_s, [this] { showSettings(); }},
-                  {tr("Welcome & Setup…"), {}, [this] { showWelcome(); }},
-                  {},
-                  {tr("Quit Velto"), u"Ctrl+Q"_s, [this] { Q_EMIT quitWanted(); }},
-              });
+    const std::vector<MenuItem> menu{
+        {tr("Open Velto"), {}, [this] { open(false); }},
+        {tr("Settings…"), u"Ctrl+,"_s, [this] { showSettings(); }},
+        {tr("Welcome & Setup…"), {}, [this] { showWelcome(); }},
+        {},
+        {tr("Quit Velto"), u"Ctrl+Q"_s, [this] { Q_EMIT quitWanted(); }},
+    };
+    m_needs.ui.setMenu(menu);
+    item.show(tr("Velto"), menu);
 }
 
 void AppDelegate::addHotKey(HotKey &hotKey)
@@ -142,8 +137,10 @@ void AppDelegate::layout(bool animated)
         m_frame.reset();
         return;
     }
+    m_needs.ui.setRoom(display->frame.size());
     m_needs.ui.setVelto(measureHousing(*display));
-    const QRect target = panelFrame(*display, m_needs.ui.velto(), m_needs.outline.panelSize());
+    const QSizeF wanted = panelSize(m_needs.ui.velto(), m_needs.outline.panelSize());
+    const QRect target = hangFrom(*display, wanted.expandedTo(m_needs.outline.size()));
     if (animated && m_frame && m_needs.ui.composited() && target != *m_frame && m_frame->contains(target))
         m_shrink = m_needs.clock.after(kSpringTime, [this] { layout(false); });
     else
@@ -185,6 +182,20 @@ void AppDelegate::expandedChanged()
     if (m_needs.ui.takeFocusOnOpen())
         m_needs.panelWindow.takeFocus();
     m_refresh = m_needs.clock.after(450ms, [this] { m_needs.hub.refresh(false); });
+}
+
+// The menu has the keyboard while it is open.
+void AppDelegate::menuChanged()
+{
+    layout(true);
+    const bool open = m_needs.ui.menuOpen();
+    if (std::exchange(m_hadMenu, open) == open)
+        return;
+    m_needs.panelWindow.watchPresses(open || m_needs.ui.expanded());
+    if (open)
+        m_needs.panelWindow.takeFocus();
+    else if (!m_needs.ui.expanded())
+        m_needs.panelWindow.returnFocus();
 }
 
 void AppDelegate::peekChanged()

@@ -77,6 +77,7 @@ private:
     /// Where the strip row is while the panel is closed; empty while it is open or hidden.
     QRect stripRow() const;
     void expandedChanged();
+    void menuChanged();
     void peekChanged();
     void hoveringChanged();
 
@@ -85,6 +86,7 @@ private:
     std::optional<QRect> m_frame;
     bool m_started = false;
     bool m_hadPeek = false;
+    bool m_hadMenu = false;
     bool m_hotKeyRegistered = false;
     TimerHandle m_shrink;
     TimerHandle m_peekGone;

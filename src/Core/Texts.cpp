@@ -52,11 +52,13 @@ QString ago(const QDateTime &date, const QDateTime &now)
 
 QString shortTime(const QDateTime &moment)
 {
-    // The system's locale, since the form of times may be another language's than that of texts (LC_TIME).
+    // The system's form, since that of times may be another country's than that of texts (LC_TIME), in the words and digits of
+    // our texts.
     const QLocale locale = QLocale::system();
     const QTime time = moment.toLocalTime().time();
     // What has no country has no short form either.
-    return locale.language() == QLocale::C ? time.toString(u"HH:mm"_s) : locale.toString(time, QLocale::ShortFormat);
+    return locale.language() == QLocale::C ? time.toString(u"HH:mm"_s)
+                                           : QLocale().toString(time, locale.timeFormat(QLocale::ShortFormat));
 }
 
 QString compact(qint64 count)

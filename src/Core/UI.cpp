@@ -2,6 +2,7 @@
 
 #include "Core/Prefs.h"
 
+#include <QKeySequence>
 #include <utility>
 
 namespace velto {
@@ -17,6 +18,7 @@ void UI::setExpanded(bool expanded)
 {
     if (expanded == m_expanded)
         return;
+    closeMenu();
     m_collapseTask.reset();
     m_expanded = expanded;
     Q_EMIT expandedChanged();
@@ -66,7 +68,7 @@ void UI::setComposited(bool composited)
 
 bool UI::keptOpen() const
 {
-    return m_pinned || m_menuOpen || sheetOpen() || (unfinished && unfinished());
+    return m_pinned || sheetOpen() || (unfinished && unfinished());
 }
 
 void UI::pointerChanged(bool inside)
@@ -86,7 +88,7 @@ void UI::pointerChanged(bool inside)
 void UI::stripEntered()
 {
     m_collapseTask.reset();
-    if (m_expanded || m_staysClosed || m_prefs.openMode() != Prefs::OpenMode::Hover)
+    if (m_expanded || m_menuOpen || m_staysClosed || m_prefs.openMode() != Prefs::OpenMode::Hover)
         return;
     m_focusOnOpen = false;
     setHovering(false);
@@ -95,7 +97,9 @@ void UI::stripEntered()
 
 void UI::tapped()
 {
-    if (!m_expanded)
+    if (m_menuOpen)
+        closeMenu();
+    else if (!m_expanded)
         openFocused();
 }
 
@@ -112,21 +116,90 @@ void UI::close()
     setExpanded(false);
 }
 
-void UI::askForMenu()
+void UI::setRoom(QSizeF room)
 {
-    m_menuOpen = true;
-    Q_EMIT menuWanted();
+    if (room == m_room)
+        return;
+    m_room = room;
+    Q_EMIT roomChanged();
 }
 
-void UI::menuClosed()
+void UI::setMenu(std::vector<MenuItem> menu)
 {
+    m_menu = std::move(menu);
+    Q_EMIT menuChanged();
+}
+
+QStringList UI::menuTitles() const
+{
+    QStringList titles;
+    for (const MenuItem &item : m_menu)
+        titles.append(item.title);
+    return titles;
+}
+
+QStringList UI::menuKeys() const
+{
+    QStringList keys;
+    for (const MenuItem &item : m_menu)
+        keys.append(QKeySequence::fromString(item.key, QKeySequence::PortableText).toString(QKeySequence::NativeText));
+    return keys;
+}
+
+void UI::askForMenu()
+{
+    if (m_menuOpen || m_menu.empty())
+        return;
+    m_collapseTask.reset();
+    m_menuOpen = true;
+    Q_EMIT menuOpenChanged();
+}
+
+void UI::closeMenu()
+{
+    if (!m_menuOpen)
+        return;
     m_menuOpen = false;
+    m_menuHeight = 0;
+    Q_EMIT menuOpenChanged();
     if (!m_pointerInside)
         pointerChanged(false);
 }
 
+void UI::chooseFromMenu(int index)
+{
+    closeMenu();
+    if (index < 0 || index >= int(m_menu.size()) || !m_menu.at(size_t(index)).action)
+        return;
+    const auto action = m_menu.at(size_t(index)).action;
+    action();
+}
+
+bool UI::pressMenuKey(int key, int modifiers)
+{
+    const QKeySequence pressed(
+        QKeyCombination(Qt::KeyboardModifiers::fromInt(modifiers & ~int(Qt::KeypadModifier)), Qt::Key(key)));
+    for (int i = 0; i < int(m_menu.size()); ++i) {
+        if (const QString &own = m_menu.at(size_t(i)).key;
+            own.isEmpty() || QKeySequence::fromString(own, QKeySequence::PortableText) != pressed)
+            continue;
+        chooseFromMenu(i);
+        return true;
+    }
+    return false;
+}
+
+void UI::setMenuHeight(double height)
+{
+    if (height == m_menuHeight || !m_menuOpen)
+        return;
+    m_menuHeight = height;
+    Q_EMIT menuOpenChanged();
+}
+
 void UI::focusLost()
 {
+    closeMenu();
     if (m_expanded && !keptOpen() && !m_pointerInside)
         close();
 }

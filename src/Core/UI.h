@@ -1,11 +1,14 @@
 #pragma once
 
 #include "Platform/Clock.h"
+#include "Platform/StatusItem.h"
 
 #include <QObject>
 #include <QSizeF>
+#include <QStringList>
 #include <chrono>
 #include <functional>
+#include <vector>
 
 namespace velto {
 
@@ -17,6 +20,11 @@ class UI : public QObject {
     Q_PROPERTY(bool expanded READ expanded NOTIFY expandedChanged FINAL)
     Q_PROPERTY(bool pinned READ pinned NOTIFY pinnedChanged FINAL)
     Q_PROPERTY(bool hovering READ hovering NOTIFY hoveringChanged FINAL)
+    Q_PROPERTY(bool menuOpen READ menuOpen NOTIFY menuOpenChanged FINAL)
+    Q_PROPERTY(double menuHeight READ menuHeight WRITE setMenuHeight NOTIFY menuOpenChanged FINAL)
+    Q_PROPERTY(QStringList menuTitles READ menuTitles NOTIFY menuChanged FINAL)
+    Q_PROPERTY(QStringList menuKeys READ menuKeys NOTIFY menuChanged FINAL)
+    Q_PROPERTY(QSizeF room READ room NOTIFY roomChanged FINAL)
     Q_PROPERTY(QSizeF velto READ velto NOTIFY veltoChanged FINAL)
     Q_PROPERTY(bool composited READ composited NOTIFY compositedChanged FINAL)
 public:
@@ -37,6 +45,9 @@ public:
     /// The size of the camera housing, or of what stands for it.
     QSizeF velto() const { return m_velto; }
     void setVelto(QSizeF size);
+    /// The size of the display, which nothing of ours outgrows.
+    QSizeF room() const { return m_room; }
+    void setRoom(QSizeF room);
     /// Whether the window can have half-transparent pixels.
     bool composited() const { return m_composited; }
     void setComposited(bool composited);
@@ -47,7 +58,8 @@ public:
     std::function<bool()> pointerOnStrip;
     Q_INVOKABLE void sheetOpened() { ++m_sheets; }
     Q_INVOKABLE void sheetClosed() { --m_sheets; }
-    bool sheetOpen() const { return m_sheets > 0; }
+    /// A sheet or a menu has the keys.
+    bool sheetOpen() const { return m_sheets > 0 || m_menuOpen; }
 
     bool pointerInside() const { return m_pointerInside; }
     /// The pointer came to the window or left it.
@@ -59,9 +71,21 @@ public:
     /// The default action of assistive technology.
     Q_INVOKABLE void toggle();
     Q_INVOKABLE void close();
-    /// The user asked for the menu where the pointer is. The panel stays as it is until menuClosed().
+    /// What the program's own menu offers; an item without a title is a line between others.
+    void setMenu(std::vector<MenuItem> menu);
+    QStringList menuTitles() const;
+    QStringList menuKeys() const; ///< beside each title, as this platform writes keys
+    /// The user asked for the menu. The panel stays as it is until the menu closes; under the strip the black makes room for it.
     Q_INVOKABLE void askForMenu();
-    void menuClosed();
+    Q_INVOKABLE void closeMenu();
+    /// Closes the menu and does what stands at this place.
+    Q_INVOKABLE void chooseFromMenu(int index);
+    /// Does what this key stands for in the menu; false if it stands for nothing.
+    Q_INVOKABLE bool pressMenuKey(int key, int modifiers);
+    bool menuOpen() const { return m_menuOpen; }
+    /// The room that the menu takes under the strip; 0 without one.
+    double menuHeight() const { return m_menuOpen && !m_expanded ? m_menuHeight : 0; }
+    void setMenuHeight(double height);
     /// The user asked for the settings window.
     Q_INVOKABLE void askForSettings() { Q_EMIT settingsWanted(); }
     /// Somebody is about to type in the panel, which may have been opened without the keyboard.
@@ -80,7 +104,9 @@ Q_SIGNALS:
     void hoveringChanged();
     void veltoChanged();
     void compositedChanged();
-    void menuWanted();
+    void menuOpenChanged();
+    void menuChanged();
+    void roomChanged();
     void keyboardWanted();
     void settingsWanted();
 
@@ -97,6 +123,9 @@ private:
     bool m_composited = true;
     bool m_pointerInside = false;
     bool m_menuOpen = false;
+    double m_menuHeight = 0;
+    std::vector<MenuItem> m_menu;
+    QSizeF m_room{780, 520};
     int m_sheets = 0;
     QSizeF m_velto{185, 32};
     TimerHandle m_collapseTask;

@@ -21,7 +21,7 @@ ButtonBase {
     Accessible.onToggleAction: root.clicked()
     onClicked: root.toggled(!root.checked)
 
-    Rectangle {
+    RoundedBox {
         id: box
 
         anchors.verticalCenter: parent.verticalCenter
@@ -31,8 +31,8 @@ ButtonBase {
         radius: 5
         color: root.checked ? Theme.at(Theme.ice, root.pressed ? 0.7 : root.hovered ? 0.95 : 0.85)
                             : Theme.at("white", root.pressed ? 0.16 : root.hovered ? 0.12 : 0.07)
-        border.width: root.checked ? 0 : 1
-        border.color: Theme.at("white", 0.3)
+        edge: root.checked ? 0 : 1
+        edgeColor: Theme.at("white", 0.3)
 
         Symbol {
             anchors.centerIn: parent

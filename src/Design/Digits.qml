@@ -12,6 +12,8 @@ Row {
     property int size: Theme.textSmall
     property int weight: Font.Medium
 
+    anchors.alignWhenCentered: false
+    anchors.verticalCenterOffset: Theme.capitalsDrop(root.size, root.height)
     Accessible.role: Accessible.StaticText
     Accessible.name: root.value
 

@@ -23,4 +23,7 @@ Text {
     font.pixelSize: root.size
     font.weight: root.weight
     linkColor: root.color
+    // A centred line has its capitals in the middle, to less than a logical pixel.
+    anchors.alignWhenCentered: false
+    anchors.verticalCenterOffset: root.multiline ? 0 : Theme.capitalsDrop(root.size, root.height)
 }

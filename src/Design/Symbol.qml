@@ -25,6 +25,7 @@ Text {
     font.family: Theme.symbolFamily
     font.pixelSize: Math.round(root.size * 1.25)
     horizontalAlignment: Text.AlignHCenter
+    anchors.alignWhenCentered: false
     Accessible.ignored: true
 
     SequentialAnimation {

@@ -43,7 +43,7 @@ FocusScope {
     FieldBox {
         anchors.fill: parent
         focused: input.activeFocus
-        hovered: hover.hovered
+        hovered: hover.hovered && !Theme.pointerRests
     }
     PlainText {
         x: 10

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QPoint>
 #include <QString>
 #include <functional>
 #include <vector>
@@ -13,7 +12,8 @@ struct MenuItem {
     std::function<void()> action;
 };
 
-/// The program's icon with its menu in the desktop's tray. UI thread only.
+/// The program's icon with its menu in the desktop's tray. The strip has the same menu, for desktops without a tray. UI thread
+/// only.
 class StatusItem {
 public:
     StatusItem() = default;
@@ -23,8 +23,6 @@ public:
 
     /// Puts the item into the tray now, or as soon as the desktop has one.
     virtual void show(const QString &description, std::vector<MenuItem> menu) = 0;
-    /// Opens the same menu at a place on the screen, for desktops without a tray. `closed` is called once, when it is gone.
-    virtual void popUp(QPoint position, std::function<void()> closed) = 0;
 };
 
 } // namespace velto

@@ -19,7 +19,7 @@ Item {
     Rectangle {
         visible: !root.first
         x: 12
-        width: parent.width - 12
+        width: parent.width - 13 // up to the card's edge
         height: 1
         color: Qt.alpha(root.palette.windowText, 0.1)
     }

@@ -48,6 +48,7 @@ FocusScope {
                     required property string tab
                     required badge
 
+                    bare: root.width < 680
                     selected: root.contents.selected === index
                     onClicked: root.contents.open(tab)
                 }
@@ -156,8 +157,22 @@ FocusScope {
                 anchors.leftMargin: content.side
                 anchors.rightMargin: content.side
                 visible: shown
-                onShownChanged: show()
+                onShownChanged: {
+                    show();
+                    if (page.shown)
+                        coming.restart();
+                }
                 Component.onCompleted: show()
+
+                NumberAnimation {
+                    id: coming
+
+                    target: page
+                    property: "opacity"
+                    from: Theme.fadeDuration > 0 ? 0 : 1
+                    to: 1
+                    duration: Theme.fadeDuration
+                }
 
                 function show(): void {
                     if (page.shown && page.status === Loader.Null)
@@ -171,20 +186,13 @@ FocusScope {
     }
 
     // Long lists fade into the panel at their lower edge.
-    Rectangle {
+    PanelFade {
         x: content.x
         y: content.y + content.height - height
         width: content.width
         height: content.height * 0.06
-        gradient: Gradient {
-            GradientStop {
-                position: 0
-                color: Theme.at(Theme.panelFloor, 0)
-            }
-            GradientStop {
-                position: 1
-                color: Theme.panelFloor
-            }
-        }
+        upwards: true
+        place: y
+        whole: root.height
     }
 }

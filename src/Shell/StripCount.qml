@@ -85,11 +85,13 @@ Item {
         }
         Row {
             anchors.verticalCenter: parent.verticalCenter
+            anchors.alignWhenCentered: false
             spacing: 1
 
             RollingNumber {
                 id: number
 
+                anchors.verticalCenter: parent.verticalCenter
                 value: root.value
                 color: Theme.at("white", 0.85)
             }

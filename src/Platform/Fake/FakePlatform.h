@@ -271,15 +271,8 @@ public:
 class FakeStatusItem final : public StatusItem {
 public:
     std::vector<MenuItem> menu;
-    QList<QPoint> poppedUp;
-    std::function<void()> close;
 
     void show(const QString &, std::vector<MenuItem> items) override { menu = std::move(items); }
-    void popUp(QPoint position, std::function<void()> closed) override
-    {
-        poppedUp.append(position);
-        close = std::move(closed);
-    }
 };
 
 class FakeSession final : public Session {

@@ -142,10 +142,4 @@ bool TrayStatusItem::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
-void TrayStatusItem::popUp(QPoint position, std::function<void()> closed)
-{
-    connect(menu(), &QMenu::aboutToHide, this, std::move(closed), Qt::SingleShotConnection);
-    menu()->popup(position);
-}
-
 } // namespace velto

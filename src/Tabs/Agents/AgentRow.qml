@@ -89,7 +89,7 @@ Item {
         width: parent.width
         height: parent.height - 2
         radius: Theme.radiusRow
-        color: Theme.at("white", hover.hovered || menu.active ? 0.09 : 0.05)
+        color: Theme.at("white", hover.lit || menu.active ? 0.09 : 0.05)
     }
     // Inside the row: the page cuts what stands over its sides.
     FocusRing {
@@ -101,6 +101,8 @@ Item {
     }
     HoverHandler {
         id: hover
+
+        readonly property bool lit: hovered && !Theme.pointerRests
     }
 
     LiveDot {
@@ -186,7 +188,7 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             visible: root.entries.length > 0
             symbol: "ellipsis"
-            label: qsTr("More")
+            label: qsTr("More: %1").arg(root.title.slice(0, 200))
             help: ""
             onClicked: root.openMenu()
         }

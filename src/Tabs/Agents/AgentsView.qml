@@ -248,7 +248,7 @@ FocusScope {
                     anchors.verticalCenter: parent.verticalCenter
                     words: root.source.hookErrorText !== "" ? root.source.hookErrorText : qsTr("Claude Code tells Velto when an agent is done or needs you.")
                     size: Theme.textSmall
-                    color: root.source.hookErrorText !== "" ? Theme.coral : Theme.glassTertiary
+                    color: root.source.hookErrorText !== "" ? Theme.ink(Theme.coral) : Theme.glassTertiary
                     Accessible.role: Accessible.StaticText
                     Accessible.name: text
                 }
@@ -279,6 +279,9 @@ FocusScope {
 
     // qmllint enable unqualified type
 
+    ScrollFade {
+        area: list
+    }
     ScrollThumb {
         anchors.right: parent.right
         anchors.rightMargin: -9

@@ -81,7 +81,7 @@ GlassCard {
                 visible: root.source.hookErrorText !== ""
                 multiline: true
                 words: root.source.hookErrorText
-                color: Theme.coral
+                color: Theme.ink(Theme.coral)
                 Accessible.role: Accessible.StaticText
                 Accessible.name: text
             }

@@ -100,7 +100,7 @@ GlassCard {
         visible: root.form.google && root.form.errorText !== ""
         multiline: true
         words: root.form.errorText
-        color: Theme.coral
+        color: Theme.ink(Theme.coral)
         Accessible.role: Accessible.AlertMessage
         Accessible.name: text
     }

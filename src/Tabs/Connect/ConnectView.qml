@@ -188,6 +188,9 @@ FocusScope {
             }
         }
     }
+    ScrollFade {
+        area: page
+    }
     ScrollThumb {
         anchors.right: parent.right
         anchors.rightMargin: -9

@@ -91,14 +91,14 @@ GlassCard {
                     visible: server.actionLabel === ""
                     name: "checkmark"
                     size: Theme.textSmall
-                    color: server.tone
+                    color: Theme.ink(server.tone)
                 }
                 PlainText {
                     anchors.verticalCenter: parent.verticalCenter
                     visible: server.actionLabel === ""
                     text: server.statusText
                     size: Theme.textSmall
-                    color: server.tone
+                    color: Theme.ink(server.tone)
                     Accessible.ignored: true
                 }
                 PillButton {
@@ -155,7 +155,7 @@ GlassCard {
         visible: root.form.problem !== ""
         text: root.form.problem
         size: Theme.textSmall
-        color: Theme.coral
+        color: Theme.ink(Theme.coral)
         Accessible.role: Accessible.StaticText
         Accessible.name: text
     }

@@ -21,9 +21,9 @@ Column {
     Grid {
         id: grid
 
-        readonly property real half: (root.width - spacing) / 2
+        readonly property real half: (root.width - (columns - 1) * spacing) / columns
 
-        columns: 2
+        columns: root.width < 560 ? 1 : 2
         spacing: 8
 
         Repeater {

@@ -78,13 +78,12 @@ GlassCard {
     Row {
         spacing: 8
 
-        ChipButton {
+        PillButton {
             symbol: "person.crop.circle.badge.checkmark"
             text: qsTr("Add follow-up")
             onClicked: root.source.addFollowUp()
         }
         PillButton {
-            anchors.verticalCenter: parent.verticalCenter
             text: qsTr("CRM via MCP")
             onClicked: root.source.openMcpForm()
         }

@@ -38,7 +38,7 @@ Item {
         width: parent.width
         height: parent.height - 2
         radius: Theme.radiusRow
-        color: Theme.at("white", hover.hovered ? 0.09 : 0.05)
+        color: Theme.at("white", hover.lit ? 0.09 : 0.05)
     }
     FocusRing {
         anchors.leftMargin: 0
@@ -50,9 +50,11 @@ Item {
     }
     HoverHandler {
         id: hover
+
+        readonly property bool lit: hovered && !Theme.pointerRests
     }
     Loader {
-        readonly property bool wanted: root.from !== "" && (hover.hovered || root.activeFocus) && !action.hovered
+        readonly property bool wanted: root.from !== "" && (hover.lit || root.activeFocus) && !action.hovered
 
         onWantedChanged: wanted ? setSource("qrc:/qt/qml/Velto/Design/HelpTip.qml", {"target": root, "text": root.from}) : setSource("")
     }
@@ -101,7 +103,7 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         visible: root.actionLabel !== ""
         text: root.actionLabel
-        label: root.actionLabel + ": " + root.title.slice(0, 200)
+        label: root.actionLabel === "" ? root.title.slice(0, 200) : root.actionLabel + ": " + root.title.slice(0, 200)
         onClicked: root.chosen()
     }
 }

@@ -176,6 +176,9 @@ FocusScope {
             text: root.source.noticeText
         }
     }
+    ScrollFade {
+        area: page
+    }
     ScrollThumb {
         anchors.right: parent.right
         anchors.rightMargin: -9

@@ -145,6 +145,9 @@ FocusScope {
     }
     // qmllint enable unqualified type
 
+    ScrollFade {
+        area: list
+    }
     ScrollThumb {
         anchors.right: parent.right
         anchors.rightMargin: -9

@@ -99,14 +99,14 @@ Item {
         Accessible.ignored: true
     }
 
-    Rectangle {
+    RoundedBox {
         anchors.fill: parent
         visible: opacity > 0
         opacity: root.selected ? 1 : 0
         radius: Theme.radiusRow
         color: Theme.at("white", root.open ? 0.07 : 0.045)
-        border.width: 1
-        border.color: Theme.at("white", 0.22)
+        edge: 1
+        edgeColor: Theme.at("white", 0.22)
 
         Behavior on opacity {
             enabled: !root.resting

@@ -128,7 +128,7 @@ FocusScope {
                 anchors.right: hint.left
                 anchors.rightMargin: 16
                 words: root.source.summary
-                color: root.source.summaryUrgent ? Theme.red : Theme.glassSecondary
+                color: root.source.summaryUrgent ? Theme.ink(Theme.red) : Theme.glassSecondary
                 Accessible.role: Accessible.StaticText
                 Accessible.name: text
             }
@@ -236,11 +236,14 @@ FocusScope {
 
     EmptyNote {
         y: list.start + 2
-        visible: root.source.emptyText !== ""
+        visible: root.source.emptyText !== "" && !root.source.form.shown
         symbol: root.source.emptySymbol
         text: root.source.emptyText
         action: root.source.emptyButton
         onClicked: root.source.pressEmptyButton()
+    }
+    ScrollFade {
+        area: list
     }
     ScrollThumb {
         anchors.right: parent.right
