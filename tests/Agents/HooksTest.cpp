@@ -1,6 +1,8 @@
 #include "Agents/Desk.h"
 #include "RunTests.h"
 
+#include <QJsonObject>
+
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using namespace velto;
@@ -98,9 +100,14 @@ private Q_SLOTS:
         desk.source.permission(asked, decide);
         asked.tool = u"Bash"_s;
         asked.toolDetail = u"touch x"_s;
+        asked.wholeTool = u"Bash"_s;
+        asked.toolInput = QJsonObject{{u"command"_s, u"touch x"_s}};
         desk.source.permission(asked, decide);
         QCOMPARE(desk.texts(), (QStringList{u"proj: needs permission"_s, u"proj: Bash touch x"_s}));
         QCOMPARE(desk.peeks[1].symbol, u"lock.shield"_s);
+        const Question &whole = desk.peeks[1].question.value();
+        QCOMPARE(whole.session + u'|' + whole.cwd.value_or(QString()) + u'|' + whole.tool, u"proj|/home/me/proj|Bash"_s);
+        QCOMPARE(whole.input, asked.toolInput);
         QVERIFY(answers.isEmpty());
         desk.peeks[1].decide(false);
         QCOMPARE(answers, QList<std::optional<bool>>{false});

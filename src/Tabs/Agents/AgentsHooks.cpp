@@ -99,6 +99,7 @@ void AgentsSource::permission(const HookEvent &event, const Peek::Decide &decide
     peek.resume = event.sessionId;
     peek.cwd = event.cwd;
     peek.decide = decide;
+    peek.question = Question{name, event.cwd, event.wholeTool, event.toolInput};
     raise(std::move(peek));
 }
 
