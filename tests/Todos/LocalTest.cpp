@@ -1,4 +1,5 @@
 #include "Files/FilesTesting.h"
+#include "Fixture.h"
 #include "Platform/Posix/PosixFiles.h"
 #include "Platform/Posix/PosixToolRunner.h"
 #include "RunTests.h"
@@ -39,7 +40,7 @@ private Q_SLOTS:
     {
         m_home = std::make_unique<QTemporaryDir>(scratchTemplate());
         QDir(m_home->path()).mkpath(u"src/quillbox/todo"_s);
-        writeFile(m_home->filePath(u"src/quillbox/todo/todo.py"_s), readFile(QStringLiteral(VELTO_FIXTURES "/todos/todo.py")));
+        writeFile(m_home->filePath(u"src/quillbox/todo/todo.py"_s), fixture("todos/todo.py"));
         sql("CREATE TABLE quillbox_memory(id INTEGER PRIMARY KEY, type TEXT, name TEXT, body TEXT, tags TEXT, archived_at TEXT)");
         sql("INSERT INTO quillbox_memory VALUES"
             "(1,'todo','first','text\n\n## Comments\n- Mon · said','[\"due:2026-11-21\",\"prio:1\"]',NULL),"
