@@ -93,6 +93,8 @@ public:
     bool hasPeek() const { return m_peeks.onShow().has_value(); }
     /// The Peek on show; an empty one if there is none.
     Peek peek() const { return m_peeks.onShow().value_or(Peek{}); }
+    /// A question is on show.
+    bool asking() const { return hasPeek() && m_peeks.onShow()->isQuestion(); }
     void show(Peek peek);
     void dismissPeek();
     /// See PeekQueue.

@@ -24,7 +24,7 @@ Item {
     activeFocusOnTab: true
     opacity: root.enabled ? 1 : 0.4
     Accessible.role: Accessible.Button
-    Accessible.name: root.label
+    Accessible.name: Plain.line(root.label)
     Accessible.description: root.help === root.label ? "" : root.help
     Accessible.focusable: true
     Accessible.onPressAction: root.clicked()

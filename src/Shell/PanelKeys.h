@@ -31,7 +31,7 @@ private:
     void enterPage();
     bool onTodos() const;
     bool textFieldFocused() const;
-    bool focusTakesReturn() const;
+    bool focusHas(const char *property) const;
     void clearFocus();
     void leaveHidden();
 

@@ -83,6 +83,7 @@ Item {
             sourceComponent: ExpandedView {
                 ui: root.ui
                 contents: root.contents
+                peekLine: root.peekLine
             }
             // qmllint enable unqualified
 
@@ -119,7 +120,7 @@ Item {
         Connections {
             target: root.accessibility
             function onAnnouncementRequested(text: string): void {
-                announcement.Accessible.name = text;
+                announcement.Accessible.name = Plain.line(text);
             }
         }
     }
