@@ -6,6 +6,7 @@
 #include <QString>
 #include <QUrl>
 #include <QUuid>
+#include <chrono>
 #include <functional>
 #include <optional>
 
@@ -24,6 +25,9 @@ struct Peek {
     enum class Tone : quint8 { Good, Warn, Bad, Info };
     /// True: allowed, false: denied, nothing: no answer. Called exactly once for each Peek that has one, on the UI thread.
     using Decide = std::function<void(std::optional<bool>)>;
+    /// What a line says of the session that it is about; so it is found again when that is no longer true, and told together with
+    /// others of its kind when many come at once.
+    enum class News : quint8 { Other, NeedsYou, Finished };
 
     QString symbol;
     QString text; ///< also what duplicates are told by
@@ -37,6 +41,12 @@ struct Peek {
     std::optional<Question> question = std::nullopt;
     /// Quiet words after the text, the name of the session that a line is about, say; empty for none.
     QString beside = QString();
+    News news = News::Other;
+    QString session = {}; ///< which one the news is about
+    /// How long a question's asker waits. If its turn comes when hardly anything of that is left, it gets no answer, and a line
+    /// with the text `lapsed` stands in its place.
+    std::optional<std::chrono::milliseconds> patience = {};
+    QString lapsed = {};
     QUuid id = QUuid::createUuid();
 
     bool isQuestion() const { return bool(decide); }

@@ -27,7 +27,7 @@ Item {
     Accessible.name: Plain.line(root.label)
     Accessible.description: root.help === root.label ? "" : root.help
     Accessible.focusable: true
-    Accessible.onPressAction: root.clicked()
+    Accessible.onPressAction: keys.click()
     Keys.onPressed: event => keys.press(event)
     Keys.onReleased: event => keys.release(event)
     onActiveFocusChanged: keys.held = false
@@ -42,11 +42,16 @@ Item {
                 return;
             if (event.key === Qt.Key_Space) {
                 keys.held = true;
+                root.pressBegan();
                 event.accepted = true;
             } else if (root.takesReturn && (event.key === Qt.Key_Return || event.key === Qt.Key_Enter) && !event.isAutoRepeat) {
                 event.accepted = true;
-                root.clicked();
+                keys.click();
             }
+        }
+        function click(): void {
+            root.pressBegan();
+            root.clicked();
         }
         function release(event: KeyEvent): void {
             if (event.key !== Qt.Key_Space || event.isAutoRepeat || !keys.held)

@@ -165,7 +165,7 @@ Item {
             if (!visible && !wanted)
                 source = "";
         }
-        onWantedHeightChanged: root.ui.unfoldedHeight = wantedHeight
+        onWantedHeightChanged: root.ui.unfoldedHeight = whole.wantedHeight
 
         Behavior on opacity {
             Spring {}

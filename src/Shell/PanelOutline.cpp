@@ -1,6 +1,6 @@
 #include "Shell/PanelOutline.h"
 
-#include "Core/Hub.h"
+#include "Hub/Hub.h"
 #include "Shell/CollapsedStrip.h"
 #include "Shell/UI.h"
 
@@ -16,7 +16,7 @@ PanelOutline::PanelOutline(const Hub &hub, const UI &ui, const CollapsedStrip &s
     connect(&m_hub, &Hub::peekChanged, this, &PanelOutline::update);
     connect(&m_ui, &UI::expandedChanged, this, &PanelOutline::update);
     connect(&m_ui, &UI::hoveringChanged, this, &PanelOutline::update);
-    connect(&m_ui, &UI::unfoldedChanged, this, &PanelOutline::update);
+    connect(&m_ui, &UI::unfoldedHeightChanged, this, &PanelOutline::update);
     connect(&m_ui, &UI::veltoChanged, this, &PanelOutline::update);
     connect(&m_strip, &CollapsedStrip::changed, this, &PanelOutline::update);
 }

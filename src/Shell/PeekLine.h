@@ -9,6 +9,7 @@
 
 namespace velto {
 
+class AgentsSource;
 class Hub;
 
 /// The row under the strip: the Peek on show, or the last one while it is on its way out. UI thread only.
@@ -35,7 +36,7 @@ public:
     enum class Tone : int { Good, Warn, Bad, Info };
     Q_ENUM(Tone)
 
-    explicit PeekLine(Hub &hub, QObject *parent = nullptr);
+    PeekLine(Hub &hub, const AgentsSource &agents, QObject *parent = nullptr);
 
     bool onShow() const { return m_onShow; }
     /// Goes up with each new Peek.
@@ -79,6 +80,7 @@ private:
     void count();
 
     Hub &m_hub;
+    const AgentsSource &m_agents;
     Peek m_peek;
     QuestionLine m_question;
     QuestionRows m_rows{this}; // so that QML leaves it alone

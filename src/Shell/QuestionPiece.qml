@@ -23,27 +23,29 @@ Item {
     readonly property real gutter: root.beside ? 0 : 14
     readonly property color tint: root.removed ? Theme.coral : root.added ? Theme.mint : "transparent"
 
-    implicitHeight: top.height + text.implicitHeight + (root.ends && root.beside ? 6 : 0)
+    readonly property real above: root.beside || root.label === "" ? 0 : top.implicitHeight + 4
+
+    implicitHeight: root.above + body.implicitHeight + (root.ends ? 8 : 0)
 
     PlainText {
         id: top
 
         width: root.beside ? root.column - 10 : root.width
-        height: root.beside || text === "" ? 0 : implicitHeight + 4
+        visible: root.label !== ""
         text: root.label
         color: Theme.glassTertiary
         size: Theme.textSmall
         Accessible.ignored: true
     }
     Rectangle {
-        anchors.fill: text
+        anchors.fill: body
         anchors.leftMargin: -root.gutter
         visible: !root.beside
         color: root.removed || root.added ? Theme.at(root.tint, 0.12) : Theme.at("white", root.plain ? 0 : 0.05)
     }
     PlainText {
         x: 4
-        y: text.y
+        y: body.y
         visible: root.removed || root.added
         text: root.removed ? "−" : "+"
         color: root.tint
@@ -52,10 +54,10 @@ Item {
         Accessible.ignored: true
     }
     TextEdit {
-        id: text
+        id: body
 
         x: root.column + root.gutter
-        y: top.height
+        y: root.above
         width: root.width - x
         readOnly: true
         selectByMouse: true
@@ -71,6 +73,7 @@ Item {
         renderType: Text.NativeRendering
         font.family: root.plain ? Theme.family : Theme.fixedFamily
         font.pixelSize: Theme.textSmall
+        font.weight: Font.Normal
         Accessible.role: Accessible.StaticText
         Accessible.name: (root.label === "" ? "" : root.label + ": ") + (root.removed ? "− " : root.added ? "+ " : "") + root.words
         onTextChanged: indent.apply()
@@ -79,7 +82,7 @@ Item {
         HangingIndent {
             id: indent
 
-            document: text.textDocument
+            document: body.textDocument
             indent: root.plain ? 0 : 14
             continued: root.continued
         }

@@ -70,8 +70,12 @@ QVariant QuestionRows::data(const QModelIndex &index, int role) const
         return part.beside;
     case Continued:
         return piece.continued;
-    case Ends:
-        return piece.start + piece.length >= part.text.size();
+    case Ends: {
+        // A row of a field stands apart from the next; a part of a difference doesn't.
+        const bool whole = piece.start + piece.length >= part.text.size();
+        const qsizetype next = piece.part + 1;
+        return whole && (part.beside || next == m_parts.size() || m_parts.at(next).beside);
+    }
     default:
         return {};
     }

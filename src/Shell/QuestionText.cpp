@@ -1,6 +1,6 @@
 #include "Shell/QuestionText.h"
 
-#include "Core/Process.h"
+#include "Core/Texts.h"
 #include "Core/Visible.h"
 
 #include <QCoreApplication>

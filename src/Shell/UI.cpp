@@ -59,9 +59,9 @@ void UI::setUnfolded(bool unfolded, bool held)
     m_heldUnfolded = held;
     if (before == this->unfolded())
         return;
-    if (before)
-        m_unfoldedHeight = 0;
+    m_unfoldedHeight = 0;
     Q_EMIT unfoldedChanged();
+    Q_EMIT unfoldedHeightChanged();
 }
 
 void UI::questionHovered(bool inside)
@@ -92,7 +92,7 @@ void UI::setUnfoldedHeight(double height)
     if (height == m_unfoldedHeight || !unfolded())
         return;
     m_unfoldedHeight = height;
-    Q_EMIT unfoldedChanged();
+    Q_EMIT unfoldedHeightChanged();
 }
 
 void UI::setVelto(QSizeF size)

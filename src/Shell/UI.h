@@ -18,7 +18,7 @@ class UI : public QObject {
     Q_PROPERTY(bool pinned READ pinned NOTIFY pinnedChanged FINAL)
     Q_PROPERTY(bool hovering READ hovering NOTIFY hoveringChanged FINAL)
     Q_PROPERTY(bool unfolded READ unfolded NOTIFY unfoldedChanged FINAL)
-    Q_PROPERTY(double unfoldedHeight READ unfoldedHeight WRITE setUnfoldedHeight NOTIFY unfoldedChanged FINAL)
+    Q_PROPERTY(double unfoldedHeight READ unfoldedHeight WRITE setUnfoldedHeight NOTIFY unfoldedHeightChanged FINAL)
     Q_PROPERTY(QSizeF velto READ velto NOTIFY veltoChanged FINAL)
     Q_PROPERTY(bool composited READ composited NOTIFY compositedChanged FINAL)
 public:
@@ -100,6 +100,7 @@ Q_SIGNALS:
     void pinnedChanged();
     void hoveringChanged();
     void unfoldedChanged();
+    void unfoldedHeightChanged();
     void questionWanted();
     void veltoChanged();
     void compositedChanged();
