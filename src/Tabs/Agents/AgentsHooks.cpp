@@ -113,7 +113,10 @@ void AgentsSource::permission(const HookEvent &event, HookListener::QuestionId a
     withdraw(m_questions.of(session));
     retract(Peek::News::NeedsYou, {session});
     retract(Peek::News::Finished, {session});
-    if (!m_needs.prefs.isOn(Prefs::Module::Agents) || !onPeek || terminalInFront()) {
+    const bool tried = m_expectsTrial && !event.sessionId;
+    m_expectsTrial = m_expectsTrial && !tried;
+    const bool wanted = m_needs.prefs.isOn(Prefs::Module::Agents) && !terminalInFront();
+    if (!onPeek || (!wanted && !tried)) {
         reply(std::nullopt);
         return;
     }
