@@ -24,10 +24,13 @@ AppDelegate::AppDelegate(Needs needs, QObject *parent)
     connect(&m_needs.ui, &UI::menuOpenChanged, this, &AppDelegate::menuChanged);
     connect(&m_needs.ui, &UI::hoveringChanged, this, &AppDelegate::hoveringChanged);
     m_needs.ui.unfinished = [&hub = m_needs.hub] { return hub.unfinished(); };
+    m_needs.ui.asking = [&hub = m_needs.hub] { return hub.asking(); };
     m_needs.ui.pointerOnStrip = [this] { return stripRow().contains(QCursor::pos()); };
+    connect(&m_needs.ui, &UI::unfoldedHeightChanged, this, [this] { layout(true); });
     connect(&m_needs.ui, &UI::keyboardWanted, this, [this] { m_needs.panelWindow.takeFocus(); });
     connect(&m_needs.ui, &UI::settingsWanted, this, &AppDelegate::showSettings);
     connect(&m_needs.hub, &Hub::peekChanged, this, &AppDelegate::peekChanged);
+    connect(&m_needs.hub, &Hub::peekChanged, &m_needs.ui, &UI::questionChanged);
     connect(&m_needs.hub, &Hub::panelWanted, this, [this] { open(false); });
     connect(&m_needs.displays, &Displays::changed, this, [this] { layout(false); });
     connect(&m_needs.session, &Session::lockedChanged, this, [this] { layout(false); });
@@ -97,6 +100,10 @@ void AppDelegate::open(bool search)
 {
     if (m_needs.ui.expanded())
         m_needs.panelWindow.takeFocus();
+    if (m_needs.hub.asking()) {
+        m_needs.ui.openOnQuestion(); // what asks comes before what one came for
+        return;
+    }
     m_needs.ui.openFocused();
     if (search)
         m_needs.hub.takeKey(Qt::CTRL | Qt::Key_F);
@@ -139,7 +146,7 @@ void AppDelegate::layout(bool animated)
     }
     m_needs.ui.setRoom(display->frame.size());
     m_needs.ui.setVelto(measureHousing(*display));
-    const QSizeF wanted = panelSize(m_needs.ui.velto(), m_needs.outline.panelSize());
+    const QSizeF wanted = panelSize(m_needs.ui.velto(), m_needs.outline.panelSize(), m_needs.ui.unfoldedHeight());
     const QRect target = hangFrom(*display, wanted.expandedTo(m_needs.outline.size()));
     if (animated && m_frame && m_needs.ui.composited() && target != *m_frame && m_frame->contains(target))
         m_shrink = m_needs.clock.after(kSpringTime, [this] { layout(false); });
@@ -172,6 +179,7 @@ void AppDelegate::place(const QRect &frame)
 
 void AppDelegate::expandedChanged()
 {
+    m_needs.hub.peekMoved();
     layout(true);
     m_needs.panelWindow.watchPresses(m_needs.ui.expanded());
     if (!m_needs.ui.expanded()) {

@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QQmlEngine>
+#include <cstdio>
 
 using namespace Qt::StringLiterals;
 
@@ -39,6 +40,7 @@ Program::Program(CommandLine commandLine, Activation &activation)
     , m_tabOrder(m_panel)
     , m_delegate({m_machine.clock, m_stores.hub, m_stores.prefs, m_ui, m_outline, m_machine.platform.displays,
                   m_machine.platform.panelWindow, m_panel, m_machine.platform.session})
+    , m_standIn({m_stores.hub, m_stores.agents, m_machine.background, m_machine.tools, m_machine.defaults, m_machine.places})
     , m_windows(m_machine.platform.appearance,
                 {m_stores.hub, m_stores.agents, m_stores.quillbox, m_stores.prefs, m_machine.background, m_machine.defaults,
                  m_machine.platform.keychain, m_machine.platform.folderPanel, m_machine.platform.loginItem, m_stores.terminal,
@@ -56,6 +58,7 @@ Program::Program(CommandLine commandLine, Activation &activation)
     QObject::connect(
         &m_panel, &QQuickWindow::frameSwapped, &m_delegate, [this] { painted(); },
         Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+    followStandIn();
     m_panel.engine()->addImportPath(u"qrc:/qt/qml"_s);
     if (m_commandLine.testBackdrop)
         showBackdrop(*m_commandLine.testBackdrop);
@@ -68,6 +71,18 @@ Program::Program(CommandLine commandLine, Activation &activation)
 Program::~Program()
 {
     m_machine.tools.stop();
+}
+
+void Program::followStandIn()
+{
+    m_delegate.addAction(u"try"_s, [this] { m_standIn.ask(); });
+    QObject::connect(&m_windows, &Windows::questionWanted, &m_standIn, &StandIn::ask);
+    // Whoever started this in a terminal sees there what the hook would hand to Claude Code.
+    QObject::connect(&m_standIn, &StandIn::told, &m_delegate, [](const QByteArray &answer) {
+        const QByteArray line = answer.isEmpty() ? QByteArrayLiteral("nothing") : answer;
+        std::fprintf(stdout, "The session was told: %s\n", line.constData());
+        std::fflush(stdout);
+    });
 }
 
 std::unique_ptr<HookListener> Program::makeListener()

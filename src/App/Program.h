@@ -2,6 +2,7 @@
 
 #include "App/AppDelegate.h"
 #include "App/CommandLine.h"
+#include "App/StandIn.h"
 #include "App/ThisMachine.h"
 #include "App/Windows.h"
 #include "Design/TabOrder.h"
@@ -29,6 +30,7 @@ private:
     void showPanel();
     void showBackdrop(const QString &kind);
     void painted();
+    void followStandIn();
 
     Activation &m_activation;
     CommandLine m_commandLine;
@@ -44,6 +46,7 @@ private:
     PanelKeys m_keys;
     TabOrder m_tabOrder;
     AppDelegate m_delegate;
+    StandIn m_standIn;
     Windows m_windows;
     TimerHandle m_paintedAnyway;
 };

@@ -27,6 +27,8 @@ public:
     void setHotKeyRegistered(bool registered);
 
 Q_SIGNALS:
+    /// The user wants to see what a question looks like.
+    void questionWanted();
     /// The user is through with the welcome.
     void welcomed();
     void quitWanted();

@@ -3,6 +3,7 @@
 #include "Core/Prefs.h"
 
 #include <QKeySequence>
+#include <algorithm>
 #include <utility>
 
 namespace velto {
@@ -21,6 +22,9 @@ void UI::setExpanded(bool expanded)
     closeMenu();
     m_collapseTask.reset();
     m_expanded = expanded;
+    m_onQuestion = false; // the question has gone from under the pointer
+    m_rest.reset();
+    setUnfolded(false, false);
     Q_EMIT expandedChanged();
     if (!m_expanded)
         awaitPointerGone();
@@ -48,6 +52,49 @@ void UI::setHovering(bool hovering)
         return;
     m_hovering = hovering;
     Q_EMIT hoveringChanged();
+}
+
+void UI::setUnfolded(bool unfolded, bool held)
+{
+    const bool before = this->unfolded();
+    m_unfolded = unfolded;
+    m_heldUnfolded = held;
+    if (before == this->unfolded())
+        return;
+    m_unfoldedHeight = 0;
+    Q_EMIT unfoldedChanged();
+    Q_EMIT unfoldedHeightChanged();
+}
+
+void UI::questionHovered(bool inside)
+{
+    m_onQuestion = inside;
+    m_rest = nullptr;
+    if (inside != m_unfolded)
+        m_rest = m_clock.after(inside ? kRest : kLeave, [this, inside] { setUnfolded(inside, m_heldUnfolded); });
+}
+
+void UI::holdUnfolded(bool hold)
+{
+    setUnfolded(m_unfolded, hold);
+}
+
+void UI::questionChanged()
+{
+    setUnfolded(false, m_heldUnfolded);
+    if (asking && asking())
+        questionHovered(m_onQuestion);
+    else
+        m_rest.reset();
+}
+
+void UI::setUnfoldedHeight(double height)
+{
+    height = std::clamp(height, 0.0, kMostUnfolded);
+    if (height == m_unfoldedHeight || !unfolded())
+        return;
+    m_unfoldedHeight = height;
+    Q_EMIT unfoldedHeightChanged();
 }
 
 void UI::setVelto(QSizeF size)
@@ -88,7 +135,7 @@ void UI::pointerChanged(bool inside)
 void UI::stripEntered()
 {
     m_collapseTask.reset();
-    if (m_expanded || m_menuOpen || m_staysClosed || m_prefs.openMode() != Prefs::OpenMode::Hover)
+    if (m_expanded || m_menuOpen || m_staysClosed || (asking && asking()) || m_prefs.openMode() != Prefs::OpenMode::Hover)
         return;
     m_focusOnOpen = false;
     setHovering(false);
@@ -209,6 +256,12 @@ void UI::openFocused()
     m_focusOnOpen = true;
     setHovering(false);
     setExpanded(true);
+}
+
+void UI::openOnQuestion()
+{
+    openFocused();
+    Q_EMIT questionWanted();
 }
 
 bool UI::takeFocusOnOpen()

@@ -25,11 +25,17 @@ class UI : public QObject {
     Q_PROPERTY(QStringList menuTitles READ menuTitles NOTIFY menuChanged FINAL)
     Q_PROPERTY(QStringList menuKeys READ menuKeys NOTIFY menuChanged FINAL)
     Q_PROPERTY(QSizeF room READ room NOTIFY roomChanged FINAL)
+    Q_PROPERTY(bool unfolded READ unfolded NOTIFY unfoldedChanged FINAL)
+    Q_PROPERTY(double unfoldedHeight READ unfoldedHeight WRITE setUnfoldedHeight NOTIFY unfoldedHeightChanged FINAL)
     Q_PROPERTY(QSizeF velto READ velto NOTIFY veltoChanged FINAL)
     Q_PROPERTY(bool composited READ composited NOTIFY compositedChanged FINAL)
 public:
     /// How long the pointer may be away before the panel closes.
     static constexpr std::chrono::milliseconds kLeave{400};
+    /// How long the pointer rests on a question before it unfolds.
+    static constexpr std::chrono::milliseconds kRest{250};
+    /// The height of a question's unfolded part at most, in points.
+    static constexpr double kMostUnfolded = 300;
     /// How often it is looked whether the pointer under which the panel was closed has gone, should its going go unheard.
     static constexpr std::chrono::milliseconds kLook{1000};
 
@@ -42,6 +48,17 @@ public:
     /// The pointer rests on the strip and a line under it says what it is about. Nothing sets this at present.
     bool hovering() const { return m_hovering; }
     void setHovering(bool hovering);
+    /// Whether the question on show is told whole, under its row: the pointer rests on it, or the keyboard is there.
+    bool unfolded() const { return m_unfolded || m_heldUnfolded; }
+    /// The pointer came to a question or its unfolded part, or left it.
+    Q_INVOKABLE void questionHovered(bool inside);
+    /// The keyboard came to a question, or left it.
+    Q_INVOKABLE void holdUnfolded(bool hold);
+    /// Another question, or none, is on show.
+    void questionChanged();
+    /// How much of its height the unfolded part wants in the strip; 0 until its view has come. At most kMostUnfolded.
+    double unfoldedHeight() const { return unfolded() ? m_unfoldedHeight : 0; }
+    void setUnfoldedHeight(double height);
     /// The size of the camera housing, or of what stands for it.
     QSizeF velto() const { return m_velto; }
     void setVelto(QSizeF size);
@@ -54,6 +71,8 @@ public:
 
     /// Something unfinished in the panel keeps it open: a todo being written, or a sheet.
     std::function<bool()> unfinished;
+    /// Whether a question is on show. Who comes to answer it may pass over the strip row.
+    std::function<bool()> asking;
     /// Whether the pointer is over the strip row in truth. What the window hears of it is late while its size changes.
     std::function<bool()> pointerOnStrip;
     Q_INVOKABLE void sheetOpened() { ++m_sheets; }
@@ -95,6 +114,8 @@ public:
 
     /// Opens the panel with the keyboard.
     Q_INVOKABLE void openFocused();
+    /// Opens the panel with the keyboard on the question on show.
+    void openOnQuestion();
     /// Whether the opening under way wants the keyboard; asking clears it.
     bool takeFocusOnOpen();
 
@@ -102,6 +123,9 @@ Q_SIGNALS:
     void expandedChanged();
     void pinnedChanged();
     void hoveringChanged();
+    void unfoldedChanged();
+    void unfoldedHeightChanged();
+    void questionWanted();
     void veltoChanged();
     void compositedChanged();
     void menuOpenChanged();
@@ -113,6 +137,7 @@ Q_SIGNALS:
 private:
     bool keptOpen() const;
     void awaitPointerGone();
+    void setUnfolded(bool unfolded, bool held);
 
     Clock &m_clock;
     const Prefs &m_prefs;
@@ -120,6 +145,10 @@ private:
     bool m_pinned = false;
     bool m_hovering = false;
     bool m_focusOnOpen = false;
+    bool m_unfolded = false;
+    bool m_heldUnfolded = false;
+    bool m_onQuestion = false; ///< the pointer is
+    double m_unfoldedHeight = 0;
     bool m_composited = true;
     bool m_pointerInside = false;
     bool m_menuOpen = false;
@@ -129,6 +158,7 @@ private:
     int m_sheets = 0;
     QSizeF m_velto{185, 32};
     TimerHandle m_collapseTask;
+    TimerHandle m_rest; ///< until the question under the pointer unfolds, or folds behind it
     TimerHandle m_staysClosed; ///< while the pointer is where the panel was closed under it
 };
 

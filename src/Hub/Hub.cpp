@@ -220,6 +220,11 @@ void Hub::pressBegan(const QUuid &id)
     m_peeks.pressBegan(id);
 }
 
+void Hub::peekMoved()
+{
+    m_peeks.moved();
+}
+
 void Hub::answer(const QUuid &id, bool allowed)
 {
     m_peeks.answer(id, allowed);

@@ -77,10 +77,13 @@ public:
     bool hasPeek() const { return m_peeks.onShow().has_value(); }
     /// The Peek on show; an empty one if there is none.
     Peek peek() const { return m_peeks.onShow().value_or(Peek{}); }
+    /// A question is on show.
+    bool asking() const { return hasPeek() && m_peeks.onShow()->isQuestion(); }
     void show(Peek peek);
     void dismissPeek();
     /// See PeekQueue.
     void pressBegan(const QUuid &id);
+    void peekMoved();
     void answer(const QUuid &id, bool allowed);
     /// The user pressed the row of the Peek on show: resumes its session, opens its link, or asks for the panel on its tab.
     void act(const QUuid &id);

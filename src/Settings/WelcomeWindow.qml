@@ -146,6 +146,19 @@ ApplicationWindow {
                 onFollowed: preview.open()
             }
         }
+        FormSection {
+            title: qsTr("Try it")
+
+            FormRow {
+                title: qsTr("A session wants to run a command")
+                note: qsTr("The question slides out at the top of your screen. A stand-in asks, so nothing is run.")
+
+                FormButton {
+                    text: qsTr("See a question")
+                    onClicked: root.store.seeQuestion()
+                }
+            }
+        }
     }
 
     HooksDialog {

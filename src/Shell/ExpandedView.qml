@@ -10,6 +10,10 @@ FocusScope {
 
     required property UI ui
     required property PanelContents contents
+    required property PeekLine peekLine
+
+    /// What a question takes up under the header; what unfolds of it lies over the page.
+    readonly property real asked: question.asks ? question.barHeight + 14 : 0
 
     focus: true
     Accessible.role: Accessible.Pane
@@ -102,11 +106,29 @@ FocusScope {
         }
     }
 
+    QuestionBar {
+        id: question
+
+        x: 24
+        y: header.y + header.height + 14
+        z: 1
+        width: root.width - 48
+        line: root.peekLine
+        ui: root.ui
+
+        Connections {
+            target: root.ui
+            function onQuestionWanted(): void {
+                question.forceActiveFocus(Qt.ShortcutFocusReason);
+            }
+        }
+    }
+
     Row {
         id: highlights
 
         x: 24
-        y: header.y + header.height + 14
+        y: header.y + header.height + 14 + root.asked
         height: 24
         spacing: 6
 

@@ -21,7 +21,7 @@ Item {
     }
 
     Accessible.role: Accessible.Button
-    Accessible.name: root.strip.summaryText
+    Accessible.name: Plain.line(root.strip.summaryText)
     Accessible.onPressAction: root.ui.openFocused()
 
     TapHandler {

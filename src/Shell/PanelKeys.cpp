@@ -47,11 +47,12 @@ bool PanelKeys::textFieldFocused() const
     return item && (item->inherits("QQuickTextInput") || item->inherits("QQuickTextEdit"));
 }
 
-/// What has the focus, or what it stands in, is pressed by Return: a button, or a form with its own.
-bool PanelKeys::focusTakesReturn() const
+/// Whether what has the focus, or what it stands in, has this property true: `takesReturn` of a button, or a form with its own;
+/// `keepsKeys` of what has a use for the arrows.
+bool PanelKeys::focusHas(const char *property) const
 {
     for (const QQuickItem *item = m_window.activeFocusItem(); item; item = item->parentItem()) {
-        if (item->property("takesReturn").toBool())
+        if (item->property(property).toBool())
             return true;
     }
     return false;
@@ -112,7 +113,7 @@ void PanelKeys::plain(const QKeyEvent &key)
         else
             enterPage();
     } else if ((key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) && !key.isAutoRepeat() && !textFieldFocused()
-               && !focusTakesReturn()) {
+               && !focusHas("takesReturn")) {
         m_hub.takeKey(Qt::Key_Return);
     }
 }
@@ -128,7 +129,7 @@ bool PanelKeys::eventFilter(QObject *watched, QEvent *event)
             escape();
     } else if (modifiers == Qt::ControlModifier) {
         control(key);
-    } else if (modifiers == Qt::NoModifier && !m_ui.sheetOpen()) {
+    } else if (modifiers == Qt::NoModifier && !m_ui.sheetOpen() && !focusHas("keepsKeys")) {
         plain(key);
     }
     return QObject::eventFilter(watched, event);

@@ -28,7 +28,7 @@ private:
     void plain(const QKeyEvent &key);
     void enterPage();
     bool textFieldFocused() const;
-    bool focusTakesReturn() const;
+    bool focusHas(const char *property) const;
     void clearFocus();
     void leaveHidden();
 

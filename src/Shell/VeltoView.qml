@@ -81,6 +81,7 @@ Item {
             sourceComponent: ExpandedView {
                 ui: root.ui
                 contents: root.contents
+                peekLine: root.peekLine
             }
             // qmllint enable unqualified
 
@@ -145,7 +146,7 @@ Item {
             // Cleared in between: the same text set again wouldn't be said again.
             function onAnnouncementRequested(text: string): void {
                 announcement.Accessible.name = "";
-                Qt.callLater(() => announcement.Accessible.name = text);
+                Qt.callLater(() => announcement.Accessible.name = Plain.line(text));
             }
         }
         // What was answered or has gone isn't left to be read.

@@ -7,6 +7,7 @@
 #include "Core/UI.h"
 #include "World.h"
 
+#include <QSignalSpy>
 #include <QWindow>
 
 using namespace Qt::StringLiterals;
@@ -116,6 +117,61 @@ private Q_SLOTS:
         d.ui.close();
         d.wait(550);
         QCOMPARE(d.frame(), kPeeking);
+    }
+
+    void aQuestionUnfoldsUnderThePointerAndComesBeforeAllElse()
+    {
+        Desktop d;
+        QStringList answers;
+        const auto ask = [&](const QString &tool) {
+            Peek peek;
+            peek.text = u"api: "_s + tool;
+            peek.question = Question{u"api"_s, {}, tool, {}};
+            peek.decide = [&answers, tool](std::optional<bool> answer) {
+                answers.append(tool + QLatin1String(!answer ? "?" : *answer ? "+" : "-"));
+            };
+            d.hub.show(std::move(peek));
+        };
+        ask(u"one"_s);
+        ask(u"two"_s);
+        d.ui.stripEntered(); // on the way to a pill
+        QVERIFY(!d.ui.expanded());
+        d.ui.questionHovered(true);
+        d.wait(249);
+        QVERIFY(!d.ui.unfolded());
+        d.wait(1);
+        QVERIFY(d.ui.unfolded());
+        QCOMPARE(d.frame(), kPeeking); // until its view says how much there is
+        d.ui.setUnfoldedHeight(100);
+        QCOMPARE(d.frame(), kPeeking.adjusted(0, 0, 0, 100));
+        d.ui.setUnfoldedHeight(10'000);
+        QCOMPARE(d.frame(), kPeeking.adjusted(0, 0, 0, int(UI::kMostUnfolded)));
+
+        d.line.answer(true);
+        QCOMPARE(d.line.tool(), u"two"_s); // folded, as nobody has rested on this one
+        QVERIFY(!d.ui.unfolded());
+        d.wait(250);
+        QVERIFY(d.ui.unfolded());
+        d.ui.questionHovered(false);
+        d.wait(400);
+        QVERIFY(!d.ui.unfolded());
+        d.wait(550);
+        QCOMPARE(d.frame(), kPeeking);
+
+        // The global key: the keyboard comes to the question, and what was being pressed isn't meant for its new place.
+        QSignalSpy wanted(&d.ui, &UI::questionWanted);
+        d.hotKey.press();
+        d.wait(0);
+        QCOMPARE(wanted.size(), 1);
+        QVERIFY(d.panelWindow.focused && d.ui.expanded());
+        d.line.answer(true);
+        QCOMPARE(answers, QStringList{u"one+"_s});
+        d.wait(300);
+        d.line.answer(true);
+        QCOMPARE(answers, (QStringList{u"one+"_s, u"two+"_s}));
+        d.ui.close();
+        d.ui.tapped(); // and now the strip is a strip again
+        QVERIFY(d.ui.expanded());
     }
 
     void followsTheDisplays()

@@ -37,7 +37,7 @@ Item {
     implicitHeight: 48
     activeFocusOnTab: true
     Accessible.role: Accessible.ListItem
-    Accessible.name: root.spoken
+    Accessible.name: Plain.line(root.spoken)
     Accessible.description: root.detail
     Accessible.focusable: true
     Keys.onReturnPressed: root.activate()

@@ -46,7 +46,7 @@ GlassCard {
             width: parent?.width ?? 0
             height: 36
             Accessible.role: Accessible.ListItem
-            Accessible.name: server.name + ", " + server.statusText + ", " + server.detail
+            Accessible.name: Plain.line(server.name + ", " + server.statusText + ", " + server.detail)
 
             Rectangle {
                 id: dot

@@ -52,7 +52,7 @@ GlassCard {
         width: parent.width
         height: words.implicitHeight
         Accessible.role: Accessible.StaticText
-        Accessible.name: root.spotlight.spoken
+        Accessible.name: Plain.line(root.spotlight.spoken)
 
         Column {
             id: words

@@ -43,7 +43,7 @@ Item {
     visible: !root.resting
     activeFocusOnTab: root.isTodoRow && (root.selected || root.activeFocus)
     Accessible.role: root.isHeading ? Accessible.Heading : Accessible.ListItem
-    Accessible.name: root.spoken
+    Accessible.name: Plain.line(root.spoken)
     Accessible.focusable: root.isTodoRow
     Accessible.selectable: root.isTodoRow
     Accessible.selected: root.selected
