@@ -2,7 +2,6 @@
 
 #include "Platform/Linux/AtspiAccessibility.h"
 #include "Platform/Linux/AutostartLoginItem.h"
-#include "Platform/Linux/EwmhApplications.h"
 #include "Platform/Linux/LibsecretKeychain.h"
 #include "Platform/Linux/LinuxMachine.h"
 #include "Platform/Linux/LinuxTerminals.h"
@@ -10,13 +9,14 @@
 #include "Platform/Linux/LogindSession.h"
 #include "Platform/Linux/MprisPlayers.h"
 #include "Platform/Linux/PortalAppearance.h"
-#include "Platform/Linux/QtClipboard.h"
 #include "Platform/Linux/QtDisplays.h"
 #include "Platform/Linux/QtFolderPanel.h"
 #include "Platform/Linux/TrayStatusItem.h"
-#include "Platform/Linux/XcbHotKey.h"
-#include "Platform/Linux/XcbPanelWindow.h"
-#include "Platform/Linux/XcbServer.h"
+#include "Platform/Linux/X11/EwmhApplications.h"
+#include "Platform/Linux/X11/QtClipboard.h"
+#include "Platform/Linux/X11/XcbHotKey.h"
+#include "Platform/Linux/X11/XcbPanelWindow.h"
+#include "Platform/Linux/X11/XcbServer.h"
 #include "Platform/Linux/XdgWorkspace.h"
 
 #include <optional>

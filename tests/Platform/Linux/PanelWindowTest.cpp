@@ -1,6 +1,6 @@
 #include "OtherProgram.h"
 #include "Platform/Linux/QtDisplays.h"
-#include "Platform/Linux/XcbPanelWindow.h"
+#include "Platform/Linux/X11/XcbPanelWindow.h"
 #include "RunTests.h"
 #include "VirtualDesktop.h"
 

@@ -1,4 +1,4 @@
-#include "Platform/Linux/EwmhApplications.h"
+#include "Platform/Linux/X11/EwmhApplications.h"
 
 #include "Platform/Linux/ApplicationNames.h"
 

@@ -1,4 +1,4 @@
-#include "Platform/Linux/XcbServer.h"
+#include "Platform/Linux/X11/XcbServer.h"
 
 #include <QGuiApplication>
 #include <string_view>

@@ -2,7 +2,7 @@
 
 #include "Platform/Applications.h"
 #include "Platform/Linux/RecorderProcesses.h"
-#include "Platform/Linux/XcbServer.h"
+#include "Platform/Linux/X11/XcbServer.h"
 
 #include <QHash>
 #include <QList>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/HotKey.h"
-#include "Platform/Linux/XcbServer.h"
+#include "Platform/Linux/X11/XcbServer.h"
 
 #include <QList>
 #include <QObject>

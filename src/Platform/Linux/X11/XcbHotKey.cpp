@@ -1,6 +1,6 @@
-#include "Platform/Linux/XcbHotKey.h"
+#include "Platform/Linux/X11/XcbHotKey.h"
 
-#include "Platform/Linux/LockModifiers.h"
+#include "Platform/Linux/X11/LockModifiers.h"
 
 #include <xcb/xcb_keysyms.h>
 

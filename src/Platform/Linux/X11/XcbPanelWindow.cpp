@@ -1,4 +1,4 @@
-#include "Platform/Linux/XcbPanelWindow.h"
+#include "Platform/Linux/X11/XcbPanelWindow.h"
 
 #include <QCursor>
 #include <QGuiApplication>
