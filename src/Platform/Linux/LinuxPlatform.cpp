@@ -33,6 +33,12 @@ void sayAndEnd(QtMsgType type, const QMessageLogContext &context, const QString 
         handlerBefore(type, context, message);
 }
 
+/// Under Wayland, windows for X11 are guests: the X server's input focus isn't the user's keyboard.
+KeyboardRoad keyboardRoad()
+{
+    return qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ? KeyboardRoad::InputFocus : KeyboardRoad::ManagedWindow;
+}
+
 QString configurationFolder()
 {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
@@ -63,7 +69,7 @@ std::optional<QString> prepareGraphics()
 
 LinuxPlatform::LinuxPlatform(Clock &clock, Files &files, const Places &places)
     : displays(server)
-    , panelWindow(server)
+    , panelWindow(server, keyboardRoad())
     , hotKey(server)
     , applications(server)
     , statusItem(server)
