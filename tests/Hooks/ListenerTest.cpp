@@ -1,9 +1,9 @@
 #include "RunTests.h"
 
 #include "Client.h"
-#include "Core/HookListener.h"
-#include "Core/HookRequest.h"
-#include "Core/Hooks.h"
+#include "Hooks/HookListener.h"
+#include "Hooks/HookRequest.h"
+#include "Hooks/Hooks.h"
 #include "Platform/Fake/FakeClock.h"
 #include "Platform/Fake/FakePlatform.h"
 #include "Platform/Posix/PosixLoopbackServer.h"

@@ -1,7 +1,7 @@
 #include "Tabs/Agents/Agent.h"
 
-#include "Core/Process.h"
 #include "Core/TerminalApp.h"
+#include "Core/Texts.h"
 #include "Platform/Files.h"
 #include "Platform/ToolRunner.h"
 

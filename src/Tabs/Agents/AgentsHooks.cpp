@@ -1,8 +1,8 @@
 // What AgentsSource makes of events: the hook calls of Claude Code, the steps between two listings, and the Peeks of both.
 
-#include "Core/HookInstaller.h"
 #include "Core/Prefs.h"
-#include "Core/Process.h"
+#include "Core/Texts.h"
+#include "Hooks/HookInstaller.h"
 #include "Platform/Applications.h"
 #include "Platform/Clock.h"
 #include "Tabs/Agents/AgentsSource.h"

@@ -1,10 +1,10 @@
 #include "Tabs/Agents/AgentsSource.h"
 
-#include "Core/HookInstaller.h"
-#include "Core/HookListener.h"
 #include "Core/Prefs.h"
-#include "Core/Process.h"
 #include "Core/TerminalApp.h"
+#include "Core/Texts.h"
+#include "Hooks/HookInstaller.h"
+#include "Hooks/HookListener.h"
 #include "Platform/Applications.h"
 #include "Platform/Background.h"
 #include "Platform/Clock.h"

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Core/HookEvent.h"
 #include "Core/RowModel.h"
 #include "Core/SourceState.h"
 #include "Core/VeltoSource.h"
+#include "Hooks/HookEvent.h"
 #include "Tabs/Agents/Agent.h"
 #include "Tabs/Agents/ToolProcess.h"
 
