@@ -86,7 +86,7 @@ ApplicationWindow {
             }
             Hint {
                 symbol: "keyboard"
-                text: qsTr("Or press ⌃⌥N from anywhere")
+                text: root.store.keyHint
             }
             Hint {
                 symbol: "menubar.rectangle"

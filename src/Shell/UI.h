@@ -3,9 +3,11 @@
 #include "Platform/Clock.h"
 
 #include <QObject>
+#include <QPoint>
 #include <QSizeF>
 #include <chrono>
 #include <functional>
+#include <optional>
 
 namespace velto {
 
@@ -45,6 +47,8 @@ public:
     std::function<bool()> unfinished;
     /// Whether the pointer is over the strip row in truth. What the window hears of it is late while its size changes.
     std::function<bool()> pointerOnStrip;
+    /// Where the pointer is in truth, in the window's coordinates; nothing if that can't be told.
+    std::function<std::optional<QPoint>()> pointer;
     Q_INVOKABLE void sheetOpened() { ++m_sheets; }
     Q_INVOKABLE void sheetClosed() { --m_sheets; }
     bool sheetOpen() const { return m_sheets > 0; }

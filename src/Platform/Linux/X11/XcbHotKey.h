@@ -9,13 +9,14 @@
 namespace velto {
 
 /// Control-Alt-N, grabbed on the root window once for each combination of lock modifiers, and anew when the keyboard changes.
-class XcbHotKey final : public QObject, public HotKey {
+class XcbHotKey final : public HotKey {
     Q_OBJECT
 public:
     explicit XcbHotKey(XcbServer &server, QObject *parent = nullptr);
     ~XcbHotKey() override;
 
     bool registerHotKey(std::function<void()> action) override;
+    Support support() const override;
 
 private:
     struct Keys {

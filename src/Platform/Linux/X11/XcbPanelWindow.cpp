@@ -107,6 +107,24 @@ void XcbPanelWindow::place(const QRect &frame)
         m_window->setGeometry(target);
 }
 
+void XcbPanelWindow::show()
+{
+    if (m_window)
+        m_window->show();
+    raise();
+}
+
+void XcbPanelWindow::hide()
+{
+    if (m_window)
+        m_window->hide();
+}
+
+std::optional<QPoint> XcbPanelWindow::pointer() const
+{
+    return m_window ? std::optional(QCursor::pos() - m_window->position()) : std::nullopt;
+}
+
 void XcbPanelWindow::raise()
 {
     if (!m_window || !m_window->isVisible())

@@ -27,7 +27,10 @@ public:
 
     void adopt(QWindow *window) override;
     void place(const QRect &frame) override;
+    void show() override;
+    void hide() override;
     void raise() override;
+    std::optional<QPoint> pointer() const override;
     void takeFocus() override;
     void returnFocus() override;
     bool composited() const override;
