@@ -73,7 +73,7 @@ int main(int argc, char **argv)
         const QCoreApplication application(argc, argv);
         return handOver(activation, commandLine);
     }
-    if (const auto problem = velto::prepareGraphics()) {
+    if (const auto problem = velto::prepareGraphics(commandLine.display)) {
         print(stderr, *problem + u'\n');
         return 1;
     }

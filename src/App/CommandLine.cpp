@@ -39,6 +39,7 @@ CommandLine CommandLine::parse(const QStringList &arguments)
         .snapshot = valueOf("--snapshot"_L1, arguments),
         .sitePreview = valueOf("--site-preview"_L1, arguments),
         .testBackdrop = valueOf("--test-backdrop"_L1, arguments),
+        .display = valueOf("--display"_L1, arguments).value_or(QString()),
         .help = arguments.contains("--help"_L1) || arguments.contains("-h"_L1),
         .version = arguments.contains("--version"_L1) || arguments.contains("-v"_L1),
     };
@@ -62,6 +63,7 @@ QString helpText()
                                        "  --demo-peek           show an example of a line that slides out\n"
                                        "  --welcome             show the welcome again\n"
                                        "  --settings            open the settings\n"
+                                       "  --display NAME        x11 or wayland, where the desktop has both\n"
                                        "  --activated           wait for what the desktop's session bus asks for\n"
                                        "  --version             print the version and end\n"
                                        "  --help                print this and end\n"
