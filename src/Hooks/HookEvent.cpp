@@ -69,6 +69,7 @@ std::optional<HookEvent> HookEvent::parse(QByteArrayView body, const QDateTime &
         event.sessionId.reset();
     event.cwd = text(object, "cwd"_L1);
     event.message = text(object, "message"_L1, kMaxMessage);
+    event.notification = text(object, "notification_type"_L1, kMaxTool);
     event.tool = text(object, "tool_name"_L1, kMaxTool);
     if (const auto input = object.value("tool_input"_L1); input.isObject())
         event.toolDetail = detailOf(input.toObject());

@@ -14,6 +14,7 @@ struct HookEvent {
     std::optional<QString> sessionId; ///< only if it is a well-formed UUID
     std::optional<QString> cwd;
     std::optional<QString> message; ///< at most 200 characters
+    std::optional<QString> notification; ///< a Notification's type, such as "permission_prompt"; at most 40 characters
     std::optional<QString> tool; ///< at most 40 characters
     std::optional<QString> toolDetail; ///< what the tool would touch or run; at most 80 characters, on one line
     QDateTime at; ///< when it was parsed

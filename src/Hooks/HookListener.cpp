@@ -49,10 +49,7 @@ public:
             m_open.insert(*arrival.question);
         m_pendingCost += cost;
         m_pending.push_back(std::move(arrival));
-        // One call carries all that comes until it runs. The lock keeps the listener alive meanwhile.
-        if (m_pending.size() == 1)
-            QMetaObject::invokeMethod(
-                m_listener, [listener = m_listener] { listener->deliver(); }, Qt::QueuedConnection);
+        wake();
         return true;
     }
 
@@ -60,26 +57,38 @@ public:
     void forget(LoopbackServer::ConnectionId question)
     {
         const std::scoped_lock lock(m_mutex);
-        m_open.erase(question);
+        if (m_open.erase(question) == 0 || !m_listener)
+            return;
+        // Nobody has heard of a question that leaves before it was delivered.
+        if (std::erase_if(m_pending, [question](const Arrival &arrival) { return arrival.question == question; }) == 0) {
+            m_withdrawn.push_back(question);
+            wake();
+        }
     }
 
-    /// UI thread.
-    std::vector<Arrival> takePending()
+    struct News {
+        std::vector<Arrival> arrivals;
+        std::vector<LoopbackServer::ConnectionId> withdrawn;
+    };
+    /// UI thread: all since the last call.
+    News take()
     {
         const std::scoped_lock lock(m_mutex);
         m_pendingCost = 0;
-        return std::exchange(m_pending, {});
+        m_woken = false;
+        return {std::exchange(m_pending, {}), std::exchange(m_withdrawn, {})};
     }
 
-    /// UI thread.
-    void answer(LoopbackServer::ConnectionId question, std::optional<bool> decision)
+    /// UI thread. False if the asker is gone, or has been answered.
+    bool answer(LoopbackServer::ConnectionId question, std::optional<bool> decision)
     {
         {
             const std::scoped_lock lock(m_mutex);
             if (m_open.erase(question) == 0)
-                return;
+                return false;
         }
         m_server->reply(question, permissionReply(decision));
+        return true;
     }
 
     /// UI thread: leaves every question to its terminal, and takes no more.
@@ -90,6 +99,7 @@ public:
             const std::scoped_lock lock(m_mutex);
             m_listener = nullptr;
             m_pending.clear();
+            m_withdrawn.clear();
             open.swap(m_open);
         }
         for (const auto question : open)
@@ -99,11 +109,21 @@ public:
     QByteArray token; ///< set before the server starts
 
 private:
+    /// One call carries all that comes until it runs. The lock, which is held, keeps the listener alive meanwhile.
+    void wake()
+    {
+        if (!std::exchange(m_woken, true))
+            QMetaObject::invokeMethod(
+                m_listener, [listener = m_listener] { listener->deliver(); }, Qt::QueuedConnection);
+    }
+
     std::mutex m_mutex;
     HookListener *m_listener; ///< null once it is going
     LoopbackServer *m_server; ///< for the UI thread, while something is open
     std::vector<Arrival> m_pending;
     qsizetype m_pendingCost = 0;
+    std::vector<LoopbackServer::ConnectionId> m_withdrawn;
+    bool m_woken = false; ///< a call is under way
     std::unordered_set<LoopbackServer::ConnectionId> m_open; ///< asked and not yet answered
 };
 
@@ -182,10 +202,10 @@ public:
     Question &operator=(const Question &) = delete;
     ~Question() { answer(std::nullopt); }
 
-    void answer(std::optional<bool> decision)
+    bool answer(std::optional<bool> decision)
     {
-        if (const auto link = std::exchange(m_link, {}).lock())
-            link->answer(m_id, decision);
+        const auto link = std::exchange(m_link, {}).lock();
+        return link && link->answer(m_id, decision);
     }
 
 private:
@@ -229,7 +249,8 @@ quint16 HookListener::port() const
 void HookListener::deliver()
 {
     const QPointer<HookListener> self(this);
-    for (auto &[event, question] : m_link->takePending()) {
+    auto news = m_link->take();
+    for (auto &[event, question] : news.arrivals) {
         event.at = m_clock.wallTime();
         // What is called may be set anew or destroy the listener, which answers what is left.
         if (!question) {
@@ -237,10 +258,16 @@ void HookListener::deliver()
                 call(event);
         } else if (const auto call = onPermission) {
             auto reply = std::make_shared<Question>(m_link, *question);
-            call(event, [reply = std::move(reply)](std::optional<bool> decision) { reply->answer(decision); });
+            call(event, *question, [reply = std::move(reply)](std::optional<bool> decision) { return reply->answer(decision); });
         } else {
             m_link->answer(*question, std::nullopt);
         }
+        if (!self)
+            return;
+    }
+    for (const auto question : news.withdrawn) {
+        if (const auto call = onWithdrawn)
+            call(question);
         if (!self)
             return;
     }

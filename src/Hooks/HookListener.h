@@ -19,7 +19,10 @@ class HookListener : public QObject {
     Q_OBJECT
 public:
     static constexpr quint16 kPort = 4747;
-    using Reply = std::function<void(std::optional<bool>)>;
+    /// A question's name while its asker waits; never used again.
+    using QuestionId = quint64;
+    /// False if the asker waits no longer.
+    using Reply = std::function<bool(std::optional<bool>)>;
 
     /// `port` is for tests; 0 lets the system choose.
     HookListener(Defaults &defaults, std::unique_ptr<LoopbackServer> server, Clock &clock, quint16 port = kPort,
@@ -30,7 +33,9 @@ public:
     std::function<void(const HookEvent &)> onEvent;
     /// A question: the sender waits until the reply is called, with an answer or with nothing. Only the first call counts, and
     /// a reply that is thrown away uncalled is no decision. It may be called after the listener is gone. UI thread.
-    std::function<void(const HookEvent &, Reply)> onPermission;
+    std::function<void(const HookEvent &, QuestionId, Reply)> onPermission;
+    /// The asker of a question that onPermission was given and that has no reply yet is gone. UI thread.
+    std::function<void(QuestionId)> onWithdrawn;
 
     void start();
     bool running() const { return m_running; }

@@ -48,6 +48,8 @@ Hub::Hub(const Needs &needs, QObject *parent)
     const auto raise = [this](Peek peek) { show(std::move(peek)); };
     m_needs.quillbox.onPeek = raise;
     m_needs.agents.onPeek = raise;
+    m_needs.agents.onWithdraw = [this](const QUuid &question) { m_peeks.withdraw(question); };
+    m_needs.agents.onRetract = [this](Peek::News news, const QSet<QString> &sessions) { m_peeks.retract(news, sessions); };
     m_needs.everyday.onPeek = raise;
     m_needs.everyday.waitingAgents = [this] {
         return m_needs.prefs.isOn(Prefs::Module::Agents) ? m_needs.agents.waitingCount() : 0;
@@ -64,6 +66,8 @@ Hub::~Hub()
     // The sources outlive the Hub.
     m_needs.quillbox.onPeek = {};
     m_needs.agents.onPeek = {};
+    m_needs.agents.onWithdraw = {};
+    m_needs.agents.onRetract = {};
     m_needs.everyday.onPeek = {};
     m_needs.everyday.waitingAgents = {};
 }

@@ -93,17 +93,115 @@ private Q_SLOTS:
     {
         Desk desk;
         QList<std::optional<bool>> answers;
-        const auto decide = [&answers](std::optional<bool> answer) { answers.append(answer); };
+        const auto reply = [&answers](std::optional<bool> answer) {
+            answers.append(answer);
+            return answers.size() < 2;
+        };
         HookEvent asked = from(u"PermissionRequest"_s);
-        desk.source.permission(asked, decide);
+        desk.source.permission(asked, 1, reply);
         asked.tool = u"Bash"_s;
         asked.toolDetail = u"touch x"_s;
-        desk.source.permission(asked, decide);
+        desk.source.permission(asked, 2, reply);
         QCOMPARE(desk.texts(), (QStringList{u"proj: needs permission"_s, u"proj: Bash touch x"_s}));
         QCOMPARE(desk.peeks[1].symbol, u"lock.shield"_s);
         QVERIFY(answers.isEmpty());
         desk.peeks[1].decide(false);
         QCOMPARE(answers, QList<std::optional<bool>>{false});
+        desk.peeks[0].decide(true); // its asker has gone meanwhile
+        QCOMPARE(desk.peeks.last().text, u"Too late: proj no longer waits for that answer"_s);
+    }
+
+    void aQuestionIsOverByManySigns_data()
+    {
+        columns<QString>({"sign"});
+        for (const char *sign : {"gone", "Stop", "SessionEnd", "asks again", "works", "left"})
+            QTest::newRow(sign) << QString::fromLatin1(sign);
+    }
+    void aQuestionIsOverByManySigns()
+    {
+        QFETCH(QString, sign);
+        Desk desk;
+        const auto listing = [](const char *status) {
+            return "[{\"sessionId\":\"" + kSession.toUtf8() + "\",\"startedAt\":1,\"status\":\"" + status + "\"}]";
+        };
+        desk.refresh(listing("waiting"));
+        QList<QUuid> over;
+        desk.source.onWithdraw = [&over](const QUuid &peek) { over.append(peek); };
+        const auto reply = [](std::optional<bool>) { return true; };
+        desk.list(listing("busy")); // begun before the question, it ends after
+        desk.source.refresh();
+        desk.clock.advance(1ms);
+        desk.source.permission(from(u"PermissionRequest"_s), 7, reply);
+        HookEvent other = from(u"Stop"_s);
+        other.sessionId = u"12345678-131d-43a7-b83d-daf04de24178"_s;
+        desk.source.hook(other);
+        desk.source.withdrawn(8);
+        desk.background.finishAll();
+        desk.clock.advance(1s);
+        desk.refresh(listing("waiting"));
+        QVERIFY(over.isEmpty());
+        if (sign == u"gone"_s)
+            desk.source.withdrawn(7);
+        else if (sign == u"asks again"_s)
+            desk.source.permission(from(u"PermissionRequest"_s), 9, reply);
+        else if (sign == u"works"_s)
+            desk.refresh(listing("busy"));
+        else if (sign == u"left"_s)
+            desk.refresh("[]");
+        else
+            desk.source.hook(from(sign));
+        QCOMPARE(over, QList{desk.peeks[0].id});
+    }
+
+    void oneQuestionIsAnnouncedOnce()
+    {
+        Desk desk;
+        const auto listing = [&desk](const char *status) {
+            desk.refresh("[{\"name\":\"fix\",\"sessionId\":\"" + kSession.toUtf8() + "\",\"startedAt\":1,\"status\":\"" + status
+                         + "\"}]");
+        };
+        HookEvent told = from(u"Notification"_s);
+        told.message = u"Claude needs your permission"_s;
+        told.notification = u"permission_prompt"_s;
+        listing("busy");
+        desk.source.permission(from(u"PermissionRequest"_s), 1, [](std::optional<bool>) { return true; });
+        desk.source.hook(told);
+        listing("waiting");
+        desk.peeks[0].decide(true);
+        desk.clock.advance(15s);
+        desk.source.hook(told);
+        listing("busy");
+        listing("waiting");
+        QCOMPARE(desk.peeks.size(), 1);
+        desk.clock.advance(1ms);
+        desk.source.hook(told);
+        QCOMPARE(desk.texts().last(), u"Claude needs your permission"_s);
+        QCOMPARE(desk.peeks.last().aside, u"fix"_s);
+        listing("busy");
+        listing("waiting"); // the same question
+        QCOMPARE(desk.peeks.size(), 2);
+        desk.clock.advance(16s);
+        listing("busy");
+        listing("waiting");
+        QCOMPARE(desk.texts().last(), u"fix needs you"_s);
+    }
+
+    void whatIsNoLongerTrueIsTakenBack()
+    {
+        Desk desk;
+        QSet<QString> back;
+        desk.source.onRetract = [&back](Peek::News news, const QSet<QString> &sessions) {
+            if (news == Peek::News::Finished)
+                back += sessions;
+        };
+        const QByteArray busy = "[{\"sessionId\":\"" + kSession.toUtf8() + "\",\"startedAt\":1,\"status\":\"busy\"}]";
+        desk.source.hook(from(u"Stop"_s));
+        desk.clock.advance(2s);
+        desk.refresh(busy); // not known there yet
+        QVERIFY(back.isEmpty());
+        desk.clock.advance(1s);
+        desk.refresh(busy);
+        QCOMPARE(back, QSet{kSession});
     }
 
     void leavesTheQuestionToTheTerminal_data()
@@ -129,7 +227,10 @@ private Q_SLOTS:
         else
             desk.applications.frontmostNow = why;
         int unanswered = 0;
-        desk.source.permission(asked, [&unanswered](std::optional<bool> answer) { unanswered += !answer; });
+        desk.source.permission(asked, 1, [&unanswered](std::optional<bool> answer) {
+            unanswered += !answer;
+            return true;
+        });
         QCOMPARE(unanswered, 1);
         QCOMPARE(desk.peeks.size(), peeks);
         if (peeks == 1) {

@@ -71,6 +71,18 @@ private Q_SLOTS:
         desk.background.finish(0);
         QCOMPARE(desk.source.agents().size(), 1);
         QCOMPARE(desk.source.agents().front().id, u"first"_s);
+
+        // But one that was begun before what is known tells of the past: nothing finished between the two.
+        desk.refresh("[" + desk.session("a", "working") + "]");
+        desk.peeks.clear();
+        desk.source.refresh();
+        desk.clock.advance(1ms);
+        desk.source.refresh();
+        desk.list("[" + desk.session("a", "working") + "]");
+        desk.background.finish(1);
+        desk.list("[]");
+        desk.background.finish(0);
+        QVERIFY(desk.peeks.isEmpty());
     }
 
     void burstStartsFewListingsAndEndsWithAFreshOne()
