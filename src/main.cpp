@@ -1,3 +1,4 @@
+#include "App/Check.h"
 #include "App/CommandLine.h"
 #include "App/Program.h"
 #include "App/Snapshot.h"
@@ -67,6 +68,17 @@ int main(int argc, char **argv)
         velto::prepareGraphics();
         introduce();
         return draw(argc, argv, commandLine);
+    }
+    if (commandLine.check) {
+        if (const auto problem = velto::prepareGraphics(commandLine.display)) {
+            print(stderr, *problem + u'\n');
+            return 1;
+        }
+        introduce();
+        const QApplication application(argc, argv);
+        velto::speakLinux();
+        print(stdout, velto::checkReport());
+        return 0;
     }
     velto::DBusActivation activation(velto::placesOfThisMachine().configuration, QStringLiteral(VELTO_APPLICATION_ID));
     if (!activation.claim()) {

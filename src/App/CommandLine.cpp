@@ -40,6 +40,7 @@ CommandLine CommandLine::parse(const QStringList &arguments)
         .sitePreview = valueOf("--site-preview"_L1, arguments),
         .testBackdrop = valueOf("--test-backdrop"_L1, arguments),
         .display = valueOf("--display"_L1, arguments).value_or(QString()),
+        .check = arguments.contains("--check"_L1),
         .help = arguments.contains("--help"_L1) || arguments.contains("-h"_L1),
         .version = arguments.contains("--version"_L1) || arguments.contains("-v"_L1),
     };
@@ -65,6 +66,7 @@ QString helpText()
                                        "  --settings            open the settings\n"
                                        "  --display NAME        x11 or wayland, where the desktop has both\n"
                                        "  --activated           wait for what the desktop's session bus asks for\n"
+                                       "  --check               tell what works on this desktop and what to do about the rest\n"
                                        "  --version             print the version and end\n"
                                        "  --help                print this and end\n"
                                        "\n"

@@ -144,6 +144,7 @@ LinuxPlatform::LinuxPlatform(Clock &clock, Files &files, Defaults &defaults, con
     , panelWindow(windows->panelWindow())
     , applications(windows->applications())
     , clipboard(windows->clipboard())
+    , keyByPortal(onWayland())
     , ownHotKey(makeHotKey(server, defaults))
     , hotKey(*ownHotKey)
     , statusItem(server)

@@ -46,6 +46,7 @@ struct LinuxPlatform {
     PanelWindow &panelWindow;
     Applications &applications;
     Clipboard &clipboard;
+    bool keyByPortal; ///< where the display gives no program a global key
     std::unique_ptr<HotKey> ownHotKey;
     HotKey &hotKey;
     TrayStatusItem statusItem;
