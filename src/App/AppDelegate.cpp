@@ -9,7 +9,7 @@
 #include "Core/UI.h"
 
 #include <QCursor>
-#include <QWindow>
+#include <utility>
 
 using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
@@ -25,7 +25,11 @@ AppDelegate::AppDelegate(Needs needs, QObject *parent)
     connect(&m_needs.ui, &UI::hoveringChanged, this, &AppDelegate::hoveringChanged);
     m_needs.ui.unfinished = [&hub = m_needs.hub] { return hub.unfinished(); };
     m_needs.ui.asking = [&hub = m_needs.hub] { return hub.asking(); };
-    m_needs.ui.pointerOnStrip = [this] { return stripRow().contains(QCursor::pos()); };
+    m_needs.ui.pointer = [this] { return m_needs.panelWindow.pointer(); };
+    m_needs.ui.pointerOnStrip = [this] {
+        const auto pointer = m_needs.panelWindow.pointer();
+        return pointer && stripRow().contains(*pointer);
+    };
     connect(&m_needs.ui, &UI::unfoldedHeightChanged, this, [this] { layout(true); });
     connect(&m_needs.ui, &UI::keyboardWanted, this, [this] { m_needs.panelWindow.takeFocus(); });
     connect(&m_needs.ui, &UI::settingsWanted, this, &AppDelegate::showSettings);
@@ -67,7 +71,7 @@ void AppDelegate::addStatusItem(StatusItem &item)
 
 void AppDelegate::addHotKey(HotKey &hotKey)
 {
-    m_hotKeyRegistered = hotKey.registerHotKey([this] { m_needs.clock.post(this, [this] { open(true); }); });
+    hotKey.registerHotKey([this] { m_needs.clock.post(this, [this] { open(true); }); });
 }
 
 Peek AppDelegate::examplePeek()
@@ -140,7 +144,8 @@ void AppDelegate::layout(bool animated)
     m_shrink.reset();
     const std::optional<Display> display = chooseDisplay(m_needs.displays.all());
     if (!display || m_needs.session.locked()) {
-        m_needs.panel.hide();
+        m_needs.panelWindow.hide();
+        m_shown = false;
         m_frame.reset();
         return;
     }
@@ -160,8 +165,8 @@ QRect AppDelegate::stripRow() const
         return {};
     const QSizeF housing = m_needs.ui.velto();
     QRectF row({}, QSizeF(panelSize(housing, m_needs.outline.panelSize()).width(), housing.height()));
-    row.moveCenter(m_frame->center());
-    row.moveTop(m_frame->top());
+    row.moveCenter(QRectF({}, m_frame->size()).center());
+    row.moveTop(0);
     return row.toAlignedRect();
 }
 
@@ -171,10 +176,8 @@ void AppDelegate::place(const QRect &frame)
         m_frame = frame;
         m_needs.panelWindow.place(frame);
     }
-    if (!m_needs.panel.isVisible()) {
-        m_needs.panel.show();
-        m_needs.panelWindow.raise();
-    }
+    if (!std::exchange(m_shown, true))
+        m_needs.panelWindow.show();
 }
 
 void AppDelegate::expandedChanged()

@@ -10,8 +10,6 @@
 #include <functional>
 #include <optional>
 
-class QWindow;
-
 namespace velto {
 
 class Displays;
@@ -36,13 +34,9 @@ public:
         const PanelOutline &outline;
         Displays &displays;
         PanelWindow &panelWindow;
-        QWindow &panel;
         Session &session;
     };
     explicit AppDelegate(Needs needs, QObject *parent = nullptr);
-
-    /// Whether the global key is ours.
-    bool hotKeyRegistered() const { return m_hotKeyRegistered; }
 
     /// Puts the window on the screen for the first time.
     void showPanel();
@@ -74,7 +68,7 @@ Q_SIGNALS:
 private:
     void layout(bool animated);
     void place(const QRect &frame);
-    /// Where the strip row is while the panel is closed; empty while it is open or hidden.
+    /// Where in the window the strip row is while the panel is closed; empty while it is open or hidden.
     QRect stripRow() const;
     void expandedChanged();
     void menuChanged();
@@ -85,9 +79,9 @@ private:
     QHash<QString, std::function<void()>> m_actions;
     std::optional<QRect> m_frame;
     bool m_started = false;
+    bool m_shown = false;
     bool m_hadPeek = false;
     bool m_hadMenu = false;
-    bool m_hotKeyRegistered = false;
     TimerHandle m_shrink;
     TimerHandle m_peekGone;
     TimerHandle m_hoverGone;

@@ -14,6 +14,8 @@ struct CommandLine {
     std::optional<QString> snapshot; ///< --snapshot FOLDER: pictures of all views, and no more
     std::optional<QString> sitePreview; ///< --site-preview FILE: one picture of the panel with made-up content, and no more
     std::optional<QString> testBackdrop; ///< --test-backdrop KIND: a known background to look at the panel's materials on
+    QString display; ///< --display NAME: "x11" or "wayland", where both would do; else empty
+    bool check = false; ///< --check
     bool help = false; ///< --help
     bool version = false; ///< --version
     QString unknown; ///< the first option that there isn't, most likely mistyped; empty if there is none

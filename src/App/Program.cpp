@@ -39,15 +39,15 @@ Program::Program(CommandLine commandLine, Activation &activation)
     , m_keys(m_panel, m_ui, m_contents, m_stores.hub)
     , m_tabOrder(m_panel)
     , m_delegate({m_machine.clock, m_stores.hub, m_stores.prefs, m_ui, m_outline, m_machine.platform.displays,
-                  m_machine.platform.panelWindow, m_panel, m_machine.platform.session})
+                  m_machine.platform.panelWindow, m_machine.platform.session})
     , m_standIn({m_stores.hub, m_stores.agents, m_machine.background, m_machine.tools, m_machine.defaults, m_machine.places})
     , m_windows(m_machine.platform.appearance,
                 {m_stores.hub, m_stores.agents, m_stores.quillbox, m_stores.prefs, m_machine.background, m_machine.defaults,
                  m_machine.platform.keychain, m_machine.platform.folderPanel, m_machine.platform.loginItem, m_stores.terminal,
-                 m_stores.installer, m_machine.tools, m_machine.places, HookListener::kPort,
+                 m_machine.platform.hotKey, m_stores.installer, m_machine.tools, m_machine.places, HookListener::kPort,
                  QCoreApplication::applicationVersion()},
                 {m_stores.agents, m_stores.prefs, m_machine.background, m_machine.tools, m_machine.platform.loginItem,
-                 m_machine.places})
+                 m_machine.platform.hotKey, m_machine.places})
 {
     QObject::connect(&m_delegate, &AppDelegate::quitWanted, qApp, &QCoreApplication::quit);
     QObject::connect(&m_delegate, &AppDelegate::settingsWanted, &m_windows, &Windows::showSettings);
@@ -128,7 +128,6 @@ void Program::painted()
     m_machine.platform.start();
     m_delegate.addStatusItem(m_machine.platform.statusItem);
     m_delegate.addHotKey(m_machine.platform.hotKey);
-    m_windows.setHotKeyRegistered(m_delegate.hotKeyRegistered());
     if (!m_stores.prefs.onboarded())
         m_delegate.showWelcome();
     for (const auto &action : m_commandLine.actions)

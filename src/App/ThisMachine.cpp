@@ -23,7 +23,7 @@ Places placesOfThisMachine()
 ThisMachine::ThisMachine()
     : places(placesOfThisMachine())
     , defaults(files, clock, places.configuration + "/settings.json"_L1)
-    , platform(clock, files, places)
+    , platform(clock, files, defaults, places)
     , tools(toolSearchPath(places.home, qEnvironmentVariable("PATH")))
     , sounds(background)
 {

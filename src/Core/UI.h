@@ -4,10 +4,12 @@
 #include "Platform/StatusItem.h"
 
 #include <QObject>
+#include <QPoint>
 #include <QSizeF>
 #include <QStringList>
 #include <chrono>
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace velto {
@@ -75,6 +77,8 @@ public:
     std::function<bool()> asking;
     /// Whether the pointer is over the strip row in truth. What the window hears of it is late while its size changes.
     std::function<bool()> pointerOnStrip;
+    /// Where the pointer is in truth, in the window's coordinates; nothing if that can't be told.
+    std::function<std::optional<QPoint>()> pointer;
     Q_INVOKABLE void sheetOpened() { ++m_sheets; }
     Q_INVOKABLE void sheetClosed() { --m_sheets; }
     /// A sheet or a menu has the keys.

@@ -87,7 +87,7 @@ ApplicationWindow {
             }
             Hint {
                 symbol: "keyboard"
-                text: qsTr("Or press ⌃⌥N from anywhere")
+                text: root.store.keyHint
             }
             Hint {
                 symbol: "menubar.rectangle"

@@ -4,7 +4,6 @@
 #include "Shell/PanelOutline.h"
 #include "Core/UI.h"
 
-#include <QCursor>
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPainterPath>
@@ -131,8 +130,10 @@ void VeltoPanel::lookForPointer()
 {
     if (!m_ui.pointerInside() || QGuiApplication::mouseButtons() != Qt::NoButton)
         return;
-    const QPointF place = QCursor::pos();
-    QMouseEvent move(QEvent::MouseMove, mapFromGlobal(place), place, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    const auto place = m_ui.pointer ? m_ui.pointer() : std::nullopt;
+    if (!place)
+        return;
+    QMouseEvent move(QEvent::MouseMove, *place, mapToGlobal(*place), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
     QCoreApplication::sendEvent(this, &move);
 }
 

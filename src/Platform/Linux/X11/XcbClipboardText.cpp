@@ -1,4 +1,4 @@
-#include "Platform/Linux/XcbClipboardText.h"
+#include "Platform/Linux/X11/XcbClipboardText.h"
 
 #include <utility>
 

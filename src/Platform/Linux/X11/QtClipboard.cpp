@@ -1,4 +1,4 @@
-#include "Platform/Linux/QtClipboard.h"
+#include "Platform/Linux/X11/QtClipboard.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

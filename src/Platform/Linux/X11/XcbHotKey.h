@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/HotKey.h"
-#include "Platform/Linux/XcbServer.h"
+#include "Platform/Linux/X11/XcbServer.h"
 
 #include <QList>
 #include <QObject>
@@ -9,13 +9,14 @@
 namespace velto {
 
 /// Control-Alt-N, grabbed on the root window once for each combination of lock modifiers, and anew when the keyboard changes.
-class XcbHotKey final : public QObject, public HotKey {
+class XcbHotKey final : public HotKey {
     Q_OBJECT
 public:
     explicit XcbHotKey(XcbServer &server, QObject *parent = nullptr);
     ~XcbHotKey() override;
 
     bool registerHotKey(std::function<void()> action) override;
+    Support support() const override;
 
 private:
     struct Keys {

@@ -32,6 +32,9 @@ enum class XcbAtom : quint8 {
     BlurBehind,
     Clipboard,
     Utf8Text,
+    WindowState,
+    SkipTaskbar,
+    SkipPager,
     Transfer, ///< the property in which this program takes a selection in
     Count
 };

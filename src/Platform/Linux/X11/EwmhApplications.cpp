@@ -1,4 +1,4 @@
-#include "Platform/Linux/EwmhApplications.h"
+#include "Platform/Linux/X11/EwmhApplications.h"
 
 #include "Platform/Linux/ApplicationNames.h"
 
@@ -18,10 +18,19 @@ QString identifierOf(const xcb_get_property_reply_t &reply)
 
 } // namespace
 
-EwmhApplications::EwmhApplications(XcbServer &server, QObject *parent)
+EwmhApplications::EwmhApplications(XcbServer &server, bool guest, QObject *parent)
     : Applications(parent)
     , m_server(server)
+    , m_guest(guest)
 {
+}
+
+Support EwmhApplications::support() const
+{
+    if (!m_guest)
+        return {};
+    return {Support::State::Missing,
+            tr("This desktop doesn't tell which window is in front, so questions come to the strip while you are in a terminal too.")};
 }
 
 void EwmhApplications::start()

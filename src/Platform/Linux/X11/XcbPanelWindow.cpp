@@ -1,4 +1,6 @@
-#include "Platform/Linux/XcbPanelWindow.h"
+#include "Platform/Linux/X11/XcbPanelWindow.h"
+
+#include "Platform/Linux/X11/KeyboardWindow.h"
 
 #include <QCursor>
 #include <QGuiApplication>
@@ -14,7 +16,10 @@ namespace {
 // What the toolkit calls its own way to set the type: an atom set by hand wouldn't survive its next call.
 constexpr auto kWindowTypeProperty = "_q_xcb_wm_window_type";
 constexpr int kDesktop = 2; // what stands behind everything, wherever the user goes
-constexpr int kDock = 4; // compositors give a dock neither shadow nor fade
+// Compositors give a dock neither shadow nor fade. A notification beside it, since wlroots gives the keyboard to every other
+// unmanaged window that comes up.
+constexpr int kStrip = 0x4 | 0x800;
+constexpr quint32 kFromPager = 2; // what EWMH calls a request that the user made: no window manager thinks it over
 
 /// The program's own menus and tips that are on show.
 QWindowList ownPopups(const QWindow *panel)
@@ -22,7 +27,7 @@ QWindowList ownPopups(const QWindow *panel)
     auto windows = QGuiApplication::allWindows();
     windows.removeIf([&](const QWindow *window) {
         const bool popup = window->type() == Qt::Popup || window->type() == Qt::ToolTip || window->transientParent() == panel;
-        return window == panel || !popup || !window->isVisible();
+        return window == panel || !popup || !window->isVisible() || qobject_cast<const KeyboardWindow *>(window);
     });
     return windows;
 }
@@ -35,9 +40,10 @@ bool overOwnPopup(const QWindow *panel, QPoint pointer)
 
 } // namespace
 
-XcbPanelWindow::XcbPanelWindow(XcbServer &server, QObject *parent)
+XcbPanelWindow::XcbPanelWindow(XcbServer &server, KeyboardRoad road, QObject *parent)
     : PanelWindow(parent)
     , m_server(server)
+    , m_road(road)
 {
     connect(&m_server, &XcbServer::rootPropertyChanged, this, &XcbPanelWindow::rootChanged);
     connect(&m_server, &XcbServer::obscured, this, &XcbPanelWindow::covered);
@@ -48,6 +54,8 @@ XcbPanelWindow::XcbPanelWindow(XcbServer &server, QObject *parent)
     });
 }
 
+XcbPanelWindow::~XcbPanelWindow() = default;
+
 void XcbPanelWindow::adopt(QWindow *window)
 {
     m_window = window;
@@ -56,7 +64,7 @@ void XcbPanelWindow::adopt(QWindow *window)
     window->setFormat(format);
     window->setFlags(Qt::Window | Qt::X11BypassWindowManagerHint | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint
                      | Qt::NoDropShadowWindowHint);
-    window->setProperty(kWindowTypeProperty, kDock);
+    window->setProperty(kWindowTypeProperty, kStrip);
     window->installEventFilter(this);
     if (window->handle())
         windowMade();
@@ -71,7 +79,7 @@ bool XcbPanelWindow::eventFilter(QObject *watched, QEvent *event)
         else if (event->type() == QEvent::Expose && m_focusWanted && m_window->isExposed())
             takeFocus();
         else if (event->type() == QEvent::Hide)
-            m_focusWanted = false;
+            withdraw();
     }
     return PanelWindow::eventFilter(watched, event);
 }
@@ -101,6 +109,24 @@ void XcbPanelWindow::place(const QRect &frame)
     const QRect target(frame.topLeft(), frame.size().expandedTo(QSize(1, 1)));
     if (m_window->geometry() != target)
         m_window->setGeometry(target);
+}
+
+void XcbPanelWindow::show()
+{
+    if (m_window)
+        m_window->show();
+    raise();
+}
+
+void XcbPanelWindow::hide()
+{
+    if (m_window)
+        m_window->hide();
+}
+
+std::optional<QPoint> XcbPanelWindow::pointer() const
+{
+    return m_window ? std::optional(QCursor::pos() - m_window->position()) : std::nullopt;
 }
 
 void XcbPanelWindow::raise()
@@ -173,6 +199,10 @@ void XcbPanelWindow::takeFocus()
         return;
     }
     m_focusWanted = false;
+    if (m_road == KeyboardRoad::ManagedWindow) {
+        askForKeyboard();
+        return;
+    }
     const auto before = focused();
     if (before == id())
         return;
@@ -180,9 +210,40 @@ void XcbPanelWindow::takeFocus()
     giveFocus(id());
 }
 
-void XcbPanelWindow::returnFocus()
+void XcbPanelWindow::askForKeyboard()
+{
+    if (!m_keyboard)
+        m_keyboard = std::make_unique<KeyboardWindow>(m_window);
+    m_keyboard->create();
+    const auto window = xcb_window_t(m_keyboard->winId());
+    const std::array<xcb_atom_t, 2> hidden{m_server.atom(XcbAtom::SkipTaskbar), m_server.atom(XcbAtom::SkipPager)};
+    auto *connection = m_server.connection();
+    if (!m_keyboard->isVisible())
+        xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, m_server.atom(XcbAtom::WindowState), XCB_ATOM_ATOM, 32,
+                            quint32(hidden.size()), hidden.data());
+    m_keyboard->take();
+    // A window that merely comes up may be kept waiting behind the one that the user types in.
+    xcb_client_message_event_t request{};
+    request.response_type = XCB_CLIENT_MESSAGE;
+    request.format = 32;
+    request.window = window;
+    request.type = m_server.atom(XcbAtom::ActiveWindow);
+    request.data.data32[0] = kFromPager;
+    xcb_send_event(connection, false, m_server.root(), XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char *>(&request));
+    xcb_flush(connection);
+}
+
+void XcbPanelWindow::withdraw()
 {
     m_focusWanted = false;
+    if (m_keyboard)
+        m_keyboard->giveBack();
+}
+
+void XcbPanelWindow::returnFocus()
+{
+    withdraw();
     if (!m_window || !m_server.exists() || id() == kNoWindow || focused() != id())
         return;
     const auto before = std::exchange(m_focusBefore, kNoWindow);

@@ -1,4 +1,4 @@
-#include "Platform/Linux/LockModifiers.h"
+#include "Platform/Linux/X11/LockModifiers.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "Platform/Linux/XcbServer.h"
+#include "Platform/Linux/X11/XcbServer.h"
 
 #include <QGuiApplication>
 #include <string_view>
@@ -22,6 +22,9 @@ constexpr std::array<const char *, std::size_t(XcbAtom::Count)> kAtomNames{"_NET
                                                                            "_KDE_NET_WM_BLUR_BEHIND_REGION",
                                                                            "CLIPBOARD",
                                                                            "UTF8_STRING",
+                                                                           "_NET_WM_STATE",
+                                                                           "_NET_WM_STATE_SKIP_TASKBAR",
+                                                                           "_NET_WM_STATE_SKIP_PAGER",
                                                                            "VELTO_TRANSFER"};
 
 constexpr std::string_view kKeyboardExtension = "XKEYBOARD";

@@ -2,7 +2,7 @@
 
 #include "Platform/Applications.h"
 #include "Platform/Linux/RecorderProcesses.h"
-#include "Platform/Linux/XcbServer.h"
+#include "Platform/Linux/X11/XcbServer.h"
 
 #include <QHash>
 #include <QList>
@@ -14,11 +14,13 @@ namespace velto {
 class EwmhApplications final : public Applications {
     Q_OBJECT
 public:
-    explicit EwmhApplications(XcbServer &server, QObject *parent = nullptr);
+    /// `guest`: the server is a guest of a Wayland desktop, whose own windows it doesn't know.
+    explicit EwmhApplications(XcbServer &server, bool guest = false, QObject *parent = nullptr);
 
     void start();
     QStringList running() const override { return m_running; }
     QString frontmost() const override { return m_frontmost; }
+    Support support() const override;
 
 private:
     void rootChanged(xcb_atom_t property);
@@ -29,6 +31,7 @@ private:
     void updateFrontmost();
 
     XcbServer &m_server;
+    bool m_guest;
     RecorderProcesses m_recorders;
     QHash<xcb_window_t, QString> m_windows; ///< identifier of each window; empty until it has told its class
     QStringList m_running;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Clipboard.h"
-#include "Platform/Linux/XcbClipboardText.h"
+#include "Platform/Linux/X11/XcbClipboardText.h"
 
 #include <QObject>
 

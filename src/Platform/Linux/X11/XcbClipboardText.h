@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Clock.h"
-#include "Platform/Linux/XcbServer.h"
+#include "Platform/Linux/X11/XcbServer.h"
 
 #include <QObject>
 #include <optional>

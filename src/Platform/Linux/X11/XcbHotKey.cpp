@@ -1,6 +1,6 @@
-#include "Platform/Linux/XcbHotKey.h"
+#include "Platform/Linux/X11/XcbHotKey.h"
 
-#include "Platform/Linux/LockModifiers.h"
+#include "Platform/Linux/X11/LockModifiers.h"
 
 #include <xcb/xcb_keysyms.h>
 
@@ -45,7 +45,7 @@ ModifierSymbols modifierSymbols(xcb_connection_t *connection, xcb_key_symbols_t 
 } // namespace
 
 XcbHotKey::XcbHotKey(XcbServer &server, QObject *parent)
-    : QObject(parent)
+    : HotKey(parent)
     , m_server(server)
 {
     connect(&m_server, &XcbServer::keyChanged, this, &XcbHotKey::keyChanged);
@@ -67,6 +67,11 @@ bool XcbHotKey::registerHotKey(std::function<void()> action)
         return true;
     m_action = nullptr;
     return false;
+}
+
+Support XcbHotKey::support() const
+{
+    return m_grabbed.codes.isEmpty() ? Support{Support::State::Denied, {}} : Support{};
 }
 
 XcbHotKey::Keys XcbHotKey::keysNow() const
@@ -101,6 +106,7 @@ bool XcbHotKey::grab(const Keys &keys)
     m_grabbed = keys;
     if (!granted)
         release();
+    Q_EMIT changed();
     return granted;
 }
 
