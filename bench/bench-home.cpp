@@ -88,7 +88,8 @@ void itemsOfTheBrief(benchmark::State &state)
     World &world = desk().world;
     state.SetLabel(desk().filling());
     for (auto _ : state)
-        benchmark::DoNotOptimize(HomeBrief(world.hub, world.workspace, world.places, world.clock.wallTime()).items().size());
+        benchmark::DoNotOptimize(
+            HomeBrief(world.hub, world.workspace, world.writer, world.places, world.clock.wallTime()).items().size());
 }
 BENCHMARK(itemsOfTheBrief)->Unit(benchmark::kMicrosecond);
 

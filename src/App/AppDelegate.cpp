@@ -104,7 +104,8 @@ void AppDelegate::open(bool search)
     if (m_needs.ui.expanded())
         m_needs.panelWindow.takeFocus();
     m_needs.ui.openFocused();
-    if (search && m_needs.hub.tabs().contains(Tab::Todos)) {
+    // What lies over the tab keeps the keyboard until it is closed.
+    if (search && !m_needs.ui.sheetOpen() && m_needs.hub.tabs().contains(Tab::Todos)) {
         m_needs.hub.open(Tab::Todos);
         m_needs.hub.todos()->askForSearch();
     }

@@ -4,6 +4,7 @@
 #include "Design/Theme.h"
 #include "Platform/Activation.h"
 #include "Platform/Posix/PosixLoopbackServer.h"
+#include "Platform/Session.h"
 
 #include <QApplication>
 #include <QQmlEngine>
@@ -15,6 +16,7 @@ namespace velto {
 namespace {
 
 constexpr std::chrono::seconds kLongestFirstFrame{1};
+constexpr std::chrono::seconds kLastWrites{1};
 
 /// What the stores ask for at once waits for the first frame.
 Desktop held(ThisMachine &machine)
@@ -45,12 +47,16 @@ Program::Program(CommandLine commandLine, Activation &activation)
            m_machine.platform.folderPanel, m_machine.platform.loginItem, m_stores.terminal, m_stores.installer, m_machine.tools,
            m_machine.places, HookListener::kPort, QCoreApplication::applicationVersion()},
           {m_stores.hub, m_stores.prefs, m_machine.background, m_machine.tools, m_machine.platform.loginItem, m_machine.places})
+    , m_endSignals(&QCoreApplication::quit)
 {
     QObject::connect(&m_delegate, &AppDelegate::quitWanted, qApp, &QCoreApplication::quit);
     QObject::connect(&m_delegate, &AppDelegate::settingsWanted, &m_windows, &Windows::showSettings);
     QObject::connect(&m_delegate, &AppDelegate::welcomeWanted, &m_windows, &Windows::showWelcome);
     QObject::connect(&m_windows, &Windows::welcomed, &m_delegate, &AppDelegate::welcomed);
     QObject::connect(&m_windows, &Windows::quitWanted, qApp, &QCoreApplication::quit);
+    // Who comes back may have made room on the disk.
+    QObject::connect(&m_ui, &UI::expandedChanged, &m_machine.writer, &FileWriter::tryAgain);
+    QObject::connect(&m_machine.platform.session, &Session::woke, &m_machine.writer, &FileWriter::tryAgain);
     // Whatever the first frame doesn't need waits for it.
     QObject::connect(
         &m_panel, &QQuickWindow::frameSwapped, &m_delegate, [this] { painted(); },
@@ -67,6 +73,23 @@ Program::Program(CommandLine commandLine, Activation &activation)
 Program::~Program()
 {
     m_machine.tools.stop();
+    for (const QString &lost : m_machine.writer.finish(kLastWrites))
+        qWarning("%s", qPrintable(lost));
+}
+
+// What a kill of the last one left beside the files that Velto writes.
+void Program::sweep()
+{
+    const Places &places = m_machine.places;
+    m_machine.writing.start(
+        [&files = m_machine.files,
+         paths =
+             QStringList{places.configuration + "/settings.json"_L1, places.data + "/todos.json"_L1,
+                         places.home + "/.claude/settings.json"_L1, places.configuration + "/../autostart/velto.desktop"_L1}] {
+            for (const QString &path : paths)
+                files.sweep(path);
+        },
+        [] {});
 }
 
 std::unique_ptr<HookListener> Program::makeListener()
@@ -109,6 +132,7 @@ void Program::showPanel()
 void Program::painted()
 {
     m_machine.background.release();
+    sweep();
     m_machine.platform.start();
     m_delegate.addStatusItem(m_machine.platform.statusItem);
     m_delegate.addHotKey(m_machine.platform.hotKey);

@@ -6,6 +6,7 @@
 #include "App/Windows.h"
 #include "Core/Stores.h"
 #include "Design/TabOrder.h"
+#include "Platform/Posix/EndSignals.h"
 #include "Shell/CollapsedStrip.h"
 #include "Shell/PanelContents.h"
 #include "Shell/PanelKeys.h"
@@ -29,6 +30,7 @@ private:
     void showPanel();
     void showBackdrop(const QString &kind);
     void painted();
+    void sweep();
 
     Activation &m_activation;
     CommandLine m_commandLine;
@@ -45,6 +47,7 @@ private:
     TabOrder m_tabOrder;
     AppDelegate m_delegate;
     Windows m_windows;
+    EndSignals m_endSignals;
     TimerHandle m_paintedAnyway;
 };
 

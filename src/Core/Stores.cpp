@@ -34,7 +34,8 @@ Stores::~Stores()
 Hub::Needs Stores::hubNeeds(const Desktop &d, std::unique_ptr<HookListener> listener)
 {
     auto quillbox = std::make_unique<QuillboxSource>(QuillboxSource::Needs{d.clock, d.machine, hubClient, d.places.home});
-    auto todos = std::make_unique<TodosSource>(TodosSource::Needs{d.clock, d.background, d.tools, d.files, d.places, *quillbox});
+    auto todos =
+        std::make_unique<TodosSource>(TodosSource::Needs{d.clock, d.background, d.tools, d.files, d.writer, d.places, *quillbox});
     auto agents =
         std::make_unique<AgentsSource>(AgentsSource::Needs{d.clock, d.background, d.tools, d.files, d.applications, d.workspace,
                                                            prefs, terminal, d.places, installer, std::move(listener)});
@@ -61,7 +62,7 @@ Hub::Needs Stores::hubNeeds(const Desktop &d, std::unique_ptr<HookListener> list
             std::move(glances),
             [d](Hub &made) {
                 return std::make_unique<HomeSource>(
-                    HomeSource::Needs{made, made.prefs(), d.workspace, d.videoPlayer, d.places, d.clock});
+                    HomeSource::Needs{made, made.prefs(), d.workspace, d.videoPlayer, d.writer, d.places, d.clock});
             },
             [d, this](Hub &made) {
                 return std::make_unique<ConnectSource>(ConnectSource::Needs{

@@ -1,6 +1,7 @@
 #include "Tabs/Home/HomeBrief.h"
 
 #include "Core/Hub.h"
+#include "Platform/FileWriter.h"
 #include "Platform/Workspace.h"
 #include "Tabs/Home/Link.h"
 #include "Tabs/Home/WorkItem.h"
@@ -11,9 +12,10 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-HomeBrief::HomeBrief(Hub &hub, Workspace &workspace, const Places &places, const QDateTime &now)
+HomeBrief::HomeBrief(Hub &hub, Workspace &workspace, FileWriter &writer, const Places &places, const QDateTime &now)
     : m_hub(hub)
     , m_workspace(workspace)
+    , m_writer(writer)
     , m_places(places)
     , m_now(now)
 {
@@ -21,6 +23,7 @@ HomeBrief::HomeBrief(Hub &hub, Workspace &workspace, const Places &places, const
 
 QList<HomeItem> HomeBrief::items() &&
 {
+    files();
     agents();
     calendar();
     focus();
@@ -75,6 +78,27 @@ bool HomeBrief::addUnlessReady(const QString &id, const QString &symbol, const Q
         break;
     }
     return false;
+}
+
+/// What the user has entered and can lose, or may think lost.
+void HomeBrief::files()
+{
+    if (const QStringList problems = m_writer.problems(); !problems.isEmpty())
+        add({u"unsaved"_s,
+             u"exclamationmark.triangle"_s,
+             HomeItem::Tone::Bad,
+             tr("Not everything is saved yet"),
+             problems.join(u' '),
+             {},
+             HomeItem::Action{tr("Try again"), [&writer = m_writer] { writer.tryAgain(); }}});
+    if (const QStringList words = m_writer.words(); !words.isEmpty())
+        add({u"files"_s,
+             u"exclamationmark.triangle"_s,
+             HomeItem::Tone::Warn,
+             tr("About your files"),
+             words.join(u' '),
+             {},
+             HomeItem::Action{tr("Dismiss"), [&writer = m_writer] { writer.dismissWords(); }}});
 }
 
 HomeItem::Action HomeBrief::openTab(const QString &label, Tab tab) const

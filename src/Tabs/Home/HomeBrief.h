@@ -13,6 +13,7 @@
 
 namespace velto {
 
+class FileWriter;
 class Hub;
 class Workspace;
 struct Places;
@@ -23,12 +24,13 @@ struct WorkItem;
 class HomeBrief {
     Q_DECLARE_TR_FUNCTIONS(velto::HomeBrief)
 public:
-    HomeBrief(Hub &hub, Workspace &workspace, const Places &places, const QDateTime &now);
+    HomeBrief(Hub &hub, Workspace &workspace, FileWriter &writer, const Places &places, const QDateTime &now);
 
     /// Every row, the most urgent first; rows of one tone keep the order of their subjects.
     QList<HomeItem> items() &&;
 
 private:
+    void files();
     void agents();
     void calendar();
     void focus();
@@ -57,6 +59,7 @@ private:
 
     Hub &m_hub;
     Workspace &m_workspace;
+    FileWriter &m_writer;
     const Places &m_places;
     QDateTime m_now;
     QList<HomeItem> m_items;

@@ -11,6 +11,7 @@
 
 namespace velto {
 
+class FileWriter;
 class Hub;
 class Prefs;
 class VideoPlayer;
@@ -50,6 +51,7 @@ public:
         Prefs &prefs;
         Workspace &workspace;
         VideoPlayer &videoPlayer;
+        FileWriter &writer;
         const Places &places;
         Clock &clock;
     };
