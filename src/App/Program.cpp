@@ -1,6 +1,7 @@
 #include "App/Program.h"
 
 #include "Core/HookListener.h"
+#include "Design/ItemAccessible.h"
 #include "Design/Theme.h"
 #include "Platform/Activation.h"
 #include "Platform/Posix/PosixLoopbackServer.h"
@@ -121,6 +122,7 @@ void Program::showPanel()
         {u"accessibility"_s, QVariant::fromValue(static_cast<Accessibility *>(&m_machine.platform.accessibility))},
     });
     m_panel.setSource(QUrl(u"qrc:/qt/qml/Velto/Shell/VeltoView.qml"_s));
+    tellWhatIsGreyed();
     auto *theme = Theme::of(m_panel.engine());
     const auto follow = [theme, this] { theme->setReducedMotion(m_machine.platform.accessibility.reducedMotion()); };
     QObject::connect(&m_machine.platform.accessibility, &Accessibility::changed, theme, follow);
@@ -141,7 +143,8 @@ void Program::painted()
         m_delegate.showWelcome();
     for (const auto &action : m_commandLine.actions)
         m_delegate.act(action);
-    m_activation.listen(m_commandLine.activated);
+    // Whoever starts it by the bus wants it open, too; a first time it is the welcome that opens.
+    m_activation.listen(m_commandLine.activated && !m_stores.prefs.onboarded());
 }
 
 } // namespace velto

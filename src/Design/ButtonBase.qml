@@ -27,7 +27,10 @@ Item {
     Accessible.name: root.label
     Accessible.description: root.help === root.label ? "" : root.help
     Accessible.focusable: true
-    Accessible.onPressAction: root.clicked()
+    Accessible.onPressAction: {
+        if (root.enabled)
+            root.clicked();
+    }
     Keys.onPressed: event => keys.press(event)
     Keys.onReleased: event => keys.release(event)
     onActiveFocusChanged: keys.held = false

@@ -9,11 +9,17 @@ Button {
     readonly property color ink: root.destructive ? (root.palette.active.window.hslLightness > 0.5 ? "#c62f28" : "#ff6b61")
                                                   : root.highlighted ? root.palette.active.highlightedText : root.palette.active.buttonText
 
+    function press(): void {
+        if (root.enabled)
+            root.clicked();
+    }
+
     implicitHeight: Math.round(contentItem.implicitHeight + 12)
     leftPadding: 14
     rightPadding: 14
     Accessible.name: root.text.replace(/&&/g, "&")
     Accessible.ignored: !root.visible
+    Accessible.onPressAction: root.press()
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
     // Fades as a whole: the colours are those of an enabled one, as a palette fades its disabled ones with some versions only.

@@ -34,11 +34,11 @@ bool Todo::dueNow(const QString &today) const
     return !due.isEmpty() && !sortsBefore(today, due);
 }
 
-Todo merged(const Todo &standing, const Todo &opened, const Todo &edited)
+Todo merged(const Todo &standing, const Todo &base, const Todo &edited)
 {
     Todo todo = standing;
     const auto take = [&](auto Todo::*field) {
-        if (edited.*field != opened.*field)
+        if (edited.*field != base.*field)
             todo.*field = edited.*field;
     };
     take(&Todo::title);

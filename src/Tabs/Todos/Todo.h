@@ -38,8 +38,8 @@ struct Todo {
     bool dueNow(const QString &today) const;
 };
 
-/// `standing` with what was changed between `opened` and `edited`.
-Todo merged(const Todo &standing, const Todo &opened, const Todo &edited);
+/// `standing` with what was changed from `base` to `edited`.
+Todo merged(const Todo &standing, const Todo &base, const Todo &edited);
 
 /// Which dates the list shows.
 enum class Filter : quint8 { Today, Overdue, Upcoming, All };

@@ -51,6 +51,8 @@ void TodosSource::setDraft(const std::optional<Todo> &draft)
         return;
     }
     m_draft = draft;
+    const Todo *base = draft ? find(draft->id) : nullptr;
+    m_draftBase = base ? std::optional(*base) : std::nullopt;
     publish();
     if (m_draft)
         m_form.open(*m_draft);

@@ -102,7 +102,7 @@ Todo TodosSource::onStanding(const Todo &edited) const
     const Todo *standing = find(edited.id);
     if (!standing && m_pendingDone && m_pendingDone->id == edited.id)
         standing = &*m_pendingDone;
-    return standing && m_draft && m_draft->id == edited.id ? merged(*standing, *m_draft, edited) : edited;
+    return standing && m_draftBase && m_draftBase->id == edited.id ? merged(*standing, *m_draftBase, edited) : edited;
 }
 
 // A new todo comes into sight, whatever the list was cut down to.

@@ -251,6 +251,7 @@ private:
     QString m_search;
     std::optional<qint64> m_openID;
     std::optional<Todo> m_draft;
+    std::optional<Todo> m_draftBase; ///< how the todo stood in the list when the form was opened on it
     std::optional<qint64> m_selectedID;
     int m_selectedRow = -1;
     int m_focusSearch = 0;
