@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Core/Http.h"
-#include "Core/Stores.h"
 #include "HttpStandIn.h"
+#include "Hub/Stores.h"
 #include "Platform/Fake/FakePlatform.h"
 #include "Platform/FileWriter.h"
 #include "Platform/Places.h"
@@ -121,7 +121,7 @@ struct Machinery {
         keychain.entries = {{u"Velto.linear"_s, u"t"_s},
                             {u"Velto.jira"_s, u"t"_s},
                             {u"Velto.slack"_s, u"t"_s},
-                            {GoogleCalendar::tokenKey,
+                            {GoogleAccount::tokenKey,
                              GoogleTokens{u"access"_s, u"refresh"_s, QDateTime::currentDateTimeUtc().addDays(1)}.toJson()}};
         defaults.values = {{u"modulesOff"_s, QStringList()},      {u"onboarded"_s, true},
                            {u"hookToken"_s, u"token"_s},          {u"repoRoots"_s, QStringList{folder + u"/code"_s}},

@@ -4,15 +4,15 @@
 #include "App/CommandLine.h"
 #include "App/ThisMachine.h"
 #include "App/Windows.h"
-#include "Core/Stores.h"
 #include "Design/TabOrder.h"
+#include "Hub/Stores.h"
 #include "Platform/Posix/EndSignals.h"
 #include "Shell/CollapsedStrip.h"
 #include "Shell/PanelContents.h"
 #include "Shell/PanelKeys.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/PeekLine.h"
-#include "Shell/UI.h"
+#include "Core/UI.h"
 #include "Shell/VeltoPanel.h"
 
 namespace velto {

@@ -1,8 +1,8 @@
 #include "Shell/PanelOutline.h"
 
-#include "Core/Hub.h"
+#include "Hub/Hub.h"
 #include "Shell/CollapsedStrip.h"
-#include "Shell/UI.h"
+#include "Core/UI.h"
 
 namespace velto {
 

@@ -1,4 +1,4 @@
-#include "Shell/UI.h"
+#include "Core/UI.h"
 
 #include "Core/Prefs.h"
 

@@ -1,7 +1,7 @@
 #include "Shell/VeltoPanel.h"
 
 #include "Shell/PanelOutline.h"
-#include "Shell/UI.h"
+#include "Core/UI.h"
 
 #include <QCursor>
 #include <QGuiApplication>

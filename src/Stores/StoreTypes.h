@@ -1,14 +1,14 @@
 #pragma once
 
-#include "Core/Hub.h"
 #include "Core/Tab.h"
+#include "Hub/Hub.h"
 #include "Platform/Accessibility.h"
 #include "Platform/VideoPlayer.h"
 #include "Shell/CollapsedStrip.h"
 #include "Shell/PanelContents.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/PeekLine.h"
-#include "Shell/UI.h"
+#include "Core/UI.h"
 #include "Tabs/Agents/AgentsSource.h"
 #include "Tabs/Connect/ConnectSource.h"
 #include "Tabs/Home/HomeSource.h"

@@ -1,6 +1,6 @@
 #include "Tabs/Todos/LocalTodos.h"
 
-#include "Core/Process.h"
+#include "Core/Texts.h"
 #include "Platform/Files.h"
 #include "Platform/ToolRunner.h"
 

@@ -1,0 +1,119 @@
+#include "Feeds/Glances/GlanceSource.h"
+
+#include "Core/Http.h"
+#include "Core/Link.h"
+#include "Platform/Background.h"
+#include "Platform/Clipboard.h"
+
+#include <QPointer>
+#include <QUrlQuery>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+constexpr std::chrono::seconds kInterval{8};
+constexpr qint64 kLargestAnswer = 1 << 20;
+/// Each ends within 22 seconds unless the disk hangs: the interval starts no more than this many at once. Those of a disk that
+/// hangs shall not take up all threads.
+constexpr int kMostReadings = 3;
+
+} // namespace
+
+GlanceSource::GlanceSource(Needs needs, QObject *parent)
+    : QObject(parent)
+    , m_needs(std::move(needs))
+{
+    refreshClipboard();
+    m_tick = m_needs.clock.every(kInterval, [this] { refresh(); });
+}
+
+GlanceSource::~GlanceSource() = default;
+
+void GlanceSource::refresh()
+{
+    refreshClipboard();
+    if (m_readings >= kMostReadings)
+        return;
+    ++m_readings;
+    struct Reading {
+        Transfers transfers;
+        int failedBuilds = 0;
+    };
+    inBackground(
+        m_needs.background, this,
+        [&tools = m_needs.tools, folder = m_needs.downloads, before = m_transfers, now = m_needs.clock.wallTime()] {
+            return Reading{readTransfers(folder, before, now), readFailedBuilds(tools)};
+        },
+        [this](const Reading &reading) {
+            --m_readings;
+            const bool same = reading.transfers.count == m_transfers.count && reading.failedBuilds == m_failedBuilds;
+            m_transfers = reading.transfers;
+            m_failedBuilds = reading.failedBuilds;
+            if (!same)
+                Q_EMIT changed();
+        });
+}
+
+void GlanceSource::refreshClipboard()
+{
+    const int count = m_needs.clipboard.changeCount();
+    if (std::exchange(m_pasteboardChange, count) == count)
+        return;
+    // What is longer than any link needn't be fetched.
+    m_needs.clipboard.read(kLongestLink, this, [this, count](const std::optional<QString> &text) {
+        if (count != m_pasteboardChange)
+            return; // there is a newer copy, and a reading of it under way
+        show(text ? previewOf(*text) : std::nullopt);
+        if (m_clipboard && isYouTube(m_clipboard->url))
+            loadYouTube(m_clipboard->url);
+    });
+}
+
+void GlanceSource::show(const std::optional<ClipboardPreview> &preview)
+{
+    if (preview == m_clipboard)
+        return;
+    m_clipboard = preview;
+    Q_EMIT changed();
+}
+
+/// YouTube's oEmbed: GET /oembed?url=...&format=json, no key, no stated limit (https://oembed.com).
+QCoro::Task<> GlanceSource::loadYouTube(QUrl url)
+{
+    const QPointer alive(this);
+    // Encoded by hand: a query of Qt's would leave "&" and "+" of the link as they are.
+    const QByteArray link = url.toString(QUrl::FullyEncoded | QUrl::RemoveUserInfo).toUtf8().toPercentEncoding();
+    QUrl question = m_needs.oEmbed;
+    question.setQuery(QString::fromLatin1("url=" + link + "&format=json"), QUrl::StrictMode);
+    HttpRequest request; // with a name: GCC 12 destroys an aggregate twice that is made within a co_await
+    request.url = question;
+    request.maximum = kLargestAnswer;
+    const HttpReply reply = co_await m_needs.http.send(std::move(request));
+    if (!alive || !reply.status)
+        co_return;
+    // The user may have copied something else meanwhile.
+    if (!m_clipboard || m_clipboard->url != url)
+        co_return;
+    if (const auto better = upgraded(*m_clipboard, reply.body))
+        show(better);
+}
+
+void GlanceSource::setPlayingVideo(const QUrl &url)
+{
+    if (m_playingVideo == url)
+        return;
+    m_playingVideo = url;
+    Q_EMIT changed();
+}
+
+void GlanceSource::closeVideo()
+{
+    if (std::exchange(m_playingVideo, std::nullopt))
+        Q_EMIT changed();
+}
+
+} // namespace velto

@@ -1,0 +1,163 @@
+#include "Desk.h"
+#include "RunTests.h"
+
+#include <QJsonDocument>
+
+namespace velto {
+
+/// Tokens are renewed in time, kept in the keychain and forgotten for good.
+class TokensTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void aTokenIsUsedWhileItHasMoreThanAMinute()
+    {
+        for (const auto &[life, renewals] : {std::pair{61, 0}, {60, 1}, {0, 1}, {-100'000, 1}}) {
+            Desk desk;
+            desk.link(life);
+            QVERIFY(desk.refresh());
+            QCOMPARE(std::ranges::count(desk.google.requests, "/token", &HttpStandIn::Request::target), renewals);
+            QCOMPARE(desk.google.requests.last().headers.value("authorization"),
+                     renewals ? QByteArray("Bearer ya29.fresh") : QByteArray("Bearer ya29.kept"));
+            QCOMPARE(desk.calendar->meetings().size(), 2);
+        }
+    }
+
+    void aRenewalKeepsTheRefreshToken_data()
+    {
+        columns<QByteArray, int>({"reply", "life"});
+        QTest::newRow("usual") << QByteArray(R"({"access_token": "new", "expires_in": 1800, "refresh_token": "other"})") << 1800;
+        QTest::newRow("no end") << QByteArray(R"({"access_token": "new"})") << 3600;
+        QTest::newRow("an end in words") << QByteArray(R"({"access_token": "new", "expires_in": "1800"})") << 3600;
+        QTest::newRow("in the past") << QByteArray(R"({"access_token": "new", "expires_in": -5})") << -5;
+    }
+
+    void aRenewalKeepsTheRefreshToken()
+    {
+        QFETCH(QByteArray, reply);
+        QFETCH(int, life);
+        Desk desk;
+        desk.link(0);
+        desk.token.body = reply;
+        QVERIFY(desk.refresh());
+        QCOMPARE(
+            desk.google.requests.value(0).body,
+            QByteArray("client_id=id.example&client_secret=s%26%2B%3D%C3%BC&grant_type=refresh_token&refresh_token=1//kept"));
+        const GoogleTokens expected{QStringLiteral("new"), QStringLiteral("1//kept"), desk.clock.wallTime().addSecs(life)};
+        QCOMPARE(desk.kept(), std::optional(expected));
+    }
+
+    void anEndThatNobodyLivesToSeeDoesNoHarm()
+    {
+        Desk desk;
+        desk.link(0);
+        desk.token.body = R"({"access_token": "new", "expires_in": 1e300})";
+        QVERIFY(desk.refresh());
+        QVERIFY(desk.refresh());
+        QCOMPARE(desk.google.requests.last().headers.value("authorization"), QByteArray("Bearer new"));
+    }
+
+    void aRefusedRenewalSaysSo_data()
+    {
+        columns<int, QByteArray, QString>({"status", "reply", "error"});
+        QTest::newRow("revoked") << 400 << QByteArray(R"({"error": "invalid_grant"})") << QStringLiteral("Google sign-in failed");
+        QTest::newRow("no token") << 200 << QByteArray("{}") << QStringLiteral("Google sign-in expired; reconnect Calendar");
+        QTest::newRow("wrong type") << 200 << QByteArray(R"({"access_token": []})")
+                                    << QStringLiteral("Google sign-in expired; reconnect Calendar");
+    }
+
+    void aRefusedRenewalSaysSo()
+    {
+        QFETCH(int, status);
+        QFETCH(QByteArray, reply);
+        QFETCH(QString, error);
+        Desk desk;
+        desk.link(0);
+        const auto before = desk.kept();
+        desk.token = {status, reply};
+        QVERIFY(desk.refresh());
+        QCOMPARE(desk.calendar->errorText(), error);
+        QCOMPARE(desk.kept(), before);
+        QCOMPARE(desk.google.requests.size(), 1);
+    }
+
+    void withoutTokensNothingIsAsked()
+    {
+        for (const char *record : {"", "tokens", R"({"accessToken": "a", "refreshToken": "b"})",
+                                   R"({"accessToken": "a", "refreshToken": "b", "expiresAt": "soon"})",
+                                   R"({"accessToken": "a", "refreshToken": "b", "expiresAt": 1e300})"}) {
+            Desk desk;
+            desk.keychain.put(GoogleAccount::tokenKey, QString::fromLatin1(record));
+            desk.prefs.setCalendarSource(Prefs::CalendarSource::Google);
+            QVERIFY(desk.refresh());
+            QVERIFY2(desk.google.requests.isEmpty() && !desk.calendar->linked() && !desk.calendar->error(), record);
+        }
+    }
+
+    void choosingGoogleLooksForTokens()
+    {
+        Desk desk;
+        QVERIFY(!desk.calendar->linked());
+        desk.link();
+        QVERIFY(desk.settle());
+        QVERIFY(desk.calendar->linked());
+        QVERIFY(desk.google.requests.isEmpty());
+    }
+
+    void forgettingTheAccount()
+    {
+        Desk desk;
+        desk.link();
+        QVERIFY(desk.refresh());
+        desk.changes.clear();
+        desk.calendar->disconnect();
+        QVERIFY(desk.settle());
+        QVERIFY(desk.keychain.entries.isEmpty());
+        QVERIFY(desk.calendar->meetings().isEmpty() && desk.calendar->calendars().isEmpty() && !desk.calendar->linked());
+        QCOMPARE(desk.calendar->calendarRows()->rowCount(), 0);
+        QCOMPARE(desk.prefs.calendarSource(), Prefs::CalendarSource::Manual);
+        QCOMPARE(desk.changes.size(), 1);
+    }
+
+    /// On a pool of threads an older write could otherwise come after the erasing.
+    void theKeychainIsAskedForOneThingAtATime()
+    {
+        Desk desk;
+        desk.link();
+        desk.calendar->refresh();
+        desk.calendar->disconnect();
+        QCOMPARE(desk.background.pending(), 1);
+        desk.background.finish();
+        QCOMPARE(desk.background.pending(), 1);
+        desk.background.finishAll();
+        QVERIFY(desk.keychain.entries.isEmpty());
+    }
+
+    /// Whatever is under way when the account is forgotten: it neither comes back nor fails in words.
+    void aForgottenAccountStaysForgotten()
+    {
+        for (int step = 0; step < 8; ++step) {
+            Desk desk;
+            desk.link(0);
+            desk.calendar->refresh();
+            // One answer, or one piece of work with the keychain, at a time.
+            for (int i = 0; i < step; ++i) {
+                if (desk.background.pending())
+                    desk.background.finish();
+                else
+                    desk.until([&, seen = desk.google.requests.size()] {
+                        return desk.background.pending() || desk.google.requests.size() > seen || desk.http.underWay() == 0;
+                    });
+            }
+            desk.calendar->disconnect();
+            QVERIFY(desk.settle());
+            QVERIFY2(desk.keychain.entries.isEmpty(), qPrintable(QString::number(step)));
+            QVERIFY(desk.calendar->meetings().isEmpty() && !desk.calendar->error() && !desk.calendar->linked());
+        }
+    }
+};
+
+const Registered<TokensTest> registered;
+
+} // namespace velto
+
+#include "TokensTest.moc"
