@@ -4,6 +4,7 @@
 #include "HttpStandIn.h"
 #include "Hub/Stores.h"
 #include "Platform/Fake/FakePlatform.h"
+#include "Platform/FileWriter.h"
 #include "Platform/Places.h"
 #include "Platform/Posix/PosixFileTree.h"
 #include "Platform/Posix/PosixFiles.h"
@@ -136,9 +137,9 @@ struct Machinery {
     }
     Desktop desktop()
     {
-        return {clock,    background, tools,       files,        fileTree,      defaults,  http,
-                keychain, clipboard,  workspace,   applications, accessibility, terminals, machine,
-                players,  sounds,     folderPanel, videoPlayer,  places};
+        return {clock,   background, tools,     files,       writer,       fileTree,      defaults,
+                http,    keychain,   clipboard, workspace,   applications, accessibility, terminals,
+                machine, players,    sounds,    folderPanel, videoPlayer,  places};
     }
 
     Services services;
@@ -148,6 +149,8 @@ struct Machinery {
     PosixFileTree fileTree;
     PosixToolRunner tools;
     ThreadPoolBackground background;
+    ThreadPoolBackground writing{1};
+    FileWriter writer{writing, clock};
     FakeDefaults defaults;
     FakeKeychain keychain;
     FakeClipboard clipboard;

@@ -8,7 +8,6 @@
 #include "Shell/PanelOutline.h"
 #include "Core/UI.h"
 
-#include <QCursor>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -109,7 +108,8 @@ void AppDelegate::open(bool search)
         return;
     }
     m_needs.ui.openFocused();
-    if (search)
+    // What lies over the tab keeps the keyboard until it is closed.
+    if (search && !m_needs.ui.sheetOpen())
         m_needs.hub.takeKey(Qt::CTRL | Qt::Key_F);
 }
 

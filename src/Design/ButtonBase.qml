@@ -28,7 +28,10 @@ Item {
     Accessible.description: root.help === root.label ? "" : root.help
     Accessible.focusable: true
     Accessible.ignored: !root.visible
-    Accessible.onPressAction: keys.click()
+    Accessible.onPressAction: {
+        if (root.enabled)
+            keys.click();
+    }
     Keys.onPressed: event => keys.press(event)
     Keys.onReleased: event => keys.release(event)
     onActiveFocusChanged: keys.held = false

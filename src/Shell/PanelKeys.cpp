@@ -97,11 +97,13 @@ void PanelKeys::escape()
 
 void PanelKeys::control(const QKeyEvent &key)
 {
-    if (key.key() >= Qt::Key_1 && key.key() <= Qt::Key_5)
-        m_contents.openAt(key.key() - Qt::Key_1);
-    else if (key.key() == Qt::Key_Comma)
+    if (key.key() == Qt::Key_Comma)
         m_ui.askForSettings();
-    else if (!m_ui.sheetOpen() && !key.isAutoRepeat())
+    else if (m_ui.sheetOpen())
+        return; // the tab under a sheet stays
+    else if (key.key() >= Qt::Key_1 && key.key() <= Qt::Key_5)
+        m_contents.openAt(key.key() - Qt::Key_1);
+    else if (!key.isAutoRepeat())
         m_hub.takeKey(Qt::CTRL | Qt::Key(key.key()));
 }
 

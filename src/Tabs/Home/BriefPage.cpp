@@ -1,6 +1,7 @@
 #include "Tabs/Home/BriefPage.h"
 
 #include "Core/Link.h"
+#include "Platform/FileWriter.h"
 #include "Platform/Workspace.h"
 
 using namespace Qt::StringLiterals;
@@ -42,6 +43,26 @@ bool BriefPage::addUnlessReady(const QString &id, const QString &symbol, const Q
         break;
     }
     return false;
+}
+
+void BriefPage::addFiles(FileWriter &writer)
+{
+    if (const QStringList problems = writer.problems(); !problems.isEmpty())
+        add({u"unsaved"_s,
+             u"exclamationmark.triangle"_s,
+             HomeItem::Tone::Bad,
+             tr("Not everything is saved yet"),
+             problems.join(u' '),
+             {},
+             HomeItem::Action{tr("Try again"), [&writer] { writer.tryAgain(); }}});
+    if (const QStringList words = writer.words(); !words.isEmpty())
+        add({u"files"_s,
+             u"exclamationmark.triangle"_s,
+             HomeItem::Tone::Warn,
+             tr("About your files"),
+             words.join(u' '),
+             {},
+             HomeItem::Action{tr("Dismiss"), [&writer] { writer.dismissWords(); }}});
 }
 
 HomeItem::Action BriefPage::openTab(const QString &label, Tab tab) const

@@ -15,6 +15,7 @@ namespace velto {
 
 class AgentsSource;
 class EverydaySource;
+class FileWriter;
 class GlanceSource;
 class QuillboxSource;
 class SignalsSource;
@@ -56,6 +57,8 @@ public:
     HomeItem &add(HomeItem item);
     /// The row for a feed that isn't ready. True if the feed is ready.
     bool addUnlessReady(const QString &id, const QString &symbol, const QString &name, const SourceState &state);
+    /// What the user has entered and can lose, or may think lost.
+    void addFiles(FileWriter &writer);
     HomeItem::Action openTab(const QString &label, Tab tab) const;
     /// Nothing for a link that may not be opened.
     std::optional<HomeItem::Action> openLink(const QString &label, const QUrl &url) const;

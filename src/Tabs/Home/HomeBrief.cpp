@@ -7,12 +7,13 @@
 
 namespace velto {
 
-QList<HomeItem> homeBrief(const HomeStores &stores, const BriefWays &ways, Workspace &workspace, const Places &places,
-                          const QDateTime &now)
+QList<HomeItem> homeBrief(const HomeStores &stores, const BriefWays &ways, Workspace &workspace, FileWriter &writer,
+                          const Places &places, const QDateTime &now)
 {
     BriefPage page{stores, ways, workspace, places, now};
     DayBrief day(page);
     WorkBrief work(page);
+    page.addFiles(writer);
     day.agents();
     day.calendar();
     day.focus();

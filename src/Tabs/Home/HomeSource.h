@@ -11,6 +11,7 @@
 
 namespace velto {
 
+class FileWriter;
 class TerminalApp;
 class VideoPlayer;
 
@@ -47,6 +48,7 @@ public:
         const TerminalApp &terminal;
         Workspace &workspace;
         VideoPlayer &videoPlayer;
+        FileWriter &writer;
         const Places &places;
         Clock &clock;
     };

@@ -36,6 +36,11 @@ QString searchedText(const Todo &todo)
 
 } // namespace
 
+bool matches(const Todo &todo, const QString &search)
+{
+    return search.isEmpty() || (!search.contains(kBetween) && searchedText(todo).contains(search.toLower()));
+}
+
 void TodoLists::setTodos(const QList<Todo> &todos)
 {
     m_todos = todos;

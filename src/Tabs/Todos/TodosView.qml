@@ -162,6 +162,15 @@ FocusScope {
         }
         NoticeBar {
             width: parent.width
+            visible: root.source.storeNote !== ""
+            symbol: "exclamationmark.triangle"
+            tint: Theme.orange
+            text: root.source.storeNote
+            action: root.source.storeAction
+            onClicked: root.source.pressStoreNote()
+        }
+        NoticeBar {
+            width: parent.width
             visible: root.source.readOnlyNote !== ""
             symbol: "info.circle"
             text: root.source.readOnlyNote

@@ -1,6 +1,6 @@
 #include "Tabs/Todos/TodosPage.h"
 
-#include "Tabs/Todos/NativeTodos.h"
+#include "Tabs/Todos/TodoJson.h"
 
 #include <QQuickItem>
 
