@@ -43,11 +43,11 @@ Item {
         }
 
         indicator: Rectangle {
-            implicitWidth: 18
-            implicitHeight: 18
+            implicitWidth: Math.round(18 * label.growth)
+            implicitHeight: implicitWidth
             x: box.leftPadding
             y: (box.height - height) / 2
-            radius: 5
+            radius: 5 * label.growth
             color: box.checked ? root.palette.highlight : root.palette.base
             border.width: box.checked ? 0 : 1
             border.color: Qt.alpha(root.palette.windowText, box.hovered ? 0.65 : 0.45)
@@ -56,7 +56,7 @@ Item {
                 anchors.centerIn: parent
                 visible: box.checked
                 name: "checkmark"
-                size: 10
+                size: 10 * label.growth
                 color: root.palette.highlightedText
             }
             Rectangle {
@@ -70,7 +70,9 @@ Item {
             }
         }
         contentItem: TickLabel {
-            indent: 27
+            id: label
+
+            indent: box.indicator.width + 9
             label: root.label
             note: root.note
         }

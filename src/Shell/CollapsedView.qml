@@ -106,6 +106,7 @@ Item {
                 visible: root.strip.right === CollapsedStrip.Playing
                 name: "music.note"
                 size: 11
+                grows: false
                 color: "white"
             }
         }

@@ -35,7 +35,7 @@ Item {
     signal leaving
 
     visible: !root.resting
-    implicitHeight: 48
+    implicitHeight: 48 * Theme.textScale
     activeFocusOnTab: true
     Accessible.role: Accessible.ListItem
     Accessible.name: root.spoken
@@ -110,7 +110,7 @@ Item {
         id: dot
 
         x: 14
-        y: 17 - height / 2
+        y: 17 * Theme.textScale - height / 2
         visible: root.working
         color: root.tone
         live: root.working
@@ -128,7 +128,7 @@ Item {
         id: title
 
         x: 32
-        y: 7
+        y: 7 * Theme.textScale
         width: Math.min(implicitWidth, tail.x - x - word.implicitWidth - 24)
         words: root.title
         size: Theme.textTitle
@@ -149,7 +149,7 @@ Item {
     }
     PlainText {
         x: 32
-        y: 26
+        y: 26 * Theme.textScale
         width: tail.x - x - 16
         words: root.detail !== "" ? root.detail : root.folder
         elide: root.detail !== "" ? Text.ElideRight : Text.ElideMiddle

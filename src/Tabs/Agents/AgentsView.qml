@@ -125,7 +125,7 @@ FocusScope {
             }
             Item {
                 width: parent.width
-                height: 34
+                height: 34 * Theme.textScale
                 visible: root.source.runningCount > 0
 
                 SectionLabel {
@@ -144,7 +144,7 @@ FocusScope {
             }
             Item {
                 width: parent.width
-                height: 34
+                height: 34 * Theme.textScale
                 visible: root.source.waitingCount > 0
 
                 SectionLabel {
