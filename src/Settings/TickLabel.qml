@@ -8,7 +8,6 @@ Item {
     required property real indent
     required property string label
     required property string note
-    readonly property real growth: words.growth
 
     readonly property real room: root.width - root.indent
     /// The note stands under the label where both have no room side by side.

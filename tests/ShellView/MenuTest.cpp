@@ -30,8 +30,8 @@ private Q_SLOTS:
                     {},
                     {u"Quit"_s, u"Ctrl+Q"_s, choose(u"quit"_s)}});
         ui.setExpanded(expanded);
-        QVERIFY(showQml(u"import Velto.Shell\nFocusScope { anchors.fill: parent; focus: true; property alias ui: menu.ui\n"
-                        "PanelMenu { id: menu; anchors.fill: parent; place: Qt.point(390, 290) } }"_s,
+        QVERIFY(showQml(u"import Velto.Shell\nFocusScope { id: root; anchors.fill: parent; focus: true; property var ui\n"
+                        "PanelMenu { ui: root.ui; anchors.fill: parent; place: Qt.point(390, 290) } }"_s,
                         {400, 300}, {{u"ui"_s, QVariant::fromValue(&ui)}}));
         for (const bool again : {false, true}) {
             chosen.clear();
