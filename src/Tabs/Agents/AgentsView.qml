@@ -211,6 +211,9 @@ FocusScope {
                 }
             }
             EmptyNote {
+                anchors.horizontalCenter: parent.horizontalCenter
+                topPadding: 48
+                bottomPadding: 32
                 visible: root.source.empty && otherMac.count === 0
                 symbol: "sparkle"
                 text: qsTr("No agents are running right now")
