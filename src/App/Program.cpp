@@ -140,7 +140,10 @@ void Program::showPanel()
     m_panel.setSource(QUrl(u"qrc:/qt/qml/Velto/Shell/VeltoView.qml"_s));
     tellWhatIsGreyed();
     auto *theme = Theme::of(m_panel.engine());
-    const auto follow = [theme, this] { theme->setReducedMotion(m_machine.platform.accessibility.reducedMotion()); };
+    const auto follow = [theme, this] {
+        theme->setReducedMotion(m_machine.platform.accessibility.reducedMotion());
+        theme->setTextScale(m_machine.platform.accessibility.textScale());
+    };
     QObject::connect(&m_machine.platform.accessibility, &Accessibility::changed, theme, follow);
     follow();
     m_machine.platform.panelWindow.adopt(&m_panel);

@@ -120,6 +120,7 @@ bool UI::keptOpen() const
 void UI::pointerChanged(bool inside)
 {
     m_pointerInside = inside;
+    m_leftMenu = m_menuOpen && !inside;
     m_collapseTask.reset();
     if (m_staysClosed)
         awaitPointerGone();
@@ -208,7 +209,7 @@ void UI::closeMenu()
     m_menuOpen = false;
     m_menuHeight = 0;
     Q_EMIT menuOpenChanged();
-    if (!m_pointerInside)
+    if (std::exchange(m_leftMenu, false))
         pointerChanged(false);
 }
 

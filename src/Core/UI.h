@@ -156,6 +156,7 @@ private:
     bool m_composited = true;
     bool m_pointerInside = false;
     bool m_menuOpen = false;
+    bool m_leftMenu = false; ///< the pointer went while the menu was open
     double m_menuHeight = 0;
     std::vector<MenuItem> m_menu;
     QSizeF m_room{780, 520};

@@ -29,9 +29,9 @@ ButtonBase {
 
         anchors.verticalCenter: parent.verticalCenter
         x: 2
-        width: 16
-        height: 16
-        radius: 5
+        width: Math.round(16 * Theme.textScale)
+        height: width
+        radius: 5 * Theme.textScale
         color: root.checked ? Theme.at(Theme.ice, root.pressed ? 0.7 : root.hovered ? 0.95 : 0.85)
                             : Theme.at("white", root.pressed ? 0.16 : root.hovered ? 0.12 : 0.07)
         edge: root.checked ? 0 : 1

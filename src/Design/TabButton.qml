@@ -54,8 +54,8 @@ ButtonBase {
             anchors.verticalCenter: parent.verticalCenter
             visible: root.badge > 0
             width: Math.max(height, count.implicitWidth + 8)
-            height: 15
-            radius: 7.5
+            height: Math.round(15 * Theme.textScale)
+            radius: height / 2
             color: Theme.at(root.ink, 0.18)
 
             PlainText {

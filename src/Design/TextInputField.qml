@@ -86,7 +86,7 @@ FocusScope {
         selectByMouse: true
         renderType: Text.NativeRendering
         font.family: Theme.family
-        font.pixelSize: Theme.textBody
+        font.pixelSize: Math.round(Theme.textBody * Theme.textScale)
         echoMode: root.secure ? TextInput.Password : TextInput.Normal
         passwordCharacter: "•"
         Accessible.role: Accessible.EditableText

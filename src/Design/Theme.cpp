@@ -104,6 +104,14 @@ void Theme::setReducedMotion(bool reduced)
     Q_EMIT motionChanged();
 }
 
+void Theme::setTextScale(double scale)
+{
+    if (m_textScale == scale)
+        return;
+    m_textScale = scale;
+    Q_EMIT textScaleChanged();
+}
+
 void Theme::setPointerRests(bool rests)
 {
     if (m_pointerRests == rests)

@@ -55,7 +55,9 @@ class Theme : public QObject {
     Q_PROPERTY(int radiusControl MEMBER kRadiusControl CONSTANT FINAL)
     Q_PROPERTY(int paddingCard MEMBER kPaddingCard CONSTANT FINAL)
     /// The height of a field, a segmented control and whatever stands in a row with them.
-    Q_PROPERTY(int controlHeight MEMBER kControlHeight CONSTANT FINAL)
+    Q_PROPERTY(int controlHeight READ controlHeight NOTIFY textScaleChanged FINAL)
+    /// How much larger than drawn letters and symbols are, and with them rows and controls: 1 to 2.
+    Q_PROPERTY(double textScale READ textScale WRITE setTextScale NOTIFY textScaleChanged FINAL)
     Q_PROPERTY(int gap MEMBER kGap CONSTANT FINAL)
     Q_PROPERTY(int gapTight MEMBER kGapTight CONSTANT FINAL)
     Q_PROPERTY(int gapSection MEMBER kGapSection CONSTANT FINAL)
@@ -138,6 +140,9 @@ public:
     int flashInDuration() const { return moving(kFlashInDuration); }
     int flashOutDuration() const { return moving(kFlashOutDuration); }
 
+    double textScale() const { return m_textScale; }
+    void setTextScale(double scale);
+    int controlHeight() const { return qRound(kControlHeight * m_textScale); }
     /// Whether the desktop asks for less motion.
     bool reducedMotion() const { return m_reducedMotion; }
     void setReducedMotion(bool reduced);
@@ -164,6 +169,7 @@ public:
 
 Q_SIGNALS:
     void motionChanged();
+    void textScaleChanged();
     void pointerRestsChanged();
     void snapshotRenderingChanged();
 
@@ -171,6 +177,7 @@ private:
     int moving(int duration) const { return m_reducedMotion ? 0 : duration; }
 
     bool m_reducedMotion = false;
+    double m_textScale = 1;
     bool m_pointerRests = false;
     bool m_snapshotRendering = false;
 };

@@ -24,7 +24,7 @@ FormRow {
 
         anchors.verticalCenter: parent.verticalCenter
         // Its left edge is in line with that of a field without a button.
-        width: Math.max(140, 232 - keep.width)
+        width: Math.max(field.least, 232 - keep.width)
         echoMode: TextInput.Password
         inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText
         placeholderText: root.saved ? qsTr("Saved") : qsTr("Paste here")

@@ -28,7 +28,7 @@ SettingsPane {
             title: qsTr("Site")
 
             Field {
-                width: 240
+                width: Math.max(240, least)
                 label: qsTr("Site")
                 placeholderText: "your-team.atlassian.net"
                 stored: root.tokens.jiraSite
@@ -40,7 +40,7 @@ SettingsPane {
             title: qsTr("Email")
 
             Field {
-                width: 240
+                width: Math.max(240, least)
                 label: qsTr("Email")
                 placeholderText: "you@example.com"
                 inputMethodHints: Qt.ImhEmailCharactersOnly

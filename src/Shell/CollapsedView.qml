@@ -105,6 +105,7 @@ Item {
                 visible: root.strip.right === CollapsedStrip.Playing
                 name: "music.note"
                 size: 11
+                grows: false
                 color: "white"
             }
         }

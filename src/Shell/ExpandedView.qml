@@ -25,7 +25,7 @@ FocusScope {
         x: 24
         y: 10
         width: root.width - 48
-        height: 28
+        height: Math.round(28 * Theme.textScale)
 
         SelectionCapsule {
             row: tabs
@@ -52,7 +52,7 @@ FocusScope {
                     required property string tab
                     required badge
 
-                    bare: root.width < 680
+                    bare: root.width < 680 * Theme.textScale
                     selected: root.contents.selected === index
                     onClicked: root.contents.open(tab)
                 }
@@ -129,7 +129,7 @@ FocusScope {
 
         x: 24
         y: header.y + header.height + 14 + root.asked
-        height: 24
+        height: Math.round(24 * Theme.textScale)
         spacing: 6
 
         Repeater {

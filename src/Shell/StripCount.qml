@@ -81,6 +81,7 @@ Item {
             visible: root.symbol !== ""
             name: root.symbol
             size: 11
+            grows: false
             color: Theme.at("white", 0.85)
         }
         Row {
@@ -100,6 +101,7 @@ Item {
                 visible: root.suffix !== ""
                 text: root.suffix
                 size: 11
+                grows: false
                 weight: Font.Medium
                 color: Theme.at("white", 0.85)
                 Accessible.ignored: true

@@ -146,8 +146,17 @@ Item {
             // Cleared in between: the same text set again wouldn't be said again.
             function onAnnouncementRequested(text: string): void {
                 announcement.Accessible.name = "";
-                Qt.callLater(() => announcement.Accessible.name = Plain.line(text));
+                said.text = Plain.line(text);
+                said.restart();
             }
+        }
+        Timer {
+            id: said
+
+            property string text
+
+            interval: 0
+            onTriggered: announcement.Accessible.name = said.text
         }
         // What was answered or has gone isn't left to be read.
         Connections {

@@ -34,7 +34,7 @@ Item {
     signal leaving
 
     visible: !root.resting
-    implicitHeight: 48
+    implicitHeight: 48 * Theme.textScale
     activeFocusOnTab: true
     Accessible.role: Accessible.ListItem
     Accessible.name: Plain.line(root.spoken)
@@ -109,7 +109,7 @@ Item {
         id: dot
 
         x: 14
-        y: 17 - height / 2
+        y: 17 * Theme.textScale - height / 2
         visible: root.working
         color: root.tone
         live: root.working
@@ -127,7 +127,7 @@ Item {
         id: title
 
         x: 32
-        y: 7
+        y: 7 * Theme.textScale
         width: Math.min(implicitWidth, tail.x - x - word.implicitWidth - 24)
         words: root.title
         size: Theme.textTitle
@@ -148,7 +148,7 @@ Item {
     }
     PlainText {
         x: 32
-        y: 26
+        y: 26 * Theme.textScale
         width: tail.x - x - 16
         words: root.detail !== "" ? root.detail : root.folder
         elide: root.detail !== "" ? Text.ElideRight : Text.ElideMiddle

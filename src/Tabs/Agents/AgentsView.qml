@@ -124,7 +124,7 @@ FocusScope {
             }
             Item {
                 width: parent.width
-                height: 34
+                height: 34 * Theme.textScale
                 visible: root.source.runningCount > 0
 
                 SectionLabel {
@@ -143,7 +143,7 @@ FocusScope {
             }
             Item {
                 width: parent.width
-                height: 34
+                height: 34 * Theme.textScale
                 visible: root.source.waitingCount > 0
 
                 SectionLabel {
@@ -210,6 +210,9 @@ FocusScope {
                 }
             }
             EmptyNote {
+                anchors.horizontalCenter: parent.horizontalCenter
+                topPadding: 48
+                bottomPadding: 32
                 visible: root.source.empty && otherMac.count === 0
                 symbol: "sparkle"
                 text: qsTr("No agents are running right now")

@@ -50,7 +50,7 @@ FocusScope {
             root.ui.close();
         }
         function onFormOpened(module: string): void {
-            const form = module === "work" ? work : module === "calendar" ? calendar : mcp;
+            const form = module === "work" ? work : module === "calendar" ? calendar : module === "usage" ? usage : mcp;
             column.forceLayout();
             root.reveal(form);
         }
@@ -151,6 +151,17 @@ FocusScope {
                 heading: qsTr("Utilities")
                 model: root.source.utilities
                 source: root.source
+            }
+            Fading {
+                id: usage
+
+                width: parent.width
+                shown: root.source.usageOpen
+
+                UsagePlot {
+                    width: parent.width
+                    source: root.source
+                }
             }
             Fading {
                 id: work

@@ -44,7 +44,7 @@ GlassCard {
             readonly property color tone: server.status === "ok" ? Theme.mint : server.status === "auth" ? Theme.amber : Theme.coral
 
             width: parent?.width ?? 0
-            height: 36
+            height: 36 * Theme.textScale
             Accessible.role: Accessible.ListItem
             Accessible.name: Plain.line(server.name + ", " + server.statusText + ", " + server.detail)
 

@@ -19,7 +19,7 @@ Rectangle {
     signal wanted(bool on)
     signal acted
 
-    implicitHeight: Math.max(80, column.height + 20)
+    implicitHeight: Math.max(80 * Theme.textScale, column.height + 20)
     radius: Theme.radiusRow
     color: root.on ? Theme.at(Theme.accent, 0.12) : Theme.at("white", 0.06)
     Accessible.role: Accessible.Grouping
@@ -36,7 +36,7 @@ Rectangle {
 
         Item {
             width: parent.width
-            height: 22
+            height: 22 * Theme.textScale
 
             Symbol {
                 id: symbol
@@ -75,7 +75,7 @@ Rectangle {
             PlainText {
                 id: words
 
-                y: 4
+                y: 4 * Theme.textScale
                 width: parent.width - (button.visible ? button.width + 10 : 0)
                 multiline: true
                 maximumLineCount: 2

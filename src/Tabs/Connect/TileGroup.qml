@@ -23,7 +23,7 @@ Column {
 
         readonly property real half: (root.width - (columns - 1) * spacing) / columns
 
-        columns: root.width < 560 ? 1 : 2
+        columns: root.width < 560 * Theme.textScale ? 1 : 2
         spacing: 8
 
         Repeater {

@@ -98,7 +98,7 @@ GlassCard {
             required property string symbol
 
             width: parent?.width ?? 0
-            height: 34
+            height: 34 * Theme.textScale
 
             Symbol {
                 id: mark

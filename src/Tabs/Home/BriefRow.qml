@@ -19,7 +19,7 @@ Item {
 
     signal chosen
 
-    implicitHeight: root.detail === "" ? 40 : 48
+    implicitHeight: (root.detail === "" ? 40 : 48) * Theme.textScale
     activeFocusOnTab: true
     Accessible.role: Accessible.ListItem
     Accessible.name: Plain.line(root.detail === "" ? root.title : root.title + ", " + root.detail)
@@ -62,9 +62,9 @@ Item {
     Rectangle {
         x: 8
         anchors.verticalCenter: parent.verticalCenter
-        width: 26
-        height: 26
-        radius: 13
+        width: 26 * Theme.textScale
+        height: width
+        radius: width / 2
         color: Theme.at(root.color, 0.14)
 
         Symbol {
@@ -74,7 +74,7 @@ Item {
         }
     }
     Column {
-        x: 44
+        x: 18 + 26 * Theme.textScale
         anchors.verticalCenter: parent.verticalCenter
         width: (action.visible ? action.x : root.width) - x - 14
         spacing: 2

@@ -131,7 +131,7 @@ FocusScope {
 
             Item {
                 width: parent.width
-                implicitHeight: 28
+                implicitHeight: 28 * Theme.textScale
                 visible: root.source.setupText !== ""
 
                 PlainText {

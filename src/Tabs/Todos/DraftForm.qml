@@ -162,7 +162,7 @@ FocusScope {
             }
             Item {
                 width: parent.width
-                height: 24
+                height: 24 * Theme.textScale
 
                 PlainButton {
                     x: -6

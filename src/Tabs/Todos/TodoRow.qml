@@ -27,7 +27,7 @@ Item {
     readonly property bool isTodoRow: !root.isHeading
     readonly property bool hasChips: root.dueText !== "" || root.person !== "" || root.commentCount !== ""
     /// Worked out without a positioner, which would come to it a frame later.
-    readonly property real wanted: root.isHeading ? 30 : line.height + (more.active ? more.height + 10 : 0)
+    readonly property real wanted: root.isHeading ? 30 * Theme.textScale : line.height + (more.active ? more.height + 10 : 0)
     /// Out of sight, until the list has another row for it.
     property bool resting: true
     /// It shows what it says when it is open. Set after `unfolding`, which tells that its height is to move there.
@@ -137,7 +137,7 @@ Item {
         Item {
             id: words
 
-            x: 38
+            x: 14 + 24 * Theme.textScale
             y: 7
             width: fold.x - x - 8
             height: name.height + (root.hasChips ? 5 + chip.implicitHeight : 0)

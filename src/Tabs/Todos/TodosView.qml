@@ -244,7 +244,9 @@ FocusScope {
     }
 
     EmptyNote {
-        y: list.start + 2
+        // In the middle of what is free, a little high.
+        x: Math.round((root.width - width) / 2)
+        y: Math.round(list.start + Math.max(2, (root.height - list.start - height) * 0.38))
         visible: root.source.emptyText !== "" && !root.source.form.shown
         symbol: root.source.emptySymbol
         text: root.source.emptyText
