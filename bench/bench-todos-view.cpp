@@ -4,8 +4,8 @@
 #include "TodosDesk.h"
 
 #include "Core/Prefs.h"
+#include "Core/UI.h"
 #include "Platform/Fake/FakePlatform.h"
-#include "Shell/UI.h"
 
 #include <QGuiApplication>
 #include <QQmlEngine>

@@ -18,8 +18,8 @@ Desktop World::prepared()
                  QStringList{QStringLiteral("calendar"), QStringLiteral("prs"), QStringLiteral("work"), QStringLiteral("media"),
                              QStringLiteral("usage"), QStringLiteral("mcp"), QStringLiteral("repos")});
     defaults.set(QStringLiteral("hookToken"), QStringLiteral("token"));
-    return {clock,        background,    tools,     files,   fileTree, defaults, http,        keychain,    clipboard, workspace,
-            applications, accessibility, terminals, machine, players,  sounds,   folderPanel, videoPlayer, places};
+    return {clock,     background,   tools,         files,     writer,  fileTree, defaults, http,        keychain,    clipboard,
+            workspace, applications, accessibility, terminals, machine, players,  sounds,   folderPanel, videoPlayer, places};
 }
 
 void World::setListing(const QByteArray &json)

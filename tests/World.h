@@ -9,6 +9,8 @@
 #include "Platform/Fake/FakeFiles.h"
 #include "Platform/Fake/FakePlatform.h"
 #include "Platform/Fake/FakeToolRunner.h"
+#include "Platform/Fake/InlineBackground.h"
+#include "Platform/FileWriter.h"
 #include "Platform/Places.h"
 #include "Platform/Posix/PosixFileTree.h"
 
@@ -23,6 +25,8 @@ struct World {
     const QHash<QString, QByteArray> initialFiles; ///< by path; what the sources read while they are made
     FakeClock clock;
     FakeBackground background;
+    InlineBackground lane;
+    FileWriter writer{lane, clock};
     FakeToolRunner tools;
     FakeFiles files;
     PosixFileTree fileTree;

@@ -32,6 +32,9 @@ PEEK_ROW_HEIGHT = 36
 PEEK_WIDTH = 520  # at least
 GUARD_SECONDS = 0.3  # a press earlier than this after the question slid in is no answer
 
+# For a desktop that can't be asked what is on the screen: the middle of each pill, from the window's right edge and its lower edge.
+ALLOW = (46, 18)
+DENY = (104, 18)
 PANEL = (780, 520)
 TABS = ("Home", "Todos", "Agents", "Connect")
 
@@ -221,10 +224,10 @@ class Velto:
 
         return until(f"{TOKEN_KEY} in {SETTINGS}", read)
 
-    def ask(self, tool="Bash", command="touch made-by-bash.txt"):
+    def ask(self, tool="Bash", command="touch made-by-bash.txt", session="aefe0d0b-131d-43a7-b83d-daf04de24178"):
         """Posts a permission question as the installed hook does; returns curl, still running."""
         body = {
-            "session_id": "aefe0d0b-131d-43a7-b83d-daf04de24178",
+            "session_id": session,
             "transcript_path": str(self.home / "session.jsonl"),
             "cwd": str(self.home / "proj"),
             "permission_mode": "default",
@@ -236,11 +239,17 @@ class Velto:
             f"curl -s -m 35 -X POST -H 'X-Velto-Token: {self.token()}' --data-binary @- "
             f"http://127.0.0.1:{PORT}/permission 2>/dev/null || true"
         )
-        curl = subprocess.Popen(["sh", "-c", line], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+        curl = subprocess.Popen(["sh", "-c", line], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True, start_new_session=True)
         curl.stdin.write(json.dumps(body))
         curl.stdin.close()
         curl.stdin = None
         return curl
+
+    @staticmethod
+    def hang_up(curl):
+        """The session ends its question: in its terminal, or by ending itself."""
+        os.killpg(curl.pid, signal.SIGKILL)
+        curl.communicate(timeout=10)
 
     # What is on the screen, as a screen reader is told of it.
 

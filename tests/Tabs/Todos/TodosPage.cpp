@@ -1,6 +1,6 @@
 #include "Tabs/Todos/TodosPage.h"
 
-#include "Tabs/Todos/NativeTodos.h"
+#include "Tabs/Todos/TodoJson.h"
 
 #include <QQuickItem>
 
@@ -59,9 +59,8 @@ void TodosPage::show(const QList<Todo> &todos, int height)
     begin({{u"/home/me/data/todos.json"_s, encodeTodos(todos)}});
     m_world->hub.open(Tab::Todos);
     m_ui->setExpanded(true);
-    World &w = *m_world;
-    m_contents = std::make_unique<PanelContents>(PanelContents::Needs{w.hub, w.prefs, w.everyday, w.agents, w.todos, w.quillbox});
-    m_keys = std::make_unique<PanelKeys>(*m_view, *m_ui, *m_contents, m_world->hub, m_world->todos);
+    m_contents = std::make_unique<PanelContents>(m_world->hub);
+    m_keys = std::make_unique<PanelKeys>(*m_view, *m_ui, *m_contents, m_world->hub);
     ViewPage::show(source(), height, true);
 }
 
