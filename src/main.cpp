@@ -7,6 +7,7 @@
 #include "Platform/Linux/LinuxWording.h"
 
 #include <QApplication>
+#include <QLocale>
 #include <QQuickWindow>
 #include <algorithm>
 #include <cstdio>
@@ -43,6 +44,8 @@ void introduce()
 {
     // Starts faster and takes less memory than a driver, and an idle scene costs nothing. It is chosen before any window exists.
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    // The words are English, so dates and numbers between them are too, in the order and by the clock of the user's country.
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::system().territory()));
     QApplication::setApplicationName(QStringLiteral("velto"));
     QApplication::setApplicationVersion(QLatin1String(VELTO_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral(VELTO_APPLICATION_ID));
@@ -63,6 +66,12 @@ int main(int argc, char **argv)
     if (commandLine.version) {
         print(stdout, QStringLiteral("velto %1\n").arg(QLatin1String(VELTO_VERSION)));
         return 0;
+    }
+    if (!commandLine.unknown.isEmpty()) {
+        print(stderr,
+              QCoreApplication::translate("velto", "velto: there is no option %1. Try: velto --help").arg(commandLine.unknown)
+                  + u'\n');
+        return 2;
     }
     if (velto::choosePictures(commandLine)) {
         velto::prepareGraphics();

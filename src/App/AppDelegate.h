@@ -20,7 +20,6 @@ class PanelWindow;
 class Prefs;
 class Session;
 class StatusItem;
-class TodosSource;
 class UI;
 
 /// Ties the stores to the window: when it opens, how large it is, when it goes. UI thread only; outlived by what it is given.
@@ -31,7 +30,6 @@ public:
         Clock &clock;
         Hub &hub;
         Prefs &prefs;
-        TodosSource &todos;
         UI &ui;
         const PanelOutline &outline;
         Displays &displays;
@@ -53,7 +51,7 @@ public:
     /// Does what this name stands for; nothing for a name that nobody knows.
     void act(const QString &name);
 
-    /// Opens the panel with the keyboard; with `search`, on the Todos tab's search field if there is one.
+    /// Opens the panel with the keyboard; with `search`, on the search field of the tab that has one.
     void open(bool search);
 
     /// The settings take the panel's place.
@@ -73,6 +71,7 @@ private:
     /// Where in the window the strip row is while the panel is closed; empty while it is open or hidden.
     QRect stripRow() const;
     void expandedChanged();
+    void menuChanged();
     void peekChanged();
     void hoveringChanged();
 
@@ -82,6 +81,7 @@ private:
     bool m_started = false;
     bool m_shown = false;
     bool m_hadPeek = false;
+    bool m_hadMenu = false;
     TimerHandle m_shrink;
     TimerHandle m_peekGone;
     TimerHandle m_hoverGone;

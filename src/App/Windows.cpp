@@ -73,6 +73,7 @@ void Windows::showWelcome()
             m_welcomeWindow->close();
             Q_EMIT welcomed();
         });
+        connect(m_welcome.get(), &Welcome::questionWanted, this, &Windows::questionWanted);
         m_welcomeWindow.reset(make("WelcomeWindow.qml", m_welcome.get()));
         m_welcome->detect();
     }

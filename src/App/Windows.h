@@ -25,6 +25,8 @@ public:
     void showWelcome();
 
 Q_SIGNALS:
+    /// The user wants to see what a question looks like.
+    void questionWanted();
     /// The user is through with the welcome.
     void welcomed();
     void quitWanted();

@@ -58,9 +58,12 @@ public:
     /// Turns off what can't work here. Only before a welcome was ever finished. The scan for other tools comes in later.
     Q_INVOKABLE void detect();
     Q_INVOKABLE void finish();
+    Q_INVOKABLE void seeQuestion() { Q_EMIT questionWanted(); }
 
 Q_SIGNALS:
     void changed();
+    /// The user wants to see what a question looks like: a stand-in for a session is to ask.
+    void questionWanted();
     /// The user is through; the window may go.
     void done();
 

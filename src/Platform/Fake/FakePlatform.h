@@ -223,11 +223,11 @@ public:
 
 class FakeTerminals final : public Terminals {
 public:
-    QSet<QString> present;
-    QList<std::pair<QString, QString>> launched; ///< identifier, command line
+    QSet<App> present;
+    QList<std::pair<App, QString>> launched; ///< with the command line
 
-    bool installed(const QString &identifier) const override { return present.contains(identifier); }
-    void launch(const QString &identifier, const QString &commandLine) override { launched.append({identifier, commandLine}); }
+    bool installed(App app) const override { return present.contains(app); }
+    void launch(App app, const QString &commandLine) override { launched.append({app, commandLine}); }
 };
 
 class FakeMachine final : public Machine {
@@ -283,15 +283,8 @@ public:
 class FakeStatusItem final : public StatusItem {
 public:
     std::vector<MenuItem> menu;
-    QList<QPoint> poppedUp;
-    std::function<void()> close;
 
     void show(const QString &, std::vector<MenuItem> items) override { menu = std::move(items); }
-    void popUp(QPoint position, std::function<void()> closed) override
-    {
-        poppedUp.append(position);
-        close = std::move(closed);
-    }
 };
 
 class FakeSession final : public Session {

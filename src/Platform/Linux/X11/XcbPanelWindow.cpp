@@ -93,6 +93,10 @@ void XcbPanelWindow::windowMade()
 {
     if (!m_server.exists())
         return;
+    // What hangs from the middle of the upper edge stays there when the window changes its size. Otherwise the strip is out of
+    // place, or out of sight, until the next frame is painted.
+    const quint32 gravity = XCB_GRAVITY_NORTH;
+    xcb_change_window_attributes(m_server.connection(), id(), XCB_CW_BIT_GRAVITY, &gravity);
     m_server.select(id(), XCB_EVENT_MASK_VISIBILITY_CHANGE);
     m_server.select(m_server.root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
     writeBlur();

@@ -1,4 +1,4 @@
-#include "Shell/UI.h"
+#include "Core/UI.h"
 #include "RunTests.h"
 #include "StoreDesk.h"
 
@@ -94,9 +94,17 @@ private Q_SLOTS:
         QVERIFY(staysOpen());
         draft = false;
         QVERIFY(!staysOpen());
+        int chosen = 0;
+        w.ui.setMenu({{u"Open"_s, {}, {}, {}}, {}, {u"Quit"_s, Qt::CTRL | Qt::Key_Q, u"Ctrl+Q"_s, [&] { ++chosen; }}});
         w.ui.askForMenu();
-        QVERIFY(staysOpen());
-        w.ui.menuClosed(); // with the pointer elsewhere
+        w.ui.pointerChanged(false);
+        w.wait(1000);
+        QVERIFY(w.ui.expanded() && w.ui.menuOpen());
+        QVERIFY(!w.ui.pressMenuKey(Qt::Key_W, Qt::ControlModifier));
+        QVERIFY(w.ui.pressMenuKey(Qt::Key_Q, Qt::ControlModifier));
+        QVERIFY(chosen == 1 && !w.ui.menuOpen());
+        w.ui.askForMenu();
+        w.ui.closeMenu(); // with the pointer elsewhere
         w.wait(400);
         QVERIFY(!w.ui.expanded());
     }

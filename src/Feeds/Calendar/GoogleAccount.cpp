@@ -1,12 +1,12 @@
-// How GoogleCalendar gets the tokens, keeps them fresh and gives them up.
+#include "Feeds/Calendar/GoogleAccount.h"
 
 #include "Core/Abandoned.h"
-#include "Core/Prefs.h"
 #include "Core/WorkError.h"
-#include "Feeds/Calendar/GoogleCalendar.h"
 #include "Feeds/Calendar/SignInListener.h"
 #include "Platform/Clock.h"
 #include "Platform/Workspace.h"
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -23,48 +23,38 @@ struct DeleteLater {
 
 } // namespace
 
-void GoogleCalendar::connect()
+const QString GoogleAccount::tokenKey = u"Velto.googleCalendar.tokens"_s;
+
+GoogleAccount::GoogleAccount(Needs needs, bool linked, QObject *parent)
+    : QObject(parent)
+    , m_needs(std::move(needs))
+    , m_linked(linked)
+    , m_keychain(m_needs.background, m_needs.keychain)
 {
-    if (!configured()) {
-        m_state.error = tr("Google OAuth is not configured in this build. Set GOOGLE_CLIENT_ID and GOOGLE_CLIENT_SECRET when "
-                           "packaging.");
-        publish();
-        return;
-    }
-    m_state.connecting = true;
-    m_state.error.reset();
-    publish();
-    connectTask();
 }
 
-QCoro::Task<> GoogleCalendar::connectTask()
+GoogleAccount::~GoogleAccount()
 {
-    const std::weak_ptr life = m_life;
-    std::optional<QString> failure;
-    try {
-        const GoogleTokens fresh = co_await authorize();
-        stillWanted(life);
-        const std::weak_ptr link = m_link;
-        co_await saveTokens(fresh);
-        stillWanted(link);
-        m_needs.prefs.setCalendarSource(Prefs::CalendarSource::Google);
-        const std::optional<GoogleTokens> kept = co_await loadTokens();
-        stillWanted(link);
-        co_await load(kept);
-    } catch (const Abandoned &) {
-        // The account was forgotten meanwhile, or this object is gone.
-    } catch (const WorkError &error) {
-        failure = error.errorDescription;
-    }
-    if (life.expired())
-        co_return;
-    m_state.connecting = false;
-    if (failure)
-        m_state.error = failure;
-    publish();
+    // What waits for the keychain or the browser goes on now, and sees that it's over.
+    m_life.reset();
+    m_link.reset();
 }
 
-QCoro::Task<GoogleCalendar::Grant> GoogleCalendar::askInBrowser()
+void GoogleAccount::setLinked(bool linked)
+{
+    if (std::exchange(m_linked, linked) != linked)
+        Q_EMIT linkedChanged();
+}
+
+void GoogleAccount::forget()
+{
+    // What is under way must not bring it back.
+    m_link = std::make_shared<bool>(true);
+    m_keychain.put(tokenKey, std::nullopt);
+    setLinked(false);
+}
+
+QCoro::Task<GoogleAccount::Grant> GoogleAccount::askInBrowser()
 {
     const std::weak_ptr life = m_life;
     const QString verifier = unguessable();
@@ -80,7 +70,7 @@ QCoro::Task<GoogleCalendar::Grant> GoogleCalendar::askInBrowser()
     co_return Grant{code.value_or(QString()), verifier, redirect};
 }
 
-QCoro::Task<GoogleTokens> GoogleCalendar::authorize()
+QCoro::Task<GoogleTokens> GoogleAccount::signIn()
 {
     const std::weak_ptr life = m_life;
     const Grant grant = co_await askInBrowser();
@@ -102,7 +92,7 @@ QCoro::Task<GoogleTokens> GoogleCalendar::authorize()
     co_return GoogleTokens{*access, *refresh, expiryIn(reply, m_needs.clock.wallTime())};
 }
 
-QCoro::Task<QString> GoogleCalendar::validAccessToken(std::optional<GoogleTokens> tokens)
+QCoro::Task<QString> GoogleAccount::accessToken(std::optional<GoogleTokens> tokens)
 {
     if (!tokens)
         throw WorkError{tr("Google Calendar is not connected")};
@@ -122,49 +112,24 @@ QCoro::Task<QString> GoogleCalendar::validAccessToken(std::optional<GoogleTokens
     if (!access)
         throw WorkError{tr("Google sign-in expired; reconnect Calendar")};
     const GoogleTokens renewed{*access, tokens->refreshToken, expiryIn(reply, m_needs.clock.wallTime())};
-    co_await saveTokens(renewed);
+    co_await save(renewed);
     co_return renewed.accessToken;
 }
 
-QCoro::Task<std::optional<GoogleTokens>> GoogleCalendar::loadTokens()
+QCoro::Task<std::optional<GoogleTokens>> GoogleAccount::load()
 {
     const std::weak_ptr link = m_link;
     const std::optional<QString> record = co_await m_keychain.get(tokenKey);
     stillWanted(link);
     const std::optional<GoogleTokens> tokens = GoogleTokens::fromJson(record.value_or(QString()));
-    m_state.linked = tokens.has_value();
-    publish();
+    setLinked(tokens.has_value());
     stillWanted(link); // whoever heard of it may have ended it
     co_return tokens;
 }
 
-QCoro::Task<> GoogleCalendar::saveTokens(const GoogleTokens &tokens)
+QCoro::Task<> GoogleAccount::save(const GoogleTokens &tokens)
 {
     return m_keychain.put(tokenKey, tokens.toJson());
-}
-
-QCoro::Task<> GoogleCalendar::lookTask()
-{
-    try {
-        co_await loadTokens();
-    } catch (const Abandoned &) {
-    }
-}
-
-void GoogleCalendar::disconnect()
-{
-    // What is under way must not bring it back.
-    m_link = std::make_shared<bool>(true);
-    m_keychain.put(tokenKey, std::nullopt);
-    m_state.calendars.clear();
-    m_state.meetings.clear();
-    m_state.error.reset();
-    m_state.linked = false;
-    m_published = m_state;
-    updateRows();
-    if (m_needs.prefs.calendarSource() == Prefs::CalendarSource::Google)
-        m_needs.prefs.setCalendarSource(Prefs::CalendarSource::Manual);
-    Q_EMIT changed();
 }
 
 } // namespace velto
