@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Velto.Design
-import Velto.Stores
+import Velto.Connect
 
 // Today's tokens, a bar for each hour.
 GlassCard {
