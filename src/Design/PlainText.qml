@@ -1,8 +1,8 @@
 import QtQuick
 import Velto.Design
 
-/// The one text item: never rich text. What comes from outside goes into `words`, which loses control characters and, unless
-/// `multiline`, its line breaks; our own texts may go into `text`.
+/// The one text item: never rich text. What comes from outside goes into `words`, where whatever can't be seen becomes a mark and,
+/// unless `multiline`, line breaks do; our own texts, and what is fit to be shown already, may go into `text`.
 Text {
     id: root
 

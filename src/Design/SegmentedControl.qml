@@ -53,6 +53,7 @@ Item {
         Accessible.role: Accessible.RadioButton
         Accessible.checkable: true
         Accessible.checked: segment.selected
+        Accessible.onToggleAction: segment.clicked()
         Keys.onLeftPressed: root.choose(segment.index - 1)
         Keys.onRightPressed: root.choose(segment.index + 1)
         onClicked: root.choose(segment.index)

@@ -18,7 +18,10 @@ ButtonBase {
     Accessible.role: Accessible.CheckBox
     Accessible.checkable: true
     Accessible.checked: root.checked
-    Accessible.onToggleAction: root.clicked()
+    Accessible.onToggleAction: {
+        if (root.enabled)
+            root.clicked();
+    }
     onClicked: root.toggled(!root.checked)
 
     SwitchMark {

@@ -78,6 +78,7 @@ FocusScope {
         focus: true
         activeFocusOnTab: true
         clip: true
+        maximumLength: 0x7fffffff // nothing that is pasted is cut in silence
         verticalAlignment: TextInput.AlignVCenter
         color: Theme.glassPrimary
         selectionColor: Theme.at(Theme.ice, 0.35)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QString>
 #include <functional>
 #include <optional>
@@ -31,6 +32,13 @@ public:
     /// and leaves the old file. Returns nothing on success.
     virtual std::optional<FileError> replace(const QString &path, const QByteArray &bytes,
                                              const std::function<bool()> &stillWanted = {}) = 0;
+
+    /// Removes what earlier writes to this file left beside it when they were killed. A write under way is left alone.
+    virtual void sweep(const QString &path) = 0;
 };
+
+/// Keeps `bytes` in a file of its own whose name begins with `prefix` and goes on with the time; a file that stands there already
+/// is never written over. Gives the whole path, or why there is no such copy. Blocks; any thread.
+std::variant<QString, FileError> keepCopy(Files &files, const QString &prefix, const QDateTime &now, const QByteArray &bytes);
 
 } // namespace velto

@@ -13,11 +13,17 @@ Button {
     readonly property color linkInk: root.palette.active.window.hslLightness > 0.5 ? Qt.darker(root.palette.active.highlight, 1.5)
                                                                                    : Qt.lighter(root.palette.active.highlight, 1.4)
 
+    function press(): void {
+        if (root.enabled)
+            root.clicked();
+    }
+
     implicitHeight: Math.round(contentItem.implicitHeight + 12)
     leftPadding: 14
     rightPadding: 14
     Accessible.name: root.text.replace(/&&/g, "&")
     Accessible.ignored: !root.visible
+    Accessible.onPressAction: root.press()
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
     // Fades as a whole: the colours are those of an enabled one, as a palette fades its disabled ones with some versions only.

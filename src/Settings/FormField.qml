@@ -15,6 +15,7 @@ TextField {
     rightPadding: 10
     verticalAlignment: TextInput.AlignVCenter
     selectByMouse: true
+    maximumLength: 0x7fffffff // nothing that is pasted is cut in silence
     Accessible.name: root.label
     // The toolkit tells screen readers no name of a field for secrets, and sometimes makes the placeholder its description.
     Accessible.description: root.hint

@@ -38,6 +38,8 @@ Item {
         checked: root.ticked
         Accessible.name: root.label
         Accessible.description: root.note
+        Accessible.onPressAction: root.wanted(!root.ticked)
+        Accessible.onToggleAction: root.wanted(!root.ticked)
         onToggled: {
             const wish = box.checked;
             box.checked = Qt.binding(() => root.ticked);

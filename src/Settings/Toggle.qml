@@ -11,10 +11,18 @@ Switch {
 
     signal wanted(bool on)
 
+    // A screen reader asks so; the toolkit would only turn what is shown.
+    function ask(): void {
+        if (root.enabled)
+            root.wanted(!root.on);
+    }
+
     padding: 0
     spacing: 0
     checked: root.on
     Accessible.name: root.label
+    Accessible.onPressAction: root.ask()
+    Accessible.onToggleAction: root.ask()
     onToggled: {
         const wish = root.checked;
         root.checked = Qt.binding(() => root.on);

@@ -1,6 +1,5 @@
 import QtQuick
 import Velto.Settings
-import Velto.Stores
 
 /// One secret: paste it, save it, remove it. What is stored is never shown. The buttons go when they have done their work, and
 /// the keyboard goes to the field.

@@ -87,7 +87,7 @@ ApplicationWindow {
             }
             Hint {
                 symbol: "keyboard"
-                text: qsTr("Or press ⌃⌥N from anywhere")
+                text: root.store.keyHint
             }
             Hint {
                 symbol: "menubar.rectangle"
@@ -144,6 +144,19 @@ ApplicationWindow {
                 link: qsTr("What changes?")
                 onWanted: on => root.store.hooks = on
                 onFollowed: preview.open()
+            }
+        }
+        FormSection {
+            title: qsTr("Try it")
+
+            FormRow {
+                title: qsTr("A session wants to run a command")
+                note: qsTr("The question slides out at the top of your screen. A stand-in asks, so nothing is run.")
+
+                FormButton {
+                    text: qsTr("See a question")
+                    onClicked: root.store.seeQuestion()
+                }
             }
         }
     }

@@ -1,6 +1,5 @@
 import QtQuick
 import Velto.Settings
-import Velto.Stores
 
 SettingsPane {
     id: root

@@ -3,7 +3,6 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Velto.Design
 import Velto.Shell
-import Velto.Stores
 
 // The open panel: tabs and buttons, the highlights, the content of the selected tab.
 FocusScope {
@@ -11,6 +10,10 @@ FocusScope {
 
     required property UI ui
     required property PanelContents contents
+    required property PeekLine peekLine
+
+    /// What a question takes up under the header; what unfolds of it lies over the page.
+    readonly property real asked: question.asks ? question.barHeight + 14 : 0
 
     focus: true
     Accessible.role: Accessible.Pane
@@ -103,11 +106,29 @@ FocusScope {
         }
     }
 
+    QuestionBar {
+        id: question
+
+        x: 24
+        y: header.y + header.height + 14
+        z: 1
+        width: root.width - 48
+        line: root.peekLine
+        ui: root.ui
+
+        Connections {
+            target: root.ui
+            function onQuestionWanted(): void {
+                question.forceActiveFocus(Qt.ShortcutFocusReason);
+            }
+        }
+    }
+
     Row {
         id: highlights
 
         x: 24
-        y: header.y + header.height + 14
+        y: header.y + header.height + 14 + root.asked
         height: Math.round(24 * Theme.textScale)
         spacing: 6
 

@@ -2,7 +2,7 @@
 
 #include "Hub/Hub.h"
 #include "Shell/CollapsedStrip.h"
-#include "Shell/UI.h"
+#include "Core/UI.h"
 
 #include <algorithm>
 
@@ -26,6 +26,7 @@ PanelOutline::PanelOutline(const Hub &hub, const UI &ui, const CollapsedStrip &s
     connect(&m_ui, &UI::hoveringChanged, this, &PanelOutline::update);
     connect(&m_ui, &UI::menuOpenChanged, this, &PanelOutline::update);
     connect(&m_ui, &UI::roomChanged, this, &PanelOutline::update);
+    connect(&m_ui, &UI::unfoldedHeightChanged, this, &PanelOutline::update);
     connect(&m_ui, &UI::veltoChanged, this, &PanelOutline::update);
     connect(&m_strip, &CollapsedStrip::changed, this, &PanelOutline::update);
 }
@@ -46,6 +47,8 @@ PanelOutline::Shape PanelOutline::withoutMenu() const
     if (m_ui.expanded())
         return {PanelSize::Expanded, kExpandedSize, {14, 26}};
     const QSizeF housing = m_ui.velto();
+    if (m_hub.asking() && m_ui.unfoldedHeight() > 0)
+        return {PanelSize::Unfolded, velto::panelSize(housing, PanelSize::Unfolded, m_ui.unfoldedHeight()), {6, 16}};
     if (m_hub.hasPeek() || m_ui.hovering())
         return {PanelSize::Peeking, velto::panelSize(housing, PanelSize::Peeking), {6, 16}};
     return {PanelSize::Collapsed, m_strip.quiet() ? housing : velto::panelSize(housing, PanelSize::Collapsed), {6, 10}};

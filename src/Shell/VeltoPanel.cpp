@@ -2,9 +2,8 @@
 
 #include "Design/Theme.h"
 #include "Shell/PanelOutline.h"
-#include "Shell/UI.h"
+#include "Core/UI.h"
 
-#include <QCursor>
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPainterPath>
@@ -55,7 +54,8 @@ QRegion VeltoPanel::wantedMask() const
 // Nothing that comes up under a pointer at rest lights up before the pointer moves.
 void VeltoPanel::outlineChanged()
 {
-    m_rest = QCursor::pos();
+    const auto place = m_ui.pointer ? m_ui.pointer() : std::nullopt;
+    m_rest = place ? mapToGlobal(*place) : QPoint();
     if (Theme *theme = Theme::of(engine()))
         theme->setPointerRests(true);
     outlineMoved();
@@ -131,8 +131,10 @@ void VeltoPanel::lookForPointer()
 {
     if (!m_ui.pointerInside() || QGuiApplication::mouseButtons() != Qt::NoButton)
         return;
-    const QPointF place = QCursor::pos();
-    QMouseEvent move(QEvent::MouseMove, mapFromGlobal(place), place, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    const auto place = m_ui.pointer ? m_ui.pointer() : std::nullopt;
+    if (!place)
+        return;
+    QMouseEvent move(QEvent::MouseMove, *place, mapToGlobal(*place), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
     QCoreApplication::sendEvent(this, &move);
 }
 

@@ -1,7 +1,6 @@
 import QtQuick
 import Velto.Design
 import Velto.Shell
-import Velto.Stores
 
 // Everything that stands in the window. The black hangs from its top centre and moves towards the outline.
 Item {
@@ -82,6 +81,7 @@ Item {
             sourceComponent: ExpandedView {
                 ui: root.ui
                 contents: root.contents
+                peekLine: root.peekLine
             }
             // qmllint enable unqualified
 
@@ -146,7 +146,7 @@ Item {
             // Cleared in between: the same text set again wouldn't be said again.
             function onAnnouncementRequested(text: string): void {
                 announcement.Accessible.name = "";
-                said.text = text;
+                said.text = Plain.line(text);
                 said.restart();
             }
         }

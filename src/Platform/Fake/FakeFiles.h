@@ -33,6 +33,7 @@ public:
         contents.insert(path, bytes);
         return std::nullopt;
     }
+    void sweep(const QString &) override { }
 };
 
 } // namespace velto

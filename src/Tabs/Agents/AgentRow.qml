@@ -1,7 +1,6 @@
 import QtQuick
 import Velto.Agents
 import Velto.Design
-import Velto.Stores
 
 // One session: what it is called, what it does, and the way back to it.
 Item {
@@ -38,7 +37,7 @@ Item {
     implicitHeight: 48 * Theme.textScale
     activeFocusOnTab: true
     Accessible.role: Accessible.ListItem
-    Accessible.name: root.spoken
+    Accessible.name: Plain.line(root.spoken)
     Accessible.description: root.detail
     Accessible.focusable: true
     Keys.onReturnPressed: root.activate()

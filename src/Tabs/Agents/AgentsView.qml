@@ -1,7 +1,6 @@
 import QtQuick
 import Velto.Agents
 import Velto.Design
-import Velto.Stores
 
 // Claude Code's sessions and what else runs. One scrolling page; only the rows in sight exist.
 FocusScope {

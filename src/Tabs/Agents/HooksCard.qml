@@ -1,7 +1,6 @@
 import QtQuick
 import Velto.Agents
 import Velto.Design
-import Velto.Stores
 
 // The offer to connect Claude Code's hooks.
 GlassCard {

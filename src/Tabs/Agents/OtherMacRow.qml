@@ -11,7 +11,7 @@ Item {
 
     implicitHeight: 32 * Theme.textScale
     Accessible.role: Accessible.ListItem
-    Accessible.name: root.spoken
+    Accessible.name: Plain.line(root.spoken)
 
     Symbol {
         x: 14

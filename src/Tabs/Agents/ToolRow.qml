@@ -15,8 +15,8 @@ Item {
 
     implicitHeight: 32 * Theme.textScale
     Accessible.role: Accessible.ListItem
-    Accessible.name: root.countText === "" ? root.toolName + ", " + root.facts
-                                           : root.toolName + ", " + root.countText + ", " + root.facts
+    Accessible.name: Plain.line(root.countText === "" ? root.toolName + ", " + root.facts
+                                           : root.toolName + ", " + root.countText + ", " + root.facts)
 
     Symbol {
         id: symbol

@@ -1,7 +1,6 @@
 import QtQuick
 import Velto.Connect
 import Velto.Design
-import Velto.Stores
 
 // Where meetings come from.
 GlassCard {

@@ -2,7 +2,6 @@ import QtQuick
 import Velto.Agents
 import Velto.Connect
 import Velto.Design
-import Velto.Stores
 
 // Which tools Velto looks at, and how each is connected.
 FocusScope {

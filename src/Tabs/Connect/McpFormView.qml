@@ -3,7 +3,6 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Velto.Connect
 import Velto.Design
-import Velto.Stores
 
 // The MCP servers that Claude Code knows, and a way to add one.
 GlassCard {
@@ -47,7 +46,7 @@ GlassCard {
             width: parent?.width ?? 0
             height: 36 * Theme.textScale
             Accessible.role: Accessible.ListItem
-            Accessible.name: server.name + ", " + server.statusText + ", " + server.detail
+            Accessible.name: Plain.line(server.name + ", " + server.statusText + ", " + server.detail)
 
             Rectangle {
                 id: dot

@@ -3,7 +3,6 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Velto.Connect
 import Velto.Design
-import Velto.Stores
 
 // A heading over the tiles of its modules, two abreast.
 Column {

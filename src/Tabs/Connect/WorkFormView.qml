@@ -3,7 +3,6 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Velto.Connect
 import Velto.Design
-import Velto.Stores
 
 // The tokens of the work tools, and the ways to keep in touch with customers.
 GlassCard {

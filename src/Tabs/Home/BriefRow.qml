@@ -22,7 +22,7 @@ Item {
     implicitHeight: (root.detail === "" ? 40 : 48) * Theme.textScale
     activeFocusOnTab: true
     Accessible.role: Accessible.ListItem
-    Accessible.name: root.detail === "" ? root.title : root.title + ", " + root.detail
+    Accessible.name: Plain.line(root.detail === "" ? root.title : root.title + ", " + root.detail)
     Accessible.description: root.from
     Accessible.focusable: true
     Keys.onReturnPressed: root.activate()

@@ -1,7 +1,6 @@
 import QtQuick
 import Velto.Design
 import Velto.Home
-import Velto.Stores
 
 // The day in a line, the session that matters most, and below it what needs the user, what comes next and what else there is.
 FocusScope {

@@ -15,7 +15,7 @@ Item {
     implicitHeight: 28 * Theme.textScale
     activeFocusOnTab: true
     Accessible.role: Accessible.ListItem
-    Accessible.name: root.spoken
+    Accessible.name: Plain.line(root.spoken)
     Accessible.focusable: true
 
     // Inside the row: the page cuts what stands over its sides.

@@ -1,6 +1,6 @@
 import QtQuick
 import Velto.Design
-import Velto.Stores
+import Velto.Todos
 
 // A new or a changed todo. It scrolls where there is no room for all of it.
 FocusScope {

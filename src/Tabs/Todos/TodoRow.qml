@@ -1,6 +1,5 @@
 import QtQuick
 import Velto.Design
-import Velto.Stores
 import Velto.Todos
 
 // A row of the list: a project's heading, or a todo with what an open one has to say.
@@ -44,7 +43,7 @@ Item {
     visible: !root.resting
     activeFocusOnTab: root.isTodoRow && (root.selected || root.activeFocus)
     Accessible.role: root.isHeading ? Accessible.Heading : Accessible.ListItem
-    Accessible.name: root.spoken
+    Accessible.name: Plain.line(root.spoken)
     Accessible.focusable: root.isTodoRow
     Accessible.selectable: root.isTodoRow
     Accessible.selected: root.selected

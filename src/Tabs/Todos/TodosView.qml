@@ -1,6 +1,5 @@
 import QtQuick
 import Velto.Design
-import Velto.Stores
 import Velto.Todos
 
 // The todos: what cuts the list down, what has happened, the form, and the list itself, of which only the rows in sight exist.
@@ -160,6 +159,15 @@ FocusScope {
             text: root.source.errorText
             action: qsTr("Dismiss")
             onClicked: root.source.dismissError()
+        }
+        NoticeBar {
+            width: parent.width
+            visible: root.source.storeNote !== ""
+            symbol: "exclamationmark.triangle"
+            tint: Theme.orange
+            text: root.source.storeNote
+            action: root.source.storeAction
+            onClicked: root.source.pressStoreNote()
         }
         NoticeBar {
             width: parent.width
