@@ -8,12 +8,22 @@
 #include "Shell/PanelOutline.h"
 #include "Core/UI.h"
 
+#include <QKeySequence>
 #include <utility>
 
 using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
 namespace velto {
+
+namespace {
+
+QString keyText(QKeyCombination key)
+{
+    return QKeySequence(key).toString(QKeySequence::NativeText);
+}
+
+} // namespace
 
 AppDelegate::AppDelegate(Needs needs, QObject *parent)
     : QObject(parent)
@@ -58,11 +68,11 @@ void AppDelegate::showPanel()
 void AppDelegate::addStatusItem(StatusItem &item)
 {
     const std::vector<MenuItem> menu{
-        {tr("Open Velto"), {}, [this] { open(false); }},
-        {tr("Settings…"), u"Ctrl+,"_s, [this] { showSettings(); }},
-        {tr("Welcome & Setup…"), {}, [this] { showWelcome(); }},
+        {tr("Open Velto"), {}, {}, [this] { open(false); }},
+        {tr("Settings…"), Qt::CTRL | Qt::Key_Comma, keyText(Qt::CTRL | Qt::Key_Comma), [this] { showSettings(); }},
+        {tr("Welcome & Setup…"), {}, {}, [this] { showWelcome(); }},
         {},
-        {tr("Quit Velto"), u"Ctrl+Q"_s, [this] { Q_EMIT quitWanted(); }},
+        {tr("Quit Velto"), Qt::CTRL | Qt::Key_Q, keyText(Qt::CTRL | Qt::Key_Q), [this] { Q_EMIT quitWanted(); }},
     };
     m_needs.ui.setMenu(menu);
     item.show(tr("Velto"), menu);

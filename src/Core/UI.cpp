@@ -2,7 +2,6 @@
 
 #include "Core/Prefs.h"
 
-#include <QKeySequence>
 #include <algorithm>
 #include <utility>
 
@@ -190,7 +189,7 @@ QStringList UI::menuKeys() const
 {
     QStringList keys;
     for (const MenuItem &item : m_menu)
-        keys.append(QKeySequence::fromString(item.key, QKeySequence::PortableText).toString(QKeySequence::NativeText));
+        keys.append(item.keyText);
     return keys;
 }
 
@@ -225,11 +224,9 @@ void UI::chooseFromMenu(int index)
 
 bool UI::pressMenuKey(int key, int modifiers)
 {
-    const QKeySequence pressed(
-        QKeyCombination(Qt::KeyboardModifiers::fromInt(modifiers & ~int(Qt::KeypadModifier)), Qt::Key(key)));
+    const QKeyCombination pressed(Qt::KeyboardModifiers::fromInt(modifiers & ~int(Qt::KeypadModifier)), Qt::Key(key));
     for (int i = 0; i < int(m_menu.size()); ++i) {
-        if (const QString &own = m_menu.at(size_t(i)).key;
-            own.isEmpty() || QKeySequence::fromString(own, QKeySequence::PortableText) != pressed)
+        if (m_menu.at(size_t(i)).title.isEmpty() || m_menu.at(size_t(i)).key != pressed)
             continue;
         chooseFromMenu(i);
         return true;

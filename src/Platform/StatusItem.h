@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QtCore/qnamespace.h>
 #include <functional>
 #include <vector>
 
@@ -8,7 +9,9 @@ namespace velto {
 
 struct MenuItem {
     QString title; ///< empty for a separator
-    QString key; ///< the key that does the same while the menu is open, in portable form ("Ctrl+Q"); may be empty
+    /// The key that does the same while the menu is open, and how it is written beside the title; may be none.
+    QKeyCombination key;
+    QString keyText;
     std::function<void()> action;
 };
 

@@ -95,7 +95,7 @@ private Q_SLOTS:
         draft = false;
         QVERIFY(!staysOpen());
         int chosen = 0;
-        w.ui.setMenu({{u"Open"_s, {}, {}}, {}, {u"Quit"_s, u"Ctrl+Q"_s, [&] { ++chosen; }}});
+        w.ui.setMenu({{u"Open"_s, {}, {}, {}}, {}, {u"Quit"_s, Qt::CTRL | Qt::Key_Q, u"Ctrl+Q"_s, [&] { ++chosen; }}});
         w.ui.askForMenu();
         w.ui.pointerChanged(false);
         w.wait(1000);
