@@ -56,7 +56,7 @@ struct WelcomeType {
     QML_UNCREATABLE("Made in C++")
 };
 
-struct TokenSettingsType {
+struct SettingsTokensType {
     Q_GADGET
     QML_FOREIGN(velto::TokenSettings)
     QML_NAMED_ELEMENT(TokenSettings)
