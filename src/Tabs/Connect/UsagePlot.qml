@@ -1,8 +1,8 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Velto.Design
 import Velto.Connect
+import Velto.Design
 
 // Today's tokens, a bar for each hour.
 GlassCard {
