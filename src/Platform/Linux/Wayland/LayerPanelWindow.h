@@ -36,6 +36,7 @@ public:
 private:
     void bringUp();
     void insist();
+    void giveUpSurface();
     void activeChanged();
     void writeBlur();
 
