@@ -90,7 +90,7 @@ void itemsOfTheBrief(benchmark::State &state)
     state.SetLabel(desk().filling());
     for (auto _ : state)
         benchmark::DoNotOptimize(
-            HomeBrief(stores, {}, world.workspace, world.writer, world.places, world.clock.wallTime()).items().size());
+            homeBrief(stores, {}, world.workspace, world.writer, world.places, world.clock.wallTime()).size());
 }
 BENCHMARK(itemsOfTheBrief)->Unit(benchmark::kMicrosecond);
 

@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QQmlEngine>
+#include <cstdio>
 
 using namespace Qt::StringLiterals;
 
@@ -38,17 +39,18 @@ Program::Program(CommandLine commandLine, Activation &activation)
     , m_outline(m_stores.hub, m_ui, m_strip)
     , m_contents({m_stores.hub, m_stores.prefs, m_stores.everyday, m_stores.agents, m_stores.todos, m_stores.quillbox})
     , m_panel(m_machine.clock, m_ui, m_outline)
-    , m_keys(m_panel, m_ui, m_contents, m_stores.hub, m_stores.todos)
+    , m_keys(m_panel, m_ui, m_contents, m_stores.hub)
     , m_tabOrder(m_panel)
-    , m_delegate({m_machine.clock, m_stores.hub, m_stores.prefs, m_stores.todos, m_ui, m_outline, m_machine.platform.displays,
-                  m_machine.platform.panelWindow, m_panel, m_machine.platform.session})
+    , m_delegate({m_machine.clock, m_stores.hub, m_stores.prefs, m_ui, m_outline, m_machine.platform.displays,
+                  m_machine.platform.panelWindow, m_machine.platform.session})
+    , m_standIn({m_stores.hub, m_stores.agents, m_machine.background, m_machine.tools, m_machine.defaults, m_machine.places})
     , m_windows(m_machine.platform.appearance,
                 {m_stores.hub, m_stores.agents, m_stores.quillbox, m_stores.prefs, m_machine.background, m_machine.defaults,
                  m_machine.platform.keychain, m_machine.platform.folderPanel, m_machine.platform.loginItem, m_stores.terminal,
-                 m_stores.installer, m_machine.tools, m_machine.places, HookListener::kPort,
+                 m_machine.platform.hotKey, m_stores.installer, m_machine.tools, m_machine.places, HookListener::kPort,
                  QCoreApplication::applicationVersion()},
                 {m_stores.agents, m_stores.prefs, m_machine.background, m_machine.tools, m_machine.platform.loginItem,
-                 m_machine.places})
+                 m_machine.platform.hotKey, m_machine.places})
     , m_endSignals(&QCoreApplication::quit)
 {
     QObject::connect(&m_delegate, &AppDelegate::quitWanted, qApp, &QCoreApplication::quit);
@@ -63,6 +65,7 @@ Program::Program(CommandLine commandLine, Activation &activation)
     QObject::connect(
         &m_panel, &QQuickWindow::frameSwapped, &m_delegate, [this] { painted(); },
         Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+    followStandIn();
     m_panel.engine()->addImportPath(u"qrc:/qt/qml"_s);
     if (m_commandLine.testBackdrop)
         showBackdrop(*m_commandLine.testBackdrop);
@@ -92,6 +95,18 @@ void Program::sweep()
                 files.sweep(path);
         },
         [] {});
+}
+
+void Program::followStandIn()
+{
+    m_delegate.addAction(u"try"_s, [this] { m_standIn.ask(); });
+    QObject::connect(&m_windows, &Windows::questionWanted, &m_standIn, &StandIn::ask);
+    // Whoever started this in a terminal sees there what the hook would hand to Claude Code.
+    QObject::connect(&m_standIn, &StandIn::told, &m_delegate, [](const QByteArray &answer) {
+        const QByteArray line = answer.isEmpty() ? QByteArrayLiteral("nothing") : answer;
+        std::fprintf(stdout, "The session was told: %s\n", line.constData());
+        std::fflush(stdout);
+    });
 }
 
 std::unique_ptr<HookListener> Program::makeListener()
@@ -125,7 +140,10 @@ void Program::showPanel()
     m_panel.setSource(QUrl(u"qrc:/qt/qml/Velto/Shell/VeltoView.qml"_s));
     tellWhatIsGreyed();
     auto *theme = Theme::of(m_panel.engine());
-    const auto follow = [theme, this] { theme->setReducedMotion(m_machine.platform.accessibility.reducedMotion()); };
+    const auto follow = [theme, this] {
+        theme->setReducedMotion(m_machine.platform.accessibility.reducedMotion());
+        theme->setTextScale(m_machine.platform.accessibility.textScale());
+    };
     QObject::connect(&m_machine.platform.accessibility, &Accessibility::changed, theme, follow);
     follow();
     m_machine.platform.panelWindow.adopt(&m_panel);
@@ -139,7 +157,6 @@ void Program::painted()
     m_machine.platform.start();
     m_delegate.addStatusItem(m_machine.platform.statusItem);
     m_delegate.addHotKey(m_machine.platform.hotKey);
-    m_windows.setHotKeyRegistered(m_delegate.hotKeyRegistered());
     if (!m_stores.prefs.onboarded())
         m_delegate.showWelcome();
     for (const auto &action : m_commandLine.actions)

@@ -2,6 +2,7 @@
 
 #include "App/AppDelegate.h"
 #include "App/CommandLine.h"
+#include "App/StandIn.h"
 #include "App/ThisMachine.h"
 #include "App/Windows.h"
 #include "Design/TabOrder.h"
@@ -31,6 +32,7 @@ private:
     void showBackdrop(const QString &kind);
     void painted();
     void sweep();
+    void followStandIn();
 
     Activation &m_activation;
     CommandLine m_commandLine;
@@ -46,6 +48,7 @@ private:
     PanelKeys m_keys;
     TabOrder m_tabOrder;
     AppDelegate m_delegate;
+    StandIn m_standIn;
     Windows m_windows;
     EndSignals m_endSignals;
     TimerHandle m_paintedAnyway;

@@ -1,6 +1,6 @@
 #include "App/ThisMachine.h"
 
-#include "Core/Texts.h"
+#include "Platform/Posix/ToolSearchPath.h"
 
 #include <QDir>
 #include <QStandardPaths>
@@ -23,7 +23,7 @@ Places placesOfThisMachine()
 ThisMachine::ThisMachine()
     : places(placesOfThisMachine())
     , defaults(files, writer, clock, places.configuration + "/settings.json"_L1)
-    , platform(clock, files, places)
+    , platform(clock, files, defaults, places)
     , tools(toolSearchPath(places.home, qEnvironmentVariable("PATH")))
     , sounds(background)
 {

@@ -26,6 +26,7 @@ Stores::Stores(const Desktop &d, std::unique_ptr<HookListener> listener, Quillbo
             terminal,
             d.workspace,
             d.videoPlayer,
+            d.writer,
             d.places,
             d.clock})
     , connectTab({todos, agents, everyday, work, signalsSource, google, prefs, d.clock, d.background, d.keychain, d.clipboard,

@@ -61,7 +61,7 @@ ComboBox {
         x: root.width - width - 10
         anchors.verticalCenter: parent.verticalCenter
         name: "chevron.down"
-        size: 9
+        size: 9 * root.font.pixelSize / 13
         color: root.palette.windowText
     }
 }

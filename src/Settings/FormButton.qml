@@ -9,6 +9,10 @@ Button {
     readonly property color ink: root.destructive ? (root.palette.active.window.hslLightness > 0.5 ? "#c62f28" : "#ff6b61")
                                                   : root.highlighted ? root.palette.active.highlightedText : root.palette.active.buttonText
 
+    /// A link in the colour of the desktop, dark or light enough to be read.
+    readonly property color linkInk: root.palette.active.window.hslLightness > 0.5 ? Qt.darker(root.palette.active.highlight, 1.5)
+                                                                                   : Qt.lighter(root.palette.active.highlight, 1.4)
+
     function press(): void {
         if (root.enabled)
             root.clicked();
@@ -35,7 +39,7 @@ Button {
         wrapMode: Text.NoWrap
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
-        color: root.flat ? root.palette.active.link : root.ink
+        color: root.flat ? root.linkInk : root.ink
         Accessible.ignored: true
     }
 }

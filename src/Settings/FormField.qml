@@ -6,6 +6,8 @@ TextField {
     id: root
 
     required property string label
+    /// Room for what one pastes, however large the letters are.
+    readonly property real least: 12 * root.font.pixelSize
     readonly property string hint: (root.echoMode === TextInput.Password ? root.label + ", " : "") + root.placeholderText
 
     implicitHeight: Math.round(contentHeight + 12)

@@ -30,8 +30,10 @@ Switch {
     }
 
     indicator: SwitchMark {
-        implicitWidth: 38
-        implicitHeight: 22
+        readonly property real growth: Math.max(1, root.font.pixelSize / 13)
+
+        implicitWidth: Math.round(38 * growth)
+        implicitHeight: Math.round(22 * growth)
         x: root.leftPadding
         y: (root.height - height) / 2
         place: root.checked ? 1 : 0

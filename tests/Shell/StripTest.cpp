@@ -25,7 +25,7 @@ class StripTest : public QObject {
         PanelOutline outline{hub, ui, strip};
         PanelContents contents{{hub, prefs, everyday, agents, todos, quillbox}};
         QQuickWindow window;
-        PanelKeys keys{window, ui, contents, hub, todos};
+        PanelKeys keys{window, ui, contents, hub};
 
         Panel()
         {

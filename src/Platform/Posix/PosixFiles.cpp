@@ -112,9 +112,9 @@ int PosixFiles::readAll(int file, qint64 maximum, QByteArray &bytes) const
 }
 
 std::optional<FileError> PosixFiles::replace(const QString &path, const QByteArray &bytes,
-                                             const std::function<bool()> &stillWanted)
+                                             const std::function<bool()> &stillWanted, Mode mode)
 {
-    const int error = put(QFile::encodeName(path), bytes, stillWanted);
+    const int error = put(QFile::encodeName(path), bytes, stillWanted, mode);
     if (error == 0)
         return std::nullopt;
     if (error == ECANCELED)
@@ -140,7 +140,7 @@ int PosixFiles::resolve(QByteArray &path) const
     return ELOOP;
 }
 
-int PosixFiles::put(QByteArray path, const QByteArray &bytes, const std::function<bool()> &stillWanted)
+int PosixFiles::put(QByteArray path, const QByteArray &bytes, const std::function<bool()> &stillWanted, Mode mode)
 {
     if (const int error = resolve(path); error != 0)
         return error;
@@ -151,6 +151,8 @@ int PosixFiles::put(QByteArray path, const QByteArray &bytes, const std::functio
     if (exists) {
         if (const int error = irregular(old); error != 0)
             return error;
+        if (mode == Mode::Private)
+            old.st_mode &= S_IFMT | kPrivateFile;
         // access() lets root write anything; a file that nobody may write was made so on purpose.
         if ((old.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0)
             return EACCES;

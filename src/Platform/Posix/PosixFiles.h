@@ -16,15 +16,15 @@ public:
     explicit PosixFiles(FileCalls &calls = FileCalls::real());
 
     std::variant<QByteArray, FileError> read(const QString &path, qint64 maximum) const override;
-    std::optional<FileError> replace(const QString &path, const QByteArray &bytes,
-                                     const std::function<bool()> &stillWanted = {}) override;
+    std::optional<FileError> replace(const QString &path, const QByteArray &bytes, const std::function<bool()> &stillWanted = {},
+                                     Mode mode = Mode::Kept) override;
     void sweep(const QString &path) override;
 
 private:
     // These give 0 or an errno.
     int readAll(int file, qint64 maximum, QByteArray &bytes) const;
     int resolve(QByteArray &path) const;
-    int put(QByteArray path, const QByteArray &bytes, const std::function<bool()> &stillWanted);
+    int put(QByteArray path, const QByteArray &bytes, const std::function<bool()> &stillWanted, Mode mode);
     int openFolder(const QByteArray &folder, int &file);
     int makeFolders(const QByteArray &folder);
     int createBeside(const QByteArray &folder, QByteArray &path, int &file);

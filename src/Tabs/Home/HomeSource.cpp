@@ -8,6 +8,7 @@
 #include "Platform/VideoPlayer.h"
 #include "Platform/Workspace.h"
 #include "Tabs/Agents/AgentsSource.h"
+#include "Tabs/Home/HomeBrief.h"
 
 #include <algorithm>
 #include <functional>
@@ -85,7 +86,7 @@ const QList<HomeItem> &HomeSource::items() const
 {
     if (m_stale) {
         m_items =
-            HomeBrief(m_needs.stores, m_ways, m_needs.workspace, m_needs.writer, m_needs.places, m_needs.clock.wallTime()).items();
+            homeBrief(m_needs.stores, m_ways, m_needs.workspace, m_needs.writer, m_needs.places, m_needs.clock.wallTime());
         m_stale = false;
     }
     return m_items;
@@ -144,8 +145,14 @@ void HomeSource::publish()
 void HomeSource::arrange()
 {
     QList<HomeItem> shown = items();
-    // The spotlight speaks for these.
-    shown.removeIf([](const HomeItem &item) { return oneOf(item.id, {"agents-wait"_L1, "agents-run"_L1, "tools"_L1}); });
+    AgentsSource &agents = m_needs.stores.agents;
+    const QList<Agent> running = m_needs.stores.prefs.isOn(Prefs::Module::Agents) ? agents.running() : QList<Agent>();
+    const QList<Agent> waiting = m_needs.stores.prefs.isOn(Prefs::Module::Agents) ? agents.waiting() : QList<Agent>();
+    // The spotlight speaks for these: for the sessions that wait only if it shows the one that does.
+    const bool showsWaiting = running.isEmpty() && waiting.size() == 1;
+    shown.removeIf([&](const HomeItem &item) {
+        return oneOf(item.id, {"agents-run"_L1, "tools"_L1}) || (showsWaiting && item.id == "agents-wait"_L1);
+    });
     const auto isNext = [](const HomeItem &item) { return oneOf(item.id, {"cal"_L1, "focus"_L1}); };
     m_needsRows.setRows(rows(shown, shown.size(), &HomeItem::urgent));
     // What isn't set up stands in the line for that alone.
@@ -162,9 +169,6 @@ void HomeSource::arrange()
     }
     m_setupText = missing.isEmpty() ? QString() : tr("Not set up: %1").arg(missing.join(u", "_s));
 
-    AgentsSource &agents = m_needs.stores.agents;
-    const QList<Agent> running = m_needs.stores.prefs.isOn(Prefs::Module::Agents) ? agents.running() : QList<Agent>();
-    const QList<Agent> waiting = m_needs.stores.prefs.isOn(Prefs::Module::Agents) ? agents.waiting() : QList<Agent>();
     m_spotlight.set(!running.isEmpty()       ? std::optional(running.first())
                         : !waiting.isEmpty() ? std::optional(waiting.first())
                                              : std::nullopt,

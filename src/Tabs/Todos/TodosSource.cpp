@@ -6,6 +6,7 @@
 #include "Platform/Places.h"
 #include "Platform/ToolRunner.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
+#include "Tabs/Todos/TodosKeys.h"
 
 #include <QFileInfo>
 #include <algorithm>
@@ -69,6 +70,11 @@ QString TodosSource::symbol() const
 QUrl TodosSource::makeView() const
 {
     return QUrl(u"qrc:/qt/qml/Velto/Todos/TodosView.qml"_s);
+}
+
+bool TodosSource::takeKey(QKeyCombination key, bool onShow)
+{
+    return takeTodosKey(*this, key, onShow);
 }
 
 void TodosSource::refresh()

@@ -92,6 +92,9 @@ public:
     /// How many todos are due by today, in all scopes.
     int badge() const override { return m_result.dueNow; }
     QUrl makeView() const override;
+    bool takeKey(QKeyCombination key, bool onShow) override;
+    /// The form is open.
+    bool unfinished() const override { return m_draft.has_value(); }
     void refresh();
 
     const QList<Todo> &todos() const { return m_lists.todos(); }

@@ -1,4 +1,5 @@
 #include "RunTests.h"
+#include "Tabs/Quillbox/SnapshotDate.h"
 #include "Tabs/Quillbox/VeltoSnapshot.h"
 
 using namespace Qt::StringLiterals;
