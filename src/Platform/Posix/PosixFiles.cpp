@@ -249,7 +249,7 @@ void PosixFiles::sweep(const QString &path)
     if (resolve(file) != 0)
         return;
     const QString folder = QFile::decodeName(folderOf(file));
-    for (const QString &name : QDir(folder).entryList({kTemporary.arg(u'*')}, QDir::Files | QDir::Hidden | QDir::NoSymLinks)) {
+    for (const QString &name : QDir(folder).entryList({kTemporary.arg("*"_L1)}, QDir::Files | QDir::Hidden | QDir::NoSymLinks)) {
         const QByteArray left = QFile::encodeName(folder + u'/' + name);
         const int opened = m_calls.open(left.constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0);
         if (opened < 0)
