@@ -269,8 +269,13 @@ template <typename Put> void compare(const Lines &before, const Lines &after, Pu
 
 QList<QuestionPart> difference(const QString &before, const QString &after)
 {
-    const Lines from = before.isEmpty() ? Lines() : QStringView(before).split(u'\n');
-    const Lines to = after.isEmpty() ? Lines() : QStringView(after).split(u'\n');
+    // The line break at the end of both begins no line.
+    const bool closed = (before.isEmpty() || before.endsWith(u'\n')) && (after.isEmpty() || after.endsWith(u'\n'));
+    const auto linesOf = [closed](const QString &text) {
+        return text.isEmpty() ? Lines() : QStringView(text).chopped(closed ? 1 : 0).split(u'\n');
+    };
+    const Lines from = linesOf(before);
+    const Lines to = linesOf(after);
     const auto head = std::mismatch(from.begin(), from.end(), to.begin(), to.end()).first - from.begin();
     const auto room = std::min(from.size(), to.size()) - head;
     qsizetype tail = 0;

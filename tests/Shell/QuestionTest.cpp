@@ -96,7 +96,7 @@ private Q_SLOTS:
                                                          {u"replace_all"_s, true}}))),
                  (QStringList{u"File: /x/y"_s, u"one"_s, u"−two"_s, u"+2"_s, u"three"_s, u"+four"_s, u"replace_all: true"_s, here,
                               folder}));
-        QCOMPARE(told(questionParts(question(u"Write"_s, QJsonObject{{u"file_path"_s, u"/x"_s}, {u"content"_s, u"a\nb"_s}}))),
+        QCOMPARE(told(questionParts(question(u"Write"_s, QJsonObject{{u"file_path"_s, u"/x"_s}, {u"content"_s, u"a\nb\n"_s}}))),
                  (QStringList{u"File: /x"_s, u"+a\nb"_s, here, folder}));
         QCOMPARE(told(questionParts(question(u"ExitPlanMode"_s, QJsonObject{{u"plan"_s, u"# Plan\n1. Go"_s}}))),
                  (QStringList{u"Plan: # Plan\n1. Go"_s, here, folder}));
