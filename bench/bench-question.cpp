@@ -4,7 +4,7 @@
 #include "World.h"
 
 #include "Shell/PeekLine.h"
-#include "Shell/UI.h"
+#include "Core/UI.h"
 
 #include <QElapsedTimer>
 #include <QGuiApplication>

@@ -1,6 +1,7 @@
 #include "App/CommandLine.h"
 
 #include <QCoreApplication>
+#include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -25,6 +26,22 @@ std::optional<QString> valueOf(QLatin1StringView flag, const QStringList &argume
     return at >= 0 && at + 1 < arguments.size() ? std::optional(arguments.at(at + 1)) : std::nullopt;
 }
 
+constexpr std::array kOtherFlags{"--activated"_L1, "--snapshot"_L1, "--site-preview"_L1, "--test-backdrop"_L1,
+                                 "--display"_L1,   "--check"_L1,    "--help"_L1,         "--version"_L1};
+
+bool isKnown(const QString &flag)
+{
+    return std::ranges::find(kActionFlags, flag, &ActionFlag::flag) != kActionFlags.end()
+        || std::ranges::find(kOtherFlags, flag) != kOtherFlags.end();
+}
+
+QString firstUnknown(const QStringList &arguments)
+{
+    const auto found = std::ranges::find_if(
+        arguments, [](const QString &each) { return each.startsWith("--"_L1) && !isKnown(each); });
+    return found == arguments.end() ? QString() : *found;
+}
+
 } // namespace
 
 CommandLine CommandLine::parse(const QStringList &arguments)
@@ -39,8 +56,11 @@ CommandLine CommandLine::parse(const QStringList &arguments)
         .snapshot = valueOf("--snapshot"_L1, arguments),
         .sitePreview = valueOf("--site-preview"_L1, arguments),
         .testBackdrop = valueOf("--test-backdrop"_L1, arguments),
+        .display = valueOf("--display"_L1, arguments).value_or(QString()),
+        .check = arguments.contains("--check"_L1),
         .help = arguments.contains("--help"_L1) || arguments.contains("-h"_L1),
         .version = arguments.contains("--version"_L1) || arguments.contains("-v"_L1),
+        .unknown = firstUnknown(arguments),
     };
 }
 
@@ -65,6 +85,8 @@ QString helpText()
         "  --demo-peek           show an example of a line that slides out\n"
         "  --welcome             show the welcome again\n"
         "  --settings            open the settings\n"
+        "  --display NAME        x11 or wayland, where the desktop has both\n"
+        "  --check               tell what works on this desktop and what to do about the rest\n"
         "  --activated           wait for what the desktop's session bus asks for\n"
         "  --version             print the version and end\n"
         "  --help                print this and end\n"

@@ -7,12 +7,13 @@
 #include "App/Windows.h"
 #include "Design/TabOrder.h"
 #include "Hub/Stores.h"
+#include "Platform/Posix/EndSignals.h"
 #include "Shell/CollapsedStrip.h"
 #include "Shell/PanelContents.h"
 #include "Shell/PanelKeys.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/PeekLine.h"
-#include "Shell/UI.h"
+#include "Core/UI.h"
 #include "Shell/VeltoPanel.h"
 
 namespace velto {
@@ -30,6 +31,7 @@ private:
     void showPanel();
     void showBackdrop(const QString &kind);
     void painted();
+    void sweep();
     void followStandIn();
 
     Activation &m_activation;
@@ -48,6 +50,7 @@ private:
     AppDelegate m_delegate;
     StandIn m_standIn;
     Windows m_windows;
+    EndSignals m_endSignals;
     TimerHandle m_paintedAnyway;
 };
 

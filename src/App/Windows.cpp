@@ -57,7 +57,6 @@ void Windows::showSettings()
 {
     if (!m_settingsWindow) {
         m_settings = std::make_unique<SettingsStore>(m_settingsNeeds);
-        m_settings->general()->setHotKeyRegistered(m_hotKeyRegistered);
         connect(m_settings->about(), &AboutSettings::quitWanted, this, &Windows::quitWanted);
         m_settingsWindow.reset(make("SettingsWindow.qml", m_settings.get()));
     }
@@ -81,13 +80,6 @@ void Windows::showWelcome()
     m_welcomeWindow->show();
     m_welcomeWindow->raise();
     m_welcomeWindow->requestActivate();
-}
-
-void Windows::setHotKeyRegistered(bool registered)
-{
-    m_hotKeyRegistered = registered;
-    if (m_settings)
-        m_settings->general()->setHotKeyRegistered(registered);
 }
 
 QQuickWindow *Windows::make(const char *file, QObject *store)

@@ -14,7 +14,7 @@ Item {
     property bool takesReturn: true
     /// Off where something else shows who has the keyboard.
     property bool ringed: true
-    property bool hovered: hover.hovered && root.enabled
+    property bool hovered: hover.hovered && root.enabled && !Theme.pointerRests
     property bool pressed: (tap.pressed || keys.held) && root.enabled
 
     signal clicked
@@ -27,7 +27,11 @@ Item {
     Accessible.name: Plain.line(root.label)
     Accessible.description: root.help === root.label ? "" : root.help
     Accessible.focusable: true
-    Accessible.onPressAction: keys.click()
+    Accessible.ignored: !root.visible
+    Accessible.onPressAction: {
+        if (root.enabled)
+            keys.click();
+    }
     Keys.onPressed: event => keys.press(event)
     Keys.onReleased: event => keys.release(event)
     onActiveFocusChanged: keys.held = false

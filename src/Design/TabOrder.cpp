@@ -15,7 +15,7 @@ constexpr double kRow = 6;
 constexpr double kLine = 28;
 
 // Where the keyboard stops: a control, or all controls of a scrolling area, which stand where the area does, however far its
-// content has been scrolled.
+// content has been scrolled, or all controls of a card beside others.
 struct Stop {
     QPointF place;
     QList<QQuickItem *> controls;
@@ -32,7 +32,7 @@ void collect(QQuickItem *item, QList<Stop> &stops, bool first = false)
         const bool leads = first || child->property("comesFirst").toBool();
         if (child->activeFocusOnTab())
             stops.append({child->mapToScene({0, std::min(child->height(), kLine) / 2}), {child}, leads});
-        if (child->inherits("QQuickFlickable"))
+        if (child->inherits("QQuickFlickable") || child->property("staysTogether").toBool())
             stops.append({child->mapToScene({0, 0}), controlsBelow(child), leads});
         else
             collect(child, stops, leads);

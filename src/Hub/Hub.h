@@ -67,6 +67,10 @@ public:
 
     /// Selects a tab if it is visible, and the first one otherwise.
     Q_INVOKABLE void open(velto::Tab tab);
+    /// Offers a key of the open panel to the visible tabs. True if one has taken it.
+    bool takeKey(QKeyCombination key);
+    /// Something is being written in a visible tab.
+    bool unfinished() const;
     /// Asks every source to read again; returns at once. `force` overrides the sources that keep longer intervals of their own.
     Q_INVOKABLE void refresh(bool force);
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Support.h"
+
 #include <QString>
 #include <functional>
 #include <optional>
@@ -25,6 +27,8 @@ public:
     /// silent, and if another read() began meanwhile.
     virtual void read(int longest, QObject *context, std::function<void(std::optional<QString>)> done) = 0;
     virtual void setText(const QString &text) = 0;
+    /// Whether copies of all programs are noticed.
+    virtual Support support() const { return {}; }
 };
 
 } // namespace velto

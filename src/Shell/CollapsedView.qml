@@ -1,7 +1,6 @@
 import QtQuick
 import Velto.Design
 import Velto.Shell
-import Velto.Stores
 
 // The strip: one fact on each side of the housing, and the row that slides out under it.
 Item {
@@ -106,6 +105,7 @@ Item {
                 visible: root.strip.right === CollapsedStrip.Playing
                 name: "music.note"
                 size: 11
+                grows: false
                 color: "white"
             }
         }

@@ -1,6 +1,6 @@
 import QtQuick
 import Velto.Design
-import Velto.Stores
+import Velto.Shell
 
 // What the strip is about, in one line, while the pointer rests on it.
 Item {

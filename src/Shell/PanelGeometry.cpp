@@ -51,8 +51,13 @@ QSizeF measureHousing(const Display &display)
 
 QRect panelFrame(const Display &display, QSizeF housing, PanelSize size, double unfolded)
 {
+    return hangFrom(display, panelSize(housing, size, unfolded));
+}
+
+QRect hangFrom(const Display &display, QSizeF size)
+{
     const QSizeF room = display.frame.size().expandedTo({1, 1});
-    const QSize fitted = panelSize(housing, size, unfolded).boundedTo(room).toSize().expandedTo({1, 1});
+    const QSize fitted = size.boundedTo(room).toSize().expandedTo({1, 1});
     const double left = display.frame.center().x() - fitted.width() / 2.0;
     return {QPoint(qRound(left), qRound(display.frame.top())), fitted};
 }

@@ -43,6 +43,9 @@ QSizeF panelSize(QSizeF housing, PanelSize size, double unfolded = 0);
 /// Where the window goes: centred at the top edge of the display. Never empty, and never wider or higher than the display.
 QRect panelFrame(const Display &display, QSizeF housing, PanelSize size, double unfolded = 0);
 
+/// Where something of this size hangs from the display's top edge, in its middle. Never empty, and never larger than the display.
+QRect hangFrom(const Display &display, QSizeF size);
+
 /// The outline of the black: its top corners flare outwards into the display's edge, as a camera housing does.
 QPainterPath veltoOutline(const QRectF &rect, OutlineRadii radii);
 

@@ -44,6 +44,7 @@ private:
         bool operator==(const Shape &) const = default;
     };
     Shape read() const;
+    Shape withoutMenu() const;
     void update();
 
     const Hub &m_hub;

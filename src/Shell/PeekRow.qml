@@ -1,6 +1,6 @@
 import QtQuick
 import Velto.Design
-import Velto.Stores
+import Velto.Shell
 
 // The line that slid out. A press on it acts; a question has two pills.
 Item {

@@ -4,11 +4,10 @@
 #include "Shell/CollapsedStrip.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/PeekLine.h"
-#include "Shell/UI.h"
+#include "Core/UI.h"
 #include "World.h"
 
 #include <QSignalSpy>
-#include <QWindow>
 
 using namespace Qt::StringLiterals;
 
@@ -24,12 +23,11 @@ class DelegateTest : public QObject {
         FakeSession session;
         FakeHotKey hotKey;
         FakeStatusItem statusItem;
-        QWindow window;
         UI ui{clock, prefs};
         CollapsedStrip strip{{hub, clock, prefs, everyday, agents, todos}};
         PanelOutline outline{hub, ui, strip};
         PeekLine line{hub, agents};
-        AppDelegate delegate{{clock, hub, prefs, todos, ui, outline, displays, panelWindow, window, session}};
+        AppDelegate delegate{{clock, hub, prefs, ui, outline, displays, panelWindow, session}};
 
         Desktop()
         {
@@ -64,7 +62,7 @@ private Q_SLOTS:
     {
         Desktop d;
         QCOMPARE(d.frame(), kCollapsed);
-        QVERIFY(d.window.isVisible());
+        QVERIFY(d.panelWindow.shown);
         d.ui.stripEntered();
         QCOMPARE(d.frame(), kExpanded);
         QVERIFY(!d.panelWindow.focused);
@@ -180,18 +178,18 @@ private Q_SLOTS:
         d.displays.setAll({Desktop::screen({0, 0, 1280, 720})});
         QCOMPARE(d.frame(), QRect(528, 0, 224, 24));
         d.displays.setAll({});
-        QVERIFY(!d.window.isVisible());
+        QVERIFY(!d.panelWindow.shown);
         d.ui.openFocused(); // nowhere to go, and no harm
         d.ui.close();
         d.wait(1000);
-        QVERIFY(!d.window.isVisible());
+        QVERIFY(!d.panelWindow.shown);
         Display housed = Desktop::screen({1280, 0, 1512, 982});
         housed.main = false;
         housed.safeAreaTop = 32;
         housed.auxiliaryTopLeft = QRectF(1280, 0, 663, 32);
         housed.auxiliaryTopRight = QRectF(2128, 0, 664, 32);
         d.displays.setAll({Desktop::screen({0, 0, 1280, 720}), housed});
-        QVERIFY(d.window.isVisible());
+        QVERIFY(d.panelWindow.shown);
         QCOMPARE(d.frame(), QRect(1892, 0, 289, 32));
     }
 
@@ -199,19 +197,18 @@ private Q_SLOTS:
     {
         Desktop d;
         d.session.setLocked(true);
-        QVERIFY(!d.window.isVisible());
+        QVERIFY(!d.panelWindow.shown);
         d.peek(u"secret"_s);
         d.ui.openFocused();
-        QVERIFY(!d.window.isVisible());
+        QVERIFY(!d.panelWindow.shown);
         d.session.setLocked(false);
-        QVERIFY(d.window.isVisible());
+        QVERIFY(d.panelWindow.shown);
         QCOMPARE(d.frame(), kExpanded);
     }
 
     void theGlobalKeyAndTheMenuOpenWithTheKeyboard()
     {
         Desktop d;
-        QVERIFY(d.delegate.hotKeyRegistered());
         d.hotKey.press();
         d.wait(0);
         QVERIFY(d.ui.expanded());
@@ -244,15 +241,16 @@ private Q_SLOTS:
 
     void theCommandLineSaysWhatToDo_data()
     {
-        columns<QStringList, QStringList, QStringList>({"arguments", "here", "there"});
+        columns<QStringList, QStringList, QStringList, QString>({"arguments", "here", "there", "unknown"});
         const QStringList none;
-        QTest::newRow("nothing") << none << none << QStringList{u"open"_s};
-        QTest::newRow("expanded") << QStringList{u"--expanded"_s} << QStringList{u"open"_s} << QStringList{u"open"_s};
+        QTest::newRow("nothing") << none << none << QStringList{u"open"_s} << QString();
+        QTest::newRow("expanded") << QStringList{u"--expanded"_s} << QStringList{u"open"_s} << QStringList{u"open"_s}
+                                  << QString();
         QTest::newRow("two") << QStringList{u"--demo-peek"_s, u"x"_s, u"--search"_s}
                              << QStringList{u"open-and-search"_s, u"demo-peek"_s}
-                             << QStringList{u"open-and-search"_s, u"demo-peek"_s};
-        QTest::newRow("started by the bus") << QStringList{u"--activated"_s} << none << none;
-        QTest::newRow("unknown") << QStringList{u"--none"_s} << none << QStringList{u"open"_s};
+                             << QStringList{u"open-and-search"_s, u"demo-peek"_s} << QString();
+        QTest::newRow("started by the bus") << QStringList{u"--activated"_s} << none << none << QString();
+        QTest::newRow("mistyped") << QStringList{u"-platform"_s, u"--serach"_s} << none << QStringList{u"open"_s} << u"--serach"_s;
     }
     void theCommandLineSaysWhatToDo()
     {
@@ -260,6 +258,7 @@ private Q_SLOTS:
         const auto commandLine = CommandLine::parse(arguments);
         QTEST(commandLine.actions, "here");
         QTEST(commandLine.actionsForTheOther(), "there");
+        QTEST(commandLine.unknown, "unknown");
     }
     void aRowThatLeadsToOneOfSeveralSessionsSaysSo()
     {

@@ -95,6 +95,21 @@ def main(program):
 
         expect("the keyboard's Allow goes back", read_whole_and_answer_by_keys(velto, strip), ALLOWED)
         velto.settled(lambda at: at == strip, f"the strip to be back at {strip} after the keyboard")
+        first = velto.ask(command="make first")
+        velto.settled(lambda at: at.height == strip.height + PEEK_ROW_HEIGHT, "the first of two questions")
+        second = velto.ask(command="make second", session="bbbbbbbb-131d-43a7-b83d-daf04de24178")
+        time.sleep(0.5)
+        velto.hang_up(first)
+        time.sleep(0.5 + GUARD_SECONDS)  # from the asker's end to the next one's turn, and for it to be read
+        velto.press(ALLOW)
+        expect("the one that still waits gets the answer", answer_of(second), ALLOWED)
+        velto.leave()
+        velto.settled(lambda at: at == strip, f"the strip to be back at {strip} after two questions")
+        alone = velto.ask(command="make nothing")
+        velto.settled(lambda at: at.height == strip.height + PEEK_ROW_HEIGHT, "a question to slide out")
+        velto.hang_up(alone)
+        velto.settled(lambda at: at == strip, "a question to leave with its asker")
+
         expect("a press on the row answers nothing", ask_and_press(velto, strip, ROW_TEXT, "make nothing"), None)
         velto.leave()
         velto.settled(lambda at: at == strip, f"the strip to be back at {strip} after the row")

@@ -1,6 +1,6 @@
 import QtQuick
 import Velto.Design
-import Velto.Stores
+import Velto.Home
 
 // The one session that matters most right now.
 GlassCard {

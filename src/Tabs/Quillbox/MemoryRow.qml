@@ -12,7 +12,7 @@ Item {
     required property string age
     required property string spoken
 
-    implicitHeight: 28
+    implicitHeight: 28 * Theme.textScale
     activeFocusOnTab: true
     Accessible.role: Accessible.ListItem
     Accessible.name: Plain.line(root.spoken)
@@ -27,7 +27,7 @@ Item {
         id: mark
 
         x: 8
-        width: 18
+        width: 18 * Theme.textScale
         height: parent.height
 
         Symbol {

@@ -1,5 +1,5 @@
 #include "OtherProgram.h"
-#include "Platform/Linux/EwmhApplications.h"
+#include "Platform/Linux/X11/EwmhApplications.h"
 #include "RunTests.h"
 
 #include <QGuiApplication>
