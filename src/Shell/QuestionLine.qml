@@ -15,6 +15,7 @@ Item {
     property real longestName: 520 / 3
     readonly property real leastName: Math.min(name.implicitWidth, 64)
     readonly property real leastDetail: Math.min(detail.implicitWidth, 72)
+    readonly property real leastPlace: root.line.place === "" ? 0 : root.gap + Math.min(place.implicitWidth, 48)
     readonly property real room: root.width - chevron.width - 2 * root.gap
 
     height: 22
@@ -59,7 +60,7 @@ Item {
 
         x: chip.visible ? chip.x + chip.width + root.gap : chip.x
         anchors.verticalCenter: parent.verticalCenter
-        width: Math.min(implicitWidth, Math.max(0, root.width - x - chevron.width - root.gap))
+        width: Math.min(implicitWidth, Math.max(0, root.width - x - chevron.width - root.gap - root.leastPlace))
         text: root.line.detail
         color: root.line.hasDetail ? "white" : Theme.glassTertiary
         size: Theme.textBody
@@ -68,10 +69,12 @@ Item {
         Accessible.ignored: true
     }
     PlainText {
+        id: place
+
         x: detail.x + detail.width + root.gap
         anchors.verticalCenter: parent.verticalCenter
         width: Math.max(0, Math.min(implicitWidth, root.width - x - chevron.width - root.gap))
-        visible: root.line.place !== "" && width > 24
+        visible: root.line.place !== ""
         text: root.line.place
         color: Theme.glassTertiary
         size: Theme.textSmall

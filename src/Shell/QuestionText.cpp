@@ -123,8 +123,7 @@ public:
         else
             takeArguments();
         field(Texts::tr("Described as"), m_description, Look::Words);
-        for (auto each = m_rest.begin(); each != m_rest.end(); ++each)
-            field(visibleLine(each.key(), Wording::Exact, 40), written(*each), Look::Exact);
+        rest(m_rest);
         field(Texts::tr("Session"), m_question.session, Look::Words);
         field(Texts::tr("Folder"), m_question.cwd.value_or(QString()), Look::Exact);
         return m_parts;
@@ -143,6 +142,13 @@ private:
     {
         if (!text.isEmpty())
             m_parts.append({label, text, look, true});
+    }
+
+    /// What nobody expects, with its keys: as labels they could pose as ours.
+    void rest(const QJsonObject &input)
+    {
+        if (!input.isEmpty())
+            field(Texts::tr("Also given"), written(input), Look::Exact);
     }
 
     void block(const QString &label, const QString &text, Look look)
@@ -178,8 +184,7 @@ private:
             QJsonObject edit = edits.at(i).toObject();
             m_parts.append({Texts::tr("Change %1").arg(i + 1), {}, Look::Words, false});
             m_parts += change(edit);
-            for (auto each = edit.begin(); each != edit.end(); ++each)
-                field(visibleLine(each.key(), Wording::Exact, 40), written(*each), Look::Exact);
+            rest(edit);
         }
     }
 
@@ -269,8 +274,13 @@ template <typename Put> void compare(const Lines &before, const Lines &after, Pu
 
 QList<QuestionPart> difference(const QString &before, const QString &after)
 {
-    const Lines from = before.isEmpty() ? Lines() : QStringView(before).split(u'\n');
-    const Lines to = after.isEmpty() ? Lines() : QStringView(after).split(u'\n');
+    // The line break at the end of both begins no line.
+    const bool closed = (before.isEmpty() || before.endsWith(u'\n')) && (after.isEmpty() || after.endsWith(u'\n'));
+    const auto linesOf = [closed](const QString &text) {
+        return text.isEmpty() ? Lines() : QStringView(text).chopped(closed ? 1 : 0).split(u'\n');
+    };
+    const Lines from = linesOf(before);
+    const Lines to = linesOf(after);
     const auto head = std::mismatch(from.begin(), from.end(), to.begin(), to.end()).first - from.begin();
     const auto room = std::min(from.size(), to.size()) - head;
     qsizetype tail = 0;

@@ -88,15 +88,15 @@ private Q_SLOTS:
         const QString folder = u"Folder: /home/me/api"_s;
         QCOMPARE(told(questionParts(question(
                      u"Bash"_s, QJsonObject{{u"command"_s, u"a\nb"_s}, {u"description"_s, u"Do it"_s}, {u"timeout"_s, 5000}}))),
-                 (QStringList{u"a\nb"_s, u"Described as: Do it"_s, u"timeout: 5000"_s, here, folder}));
+                 (QStringList{u"a\nb"_s, u"Described as: Do it"_s, u"Also given: {\"timeout\":5000}"_s, here, folder}));
         QCOMPARE(told(questionParts(question(u"Edit"_s,
                                              QJsonObject{{u"file_path"_s, u"/x/y"_s},
                                                          {u"old_string"_s, u"one\ntwo\nthree"_s},
                                                          {u"new_string"_s, u"one\n2\nthree\nfour"_s},
                                                          {u"replace_all"_s, true}}))),
-                 (QStringList{u"File: /x/y"_s, u"one"_s, u"−two"_s, u"+2"_s, u"three"_s, u"+four"_s, u"replace_all: true"_s, here,
-                              folder}));
-        QCOMPARE(told(questionParts(question(u"Write"_s, QJsonObject{{u"file_path"_s, u"/x"_s}, {u"content"_s, u"a\nb"_s}}))),
+                 (QStringList{u"File: /x/y"_s, u"one"_s, u"−two"_s, u"+2"_s, u"three"_s, u"+four"_s,
+                              u"Also given: {\"replace_all\":true}"_s, here, folder}));
+        QCOMPARE(told(questionParts(question(u"Write"_s, QJsonObject{{u"file_path"_s, u"/x"_s}, {u"content"_s, u"a\nb\n"_s}}))),
                  (QStringList{u"File: /x"_s, u"+a\nb"_s, here, folder}));
         QCOMPARE(told(questionParts(question(u"ExitPlanMode"_s, QJsonObject{{u"plan"_s, u"# Plan\n1. Go"_s}}))),
                  (QStringList{u"Plan: # Plan\n1. Go"_s, here, folder}));
