@@ -18,9 +18,10 @@ QString identifierOf(const xcb_get_property_reply_t &reply)
 
 } // namespace
 
-EwmhApplications::EwmhApplications(XcbServer &server, QObject *parent)
+EwmhApplications::EwmhApplications(XcbServer &server, Clock &clock, QObject *parent)
     : Applications(parent)
     , m_server(server)
+    , m_recorders(clock)
 {
 }
 
@@ -37,7 +38,8 @@ void EwmhApplications::start()
             updateSoon();
         }
     });
-    connect(&m_recorders, &RecorderProcesses::ended, this, &EwmhApplications::updateRunning);
+    connect(&m_recorders, &RecorderProcesses::changed, this, &EwmhApplications::updateRunning);
+    m_recorders.start();
     update();
 }
 
@@ -61,7 +63,8 @@ void EwmhApplications::update()
     m_pending = false;
     const auto windows = m_server.values(m_server.root(), m_server.atom(XcbAtom::ClientList));
     readClasses(windows);
-    m_recorders.look();
+    if (!m_recorders.followsStarts())
+        m_recorders.look();
     updateRunning();
     updateFrontmost();
 }

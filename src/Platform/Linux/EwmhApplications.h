@@ -14,7 +14,7 @@ namespace velto {
 class EwmhApplications final : public Applications {
     Q_OBJECT
 public:
-    explicit EwmhApplications(XcbServer &server, QObject *parent = nullptr);
+    EwmhApplications(XcbServer &server, Clock &clock, QObject *parent = nullptr);
 
     void start();
     QStringList running() const override { return m_running; }
