@@ -143,6 +143,7 @@ Prefs::Prefs(Defaults &defaults, const Places &places, const Clock &clock, QObje
     , m_hoverDelay(stored<double>(defaults, "hoverDelay"_L1).value_or(0.3))
     , m_off(velto::set(stored<QStringList>(defaults, "modulesOff"_L1).value_or(QStringList{rawValue(Module::Calendar)})))
     , m_repoRoots(stored<QStringList>(defaults, "repoRoots"_L1).value_or(defaultRepoRoots(places.home)))
+    , m_repoRootsChosen(stored<QStringList>(defaults, "repoRoots"_L1).has_value())
     , m_quillboxURL(text(defaults, "quillboxURL"_L1))
     , m_jiraSite(text(defaults, "jiraSite"_L1))
     , m_jiraEmail(text(defaults, "jiraEmail"_L1))
@@ -165,6 +166,11 @@ Prefs::Prefs(Defaults &defaults, const Places &places, const Clock &clock, QObje
 bool Prefs::isOn(Module module) const
 {
     return !m_off.contains(rawValue(module));
+}
+
+bool Prefs::anyOn() const
+{
+    return std::ranges::any_of(kModules, [this](const ModuleFacts &facts) { return !m_off.contains(facts.raw); });
 }
 
 void Prefs::set(Module module, bool on)
@@ -215,6 +221,7 @@ void Prefs::setOpenMode(OpenMode value)
 
 void Prefs::setRepoRoots(const QStringList &value)
 {
+    m_repoRootsChosen = true;
     write("repoRoots"_L1, m_repoRoots, value, value);
 }
 

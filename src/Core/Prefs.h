@@ -31,6 +31,7 @@ public:
 
     /// Whether the user wants this module.
     bool isOn(Module module) const;
+    bool anyOn() const;
     /// Turns one module on or off. Touching a single one always drops the preset.
     void set(Module module, bool on);
     /// Chooses a preset of modules; Custom leaves them as they are. Callers refresh the Hub right after.
@@ -47,6 +48,8 @@ public:
     const QSet<QString> &off() const { return m_off; }
     const QStringList &repoRoots() const { return m_repoRoots; }
     void setRepoRoots(const QStringList &value);
+    /// Whether the folders may be looked at: the user has chosen them, or finished the welcome that tells of them.
+    bool mayLookAtRepos() const { return m_onboarded || m_repoRootsChosen; }
     const QString &quillboxURL() const { return m_quillboxURL; }
     void setQuillboxURL(const QString &value);
     const QString &jiraSite() const { return m_jiraSite; }
@@ -102,6 +105,7 @@ private:
     double m_hoverDelay;
     QSet<QString> m_off;
     QStringList m_repoRoots;
+    bool m_repoRootsChosen;
     QString m_quillboxURL;
     QString m_jiraSite;
     QString m_jiraEmail;

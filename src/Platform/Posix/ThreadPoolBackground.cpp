@@ -11,7 +11,8 @@ ThreadPoolBackground::ThreadPoolBackground()
 
 ThreadPoolBackground::~ThreadPoolBackground()
 {
-    m_pool.clear();
+    // What was handed over is done: a secret that is to go may be among it.
+    release();
     m_pool.waitForDone();
 }
 
