@@ -173,6 +173,8 @@ void Hub::refresh(bool force)
     m_signals->refresh(force);
     m_everyday->refresh();
     m_work->refresh(force);
+    if (force)
+        m_glances->refresh();
     fixSelection();
     m_updated = m_clock.wallTime();
     Q_EMIT updatedChanged();

@@ -44,7 +44,7 @@ Hub::Needs Stores::hubNeeds(const Desktop &d, std::unique_ptr<HookListener> list
     auto everyday = std::make_unique<EverydaySource>(EverydaySource::Needs{d.clock, prefs, google, d.players, d.sounds});
     auto work = std::make_unique<WorkSource>(WorkSource::Needs{d.clock, d.background, d.tools, d.http, d.keychain, prefs});
     auto glances = std::make_unique<GlanceSource>(
-        GlanceSource::Needs{d.clock, d.background, d.tools, d.clipboard, d.http, d.places.downloads});
+        GlanceSource::Needs{d.clock, d.background, d.tools, d.clipboard, d.http, prefs, d.places.downloads});
     return {d.clock,
             d.accessibility,
             d.applications,

@@ -13,7 +13,7 @@ SettingsStore::SettingsStore(const Needs &needs, QObject *parent)
     , m_claude(*needs.hub.agents(), needs.tools, needs.places, needs.hookPort)
     , m_tokens(needs.hub, needs.prefs, needs.background, needs.keychain)
     , m_quillbox(needs.hub, needs.prefs, needs.background, needs.keychain)
-    , m_about({needs.installer, needs.loginItem, needs.keychain, needs.defaults, needs.version})
+    , m_about({needs.installer, needs.loginItem, needs.background, needs.keychain, needs.defaults, needs.version})
 {
 }
 

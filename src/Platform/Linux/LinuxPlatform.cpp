@@ -65,7 +65,7 @@ LinuxPlatform::LinuxPlatform(Clock &clock, Files &files, const Places &places)
     : displays(server)
     , panelWindow(server)
     , hotKey(server)
-    , applications(server)
+    , applications(server, clock)
     , statusItem(server)
     , loginItem(files, configurationFolder(), QCoreApplication::applicationFilePath())
     , session(clock)
@@ -88,6 +88,7 @@ void LinuxPlatform::start()
     session.start(QDBusConnection::systemBus(), sessionBus);
     accessibility.start(sessionBus);
     players.start(sessionBus);
+    keychain.follow(sessionBus);
 }
 
 } // namespace velto

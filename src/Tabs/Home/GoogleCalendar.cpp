@@ -4,7 +4,9 @@
 #include "Core/Result.h"
 #include "Platform/Background.h"
 #include "Platform/Clock.h"
+#include "Platform/Keychain.h"
 #include "Tabs/Home/Abandoned.h"
+#include "Tabs/Home/SignInListener.h"
 #include "Tabs/Home/WorkError.h"
 
 #include <algorithm>
@@ -49,6 +51,10 @@ GoogleCalendar::GoogleCalendar(Needs needs, QObject *parent)
     , m_keychain(m_needs.background, m_needs.keychain)
 {
     QObject::connect(&m_needs.prefs, &Prefs::changed, this, &GoogleCalendar::prefsChanged);
+    QObject::connect(&m_needs.keychain, &Keychain::lockedChanged, this, [this] {
+        if (!m_needs.keychain.locked() && m_usesGoogle)
+            refresh();
+    });
 }
 
 GoogleCalendar::~GoogleCalendar()
@@ -81,6 +87,7 @@ QCoro::Task<> GoogleCalendar::refreshTask()
     if (link.expired() || !failure)
         co_return;
     m_state.error = failure;
+    m_state.answered = true;
     publish();
 }
 
@@ -95,6 +102,8 @@ QCoro::Task<> GoogleCalendar::load(std::optional<GoogleTokens> tokens)
     auto calendars = co_await readingList;
     stillWanted(link);
     m_state.calendars = valueOf(std::move(calendars));
+    if (m_state.connecting)
+        forgetOtherAccounts();
     publish();
 
     const QStringList ids = calendarsToRead();
@@ -113,7 +122,18 @@ QCoro::Task<> GoogleCalendar::load(std::optional<GoogleTokens> tokens)
     std::ranges::stable_sort(meetings, {}, &GoogleMeeting::start);
     m_state.meetings = meetings;
     m_state.error.reset();
+    m_state.answered = true;
     publish();
+}
+
+/// The calendars of an account that was connected before answer nothing but errors.
+void GoogleCalendar::forgetOtherAccounts()
+{
+    const QStringList &chosen = m_needs.prefs.googleCalendarIDs();
+    QStringList ours = chosen;
+    ours.removeIf([this](const QString &id) { return !std::ranges::count(m_state.calendars, id, &GoogleCalendarInfo::id); });
+    if (ours != chosen)
+        m_needs.prefs.setGoogleCalendarIDs(ours);
 }
 
 QStringList GoogleCalendar::calendarsToRead()
@@ -141,6 +161,22 @@ void GoogleCalendar::choose(const QString &calendarID, bool chosen)
     refresh();
 }
 
+QList<GoogleCalendarInfo> GoogleCalendar::choices() const
+{
+    QList<GoogleCalendarInfo> all = m_state.calendars;
+    const QStringList &chosen = m_needs.prefs.googleCalendarIDs();
+    for (const QString &id : chosen) {
+        if (!all.isEmpty() && !std::ranges::count(all, id, &GoogleCalendarInfo::id))
+            all.append({id, id, std::nullopt});
+    }
+    return all;
+}
+
+void GoogleCalendar::unlock()
+{
+    m_needs.keychain.unlock();
+}
+
 void GoogleCalendar::prefsChanged()
 {
     updateRows();
@@ -162,7 +198,8 @@ void GoogleCalendar::updateRows()
 {
     const QStringList &chosen = m_needs.prefs.googleCalendarIDs();
     QList<RowModel::Row> rows;
-    for (const GoogleCalendarInfo &calendar : std::as_const(m_state.calendars))
+    const QList<GoogleCalendarInfo> all = choices();
+    for (const GoogleCalendarInfo &calendar : all)
         rows.append({calendar.id, calendar.summary, chosen.contains(calendar.id)});
     m_calendarRows.setRows(rows);
 }

@@ -2,6 +2,7 @@
 
 #include "Core/Prefs.h"
 #include "Platform/Clock.h"
+#include "Platform/Keychain.h"
 #include "Platform/Workspace.h"
 #include "Tabs/Home/Abandoned.h"
 #include "Tabs/Home/GoogleCalendar.h"
@@ -45,12 +46,14 @@ QCoro::Task<> GoogleCalendar::connectTask()
         const GoogleTokens fresh = co_await authorize();
         stillWanted(life);
         const std::weak_ptr link = m_link;
-        co_await saveTokens(fresh);
+        const bool kept = co_await saveTokens(fresh);
         stillWanted(link);
+        if (!kept)
+            throw WorkError{tr("The keyring couldn't keep the sign-in")};
         m_needs.prefs.setCalendarSource(Prefs::CalendarSource::Google);
-        const std::optional<GoogleTokens> kept = co_await loadTokens();
+        const std::optional<GoogleTokens> tokens = co_await loadTokens();
         stillWanted(link);
-        co_await load(kept);
+        co_await load(tokens);
     } catch (const Abandoned &) {
         // The account was forgotten meanwhile, or this object is gone.
     } catch (const WorkError &error) {
@@ -59,9 +62,17 @@ QCoro::Task<> GoogleCalendar::connectTask()
     if (life.expired())
         co_return;
     m_state.connecting = false;
-    if (failure)
+    if (failure) {
         m_state.error = failure;
+        m_state.answered = m_state.linked;
+    }
     publish();
+}
+
+void GoogleCalendar::cancelConnecting()
+{
+    if (m_listener)
+        m_listener->cancel();
 }
 
 QCoro::Task<GoogleCalendar::Grant> GoogleCalendar::askInBrowser()
@@ -71,13 +82,19 @@ QCoro::Task<GoogleCalendar::Grant> GoogleCalendar::askInBrowser()
     const QString state = unguessable();
     // A child too: if this object goes, so does the listener, and the wait for the browser ends.
     const std::unique_ptr<SignInListener, DeleteLater> listener(new SignInListener(this));
+    m_listener = listener.get();
     const QString redirect = u"http://127.0.0.1:%1/oauth2callback"_s.arg(listener->start());
     // Without a browser nobody would ever come back.
     if (!m_needs.workspace.open(authorizationUrl(m_needs.endpoints, m_needs.client, redirect, verifier, state)))
         throw WorkError{tr("Google sign-in failed")};
-    const std::optional<QString> code = co_await listener->callback(state);
+    const SignInListener::Answer answer = co_await listener->callback(state);
     stillWanted(life);
-    co_return Grant{code.value_or(QString()), verifier, redirect};
+    if (answer.error)
+        throw WorkError{*answer.error == "access_denied"_L1 ? tr("Google sign-in was declined in the browser")
+                                                            : tr("Google sign-in failed")};
+    if (!answer.code)
+        throw Abandoned{};
+    co_return Grant{*answer.code, verifier, redirect};
 }
 
 QCoro::Task<GoogleTokens> GoogleCalendar::authorize()
@@ -132,13 +149,14 @@ QCoro::Task<std::optional<GoogleTokens>> GoogleCalendar::loadTokens()
     const std::optional<QString> record = co_await m_keychain.get(tokenKey);
     stillWanted(link);
     const std::optional<GoogleTokens> tokens = GoogleTokens::fromJson(record.value_or(QString()));
-    m_state.linked = tokens.has_value();
+    m_state.locked = !record && m_needs.keychain.locked();
+    m_state.linked = tokens.has_value() || (m_state.locked && m_state.linked);
     publish();
     stillWanted(link); // whoever heard of it may have ended it
     co_return tokens;
 }
 
-QCoro::Task<> GoogleCalendar::saveTokens(const GoogleTokens &tokens)
+QCoro::Task<bool> GoogleCalendar::saveTokens(const GoogleTokens &tokens)
 {
     return m_keychain.put(tokenKey, tokens.toJson());
 }
@@ -160,7 +178,9 @@ void GoogleCalendar::disconnect()
     m_state.meetings.clear();
     m_state.error.reset();
     m_state.linked = false;
+    m_state.answered = false;
     m_published = m_state;
+    m_needs.prefs.setGoogleCalendarIDs({}); // they are the account's
     updateRows();
     if (m_needs.prefs.calendarSource() == Prefs::CalendarSource::Google)
         m_needs.prefs.setCalendarSource(Prefs::CalendarSource::Manual);

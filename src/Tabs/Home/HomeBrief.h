@@ -48,7 +48,8 @@ private:
     bool isOn(Prefs::Module module) const;
     HomeItem &add(HomeItem item);
     /// The row for a feed that isn't ready. True if the feed is ready.
-    bool addUnlessReady(const QString &id, const QString &symbol, const QString &name, const SourceState &state);
+    bool addUnlessReady(const QString &id, const QString &symbol, const QString &name, const SourceState &state,
+                        const std::function<void()> &unlock = {});
     void addTodos(const QList<Todo> &todos, bool late);
     HomeItem::Action openTab(const QString &label, Tab tab) const;
     /// Nothing for a link that may not be opened.

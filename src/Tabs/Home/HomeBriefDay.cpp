@@ -71,8 +71,8 @@ void HomeBrief::calendar()
 {
     if (!isOn(Prefs::Module::Calendar))
         return;
-    const EverydaySource &everyday = *m_hub.everyday();
-    addUnlessReady(u"cal"_s, u"calendar"_s, tr("Calendar"), everyday.calendarState());
+    EverydaySource &everyday = *m_hub.everyday();
+    addUnlessReady(u"cal"_s, u"calendar"_s, tr("Calendar"), everyday.calendarToShow(), [&everyday] { everyday.unlock(); });
     const std::optional<NextEvent> event = everyday.nextEvent();
     if (!event)
         return;
