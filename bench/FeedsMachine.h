@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Core/Http.h"
-#include "Core/Stores.h"
 #include "HttpStandIn.h"
+#include "Hub/Stores.h"
 #include "Platform/Fake/FakePlatform.h"
 #include "Platform/Places.h"
 #include "Platform/Posix/PosixFileTree.h"

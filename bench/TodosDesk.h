@@ -7,7 +7,7 @@
 #include "Platform/Fake/FakeToolRunner.h"
 #include "Platform/Machine.h"
 #include "Platform/Places.h"
-#include "Tabs/Quillbox/HubClient.h"
+#include "Tabs/Quillbox/QuillboxClient.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
 #include "Tabs/Todos/TodosSource.h"
 
@@ -47,7 +47,7 @@ struct TodosDesk {
     Places places{QStringLiteral("/home/me"), {}, QStringLiteral("/home/me/data"), {}};
     NamelessMachine machine;
     Http http;
-    HubClient client{http, background};
+    QuillboxClient client{http, background};
     QuillboxSource quillbox{{clock, machine, client, places.home}};
     std::unique_ptr<TodosSource> source;
 

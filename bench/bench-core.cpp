@@ -1,10 +1,10 @@
 // What the stores spend on the things that happen most: a hook call, a listing, a refresh that finds the same world or one
 // change.
 
-#include "Core/HookEvent.h"
-#include "Core/HookRequest.h"
 #include "Core/RowModel.h"
-#include "Core/SettingsEdit.h"
+#include "Hooks/HookEvent.h"
+#include "Hooks/HookRequest.h"
+#include "Hooks/SettingsEdit.h"
 #include "Tabs/Agents/Agent.h"
 
 #include <QDateTime>

@@ -62,17 +62,16 @@ struct FullDesk {
         world.prefs.setDailyPriority(u"Ship it"_s);
         world.prefs.setMeetingTitle(u"Review"_s);
         world.prefs.setMeetingStart(world.clock.wallTime().addSecs(600));
-        world.hub.everyday()->loadCalendar();
+        world.everyday.loadCalendar();
         world.hub.refresh(true);
         world.background.finishAll();
     }
     /// How much has arrived.
     std::string filling() const
     {
-        const Hub &hub = world.hub;
-        return u"%1 sessions, %2 todos, %3 repositories"_s.arg(hub.agents()->running().size() + hub.agents()->waiting().size())
-            .arg(hub.todos()->todos().size())
-            .arg(hub.signalsSource()->reposNeedingWork().size())
+        return u"%1 sessions, %2 todos, %3 repositories"_s.arg(world.agents.running().size() + world.agents.waiting().size())
+            .arg(world.todos.todos().size())
+            .arg(world.signalsSource.reposNeedingWork().size())
             .toStdString();
     }
 };
@@ -86,16 +85,18 @@ FullDesk &desk()
 void itemsOfTheBrief(benchmark::State &state)
 {
     World &world = desk().world;
+    const HomeStores stores{world.prefs, world.agents,  world.everyday,      world.work,
+                            world.todos, world.glances, world.signalsSource, world.quillbox};
     state.SetLabel(desk().filling());
     for (auto _ : state)
-        benchmark::DoNotOptimize(HomeBrief(world.hub, world.workspace, world.places, world.clock.wallTime()).items().size());
+        benchmark::DoNotOptimize(HomeBrief(stores, {}, world.workspace, world.places, world.clock.wallTime()).items().size());
 }
 BENCHMARK(itemsOfTheBrief)->Unit(benchmark::kMicrosecond);
 
 /// After a change of any store: the rows, the groups, the badge and the headline.
 void allThatTheViewsRead(benchmark::State &state)
 {
-    HomeSource &home = *desk().world.hub.home();
+    HomeSource &home = desk().world.home;
     for (auto _ : state) {
         home.worldChanged();
         benchmark::DoNotOptimize(home.badge() + home.headlineText().size() + int(home.headlineTone()) + home.items().size());

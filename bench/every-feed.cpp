@@ -4,18 +4,18 @@
 
 #include "FeedsMachine.h"
 
-#include "Core/HookListener.h"
-#include "Core/Stores.h"
+#include "Feeds/Everyday/EverydaySource.h"
+#include "Feeds/Glances/GlanceSource.h"
+#include "Feeds/Signals/SignalsSource.h"
+#include "Feeds/Work/WorkSource.h"
+#include "Hooks/HookListener.h"
+#include "Hub/Stores.h"
 #include "Shell/CollapsedStrip.h"
 #include "Shell/PanelContents.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/PeekLine.h"
 #include "Shell/UI.h"
 #include "Shell/VeltoPanel.h"
-#include "Tabs/Home/EverydaySource.h"
-#include "Tabs/Home/GlanceSource.h"
-#include "Tabs/Home/SignalsSource.h"
-#include "Tabs/Home/WorkSource.h"
 
 #include <QGuiApplication>
 #include <QJsonDocument>
@@ -71,12 +71,12 @@ private:
 
 /// The open panel.
 struct Panel {
-    Panel(Machinery &machinery, Hub &hub, Prefs &prefs)
-        : ui(machinery.clock, prefs)
-        , strip(hub)
-        , peekLine(hub)
-        , outline(hub, ui, strip)
-        , contents(hub)
+    Panel(Machinery &machinery, Stores &stores)
+        : ui(machinery.clock, stores.prefs)
+        , strip({stores.hub, machinery.clock, stores.prefs, stores.everyday, stores.agents, stores.todos})
+        , peekLine(stores.hub, stores.agents)
+        , outline(stores.hub, ui, strip)
+        , contents({stores.hub, stores.prefs, stores.everyday, stores.agents, stores.todos, stores.quillbox})
         , window(machinery.clock, ui, outline)
     {
         window.engine()->addImportPath(u"qrc:/qt/qml"_s);
@@ -159,17 +159,17 @@ void pass(int milliseconds)
 /// What came of the feeds, so that nobody takes an idle run for a quick one.
 QJsonObject found(const Hub &hub, Stores &stores)
 {
-    const SignalsSource &slow = *hub.signalsSource();
+    const SignalsSource &slow = signalsSource;
     return {{u"tokens"_s, slow.tokensUsed()},
             {u"servers"_s, slow.mcpCount()},
             {u"repositories"_s, slow.repos().size()},
-            {u"reviews"_s, hub.work()->prs().size()},
-            {u"issues"_s, hub.work()->issues().size()},
-            {u"mentions"_s, hub.work()->mentions().size()},
+            {u"reviews"_s, work.prs().size()},
+            {u"issues"_s, work.issues().size()},
+            {u"mentions"_s, work.mentions().size()},
             {u"meetings"_s, stores.google.meetings().size()},
-            {u"transfers"_s, hub.glances()->activeTransfers()},
-            {u"builds"_s, hub.glances()->failedBuilds()},
-            {u"clipboard"_s, hub.glances()->clipboard() ? hub.glances()->clipboard()->title : QString()}};
+            {u"transfers"_s, glances.activeTransfers()},
+            {u"builds"_s, glances.failedBuilds()},
+            {u"clipboard"_s, glances.clipboard() ? glances.clipboard()->title : QString()}};
 }
 
 } // namespace
@@ -197,7 +197,7 @@ int main(int argc, char **argv)
         figures[u"rest"_s] = frames.report(application);
         QTimer::singleShot(0, &application, [&stores] {
             stores.hub.refresh(true);
-            stores.hub.glances()->refresh();
+            stores.glances.refresh();
             stores.google.refresh();
         });
         pass(span);

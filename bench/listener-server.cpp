@@ -1,8 +1,8 @@
 // The hook listener with everything real but the UI. Prints its port and its token, and runs until its standard input ends.
 // Each event costs what a small store would do with it; questions are answered with nothing.
 
-#include "Core/HookListener.h"
-#include "Core/Hooks.h"
+#include "Hooks/HookListener.h"
+#include "Hooks/Hooks.h"
 #include "Platform/Fake/FakePlatform.h"
 #include "Platform/Posix/PosixLoopbackServer.h"
 #include "Platform/Posix/SystemClock.h"

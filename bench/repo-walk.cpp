@@ -2,8 +2,8 @@
 // The two take turns. Prints, for each round, the milliseconds of both, and at the end how many repositories were read.
 // Usage: repo-walk FOLDER ROUNDS
 
+#include "Feeds/Repositories/RepoState.h"
 #include "Platform/Posix/PosixToolRunner.h"
-#include "Tabs/Home/RepoState.h"
 
 #include <array>
 #include <chrono>

@@ -1,8 +1,8 @@
 // Reads logs when it is told to: "first" with a new reader, "again" with the one that it has, each on a line of standard input.
 // Answers each with: microseconds of the processor, KB above rest at the most, and the five sums. Usage: usage-reads FOLDER
 
+#include "Feeds/Usage/UsageReader.h"
 #include "Platform/Posix/PosixFileTree.h"
-#include "Tabs/Home/UsageReader.h"
 
 #include <cstdio>
 #include <ctime>

@@ -7,7 +7,6 @@ target_compile_options(velto-options INTERFACE
 target_compile_definitions(velto-options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_KEYWORDS QT_NO_FOREACH QT_NO_URL_CAST_FROM_STRING
     QT_STRICT_ITERATORS QT_DISABLE_DEPRECATED_BEFORE=0x060400 QT_WARN_DEPRECATED_UP_TO=0x060400)
-target_include_directories(velto-options INTERFACE ${PROJECT_SOURCE_DIR}/src)
 if(VELTO_SANITIZE)
     target_compile_options(velto-options INTERFACE -fsanitize=${VELTO_SANITIZE} -fno-omit-frame-pointer)
     target_link_options(velto-options INTERFACE -fsanitize=${VELTO_SANITIZE})
@@ -36,10 +35,31 @@ function(velto_precompiled name)
     endif()
 endfunction()
 
-# velto_library(NAME SOURCES... ): a static library of ours.
+# velto_headers(NAME FILES...): lets NAME, and whoever links it, include those of its files that are headers, by their path below
+# src/. A target sees the headers of what it links and no others, so that an include that points up doesn't compile. For that, each
+# library has a folder of links to its own headers.
+function(velto_headers name)
+    set(root ${CMAKE_BINARY_DIR}/include/${name})
+    cmake_path(RELATIVE_PATH CMAKE_CURRENT_SOURCE_DIR BASE_DIRECTORY ${PROJECT_SOURCE_DIR}/src OUTPUT_VARIABLE folder)
+    file(REMOVE_RECURSE ${root})
+    file(MAKE_DIRECTORY ${root}/${folder})
+    set(headers ${ARGN})
+    list(FILTER headers INCLUDE REGEX "\\.h$")
+    foreach(header ${headers})
+        file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR}/${header} ${root}/${folder}/${header} SYMBOLIC)
+    endforeach()
+    target_include_directories(${name} PUBLIC ${root})
+endfunction()
+
+# velto_library(NAME FILES...): a static library of ours.
 function(velto_library name)
     add_library(${name} STATIC ${ARGN})
+    set(sources ${PROJECT_SOURCE_DIR}/src)
     target_link_libraries(${name} PUBLIC velto-options)
+    cmake_path(IS_PREFIX sources ${CMAKE_CURRENT_SOURCE_DIR} ours)
+    if(ours)
+        velto_headers(${name} ${ARGN})
+    endif()
     velto_precompiled(${name})
 endfunction()
 
@@ -56,6 +76,10 @@ function(velto_qml_module name uri)
     qt_add_qml_module(${name} URI ${uri} VERSION 1.0 RESOURCE_PREFIX /qt/qml
         OUTPUT_DIRECTORY ${QT_QML_OUTPUT_DIRECTORY}/${path} ${cachegen} ${ARGN})
     target_link_libraries(${name} PUBLIC velto-options Qt6::Quick)
+    cmake_parse_arguments(module "" "" "SOURCES;QML_FILES;DEPENDENCIES" ${ARGN})
+    velto_headers(${name} ${module_SOURCES})
+    # The generated registration includes them by their bare names.
+    target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
     velto_precompiled(${name})
     # What Qt's own compilers write doesn't meet our warnings.
     get_target_property(sources ${name} SOURCES)

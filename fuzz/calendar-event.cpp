@@ -1,9 +1,9 @@
 // Whatever the calendar service may answer: the meetings are read or the reply is refused, and each that is read can be shown.
 // The same bytes also come as a browser's request to the port of the sign-in.
 
-#include "Tabs/Home/GoogleMeeting.h"
-#include "Tabs/Home/SignInListener.h"
-#include "Tabs/Home/WorkError.h"
+#include "Core/WorkError.h"
+#include "Feeds/Calendar/GoogleMeeting.h"
+#include "Feeds/Calendar/SignInListener.h"
 
 #include <cstdint>
 #include <cstdlib>

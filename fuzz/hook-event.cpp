@@ -1,6 +1,6 @@
 // Any bytes as the body of a hook call: the limits of each field hold, whatever comes.
 
-#include "Core/HookEvent.h"
+#include "Hooks/HookEvent.h"
 
 #include <cstdlib>
 

@@ -1,7 +1,7 @@
 // Any bytes as a hook request, at once and in pieces: the verdict and the body are the same, and nothing passes without the
 // secret.
 
-#include "Core/HookRequest.h"
+#include "Hooks/HookRequest.h"
 
 #include <cstdlib>
 #include <utility>

@@ -1,6 +1,6 @@
 // Whatever `claude mcp list` may print: each server that is read stands in one line of it, and reads the same on its own.
 
-#include "Tabs/Home/McpHealth.h"
+#include "Feeds/Servers/McpHealth.h"
 
 #include <QString>
 #include <algorithm>

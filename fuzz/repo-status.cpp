@@ -1,6 +1,6 @@
 // Whatever `git status` may print: what is counted as unsaved is what a plain look at the lines counts.
 
-#include "Tabs/Home/RepoState.h"
+#include "Feeds/Repositories/RepoState.h"
 
 #include <QByteArray>
 #include <cstdint>

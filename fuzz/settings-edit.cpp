@@ -1,8 +1,8 @@
 // Any bytes in the place of Claude Code's settings: an edit refuses them or gives whole JSON; a second install changes nothing;
 // what isn't ours stays through install and removal, token by token.
 
-#include "Core/SettingsEdit.h"
-#include "Core/SettingsOutline.h"
+#include "Hooks/SettingsEdit.h"
+#include "Hooks/SettingsOutline.h"
 
 #include <algorithm>
 #include <cstdint>

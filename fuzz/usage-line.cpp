@@ -1,8 +1,8 @@
 // Any bytes as a line of Claude Code's logs: what is read from it is what a plain reader finds, nothing behind the line is
 // touched, and a line that counts would have been noticed in a buffer.
 
-#include "Home/UsagePlain.h"
-#include "Tabs/Home/UsageBytes.h"
+#include "Feeds/Usage/UsageBytes.h"
+#include "Feeds/Usage/UsagePlain.h"
 
 #include <cstdlib>
 

@@ -2,8 +2,8 @@
 
 #include "FakeHttp.h"
 
-#include "Core/HookListener.h"
-#include "Core/Stores.h"
+#include "Hooks/HookListener.h"
+#include "Hub/Stores.h"
 #include "Platform/Fake/FakeBackground.h"
 #include "Platform/Fake/FakeClock.h"
 #include "Platform/Fake/FakeFiles.h"
@@ -11,15 +11,6 @@
 #include "Platform/Fake/FakeToolRunner.h"
 #include "Platform/Places.h"
 #include "Platform/Posix/PosixFileTree.h"
-#include "Tabs/Agents/AgentsSource.h"
-#include "Tabs/Connect/ConnectSource.h"
-#include "Tabs/Home/EverydaySource.h"
-#include "Tabs/Home/GlanceSource.h"
-#include "Tabs/Home/HomeSource.h"
-#include "Tabs/Home/SignalsSource.h"
-#include "Tabs/Home/WorkSource.h"
-#include "Tabs/Quillbox/QuillboxSource.h"
-#include "Tabs/Todos/TodosSource.h"
 
 namespace velto {
 
@@ -60,6 +51,15 @@ struct World {
     Prefs &prefs = stores.prefs;
     HookInstaller &installer = stores.installer;
     TerminalApp &terminal = stores.terminal;
+    QuillboxSource &quillbox = stores.quillbox;
+    TodosSource &todos = stores.todos;
+    AgentsSource &agents = stores.agents;
+    SignalsSource &signalsSource = stores.signalsSource;
+    EverydaySource &everyday = stores.everyday;
+    WorkSource &work = stores.work;
+    GlanceSource &glances = stores.glances;
+    HomeSource &home = stores.home;
+    ConnectSource &connectTab = stores.connectTab;
     Hub &hub = stores.hub;
 
     Desktop prepared()
@@ -102,7 +102,7 @@ struct World {
     {
         http.answer = [snapshot](const HttpRequest &) { return HttpReply{200, snapshot, {}}; };
         quillboxMode = QuillboxMode::hub(QUrl(QStringLiteral("https://hub.example.net")), QStringLiteral("token"));
-        hub.quillbox()->reconnect();
+        quillbox.reconnect();
         background.finishAll();
     }
     void wait(int milliseconds) { clock.advance(std::chrono::milliseconds(milliseconds)); }

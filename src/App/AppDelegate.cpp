@@ -1,6 +1,6 @@
 #include "App/AppDelegate.h"
 
-#include "Core/Hub.h"
+#include "Hub/Hub.h"
 #include "Platform/HotKey.h"
 #include "Platform/PanelWindow.h"
 #include "Platform/Session.h"
@@ -24,7 +24,7 @@ AppDelegate::AppDelegate(Needs needs, QObject *parent)
 {
     connect(&m_needs.ui, &UI::expandedChanged, this, &AppDelegate::expandedChanged);
     connect(&m_needs.ui, &UI::hoveringChanged, this, &AppDelegate::hoveringChanged);
-    m_needs.ui.unfinished = [&hub = m_needs.hub] { return hub.todos()->draft().has_value(); };
+    m_needs.ui.unfinished = [&todos = m_needs.todos] { return todos.draft().has_value(); };
     m_needs.ui.pointerOnStrip = [this] { return stripRow().contains(QCursor::pos()); };
     connect(&m_needs.ui, &UI::keyboardWanted, this, [this] { m_needs.panelWindow.takeFocus(); });
     connect(&m_needs.ui, &UI::settingsWanted, this, &AppDelegate::showSettings);
@@ -106,7 +106,7 @@ void AppDelegate::open(bool search)
     m_needs.ui.openFocused();
     if (search && m_needs.hub.tabs().contains(Tab::Todos)) {
         m_needs.hub.open(Tab::Todos);
-        m_needs.hub.todos()->askForSearch();
+        m_needs.todos.askForSearch();
     }
 }
 
@@ -123,7 +123,7 @@ void AppDelegate::showWelcome()
 
 void AppDelegate::welcomed()
 {
-    m_needs.hub.prefs().setOnboarded(true);
+    m_needs.prefs.setOnboarded(true);
     m_needs.hub.refresh(true);
     Peek peek;
     peek.symbol = u"hand.point.up.left"_s;

@@ -19,8 +19,10 @@ class HotKey;
 class Hub;
 class PanelOutline;
 class PanelWindow;
+class Prefs;
 class Session;
 class StatusItem;
+class TodosSource;
 class UI;
 
 /// Ties the stores to the window: when it opens, how large it is, when it goes. UI thread only; outlived by what it is given.
@@ -30,6 +32,8 @@ public:
     struct Needs {
         Clock &clock;
         Hub &hub;
+        Prefs &prefs;
+        TodosSource &todos;
         UI &ui;
         const PanelOutline &outline;
         Displays &displays;

@@ -1,7 +1,7 @@
 #include "App/Program.h"
 
-#include "Core/HookListener.h"
 #include "Design/Theme.h"
+#include "Hooks/HookListener.h"
 #include "Platform/Activation.h"
 #include "Platform/Posix/PosixLoopbackServer.h"
 
@@ -30,21 +30,22 @@ Program::Program(CommandLine commandLine, Activation &activation)
     , m_commandLine(std::move(commandLine))
     , m_stores(held(m_machine), makeListener())
     , m_ui(m_machine.clock, m_stores.prefs)
-    , m_strip(m_stores.hub)
-    , m_peekLine(m_stores.hub)
+    , m_strip({m_stores.hub, m_machine.clock, m_stores.prefs, m_stores.everyday, m_stores.agents, m_stores.todos})
+    , m_peekLine(m_stores.hub, m_stores.agents)
     , m_outline(m_stores.hub, m_ui, m_strip)
-    , m_contents(m_stores.hub)
+    , m_contents({m_stores.hub, m_stores.prefs, m_stores.everyday, m_stores.agents, m_stores.todos, m_stores.quillbox})
     , m_panel(m_machine.clock, m_ui, m_outline)
-    , m_keys(m_panel, m_ui, m_contents, m_stores.hub)
+    , m_keys(m_panel, m_ui, m_contents, m_stores.hub, m_stores.todos)
     , m_tabOrder(m_panel)
-    , m_delegate({m_machine.clock, m_stores.hub, m_ui, m_outline, m_machine.platform.displays, m_machine.platform.panelWindow,
-                  m_panel, m_machine.platform.session})
-    , m_windows(
-          m_machine.platform.appearance,
-          {m_stores.hub, m_stores.prefs, m_machine.background, m_machine.defaults, m_machine.platform.keychain,
-           m_machine.platform.folderPanel, m_machine.platform.loginItem, m_stores.terminal, m_stores.installer, m_machine.tools,
-           m_machine.places, HookListener::kPort, QCoreApplication::applicationVersion()},
-          {m_stores.hub, m_stores.prefs, m_machine.background, m_machine.tools, m_machine.platform.loginItem, m_machine.places})
+    , m_delegate({m_machine.clock, m_stores.hub, m_stores.prefs, m_stores.todos, m_ui, m_outline, m_machine.platform.displays,
+                  m_machine.platform.panelWindow, m_panel, m_machine.platform.session})
+    , m_windows(m_machine.platform.appearance,
+                {m_stores.hub, m_stores.agents, m_stores.quillbox, m_stores.prefs, m_machine.background, m_machine.defaults,
+                 m_machine.platform.keychain, m_machine.platform.folderPanel, m_machine.platform.loginItem, m_stores.terminal,
+                 m_stores.installer, m_machine.tools, m_machine.places, HookListener::kPort,
+                 QCoreApplication::applicationVersion()},
+                {m_stores.agents, m_stores.prefs, m_machine.background, m_machine.tools, m_machine.platform.loginItem,
+                 m_machine.places})
 {
     QObject::connect(&m_delegate, &AppDelegate::quitWanted, qApp, &QCoreApplication::quit);
     QObject::connect(&m_delegate, &AppDelegate::settingsWanted, &m_windows, &Windows::showSettings);

@@ -3,8 +3,9 @@
 #include "App/AppDelegate.h"
 #include "App/CommandLine.h"
 #include "App/ThisMachine.h"
-#include "Core/HookListener.h"
-#include "Core/Stores.h"
+#include "Feeds/Signals/SignalsSource.h"
+#include "Hooks/HookListener.h"
+#include "Hub/Stores.h"
 #include "Preview/Renderer.h"
 #include "Shell/CollapsedStrip.h"
 #include "Shell/PanelContents.h"
@@ -12,7 +13,6 @@
 #include "Shell/PeekLine.h"
 #include "Shell/UI.h"
 #include "Tabs/Agents/AgentsSource.h"
-#include "Tabs/Home/SignalsSource.h"
 #include "Tabs/Todos/TodosSource.h"
 
 #include <QDeadlineTimer>
@@ -126,16 +126,14 @@ private:
 
 void Snapshot::fill()
 {
-    const Hub &hub = m_stores.hub;
-    const AgentsSource &agents = *hub.agents();
-    const SignalsSource &slow = *hub.signalsSource();
-    hub.todos()->refresh();
-    hub.agents()->scan();
-    hub.signalsSource()->refresh(true);
+    const SignalsSource &slow = m_stores.signalsSource;
+    m_stores.todos.refresh();
+    m_stores.agents.scan();
+    m_stores.signalsSource.refresh(true);
     const auto arrived = [](const SourceState &state) { return state.kind() != SourceState::Kind::Loading; };
     const QDeadlineTimer enough(kSignalsAtMost);
     await(kFillingAtMost, [&] {
-        return arrived(hub.todos()->state()) && agents.scanned()
+        return arrived(m_stores.todos.state()) && m_stores.agents.scanned()
             && (enough.hasExpired() || (arrived(slow.usageState()) && arrived(slow.mcpState()) && arrived(slow.reposState())));
     });
 }
@@ -147,12 +145,12 @@ std::optional<QString> Snapshot::draw(const Scene &scene, const QString &path)
     if (scene.size == PanelSize::Peeking)
         hub.show(AppDelegate::examplePeek());
     if (scene.prepare)
-        scene.prepare(*hub.todos());
+        scene.prepare(m_stores.todos);
     UI ui(m_machine.clock, m_stores.prefs);
-    CollapsedStrip strip(hub);
-    PeekLine line(hub);
+    CollapsedStrip strip({hub, m_machine.clock, m_stores.prefs, m_stores.everyday, m_stores.agents, m_stores.todos});
+    PeekLine line(hub, m_stores.agents);
     PanelOutline outline(hub, ui, strip);
-    PanelContents contents(hub);
+    PanelContents contents({hub, m_stores.prefs, m_stores.everyday, m_stores.agents, m_stores.todos, m_stores.quillbox});
     if (scene.size == PanelSize::Expanded)
         contents.showAlways(scene.tab);
     ui.setExpanded(scene.size == PanelSize::Expanded);

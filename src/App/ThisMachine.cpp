@@ -1,6 +1,6 @@
 #include "App/ThisMachine.h"
 
-#include "Core/Process.h"
+#include "Core/Texts.h"
 
 #include <QDir>
 #include <QStandardPaths>

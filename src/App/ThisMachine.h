@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Core/Desktop.h"
 #include "Core/Http.h"
+#include "Hub/Desktop.h"
 #include "Platform/Linux/CanberraSounds.h"
 #include "Platform/Linux/LinuxPlatform.h"
 #include "Platform/Places.h"

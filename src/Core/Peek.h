@@ -5,6 +5,7 @@
 #include <QString>
 #include <QUrl>
 #include <QUuid>
+#include <chrono>
 #include <functional>
 #include <optional>
 
@@ -15,6 +16,9 @@ struct Peek {
     enum class Tone : quint8 { Good, Warn, Bad, Info };
     /// True: allowed, false: denied, nothing: no answer. Called exactly once for each Peek that has one, on the UI thread.
     using Decide = std::function<void(std::optional<bool>)>;
+    /// What a line says of the session that it is about; so it is found again when that is no longer true, and told together with
+    /// others of its kind when many come at once.
+    enum class News : quint8 { Other, NeedsYou, Finished };
 
     QString symbol;
     QString text; ///< also what duplicates are told by
@@ -24,6 +28,13 @@ struct Peek {
     std::optional<QString> cwd; ///< the folder for that
     std::optional<QUrl> url; ///< the link that a press opens
     Decide decide;
+    QString aside = {}; ///< quiet text beside the line, such as the name of the session that it is about
+    News news = News::Other;
+    QString session = {}; ///< which one the news is about
+    /// How long a question's asker waits. If its turn comes when hardly anything of that is left, it gets no answer, and a line
+    /// with the text `lapsed` stands in its place.
+    std::optional<std::chrono::milliseconds> patience = {};
+    QString lapsed = {};
     QUuid id = QUuid::createUuid();
 
     bool isQuestion() const { return bool(decide); }

@@ -1,39 +1,35 @@
 #pragma once
 
-#include "Core/Peek.h"
-#include "Platform/Clock.h"
+#include "Core/PeekTimeline.h"
 
 #include <QObject>
 #include <chrono>
-#include <deque>
 
 namespace velto {
 
 class Accessibility;
 
-/// The one queue that everything with something to say goes through: what is dropped, what comes first, how long each line
-/// stays, and what becomes of a question that nobody answers. UI thread only.
+/// The one queue that everything with something to say goes through. PeekTimeline says what is so at a time; this gives it the
+/// time with one timer, tells who looks on, and answers the questions that have ended. UI thread only.
 class PeekQueue : public QObject {
     Q_OBJECT
 public:
-    static constexpr std::chrono::seconds kStay{4};
-    static constexpr std::chrono::seconds kSpokenStay{10};
-    static constexpr std::chrono::seconds kQuestionStay{28};
     /// Nobody can have read a question that slid in this recently: a press on it was meant for something else.
     static constexpr std::chrono::milliseconds kUnread{300};
-    /// As many play for a quarter of an hour: what comes then would be old news by its turn.
-    static constexpr int kMostWaiting = 200;
 
     PeekQueue(Clock &clock, Accessibility &accessibility, QObject *parent = nullptr);
 
-    const std::optional<Peek> &onShow() const { return m_onShow; }
-    int waiting() const { return int(m_queue.size()); }
+    const std::optional<Peek> &onShow() const { return m_timeline.onShow(); }
+    int waiting() const { return m_timeline.waiting(); }
 
     /// Offers a Peek. While `quiet`, or while the same text is on show or waiting, it is dropped, and a question is answered
-    /// with nothing at once. So is what comes last of all while kMostWaiting wait.
+    /// with nothing at once.
     void show(Peek peek, bool quiet);
     /// Ends the Peek on show and drops everything that waits; their questions get no answer.
     void dismiss();
+    /// See PeekTimeline.
+    void withdraw(const QUuid &question);
+    void retract(Peek::News news, const QSet<QString> &sessions);
     /// The user pressed a button over the row of this Peek; an answer or a dismissal may follow when it is released.
     void pressBegan(const QUuid &id);
     /// Whether a press on this Peek counts: it is the one on show, and was there long enough to be read when the press began.
@@ -50,17 +46,14 @@ private:
         Clock::Instant at;
     };
 
-    void next();
-    static int rank(const Peek &peek);
-    static void decide(Peek &peek, std::optional<bool> answer);
+    void settle();
 
     Clock &m_clock;
     Accessibility &m_accessibility;
-    std::optional<Peek> m_onShow;
-    Clock::Instant m_shownAt;
+    PeekTimeline m_timeline;
+    QUuid m_announced; ///< the one on show that everyone has been told of; null for none
     std::optional<Press> m_press;
-    std::deque<Peek> m_queue;
-    TimerHandle m_end;
+    TimerHandle m_wake;
 };
 
 } // namespace velto

@@ -1,6 +1,6 @@
 #include "Core/TerminalApp.h"
 
-#include "Core/Process.h"
+#include "Core/Texts.h"
 #include "Platform/Defaults.h"
 #include "Platform/Places.h"
 #include "Platform/Terminals.h"

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Core/Peek.h"
+#include "Core/Tab.h"
 
 #include <QObject>
 #include <QString>
@@ -26,9 +27,15 @@ public:
     virtual int badge() const = 0;
     /// The QML file of the tab's content. Its root takes this source as the required property `source`.
     virtual QUrl makeView() const = 0;
+    /// Another store has changed, or the user's choices: for a tab that shows what the others know.
+    virtual void worldChanged() { }
 
 Q_SIGNALS:
     void changed();
+    /// The user wants to go on in another tab.
+    void tabWanted(velto::Tab tab);
+    /// The user has changed what there is to read: every store is to read again.
+    void refreshWanted();
 };
 
 /// How a source raises a Peek; set by the Hub.

@@ -1,6 +1,6 @@
 #include "Settings/AboutSettings.h"
 
-#include "Core/HookInstaller.h"
+#include "Hooks/HookInstaller.h"
 #include "Platform/Background.h"
 #include "Platform/Defaults.h"
 #include "Platform/Keychain.h"

@@ -1,7 +1,7 @@
 #include "Settings/GeneralSettings.h"
 
-#include "Core/Hub.h"
 #include "Core/TerminalApp.h"
+#include "Hub/Hub.h"
 #include "Platform/LoginItem.h"
 
 #include <array>

@@ -1,8 +1,8 @@
 #include "Settings/ModuleSettings.h"
 
-#include "Core/Hub.h"
-#include "Core/Process.h"
-#include "Core/WatchFolders.h"
+#include "Core/Texts.h"
+#include "Feeds/Repositories/WatchFolders.h"
+#include "Hub/Hub.h"
 
 #include <QMetaEnum>
 

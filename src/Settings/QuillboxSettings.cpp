@@ -1,8 +1,7 @@
 #include "Settings/QuillboxSettings.h"
 
-#include "Core/Hub.h"
 #include "Core/Prefs.h"
-#include "Tabs/Quillbox/HubClient.h"
+#include "Tabs/Quillbox/QuillboxClient.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
 
 #include <QUrl>
@@ -20,14 +19,15 @@ constexpr std::array kOthers{"Velto.linear"_L1, "Velto.jira"_L1, "Velto.slack"_L
 
 } // namespace
 
-QuillboxSettings::QuillboxSettings(Hub &hub, Prefs &prefs, Background &background, Keychain &keychain, QObject *parent)
+QuillboxSettings::QuillboxSettings(QuillboxSource &source, Prefs &prefs, Background &background, Keychain &keychain,
+                                   QObject *parent)
     : QObject(parent)
-    , m_hub(hub)
+    , m_source(source)
     , m_prefs(prefs)
     , m_keychain(background, keychain)
     , m_url(prefs.quillboxURL())
 {
-    connect(m_hub.quillbox(), &QuillboxSource::changed, this, &QuillboxSettings::changed);
+    connect(&m_source, &QuillboxSource::changed, this, &QuillboxSettings::changed);
 }
 
 QuillboxSettings::~QuillboxSettings()
@@ -37,7 +37,7 @@ QuillboxSettings::~QuillboxSettings()
 
 QString QuillboxSettings::status() const
 {
-    return m_hub.quillbox()->modeLabel();
+    return m_source.modeLabel();
 }
 
 void QuillboxSettings::setUrl(const QString &url)
@@ -97,7 +97,7 @@ QCoro::Task<> QuillboxSettings::tryOut(QUrl url, QString token)
         if (life.expired() || attempt != m_attempt)
             co_return;
     }
-    const std::optional<QString> refusal = co_await m_hub.quillbox()->client().test(url, token);
+    const std::optional<QString> refusal = co_await m_source.client().test(url, token);
     if (life.expired() || attempt != m_attempt)
         co_return;
     m_testing = false;
@@ -127,7 +127,7 @@ QCoro::Task<> QuillboxSettings::keep(QUrl url, QString token)
     Q_EMIT changed();
     co_await look();
     if (!life.expired())
-        m_hub.quillbox()->reconnect();
+        m_source.reconnect();
 }
 
 void QuillboxSettings::disconnectHub()
@@ -157,7 +157,7 @@ QCoro::Task<> QuillboxSettings::forget()
         co_return;
     co_await look();
     if (!life.expired())
-        m_hub.quillbox()->reconnect();
+        m_source.reconnect();
 }
 
 void QuillboxSettings::reread()

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Tabs/Home/KeychainLane.h"
+#include "Core/KeychainLane.h"
 
 #include <QObject>
 #include <QString>
@@ -8,9 +8,9 @@
 namespace velto {
 
 class Background;
-class Hub;
 class Keychain;
 class Prefs;
+class QuillboxSource;
 
 /// The connection to a memory hub: tries an address and a token, and keeps them once the hub has taken them. Whether they are
 /// used is decided elsewhere, see QuillboxMode. UI thread only; waits for no keyring.
@@ -30,7 +30,7 @@ class QuillboxSettings : public QObject {
     Q_PROPERTY(bool succeeded READ succeeded NOTIFY changed FINAL)
 public:
     /// All of it outlives this.
-    QuillboxSettings(Hub &hub, Prefs &prefs, Background &background, Keychain &keychain, QObject *parent = nullptr);
+    QuillboxSettings(QuillboxSource &source, Prefs &prefs, Background &background, Keychain &keychain, QObject *parent = nullptr);
     ~QuillboxSettings() override;
 
     QString status() const;
@@ -64,7 +64,7 @@ private:
     QCoro::Task<> forget();
     QCoro::Task<> look();
 
-    Hub &m_hub;
+    QuillboxSource &m_source;
     Prefs &m_prefs;
     KeychainLane m_keychain;
     std::shared_ptr<const bool> m_life = std::make_shared<bool>(true); ///< ends with this object

@@ -1,6 +1,6 @@
 #include "Settings/SettingsStore.h"
 
-#include "Core/Hub.h"
+#include "Hub/Hub.h"
 #include "Platform/Places.h"
 #include "Tabs/Agents/AgentsSource.h"
 
@@ -10,11 +10,12 @@ SettingsStore::SettingsStore(const Needs &needs, QObject *parent)
     : QObject(parent)
     , m_general({needs.hub, needs.prefs, needs.loginItem, needs.terminal})
     , m_modules(needs.hub, needs.prefs, needs.folderPanel, needs.places.home)
-    , m_claude(*needs.hub.agents(), needs.tools, needs.places, needs.hookPort)
-    , m_tokens(needs.hub, needs.prefs, needs.background, needs.keychain)
-    , m_quillbox(needs.hub, needs.prefs, needs.background, needs.keychain)
+    , m_claude(needs.agents, needs.tools, needs.places, needs.hookPort)
+    , m_tokens(needs.prefs, needs.background, needs.keychain)
+    , m_quillbox(needs.quillbox, needs.prefs, needs.background, needs.keychain)
     , m_about({needs.installer, needs.loginItem, needs.background, needs.keychain, needs.defaults, needs.version})
 {
+    connect(&m_tokens, &TokenSettings::refreshWanted, this, [&hub = needs.hub] { hub.refresh(true); });
 }
 
 } // namespace velto

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Core/TokenSettings.h"
+#include "Feeds/Work/TokenSettings.h"
 #include "Settings/AboutSettings.h"
 #include "Settings/ClaudeSettings.h"
 #include "Settings/GeneralSettings.h"
@@ -22,6 +22,8 @@ public:
     /// All of it outlives this.
     struct Needs {
         Hub &hub;
+        AgentsSource &agents;
+        QuillboxSource &quillbox;
         Prefs &prefs;
         Background &background;
         Defaults &defaults;

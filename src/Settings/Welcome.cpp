@@ -1,6 +1,5 @@
 #include "Settings/Welcome.h"
 
-#include "Core/Hub.h"
 #include "Platform/Background.h"
 #include "Platform/LoginItem.h"
 #include "Platform/Places.h"
@@ -91,7 +90,7 @@ void Welcome::set(const QString &module, bool on)
 
 QString Welcome::preview() const
 {
-    return m_needs.hub.agents()->preview();
+    return m_needs.agents.preview();
 }
 
 void Welcome::detect()
@@ -125,7 +124,7 @@ void Welcome::detected(bool otherTools)
 
 void Welcome::finish()
 {
-    AgentsSource &agents = *m_needs.hub.agents();
+    AgentsSource &agents = m_needs.agents;
     if (m_claude && m_hooks && !agents.hooksInstalled())
         agents.installHooks();
     m_needs.loginItem.set(m_login);

@@ -8,8 +8,8 @@
 
 namespace velto {
 
+class AgentsSource;
 class Background;
-class Hub;
 class LoginItem;
 class ToolRunner;
 struct Places;
@@ -30,7 +30,7 @@ class Welcome : public QObject {
 public:
     /// All of it outlives this.
     struct Needs {
-        Hub &hub;
+        AgentsSource &agents;
         Prefs &prefs;
         Background &background;
         ToolRunner &tools;

@@ -1,9 +1,10 @@
 #include "Shell/CollapsedStrip.h"
 
-#include "Core/Hub.h"
 #include "Core/Prefs.h"
+#include "Feeds/Everyday/EverydaySource.h"
+#include "Hub/Hub.h"
+#include "Platform/Clock.h"
 #include "Tabs/Agents/AgentsSource.h"
-#include "Tabs/Home/EverydaySource.h"
 #include "Tabs/Todos/TodosSource.h"
 
 using namespace Qt::StringLiterals;
@@ -16,32 +17,32 @@ constexpr qint64 kSoon = 3600; // seconds
 
 } // namespace
 
-CollapsedStrip::CollapsedStrip(const Hub &hub, QObject *parent)
+CollapsedStrip::CollapsedStrip(const Needs &needs, QObject *parent)
     : QObject(parent)
-    , m_hub(hub)
+    , m_needs(needs)
     , m_now(read())
 {
-    connect(&m_hub, &Hub::changed, this, &CollapsedStrip::update);
+    connect(&m_needs.hub, &Hub::changed, this, &CollapsedStrip::update);
 }
 
 bool CollapsedStrip::isOn(Prefs::Module module) const
 {
-    return m_hub.prefs().isOn(module);
+    return m_needs.prefs.isOn(module);
 }
 
 /// kSoon if no event is near enough to show.
 qint64 CollapsedStrip::secondsToEvent() const
 {
-    const std::optional<NextEvent> event = isOn(Prefs::Module::Calendar) ? m_hub.everyday()->nextEvent() : std::nullopt;
-    return event ? std::min(m_hub.now().secsTo(event->start), kSoon) : kSoon;
+    const std::optional<NextEvent> event = isOn(Prefs::Module::Calendar) ? m_needs.everyday.nextEvent() : std::nullopt;
+    return event ? std::min(m_needs.clock.wallTime().secsTo(event->start), kSoon) : kSoon;
 }
 
 // The first that applies; what is behind it goes unseen until it ends.
 void CollapsedStrip::readLeft(Shown &shown) const
 {
-    const EverydaySource &everyday = *m_hub.everyday();
+    const EverydaySource &everyday = m_needs.everyday;
     const qint64 toEvent = secondsToEvent();
-    if (m_hub.recording()) {
+    if (m_needs.hub.recording()) {
         shown.left = Left::Recording;
     } else if (isOn(Prefs::Module::Focus) && everyday.focusing()) {
         shown.left = Left::Focus;
@@ -59,21 +60,21 @@ void CollapsedStrip::readLeft(Shown &shown) const
 void CollapsedStrip::readRight(Shown &shown) const
 {
     // Also under the dot of a recording, which says nothing of them.
-    const bool focusing = isOn(Prefs::Module::Focus) && m_hub.everyday()->focusing();
+    const bool focusing = isOn(Prefs::Module::Focus) && m_needs.everyday.focusing();
     const bool leftBusy = focusing || shown.todos > 0 || secondsToEvent() < kSoon;
     if (shown.waiting > 0)
         shown.right = Right::Waiting;
     else if (shown.running > 0 && leftBusy)
         shown.right = Right::Working;
-    else if (isOn(Prefs::Module::Media) && m_hub.everyday()->playing())
+    else if (isOn(Prefs::Module::Media) && m_needs.everyday.playing())
         shown.right = Right::Playing;
 }
 
 QString CollapsedStrip::spokenFor(const Shown &shown) const
 {
     QStringList facts;
-    if (m_hub.everyday()->focusing())
-        facts.append(tr("Focus, %1 left").arg(m_hub.everyday()->focusRemaining()));
+    if (m_needs.everyday.focusing())
+        facts.append(tr("Focus, %1 left").arg(m_needs.everyday.focusRemaining()));
     if (shown.todos > 0) {
         QString todos = tr("%1 todos due").arg(shown.todos);
         if (shown.overdueTodos > 0)
@@ -93,12 +94,12 @@ CollapsedStrip::Shown CollapsedStrip::read() const
 {
     Shown shown;
     if (isOn(Prefs::Module::Agents)) {
-        shown.running = m_hub.agents()->runningCount();
-        shown.waiting = m_hub.agents()->waitingCount();
+        shown.running = m_needs.agents.runningCount();
+        shown.waiting = m_needs.agents.waitingCount();
     }
     if (isOn(Prefs::Module::Todos)) {
-        shown.todos = m_hub.todos()->badge();
-        shown.overdueTodos = m_hub.todos()->overdueCount();
+        shown.todos = m_needs.todos.badge();
+        shown.overdueTodos = m_needs.todos.overdueCount();
     }
     readLeft(shown);
     readRight(shown);
@@ -122,7 +123,7 @@ void CollapsedStrip::summarize(Shown &shown) const
         shown.summaryTone = shown.overdueTodos > 0 ? Tone::Overdue : Tone::Info;
     } else if (secondsToEvent() < kSoon) {
         shown.summarySymbol = u"calendar"_s;
-        shown.summaryText = m_hub.everyday()->nextEventText();
+        shown.summaryText = m_needs.everyday.nextEventText();
     } else if (shown.running > 0) {
         shown.summarySymbol = u"sparkle"_s;
         shown.summaryText =

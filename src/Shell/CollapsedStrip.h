@@ -7,7 +7,11 @@
 
 namespace velto {
 
+class AgentsSource;
+class Clock;
+class EverydaySource;
 class Hub;
+class TodosSource;
 
 /// What the collapsed strip says: one fact on each side of the housing, or nothing at all. Follows the Hub. UI thread only.
 class CollapsedStrip : public QObject {
@@ -33,7 +37,16 @@ public:
     enum class Tone : int { Info, Waiting, Overdue };
     Q_ENUM(Tone)
 
-    explicit CollapsedStrip(const Hub &hub, QObject *parent = nullptr);
+    /// What the strip reads; all of it outlives the strip.
+    struct Needs {
+        const Hub &hub;
+        const Clock &clock;
+        const Prefs &prefs;
+        const EverydaySource &everyday;
+        const AgentsSource &agents;
+        const TodosSource &todos;
+    };
+    explicit CollapsedStrip(const Needs &needs, QObject *parent = nullptr);
 
     Left left() const { return m_now.left; }
     Right right() const { return m_now.right; }
@@ -84,7 +97,7 @@ private:
     qint64 secondsToEvent() const;
     void update();
 
-    const Hub &m_hub;
+    Needs m_needs;
     Shown m_now;
 };
 

@@ -1,9 +1,10 @@
 #include "Shell/PanelContents.h"
 
-#include "Core/Hub.h"
-#include "Core/Process.h"
+#include "Core/Prefs.h"
+#include "Core/Texts.h"
+#include "Feeds/Everyday/EverydaySource.h"
+#include "Hub/Hub.h"
 #include "Tabs/Agents/AgentsSource.h"
-#include "Tabs/Home/EverydaySource.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
 #include "Tabs/Todos/TodosSource.h"
 
@@ -13,14 +14,14 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-PanelContents::PanelContents(Hub &hub, QObject *parent)
+PanelContents::PanelContents(const Needs &needs, QObject *parent)
     : QObject(parent)
-    , m_hub(hub)
+    , m_needs(needs)
     , m_tabs({"tab"_ba, "title"_ba, "symbol"_ba, "badge"_ba, "view"_ba, "store"_ba})
     , m_highlights({"chip"_ba, "symbol"_ba, "text"_ba, "tab"_ba})
 {
-    connect(&m_hub, &Hub::changed, this, &PanelContents::update);
-    connect(&m_hub, &Hub::updatedChanged, this, &PanelContents::update);
+    connect(&m_needs.hub, &Hub::changed, this, &PanelContents::update);
+    connect(&m_needs.hub, &Hub::updatedChanged, this, &PanelContents::update);
     update();
 }
 
@@ -33,49 +34,48 @@ void PanelContents::showAlways(Tab tab)
 void PanelContents::open(const QString &tab)
 {
     if (const auto known = tabFromRawValue(tab))
-        m_hub.open(*known);
+        m_needs.hub.open(*known);
 }
 
 void PanelContents::openAt(int place)
 {
-    const QList<Tab> tabs = m_hub.tabs();
+    const QList<Tab> tabs = m_needs.hub.tabs();
     if (place >= 0 && place < tabs.size())
-        m_hub.open(tabs.at(place));
+        m_needs.hub.open(tabs.at(place));
 }
 
 void PanelContents::refresh()
 {
-    m_hub.refresh(true);
-    m_hub.quillbox()->fetchAgain();
-    m_hub.agents()->scan();
+    m_needs.hub.refresh(true);
+    m_needs.quillbox.fetchAgain();
+    m_needs.agents.scan();
 }
 
 void PanelContents::update()
 {
-    const Tab shown = m_always.value_or(m_hub.selected());
-    QList<Tab> visible = m_hub.tabs();
+    const Tab shown = m_always.value_or(m_needs.hub.selected());
+    QList<Tab> visible = m_needs.hub.tabs();
     if (m_always && !visible.contains(shown))
         visible.insert(std::ranges::upper_bound(visible, shown), shown);
     QList<RowModel::Row> tabs;
     for (const Tab tab : visible) {
-        VeltoSource *source = m_hub.source(tab);
+        VeltoSource *source = m_needs.hub.source(tab);
         tabs.append(
             {rawValue(tab), source->title(), source->symbol(), source->badge(), source->makeView(), QVariant::fromValue(source)});
     }
     m_tabs.setRows(tabs);
 
     QList<RowModel::Row> highlights;
-    if (const int waiting = m_hub.prefs().isOn(Prefs::Module::Agents) ? m_hub.agents()->waitingCount() : 0; waiting > 0)
+    if (const int waiting = m_needs.prefs.isOn(Prefs::Module::Agents) ? m_needs.agents.waitingCount() : 0; waiting > 0)
         highlights.append({u"waiting"_s, u"hand.raised.fill"_s, tr("%1 waiting").arg(waiting), rawValue(Tab::Agents)});
-    const Prefs &prefs = m_hub.prefs();
-    if (const int due = prefs.isOn(Prefs::Module::Todos) ? m_hub.todos()->badge() : 0; due > 0)
+    if (const int due = m_needs.prefs.isOn(Prefs::Module::Todos) ? m_needs.todos.badge() : 0; due > 0)
         highlights.append({u"due"_s, u"checklist"_s, tr("%1 due").arg(due), rawValue(Tab::Todos)});
-    if (prefs.isOn(Prefs::Module::Calendar) && m_hub.everyday()->hasNextEvent())
-        highlights.append({u"event"_s, u"calendar"_s, m_hub.everyday()->nextEventText(), rawValue(Tab::Home)});
+    if (m_needs.prefs.isOn(Prefs::Module::Calendar) && m_needs.everyday.hasNextEvent())
+        highlights.append({u"event"_s, u"calendar"_s, m_needs.everyday.nextEventText(), rawValue(Tab::Home)});
     m_highlights.setRows(highlights);
 
-    const Shown now{int(visible.indexOf(shown)), m_hub.recording(), highlights.isEmpty(),
-                    tr("Refresh · updated %1").arg(shortTime(m_hub.updated()))};
+    const Shown now{int(visible.indexOf(shown)), m_needs.hub.recording(), highlights.isEmpty(),
+                    tr("Refresh · updated %1").arg(shortTime(m_needs.hub.updated()))};
     if (now == m_now)
         return;
     m_now = now;

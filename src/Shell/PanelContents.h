@@ -9,7 +9,12 @@
 
 namespace velto {
 
+class AgentsSource;
+class EverydaySource;
 class Hub;
+class Prefs;
+class QuillboxSource;
+class TodosSource;
 
 /// What the open panel shows around the content of a tab: the tabs, the highlights, the words of its buttons. UI thread only.
 class PanelContents : public QObject {
@@ -24,7 +29,16 @@ class PanelContents : public QObject {
     Q_PROPERTY(bool recording READ recording NOTIFY changed FINAL)
     Q_PROPERTY(QString refreshLabel READ refreshLabel NOTIFY changed FINAL)
 public:
-    explicit PanelContents(Hub &hub, QObject *parent = nullptr);
+    /// What the panel reads; all of it outlives this.
+    struct Needs {
+        Hub &hub;
+        const Prefs &prefs;
+        const EverydaySource &everyday;
+        AgentsSource &agents;
+        const TodosSource &todos;
+        QuillboxSource &quillbox;
+    };
+    explicit PanelContents(const Needs &needs, QObject *parent = nullptr);
 
     QAbstractItemModel *tabs() { return &m_tabs; }
     int selected() const { return m_now.selected; }
@@ -55,7 +69,7 @@ private:
     };
     void update();
 
-    Hub &m_hub;
+    Needs m_needs;
     std::optional<Tab> m_always;
     RowModel m_tabs;
     RowModel m_highlights;

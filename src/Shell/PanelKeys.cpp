@@ -1,6 +1,6 @@
 #include "Shell/PanelKeys.h"
 
-#include "Core/Hub.h"
+#include "Hub/Hub.h"
 #include "Shell/PanelContents.h"
 #include "Shell/UI.h"
 #include "Tabs/Todos/TodosSource.h"
@@ -31,13 +31,13 @@ QQuickItem *shownWith(const char *property, const QQuickItem *root)
 
 } // namespace
 
-PanelKeys::PanelKeys(QQuickWindow &window, UI &ui, PanelContents &contents, Hub &hub, QObject *parent)
+PanelKeys::PanelKeys(QQuickWindow &window, UI &ui, PanelContents &contents, Hub &hub, TodosSource &todos, QObject *parent)
     : QObject(parent)
     , m_window(window)
     , m_ui(ui)
     , m_contents(contents)
     , m_hub(hub)
-    , m_todos(*hub.todos())
+    , m_todos(todos)
 {
     m_window.installEventFilter(this);
     connect(&m_hub, &Hub::selectedChanged, this, &PanelKeys::leaveHidden);

@@ -18,7 +18,7 @@ class PanelKeys : public QObject {
     Q_OBJECT
 public:
     /// Listens to the keys of `window`, which outlives this.
-    PanelKeys(QQuickWindow &window, UI &ui, PanelContents &contents, Hub &hub, QObject *parent = nullptr);
+    PanelKeys(QQuickWindow &window, UI &ui, PanelContents &contents, Hub &hub, TodosSource &todos, QObject *parent = nullptr);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -1,6 +1,6 @@
 #include "Shell/PanelOutline.h"
 
-#include "Core/Hub.h"
+#include "Hub/Hub.h"
 #include "Shell/CollapsedStrip.h"
 #include "Shell/UI.h"
 

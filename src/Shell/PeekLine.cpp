@@ -1,13 +1,14 @@
 #include "Shell/PeekLine.h"
 
-#include "Core/Hub.h"
+#include "Hub/Hub.h"
 #include "Tabs/Agents/AgentsSource.h"
 
 namespace velto {
 
-PeekLine::PeekLine(Hub &hub, QObject *parent)
+PeekLine::PeekLine(Hub &hub, const AgentsSource &agents, QObject *parent)
     : QObject(parent)
     , m_hub(hub)
+    , m_agents(agents)
 {
     connect(&m_hub, &Hub::peekChanged, this, &PeekLine::follow);
     connect(&m_hub, &Hub::changed, this, &PeekLine::count);
@@ -64,7 +65,7 @@ void PeekLine::follow()
 
 void PeekLine::count()
 {
-    const int sessions = m_hub.agents()->waitingCount();
+    const int sessions = m_agents.waitingCount();
     const QString waiting = m_peek.resume && sessions > 1 ? tr("%1 waiting").arg(sessions) : QString();
     if (waiting == m_waiting)
         return;

@@ -7,6 +7,7 @@
 
 namespace velto {
 
+class AgentsSource;
 class Hub;
 
 /// The row under the strip: the Peek on show, or the last one while it is on its way out. UI thread only.
@@ -25,7 +26,7 @@ public:
     enum class Tone : int { Good, Warn, Bad, Info };
     Q_ENUM(Tone)
 
-    explicit PeekLine(Hub &hub, QObject *parent = nullptr);
+    PeekLine(Hub &hub, const AgentsSource &agents, QObject *parent = nullptr);
 
     bool onShow() const { return m_onShow; }
     /// Goes up with each new Peek.
@@ -54,6 +55,7 @@ private:
     void count();
 
     Hub &m_hub;
+    const AgentsSource &m_agents;
     Peek m_peek;
     bool m_isQuestion = false;
     bool m_onShow = false;

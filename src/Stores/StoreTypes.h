@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Core/Hub.h"
 #include "Core/Tab.h"
+#include "Hub/Hub.h"
 #include "Platform/Accessibility.h"
 #include "Platform/VideoPlayer.h"
 #include "Shell/CollapsedStrip.h"

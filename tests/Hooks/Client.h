@@ -47,11 +47,20 @@ public:
         return ::send(m_fd, bytes.constData(), std::size_t(bytes.size()), MSG_NOSIGNAL) == bytes.size();
     }
     void finishSending() { shutdown(m_fd, SHUT_WR); }
+    /// Leaves without a word.
+    void reset()
+    {
+        const linger now{1, 0};
+        setsockopt(m_fd, SOL_SOCKET, SO_LINGER, &now, sizeof now);
+        leave();
+    }
     void leave()
     {
         if (m_fd >= 0)
             close(std::exchange(m_fd, -1));
     }
+
+    int descriptor() const { return m_fd; }
 
     /// What the server sent until it closed, with the event loop running meanwhile; "reset" or "nothing" if that fails.
     QByteArray reply()

@@ -1,5 +1,5 @@
-#include "Core/HookEvent.h"
 #include "Fixture.h"
+#include "Hooks/HookEvent.h"
 #include "RunTests.h"
 
 using namespace Qt::StringLiterals;

@@ -1,9 +1,9 @@
 #include "RunTests.h"
 
 #include "Client.h"
-#include "Core/HookListener.h"
-#include "Core/HookRequest.h"
-#include "Core/Hooks.h"
+#include "Hooks/HookListener.h"
+#include "Hooks/HookRequest.h"
+#include "Hooks/Hooks.h"
 #include "Platform/Fake/FakeClock.h"
 #include "Platform/Fake/FakePlatform.h"
 #include "Platform/Posix/PosixLoopbackServer.h"
@@ -28,10 +28,13 @@ public:
     {
         listener->onEvent = [this](const HookEvent &event) { events.append(event); };
         if (takesQuestions) {
-            listener->onPermission = [this](const HookEvent &event, const HookListener::Reply &reply) {
+            listener->onPermission = [this](const HookEvent &event, HookListener::QuestionId id,
+                                            const HookListener::Reply &reply) {
                 questions.append(event);
+                ids.append(id);
                 replies.push_back(reply);
             };
+            listener->onWithdrawn = [this](HookListener::QuestionId id) { withdrawn.append(id); };
         }
         listener->start();
     }
@@ -52,6 +55,8 @@ public:
     velto::FakeClock clock;
     QList<HookEvent> events;
     QList<HookEvent> questions;
+    QList<HookListener::QuestionId> ids;
+    QList<HookListener::QuestionId> withdrawn;
     std::vector<HookListener::Reply> replies;
 
 private:
@@ -118,8 +123,8 @@ private Q_SLOTS:
             auto asker = fixture.ask();
             QVERIFY(fixture.untilAsked(1));
             QCOMPARE(fixture.questions[0].tool, std::optional(u"Bash"_s));
-            fixture.replies[0](decision);
-            fixture.replies[0](!decision.value_or(false)); // only the first counts
+            QVERIFY(fixture.replies[0](decision));
+            QVERIFY(!fixture.replies[0](!decision.value_or(false))); // only the first counts
             QCOMPARE(asker.reply(), velto::permissionReply(decision));
         }
     }
@@ -167,21 +172,33 @@ private Q_SLOTS:
         QCOMPARE(calls, 1);
     }
 
-    void outlivesAnAskerThatLeaves()
+    void tellsWhenAnAskerIsGone()
     {
         Fixture fixture;
-        auto asker = fixture.ask();
-        QVERIFY(fixture.untilAsked(1));
-        asker.leave();
-        fixture.replies[0](true);
-        QCOMPARE(fixture.client(fixture.request("/event", kStop)).reply(), kNoContent);
+        auto closes = fixture.ask();
+        auto resets = fixture.ask();
+        auto stays = fixture.ask();
+        QVERIFY(fixture.untilAsked(3));
+        closes.leave();
+        QTRY_COMPARE(fixture.withdrawn, QList{fixture.ids[0]});
+        QVERIFY(!fixture.replies[0](true));
+        resets.reset();
+        QTRY_COMPARE(fixture.withdrawn.size(), 2);
 
-        // One that has only finished sending still wants its answer.
-        auto listening = fixture.ask();
-        listening.finishSending();
-        QVERIFY(fixture.untilAsked(2));
-        fixture.replies[1](false);
-        QCOMPARE(listening.reply(), velto::permissionReply(false));
+        // One that has only finished sending still wants its answer, and can leave all the same.
+        stays.finishSending();
+        auto leaves = fixture.client(fixture.request("/permission", kAsk));
+        leaves.finishSending();
+        QVERIFY(fixture.untilAsked(4));
+        QTest::qWait(3 * 200);
+        QCOMPARE(fixture.withdrawn.size(), 2);
+        leaves.leave();
+        QTRY_COMPARE(fixture.withdrawn.size(), 3);
+        QCOMPARE(fixture.withdrawn[2], fixture.ids[3]);
+        QVERIFY(fixture.replies[2](false));
+        QCOMPARE(stays.reply(), velto::permissionReply(false));
+        QCoreApplication::processEvents();
+        QCOMPARE(fixture.withdrawn.size(), 3);
     }
 
     void boundsOpenQuestions()

@@ -1,6 +1,6 @@
 #include "RunTests.h"
 
-#include "Core/HookRequest.h"
+#include "Hooks/HookRequest.h"
 
 using velto::HookRequest;
 using State = HookRequest::State;

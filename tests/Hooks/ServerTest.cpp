@@ -1,6 +1,8 @@
 #include "RunTests.h"
 
 #include "Client.h"
+#include "Platform/Posix/Descriptor.h"
+#include "Platform/Posix/PeerSocket.h"
 #include "Platform/Posix/PosixLoopbackServer.h"
 
 #include <condition_variable>
@@ -211,6 +213,29 @@ private Q_SLOTS:
             QVERIFY(hoarders[std::size_t(i)].reply().size() < 6);
         hoarders.back().send("\n");
         QCOMPARE(hoarders.back().reply().size(), 60'001);
+    }
+
+    void theSystemTellsAPeerThatIsGoneFromOneThatOnlyListens()
+    {
+        using velto::PeerSocket;
+        const velto::Descriptor listening(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+        sockaddr_in address{};
+        socklen_t size = sizeof address;
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        auto *const where = reinterpret_cast<sockaddr *>(&address);
+        QVERIFY(bind(listening.get(), where, size) == 0 && listen(listening.get(), 4) == 0);
+        QCOMPARE(getsockname(listening.get(), where, &size), 0);
+        for (const auto ask : {&velto::peerSocketByDiag, &velto::peerSocketByTable}) {
+            Client client(ntohs(address.sin_port));
+            const velto::Descriptor accepted(accept4(listening.get(), nullptr, nullptr, SOCK_CLOEXEC));
+            QCOMPARE(ask(accepted.get()), PeerSocket::Owned);
+            client.finishSending();
+            QCOMPARE(ask(accepted.get()), PeerSocket::Owned);
+            client.leave();
+            QCOMPARE(ask(accepted.get()), PeerSocket::Gone);
+        }
+        QCOMPARE(velto::peerSocketOf(listening.get()), PeerSocket::Unknown); // has no peer
     }
 
     void waitsOutALackOfDescriptors()

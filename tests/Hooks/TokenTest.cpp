@@ -1,6 +1,6 @@
 #include "RunTests.h"
 
-#include "Core/Hooks.h"
+#include "Hooks/Hooks.h"
 #include "Platform/Fake/FakePlatform.h"
 
 #include <QRegularExpression>

@@ -13,10 +13,11 @@ struct Desk : World {
     FakeLoginItem loginItem;
     QTemporaryDir folder;
     Places here{folder.path(), {}, {}, folder.path()};
-    SettingsStore::Needs needs{hub,      prefs,     background, defaults, keychain, folderPanel,          loginItem,
-                               terminal, installer, tools,      here,     4747,     QStringLiteral("1.2")};
+    SettingsStore::Needs needs{hub,       agents,   quillbox,    prefs,     background,
+                               defaults,  keychain, folderPanel, loginItem, terminal,
+                               installer, tools,    here,        4747,      QStringLiteral("1.2")};
     SettingsStore settings{needs};
-    Welcome::Needs welcome{hub, prefs, background, tools, loginItem, here};
+    Welcome::Needs welcome{agents, prefs, background, tools, loginItem, here};
 
     Desk()
     {

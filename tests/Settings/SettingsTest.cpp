@@ -214,7 +214,7 @@ private Q_SLOTS:
     void theResetTakesBackWhatItSaysAndNoMore()
     {
         Watched desk;
-        desk.hub.agents()->installHooks();
+        desk.agents.installHooks();
         desk.loginItem.set(true);
         for (const QString &name : {u"Velto.quillbox"_s, u"Velto.linear"_s, u"Velto.googleCalendar.tokens"_s})
             desk.keychain.put(name, u"x"_s);

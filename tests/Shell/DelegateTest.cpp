@@ -25,10 +25,10 @@ class DelegateTest : public QObject {
         FakeStatusItem statusItem;
         QWindow window;
         UI ui{clock, prefs};
-        CollapsedStrip strip{hub};
+        CollapsedStrip strip{{hub, clock, prefs, everyday, agents, todos}};
         PanelOutline outline{hub, ui, strip};
-        PeekLine line{hub};
-        AppDelegate delegate{{clock, hub, ui, outline, displays, panelWindow, window, session}};
+        PeekLine line{hub, agents};
+        AppDelegate delegate{{clock, hub, prefs, todos, ui, outline, displays, panelWindow, window, session}};
 
         Desktop()
         {

@@ -21,12 +21,11 @@ class StripTest : public QObject {
 
     struct Panel : World {
         UI ui{clock, prefs};
-        CollapsedStrip strip{hub};
+        CollapsedStrip strip{{hub, clock, prefs, everyday, agents, todos}};
         PanelOutline outline{hub, ui, strip};
-        PanelContents contents{hub};
+        PanelContents contents{{hub, prefs, everyday, agents, todos, quillbox}};
         QQuickWindow window;
-        PanelKeys keys{window, ui, contents, hub};
-        TodosSource &todos = *hub.todos();
+        PanelKeys keys{window, ui, contents, hub, todos};
 
         Panel()
         {

@@ -1,5 +1,7 @@
 #include "Platform/Posix/LoopbackWorker.h"
 
+#include "Platform/Posix/PeerSocket.h"
+
 #include <cerrno>
 #include <sys/epoll.h>
 #include <sys/socket.h>
@@ -16,6 +18,8 @@ constexpr int kAcceptsInARow = 16;
 constexpr qsizetype kMaxDrained = 4'194'304;
 /// How long nobody is accepted when the system has no descriptor or memory for one.
 constexpr std::chrono::milliseconds kAcceptPause{100};
+/// How often peers that only finished sending are looked at: nothing tells when they leave.
+constexpr std::chrono::milliseconds kLook{200};
 
 } // namespace
 
@@ -42,9 +46,8 @@ void LoopbackWorker::run()
     std::array<epoll_event, kEvents> events;
     bool stopping = false;
     while (!stopping) {
-        const auto nap = m_acceptPaused ? kAcceptPause : m_limits.patience / 5;
-        const bool timed = m_busy > 0 || m_acceptPaused;
-        const int count = epoll_wait(m_epoll.get(), events.data(), kEvents, timed ? int(nap.count()) : -1);
+        const bool timed = m_busy > 0 || m_halfClosed > 0 || m_acceptPaused;
+        const int count = epoll_wait(m_epoll.get(), events.data(), kEvents, timed ? int(nap().count()) : -1);
         for (int i = 0; i < count; ++i) {
             const auto &event = events[std::size_t(i)];
             if (event.data.u64 == kMailbox)
@@ -52,11 +55,18 @@ void LoopbackWorker::run()
             else if (event.data.u64 == kListening)
                 acceptSome();
             else
-                handle(event.data.u64);
+                handle(event.data.u64, event.events);
         }
         if (timed)
             sweep(std::chrono::steady_clock::now());
     }
+}
+
+std::chrono::milliseconds LoopbackWorker::nap() const
+{
+    if (m_acceptPaused)
+        return kAcceptPause;
+    return m_halfClosed > 0 ? std::min(kLook, m_limits.patience / 5) : m_limits.patience / 5;
 }
 
 bool LoopbackWorker::readMail()
@@ -64,13 +74,13 @@ bool LoopbackWorker::readMail()
     const bool stopping = m_mailbox->take(m_letters);
     for (auto &letter : m_letters) {
         auto *peer = find(letter.connection);
-        if (peer && peer->phase == Phase::Waiting)
+        if (peer && isWaiting(peer->phase))
             reply(*peer, std::move(letter.reply), true);
     }
     return stopping;
 }
 
-void LoopbackWorker::handle(ConnectionId id)
+void LoopbackWorker::handle(ConnectionId id, quint32 events)
 {
     auto *peer = find(id);
     if (!peer) // dropped a moment ago
@@ -80,8 +90,9 @@ void LoopbackWorker::handle(ConnectionId id)
         return;
     case Phase::Reading:
         return readFrom(*peer);
-    case Phase::Waiting: // nothing was asked for, so this is the end of it
-        return drop(*peer);
+    case Phase::Waiting:
+    case Phase::HalfClosed:
+        return (events & (EPOLLHUP | EPOLLERR)) != 0 ? drop(*peer) : seeWhetherGone(*peer);
     case Phase::Writing:
         return write(*peer);
     case Phase::Lingering:
@@ -185,7 +196,7 @@ void LoopbackWorker::give(Peer &peer, QByteArrayView bytes, bool finished)
         return await(peer, Phase::Reading, EPOLLIN);
     case LoopbackConnection::Want::Wait:
         release(peer);
-        return m_waiting < m_limits.waiting ? await(peer, Phase::Waiting, 0) : drop(peer);
+        return m_waiting < m_limits.waiting ? await(peer, Phase::Waiting, EPOLLRDHUP) : drop(peer);
     case LoopbackConnection::Want::Close:
     case LoopbackConnection::Want::Linger:
         break;
@@ -200,7 +211,7 @@ void LoopbackWorker::give(Peer &peer, QByteArrayView bytes, bool finished)
 
 void LoopbackWorker::reply(Peer &peer, QByteArray bytes, bool linger)
 {
-    if (peer.phase == Phase::Waiting)
+    if (isWaiting(peer.phase))
         peer.deadline = std::chrono::steady_clock::now() + m_limits.patience;
     peer.protocol.reset();
     peer.reply = std::move(bytes);
@@ -241,6 +252,19 @@ void LoopbackWorker::drain(Peer &peer)
     drop(peer);
 }
 
+/// A peer that waits has closed its socket, or has only finished sending and still wants its answer.
+void LoopbackWorker::seeWhetherGone(Peer &peer)
+{
+    switch (peerSocketOf(peer.socket.get())) {
+    case PeerSocket::Gone:
+        return drop(peer);
+    case PeerSocket::Owned:
+        return await(peer, Phase::HalfClosed, 0);
+    case PeerSocket::Unknown: // nothing more will be learnt by asking again
+        return await(peer, Phase::Waiting, 0);
+    }
+}
+
 /// Sleeps until the system reports one of these for the peer; what else its phase needs is seen to.
 void LoopbackWorker::await(Peer &peer, Phase phase, quint32 events)
 {
@@ -261,7 +285,8 @@ void LoopbackWorker::await(Peer &peer, Phase phase, quint32 events)
 
 void LoopbackWorker::setPhase(Peer &peer, Phase phase)
 {
-    m_waiting += int(phase == Phase::Waiting) - int(peer.phase == Phase::Waiting);
+    m_waiting += int(isWaiting(phase)) - int(isWaiting(peer.phase));
+    m_halfClosed += int(phase == Phase::HalfClosed) - int(peer.phase == Phase::HalfClosed);
     m_busy += int(isBusy(phase)) - int(isBusy(peer.phase));
     peer.phase = phase;
 }
@@ -300,6 +325,13 @@ void LoopbackWorker::sweep(Instant now)
 {
     if (m_acceptPaused && now >= m_acceptAgain)
         pauseAccepting(false);
+    if (m_halfClosed > 0 && now >= m_nextLook) {
+        m_nextLook = now + kLook;
+        for (auto &peer : m_peers) {
+            if (peer.phase == Phase::HalfClosed)
+                seeWhetherGone(peer);
+        }
+    }
     if (now < m_nextSweep)
         return;
     m_nextSweep = now + m_limits.patience / 5;

@@ -23,7 +23,8 @@ public:
 private:
     using ConnectionId = LoopbackServer::ConnectionId;
     using Instant = std::chrono::steady_clock::time_point;
-    enum class Phase : quint8 { Free, Reading, Waiting, Writing, Lingering };
+    /// A peer in HalfClosed waits for its answer too, but has finished sending: that it leaves has to be asked.
+    enum class Phase : quint8 { Free, Reading, Waiting, HalfClosed, Writing, Lingering };
 
     /// One place for a connection. Its id holds the place and how often it was taken, so that an old id finds nothing.
     struct Peer {
@@ -44,7 +45,7 @@ private:
     };
 
     bool readMail();
-    void handle(ConnectionId id);
+    void handle(ConnectionId id, quint32 events);
     void acceptSome();
     bool canGoOnAccepting(int error);
     void pauseAccepting(bool pause);
@@ -57,8 +58,11 @@ private:
     void reply(Peer &peer, QByteArray bytes, bool linger);
     void write(Peer &peer);
     void drain(Peer &peer);
+    void seeWhetherGone(Peer &peer);
     void await(Peer &peer, Phase phase, quint32 events);
-    static bool isBusy(Phase phase) { return phase != Phase::Free && phase != Phase::Waiting; }
+    static bool isWaiting(Phase phase) { return phase == Phase::Waiting || phase == Phase::HalfClosed; }
+    static bool isBusy(Phase phase) { return phase != Phase::Free && !isWaiting(phase); }
+    std::chrono::milliseconds nap() const;
     void setPhase(Peer &peer, Phase phase);
     void release(Peer &peer);
     void drop(Peer &peer);
@@ -75,9 +79,11 @@ private:
     std::vector<LoopbackMailbox::Letter> m_letters;
     int m_busy = 0;
     int m_waiting = 0;
+    int m_halfClosed = 0;
     qsizetype m_held = 0;
     quint64 m_turn = 0;
     Instant m_nextSweep;
+    Instant m_nextLook;
     Instant m_acceptAgain;
     bool m_acceptPaused = false;
     std::array<char, 65'536> m_scratch;

@@ -1,7 +1,7 @@
 #include "Tabs/Agents/Agent.h"
 
-#include "Core/Process.h"
 #include "Core/TerminalApp.h"
+#include "Core/Texts.h"
 #include "Platform/Files.h"
 #include "Platform/ToolRunner.h"
 
@@ -60,6 +60,14 @@ private:
     const QJsonObject &m_object;
 };
 
+/// A session in a terminal has no state of its own, but what its process does.
+QString stateOf(const std::optional<QString> &status)
+{
+    if (status == u"busy"_s)
+        return u"working"_s;
+    return status == u"waiting"_s ? u"blocked"_s : u"idle"_s;
+}
+
 std::optional<Agent> parseAgent(const QJsonObject &object)
 {
     Keys keys(object);
@@ -77,7 +85,7 @@ std::optional<Agent> parseAgent(const QJsonObject &object)
     if (!keys.ok || !startedAt || !(id || agent.sessionId || pid))
         return std::nullopt;
     agent.id = id ? *id : agent.sessionId ? *agent.sessionId : QString::number(*pid);
-    agent.state = state ? *state : status == u"busy"_s ? u"working"_s : u"idle"_s;
+    agent.state = state ? *state : stateOf(status);
     agent.startedAt = *startedAt;
     return agent;
 }

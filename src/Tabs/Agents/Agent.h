@@ -28,6 +28,9 @@ struct Agent {
     /// Whether `claude --resume` can be given this session's id safely.
     bool canResume() const;
     bool isWorking() const { return state == QLatin1String("working"); }
+    bool isBlocked() const { return state == QLatin1String("blocked"); }
+    /// What Claude Code's hook calls name it by, else its id.
+    QString session() const { return sessionId.value_or(id); }
 
     bool operator==(const Agent &) const = default;
 };

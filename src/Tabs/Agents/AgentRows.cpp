@@ -1,6 +1,6 @@
 #include "Tabs/Agents/AgentRows.h"
 
-#include "Core/Process.h"
+#include "Core/Texts.h"
 
 #include <QCoreApplication>
 #include <algorithm>

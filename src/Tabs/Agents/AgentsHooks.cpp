@@ -1,12 +1,14 @@
 // What AgentsSource makes of events: the hook calls of Claude Code, the steps between two listings, and the Peeks of both.
 
-#include "Core/HookInstaller.h"
 #include "Core/Prefs.h"
-#include "Core/Process.h"
+#include "Core/Texts.h"
+#include "Hooks/HookInstaller.h"
 #include "Platform/Applications.h"
 #include "Platform/Clock.h"
 #include "Tabs/Agents/AgentsSource.h"
 
+#include <QPointer>
+#include <QSet>
 #include <algorithm>
 #include <array>
 
@@ -17,6 +19,13 @@ namespace velto {
 namespace {
 
 constexpr qint64 kDonePeekMilliseconds = 180'000;
+/// As long as the installed command lets its `curl` wait.
+constexpr std::chrono::seconds kAskerPatience{35};
+/// After a question has come or gone, and while one waits. A listing costs up to a second of a core.
+constexpr std::chrono::seconds kFirstLook{2};
+constexpr std::chrono::seconds kNextLook{8};
+/// How long a listing may still call a session working after its Stop.
+constexpr std::chrono::seconds kListingLags{3};
 
 constexpr std::array kTerminals{"com.apple.Terminal"_L1, "com.googlecode.iterm2"_L1, "com.mitchellh.ghostty"_L1,
                                 "dev.warp.Warp-Stable"_L1};
@@ -62,27 +71,69 @@ QString AgentsSource::preview() const
 void AgentsSource::hook(const HookEvent &event)
 {
     const QString name = nameFor(event);
-    if (event.event == "Stop"_L1)
-        donePeek(event.sessionId.value_or(name), tr("%1 is done").arg(name), event.sessionId, event.cwd);
-    else if (event.event == "Notification"_L1)
-        needsYouPeek(event.message ? *event.message : tr("%1 needs you").arg(name), event.sessionId, event.cwd);
+    const QString session = event.sessionId.value_or(name);
+    if (event.event == "Stop"_L1 || event.event == "SessionEnd"_L1) {
+        withdraw(m_questions.of(session));
+        retract(Peek::News::NeedsYou, {session});
+    }
+    if (event.event == "Stop"_L1) {
+        m_saidDone.insert(session, m_needs.clock.now());
+        donePeek(session, tr("%1 is done").arg(name), event.sessionId, event.cwd);
+    } else if (event.event == "Notification"_L1) {
+        notified(event, name);
+    }
     refresh();
 }
 
-void AgentsSource::permission(const HookEvent &event, const Peek::Decide &decide)
+void AgentsSource::notified(const HookEvent &event, const QString &name)
 {
+    const QString session = event.sessionId.value_or(name);
+    const auto now = m_needs.clock.now();
+    // Claude Code tells of a question again 6 seconds after it has asked it.
+    if (event.notification == u"permission_prompt"_s && m_questions.speaksFor(session, now))
+        return;
+    Peek peek = needsYou(event.message ? *event.message : tr("%1 needs you").arg(name), session);
+    if (event.message && (event.sessionId || event.cwd))
+        peek.aside = name;
+    peek.resume = event.sessionId;
+    peek.cwd = event.cwd;
+    // The same words of two sessions at once are shown once, so the listing is to name the second one.
+    m_notices.removeIf([now](const auto &entry) { return now - entry.value().at > OpenQuestions::kAftermath; });
+    if (std::ranges::none_of(m_notices, [&peek](const Notice &notice) { return notice.text == peek.text; })
+        || m_notices.contains(session))
+        m_notices.insert(session, {peek.text, now});
+    raise(std::move(peek));
+}
+
+void AgentsSource::permission(const HookEvent &event, HookListener::QuestionId asker, const HookListener::Reply &reply)
+{
+    const QString name = nameFor(event);
+    const QString session = event.sessionId.value_or(QString());
+    // A session asks one thing at a time: what it asked before is settled, and it works again.
+    withdraw(m_questions.of(session));
+    retract(Peek::News::NeedsYou, {session});
+    retract(Peek::News::Finished, {session});
     if (!m_needs.prefs.isOn(Prefs::Module::Agents) || !onPeek || terminalInFront()) {
-        decide(std::nullopt);
+        reply(std::nullopt);
         return;
     }
-    const QString name = nameFor(event);
     if (event.tool == u"AskUserQuestion"_s) {
         // Claude asks the user something and wants an answer in words. Allowing that from here would skip the question and
         // tell the model that nobody answered, so it is left to the terminal at once.
-        decide(std::nullopt);
-        needsYouPeek(tr("%1 needs you").arg(name), event.sessionId, event.cwd);
+        reply(std::nullopt);
+        m_questions.announced(session, m_needs.clock.now());
+        Peek peek = needsYou(tr("%1 needs you").arg(name), session);
+        peek.resume = event.sessionId;
+        peek.cwd = event.cwd;
+        raise(std::move(peek));
         return;
     }
+    ask(event, name, asker, reply);
+}
+
+void AgentsSource::ask(const HookEvent &event, const QString &name, HookListener::QuestionId asker,
+                       const HookListener::Reply &reply)
+{
     QStringList what;
     for (const auto &part : {event.tool, event.toolDetail}) {
         if (part)
@@ -98,18 +149,67 @@ void AgentsSource::permission(const HookEvent &event, const Peek::Decide &decide
     peek.tone = Peek::Tone::Warn;
     peek.resume = event.sessionId;
     peek.cwd = event.cwd;
-    peek.decide = decide;
+    peek.session = event.sessionId.value_or(QString());
+    peek.patience = kAskerPatience;
+    peek.lapsed = tr("%1 asks in its terminal").arg(name);
+    peek.decide = [self = QPointer(this), id = peek.id, name, reply](std::optional<bool> answer) {
+        const bool inTime = reply(answer);
+        if (self)
+            self->questionEnded(id, name, answer, inTime);
+    };
+    m_questions.add({asker, peek.id, peek.session, m_needs.clock.now()});
+    lookAgainIn(kFirstLook);
     raise(std::move(peek));
+}
+
+void AgentsSource::questionEnded(const QUuid &peek, const QString &name, std::optional<bool> answer, bool inTime)
+{
+    m_questions.close(peek, answer.has_value(), m_needs.clock.now());
+    lookAgainIn(kFirstLook);
+    if (!answer || inTime)
+        return;
+    Peek late;
+    late.symbol = u"exclamationmark.circle"_s;
+    late.text = tr("Too late: %1 no longer waits for that answer").arg(name);
+    late.tone = Peek::Tone::Warn;
+    late.tab = Tab::Agents;
+    raise(std::move(late));
+}
+
+void AgentsSource::withdrawn(HookListener::QuestionId asker)
+{
+    if (const auto peek = m_questions.askedBy(asker))
+        withdraw({*peek});
+}
+
+/// A session may be answered in its terminal, which no hook tells: while a question waits, the listing is looked at.
+void AgentsSource::lookAgainIn(std::chrono::seconds delay)
+{
+    m_lookAgain = m_needs.clock.after(delay, [this] {
+        refresh();
+        if (!m_questions.isEmpty())
+            lookAgainIn(kNextLook);
+    });
 }
 
 void AgentsSource::diff(const QMap<QString, Agent> &previous, const QList<Agent> &listing)
 {
+    const auto now = m_needs.clock.now();
     QSet<QString> ids;
     for (const Agent &agent : listing) {
         ids.insert(agent.id);
         const auto before = previous.constFind(agent.id);
-        if (before != previous.cend() && before->isWorking() && agent.state == "blocked"_L1)
-            needsYouPeek(tr("%1 needs you").arg(agent.title()), agent.sessionId, agent.cwd);
+        if (before == previous.cend() || !before->isWorking() || !agent.isBlocked())
+            continue;
+        const auto notice = m_notices.constFind(agent.session());
+        const bool told = m_questions.speaksFor(agent.session(), now)
+            || (notice != m_notices.cend() && now - notice->at <= OpenQuestions::kAftermath);
+        if (told)
+            continue;
+        Peek peek = needsYou(tr("%1 needs you").arg(agent.title()), agent.session());
+        peek.resume = agent.sessionId;
+        peek.cwd = agent.cwd;
+        raise(std::move(peek));
     }
     // A session that was working and has left the listing has finished.
     for (const Agent &agent : previous) {
@@ -118,22 +218,54 @@ void AgentsSource::diff(const QMap<QString, Agent> &previous, const QList<Agent>
     }
 }
 
+/// What a listing shows to be over or untrue.
+void AgentsSource::takeBack(const QList<Agent> &listing, Clock::Instant begun)
+{
+    withdraw(m_questions.overBy(listing, begun));
+    // A hook call says that a session is done a moment before the listing knows.
+    m_saidDone.removeIf([begun](const auto &entry) { return begun - entry.value() >= kListingLags; });
+    QSet<QString> working;
+    QSet<QString> certain;
+    for (const Agent &agent : listing) {
+        if (!agent.isWorking())
+            continue;
+        working.insert(agent.session());
+        if (!m_saidDone.contains(agent.session()))
+            certain.insert(agent.session());
+    }
+    retract(Peek::News::NeedsYou, working);
+    retract(Peek::News::Finished, certain);
+}
+
 void AgentsSource::raise(Peek peek) const
 {
     if (onPeek)
         onPeek(std::move(peek));
 }
 
-void AgentsSource::needsYouPeek(const QString &text, const std::optional<QString> &resume,
-                                const std::optional<QString> &cwd) const
+void AgentsSource::retract(Peek::News news, const QSet<QString> &sessions) const
+{
+    if (onRetract && !sessions.isEmpty())
+        onRetract(news, sessions);
+}
+
+void AgentsSource::withdraw(const QList<QUuid> &questions) const
+{
+    for (const QUuid &question : questions) {
+        if (onWithdraw)
+            onWithdraw(question);
+    }
+}
+
+Peek AgentsSource::needsYou(const QString &text, const QString &session)
 {
     Peek peek;
     peek.symbol = u"hand.raised.fill"_s;
     peek.text = text;
     peek.tone = Peek::Tone::Warn;
-    peek.resume = resume;
-    peek.cwd = cwd;
-    raise(std::move(peek));
+    peek.news = Peek::News::NeedsYou;
+    peek.session = session;
+    return peek;
 }
 
 void AgentsSource::donePeek(const QString &session, const QString &text, const std::optional<QString> &resume,
@@ -157,6 +289,8 @@ void AgentsSource::donePeek(const QString &session, const QString &text, const s
     peek.tone = Peek::Tone::Good;
     peek.resume = resume;
     peek.cwd = cwd;
+    peek.news = Peek::News::Finished;
+    peek.session = resume.value_or(session);
     raise(std::move(peek));
 }
 

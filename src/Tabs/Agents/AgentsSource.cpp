@@ -1,10 +1,10 @@
 #include "Tabs/Agents/AgentsSource.h"
 
-#include "Core/HookInstaller.h"
-#include "Core/HookListener.h"
 #include "Core/Prefs.h"
-#include "Core/Process.h"
 #include "Core/TerminalApp.h"
+#include "Core/Texts.h"
+#include "Hooks/HookInstaller.h"
+#include "Hooks/HookListener.h"
 #include "Platform/Applications.h"
 #include "Platform/Background.h"
 #include "Platform/Clock.h"
@@ -63,11 +63,16 @@ void AgentsSource::listen()
         if (self)
             self->hook(event);
     };
-    m_needs.listener->onPermission = [self = QPointer(this)](const HookEvent &event, const HookListener::Reply &reply) {
+    m_needs.listener->onPermission = [self = QPointer(this)](const HookEvent &event, HookListener::QuestionId asker,
+                                                             const HookListener::Reply &reply) {
         if (self)
-            self->permission(event, reply);
+            self->permission(event, asker, reply);
         else
             reply(std::nullopt);
+    };
+    m_needs.listener->onWithdrawn = [self = QPointer(this)](HookListener::QuestionId asker) {
+        if (self)
+            self->withdrawn(asker);
     };
     m_needs.listener->start();
 }
@@ -110,15 +115,15 @@ void AgentsSource::startListing()
     inBackground(
         m_needs.background, this,
         [&tools = m_needs.tools, &files = m_needs.files, home = m_needs.places.home] { return loadAgents(tools, files, home); },
-        [this](const std::optional<QList<Agent>> &listing) {
+        [this, begun = m_needs.clock.now()](const std::optional<QList<Agent>> &listing) {
             --m_listingsUnderWay;
-            apply(listing);
+            apply(listing, begun);
             if (std::exchange(m_listingWanted, false))
                 refresh();
         });
 }
 
-void AgentsSource::apply(const std::optional<QList<Agent>> &listing)
+void AgentsSource::apply(const std::optional<QList<Agent>> &listing, Clock::Instant begun)
 {
     if (!listing) {
         m_state = SourceState::failed(
@@ -126,15 +131,19 @@ void AgentsSource::apply(const std::optional<QList<Agent>> &listing)
         publish();
         return;
     }
-    QMap<QString, Agent> byId;
-    for (const Agent &agent : *listing)
-        byId.insert(agent.id, agent);
-    const auto previous = std::exchange(m_previous, std::move(byId));
     m_agents = *listing;
     m_state = SourceState::ready();
     publish();
+    // One that was begun earlier than what is known already tells of the past: no step from one to the other ever happened.
+    if (m_latestCompared && begun < *m_latestCompared)
+        return;
+    m_latestCompared = begun;
+    QMap<QString, Agent> byId;
+    for (const Agent &agent : *listing)
+        byId.insert(agent.id, agent);
+    takeBack(*listing, begun);
     // Right after the start there is nothing to compare with: what waits already is no news.
-    if (previous)
+    if (const auto previous = std::exchange(m_previous, std::move(byId)))
         diff(*previous, *listing);
 }
 
@@ -154,12 +163,12 @@ void AgentsSource::scan()
         [&tools = m_needs.tools, &files = m_needs.files, home = m_needs.places.home, hasClaude] {
             return Found{scanTools(tools), hasClaude ? loadAgents(tools, files, home) : std::nullopt};
         },
-        [this, hasClaude](const Found &found) {
+        [this, hasClaude, begun = m_needs.clock.now()](const Found &found) {
             m_tools = found.tools;
             m_scanning = false;
             m_lastScan = m_needs.clock.wallTime();
             if (hasClaude)
-                apply(found.listing);
+                apply(found.listing, begun);
             else
                 publish();
         });

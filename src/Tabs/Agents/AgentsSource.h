@@ -1,10 +1,11 @@
 #pragma once
 
-#include "Core/HookEvent.h"
 #include "Core/RowModel.h"
 #include "Core/SourceState.h"
 #include "Core/VeltoSource.h"
+#include "Hooks/HookEvent.h"
 #include "Tabs/Agents/Agent.h"
+#include "Tabs/Agents/OpenQuestions.h"
 #include "Tabs/Agents/ToolProcess.h"
 
 #include <QMap>
@@ -14,7 +15,6 @@ namespace velto {
 
 class Applications;
 class Background;
-class Clock;
 class Files;
 class HookInstaller;
 class HookListener;
@@ -111,6 +111,10 @@ public:
     QString hookErrorText() const { return m_hookError.value_or(QString()); }
 
     OnPeek onPeek;
+    /// A question that was raised is over: its asker is gone, or has its answer from elsewhere.
+    std::function<void(const QUuid &peek)> onWithdraw;
+    /// What was raised with this news is no longer true of these sessions.
+    std::function<void(Peek::News, const QSet<QString> &sessions)> onRetract;
 
     Q_INVOKABLE void refresh();
     /// One pass over other AI tools and the listing. Does nothing while one is under way.
@@ -118,7 +122,9 @@ public:
     /// What a memory hub tells of the user's other machine. Outlives the source.
     void setOtherMac(QAbstractItemModel *rows) { m_otherMac = rows; }
     void hook(const HookEvent &event);
-    void permission(const HookEvent &event, const Peek::Decide &decide);
+    void permission(const HookEvent &event, HookListener::QuestionId asker, const HookListener::Reply &reply);
+    /// The asker of that question is gone.
+    void withdrawn(HookListener::QuestionId asker);
     Q_INVOKABLE void installHooks();
     Q_INVOKABLE void removeHooks();
     /// What installHooks() adds, as text to agree to.
@@ -156,11 +162,18 @@ private:
     void listen();
     void readHooks();
     void startListing();
-    void apply(const std::optional<QList<Agent>> &listing);
+    void apply(const std::optional<QList<Agent>> &listing, Clock::Instant begun);
     void publish(Announce announce = Announce::IfChanged);
     void diff(const QMap<QString, Agent> &previous, const QList<Agent> &listing);
+    void takeBack(const QList<Agent> &listing, Clock::Instant begun);
     void raise(Peek peek) const;
-    void needsYouPeek(const QString &text, const std::optional<QString> &resume, const std::optional<QString> &cwd) const;
+    void retract(Peek::News news, const QSet<QString> &sessions) const;
+    void withdraw(const QList<QUuid> &questions) const;
+    void notified(const HookEvent &event, const QString &name);
+    void ask(const HookEvent &event, const QString &name, HookListener::QuestionId asker, const HookListener::Reply &reply);
+    void questionEnded(const QUuid &peek, const QString &name, std::optional<bool> answer, bool inTime);
+    void lookAgainIn(std::chrono::seconds delay);
+    static Peek needsYou(const QString &text, const QString &session);
     void donePeek(const QString &session, const QString &text, const std::optional<QString> &resume,
                   const std::optional<QString> &cwd);
     bool terminalInFront() const;
@@ -185,6 +198,15 @@ private:
     /// The listing before this one; nothing until the first.
     std::optional<QMap<QString, Agent>> m_previous;
     QMap<QString, QDateTime> m_lastDonePeek;
+    OpenQuestions m_questions;
+    struct Notice {
+        QString text;
+        Clock::Instant at;
+    };
+    QHash<QString, Notice> m_notices; ///< by session: the last Notification that was raised
+    QHash<QString, Clock::Instant> m_saidDone; ///< by session, as long as a listing may not know of it yet
+    TimerHandle m_lookAgain;
+    std::optional<Clock::Instant> m_latestCompared; ///< when that listing was begun
     int m_listingsUnderWay = 0;
     bool m_listingWanted = false;
     Published m_published;

@@ -1,11 +1,10 @@
 #include "Tabs/Connect/CalendarForm.h"
 
-#include "Core/Hub.h"
+#include "Core/Link.h"
 #include "Core/Prefs.h"
-#include "Core/Process.h"
-#include "Tabs/Home/EverydaySource.h"
-#include "Tabs/Home/GoogleCalendar.h"
-#include "Tabs/Home/Link.h"
+#include "Core/Texts.h"
+#include "Feeds/Calendar/GoogleCalendar.h"
+#include "Feeds/Everyday/EverydaySource.h"
 
 #include <QLocale>
 #include <utility>
@@ -56,7 +55,7 @@ void CalendarForm::chooseSource(const QString &value)
     if (google == this->google())
         return;
     m_needs.prefs.setCalendarSource(google ? Prefs::CalendarSource::Google : Prefs::CalendarSource::Manual);
-    m_needs.hub.everyday()->refresh();
+    m_needs.everyday.refresh();
 }
 
 bool CalendarForm::linked() const
@@ -108,7 +107,7 @@ void CalendarForm::save()
     m_needs.prefs.setMeetingStart(QDateTime(m_day.date(), m_start));
     m_needs.prefs.setMeetingURL(withoutPassword(m_link));
     m_needs.prefs.set(Prefs::Module::Calendar, true);
-    m_needs.hub.everyday()->loadCalendar();
+    m_needs.everyday.loadCalendar();
     m_doneText = tr("Saved.");
     Q_EMIT edited();
 }

@@ -9,8 +9,8 @@
 namespace velto {
 
 class Clock;
+class EverydaySource;
 class GoogleCalendar;
-class Hub;
 class Prefs;
 
 /// Where meetings come from: typed in here, or read from Google Calendar. UI thread only.
@@ -38,7 +38,7 @@ class CalendarForm : public QObject {
 public:
     /// All of it outlives this.
     struct Needs {
-        Hub &hub;
+        EverydaySource &everyday;
         Prefs &prefs;
         const Clock &clock;
         GoogleCalendar &google;

@@ -1,11 +1,10 @@
 #include "Tabs/Connect/ConnectSource.h"
 
-#include "Core/Hub.h"
-#include "Core/WatchFolders.h"
+#include "Feeds/Calendar/GoogleCalendar.h"
+#include "Feeds/Everyday/EverydaySource.h"
+#include "Feeds/Repositories/WatchFolders.h"
 #include "Platform/Clipboard.h"
 #include "Tabs/Agents/AgentsSource.h"
-#include "Tabs/Home/EverydaySource.h"
-#include "Tabs/Home/GoogleCalendar.h"
 #include "Tabs/Todos/TodosSource.h"
 
 #include <array>
@@ -56,10 +55,10 @@ std::optional<Module> moduleOf(const QString &raw)
 ConnectSource::ConnectSource(const Needs &needs, QObject *parent)
     : VeltoSource(parent)
     , m_needs(needs)
-    , m_tokens(needs.hub, needs.prefs, needs.background, needs.keychain)
-    , m_status(needs.hub, needs.prefs, m_tokens, needs.tools, needs.google)
-    , m_calendar({needs.hub, needs.prefs, needs.clock, needs.google})
-    , m_mcp({needs.hub, needs.terminal, needs.clipboard})
+    , m_tokens(needs.prefs, needs.background, needs.keychain)
+    , m_status({needs.todos, needs.agents, needs.work, needs.signalsSource, needs.google, needs.prefs, m_tokens, needs.tools})
+    , m_calendar({needs.everyday, needs.prefs, needs.clock, needs.google})
+    , m_mcp({needs.signalsSource, needs.terminal, needs.clipboard})
     , m_modes({"value"_ba, "text"_ba, "selected"_ba})
     , m_work(tileRoles())
     , m_context(tileRoles())
@@ -71,6 +70,7 @@ ConnectSource::ConnectSource(const Needs &needs, QObject *parent)
         sales.append({tr(each.name), QString::fromLatin1(each.symbol)});
     m_sales.setRows(sales);
     connect(&m_tokens, &TokenSettings::changed, this, &ConnectSource::update);
+    connect(&m_tokens, &TokenSettings::refreshWanted, this, &ConnectSource::refreshWanted);
 }
 
 ConnectSource::~ConnectSource() = default;
@@ -96,13 +96,13 @@ void ConnectSource::chooseMode(const QString &value)
         if (QString::number(int(mode)) != value || mode == m_needs.prefs.mode())
             continue;
         m_needs.prefs.selectMode(mode);
-        m_needs.hub.refresh(true);
+        Q_EMIT refreshWanted();
     }
 }
 
 AgentsSource *ConnectSource::agents() const
 {
-    return m_needs.hub.agents();
+    return &m_needs.agents;
 }
 
 void ConnectSource::appeared()
@@ -125,7 +125,7 @@ void ConnectSource::set(const QString &module, bool on)
     if (!known || m_needs.prefs.isOn(*known) == on)
         return;
     m_needs.prefs.set(*known, on);
-    m_needs.hub.refresh(true);
+    Q_EMIT refreshWanted();
 }
 
 void ConnectSource::act(const QString &module)
@@ -144,7 +144,7 @@ void ConnectSource::act(const QString &module)
         Q_EMIT otherWindowWanted();
         chooseWatchFolders(m_needs.folderPanel, m_needs.prefs, this, [this] {
             m_needs.prefs.set(Module::Repos, true);
-            m_needs.hub.refresh(true);
+            Q_EMIT refreshWanted();
         });
         break;
     default:
@@ -176,8 +176,8 @@ void ConnectSource::addFollowUp()
     Todo todo;
     todo.due = textOf(m_needs.clock.wallTime().toLocalTime().date());
     todo.project = tr("Sales outreach");
-    m_needs.hub.open(Tab::Todos);
-    m_needs.hub.todos()->setDraft(todo);
+    Q_EMIT tabWanted(Tab::Todos);
+    m_needs.todos.setDraft(todo);
 }
 
 void ConnectSource::openMcpForm()

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Core/RowModel.h"
-#include "Core/TokenSettings.h"
 #include "Core/VeltoSource.h"
+#include "Feeds/Work/TokenSettings.h"
 #include "Tabs/Connect/CalendarForm.h"
 #include "Tabs/Connect/McpForm.h"
 #include "Tabs/Connect/ModuleStatus.h"
@@ -18,11 +18,13 @@ class Clock;
 class EverydaySource;
 class FolderPanel;
 class GoogleCalendar;
-class Hub;
 class Keychain;
 class Prefs;
+class SignalsSource;
 class TerminalApp;
+class TodosSource;
 class ToolRunner;
+class WorkSource;
 
 /// Which tools Velto looks at, how each of them is doing, and the forms that link accounts. UI thread only.
 class ConnectSource : public VeltoSource {
@@ -48,7 +50,12 @@ class ConnectSource : public VeltoSource {
 public:
     /// All of it outlives the source.
     struct Needs {
-        Hub &hub;
+        TodosSource &todos;
+        AgentsSource &agents;
+        EverydaySource &everyday;
+        WorkSource &work;
+        SignalsSource &signalsSource;
+        GoogleCalendar &google;
         Prefs &prefs;
         Clock &clock;
         Background &background;
@@ -57,7 +64,6 @@ public:
         FolderPanel &folderPanel;
         TerminalApp &terminal;
         const ToolRunner &tools;
-        GoogleCalendar &google;
     };
     explicit ConnectSource(const Needs &needs, QObject *parent = nullptr);
     ~ConnectSource() override;
@@ -95,8 +101,7 @@ public:
     /// Puts the service's short name into the form for MCP servers and opens it.
     Q_INVOKABLE void connectSales(const QString &name);
 
-    /// Another store has changed, or the user's choices.
-    void worldChanged();
+    void worldChanged() override;
 
 Q_SIGNALS:
     /// The user wants to see what connecting Claude Code's hooks adds.

@@ -1,9 +1,8 @@
 #include "Tabs/Connect/McpForm.h"
 
-#include "Core/Hub.h"
 #include "Core/TerminalApp.h"
+#include "Feeds/Signals/SignalsSource.h"
 #include "Platform/Clipboard.h"
-#include "Tabs/Home/SignalsSource.h"
 
 #include <QUrl>
 
@@ -49,7 +48,7 @@ QString McpForm::problem() const
 
 void McpForm::act(const QString &name)
 {
-    for (const MCPServer &server : m_needs.hub.signalsSource()->mcp()) {
+    for (const MCPServer &server : m_needs.signalsSource.mcp()) {
         if (server.name != name || server.status == "ok"_L1)
             continue;
         const QString command = server.status == "auth"_L1 ? u"claude mcp login "_s : u"claude mcp get "_s;
@@ -60,7 +59,7 @@ void McpForm::act(const QString &name)
 
 void McpForm::copyEndpoint(const QString &name)
 {
-    for (const MCPServer &server : m_needs.hub.signalsSource()->mcp()) {
+    for (const MCPServer &server : m_needs.signalsSource.mcp()) {
         if (server.name == name)
             return m_needs.clipboard.setText(server.detail);
     }
@@ -79,13 +78,13 @@ void McpForm::add()
 
 void McpForm::retryAll()
 {
-    m_needs.hub.signalsSource()->retryMcp();
+    m_needs.signalsSource.retryMcp();
 }
 
 void McpForm::update()
 {
     QList<RowModel::Row> rows;
-    for (const MCPServer &server : m_needs.hub.signalsSource()->mcp()) {
+    for (const MCPServer &server : m_needs.signalsSource.mcp()) {
         const bool ok = server.status == "ok"_L1;
         const bool auth = server.status == "auth"_L1;
         rows.append({server.name, server.detail, server.status,

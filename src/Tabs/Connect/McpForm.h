@@ -7,7 +7,7 @@
 namespace velto {
 
 class Clipboard;
-class Hub;
+class SignalsSource;
 class TerminalApp;
 
 /// The MCP servers that Claude Code knows, and a way to add one. Everything that changes them runs in the user's terminal, so
@@ -25,7 +25,7 @@ class McpForm : public QObject {
 public:
     /// All of it outlives this.
     struct Needs {
-        Hub &hub;
+        SignalsSource &signalsSource;
         TerminalApp &terminal;
         Clipboard &clipboard;
     };

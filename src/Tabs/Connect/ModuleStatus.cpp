@@ -1,13 +1,12 @@
 #include "Tabs/Connect/ModuleStatus.h"
 
-#include "Core/Hub.h"
-#include "Core/Process.h"
-#include "Core/TokenSettings.h"
+#include "Core/Texts.h"
+#include "Feeds/Calendar/GoogleCalendar.h"
+#include "Feeds/Signals/SignalsSource.h"
+#include "Feeds/Work/TokenSettings.h"
+#include "Feeds/Work/WorkSource.h"
 #include "Platform/ToolRunner.h"
 #include "Tabs/Agents/AgentsSource.h"
-#include "Tabs/Home/GoogleCalendar.h"
-#include "Tabs/Home/SignalsSource.h"
-#include "Tabs/Home/WorkSource.h"
 #include "Tabs/Todos/TodosSource.h"
 
 #include <QLocale>
@@ -34,13 +33,8 @@ QString wordsOf(const SourceState &state)
 
 } // namespace
 
-ModuleStatus::ModuleStatus(Hub &hub, const Prefs &prefs, const TokenSettings &tokens, const ToolRunner &tools,
-                           const GoogleCalendar &google)
-    : m_hub(hub)
-    , m_prefs(prefs)
-    , m_tokens(tokens)
-    , m_tools(tools)
-    , m_google(google)
+ModuleStatus::ModuleStatus(const Needs &needs)
+    : m_needs(needs)
 {
 }
 
@@ -77,7 +71,7 @@ ModuleStatus::Status ModuleStatus::of(Prefs::Module module, const QSet<Prefs::Mo
     case Prefs::Module::Agents:
         return agents();
     case Prefs::Module::Todos:
-        return {m_hub.todos()->label()};
+        return {m_needs.todos.label()};
     case Prefs::Module::Calendar:
         return calendar(open.contains(module));
     case Prefs::Module::Prs:
@@ -89,7 +83,7 @@ ModuleStatus::Status ModuleStatus::of(Prefs::Module module, const QSet<Prefs::Mo
     case Prefs::Module::Focus:
         return {tr("A countdown beside the camera.")};
     case Prefs::Module::Usage:
-        if (!m_tools.toolInstalled(u"claude"_s))
+        if (!m_needs.tools.toolInstalled(u"claude"_s))
             return {tr("Needs Claude Code."), false};
         return {tr("Read from Claude Code on this Mac.")};
     case Prefs::Module::Mcp:
@@ -102,9 +96,9 @@ ModuleStatus::Status ModuleStatus::of(Prefs::Module module, const QSet<Prefs::Mo
 
 ModuleStatus::Status ModuleStatus::agents() const
 {
-    if (!m_tools.toolInstalled(u"claude"_s))
+    if (!m_needs.tools.toolInstalled(u"claude"_s))
         return {tr("Claude Code isn't installed. The scan still finds Codex, Cursor and Ollama."), false};
-    if (!m_hub.agents()->hooksInstalled())
+    if (!m_needs.agents.hooksInstalled())
         return {tr("Connect for instant alerts and Allow/Deny from the velto."), false, tr("Connect")};
     return {tr("Live alerts and Allow/Deny are on.")};
 }
@@ -114,25 +108,25 @@ ModuleStatus::Status ModuleStatus::calendar(bool open) const
     const auto withAction = [open](const QString &text, bool ok) {
         return Status{text, ok, open ? tr("Done") : ok ? tr("Change") : tr("Set up")};
     };
-    if (m_prefs.calendarSource() == Prefs::CalendarSource::Google) {
-        if (m_google.locked())
+    if (m_needs.prefs.calendarSource() == Prefs::CalendarSource::Google) {
+        if (m_needs.google.locked())
             return withAction(tr("The keyring is locked."), false);
-        if (!m_google.linked())
+        if (!m_needs.google.linked())
             return withAction(tr("Connect Google Calendar. No Mac Calendar access."), false);
         return withAction(tr("Google Calendar connected · read-only."), true);
     }
-    if (m_prefs.meetingTitle().trimmed().isEmpty())
+    if (m_needs.prefs.meetingTitle().trimmed().isEmpty())
         return withAction(tr("Add a meeting yourself. No Mac Calendar access."), false);
-    const QDateTime start = m_prefs.meetingStart().toLocalTime();
+    const QDateTime start = m_needs.prefs.meetingStart().toLocalTime();
     const QString when = u"%1, %2"_s.arg(QLocale().toString(start.date(), u"d MMM yyyy"_s), shortTime(start));
     return withAction(tr("Added by you · %1").arg(when), true);
 }
 
 ModuleStatus::Status ModuleStatus::pullRequests() const
 {
-    if (!m_tools.toolInstalled(u"gh"_s))
+    if (!m_needs.tools.toolInstalled(u"gh"_s))
         return {tr("Install the GitHub CLI, then sign in."), false, tr("Copy install command")};
-    if (const QString words = wordsOf(m_hub.work()->prState()); !words.isEmpty())
+    if (const QString words = wordsOf(m_needs.work.prState()); !words.isEmpty())
         return {words, false};
     return {tr("Through the GitHub CLI you're signed in to.")};
 }
@@ -140,19 +134,19 @@ ModuleStatus::Status ModuleStatus::pullRequests() const
 ModuleStatus::Status ModuleStatus::work(bool open) const
 {
     const QString action = open ? tr("Done") : tr("Manage");
-    const int tokens = m_tokens.count();
-    if (m_hub.work()->workState().isLocked())
+    const int tokens = m_needs.tokens.count();
+    if (m_needs.work.workState().isLocked())
         return {tr("The keyring is locked."), false, action};
     if (tokens == 0)
         return {tr("Paste a Linear, Jira or Slack token."), false, action};
-    return {tr("%1 connected. %2").arg(tokens).arg(wordsOf(m_hub.work()->workState())).trimmed(), true, action};
+    return {tr("%1 connected. %2").arg(tokens).arg(wordsOf(m_needs.work.workState())).trimmed(), true, action};
 }
 
 ModuleStatus::Status ModuleStatus::mcp(bool open) const
 {
-    if (!m_tools.toolInstalled(u"claude"_s))
+    if (!m_needs.tools.toolInstalled(u"claude"_s))
         return {tr("Needs Claude Code."), false};
-    const SignalsSource &slow = *m_hub.signalsSource();
+    const SignalsSource &slow = m_needs.signalsSource;
     const QString action = open ? tr("Hide") : tr("Set up");
     if (const qsizetype failing = slow.mcpFailing().size(); failing > 0)
         return {tr("%1 failed · open to diagnose.").arg(failing), false, action};
@@ -163,10 +157,10 @@ ModuleStatus::Status ModuleStatus::mcp(bool open) const
 
 ModuleStatus::Status ModuleStatus::repos() const
 {
-    const qsizetype folders = m_prefs.repoRoots().size();
+    const qsizetype folders = m_needs.prefs.repoRoots().size();
     if (folders == 0)
         return {tr("Choose the folders you keep code in."), false, tr("Add folder")};
-    if (!m_prefs.mayLookAtRepos())
+    if (!m_needs.prefs.mayLookAtRepos())
         return {tr("Waits until the welcome is finished."), false, tr("Add folder")};
     return {tr("%1 folders watched.").arg(folders), true, tr("Add folder")};
 }

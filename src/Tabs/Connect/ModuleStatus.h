@@ -8,10 +8,13 @@
 
 namespace velto {
 
+class AgentsSource;
 class GoogleCalendar;
-class Hub;
+class SignalsSource;
+class TodosSource;
 class TokenSettings;
 class ToolRunner;
+class WorkSource;
 
 /// How a module is doing, and what its tile offers to do about it. UI thread only.
 class ModuleStatus {
@@ -24,8 +27,17 @@ public:
     };
 
     /// All of it outlives this.
-    ModuleStatus(Hub &hub, const Prefs &prefs, const TokenSettings &tokens, const ToolRunner &tools,
-                 const GoogleCalendar &google);
+    struct Needs {
+        const TodosSource &todos;
+        const AgentsSource &agents;
+        const WorkSource &work;
+        const SignalsSource &signalsSource;
+        const GoogleCalendar &google;
+        const Prefs &prefs;
+        const TokenSettings &tokens;
+        const ToolRunner &tools;
+    };
+    explicit ModuleStatus(const Needs &needs);
 
     /// `open` holds the modules whose form is open.
     Status of(Prefs::Module module, const QSet<Prefs::Module> &open) const;
@@ -39,11 +51,7 @@ private:
     Status mcp(bool open) const;
     Status repos() const;
 
-    Hub &m_hub;
-    const Prefs &m_prefs;
-    const TokenSettings &m_tokens;
-    const ToolRunner &m_tools;
-    const GoogleCalendar &m_google;
+    Needs m_needs;
 };
 
 } // namespace velto

@@ -1,9 +1,8 @@
 #include "Tabs/Home/HomeBrief.h"
 
-#include "Core/Hub.h"
+#include "Core/Link.h"
+#include "Feeds/Work/WorkItem.h"
 #include "Platform/Workspace.h"
-#include "Tabs/Home/Link.h"
-#include "Tabs/Home/WorkItem.h"
 
 #include <algorithm>
 
@@ -11,8 +10,9 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-HomeBrief::HomeBrief(Hub &hub, Workspace &workspace, const Places &places, const QDateTime &now)
-    : m_hub(hub)
+HomeBrief::HomeBrief(const HomeStores &stores, Ways ways, Workspace &workspace, const Places &places, const QDateTime &now)
+    : m_stores(stores)
+    , m_ways(std::move(ways))
     , m_workspace(workspace)
     , m_places(places)
     , m_now(now)
@@ -42,7 +42,7 @@ QList<HomeItem> HomeBrief::items() &&
 
 bool HomeBrief::isOn(Prefs::Module module) const
 {
-    return m_hub.prefs().isOn(module);
+    return m_stores.prefs.isOn(module);
 }
 
 HomeItem &HomeBrief::add(HomeItem item)
@@ -90,7 +90,7 @@ bool HomeBrief::addUnlessReady(const QString &id, const QString &symbol, const Q
 
 HomeItem::Action HomeBrief::openTab(const QString &label, Tab tab) const
 {
-    return {label, [&hub = m_hub, tab] { hub.open(tab); }};
+    return {label, [open = m_ways.openTab, tab] { open(tab); }};
 }
 
 std::optional<HomeItem::Action> HomeBrief::openLink(const QString &label, const QUrl &url) const

@@ -10,20 +10,44 @@
 #include <QDateTime>
 #include <QList>
 #include <QUrl>
+#include <functional>
 
 namespace velto {
 
-class Hub;
+class AgentsSource;
+class EverydaySource;
+class GlanceSource;
+class QuillboxSource;
+class SignalsSource;
+class TodosSource;
+class WorkSource;
 class Workspace;
 struct Places;
 struct Todo;
 struct WorkItem;
 
+/// The stores that the brief reads.
+struct HomeStores {
+    Prefs &prefs;
+    AgentsSource &agents;
+    EverydaySource &everyday;
+    WorkSource &work;
+    TodosSource &todos;
+    GlanceSource &glances;
+    SignalsSource &signalsSource;
+    QuillboxSource &quillbox;
+};
+
 /// Makes the rows of the brief out of what every other store knows at one moment. UI thread only.
 class HomeBrief {
     Q_DECLARE_TR_FUNCTIONS(velto::HomeBrief)
 public:
-    HomeBrief(Hub &hub, Workspace &workspace, const Places &places, const QDateTime &now);
+    /// What the buttons of rows do beyond the stores.
+    struct Ways {
+        std::function<void(Tab)> openTab;
+        std::function<void(const QUrl &)> playVideo;
+    };
+    HomeBrief(const HomeStores &stores, Ways ways, Workspace &workspace, const Places &places, const QDateTime &now);
 
     /// Every row, the most urgent first; rows of one tone keep the order of their subjects.
     QList<HomeItem> items() &&;
@@ -56,7 +80,8 @@ private:
     std::optional<HomeItem::Action> openLink(const QString &label, const QUrl &url) const;
     std::optional<HomeItem::Action> openFirst(const QString &label, const QList<WorkItem> &items) const;
 
-    Hub &m_hub;
+    HomeStores m_stores;
+    Ways m_ways;
     Workspace &m_workspace;
     const Places &m_places;
     QDateTime m_now;

@@ -1,10 +1,9 @@
 #include "Tabs/Home/HomeBrief.h"
 
-#include "Core/Hub.h"
+#include "Core/FirstNames.h"
+#include "Feeds/Everyday/EverydaySource.h"
 #include "Platform/Places.h"
 #include "Tabs/Agents/AgentsSource.h"
-#include "Tabs/Home/EverydaySource.h"
-#include "Tabs/Home/FirstNames.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
 #include "Tabs/Todos/TodosSource.h"
 
@@ -36,7 +35,7 @@ void HomeBrief::agents()
 {
     if (!isOn(Prefs::Module::Agents))
         return;
-    AgentsSource &agents = *m_hub.agents();
+    AgentsSource &agents = m_stores.agents;
     addUnlessReady(u"agents"_s, u"sparkle"_s, tr("Agents"), agents.state());
     const auto title = [](const Agent &agent) { return agent.title(); };
     const HomeItem::Action show = openTab(tr("Show"), Tab::Agents);
@@ -71,7 +70,7 @@ void HomeBrief::calendar()
 {
     if (!isOn(Prefs::Module::Calendar))
         return;
-    EverydaySource &everyday = *m_hub.everyday();
+    EverydaySource &everyday = m_stores.everyday;
     addUnlessReady(u"cal"_s, u"calendar"_s, tr("Calendar"), everyday.calendarToShow(), [&everyday] { everyday.unlock(); });
     const std::optional<NextEvent> event = everyday.nextEvent();
     if (!event)
@@ -89,7 +88,7 @@ void HomeBrief::focus()
 {
     if (!isOn(Prefs::Module::Focus))
         return;
-    EverydaySource &everyday = *m_hub.everyday();
+    EverydaySource &everyday = m_stores.everyday;
     if (everyday.focusEnd()) {
         add({u"focus"_s,
              u"timer"_s,
@@ -113,7 +112,7 @@ void HomeBrief::media()
 {
     if (!isOn(Prefs::Module::Media))
         return;
-    EverydaySource &everyday = *m_hub.everyday();
+    EverydaySource &everyday = m_stores.everyday;
     const std::optional<NowPlaying> now = everyday.nowPlaying();
     if (!now)
         return;
@@ -126,7 +125,7 @@ void HomeBrief::todos()
 {
     if (!isOn(Prefs::Module::Todos))
         return;
-    const TodosSource &todos = *m_hub.todos();
+    const TodosSource &todos = m_stores.todos;
     if (!addUnlessReady(u"todos"_s, u"checklist"_s, tr("Todos"), todos.state()))
         return;
     const QString today = m_now.toLocalTime().date().toString(Qt::ISODate);
@@ -160,11 +159,11 @@ void HomeBrief::addTodos(const QList<Todo> &todos, bool late)
     else
         title = count == 1 ? tr("1 todo due today") : tr("%1 todos due today").arg(count);
 
-    TodosSource &store = *m_hub.todos();
+    TodosSource &store = m_stores.todos;
     const Filter filter = late ? Filter::Overdue : Filter::Today;
-    const auto show = [&hub = m_hub, &store, filter] {
+    const auto show = [open = m_ways.openTab, &store, filter] {
         store.setFilter(filter);
-        hub.open(Tab::Todos);
+        open(Tab::Todos);
     };
     add({late ? u"late"_s : u"due"_s, late ? u"exclamationmark.circle"_s : u"checklist"_s,
          late ? HomeItem::Tone::Bad : HomeItem::Tone::Info, title, std::ranges::min_element(counted, {}, &Todo::prio)->title,
@@ -173,14 +172,14 @@ void HomeBrief::addTodos(const QList<Todo> &todos, bool late)
 
 void HomeBrief::priority()
 {
-    const QString priority = m_hub.prefs().dailyPriority();
+    const QString priority = m_stores.prefs.dailyPriority();
     if (!priority.trimmed().isEmpty())
         add({u"priority"_s, u"pin.fill"_s, HomeItem::Tone::Info, priority, tr("Today's priority · stored in Velto")});
 }
 
 void HomeBrief::learning()
 {
-    const QuillboxSource &quillbox = *m_hub.quillbox();
+    const QuillboxSource &quillbox = m_stores.quillbox;
     if (!quillbox.mode().isHub() || !quillbox.snapshot().gap)
         return;
     add({u"gap"_s,

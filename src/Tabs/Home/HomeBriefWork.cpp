@@ -1,15 +1,13 @@
 #include "Tabs/Home/HomeBrief.h"
 
-#include "Core/Hub.h"
-#include "Core/Process.h"
+#include "Core/FirstNames.h"
+#include "Core/Texts.h"
+#include "Feeds/Glances/GlanceSource.h"
+#include "Feeds/Signals/SignalsSource.h"
+#include "Feeds/Usage/Pace.h"
+#include "Feeds/Work/WorkSource.h"
 #include "Platform/Places.h"
 #include "Platform/Workspace.h"
-#include "Tabs/Home/FirstNames.h"
-#include "Tabs/Home/GlanceSource.h"
-#include "Tabs/Home/HomeSource.h"
-#include "Tabs/Home/Pace.h"
-#include "Tabs/Home/SignalsSource.h"
-#include "Tabs/Home/WorkSource.h"
 
 #include <QLocale>
 
@@ -33,7 +31,7 @@ void HomeBrief::pullRequests()
 {
     if (!isOn(Prefs::Module::Prs))
         return;
-    const WorkSource &work = *m_hub.work();
+    const WorkSource &work = m_stores.work;
     if (!addUnlessReady(u"prs"_s, u"arrow.triangle.pull"_s, u"GitHub"_s, work.prState()) || work.prs().isEmpty())
         return;
     const qsizetype count = work.prs().size();
@@ -46,7 +44,7 @@ void HomeBrief::workTools()
 {
     if (!isOn(Prefs::Module::Work))
         return;
-    WorkSource &work = *m_hub.work();
+    WorkSource &work = m_stores.work;
     addUnlessReady(u"work"_s, u"briefcase"_s, tr("Work tools"), work.workState(), [&work] { work.unlock(); });
     if (const qsizetype count = work.issues().size(); count > 0) {
         add({u"issues"_s, u"square.stack.3d.up"_s, HomeItem::Tone::Info,
@@ -62,19 +60,19 @@ void HomeBrief::workTools()
 
 void HomeBrief::clipboard()
 {
-    const std::optional<ClipboardPreview> link = m_hub.glances()->clipboard();
+    const std::optional<ClipboardPreview> link = m_stores.glances.clipboard();
     if (!link)
         return;
     const bool video = link->url.host().contains("youtube"_L1) || link->url.host() == "youtu.be"_L1;
-    const auto play = [&hub = m_hub, url = link->url] { hub.home()->playVideo(url); };
+    const auto playIt = [play = m_ways.playVideo, url = link->url] { play(url); };
     const QString &mark = link->symbol;
     add({u"clipboard"_s, mark, HomeItem::Tone::Info, link->title, link->detail, tr("Clipboard"),
-         video ? std::optional(HomeItem::Action{tr("Play"), play}) : openLink(tr("Open"), link->url)});
+         video ? std::optional(HomeItem::Action{tr("Play"), playIt}) : openLink(tr("Open"), link->url)});
 }
 
 void HomeBrief::builds()
 {
-    const int count = m_hub.glances()->failedBuilds();
+    const int count = m_stores.glances.failedBuilds();
     if (count >= 1)
         add({u"builds"_s, u"xmark.octagon"_s, HomeItem::Tone::Warn,
              count == 1 ? tr("1 failed GitHub build") : tr("%1 failed GitHub builds").arg(count), tr("Recent Actions runs"),
@@ -83,7 +81,7 @@ void HomeBrief::builds()
 
 void HomeBrief::transfers()
 {
-    GlanceSource &glances = *m_hub.glances();
+    GlanceSource &glances = m_stores.glances;
     const int count = glances.activeTransfers();
     if (count < 1)
         return;
@@ -101,7 +99,7 @@ void HomeBrief::mcp()
 {
     if (!isOn(Prefs::Module::Mcp))
         return;
-    const SignalsSource &slow = *m_hub.signalsSource();
+    const SignalsSource &slow = m_stores.signalsSource;
     const QString wires = u"point.3.connected.trianglepath.dotted"_s;
     if (!addUnlessReady(u"mcp"_s, wires, tr("MCP servers"), slow.mcpState()))
         return;
@@ -125,14 +123,14 @@ void HomeBrief::repos()
 {
     if (!isOn(Prefs::Module::Repos))
         return;
-    const SignalsSource &slow = *m_hub.signalsSource();
+    const SignalsSource &slow = m_stores.signalsSource;
     const QString branch = u"arrow.triangle.branch"_s;
     if (!addUnlessReady(u"repos"_s, branch, tr("Repos"), slow.reposState()))
         return;
     const QList<RepoState> unsaved = slow.reposNeedingWork();
     if (unsaved.isEmpty())
         return;
-    QStringList roots = m_hub.prefs().repoRoots();
+    QStringList roots = m_stores.prefs.repoRoots();
     for (QString &root : roots)
         root = withTilde(root, m_places.home);
     const auto state = [](const RepoState &repo) { return u"%1 (%2)"_s.arg(repo.name, repo.summary()); };
@@ -145,12 +143,12 @@ void HomeBrief::usage()
 {
     if (!isOn(Prefs::Module::Usage))
         return;
-    const SignalsSource &slow = *m_hub.signalsSource();
+    const SignalsSource &slow = m_stores.signalsSource;
     const QString gauge = u"gauge.with.dots.needle.50percent"_s;
     const TokenUsage tokens = slow.tokens();
     if (!addUnlessReady(u"usage"_s, gauge, tr("Claude usage"), slow.usageState()) || tokens.turns < 1)
         return;
-    const std::optional<QString> outlook = pace(tokens, m_hub.prefs().dailyBudget(), m_now);
+    const std::optional<QString> outlook = pace(tokens, m_stores.prefs.dailyBudget(), m_now);
     add({u"usage"_s, gauge, HomeItem::Tone::Info,
          tr("Claude today: %1 tokens over %2 replies").arg(compact(budgeted(tokens)), QLocale().toString(tokens.turns)),
          outlook ? *outlook : tr("%1 written, %2 re-read from cache").arg(compact(tokens.output), compact(tokens.cacheRead)),

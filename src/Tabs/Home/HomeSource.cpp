@@ -1,14 +1,12 @@
 #include "Tabs/Home/HomeSource.h"
 
-#include "Core/Hub.h"
 #include "Core/Prefs.h"
+#include "Feeds/Glances/GlanceSource.h"
+#include "Feeds/Glances/VideoPreview.h"
+#include "Feeds/Usage/Pace.h"
 #include "Platform/VideoPlayer.h"
 #include "Platform/Workspace.h"
 #include "Tabs/Agents/AgentsSource.h"
-#include "Tabs/Home/GlanceSource.h"
-#include "Tabs/Home/HomeBrief.h"
-#include "Tabs/Home/Pace.h"
-#include "Tabs/Home/VideoPreview.h"
 
 #include <algorithm>
 #include <functional>
@@ -55,7 +53,8 @@ QList<RowModel::Row> rows(const QList<HomeItem> &items, qsizetype most, auto bel
 HomeSource::HomeSource(const Needs &needs, QObject *parent)
     : VeltoSource(parent)
     , m_needs(needs)
-    , m_spotlight(needs.hub.terminal())
+    , m_ways{[this](Tab tab) { Q_EMIT tabWanted(tab); }, [this](const QUrl &url) { playVideo(url); }}
+    , m_spotlight(needs.terminal)
     , m_needsRows(itemRoles())
     , m_nextRows(itemRoles())
     , m_todayRows(itemRoles())
@@ -83,7 +82,7 @@ QUrl HomeSource::makeView() const
 const QList<HomeItem> &HomeSource::items() const
 {
     if (m_stale) {
-        m_items = HomeBrief(m_needs.hub, m_needs.workspace, m_needs.places, m_needs.clock.wallTime()).items();
+        m_items = HomeBrief(m_needs.stores, m_ways, m_needs.workspace, m_needs.places, m_needs.clock.wallTime()).items();
         m_stale = false;
     }
     return m_items;
@@ -119,7 +118,7 @@ HomeSource::Tone HomeSource::headlineTone() const
 
 bool HomeSource::guideShown() const
 {
-    return !m_needs.prefs.glanceGuideDismissed();
+    return !m_needs.stores.prefs.glanceGuideDismissed();
 }
 
 void HomeSource::worldChanged()
@@ -131,7 +130,7 @@ void HomeSource::worldChanged()
 void HomeSource::publish()
 {
     arrange();
-    Published now{items(), greeting(), m_setupText, guideShown(), m_needs.hub.glances()->playingVideo(), m_notice};
+    Published now{items(), greeting(), m_setupText, guideShown(), m_needs.stores.glances.playingVideo(), m_notice};
     scheduleNextLook();
     if (now == m_published)
         return;
@@ -159,9 +158,9 @@ void HomeSource::arrange()
     }
     m_setupText = missing.isEmpty() ? QString() : tr("Not set up: %1").arg(missing.join(u", "_s));
 
-    AgentsSource &agents = *m_needs.hub.agents();
-    const QList<Agent> running = m_needs.prefs.isOn(Prefs::Module::Agents) ? agents.running() : QList<Agent>();
-    const QList<Agent> waiting = m_needs.prefs.isOn(Prefs::Module::Agents) ? agents.waiting() : QList<Agent>();
+    AgentsSource &agents = m_needs.stores.agents;
+    const QList<Agent> running = m_needs.stores.prefs.isOn(Prefs::Module::Agents) ? agents.running() : QList<Agent>();
+    const QList<Agent> waiting = m_needs.stores.prefs.isOn(Prefs::Module::Agents) ? agents.waiting() : QList<Agent>();
     m_spotlight.set(!running.isEmpty()       ? std::optional(running.first())
                         : !waiting.isEmpty() ? std::optional(waiting.first())
                                              : std::nullopt,
@@ -186,17 +185,17 @@ void HomeSource::run(const QString &itemId)
 
 void HomeSource::openConnect()
 {
-    m_needs.hub.open(Tab::Connect);
+    Q_EMIT tabWanted(Tab::Connect);
 }
 
 void HomeSource::useCopiedLink()
 {
-    m_needs.hub.glances()->refresh();
+    m_needs.stores.glances.refresh();
 }
 
 void HomeSource::dismissGuide()
 {
-    m_needs.prefs.setGlanceGuideDismissed(true);
+    m_needs.stores.prefs.setGlanceGuideDismissed(true);
 }
 
 QString HomeSource::videoHtml() const
@@ -217,7 +216,7 @@ VideoPlayer *HomeSource::videoPlayer() const
 void HomeSource::playVideo(const QUrl &url)
 {
     if (m_needs.videoPlayer.installed()) {
-        m_needs.hub.glances()->setPlayingVideo(url);
+        m_needs.stores.glances.setPlayingVideo(url);
         return;
     }
     notice(m_needs.workspace.open(url) ? tr("Opened in your browser. Videos play here once Qt WebEngine is installed.")
@@ -242,7 +241,7 @@ void HomeSource::openVideoInBrowser()
 
 void HomeSource::closeVideo()
 {
-    m_needs.hub.glances()->closeVideo();
+    m_needs.stores.glances.closeVideo();
 }
 
 } // namespace velto

@@ -3,7 +3,7 @@
 #include "Core/RowModel.h"
 #include "Core/VeltoSource.h"
 #include "Platform/Clock.h"
-#include "Tabs/Home/HomeItem.h"
+#include "Tabs/Home/HomeBrief.h"
 #include "Tabs/Home/HomeSpotlight.h"
 
 #include <QUrl>
@@ -11,11 +11,8 @@
 
 namespace velto {
 
-class Hub;
-class Prefs;
+class TerminalApp;
 class VideoPlayer;
-class Workspace;
-struct Places;
 
 /// The brief: what needs the user now, out of everything that the other stores know. It has no data of its own. The list is
 /// built once for each change of those stores, when somebody asks, however many ask. UI thread only.
@@ -46,8 +43,8 @@ public:
 
     /// All of it outlives the source.
     struct Needs {
-        Hub &hub;
-        Prefs &prefs;
+        HomeStores stores;
+        const TerminalApp &terminal;
         Workspace &workspace;
         VideoPlayer &videoPlayer;
         const Places &places;
@@ -90,8 +87,7 @@ public:
     /// In the panel; in the browser where the player isn't installed.
     void playVideo(const QUrl &url);
 
-    /// One of the other stores has changed, or the user's choices.
-    void worldChanged();
+    void worldChanged() override;
 
 private:
     /// What views see beside the rows; compared to tell whether anything has changed.
@@ -110,6 +106,7 @@ private:
     void notice(const QString &text);
 
     Needs m_needs;
+    HomeBrief::Ways m_ways;
     mutable QList<HomeItem> m_items;
     mutable bool m_stale = true;
     Published m_published;

@@ -1,7 +1,7 @@
 #include "Tabs/Home/HomeSpotlight.h"
 
-#include "Core/Process.h"
 #include "Core/TerminalApp.h"
+#include "Core/Texts.h"
 #include "Tabs/Agents/AgentRows.h"
 
 using namespace Qt::StringLiterals;

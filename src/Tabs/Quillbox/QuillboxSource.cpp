@@ -1,8 +1,8 @@
 #include "Tabs/Quillbox/QuillboxSource.h"
 
-#include "Core/Process.h"
+#include "Core/Texts.h"
 #include "Platform/Machine.h"
-#include "Tabs/Quillbox/HubClient.h"
+#include "Tabs/Quillbox/QuillboxClient.h"
 
 #include <QPointer>
 #include <algorithm>

@@ -15,7 +15,7 @@
 
 namespace velto {
 
-class HubClient;
+class QuillboxClient;
 class Machine;
 struct HubError;
 
@@ -45,7 +45,7 @@ public:
     struct Needs {
         Clock &clock;
         const Machine &machine;
-        HubClient &client;
+        QuillboxClient &client;
         QString home; ///< the user's home folder
     };
     explicit QuillboxSource(Needs needs, QObject *parent = nullptr);
@@ -60,7 +60,7 @@ public:
     const VeltoSnapshot &snapshot() const { return m_snapshot; }
     SourceState state() const { return m_state; }
     bool showGrip() const { return m_showGrip; }
-    HubClient &client() const { return m_needs.client; }
+    QuillboxClient &client() const { return m_needs.client; }
 
     bool isFailed() const { return m_state.kind() == SourceState::Kind::Failed; }
     bool isLocal() const { return m_mode.isLocal(); }

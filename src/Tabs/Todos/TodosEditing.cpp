@@ -1,7 +1,7 @@
-#include "Core/Process.h"
+#include "Core/Texts.h"
 #include "Platform/Background.h"
 #include "Platform/ToolRunner.h"
-#include "Tabs/Quillbox/HubClient.h"
+#include "Tabs/Quillbox/QuillboxClient.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
 #include "Tabs/Todos/TodoDates.h"
 #include "Tabs/Todos/TodosSource.h"
@@ -213,7 +213,7 @@ void TodosSource::startWrite()
 QCoro::Task<> TodosSource::hubWrite(QString path, QJsonObject json)
 {
     const QPointer<TodosSource> self(this);
-    const HubClient &client = m_needs.quillbox.client();
+    const QuillboxClient &client = m_needs.quillbox.client();
     const auto asked = client.request(path, "POST", json, client.current());
     const auto answer = co_await asked;
     if (!self)

@@ -1,6 +1,6 @@
 #include "Tabs/Todos/TodosSource.h"
 
-#include "Core/Process.h"
+#include "Core/Texts.h"
 #include "Platform/Background.h"
 #include "Platform/Files.h"
 #include "Platform/Places.h"

@@ -1,0 +1,58 @@
+#include "Core/Link.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+bool breaksLink(QChar c)
+{
+    return c.isSpace() || c.category() == QChar::Other_Control || c.category() == QChar::Other_Format;
+}
+
+} // namespace
+
+std::optional<QUrl> linkIn(const QString &text)
+{
+    const QString trimmed = text.trimmed();
+    if (trimmed.size() > kLongestLink || std::ranges::any_of(trimmed, breaksLink))
+        return std::nullopt;
+    const QUrl url(trimmed);
+    if (!url.isValid() || url.host().isEmpty())
+        return std::nullopt;
+    return url;
+}
+
+bool opensInBrowser(const QUrl &url)
+{
+    return url.isValid() && !url.host().isEmpty() && (url.scheme() == "https"_L1 || url.scheme() == "http"_L1);
+}
+
+std::optional<QUrl> typedLink(const QString &text)
+{
+    if (auto url = linkIn(text); url && opensInBrowser(*url))
+        return url;
+    // "meet.example.com/abc"; a single word is no host.
+    const QString trimmed = text.trimmed();
+    auto url = trimmed.contains(u':') ? std::nullopt : linkIn("https://"_L1 + trimmed);
+    return url && url->host().contains(u'.') ? url : std::nullopt;
+}
+
+QString withoutPassword(const QString &address)
+{
+    const qsizetype scheme = address.indexOf("://"_L1);
+    const qsizetype from = scheme < 0 ? 0 : scheme + 3;
+    qsizetype end = from;
+    while (end < address.size() && !u"/?#"_s.contains(address[end]))
+        ++end;
+    const qsizetype at = address.lastIndexOf(u'@', end - 1);
+    const qsizetype colon = address.indexOf(u':', from);
+    if (end == from || at < from || colon < 0 || colon > at)
+        return address;
+    return address.first(colon) + address.sliced(at);
+}
+
+} // namespace velto

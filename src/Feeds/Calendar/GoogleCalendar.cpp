@@ -1,0 +1,207 @@
+#include "Feeds/Calendar/GoogleCalendar.h"
+
+#include "Core/Abandoned.h"
+#include "Core/Prefs.h"
+#include "Core/Result.h"
+#include "Core/WorkError.h"
+#include "Feeds/Calendar/SignInListener.h"
+#include "Platform/Background.h"
+#include "Platform/Clock.h"
+#include "Platform/Keychain.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+/// Reads an answer in the background, since Google makes it as long as it likes. To be awaited.
+template <typename Read> auto reading(Background &background, Read read)
+{
+    using Value = std::invoke_result_t<Read>;
+    return inBackground(background, [read = std::move(read)]() -> Result<Value, QString> {
+        try {
+            return read();
+        } catch (const WorkError &error) {
+            return error.errorDescription;
+        }
+    });
+}
+
+template <typename Value> Value valueOf(Result<Value, QString> result)
+{
+    if (!result)
+        throw WorkError{result.error()};
+    return *std::move(result);
+}
+
+} // namespace
+
+const QString GoogleCalendar::tokenKey = u"Velto.googleCalendar.tokens"_s;
+
+GoogleCalendar::GoogleCalendar(Needs needs, QObject *parent)
+    : MeetingFeed(parent)
+    , m_needs(std::move(needs))
+    , m_usesGoogle(m_needs.prefs.calendarSource() == Prefs::CalendarSource::Google)
+    , m_state{.linked = m_usesGoogle}
+    , m_published(m_state)
+    , m_calendarRows({"id", "summary", "chosen"})
+    , m_keychain(m_needs.background, m_needs.keychain)
+{
+    QObject::connect(&m_needs.prefs, &Prefs::changed, this, &GoogleCalendar::prefsChanged);
+    QObject::connect(&m_needs.keychain, &Keychain::lockedChanged, this, [this] {
+        if (!m_needs.keychain.locked() && m_usesGoogle)
+            refresh();
+    });
+}
+
+GoogleCalendar::~GoogleCalendar()
+{
+    // What waits for the keychain or the browser goes on now, and sees that it's over.
+    m_life.reset();
+    m_link.reset();
+}
+
+void GoogleCalendar::refresh()
+{
+    refreshTask();
+}
+
+QCoro::Task<> GoogleCalendar::refreshTask()
+{
+    const std::weak_ptr link = m_link;
+    std::optional<QString> failure;
+    try {
+        const std::optional<GoogleTokens> tokens = co_await loadTokens();
+        stillWanted(link);
+        if (!tokens)
+            co_return;
+        co_await load(tokens);
+    } catch (const Abandoned &) {
+        co_return;
+    } catch (const WorkError &error) {
+        failure = error.errorDescription;
+    }
+    if (link.expired() || !failure)
+        co_return;
+    m_state.error = failure;
+    m_state.answered = true;
+    publish();
+}
+
+QCoro::Task<> GoogleCalendar::load(std::optional<GoogleTokens> tokens)
+{
+    const std::weak_ptr link = m_link;
+    const QString token = co_await validAccessToken(tokens);
+    stillWanted(link);
+    const QByteArray list = co_await calendarGet(m_needs.http, calendarListUrl(m_needs.endpoints), token);
+    stillWanted(link);
+    auto readingList = reading(m_needs.background, [list] { return parseCalendars(list); });
+    auto calendars = co_await readingList;
+    stillWanted(link);
+    m_state.calendars = valueOf(std::move(calendars));
+    if (m_state.connecting)
+        forgetOtherAccounts();
+    publish();
+
+    const QStringList ids = calendarsToRead();
+    QList<GoogleMeeting> meetings;
+    for (const QString &id : ids) {
+        const QUrl url = eventsUrl(m_needs.endpoints, id, m_needs.clock.wallTime());
+        const QByteArray events = co_await calendarGet(m_needs.http, url, token);
+        stillWanted(link);
+        auto readingEvents = reading(m_needs.background, [events, id] { return parseMeetings(events, id); });
+        auto found = co_await readingEvents;
+        stillWanted(link);
+        meetings += valueOf(std::move(found));
+    }
+    const QDateTime now = m_needs.clock.wallTime();
+    meetings.removeIf([&now](const GoogleMeeting &meeting) { return meeting.end <= now; });
+    std::ranges::stable_sort(meetings, {}, &GoogleMeeting::start);
+    m_state.meetings = meetings;
+    m_state.error.reset();
+    m_state.answered = true;
+    publish();
+}
+
+/// The calendars of an account that was connected before answer nothing but errors.
+void GoogleCalendar::forgetOtherAccounts()
+{
+    const QStringList &chosen = m_needs.prefs.googleCalendarIDs();
+    QStringList ours = chosen;
+    ours.removeIf([this](const QString &id) { return !std::ranges::count(m_state.calendars, id, &GoogleCalendarInfo::id); });
+    if (ours != chosen)
+        m_needs.prefs.setGoogleCalendarIDs(ours);
+}
+
+QStringList GoogleCalendar::calendarsToRead()
+{
+    const QList<GoogleCalendarInfo> &calendars = m_state.calendars;
+    const auto primary = std::ranges::find(calendars, std::optional(true), &GoogleCalendarInfo::primary);
+    if (m_needs.prefs.googleCalendarIDs().isEmpty() && primary != calendars.end())
+        m_needs.prefs.setGoogleCalendarIDs({primary->id});
+    QStringList chosen = m_needs.prefs.googleCalendarIDs();
+    if (!chosen.isEmpty() || calendars.isEmpty())
+        return chosen;
+    return {calendars.front().id};
+}
+
+void GoogleCalendar::choose(const QString &calendarID, bool chosen)
+{
+    QStringList ids = m_needs.prefs.googleCalendarIDs();
+    if (ids.contains(calendarID) == chosen)
+        return;
+    if (chosen)
+        ids.append(calendarID);
+    else
+        ids.removeAll(calendarID);
+    m_needs.prefs.setGoogleCalendarIDs(ids);
+    refresh();
+}
+
+QList<GoogleCalendarInfo> GoogleCalendar::choices() const
+{
+    QList<GoogleCalendarInfo> all = m_state.calendars;
+    const QStringList &chosen = m_needs.prefs.googleCalendarIDs();
+    for (const QString &id : chosen) {
+        if (!all.isEmpty() && !std::ranges::count(all, id, &GoogleCalendarInfo::id))
+            all.append({id, id, std::nullopt});
+    }
+    return all;
+}
+
+void GoogleCalendar::unlock()
+{
+    m_needs.keychain.unlock();
+}
+
+void GoogleCalendar::prefsChanged()
+{
+    updateRows();
+    const bool used = std::exchange(m_usesGoogle, m_needs.prefs.calendarSource() == Prefs::CalendarSource::Google);
+    if (!used && m_usesGoogle)
+        lookTask();
+}
+
+void GoogleCalendar::publish()
+{
+    if (m_state == m_published)
+        return;
+    m_published = m_state;
+    updateRows();
+    Q_EMIT changed();
+}
+
+void GoogleCalendar::updateRows()
+{
+    const QStringList &chosen = m_needs.prefs.googleCalendarIDs();
+    QList<RowModel::Row> rows;
+    const QList<GoogleCalendarInfo> all = choices();
+    for (const GoogleCalendarInfo &calendar : all)
+        rows.append({calendar.id, calendar.summary, chosen.contains(calendar.id)});
+    m_calendarRows.setRows(rows);
+}
+
+} // namespace velto

@@ -1,0 +1,87 @@
+#include "Feeds/Glances/GlanceReading.h"
+
+#include "Core/GuardedGit.h"
+#include "Platform/ToolRunner.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::chrono::seconds kListingLimit{20};
+constexpr qsizetype kMostBuilds = 10;
+/// Stamps of files go by the tick of the system's clock, some by two whole seconds: what changes within one tick of a listing
+/// leaves no trace.
+constexpr std::chrono::seconds kCoarsestStamp{3};
+
+constexpr std::array<std::string_view, 3> kUnfinished{"download", "crdownload", "part"};
+
+/// Names are bytes here: no need to make texts of a hundred thousand of them.
+bool isUnfinished(std::string_view name)
+{
+    const auto dot = name.rfind('.');
+    if (dot == std::string_view::npos || dot == 0)
+        return false;
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; };
+    return std::ranges::any_of(kUnfinished, [extension = name.substr(dot + 1), lower](std::string_view known) {
+        return std::ranges::equal(extension, known, {}, lower);
+    });
+}
+
+/// The stamp, if it is old enough.
+std::optional<fs::file_time_type> settled(fs::file_time_type stamp, const QDateTime &now)
+{
+    const auto seconds =
+        std::chrono::duration_cast<std::chrono::seconds>(fs::file_time_type::clock::to_sys(stamp).time_since_epoch());
+    return seconds.count() + kCoarsestStamp.count() < now.toSecsSinceEpoch() ? std::optional(stamp) : std::nullopt;
+}
+
+} // namespace
+
+Transfers readTransfers(const QString &folder, const Transfers &before, const QDateTime &now)
+{
+    if (folder.isEmpty())
+        return {};
+    const fs::path path(QFile::encodeName(folder).toStdString());
+    std::error_code error;
+    const auto stamp = fs::last_write_time(path, error);
+    if (error)
+        return {};
+    if (before.stamp == stamp)
+        return before;
+    Transfers found{0, settled(stamp, now)};
+    for (auto entry = fs::directory_iterator(path, error); !error && entry != fs::directory_iterator(); entry.increment(error))
+        found.count +=
+            isUnfinished(std::string_view(entry->path().native()).substr(entry->path().native().rfind('/') + 1)) ? 1 : 0;
+    return error ? Transfers{} : found;
+}
+
+int parseFailedBuilds(QByteArrayView listing)
+{
+    const QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromRawData(listing.data(), listing.size()));
+    const QJsonArray runs = document.array();
+    const bool objects = std::ranges::all_of(runs, [](const QJsonValue &run) { return run.isObject(); });
+    return objects ? int(qMin(runs.size(), kMostBuilds)) : 0;
+}
+
+std::optional<int> readFailedBuilds(ToolRunner &tools)
+{
+    if (!tools.toolInstalled(u"gh"_s))
+        return 0;
+    const RunResult result = tools.run(
+        {u"gh"_s, u"run"_s, u"list"_s, u"--status"_s, u"failure"_s, u"--limit"_s, u"10"_s, u"--json"_s, u"databaseId"_s}, {},
+        kListingLimit, guardedGit());
+    return result.ok ? std::optional(parseFailedBuilds(result.out)) : std::nullopt;
+}
+
+} // namespace velto

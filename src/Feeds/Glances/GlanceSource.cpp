@@ -1,0 +1,141 @@
+#include "Feeds/Glances/GlanceSource.h"
+
+#include "Core/Http.h"
+#include "Core/Link.h"
+#include "Core/Prefs.h"
+#include "Platform/Background.h"
+#include "Platform/Clipboard.h"
+
+#include <QPointer>
+#include <QUrlQuery>
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+constexpr std::chrono::seconds kInterval{8};
+constexpr qint64 kLargestAnswer = 1 << 20;
+/// GitHub is asked less often while it doesn't answer, which also is so while nobody is signed in.
+constexpr std::chrono::seconds kLongestBreak{300};
+
+} // namespace
+
+GlanceSource::GlanceSource(Needs needs, QObject *parent)
+    : QObject(parent)
+    , m_needs(std::move(needs))
+{
+    refreshClipboard();
+    m_tick = m_needs.clock.every(kInterval, [this] { look(); });
+}
+
+GlanceSource::~GlanceSource() = default;
+
+void GlanceSource::refresh()
+{
+    m_break = kInterval;
+    m_nextBuilds.reset();
+    look();
+}
+
+// Of each kind one reading at a time: those of a disk that hangs shall not take up all threads.
+void GlanceSource::look()
+{
+    refreshClipboard();
+    if (!std::exchange(m_listing, true))
+        readDownloads();
+    const bool due = !m_nextBuilds || *m_nextBuilds <= m_needs.clock.now();
+    if (due && !m_asking && m_needs.prefs.anyOn())
+        readBuilds();
+}
+
+void GlanceSource::readDownloads()
+{
+    inBackground(
+        m_needs.background, this,
+        [folder = m_needs.downloads, before = m_transfers, now = m_needs.clock.wallTime()] {
+            return readTransfers(folder, before, now);
+        },
+        [this](const Transfers &transfers) {
+            m_listing = false;
+            if (std::exchange(m_transfers, transfers).count != transfers.count)
+                Q_EMIT changed();
+        });
+}
+
+void GlanceSource::readBuilds()
+{
+    m_asking = true;
+    inBackground(
+        m_needs.background, this, [&tools = m_needs.tools] { return readFailedBuilds(tools); },
+        [this](const std::optional<int> &builds) {
+            m_asking = false;
+            m_nextBuilds = m_needs.clock.now() + (builds ? kInterval : m_break);
+            m_break = builds ? kInterval : std::min(2 * m_break, kLongestBreak);
+            if (std::exchange(m_failedBuilds, builds.value_or(0)) != builds.value_or(0))
+                Q_EMIT changed();
+        });
+}
+
+void GlanceSource::refreshClipboard()
+{
+    const int count = m_needs.clipboard.changeCount();
+    if (std::exchange(m_pasteboardChange, count) == count)
+        return;
+    // What is longer than any link needn't be fetched.
+    m_needs.clipboard.read(kLongestLink, this, [this, count](const std::optional<QString> &text) {
+        if (count != m_pasteboardChange)
+            return; // there is a newer copy, and a reading of it under way
+        show(text ? previewOf(*text) : std::nullopt);
+        if (m_clipboard && isYouTube(m_clipboard->url))
+            loadYouTube(m_clipboard->url);
+    });
+}
+
+void GlanceSource::show(const std::optional<ClipboardPreview> &preview)
+{
+    if (preview == m_clipboard)
+        return;
+    m_clipboard = preview;
+    Q_EMIT changed();
+}
+
+/// YouTube's oEmbed: GET /oembed?url=...&format=json, no key, no stated limit (https://oembed.com).
+QCoro::Task<> GlanceSource::loadYouTube(QUrl url)
+{
+    const QPointer alive(this);
+    // Encoded by hand: a query of Qt's would leave "&" and "+" of the link as they are.
+    const QByteArray link = url.toString(QUrl::FullyEncoded | QUrl::RemoveUserInfo).toUtf8().toPercentEncoding();
+    QUrl question = m_needs.oEmbed;
+    question.setQuery(QString::fromLatin1("url=" + link + "&format=json"), QUrl::StrictMode);
+    HttpRequest request; // with a name: GCC 12 destroys an aggregate twice that is made within a co_await
+    request.url = question;
+    request.maximum = kLargestAnswer;
+    const HttpReply reply = co_await m_needs.http.send(std::move(request));
+    if (!alive || !reply.status)
+        co_return;
+    // The user may have copied something else meanwhile.
+    if (!m_clipboard || m_clipboard->url != url)
+        co_return;
+    if (const auto better = upgraded(*m_clipboard, reply.body))
+        show(better);
+}
+
+void GlanceSource::setPlayingVideo(const QUrl &url)
+{
+    if (m_playingVideo == url)
+        return;
+    m_playingVideo = url;
+    Q_EMIT changed();
+}
+
+void GlanceSource::closeVideo()
+{
+    if (std::exchange(m_playingVideo, std::nullopt))
+        Q_EMIT changed();
+}
+
+} // namespace velto

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "Hooks/HookEvent.h"
+
+#include <QObject>
+#include <functional>
+#include <memory>
+
+namespace velto {
+
+class Clock;
+class Defaults;
+class LoopbackServer;
+
+/// Hears the hook calls of Claude Code on 127.0.0.1:4747 and carries them to the UI thread. Any local process can reach that
+/// port, so nothing is taken without the secret, and whatever looks like a browser is refused. Failures are silent:
+/// `running` stays false and hooks are simply not heard. UI thread.
+class HookListener : public QObject {
+    Q_OBJECT
+public:
+    static constexpr quint16 kPort = 4747;
+    /// A question's name while its asker waits; never used again.
+    using QuestionId = quint64;
+    /// False if the asker waits no longer.
+    using Reply = std::function<bool(std::optional<bool>)>;
+
+    /// `port` is for tests; 0 lets the system choose.
+    HookListener(Defaults &defaults, std::unique_ptr<LoopbackServer> server, Clock &clock, quint16 port = kPort,
+                 QObject *parent = nullptr);
+    ~HookListener() override;
+
+    /// Events that nobody waits for. Called on the UI thread.
+    std::function<void(const HookEvent &)> onEvent;
+    /// A question: the sender waits until the reply is called, with an answer or with nothing. Only the first call counts, and
+    /// a reply that is thrown away uncalled is no decision. It may be called after the listener is gone. UI thread.
+    std::function<void(const HookEvent &, QuestionId, Reply)> onPermission;
+    /// The asker of a question that onPermission was given and that has no reply yet is gone. UI thread.
+    std::function<void(QuestionId)> onWithdrawn;
+
+    void start();
+    bool running() const { return m_running; }
+    quint16 port() const;
+
+Q_SIGNALS:
+    void runningChanged();
+
+private:
+    class Link;
+    class Connection;
+    class Question;
+
+    void deliver();
+
+    Defaults &m_defaults;
+    Clock &m_clock;
+    quint16 m_wantedPort;
+    std::shared_ptr<Link> m_link;
+    std::unique_ptr<LoopbackServer> m_server;
+    bool m_running = false;
+};
+
+} // namespace velto

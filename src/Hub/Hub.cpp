@@ -1,0 +1,237 @@
+#include "Hub/Hub.h"
+
+#include "Core/TerminalApp.h"
+#include "Feeds/Calendar/GoogleCalendar.h"
+#include "Feeds/Everyday/EverydaySource.h"
+#include "Feeds/Glances/GlanceSource.h"
+#include "Feeds/Signals/SignalsSource.h"
+#include "Feeds/Work/WorkSource.h"
+#include "Platform/Applications.h"
+#include "Platform/Workspace.h"
+#include "Tabs/Agents/AgentsSource.h"
+#include "Tabs/Quillbox/QuillboxSource.h"
+#include "Tabs/Todos/TodosSource.h"
+
+#include <algorithm>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+constexpr std::chrono::seconds kRefreshInterval{45};
+
+constexpr std::array kRecorders{
+    "com.obsproject.obs-studio"_L1,   "com.timpler.screenstudio"_L1, "net.telestream.screenflow10"_L1,
+    "net.telestream.screenflow11"_L1, "com.loom.desktop"_L1,         "fm.riverside.desktop"_L1,
+    "com.cleanshot.recorder"_L1,      "com.ecamm.EcammLive"_L1,      "com.descript.beachcube"_L1,
+};
+
+} // namespace
+
+Hub::Hub(const Needs &needs, QObject *parent)
+    : QObject(parent)
+    , m_needs(needs)
+    , m_peeks(needs.clock, needs.accessibility)
+    , m_sources({{Tab::Home, &needs.home},
+                 {Tab::Todos, &needs.todos},
+                 {Tab::Agents, &needs.agents},
+                 {Tab::Quillbox, &needs.quillbox},
+                 {Tab::Connect, &needs.connect}})
+    , m_lastTabs(tabs())
+    , m_updated(needs.clock.wallTime())
+{
+    followSources();
+    m_needs.agents.setOtherMac(m_needs.quillbox.otherMacRows());
+    const auto raise = [this](Peek peek) { show(std::move(peek)); };
+    m_needs.quillbox.onPeek = raise;
+    m_needs.agents.onPeek = raise;
+    m_needs.agents.onWithdraw = [this](const QUuid &question) { m_peeks.withdraw(question); };
+    m_needs.agents.onRetract = [this](Peek::News news, const QSet<QString> &sessions) { m_peeks.retract(news, sessions); };
+    m_needs.everyday.onPeek = raise;
+    m_needs.everyday.waitingAgents = [this] {
+        return m_needs.prefs.isOn(Prefs::Module::Agents) ? m_needs.agents.waitingCount() : 0;
+    };
+
+    refresh(false);
+    checkRecording();
+    connect(&m_needs.applications, &Applications::runningChanged, this, &Hub::checkRecording);
+    m_tick = m_needs.clock.every(kRefreshInterval, [this] { refresh(false); });
+}
+
+Hub::~Hub()
+{
+    // The sources outlive the Hub.
+    m_needs.quillbox.onPeek = {};
+    m_needs.agents.onPeek = {};
+    m_needs.agents.onWithdraw = {};
+    m_needs.agents.onRetract = {};
+    m_needs.everyday.onPeek = {};
+    m_needs.everyday.waitingAgents = {};
+}
+
+void Hub::followSources()
+{
+    connect(&m_peeks, &PeekQueue::onShowChanged, this, [this] {
+        Q_EMIT peekChanged();
+        Q_EMIT changed();
+    });
+    for (const auto &[tab, source] : m_sources) {
+        connect(source, &VeltoSource::tabWanted, this, &Hub::open);
+        connect(source, &VeltoSource::refreshWanted, this, [this] { refresh(true); });
+    }
+    for (const VeltoSource *source : std::initializer_list<VeltoSource *>{&m_needs.todos, &m_needs.agents, &m_needs.quillbox})
+        connect(source, &VeltoSource::changed, this, &Hub::sourceChanged);
+    connect(&m_needs.signalsSource, &SignalsSource::changed, this, &Hub::sourceChanged);
+    connect(&m_needs.everyday, &EverydaySource::changed, this, &Hub::sourceChanged);
+    connect(&m_needs.work, &WorkSource::changed, this, &Hub::sourceChanged);
+    connect(&m_needs.glances, &GlanceSource::changed, this, &Hub::sourceChanged);
+    connect(&m_needs.home, &VeltoSource::changed, this, &Hub::changed); // by a minute that has passed
+    connect(&m_needs.quillbox, &QuillboxSource::changed, this, [this] {
+        fixSelection(); // its tab comes and goes with the connection
+    });
+    connect(&m_needs.google, &GoogleCalendar::changed, this,
+            [this] { m_needs.clock.post(this, [this] { m_needs.everyday.loadCalendar(); }); });
+    connect(&m_needs.prefs, &Prefs::changed, this, [this] {
+        m_needs.clock.post(this, [this] {
+            fixSelection();
+            sourceChanged();
+        });
+    });
+}
+
+void Hub::sourceChanged()
+{
+    for (const auto &[tab, source] : m_sources)
+        source->worldChanged();
+    Q_EMIT changed();
+}
+
+VeltoSource *Hub::source(Tab tab) const
+{
+    const auto found = m_sources.find(tab);
+    return found == m_sources.end() ? nullptr : found->second;
+}
+
+QList<Tab> Hub::tabs() const
+{
+    const auto visible = [this](Tab tab) {
+        switch (tab) {
+        case Tab::Todos:
+            return m_needs.prefs.isOn(Prefs::Module::Todos);
+        case Tab::Agents:
+            return m_needs.prefs.isOn(Prefs::Module::Agents);
+        case Tab::Quillbox:
+            return m_needs.prefs.isOn(Prefs::Module::Todos) && m_needs.quillbox.mode().isHub();
+        case Tab::Home:
+        case Tab::Connect:
+            break;
+        }
+        return true;
+    };
+    QList<Tab> result;
+    for (const Tab tab : kAllTabs) {
+        if (source(tab) && visible(tab))
+            result.append(tab);
+    }
+    return result;
+}
+
+void Hub::open(Tab tab)
+{
+    const QList<Tab> visible = tabs();
+    select(visible.contains(tab) ? tab : visible.value(0, Tab::Home));
+}
+
+void Hub::select(Tab tab)
+{
+    if (tab == m_selected)
+        return;
+    m_selected = tab;
+    Q_EMIT selectedChanged();
+    Q_EMIT changed();
+}
+
+void Hub::fixSelection()
+{
+    const QList<Tab> visible = tabs();
+    if (visible != m_lastTabs) {
+        m_lastTabs = visible;
+        Q_EMIT tabsChanged();
+    }
+    if (!visible.contains(m_selected))
+        select(visible.value(0, Tab::Home));
+}
+
+void Hub::refresh(bool force)
+{
+    if (m_needs.prefs.isOn(Prefs::Module::Todos)) {
+        m_needs.quillbox.refresh();
+        m_needs.todos.refresh();
+    }
+    if (m_needs.prefs.isOn(Prefs::Module::Agents))
+        m_needs.agents.refresh();
+    m_needs.signalsSource.refresh(force);
+    m_needs.everyday.refresh();
+    m_needs.work.refresh(force);
+    if (force)
+        m_needs.glances.refresh();
+    fixSelection();
+    m_updated = m_needs.clock.wallTime();
+    Q_EMIT updatedChanged();
+}
+
+void Hub::checkRecording()
+{
+    const QStringList running = m_needs.applications.running();
+    const bool recording = m_needs.prefs.quietWhileRecording()
+        && std::ranges::any_of(kRecorders, [&running](QLatin1StringView id) { return running.contains(id); });
+    if (recording == m_recording)
+        return;
+    m_recording = recording;
+    if (m_recording)
+        dismissPeek();
+    Q_EMIT recordingChanged();
+    Q_EMIT changed();
+}
+
+void Hub::show(Peek peek)
+{
+    m_peeks.show(std::move(peek), m_recording);
+}
+
+void Hub::dismissPeek()
+{
+    m_peeks.dismiss();
+}
+
+void Hub::pressBegan(const QUuid &id)
+{
+    m_peeks.pressBegan(id);
+}
+
+void Hub::answer(const QUuid &id, bool allowed)
+{
+    m_peeks.answer(id, allowed);
+}
+
+void Hub::act(const QUuid &id)
+{
+    if (!m_peeks.takesPress(id))
+        return;
+    const Peek pressed = peek();
+    if (pressed.resume) {
+        m_needs.terminal.resumeClaude(pressed.resume, pressed.cwd);
+    } else if (pressed.url) {
+        m_needs.workspace.open(*pressed.url);
+    } else {
+        if (pressed.tab)
+            open(*pressed.tab);
+        Q_EMIT panelWanted();
+    }
+    dismissPeek();
+}
+
+} // namespace velto

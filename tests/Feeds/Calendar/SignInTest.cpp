@@ -1,0 +1,309 @@
+#include "Desk.h"
+#include "Feeds/Calendar/SignInListener.h"
+#include "RunTests.h"
+#include "Warnings.h"
+
+#include <QJsonDocument>
+#include <QRegularExpression>
+
+namespace velto {
+
+/// From the button to the first meetings.
+class SignInTest : public QObject {
+    Q_OBJECT
+private:
+    static constexpr auto kThanks = "HTTP/1.1 200 OK\r\nContent-Type: text/plain\r\nContent-Length: 53\r\n\r\n"
+                                    "Google Calendar is connected. You can close this tab.";
+
+private Q_SLOTS:
+    void theBrowserIsSentToGoogle()
+    {
+        Desk desk;
+        desk.calendar->connect();
+        QVERIFY(desk.calendar->connecting());
+        QCOMPARE(desk.workspace.opened.size(), 1);
+        QStringList names;
+        for (const auto &[name, value] : QUrlQuery(desk.authorization()).queryItems())
+            names.append(name);
+        QCOMPARE(names.join(u' '),
+                 QStringLiteral("client_id redirect_uri response_type scope access_type prompt code_challenge "
+                                "code_challenge_method state"));
+        QCOMPARE(desk.sent("client_id"), QStringLiteral("id.example"));
+        QCOMPARE(desk.sent("scope"), QStringLiteral("https://www.googleapis.com/auth/calendar.readonly"));
+        QVERIFY(QRegularExpression(QStringLiteral("^http://127\\.0\\.0\\.1:\\d+/oauth2callback$"))
+                    .match(desk.sent("redirect_uri"))
+                    .hasMatch());
+        QVERIFY(QRegularExpression(QStringLiteral("^[0-9A-F]{64}$")).match(desk.sent("state")).hasMatch());
+        QVERIFY(unguessable() != unguessable());
+        // RFC 7636, appendix B.
+        QCOMPARE(codeChallenge(QStringLiteral("dBjftJeZ4CVP-mB92K27uhbUJU1p1r_wW1gFWFOEjXk")),
+                 QStringLiteral("E9Melhoa2OwvFrEMTJguCHaoeK1t8URWbuGJSstw-cM"));
+    }
+
+    void aWholeSignInEndsWithMeetings()
+    {
+        Desk desk;
+        Warnings::start();
+        desk.calendar->connect();
+        Browser browser(desk);
+        browser.say(Browser::back(desk));
+        QVERIFY(desk.until([&] { return !desk.calendar->connecting(); }));
+        QVERIFY(desk.until([&] { return browser.socket.state() == QTcpSocket::UnconnectedState; }));
+        QCOMPARE(browser.heard, QByteArray(kThanks));
+
+        const HttpStandIn::Request exchange = desk.google.requests.value(0);
+        QCOMPARE(exchange.method + ' ' + exchange.target, QByteArray("POST /token"));
+        QCOMPARE(exchange.headers.value("content-type"), QByteArray("application/x-www-form-urlencoded"));
+        QMap<QString, QString> form;
+        for (const QByteArray &pair : exchange.body.split('&'))
+            form.insert(QString::fromLatin1(pair.split('=').value(0)), QUrl::fromPercentEncoding(pair.split('=').value(1)));
+        QCOMPARE(form.take(QStringLiteral("client_id")), QStringLiteral("id.example"));
+        QCOMPARE(form.take(QStringLiteral("client_secret")), QStringLiteral("s&+=ü"));
+        QCOMPARE(form.take(QStringLiteral("code")), QStringLiteral("4/0Abc-d_e"));
+        QCOMPARE(codeChallenge(form.take(QStringLiteral("code_verifier"))), desk.sent("code_challenge"));
+        QCOMPARE(form.take(QStringLiteral("redirect_uri")), desk.sent("redirect_uri"));
+        QCOMPARE(form.take(QStringLiteral("grant_type")), QStringLiteral("authorization_code"));
+        QVERIFY(form.isEmpty());
+
+        QCOMPARE(desk.google.requests.value(1).headers.value("authorization"), QByteArray("Bearer ya29.fresh"));
+        const QJsonObject record =
+            QJsonDocument::fromJson(desk.keychain.get(GoogleCalendar::tokenKey).value_or(QString()).toUtf8()).object();
+        const QJsonObject expected{{QStringLiteral("accessToken"), QStringLiteral("ya29.fresh")},
+                                   {QStringLiteral("refreshToken"), QStringLiteral("1//fresh")},
+                                   {QStringLiteral("expiresAt"), 816'944'400.0 + 3599}}; // since 2001
+        QCOMPARE(record, expected);
+        QCOMPARE(desk.prefs.calendarSource(), Prefs::CalendarSource::Google);
+        QVERIFY(desk.calendar->linked());
+        QVERIFY(!desk.calendar->error());
+        QCOMPARE(desk.calendar->meetings().size(), 2);
+        QCOMPARE(Warnings::stop(), QStringList());
+    }
+
+    void strangersGetNoAnswer()
+    {
+        Desk desk;
+        desk.calendar->connect();
+        const QByteArray good = Browser::back(desk);
+        const QByteArray wrongState = QByteArray(good).replace(good.indexOf("state=") + 6, 1, "x");
+        std::list<Browser> strangers;
+        for (const QByteArray &request :
+             {QByteArray("GET /favicon.ico HTTP/1.1\r\n\r\n"), wrongState, good.toLower(),
+              QByteArray(good).replace("&code", "&edoc"), QByteArray("GET\r\n\r\n"), QByteArray("\r\n"),
+              QByteArray("\xff\xfe ") + good, QByteArray(8192, 'x') + ' ' + good, "POST / HTTP/1.1\n" + good}) {
+            strangers.emplace_back(desk);
+            strangers.back().say(request);
+        }
+        // One read is all that anyone gets.
+        Browser late(desk);
+        late.say("GET / HTTP/1.1\r\n\r\n");
+        QTest::qWait(50);
+        late.say(good);
+        QTest::qWait(50);
+        strangers.emplace_back(desk);
+        QVERIFY(desk.google.requests.isEmpty());
+        for (const Browser &stranger : strangers) {
+            QCOMPARE(stranger.heard, QByteArray());
+            QCOMPARE(stranger.socket.state(), QTcpSocket::ConnectedState);
+        }
+
+        Browser browser(desk);
+        browser.say(good);
+        Browser second(desk);
+        second.say(good);
+        QVERIFY(desk.until([&] { return !desk.calendar->connecting(); }));
+        QVERIFY(desk.until([&] { return browser.heard == kThanks; }));
+        QCOMPARE(second.heard, QByteArray());
+        QCOMPARE(std::ranges::count(desk.google.requests, "/token", &HttpStandIn::Request::target), 1);
+    }
+
+    void aBrowserWithALotToSayIsHeard()
+    {
+        Desk desk;
+        desk.calendar->connect();
+        Browser browser(desk);
+        const QByteArray cookies = "Cookie: a=" + QByteArray(30'000, 'x') + "\r\n\r\n";
+        browser.say(Browser::back(desk).replace("\r\n\r\n", "\r\n" + cookies));
+        QVERIFY(desk.until([&] { return !desk.calendar->connecting(); }));
+        QVERIFY(desk.until([&] { return browser.socket.state() == QTcpSocket::UnconnectedState; }));
+        QCOMPARE(browser.heard, QByteArray(kThanks));
+        QVERIFY(!desk.calendar->error());
+    }
+
+    void aCrowdOfStrangersDoesNotShutOutTheBrowser()
+    {
+        Desk desk;
+        desk.calendar->connect();
+        std::list<Browser> crowd;
+        for (int i = 0; i < 100; ++i)
+            crowd.emplace_back(desk);
+        const auto inside = [&crowd] {
+            return std::ranges::count(crowd, QTcpSocket::ConnectedState, [](const Browser &b) { return b.socket.state(); });
+        };
+        QVERIFY(desk.until([&] { return inside() <= 33; }));
+        Browser browser(desk);
+        browser.say(Browser::back(desk));
+        QVERIFY(desk.until([&] { return !desk.calendar->connecting(); }));
+        QVERIFY(!desk.calendar->error());
+    }
+
+    void canBeGivenUpHereAndInTheBrowser()
+    {
+        Desk desk;
+        desk.calendar->connect();
+        desk.calendar->cancelConnecting();
+        QVERIFY(!desk.calendar->connecting());
+        QVERIFY(!desk.calendar->error());
+        desk.calendar->connect();
+        Browser browser(desk);
+        browser.say(Browser::back(desk).replace("&code=", "&error=access_denied&x="));
+        QVERIFY(desk.until([&] { return !desk.calendar->connecting(); }));
+        QCOMPARE(desk.calendar->error(), std::optional(QStringLiteral("Google sign-in was declined in the browser")));
+        QVERIFY(desk.until([&] { return browser.heard.endsWith("Google Calendar isn't connected. You can close this tab."); }));
+        QVERIFY(desk.google.requests.isEmpty());
+    }
+
+    void anotherAccountHasItsOwnCalendars()
+    {
+        Desk desk;
+        desk.prefs.setGoogleCalendarIDs({QStringLiteral("old@example.com")});
+        desk.calendar->connect();
+        Browser browser(desk);
+        browser.say(Browser::back(desk));
+        QVERIFY(desk.until([&] { return !desk.calendar->connecting(); }));
+        QVERIFY(!desk.calendar->error());
+        QVERIFY(!desk.prefs.googleCalendarIDs().contains(QStringLiteral("old@example.com")));
+        QVERIFY(!desk.prefs.googleCalendarIDs().isEmpty());
+        desk.prefs.setGoogleCalendarIDs({QStringLiteral("gone@example.com")}); // one that went later can be left out
+        QCOMPARE(desk.calendar->choices().last().id, QStringLiteral("gone@example.com"));
+        desk.calendar->disconnect();
+        QVERIFY(desk.prefs.googleCalendarIDs().isEmpty());
+    }
+
+    void aKeyringThatIsLockedOrFullSaysSo()
+    {
+        Desk desk;
+        desk.link();
+        desk.keychain.setLocked(true);
+        QVERIFY(desk.refresh());
+        QVERIFY(desk.calendar->linked() && desk.calendar->locked() && !desk.calendar->answered());
+        desk.calendar->unlock();
+        QCOMPARE(desk.keychain.unlocked, 1);
+        desk.keychain.setLocked(false);
+        QVERIFY(desk.settle());
+        QVERIFY(!desk.calendar->locked() && desk.calendar->answered());
+        QCOMPARE(desk.calendar->meetings().size(), 2);
+
+        desk.keychain.keeps = false;
+        desk.calendar->connect();
+        Browser browser(desk);
+        browser.say(Browser::back(desk));
+        QVERIFY(desk.until([&] { return !desk.calendar->connecting(); }));
+        QCOMPARE(desk.calendar->error(), std::optional(QStringLiteral("The keyring couldn't keep the sign-in")));
+    }
+
+    void aFailedExchangeSaysWhyAndKeepsTheOldTokens_data()
+    {
+        columns<int, QByteArray, QString>({"status", "body", "error"});
+        const QString failed = QStringLiteral("Google sign-in failed");
+        const QString incomplete = QStringLiteral("Google did not return a refresh token");
+        QTest::newRow("refused") << 400 << QByteArray(R"({"error": "invalid_grant", "error_description": "Bad Request"})")
+                                 << failed;
+        QTest::newRow("unknown client") << 401 << QByteArray(R"({"error": "invalid_client"})") << failed;
+        QTest::newRow("too many") << 429 << QByteArray("<html>") << failed;
+        QTest::newRow("no content") << 204 << QByteArray() << failed;
+        QTest::newRow("away") << 503 << QByteArray("<html>") << failed;
+        QTest::newRow("empty") << 200 << QByteArray() << QStringLiteral("the answer can't be read: illegal value");
+        QTest::newRow("a page") << 200 << QByteArray("<html>") << QStringLiteral("a web page came in place of an answer");
+        QTest::newRow("a list") << 200 << QByteArray("[]") << failed;
+        QTest::newRow("no refresh token") << 200 << QByteArray(R"({"access_token": "a", "expires_in": 3599})") << incomplete;
+        QTest::newRow("no access token") << 200 << QByteArray(R"({"refresh_token": "a"})") << incomplete;
+        QTest::newRow("a number") << 200 << QByteArray(R"({"access_token": 1, "refresh_token": "a"})") << incomplete;
+        QTest::newRow("null") << 200 << QByteArray(R"({"access_token": "a", "refresh_token": null})") << incomplete;
+        QTest::newRow("a header in it") << 200 << QByteArray(R"({"access_token": "a\r\nX: y", "refresh_token": "a"})")
+                                        << incomplete;
+        QTest::newRow("endless") << 200 << QByteArray(2'000'000, ' ') << QStringLiteral("The answer was too large.");
+    }
+
+    void aFailedExchangeSaysWhyAndKeepsTheOldTokens()
+    {
+        QFETCH(int, status);
+        QFETCH(QByteArray, body);
+        QFETCH(QString, error);
+        Desk desk;
+        desk.link();
+        desk.prefs.setCalendarSource(Prefs::CalendarSource::Manual);
+        const QHash<QString, QString> before = desk.keychain.entries;
+        desk.token = {status, body};
+        desk.calendar->connect();
+        Browser browser(desk);
+        browser.say(Browser::back(desk));
+        QVERIFY(desk.until([&] { return !desk.calendar->connecting(); }));
+        QCOMPARE(desk.calendar->errorText(), error);
+        QCOMPARE(desk.keychain.entries, before);
+        QCOMPARE(desk.prefs.calendarSource(), Prefs::CalendarSource::Manual);
+        QCOMPARE(desk.google.requests.size(), 1);
+    }
+
+    void aLoadThatFailsAfterwardsLeavesTheUserSignedIn()
+    {
+        Desk desk;
+        desk.list = {403, "{}"};
+        desk.calendar->connect();
+        Browser browser(desk);
+        browser.say(Browser::back(desk));
+        QVERIFY(desk.until([&] { return !desk.calendar->connecting(); }));
+        QCOMPARE(desk.calendar->errorText(), QStringLiteral("Google Calendar could not be refreshed"));
+        QVERIFY(desk.kept());
+        QCOMPARE(desk.prefs.calendarSource(), Prefs::CalendarSource::Google);
+    }
+
+    void aBuildWithoutAClientSaysSo()
+    {
+        Desk desk;
+        for (const GoogleClient &client :
+             {GoogleClient{}, GoogleClient{QStringLiteral("a"), {}}, GoogleClient{{}, QStringLiteral("b")}}) {
+            desk.calendar = desk.make(client);
+            QVERIFY(!desk.calendar->configured());
+            desk.calendar->connect();
+            QVERIFY(!desk.calendar->connecting());
+            QCOMPARE(desk.calendar->errorText(),
+                     QStringLiteral("Google OAuth is not configured in this build. Set GOOGLE_CLIENT_ID "
+                                    "and GOOGLE_CLIENT_SECRET when packaging."));
+        }
+        QVERIFY(desk.workspace.opened.isEmpty());
+    }
+
+    /// Nothing may be left behind, or touched, when the program ends in the middle: the sanitizers look on.
+    void anEndInTheMiddleEndsEverything()
+    {
+        Desk waiting;
+        waiting.calendar->connect();
+        waiting.calendar.reset();
+        QVERIFY(QTcpSocket().state() == QTcpSocket::UnconnectedState);
+        Browser nobody(waiting);
+        QCOMPARE(nobody.socket.state(), QTcpSocket::UnconnectedState);
+
+        Desk exchanging;
+        exchanging.token.manner = HttpStandIn::Manner::Silent;
+        exchanging.calendar->connect();
+        Browser browser(exchanging);
+        browser.say(Browser::back(exchanging));
+        QVERIFY(exchanging.until([&] { return exchanging.google.requests.size() == 1; }));
+        exchanging.calendar.reset();
+        QVERIFY(!exchanging.kept());
+
+        Desk reading;
+        reading.link();
+        reading.calendar->refresh();
+        QVERIFY(reading.background.pending() > 0);
+        reading.calendar.reset();
+        reading.background.finishAll();
+        QVERIFY(reading.google.requests.isEmpty());
+    }
+};
+
+const Registered<SignInTest> registered;
+
+} // namespace velto
+
+#include "SignInTest.moc"

@@ -1,0 +1,217 @@
+#include "Feeds/Everyday/Desk.h"
+#include "RunTests.h"
+
+namespace velto {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+/// The next event, how it reads as time goes by, and the one warning before it.
+class CalendarTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void saysWhenItIs()
+    {
+        const auto row = [](const char *name, std::chrono::milliseconds ahead, const char *text) {
+            Desk desk;
+            desk.type(QString::fromUtf8(name), desk.in(ahead));
+            QCOMPARE(desk.source.nextEventText(), QString::fromUtf8(name) + u' ' + QString::fromUtf8(text));
+        };
+        row("an hour", 60min, "at 10:00");
+        row("less than an hour", 60min - 1ms, "in 60 min");
+        row("a part of a minute counts", 14min + 30s, "in 15 min");
+        row("whole minutes", 5min, "in 6 min");
+        row("seconds", 1ms, "in 1 min");
+        row("starts", 0ms, "now · until 10:00");
+        row("runs", -59min, "now · until 09:01");
+        row("tomorrow", 20h, "at 05:00");
+    }
+
+    void typedMeetingLastsAnHour()
+    {
+        Desk desk;
+        QCOMPARE(desk.source.calendarState(), SourceState::loading());
+        desk.type(u" Standup\n"_s, desk.in(90min), u" https://meet.example.com/a "_s);
+        const auto event = desk.source.nextEvent().value();
+        QCOMPARE(event.title, u"Standup"_s);
+        QCOMPARE(event.id, u"manual-%1.0"_s.arg(desk.in(90min).toSecsSinceEpoch()));
+        QCOMPARE(event.detail(), u"Added in Velto"_s);
+        QCOMPARE(event.joinURL, std::optional(QUrl(u"https://meet.example.com/a"_s)));
+        QCOMPARE(desk.source.leftToday(), 1);
+        QCOMPARE(desk.source.calendarState(), SourceState::ready());
+        // Another title is the same meeting, another start isn't.
+        desk.type(u"Daily"_s, event.start);
+        QCOMPARE(desk.source.nextEvent()->id, event.id);
+        desk.type(u"Daily"_s, event.start.addMSecs(500));
+        QVERIFY(desk.source.nextEvent()->id.endsWith(u".5"_s));
+
+        desk.type(u"Daily"_s, event.start);
+        desk.clock.advance(149min + 59s);
+        QVERIFY(desk.source.hasNextEvent());
+        desk.clock.advance(15s);
+        QVERIFY(!desk.source.hasNextEvent());
+        QCOMPARE(desk.source.leftToday(), 0);
+        QCOMPARE(desk.source.calendarState().reason(), u"No meeting added."_s);
+        QCOMPARE(desk.source.calendarState().fix(), u"Add one yourself in the Connect tab."_s);
+    }
+
+    void linksThatABrowserOpens_data()
+    {
+        columns<QString, QString>({"link", "expected"});
+        QTest::newRow("web") << u"http://zoom.example/j/1?pwd=a%20b"_s << u"http://zoom.example/j/1?pwd=a%20b"_s;
+        QTest::newRow("no scheme") << u"meet.example.com/abc"_s << u"https://meet.example.com/abc"_s;
+        for (const auto *none : {"", "  ", "room 4", "kitchen", "javascript:alert(1)", "javascript://x.example/%0aalert(1)",
+                                 "file:///etc/passwd", "-x", "https://", "https://a.example/ rm -rf", "https:// /x"})
+            QTest::newRow(none) << QString::fromUtf8(none) << QString();
+        QTest::newRow("endless") << u"https://a.example/"_s + QString(100'000, u'a') << QString();
+    }
+    void linksThatABrowserOpens()
+    {
+        QFETCH(QString, link);
+        QFETCH(QString, expected);
+        Desk desk;
+        desk.type(u"Standup"_s, desk.in(1h), link);
+        QCOMPARE(desk.source.nextEvent()->joinURL.value_or(QUrl()).toString(QUrl::FullyEncoded), expected);
+        QCOMPARE(desk.source.nextEvent()->joinURL.has_value(), !expected.isEmpty());
+    }
+
+    void googleMeetingsAreTakenAsTheyCame()
+    {
+        Desk desk;
+        const auto at = [&](const char *id, std::chrono::milliseconds ahead) {
+            return GoogleMeeting{QString::fromLatin1(id),        u"Review"_s, desk.in(ahead).toUTC(),
+                                 desk.in(ahead + 30min).toUTC(), {},          {}};
+        };
+        // The list isn't sorted or cut again: one that is over stays until the service was read again.
+        desk.useGoogle({at("over", -2h), at("b", 3h), at("c", 14h + 59min), at("tomorrow", 15h)});
+        QCOMPARE(desk.source.nextEvent()->id, u"google-over"_s);
+        QCOMPARE(desk.source.nextEvent()->detail(), u"Google Calendar"_s);
+        QCOMPARE(desk.source.leftToday(), 3);
+        QCOMPARE(desk.source.calendarState(), SourceState::ready());
+        // Midnight comes, also while the machine sleeps.
+        desk.clock.setWallTime(desk.in(15h));
+        desk.clock.advance(15s);
+        QCOMPARE(desk.source.leftToday(), 1);
+
+        desk.useGoogle({});
+        QCOMPARE(desk.source.calendarState(), SourceState::loading());
+        QVERIFY(!desk.source.hasNextEvent());
+        QCOMPARE(desk.source.leftToday(), 0);
+        desk.google.isLinked = false;
+        desk.source.loadCalendar();
+        QCOMPARE(desk.source.calendarState().reason(), u"Google Calendar is not connected."_s);
+        QCOMPARE(desk.source.calendarState().fix(), u"Connect it in the Connect tab."_s);
+    }
+
+    void refreshReadsTheServiceOnlyWhenItIsWanted()
+    {
+        Desk desk;
+        desk.source.refresh();
+        QCOMPARE(desk.google.refreshes, 0);
+        desk.prefs.setCalendarSource(Prefs::CalendarSource::Google);
+        desk.source.refresh();
+        QCOMPARE(desk.google.refreshes, 1);
+        desk.prefs.set(Prefs::Module::Calendar, false);
+        desk.source.refresh();
+        QCOMPARE(desk.google.refreshes, 1);
+    }
+
+    void warnsOnceRightBefore_data()
+    {
+        QTest::addColumn<std::chrono::milliseconds>("ahead"); // of the tick
+        QTest::addColumn<bool>("warns");
+        QTest::newRow("300 s") << std::chrono::milliseconds(300s) << false;
+        QTest::newRow("299.999 s") << std::chrono::milliseconds(300s - 1ms) << true;
+        QTest::newRow("-59.999 s") << std::chrono::milliseconds(-60s + 1ms) << true;
+        QTest::newRow("-60 s") << std::chrono::milliseconds(-60s) << false;
+    }
+    void warnsOnceRightBefore()
+    {
+        QFETCH(std::chrono::milliseconds, ahead);
+        QFETCH(bool, warns);
+        Desk desk;
+        desk.useGoogle({{u"a"_s, u"Standup"_s, desk.in(ahead + 15s), desk.in(1h), QUrl(u"https://meet.example.com"_s), {}}});
+        desk.clock.advance(15s);
+        QCOMPARE(desk.peeks.size(), warns ? 1 : 0);
+        if (!warns)
+            return;
+        const Peek peek = desk.peeks.front();
+        QCOMPARE(peek.symbol, u"calendar"_s);
+        QCOMPARE(peek.tone, Peek::Tone::Warn);
+        QCOMPARE(peek.tab, std::optional(Tab::Home));
+        QCOMPARE(peek.url, std::optional(QUrl(u"https://meet.example.com"_s)));
+        QVERIFY(!peek.resume && !peek.cwd && !peek.decide);
+        desk.clock.advance(10min);
+        QCOMPARE(desk.peeks.size(), 1);
+    }
+    void warningSaysWhoElseWaits()
+    {
+        for (const auto &[waiting, suffix] : {std::pair(0, QString()), std::pair(1, u" · 1 agent still waits on you"_s),
+                                              std::pair(2, u" · 2 agents still wait on you"_s)}) {
+            Desk desk;
+            desk.source.waitingAgents = [count = waiting] { return count; };
+            desk.type(u"<b>Standup</b> & %1"_s, desk.in(4min));
+            desk.clock.advance(15s);
+            QCOMPARE(desk.peeks.value(0).text, u"<b>Standup</b> & %1 in 4 min"_s + suffix);
+            QVERIFY(!desk.peeks.value(0).url);
+        }
+    }
+
+    void warningOfAMeetingThatIsMovedComesAgain()
+    {
+        Desk desk;
+        desk.type(u"Standup"_s, desk.in(4min));
+        desk.clock.advance(15s);
+        desk.type(u"Standup"_s, desk.in(20min));
+        desk.clock.advance(16min);
+        QCOMPARE(desk.peeks.size(), 2);
+        // Set back, the clock makes no third one.
+        desk.clock.setWallTime(desk.in(-20min));
+        desk.clock.advance(30min);
+        QCOMPARE(desk.peeks.size(), 2);
+    }
+
+    void nobodyIsWarnedWithTheModuleOff()
+    {
+        Desk desk;
+        desk.type(u"Standup"_s, desk.in(4min));
+        desk.prefs.set(Prefs::Module::Calendar, false);
+        desk.clock.advance(2h);
+        QVERIFY(desk.peeks.isEmpty());
+        QVERIFY(desk.source.hasNextEvent());
+    }
+
+    void sleptThroughMeetingIsNotAnnounced()
+    {
+        Desk desk;
+        desk.type(u"Standup"_s, desk.in(10min));
+        desk.clock.setWallTime(desk.in(30min));
+        desk.clock.advance(15s);
+        QVERIFY(desk.peeks.isEmpty());
+        QCOMPARE(desk.source.nextEventText(), u"Standup now · until 10:10"_s);
+    }
+
+    void announcesEachTurnOfTheTextAndNothingElse()
+    {
+        Desk desk;
+        desk.type(u"Standup"_s, desk.in(61min + 7s));
+        const auto changes = desk.changes.size();
+        desk.clock.advance(67s);
+        QCOMPARE(desk.changes.size(), changes);
+        desk.clock.advance(1ms);
+        QCOMPARE(desk.source.nextEventText(), u"Standup in 60 min"_s);
+        QCOMPARE(desk.changes.size(), changes + 1);
+        desk.clock.advance(60min - 1ms);
+        QCOMPARE(desk.source.nextEventText(), u"Standup now · until 11:01"_s);
+        QCOMPARE(desk.changes.size(), changes + 61);
+        desk.source.refresh();
+        desk.clock.advance(30min);
+        QCOMPARE(desk.changes.size(), changes + 61);
+    }
+};
+
+const Registered<CalendarTest> registered;
+
+} // namespace velto
+
+#include "CalendarTest.moc"

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "RunTests.h"
+#include "StoreDesk.h"
+
+#include "Feeds/Calendar/MeetingFeed.h"
+#include "Feeds/Everyday/EverydaySource.h"
+
+#include <QSignalSpy>
+
+namespace velto {
+
+/// A calendar service that says what a test set.
+class FakeMeetings final : public MeetingFeed {
+    Q_OBJECT
+public:
+    QList<GoogleMeeting> list;
+    bool isLinked = true;
+    int refreshes = 0;
+
+    const QList<GoogleMeeting> &meetings() const override { return list; }
+    bool linked() const override { return isLinked; }
+    bool hasAnswered = false;
+    std::optional<QString> problem;
+    bool answered() const override { return hasAnswered; }
+    std::optional<QString> error() const override { return problem; }
+    void refresh() override { ++refreshes; }
+};
+
+/// A source on a desk of its own. The clock stands at nine in the morning.
+struct Desk : StoreDesk {
+    Desk()
+    {
+        prefs.set(Prefs::Module::Calendar, true);
+        source.onPeek = [this](const Peek &peek) { peeks.append(peek); };
+    }
+
+    /// The user adds a meeting in the Connect tab.
+    void type(const QString &title, const QDateTime &start, const QString &link = {})
+    {
+        prefs.setMeetingTitle(title);
+        prefs.setMeetingStart(start);
+        prefs.setMeetingURL(link);
+        source.loadCalendar();
+    }
+    void useGoogle(const QList<GoogleMeeting> &meetings)
+    {
+        prefs.setCalendarSource(Prefs::CalendarSource::Google);
+        google.list = meetings;
+        source.loadCalendar();
+    }
+    QDateTime in(std::chrono::milliseconds step) const { return clock.wallTime().addMSecs(step.count()); }
+
+    FakeMeetings google;
+    FakeMediaPlayers players;
+    FakeSounds sounds;
+    EverydaySource source{{clock, prefs, google, players, sounds}};
+    QSignalSpy changes{&source, &EverydaySource::changed};
+};
+
+} // namespace velto

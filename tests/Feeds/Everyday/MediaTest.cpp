@@ -1,0 +1,170 @@
+#include "Feeds/Everyday/Desk.h"
+#include "RunTests.h"
+
+namespace velto {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using State = MediaReport::State;
+
+/// Which player is shown, and what of it.
+class MediaTest : public QObject {
+    Q_OBJECT
+    static FakeMediaPlayers::Player player(const QString &id, const QString &track, State state, const QString &application = {})
+    {
+        return {{id, application.isEmpty() ? id : application}, MediaReport{id.toUpper(), track, u"Artist"_s, state}};
+    }
+
+private Q_SLOTS:
+    void showsOnePlayer_data()
+    {
+        using Players = QList<FakeMediaPlayers::Player>;
+        QTest::addColumn<Players>("players");
+        QTest::addColumn<QString>("shown"); // player and track
+        QTest::addColumn<int>("asked");
+        const auto spotify = [](State state) { return player(u"s"_s, u"song"_s, state, u"com.spotify.client"_s); };
+        const auto music = player(u"m"_s, u"tune"_s, State::Playing, u"com.apple.Music"_s);
+        const auto vlc = player(u"vlc"_s, u"film"_s, State::Playing);
+        const auto mpv = player(u"mpv"_s, u"clip"_s, State::Playing);
+        const auto paused = player(u"firefox"_s, u"page"_s, State::Paused);
+        const auto stopped = player(u"amarok"_s, u"old"_s, State::Stopped);
+        QTest::newRow("none") << Players{} << QString() << 0;
+        QTest::newRow("Spotify wins") << Players{vlc, music, spotify(State::Playing)} << u"Spotify song"_s << 1;
+        QTest::newRow("Spotify wins paused") << Players{vlc, spotify(State::Paused)} << u"Spotify song"_s << 1;
+        QTest::newRow("Spotify wins stopped") << Players{vlc, spotify(State::Stopped)} << QString() << 1;
+        QTest::newRow("Music before others") << Players{vlc, music} << u"Music tune"_s << 1;
+        QTest::newRow("another, by its name") << Players{vlc} << u"VLC film"_s << 1;
+        QTest::newRow("playing before paused") << Players{paused, stopped, mpv} << u"MPV clip"_s << 3;
+        QTest::newRow("paused before stopped") << Players{stopped, paused} << u"FIREFOX page"_s << 2;
+        QTest::newRow("first of two") << Players{mpv, vlc} << u"MPV clip"_s << 2;
+        QTest::newRow("one that fails") << Players{{{u"x"_s, u"x"_s}, std::nullopt}, vlc} << u"VLC film"_s << 2;
+        QTest::newRow("stopped") << Players{stopped} << QString() << 1;
+    }
+    void showsOnePlayer()
+    {
+        QFETCH(QList<FakeMediaPlayers::Player>, players);
+        QFETCH(QString, shown);
+        QFETCH(int, asked);
+        Desk desk;
+        desk.players.players = players;
+        desk.source.loadMedia();
+        const auto now = desk.source.nowPlaying();
+        QCOMPARE(now ? now->app + u' ' + now->track : QString(), shown);
+        QCOMPARE(desk.players.asked.size(), asked);
+    }
+
+    void readsTracks_data()
+    {
+        columns<QString, QString, QString>({"track", "artist", "shown"});
+        QTest::newRow("plain") << u"Song"_s << u"Band"_s << u"Song/Band"_s;
+        QTest::newRow("no artist") << u"Song"_s << QString() << u"Song/"_s;
+        QTest::newRow("no track") << u" \n"_s << u"Band"_s << QString();
+        QTest::newRow("tab in the track") << u"So\tng"_s << u"Band"_s << QString();
+        QTest::newRow("tab in the artist") << u"Song"_s << u"Ba\tnd"_s << QString();
+        QTest::newRow("markup") << u"<img src=x>"_s << u"&amp;"_s << u"<img src=x>/&amp;"_s;
+    }
+    void readsTracks()
+    {
+        QFETCH(QString, track);
+        QFETCH(QString, artist);
+        QFETCH(QString, shown);
+        Desk desk;
+        desk.players.players = {{{u"p"_s, u"p"_s}, MediaReport{u"P"_s, track, artist, State::Paused}}};
+        desk.source.loadMedia();
+        const auto now = desk.source.nowPlaying();
+        QCOMPARE(now ? now->track + u'/' + now->artist : QString(), shown);
+        QVERIFY(!desk.source.playing());
+    }
+
+    void staysWithThePlayerOnShow()
+    {
+        Desk desk;
+        desk.players.players = {player(u"mpv"_s, u"clip"_s, State::Playing)};
+        desk.source.loadMedia();
+        desk.players.players.prepend(player(u"firefox"_s, u"page"_s, State::Playing));
+        desk.source.loadMedia();
+        QCOMPARE(desk.source.nowPlaying()->app, u"MPV"_s);
+        const auto changes = desk.changes.size();
+        desk.source.loadMedia();
+        QCOMPARE(desk.changes.size(), changes);
+    }
+
+    void pressShowsAtOnceAndTheTickCorrects()
+    {
+        Desk desk;
+        desk.source.playPause();
+        QVERIFY(desk.players.pressed.isEmpty());
+        desk.players.players = {player(u"mpv"_s, u"clip"_s, State::Playing)};
+        desk.source.loadMedia();
+        desk.source.playPause();
+        QCOMPARE(desk.players.pressed, QStringList{u"mpv"_s});
+        QVERIFY(!desk.source.playing());
+        QCOMPARE(desk.source.nowPlaying()->track, u"clip"_s);
+        desk.clock.advance(15s); // it plays on
+        QVERIFY(desk.source.playing());
+    }
+
+    void answerFromBeforeAPressIsDropped()
+    {
+        Desk desk;
+        desk.players.players = {player(u"mpv"_s, u"clip"_s, State::Playing)};
+        desk.source.loadMedia();
+        desk.players.slow = true;
+        desk.source.loadMedia();
+        desk.source.playPause();
+        desk.players.answer();
+        QVERIFY(!desk.source.playing());
+    }
+
+    void lastAnswerWins()
+    {
+        Desk desk;
+        desk.players.slow = true;
+        desk.players.players = {player(u"mpv"_s, u"first"_s, State::Playing)};
+        desk.source.loadMedia();
+        desk.players.players = {player(u"mpv"_s, u"second"_s, State::Playing)};
+        desk.source.loadMedia();
+        desk.players.answer(1);
+        QCOMPARE(desk.source.nowPlaying()->track, u"second"_s);
+        desk.players.answer(0);
+        QCOMPARE(desk.source.nowPlaying()->track, u"first"_s);
+    }
+
+    void changesAreFollowedInBurstsAndOnlyWithTheModuleOn()
+    {
+        Desk desk;
+        desk.players.players = {player(u"mpv"_s, u"clip"_s, State::Playing)};
+        for (int i = 0; i < 50; ++i)
+            Q_EMIT desk.players.changed();
+        desk.clock.advance(100ms);
+        QCOMPARE(desk.players.asked.size(), 1);
+        QVERIFY(desk.source.playing());
+        desk.prefs.set(Prefs::Module::Media, false);
+        Q_EMIT desk.players.changed();
+        desk.source.refresh();
+        desk.clock.advance(1min);
+        QCOMPARE(desk.players.asked.size(), 1);
+    }
+
+    void sourceThatGoesWhileItAsks()
+    {
+        StoreDesk desk;
+        FakeMeetings meetings;
+        FakeMediaPlayers players;
+        FakeSounds sounds;
+        players.slow = true;
+        players.players = {player(u"mpv"_s, u"clip"_s, State::Playing)};
+        auto source = std::make_unique<EverydaySource>(EverydaySource::Needs{desk.clock, desk.prefs, meetings, players, sounds});
+        source->loadMedia();
+        source.reset();
+        players.answer();
+        QCOMPARE(players.waiting(), 0);
+        QCOMPARE(desk.clock.pendingTimers(), 0);
+    }
+};
+
+const Registered<MediaTest> registered;
+
+} // namespace velto
+
+#include "MediaTest.moc"

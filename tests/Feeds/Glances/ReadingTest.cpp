@@ -1,0 +1,96 @@
+#include "Feeds/Glances/GlanceReading.h"
+#include "Platform/Fake/FakeToolRunner.h"
+#include "RunTests.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace velto {
+
+using namespace Qt::StringLiterals;
+
+/// What stands in the Downloads folder, and what the GitHub CLI prints.
+class ReadingTest : public QObject {
+    Q_OBJECT
+    QTemporaryDir m_folder;
+    QDateTime m_now = QDateTime::currentDateTime().addSecs(60);
+
+    void make(const QByteArray &name)
+    {
+        const int file = ::open((m_folder.path().toUtf8() + '/' + name).constData(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600);
+        QVERIFY2(file >= 0, name.constData());
+        ::close(file);
+    }
+
+private Q_SLOTS:
+    void init() { m_folder = QTemporaryDir(); }
+
+    void countsUnfinishedDownloads()
+    {
+        for (const auto *name : {"a.part", "b.PART", "c.tar.crdownload", "d.Download", ".hidden.part", "\xff\xfe.part"})
+            make(name);
+        for (const auto *name : {"part", ".part", "a.partial", "b.part.zip", "c.", "d.downloads", "part.txt"})
+            make(name);
+        QVERIFY(QDir(m_folder.path()).mkpath(u"folder.part/inner.part"_s));
+        QCOMPARE(readTransfers(m_folder.path(), {}, m_now).count, 7);
+        QCOMPARE(readTransfers(m_folder.filePath(u"none"_s), {}, m_now).count, 0);
+        QCOMPARE(readTransfers(m_folder.filePath(u"a.part"_s), {}, m_now).count, 0);
+        QCOMPARE(readTransfers({}, {}, m_now).count, 0);
+    }
+
+    void folderThatRestsIsNotListedAgain()
+    {
+        make("a.part");
+        // What was just changed may change again without a trace.
+        QVERIFY(!readTransfers(m_folder.path(), {}, QDateTime::currentDateTime()).stamp);
+        Transfers seen = readTransfers(m_folder.path(), {}, m_now);
+        QVERIFY(seen.stamp);
+        seen.count = 7;
+        QCOMPARE(readTransfers(m_folder.path(), seen, m_now).count, 7);
+        QTest::qSleep(20); // the stamp goes by the tick of the kernel's clock
+        make("b.part");
+        QCOMPARE(readTransfers(m_folder.path(), seen, m_now).count, 2);
+    }
+
+    void readsListingsOfRuns_data()
+    {
+        columns<QByteArray, int>({"listing", "count"});
+        QTest::newRow("none") << QByteArray("[]\n") << 0;
+        QTest::newRow("two") << QByteArray(R"([{"databaseId":7700000001},{"databaseId":7700000002}])") << 2;
+        QByteArray eleven = "[{}";
+        for (int i = 0; i < 10; ++i)
+            eleven += ",{}";
+        QTest::newRow("eleven") << eleven + "]" << 10;
+        for (const auto *none : {"", "{}", "null", "[1,2]", "[{},1]", "[{}", "no git repository", "\xff\xfe"})
+            QTest::newRow(none) << QByteArray(none) << 0;
+    }
+    void readsListingsOfRuns()
+    {
+        QFETCH(QByteArray, listing);
+        QFETCH(int, count);
+        QCOMPARE(parseFailedBuilds(listing), count);
+    }
+
+    void failureOfTheToolCountsAsNone()
+    {
+        FakeToolRunner tools;
+        QCOMPARE(readFailedBuilds(tools), std::optional(0));
+        QVERIFY(tools.ran.isEmpty());
+        tools.installed.insert(u"gh"_s);
+        const auto line = u"gh run list --status failure --limit 10 --json databaseId"_s;
+        tools.answers.insert(line, {false, "[{}]", u"failed to determine base repo"_s});
+        QCOMPARE(readFailedBuilds(tools), std::nullopt);
+        QCOMPARE(tools.ran, QStringList{line});
+    }
+};
+
+const Registered<ReadingTest> registered;
+
+} // namespace velto
+
+#include "ReadingTest.moc"

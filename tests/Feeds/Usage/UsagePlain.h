@@ -1,0 +1,41 @@
+#pragma once
+
+#include "Feeds/Usage/UsageLine.h"
+
+#include <QByteArray>
+#include <random>
+
+namespace velto {
+
+/// A line of Claude Code's about an answer, with these counts.
+QByteArray answerLine(const QByteArray &timestamp, int input, int output, int cacheRead = 0, int cacheWrite = 0);
+
+/// What `line` says, read the plain way: the whole document is built, and looked at afterwards.
+std::optional<UsageLine> plainUsageLine(const QByteArray &line);
+
+/// Whether the plain way may refuse the line although it is JSON: for its numbers or for its depth.
+bool isBeyondPlain(const QByteArray &line);
+
+/// Lines as they are met, as they might be, and damaged ones.
+class UsageFuzz {
+public:
+    explicit UsageFuzz(unsigned seed)
+        : m_random(seed)
+    {
+    }
+
+    QByteArray line();
+    int number(int from, int to) { return std::uniform_int_distribution<int>(from, to)(m_random); }
+
+private:
+    QByteArray text();
+    QByteArray value(int depth);
+    QByteArray count();
+    QByteArray timestamp();
+    QByteArray usage();
+    void damage(QByteArray &line);
+
+    std::mt19937 m_random;
+};
+
+} // namespace velto

@@ -1,0 +1,286 @@
+#include "Feeds/Work/WorkReaders.h"
+#include "Fixture.h"
+#include "HttpStandIn.h"
+#include "Platform/Posix/ThreadPoolBackground.h"
+#include "RunTests.h"
+
+#include <optional>
+
+#include "Core/WorkError.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QUrlQuery>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using Answer = velto::HttpStandIn::Answer;
+using Manner = velto::HttpStandIn::Manner;
+
+namespace velto {
+
+namespace {
+
+const QString kToken = u"secret-Ünicode"_s;
+const QDateTime kNow = QDateTime::fromSecsSinceEpoch(1'795'248'000, Qt::UTC);
+
+using Items = QList<WorkItem>;
+
+/// What a reader gives, or the phrase that it throws.
+QCoro::Task<std::pair<Items, QString>> caught(QCoro::Task<Items> task)
+{
+    QString phrase;
+    try {
+        const Items items = co_await task;
+        co_return std::pair(items, phrase);
+    } catch (const WorkError &error) {
+        phrase = error.errorDescription;
+    }
+    co_return std::pair(Items(), phrase);
+}
+
+std::pair<Items, QString> outcome(QCoro::Task<Items> task)
+{
+    return QCoro::waitFor(caught(std::move(task)));
+}
+
+} // namespace
+
+/// Linear, Jira and Slack as services with TLS on this machine: what they are asked, and what becomes of their answers.
+class WorkReadersTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_http.emplace(m_service.trust());
+        m_service.requests.clear();
+        m_service.answer = working;
+    }
+
+    void repliesBecomeItems()
+    {
+        QCOMPARE(read(Tool::Linear).items,
+                 (QList<WorkItem>{
+                     {u"linear-ENG-412"_s, u"ENG-412 Paging skips a row when the cursor is deleted"_s,
+                      QUrl(u"https://linear.app/acme/issue/ENG-412/paging-skips-a-row-when-the-cursor-is-deleted"_s)},
+                     {u"linear-OPS-7"_s, u"OPS-7 "_s, {}},
+                     {u"linear-ENG-9"_s, u"ENG-9 <img src=http://x> & more"_s, {}},
+                 }));
+        QCOMPARE(read(Tool::Jira, u"http://acme.atlassian.net/ "_s).items,
+                 (QList<WorkItem>{
+                     {u"jira-ED-1"_s, u"ED-1 Bulk edit loses the last line"_s, QUrl(u"https://acme.atlassian.net/browse/ED-1"_s)},
+                     {u"jira-ED-2"_s, u"ED-2 "_s, QUrl(u"https://acme.atlassian.net/browse/ED-2"_s)},
+                     {u"jira-ED-3"_s, u"ED-3 "_s, QUrl(u"https://acme.atlassian.net/browse/ED-3"_s)},
+                 }));
+        QCOMPARE(read(Tool::Slack).items,
+                 (QList<WorkItem>{
+                     {u"slack-1795248000.0001"_s, u"#general: <@W12345678> can you look at the build?"_s,
+                      QUrl(u"https://acme.slack.com/archives/C12345678/p1795248000000100"_s)},
+                     {u"slack-1795161600.0"_s, u"#DM: a day ago to the second"_s, {}},
+                 }));
+    }
+
+    void theQuestionsAreExact()
+    {
+        for (const Tool tool : kTools)
+            read(tool);
+        QCOMPARE(m_service.requests.size(), 4);
+        const auto &linear = m_service.requests.at(0);
+        QCOMPARE(linear.method, QByteArray("POST"));
+        QCOMPARE(linear.headers.value("authorization"), kToken.toUtf8());
+        QCOMPARE(linear.headers.value("content-type"), QByteArray("application/json"));
+        const QString query =
+            u"{ viewer { assignedIssues(first: 20, filter: { state: { type: { nin: [\"completed\", \"canceled\"] } } }) "
+            "{ nodes { identifier title url } } } }"_s;
+        QCOMPARE(QJsonDocument::fromJson(linear.body).object(), (QJsonObject{{u"query"_s, query}}));
+
+        const auto &jira = m_service.requests.at(1);
+        QCOMPARE(jira.method, QByteArray("GET"));
+        QCOMPARE(jira.headers.value("authorization"), "Basic " + (u"sam@acme.example:"_s + kToken).toUtf8().toBase64());
+        QCOMPARE(jira.headers.value("accept"), QByteArray("application/json"));
+        const QUrl asked(QString::fromLatin1(jira.target));
+        QCOMPARE(asked.path(), u"/rest/api/3/search/jql"_s);
+        const QList<std::pair<QString, QString>> items{
+            {u"jql"_s, u"assignee = currentUser() AND statusCategory != Done ORDER BY updated DESC"_s},
+            {u"fields"_s, u"summary"_s},
+            {u"maxResults"_s, u"20"_s}};
+        QCOMPARE(QUrlQuery(asked).queryItems(QUrl::FullyDecoded), items);
+
+        QCOMPARE(m_service.requests.at(2).target, QByteArray("/api/auth.test"));
+        QCOMPARE(m_service.requests.at(3).target,
+                 QByteArray("/api/search.messages?query=%3C%40W12345678%3E&sort=timestamp&count=20"));
+        QCOMPARE(m_service.requests.at(3).headers.value("authorization"), "Bearer " + kToken.toUtf8());
+    }
+
+    void eachRefusalHasItsPhrase()
+    {
+        HttpStandIn elsewhere;
+        for (const int status : {401, 403, 302, 404, 429, 500, 503}) {
+            m_service.answer = [&](const auto &) {
+                return Answer{status, "{\"error\": \"x\"}", {"Retry-After: 30", "Location: " + elsewhere.url().toEncoded()}};
+            };
+            const bool refused = status == 401 || status == 403;
+            for (const Tool tool : kTools)
+                QCOMPARE(read(tool).phrase, refused ? u"the token was refused"_s : u"HTTP %1"_s.arg(status));
+        }
+        QVERIFY(elsewhere.requests.isEmpty()); // no token leaves for another host
+    }
+
+    void whatIsNoAnswerIsAPhrase_data()
+    {
+        columns<QByteArray, HttpStandIn::Manner>({"body", "manner"});
+        QTest::newRow("a page") << QByteArray("<html><h1>502</h1></html>") << Manner::Whole;
+        QTest::newRow("nothing") << QByteArray() << Manner::Whole;
+        QTest::newRow("half a document") << fixture("worktools/jira.json").chopped(30) << Manner::Whole;
+        QTest::newRow("not UTF-8") << QByteArray("{\"a\": \"\xff\xfe") << Manner::Whole;
+        QTest::newRow("nested without end") << QByteArray(1'000'000, '[') << Manner::Whole;
+        QTest::newRow("50 MB") << "[\"" + QByteArray(50'000'000, 'x') + "\"]" << Manner::Whole;
+        QTest::newRow("never comes") << QByteArray() << Manner::Silent;
+        QTest::newRow("hangs up") << QByteArray() << Manner::Hangup;
+        QTest::newRow("is cut off") << QByteArray(1000, ' ') << Manner::CutOff;
+        QTest::newRow("trickles") << QByteArray(1000, ' ') << Manner::Trickle;
+    }
+
+    void whatIsNoAnswerIsAPhrase()
+    {
+        QFETCH(QByteArray, body);
+        QFETCH(HttpStandIn::Manner, manner);
+        m_service.answer = [&](const auto &) { return Answer{200, body, {}, manner}; };
+        for (const Tool tool : kTools) {
+            const Outcome came = read(tool);
+            QVERIFY(!came.phrase.isEmpty());
+            QVERIFY2(!came.phrase.endsWith(u'.'), qPrintable(came.phrase));
+            QVERIFY2(!came.phrase.contains("secret"_L1) && !came.phrase.contains("sam@"_L1), qPrintable(came.phrase));
+        }
+        // Nor is anybody trusted without a known certificate.
+        m_http.emplace();
+        QVERIFY(!read(Tool::Linear).phrase.isEmpty());
+    }
+
+    void otherShapesAreEmpty()
+    {
+        for (const QByteArray body :
+             {"{}", "{\"data\": null, \"errors\": [{\"message\": \"x\"}]}", "{\"data\": []}", "{\"data\": {\"viewer\": 1}}",
+              "{\"data\": {\"viewer\": {\"assignedIssues\": {\"nodes\": {}}}}}",
+              "{\"data\": {\"viewer\": {\"assignedIssues\": {\"nodes\": [1, {\"identifier\": \"A-1\"}]}}}}", "{\"issues\": null}",
+              "{\"issues\": {\"key\": \"A-1\"}}", "{\"issues\": [[], {\"key\": \"A-1\"}]}", "{\"messages\": []}",
+              "{\"messages\": {\"matches\": true}}", "{\"messages\": {\"matches\": [null]}}"}) {
+            QByteArray said = body;
+            said.replace(0, 1, body == "{}" ? "{\"ok\": true" : "{\"ok\": true, ");
+            m_service.answer = [&](const HttpStandIn::Request &request) {
+                return request.target == "/api/auth.test" ? working(request) : Answer{200, said};
+            };
+            for (const Tool tool : kTools) {
+                const Outcome came = read(tool);
+                QVERIFY2(came.items.isEmpty() && came.phrase.isEmpty(), body.constData());
+            }
+        }
+    }
+
+    void slackSaysWhatIsWrong_data()
+    {
+        columns<QByteArray, QByteArray, QString>({"auth", "search", "phrase"});
+        const QByteArray good = fixture("worktools/slack-auth.json");
+        QTest::newRow("revoked") << QByteArray("{\"ok\": false, \"error\": \"token_revoked\"}") << QByteArray()
+                                 << u"token_revoked"_s;
+        QTest::newRow("no reason") << QByteArray("{\"ok\": false, \"error\": 7}") << QByteArray() << u"the token was refused"_s;
+        QTest::newRow("no ok") << QByteArray("{\"ok\": 1}") << QByteArray() << u"the token was refused"_s;
+        QTest::newRow("a list") << QByteArray("[]") << QByteArray() << u"unexpected reply"_s;
+        QTest::newRow("no user") << QByteArray("{\"ok\": true, \"user_id\": null}") << QByteArray()
+                                 << u"couldn't find your user"_s;
+        QTest::newRow("no scope") << good
+                                  << QByteArray("{\"ok\": false, \"error\": \"missing_scope\", \"needed\": \"search:read\"}")
+                                  << u"missing_scope"_s;
+    }
+
+    void slackSaysWhatIsWrong()
+    {
+        QFETCH(QByteArray, auth);
+        QFETCH(QByteArray, search);
+        m_service.answer = [&](const HttpStandIn::Request &request) {
+            return Answer{200, request.target == "/api/auth.test" ? auth : search};
+        };
+        QTEST(read(Tool::Slack).phrase, "phrase");
+        QCOMPARE(m_service.requests.size(), search.isEmpty() ? 1 : 2);
+    }
+
+    void linesAreCutAsPeopleCount()
+    {
+        const QString face = u"👩‍👩‍👧"_s; // one character, of eight units
+        QByteArray search = fixture("worktools/slack-search.json");
+        search.replace("a day ago to the second", (face.repeated(81) + u'x').toUtf8());
+        m_service.answer = [&](const HttpStandIn::Request &request) {
+            return request.target.startsWith("/api/search") ? Answer{200, search} : working(request);
+        };
+        QCOMPARE(read(Tool::Slack).items.value(1).title, u"#DM: "_s + face.repeated(80));
+        QCOMPARE(firstCharacters(u"abc"_s, 3), u"abc"_s);
+        QCOMPARE(firstCharacters(u"abcd"_s, 3), u"abc"_s);
+        QCOMPARE(firstCharacters({}, 3), QString());
+    }
+
+    void aJiraSiteIsReadAsTyped_data()
+    {
+        columns<QString, QString>({"site", "phrase"});
+        const QString missing = u"add your Jira site and email in Settings"_s;
+        const QString wrong = u"that Jira site address doesn't look right"_s;
+        for (const auto *site :
+             {u"acme.atlassian.net", u"https://acme.atlassian.net", u" http://acme.atlassian.net// ", u"https://http://acme.net"})
+            QTest::newRow(qPrintable(QString::fromUtf16(site))) << QString::fromUtf16(site) << QString();
+        for (const auto *site : {u"", u" / ", u"https://"})
+            QTest::newRow(qPrintable(u"none: "_s + QString::fromUtf16(site))) << QString::fromUtf16(site) << missing;
+        for (const auto *site : {u"acme .net", u"acme.net:port", u"[acme", u"?a=b"})
+            QTest::newRow(qPrintable(QString::fromUtf16(site))) << QString::fromUtf16(site) << wrong;
+    }
+
+    void aJiraSiteIsReadAsTyped()
+    {
+        QFETCH(QString, site);
+        QFETCH(QString, phrase);
+        QCOMPARE(read(Tool::Jira, site).phrase, phrase);
+        QCOMPARE(m_service.requests.size(), phrase.isEmpty() ? 1 : 0);
+        QCOMPARE(outcome(jiraIssues(services(), u"acme.net"_s, {}, kToken)).second,
+                 u"add your Jira site and email in Settings"_s);
+    }
+
+private:
+    enum class Tool : quint8 { Linear, Jira, Slack };
+    static constexpr Tool kTools[] = {Tool::Linear, Tool::Jira, Tool::Slack};
+    struct Outcome {
+        QList<WorkItem> items;
+        QString phrase; ///< empty if nothing went wrong
+    };
+
+    /// The answer of a service that works.
+    static HttpStandIn::Answer working(const HttpStandIn::Request &request)
+    {
+        if (request.target == "/graphql")
+            return {200, fixture("worktools/linear.json")};
+        if (request.target.startsWith("/rest/"))
+            return {200, fixture("worktools/jira.json")};
+        return {200, fixture(request.target == "/api/auth.test" ? "worktools/slack-auth.json" : "worktools/slack-search.json")};
+    }
+
+    WorkServices services()
+    {
+        return {*m_http, m_background, {m_service.url(u"/graphql"_s), m_service.url(u"/api/"_s), m_service.url()}, 400ms};
+    }
+
+    Outcome read(Tool tool, const QString &site = QStringLiteral("acme.atlassian.net"))
+    {
+        const auto [items, phrase] = tool == Tool::Linear ? outcome(linearIssues(services(), kToken))
+            : tool == Tool::Jira                          ? outcome(jiraIssues(services(), site, u"sam@acme.example"_s, kToken))
+                                                          : outcome(slackMentions(services(), kToken, [] { return kNow; }));
+        return {items, phrase};
+    }
+
+    HttpStandIn m_service{HttpStandIn::Security::Tls};
+    ThreadPoolBackground m_background;
+    std::optional<Http> m_http;
+};
+
+const Registered<WorkReadersTest> registered;
+
+} // namespace velto
+
+#include "WorkReadersTest.moc"

@@ -1,0 +1,274 @@
+#include "Feeds/Work/WorkSource.h"
+#include "FakeHttp.h"
+#include "Fixture.h"
+#include "Platform/Posix/PosixToolRunner.h"
+#include "RunTests.h"
+#include "StoreDesk.h"
+
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+const QString kGh = u"gh search prs --review-requested=@me --state=open --json title,url,repository --limit 20"_s;
+const QString kNotSignedIn = u"The GitHub CLI isn't signed in. Run `gh auth login`."_s;
+
+QStringList ids(const QList<WorkItem> &items)
+{
+    QStringList result;
+    for (const WorkItem &item : items)
+        result.append(item.id);
+    return result;
+}
+
+} // namespace
+
+/// When each group is asked, and what the user reads of what came of it.
+class WorkSourceTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void asksOnceInFiveMinutesUnlessForced()
+    {
+        Desk desk;
+        desk.keychain.entries.insert(u"Velto.linear"_s, u"t"_s);
+        const auto asked = [&desk] { return std::pair(desk.tools.ran.size(), desk.http.requests.size()); };
+        desk.refresh(false);
+        QCOMPARE(asked(), std::pair(qsizetype(1), qsizetype(1)));
+        desk.clock.advance(std::chrono::milliseconds(299'999));
+        desk.refresh(false);
+        QCOMPARE(asked(), std::pair(qsizetype(1), qsizetype(1)));
+        desk.refresh(true); // and the five minutes begin again
+        QCOMPARE(asked(), std::pair(qsizetype(2), qsizetype(2)));
+        desk.clock.advance(std::chrono::milliseconds(299'999));
+        desk.refresh(false);
+        QCOMPARE(asked(), std::pair(qsizetype(2), qsizetype(2)));
+        desk.tools.answers.clear();
+        desk.answer(503);
+        desk.clock.advance(std::chrono::milliseconds(1));
+        desk.refresh(false);
+        desk.refresh(false); // a failure isn't tried again either
+        QCOMPARE(asked(), std::pair(qsizetype(3), qsizetype(3)));
+    }
+
+    void withoutToolsOrTokensSaysHowToGetThem()
+    {
+        Desk desk;
+        QCOMPARE(desk.source->prState(), SourceState::loading());
+        QCOMPARE(desk.source->workState(), SourceState::loading());
+        desk.keychain.entries.insert(u"Velto.linear"_s, u"t"_s);
+        desk.refresh();
+        desk.tools.installed.clear();
+        desk.keychain.entries.clear();
+        desk.refresh();
+        QCOMPARE(
+            desk.source->prState(),
+            SourceState::unavailable(u"The GitHub CLI isn't installed."_s, u"Run `brew install gh`, then `gh auth login`."_s));
+        QCOMPARE(desk.source->prs().size(), 3); // they stay
+        QCOMPARE(desk.source->workState(),
+                 SourceState::unavailable(u"No work tools connected."_s, u"Connect Linear, Jira or Slack in the Connect tab."_s));
+        QVERIFY(desk.source->issues().isEmpty());
+        QCOMPARE(desk.http.requests.size(), 1);
+    }
+
+    void aLockedKeyringIsFollowed()
+    {
+        Desk desk;
+        desk.keychain.entries.insert(u"Velto.linear"_s, u"t"_s);
+        desk.keychain.setLocked(true);
+        desk.refresh();
+        QVERIFY(desk.source->workState().isLocked());
+        desk.source->unlock();
+        QCOMPARE(desk.keychain.unlocked, 1);
+        desk.keychain.setLocked(false);
+        desk.background.finishAll();
+        QVERIFY(!desk.source->workState().isLocked());
+        QCOMPARE(desk.http.requests.size(), 1);
+    }
+
+    void whatGhPrintsBecomesALine_data()
+    {
+        columns<bool, QByteArray, QString, QString>({"ok", "out", "err", "text"});
+        const QString asking = u"Couldn't ask GitHub: "_s;
+        QTest::newRow("works") << true << fixture("worktools/gh.json") << u"a warning"_s << QString();
+        QTest::newRow("nothing waits") << true << QByteArray("[]\n") << QString() << QString();
+        QTest::newRow("signed out") << false << QByteArray() << u"To get started with GitHub CLI, please run:  gh auth login\n"_s
+                                    << kNotSignedIn;
+        QTest::newRow("any auth") << false << fixture("worktools/gh.json") << u"an author is missing"_s << kNotSignedIn;
+        QTest::newRow("offline") << false << QByteArray() << u"error connecting to api.github.com\n"_s
+                                 << asking + u"error connecting to api.github.com\n"_s;
+        QTest::newRow("long") << false << QByteArray() << QString(200, u'x') << asking + QString(120, u'x');
+        for (const char *out : {"", "{}", "[1]", "[{\"url\": \"x\"}, []]", "[{\"url\""})
+            QTest::newRow(out) << true << QByteArray(out) << QString() << asking;
+    }
+
+    void whatGhPrintsBecomesALine()
+    {
+        QFETCH(bool, ok);
+        QFETCH(QByteArray, out);
+        QFETCH(QString, err);
+        QFETCH(QString, text);
+        Desk desk;
+        desk.refresh();
+        const QList<WorkItem> lines{
+            {u"https://github.com/acme/api/pull/12"_s, u"api: Page by key"_s, QUrl(u"https://github.com/acme/api/pull/12"_s)},
+            {u"https://github.com/acme/web/pull/3"_s, u"Without a repository"_s, QUrl(u"https://github.com/acme/web/pull/3"_s)},
+            {u"https://github.com/acme/docs/pull/1"_s, u"docs"_s, QUrl(u"https://github.com/acme/docs/pull/1"_s)},
+        };
+        QCOMPARE(desk.source->prs(), lines);
+        desk.tools.answers.insert(kGh, {ok, out, err});
+        desk.refresh();
+        QCOMPARE(desk.source->prState(), text.isEmpty() ? SourceState::ready() : SourceState::failed(text));
+        QCOMPARE(desk.source->prs().isEmpty(), !text.isEmpty() || out == "[]\n");
+    }
+
+    void theRealGhSaysItIsNotSignedIn()
+    {
+        const QString gh = QStandardPaths::findExecutable(u"gh"_s);
+        if (gh.isEmpty())
+            QSKIP("gh isn't installed");
+        const QTemporaryDir home;
+        qputenv("GH_CONFIG_DIR", home.path().toUtf8());
+        // On a build machine it words it otherwise.
+        for (const char *name : {"GH_TOKEN", "GITHUB_TOKEN", "GH_ENTERPRISE_TOKEN", "GITHUB_ENTERPRISE_TOKEN", "GH_HOST", "CI",
+                                 "BUILD_NUMBER", "RUN_ID"})
+            qunsetenv(name);
+        PosixToolRunner tools({QFileInfo(gh).path()});
+        if (tools.run({u"gh"_s, u"auth"_s, u"status"_s}, {}, std::chrono::seconds(10)).ok)
+            QSKIP("this gh gets its token from elsewhere than its configuration");
+        const PullRequests read = loadPRs(tools);
+        qunsetenv("GH_CONFIG_DIR");
+        QCOMPARE(read.error, kNotSignedIn);
+        QVERIFY(read.items.isEmpty());
+    }
+
+    void aToolThatFailsLosesItsItemsOnly()
+    {
+        Desk desk;
+        for (const QString &tool : {u"Velto.linear"_s, u"Velto.jira"_s, u"Velto.slack"_s})
+            desk.keychain.entries.insert(tool, u"secret"_s);
+        desk.refresh();
+        QCOMPARE(desk.source->workState(), SourceState::ready());
+        QCOMPARE(ids(desk.source->issues()),
+                 QStringList({u"linear-ENG-412"_s, u"linear-OPS-7"_s, u"linear-ENG-9"_s, u"jira-ED-1"_s, u"jira-ED-2"_s,
+                              u"jira-ED-3"_s}));
+        QVERIFY(!desk.source->mentions().isEmpty());
+
+        desk.answer(429, 200, 401);
+        desk.refresh();
+        QCOMPARE(desk.source->workState(), SourceState::failed(u"Linear: HTTP 429. Slack: the token was refused."_s));
+        QCOMPARE(ids(desk.source->issues()), QStringList({u"jira-ED-1"_s, u"jira-ED-2"_s, u"jira-ED-3"_s}));
+        QVERIFY(desk.source->mentions().isEmpty());
+
+        desk.keychain.entries = {{u"Velto.slack"_s, u"secret"_s}};
+        desk.answer();
+        desk.refresh();
+        QCOMPARE(desk.source->workState(), SourceState::ready());
+        QVERIFY(desk.source->issues().isEmpty());
+        QVERIFY(!desk.source->mentions().isEmpty());
+    }
+
+    void jiraWithoutASiteAsksForOne()
+    {
+        Desk desk;
+        desk.prefs.setJiraSite({});
+        desk.keychain.entries.insert(u"Velto.jira"_s, u"t"_s);
+        desk.refresh();
+        QCOMPARE(desk.source->workState(), SourceState::failed(u"Jira: add your Jira site and email in Settings."_s));
+        desk.http.answer = [](const HttpRequest &) { return HttpReply{{}, {}, u"Host not found."_s}; };
+        desk.prefs.setJiraSite(u"acme.example"_s);
+        desk.refresh();
+        QCOMPARE(desk.source->workState(), SourceState::failed(u"Jira: Host not found."_s)); // one full stop
+    }
+
+    void aModuleThatIsOffIsNotAsked()
+    {
+        Desk desk;
+        desk.keychain.entries.insert(u"Velto.linear"_s, u"t"_s);
+        desk.refresh();
+        desk.prefs.set(Prefs::Module::Prs, false);
+        desk.prefs.set(Prefs::Module::Work, false);
+        desk.refresh();
+        QCOMPARE(desk.tools.ran.size(), 1);
+        QCOMPARE(desk.http.requests.size(), 1);
+        QCOMPARE(desk.source->prState(), SourceState::ready());
+        QCOMPARE(desk.source->prs().size(), 3);
+    }
+
+    void onlyChangesAreAnnounced()
+    {
+        Desk desk;
+        desk.keychain.entries.insert(u"Velto.linear"_s, u"t"_s);
+        const QSignalSpy changed(desk.source.get(), &WorkSource::changed);
+        desk.refresh();
+        QCOMPARE(changed.count(), 2);
+        desk.refresh();
+        QCOMPARE(changed.count(), 2);
+    }
+
+    void aSourceThatGoesWhileAskedLeavesNothingBehind()
+    {
+        for (int steps = 0; steps < 8; ++steps) {
+            Desk desk;
+            for (const QString &tool : {u"Velto.linear"_s, u"Velto.jira"_s, u"Velto.slack"_s})
+                desk.keychain.entries.insert(tool, u"t"_s);
+            desk.source->refresh(true);
+            for (int i = 0; i < steps && desk.background.pending() > 0; ++i)
+                desk.background.finish();
+            desk.source.reset();
+            desk.background.finishAll();
+        }
+    }
+
+private:
+    /// What a source leans on, and the source itself.
+    struct Desk : StoreDesk {
+        FakeHttp http;
+        std::unique_ptr<WorkSource> source =
+            std::make_unique<WorkSource>(WorkSource::Needs{clock, background, tools, http, keychain, prefs});
+
+        Desk()
+        {
+            for (const Prefs::Module module : {Prefs::Module::Prs, Prefs::Module::Work})
+                prefs.set(module, true);
+            prefs.setJiraSite(u"acme.atlassian.net"_s);
+            prefs.setJiraEmail(u"sam@acme.example"_s);
+            tools.installed.insert(u"gh"_s);
+            tools.answers.insert(kGh, {true, fixture("worktools/gh.json"), {}});
+            answer();
+        }
+
+        void refresh(bool force = true)
+        {
+            source->refresh(force);
+            background.finishAll();
+        }
+
+        /// The answers of services that work, each with one item; a tool's status can be given.
+        void answer(int linear = 200, int jira = 200, int slack = 200)
+        {
+            http.answer = [=, this](const HttpRequest &request) {
+                const QString host = request.url.host();
+                if (host.contains("linear"_L1))
+                    return HttpReply{linear, fixture("worktools/linear.json"), {}};
+                if (host.contains("atlassian"_L1))
+                    return HttpReply{jira, fixture("worktools/jira.json"), {}};
+                const QByteArray ts = QByteArray::number(clock.wallTime().toSecsSinceEpoch());
+                return request.url.path().endsWith("auth.test"_L1)
+                    ? HttpReply{slack, fixture("worktools/slack-auth.json"), {}}
+                    : HttpReply{slack, fixture("worktools/slack-search.json").replace("1795161599.999", ts), {}};
+            };
+        }
+    };
+};
+
+const Registered<WorkSourceTest> registered;
+
+} // namespace velto
+
+#include "WorkSourceTest.moc"

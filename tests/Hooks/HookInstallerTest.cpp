@@ -1,0 +1,239 @@
+#include "Hooks/HookInstaller.h"
+#include "Fixture.h"
+#include "Hooks/Hooks.h"
+#include "Platform/Fake/FakeClock.h"
+#include "Platform/Posix/FilesTesting.h"
+#include "Platform/Posix/PosixFiles.h"
+#include "RunTests.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+using namespace velto;
+
+namespace {
+
+const QString kToken = u"0123456789abcdef0123456789abcdef0123456789abcdef"_s;
+
+/// Another program gets its turn right before the file is put in place.
+class MeddledFiles final : public Files {
+public:
+    std::function<void(const QString &path)> meddle;
+
+    std::variant<QByteArray, FileError> read(const QString &path, qint64 maximum) const override
+    {
+        return m_files.read(path, maximum);
+    }
+    std::optional<FileError> replace(const QString &path, const QByteArray &bytes,
+                                     const std::function<bool()> &stillWanted) override
+    {
+        return m_files.replace(path, bytes, [&] {
+            if (meddle)
+                meddle(path);
+            return !stillWanted || stillWanted();
+        });
+    }
+
+private:
+    FaultyCalls m_calls;
+    PosixFiles m_files{m_calls};
+};
+
+} // namespace
+
+class HookInstallerTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_files.meddle = {};
+        m_home = std::make_unique<QTemporaryDir>(scratchTemplate());
+        m_folder = m_home->filePath(u".claude"_s);
+        m_path = m_folder + u"/settings.json"_s;
+        m_clock.setWallTime(QDateTime(QDate(2026, 11, 15), QTime(19, 20), Qt::UTC).toOffsetFromUtc(3600));
+    }
+
+    void aNewUserGetsAPrivateFileAndNoBackup()
+    {
+        HookInstaller installer(m_files, m_clock, m_home->path(), kToken);
+        QCOMPARE(installer.install(), std::nullopt);
+        QCOMPARE(filesIn(m_folder), QStringList{u"settings.json"_s});
+        QCOMPARE(modeOf(m_path), 0600);
+        const QJsonObject hooks = QJsonDocument::fromJson(readFile(m_path)).object().value("hooks"_L1).toObject();
+        const auto group = [](const QString &command, std::optional<int> timeout) {
+            QJsonObject item{{u"type"_s, u"command"_s}, {u"command"_s, command}};
+            if (timeout)
+                item.insert(u"timeout"_s, *timeout);
+            return QJsonArray{QJsonObject{{u"hooks"_s, QJsonArray{item}}}};
+        };
+        const QJsonObject expected{{u"Stop"_s, group(hookCommand(kToken), {})},
+                                   {u"Notification"_s, group(hookCommand(kToken), {})},
+                                   {u"PermissionRequest"_s, group(permissionCommand(kToken), 40)}};
+        QCOMPARE(hooks, expected);
+        QCOMPARE(installer.uninstall(), std::nullopt);
+        QCOMPARE(readFile(m_path), QByteArray("{}\n"));
+    }
+
+    void eachEditKeepsACopyOfItsOwn()
+    {
+        const QByteArray settings = fixture("claude-settings/everyday.json");
+        prepare(settings, 0644);
+        HookInstaller installer(m_files, m_clock, m_home->path(), kToken);
+        QCOMPARE(installer.install(), std::nullopt);
+        QCOMPARE(modeOf(m_path), 0644);
+        const QByteArray installed = readFile(m_path);
+        QCOMPARE(installer.uninstall(), std::nullopt);
+        QCOMPARE(readFile(m_path), settings);
+
+        const QString first = m_path + u".velto-backup-2026-11-15T19-20-00Z"_s;
+        QCOMPARE(readFile(first), settings);
+        QCOMPARE(modeOf(first), 0600);
+        QCOMPARE(readFile(first + u"-2"_s), installed); // within the same second
+        QCOMPARE(filesIn(m_folder).size(), 3);
+    }
+
+    void hooksOfAnOlderVersionAreReplaced()
+    {
+        prepare(fixture("claude-settings/older-velto.json"));
+        HookInstaller installer(m_files, m_clock, m_home->path(), kToken);
+        QVERIFY(installer.present());
+        QVERIFY(installer.needsUpgrade());
+        QCOMPARE(installer.install(), std::nullopt);
+        QVERIFY(installer.present());
+        QVERIFY(!installer.needsUpgrade());
+        QVERIFY(!readFile(m_path).contains("00112233"));
+        QVERIFY(readFile(m_path).contains("say done"));
+        QVERIFY(HookInstaller(m_files, m_clock, m_home->path(), u"another"_s).needsUpgrade());
+    }
+
+    void whatIsThereIsFoundByItsText_data()
+    {
+        columns<QByteArray, bool, bool>({"settings", "present", "needsUpgrade"});
+        const QByteArray token = kToken.toUtf8();
+        QTest::newRow("nothing") << QByteArray("{}") << false << false;
+        QTest::newRow("other secret") << QByteArray("127.0.0.1:4747/permission") << true << true;
+        QTest::newRow("before questions") << "127.0.0.1:4747/event " + token << true << true;
+        QTest::newRow("current") << "127.0.0.1:4747/permission " + token << true << false;
+        QTest::newRow("not text") << "127.0.0.1:4747/ \xFF" + token << false << false;
+    }
+    void whatIsThereIsFoundByItsText()
+    {
+        QFETCH(QByteArray, settings);
+        const HookInstaller installer(m_files, m_clock, m_home->path(), kToken);
+        QVERIFY(!installer.present());
+        prepare(settings);
+        QTEST(installer.present(), "present");
+        QTEST(installer.needsUpgrade(), "needsUpgrade");
+    }
+
+    void whatCannotBeEditedStaysAsItIs_data()
+    {
+        columns<QByteArray, int, int>({"settings", "mode", "copies"});
+        QTest::newRow("not JSON") << QByteArray("{") << 0600 << 0;
+        QTest::newRow("no object") << QByteArray("[]") << 0600 << 0;
+        QTest::newRow("empty") << QByteArray("") << 0600 << 0;
+        QTest::newRow("read-only") << QByteArray("{}") << 0444 << 1;
+    }
+    void whatCannotBeEditedStaysAsItIs()
+    {
+        QFETCH(QByteArray, settings);
+        QFETCH(int, mode);
+        prepare(settings, mode_t(mode));
+        HookInstaller installer(m_files, m_clock, m_home->path(), kToken);
+        const auto problem = installer.install();
+        QVERIFY(problem && !problem->isEmpty());
+        QCOMPARE(readFile(m_path), settings);
+        QTEST(int(filesIn(m_folder).size() - 1), "copies");
+    }
+
+    void aChangeByAnotherProgramIsTakenIn()
+    {
+        prepare("{\"model\": \"opus\"}");
+        HookInstaller installer(m_files, m_clock, m_home->path(), kToken);
+        int left = 2;
+        m_files.meddle = [&](const QString &path) {
+            if (path == m_path && left-- > 0)
+                writeFile(m_path, "{\"model\": \"opus\", \"added\": " + QByteArray::number(left) + "}");
+        };
+        QCOMPARE(installer.install(), std::nullopt);
+        const QJsonObject settings = QJsonDocument::fromJson(readFile(m_path)).object();
+        QCOMPARE(settings.value("added"_L1), QJsonValue(0));
+        QVERIFY(settings.contains("hooks"_L1));
+    }
+
+    void aFileThatAppearsMeanwhileIsTakenIn()
+    {
+        HookInstaller installer(m_files, m_clock, m_home->path(), kToken);
+        m_files.meddle = [&](const QString &path) {
+            if (path == m_path && !QFile::exists(m_path))
+                writeFile(m_path, "{\"first\": true}");
+        };
+        QCOMPARE(installer.install(), std::nullopt);
+        QVERIFY(QJsonDocument::fromJson(readFile(m_path)).object().contains("first"_L1));
+    }
+
+    void aFileThatKeepsChangingIsLeftAlone()
+    {
+        prepare("{}");
+        HookInstaller installer(m_files, m_clock, m_home->path(), kToken);
+        int turn = 0;
+        QByteArray theirs;
+        m_files.meddle = [&](const QString &path) {
+            if (path != m_path)
+                return;
+            theirs = "{\"turn\":" + QByteArray::number(++turn) + '}';
+            writeFile(m_path, theirs);
+        };
+        QCOMPARE(installer.install(), u"Another program kept changing your Claude settings file, so Velto left it alone."_s);
+        QCOMPARE(readFile(m_path), theirs);
+        QVERIFY(turn > 1 && turn < 20);
+        QCOMPARE(filesIn(m_folder, u".velto-*"_s), QStringList());
+    }
+
+    void eachFailingStepLeavesTheSettingsOldOrNew()
+    {
+        const QByteArray settings = fixture("claude-settings/everyday.json");
+        int refused = 0;
+        for (int step = 1;; ++step) {
+            init();
+            prepare(settings);
+            FaultyCalls calls;
+            calls.failAt = step;
+            PosixFiles files(calls);
+            const auto problem = HookInstaller(files, m_clock, m_home->path(), kToken).install();
+            QCOMPARE(readFile(m_path).contains(kToken.toUtf8()), !problem);
+            const QStringList copies = filesIn(m_folder, u"*.velto-backup-*"_s);
+            if (problem)
+                QCOMPARE(readFile(m_path), settings);
+            else
+                QVERIFY(!copies.isEmpty());
+            for (const QString &copy : copies)
+                QCOMPARE(readFile(m_folder + u'/' + copy), settings);
+            refused += problem ? 1 : 0;
+            if (calls.steps < step)
+                break;
+        }
+        QVERIFY(refused > 15);
+    }
+
+private:
+    void prepare(const QByteArray &settings, mode_t mode = 0600)
+    {
+        QDir().mkpath(m_folder);
+        writeFile(m_path, settings, mode);
+    }
+
+    std::unique_ptr<QTemporaryDir> m_home;
+    QString m_folder;
+    QString m_path;
+    MeddledFiles m_files;
+    FakeClock m_clock;
+};
+
+static const Registered<HookInstallerTest> registered;
+
+#include "HookInstallerTest.moc"

@@ -1,0 +1,179 @@
+#include "Tabs/Agents/AgentsPage.h"
+
+#include <QSignalSpy>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+/// The tab as a person sees it, and what a refresh does to it.
+class AgentsViewTest : public AgentsPage {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyStateDrawsWithoutAWarning_data()
+    {
+        QTest::addColumn<QByteArray>("listing");
+        const QByteArray when = ",\"cwd\":\"/home/me/p\",\"startedAt\":" + QByteArray::number(1795250000000LL) + "}";
+        QTest::newRow("none") << QByteArray("[]");
+        QTest::newRow("failed") << QByteArray("no JSON");
+        QTest::newRow("no claude") << QByteArray();
+        QTest::newRow("working") << QByteArray("[{\"id\":\"a\",\"state\":\"working\"" + when + "]");
+        QTest::newRow("stale") << QByteArray("[{\"id\":\"a\",\"state\":\"blocked\",\"startedAt\":1}]");
+        QTest::newRow("hostile") << QByteArray("[{\"id\":\"a\",\"state\":\"blocked\",\"name\":\"<img src=x>\\u202e"
+                                               + QByteArray(10000, 'x') + "\"" + when + "]");
+    }
+
+    void everyStateDrawsWithoutAWarning()
+    {
+        QFETCH(QByteArray, listing);
+        m_world->setListing(listing);
+        if (listing.isEmpty())
+            m_world->tools.installed.remove(u"claude"_s);
+        m_world->refresh();
+        ViewPage::show(m_world->agents, 400);
+        QVERIFY(!m_world->agents.scanned());
+        QVERIFY(m_world->agents.scanning()); // it looks around when it is first seen
+        m_world->background.finishAll();
+        QVERIFY(m_world->agents.scanned());
+        QVERIFY(button(u"Scan this Mac"_s));
+        QVERIFY(!m_view->grabWindow().isNull());
+        for (QQuickItem *row : rows())
+            QVERIFY(row->width() <= 732);
+    }
+
+    void sevenWaitingFoldAndSixDoNot()
+    {
+        show(0, 6);
+        QCOMPARE(rows().size(), 6);
+        QVERIFY(!button(u"Show 1 more"_s));
+        m_world->setSessions(0, 7);
+        m_world->refresh();
+        m_view->resize(732, 900);
+        QTRY_COMPARE(rows().size(), 6);
+        QTRY_VERIFY(button(u"Show 1 more"_s));
+        click(button(u"Show 1 more"_s));
+        QTRY_COMPARE(rows().size(), 7);
+        click(button(u"Show fewer"_s));
+        QTRY_COMPARE(rows().size(), 6);
+        click(button(u"Clear waiting"_s));
+        QTRY_COMPARE(rows().size(), 0);
+        QCOMPARE(m_world->prefs.dismissedAgentIDs().size(), 7);
+    }
+
+    void sessionsOfTheOtherMachineStandBelow()
+    {
+        show();
+        QVERIFY(named(u"No agents are running right now"_s));
+        QVERIFY(!named(u"On your other Mac · via Quillbox"_s));
+        const QByteArray at = m_world->clock.wallTime().toUTC().addSecs(-180).toString(u"yyyy-MM-dd HH:mm:ss"_s).toLatin1();
+        m_world->connectHub(
+            "{\"todos\": [], \"heard\": [], \"written_today\": {}, \"handoffs\": [{\"id\": 1, \"name\": \"Handoff · web\", "
+            "\"device\": \"air\", \"at\": \""
+            + at + "\"}]}");
+        QTRY_VERIFY(named(u"On your other Mac · via Quillbox"_s));
+        QVERIFY(named(u"Other Mac: web, 3 min ago"_s));
+        QVERIFY(!named(u"No agents are running right now"_s));
+    }
+
+    void connectingIsAgreedToInASheet()
+    {
+        show();
+        const QString settings = u"/home/me/.claude/settings.json"_s;
+        click(button(u"Connect…"_s));
+        QTRY_VERIFY(button(u"Add hooks"_s));
+        QVERIFY(m_ui->sheetOpen());
+        press(Qt::Key_Escape);
+        QTRY_VERIFY(!button(u"Add hooks"_s));
+        QVERIFY(!m_ui->sheetOpen());
+        QVERIFY(!m_world->files.contents.contains(settings));
+
+        m_world->files.failure = u"The disk is full."_s;
+        click(button(u"Connect…"_s));
+        QTRY_VERIFY(button(u"Add hooks"_s));
+        click(button(u"Add hooks"_s));
+        QTRY_VERIFY(button(u"Connect…"_s)); // the card stays, and says why
+        QVERIFY(!m_world->agents.hookErrorText().isEmpty());
+
+        m_world->files.failure.clear();
+        click(button(u"Connect…"_s));
+        QTRY_VERIFY(button(u"Add hooks"_s));
+        press(Qt::Key_Tab);
+        for (int i = 0; i < 5 && !button(u"Add hooks"_s)->hasActiveFocus(); ++i)
+            press(Qt::Key_Tab); // stays inside the sheet
+        QVERIFY(button(u"Add hooks"_s)->hasActiveFocus());
+        press(Qt::Key_Return);
+        QTRY_VERIFY(!button(u"Connect…"_s));
+        QVERIFY(m_world->files.contents.value(settings).contains("127.0.0.1:4747/permission"));
+        click(button(u"Disconnect"_s));
+        QTRY_VERIFY(button(u"Connect…"_s));
+        QVERIFY(!m_world->files.contents.value(settings).contains("127.0.0.1:4747"));
+    }
+
+    void aRowKeepsItsIdentityAndItsMenuOverARefresh()
+    {
+        show(0, 3);
+        QTRY_VERIFY(row(u"s1"_s));
+        const QPointer<QQuickItem> kept = row(u"s1"_s);
+        kept->forceActiveFocus();
+        press(Qt::Key_Space);
+        QTRY_VERIFY(kept->property("menuOpen").toBool());
+        m_world->setSessions(1, 3); // s0 works now, s3 is new
+        m_world->refresh();
+        QTRY_VERIFY(row(u"s3"_s));
+        QVERIFY(kept && row(u"s1"_s) == kept);
+        QVERIFY(kept->property("menuOpen").toBool());
+        press(Qt::Key_Down);
+        press(Qt::Key_Return); // "Hide session"
+        QTRY_VERIFY(!row(u"s1"_s));
+        QVERIFY(m_world->prefs.dismissedAgentIDs().contains(u"s1"_s));
+        QVERIFY(!m_ui->sheetOpen());
+    }
+
+    void aPageAtItsTopStaysThere()
+    {
+        show();
+        for (const int working : {0, 2, 5}) {
+            m_world->setSessions(working, 8);
+            m_world->refresh();
+            QTRY_COMPARE(rows().size(), working + 6);
+            QTRY_COMPARE(list()->property("contentY"), list()->property("originY"));
+        }
+        // Who has scrolled away keeps in sight what is there.
+        list()->setProperty("contentY", list()->property("originY").toDouble() + 300);
+        m_view->grabWindow();
+        const QPointer<QQuickItem> kept = rows().last();
+        const QString id = kept->property("agentId").toString();
+        const double place = kept->mapToScene({0, 0}).y();
+        m_world->setSessions(6, 7);
+        m_world->refresh();
+        QTRY_COMPARE(m_world->agents.runningCount(), 6);
+        m_view->grabWindow();
+        QVERIFY(kept && row(id) == kept);
+        QVERIFY(std::abs(kept->mapToScene({0, 0}).y() - place) < 60);
+    }
+
+    void aRefreshThatBringsNothingDrawsNothing()
+    {
+        show(0, 500);
+        m_world->agents.toggleWaiting();
+        QTRY_VERIFY(rows().size() > 6);
+        QVERIFY(rows().size() < 60); // only those in sight exist
+        QTest::qWait(50);
+        const QSignalSpy frames(m_view.get(), &QQuickWindow::frameSwapped);
+        const QSignalSpy changes(&m_world->agents, &AgentsSource::changed);
+        m_world->refresh();
+        QTest::qWait(100);
+        QCOMPARE(frames.count(), 0);
+        QCOMPARE(changes.count(), 0);
+        m_world->setSessions(1, 499);
+        m_world->refresh();
+        QTRY_VERIFY(frames.count() > 0); // or the counting itself sees nothing
+    }
+};
+
+const Registered<AgentsViewTest> registered;
+
+} // namespace velto
+
+#include "AgentsViewTest.moc"

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "Fixture.h"
+#include "StoreDesk.h"
+
+#include "Core/TerminalApp.h"
+#include "Hooks/HookInstaller.h"
+#include "Hooks/HookListener.h"
+#include "Platform/Fake/FakeFiles.h"
+#include "Tabs/Agents/AgentsSource.h"
+
+#include <QSignalSpy>
+
+namespace velto {
+
+/// A source on a desk of its own, where Claude Code lists what the test says.
+struct Desk : StoreDesk {
+    Desk()
+    {
+        tools.installed.insert(QStringLiteral("claude"));
+        source.onPeek = [this](const Peek &peek) { peeks.append(peek); };
+    }
+
+    void list(const QByteArray &json) { tools.answers[QStringLiteral("claude agents --json")] = {true, json, {}}; }
+    /// A whole refresh in which Claude Code lists this.
+    void refresh(const QByteArray &json)
+    {
+        list(json);
+        source.refresh();
+        background.finishAll();
+    }
+    /// One session of the listing, started this long ago.
+    QByteArray session(const char *id, const char *state, std::chrono::seconds age = std::chrono::minutes(5)) const
+    {
+        const qint64 start = clock.wallTime().toMSecsSinceEpoch() - std::chrono::milliseconds(age).count();
+        return "{\"id\":\"" + QByteArray(id) + "\",\"state\":\"" + state + "\",\"cwd\":\"/home/me/" + id
+            + "\",\"startedAt\":" + QByteArray::number(start) + "}";
+    }
+
+    FakeFiles files;
+    FakeApplications applications;
+    FakeTerminals terminals;
+    TerminalApp terminal{defaults, terminals, places};
+    HookInstaller installer{files, clock, places.home, QString(48, u'a')};
+    AgentsSource source{{clock, background, tools, files, applications, workspace, prefs, terminal, places, installer, nullptr}};
+    QSignalSpy changes{&source, &VeltoSource::changed};
+};
+
+} // namespace velto

@@ -1,0 +1,266 @@
+#include "RunTests.h"
+#include "Tabs/Agents/Desk.h"
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using namespace velto;
+
+namespace {
+
+const QString kSession = u"aefe0d0b-131d-43a7-b83d-daf04de24178"_s;
+
+HookEvent bare(const QString &name)
+{
+    HookEvent result;
+    result.event = name;
+    return result;
+}
+
+HookEvent from(const QString &name)
+{
+    HookEvent result = bare(name);
+    result.sessionId = kSession;
+    result.cwd = u"/home/me/proj"_s;
+    return result;
+}
+
+} // namespace
+
+/// Hook calls, permission questions, and the card that connects them.
+class HooksTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void aFinishedSessionSpeaksOnceInThreeMinutes()
+    {
+        Desk desk;
+        desk.source.hook(from(u"Stop"_s));
+        QCOMPARE(desk.texts(), QStringList{u"proj is done"_s});
+        QCOMPARE(desk.peeks[0].resume, kSession);
+        desk.clock.advance(179s + 999ms);
+        desk.source.hook(from(u"Stop"_s));
+        QCOMPARE(desk.peeks.size(), 1);
+        desk.clock.advance(1ms);
+        desk.source.hook(from(u"Stop"_s));
+        QCOMPARE(desk.peeks.size(), 2);
+        HookEvent other = from(u"Stop"_s);
+        other.sessionId.reset();
+        desk.source.hook(other); // told by its name, and so another one
+        QCOMPARE(desk.peeks.size(), 3);
+        // A clock that was set back by a day doesn't silence a session for a day.
+        desk.clock.setWallTime(desk.clock.wallTime().addDays(-1));
+        desk.source.hook(from(u"Stop"_s));
+        QCOMPARE(desk.peeks.size(), 4);
+    }
+
+    void aFinishedPeekThatWasHeldBackDoesNotCount()
+    {
+        Desk desk;
+        desk.applications.frontmostNow = u"com.microsoft.VSCode"_s;
+        desk.source.hook(from(u"Stop"_s));
+        desk.prefs.setPeekOnFinish(false);
+        desk.applications.frontmostNow.clear();
+        desk.source.hook(from(u"Stop"_s));
+        QVERIFY(desk.peeks.isEmpty());
+        desk.prefs.setPeekOnFinish(true);
+        desk.source.hook(from(u"Stop"_s));
+        QCOMPARE(desk.peeks.size(), 1);
+    }
+
+    void notificationsSpeakAlsoOverATerminalAndWithTheModuleOff()
+    {
+        Desk desk;
+        desk.applications.frontmostNow = u"com.apple.Terminal"_s;
+        desk.prefs.set(Prefs::Module::Agents, false);
+        HookEvent told = from(u"Notification"_s);
+        told.message = u"Claude is waiting for your input"_s;
+        desk.source.hook(told);
+        desk.source.hook(bare(u"Notification"_s));
+        QCOMPARE(desk.texts(), (QStringList{u"Claude is waiting for your input"_s, u"An agent needs you"_s}));
+        QCOMPARE(desk.background.pending(), 0);
+    }
+
+    void namesTheSessionAsTheListingDoes()
+    {
+        Desk desk;
+        desk.refresh("[{\"id\":\"x\",\"name\":\"Fix it\",\"state\":\"working\",\"startedAt\":1,\"sessionId\":\""
+                     + kSession.toUtf8() + "\"},{\"id\":\"y\",\"name\":\"Nameless\",\"state\":\"working\",\"startedAt\":0}]");
+        desk.source.hook(from(u"Stop"_s));
+        desk.source.hook(bare(u"Notification"_s)); // without an id it is the first session without one
+        QCOMPARE(desk.texts(), (QStringList{u"Fix it is done"_s, u"Nameless needs you"_s}));
+    }
+
+    void aPermissionQuestionBecomesAPeekThatDecides()
+    {
+        Desk desk;
+        QList<std::optional<bool>> answers;
+        const auto reply = [&answers](std::optional<bool> answer) {
+            answers.append(answer);
+            return answers.size() < 2;
+        };
+        HookEvent asked = from(u"PermissionRequest"_s);
+        desk.source.permission(asked, 1, reply);
+        asked.tool = u"Bash"_s;
+        asked.toolDetail = u"touch x"_s;
+        desk.source.permission(asked, 2, reply);
+        QCOMPARE(desk.texts(), (QStringList{u"proj: needs permission"_s, u"proj: Bash touch x"_s}));
+        QCOMPARE(desk.peeks[1].symbol, u"lock.shield"_s);
+        QVERIFY(answers.isEmpty());
+        desk.peeks[1].decide(false);
+        QCOMPARE(answers, QList<std::optional<bool>>{false});
+        desk.peeks[0].decide(true); // its asker has gone meanwhile
+        QCOMPARE(desk.peeks.last().text, u"Too late: proj no longer waits for that answer"_s);
+    }
+
+    void aQuestionIsOverByManySigns_data()
+    {
+        columns<QString>({"sign"});
+        for (const char *sign : {"gone", "Stop", "SessionEnd", "asks again", "works", "left"})
+            QTest::newRow(sign) << QString::fromLatin1(sign);
+    }
+    void aQuestionIsOverByManySigns()
+    {
+        QFETCH(QString, sign);
+        Desk desk;
+        const auto listing = [](const char *status) {
+            return "[{\"sessionId\":\"" + kSession.toUtf8() + "\",\"startedAt\":1,\"status\":\"" + status + "\"}]";
+        };
+        desk.refresh(listing("waiting"));
+        QList<QUuid> over;
+        desk.source.onWithdraw = [&over](const QUuid &peek) { over.append(peek); };
+        const auto reply = [](std::optional<bool>) { return true; };
+        desk.list(listing("busy")); // begun before the question, it ends after
+        desk.source.refresh();
+        desk.clock.advance(1ms);
+        desk.source.permission(from(u"PermissionRequest"_s), 7, reply);
+        HookEvent other = from(u"Stop"_s);
+        other.sessionId = u"12345678-131d-43a7-b83d-daf04de24178"_s;
+        desk.source.hook(other);
+        desk.source.withdrawn(8);
+        desk.background.finishAll();
+        desk.clock.advance(1s);
+        desk.refresh(listing("waiting"));
+        QVERIFY(over.isEmpty());
+        if (sign == u"gone"_s)
+            desk.source.withdrawn(7);
+        else if (sign == u"asks again"_s)
+            desk.source.permission(from(u"PermissionRequest"_s), 9, reply);
+        else if (sign == u"works"_s)
+            desk.refresh(listing("busy"));
+        else if (sign == u"left"_s)
+            desk.refresh("[]");
+        else
+            desk.source.hook(from(sign));
+        QCOMPARE(over, QList{desk.peeks[0].id});
+    }
+
+    void oneQuestionIsAnnouncedOnce()
+    {
+        Desk desk;
+        const auto listing = [&desk](const char *status) {
+            desk.refresh("[{\"name\":\"fix\",\"sessionId\":\"" + kSession.toUtf8() + "\",\"startedAt\":1,\"status\":\"" + status
+                         + "\"}]");
+        };
+        HookEvent told = from(u"Notification"_s);
+        told.message = u"Claude needs your permission"_s;
+        told.notification = u"permission_prompt"_s;
+        listing("busy");
+        desk.source.permission(from(u"PermissionRequest"_s), 1, [](std::optional<bool>) { return true; });
+        desk.source.hook(told);
+        listing("waiting");
+        desk.peeks[0].decide(true);
+        desk.clock.advance(15s);
+        desk.source.hook(told);
+        listing("busy");
+        listing("waiting");
+        QCOMPARE(desk.peeks.size(), 1);
+        desk.clock.advance(1ms);
+        desk.source.hook(told);
+        QCOMPARE(desk.texts().last(), u"Claude needs your permission"_s);
+        QCOMPARE(desk.peeks.last().aside, u"fix"_s);
+        listing("busy");
+        listing("waiting"); // the same question
+        QCOMPARE(desk.peeks.size(), 2);
+        desk.clock.advance(16s);
+        listing("busy");
+        listing("waiting");
+        QCOMPARE(desk.texts().last(), u"fix needs you"_s);
+    }
+
+    void whatIsNoLongerTrueIsTakenBack()
+    {
+        Desk desk;
+        QSet<QString> back;
+        desk.source.onRetract = [&back](Peek::News news, const QSet<QString> &sessions) {
+            if (news == Peek::News::Finished)
+                back += sessions;
+        };
+        const QByteArray busy = "[{\"sessionId\":\"" + kSession.toUtf8() + "\",\"startedAt\":1,\"status\":\"busy\"}]";
+        desk.source.hook(from(u"Stop"_s));
+        desk.clock.advance(2s);
+        desk.refresh(busy); // not known there yet
+        QVERIFY(back.isEmpty());
+        desk.clock.advance(1s);
+        desk.refresh(busy);
+        QCOMPARE(back, QSet{kSession});
+    }
+
+    void leavesTheQuestionToTheTerminal_data()
+    {
+        columns<QString, int>({"why", "peeks"});
+        QTest::newRow("module off") << u"off"_s << 0;
+        QTest::newRow("nobody shows Peeks") << u"deaf"_s << 0;
+        QTest::newRow("terminal in front") << u"com.mitchellh.ghostty"_s << 0;
+        QTest::newRow("editor in front") << u"com.todesktop.cursor"_s << 0;
+        QTest::newRow("a question in words") << u"words"_s << 1;
+    }
+    void leavesTheQuestionToTheTerminal()
+    {
+        QFETCH(QString, why);
+        QFETCH(int, peeks);
+        Desk desk;
+        HookEvent asked = from(u"PermissionRequest"_s);
+        asked.tool = why == u"words"_s ? u"AskUserQuestion"_s : u"Bash"_s;
+        if (why == u"off"_s)
+            desk.prefs.set(Prefs::Module::Agents, false);
+        else if (why == u"deaf"_s)
+            desk.source.onPeek = {};
+        else
+            desk.applications.frontmostNow = why;
+        int unanswered = 0;
+        desk.source.permission(asked, 1, [&unanswered](std::optional<bool> answer) {
+            unanswered += !answer;
+            return true;
+        });
+        QCOMPARE(unanswered, 1);
+        QCOMPARE(desk.peeks.size(), peeks);
+        if (peeks == 1) {
+            QCOMPARE(desk.peeks[0].text, u"proj needs you"_s);
+            QVERIFY(!desk.peeks[0].isQuestion());
+        }
+    }
+
+    void theCardStandsUntilTheHooksAreConnected()
+    {
+        Desk desk;
+        QVERIFY(!desk.source.offersHooks()); // nothing is known yet
+        desk.refresh("[]");
+        QVERIFY(desk.source.offersHooks());
+        const QString settings = u"/home/me/.claude/settings.json"_s;
+        desk.files.contents.insert(settings, "[]");
+        desk.source.installHooks();
+        QVERIFY(!desk.source.hookErrorText().isEmpty());
+        QVERIFY(desk.source.offersHooks());
+        desk.files.contents.remove(settings);
+        desk.source.installHooks();
+        QVERIFY(desk.source.hookErrorText().isEmpty());
+        QVERIFY(desk.source.hooksInstalled());
+        QVERIFY(!desk.source.offersHooks());
+        desk.source.removeHooks();
+        QVERIFY(desk.source.offersHooks());
+        desk.prefs.set(Prefs::Module::Agents, false);
+        QVERIFY(!desk.source.offersHooks());
+    }
+};
+
+static const Registered<HooksTest> registered;
+#include "HooksTest.moc"

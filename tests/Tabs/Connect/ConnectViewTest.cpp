@@ -1,0 +1,113 @@
+#include "Tabs/Home/TabPage.h"
+
+#include <QQuickItem>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+/// The Connect tab with everything open, as a person walks and presses it.
+class ConnectViewTest : public TabPage {
+    Q_OBJECT
+
+private:
+    void open(QStringList forms)
+    {
+        m_world->prefs.set(Prefs::Module::Mcp, true);
+        m_world->tools.answers.insert(
+            u"claude mcp list"_s, {true, "a: https://a.example - ✔ Connected\nb: https://b.example - ✘ Failed to connect\n", {}});
+        m_world->hub.refresh(true);
+        m_world->background.finishAll();
+        show(m_world->connectTab);
+        for (const QString &form : forms)
+            m_world->connectTab.act(form);
+    }
+
+    void typeInto(const QString &field, const QString &text)
+    {
+        named(field)->forceActiveFocus();
+        type(text);
+    }
+
+private Q_SLOTS:
+    void theKeyboardReachesEveryControl()
+    {
+        open({u"work"_s, u"calendar"_s, u"mcp"_s});
+        QStringList faults;
+        const QStringList round = tabRound(faults);
+        QCOMPARE(faults, QStringList());
+        QVERIFY(round.size() >= 35);
+        QVERIFY(round.indexOf(u"Linear API key"_s) > round.indexOf(u"Claude usage today"_s)); // in the order one reads
+    }
+
+    void tilesAndServersKeepTheirIdentityOverARefresh()
+    {
+        open({u"mcp"_s});
+        QQuickItem *const toggle = named(u"MCP server health"_s);
+        QQuickItem *const inspect = named(u"Inspect: b"_s);
+        QVERIFY(toggle && inspect);
+        inspect->forceActiveFocus();
+        m_world->tools.answers.insert(
+            u"claude mcp list"_s,
+            {true, "new: https://n.example - ✔ Connected\nb: https://b.example - ! Needs authentication\n", {}});
+        m_world->hub.refresh(true);
+        m_world->background.finishAll();
+        QCOMPARE(named(u"MCP server health"_s), toggle);
+        QCOMPARE(named(u"Sign in: b"_s), inspect);
+        QVERIFY(inspect->hasActiveFocus());
+    }
+
+    void aTickThatChangesNothingPaintsNothing()
+    {
+        open({u"work"_s, u"calendar"_s, u"mcp"_s});
+        QCOMPARE(framesWhileNothingChanges(46'000), 0);
+    }
+
+    void aTokenIsTypedSavedAndRemoved()
+    {
+        open({u"work"_s});
+        QVERIFY(!named(u"Save Linear API key"_s)->isEnabled());
+        typeInto(u"Linear API key"_s, u"  "_s);
+        QVERIFY(!named(u"Save Linear API key"_s)->isEnabled());
+        typeInto(u"Linear API key"_s, u"lin_1"_s); // behind the blanks, which are cut off
+        QVERIFY(!named(u"Remove Linear API key"_s));
+        click(named(u"Save Linear API key"_s));
+        m_world->background.finishAll();
+        QCOMPARE(m_world->keychain.entries.value(u"Velto.linear"_s), u"lin_1"_s);
+        QCOMPARE(named(u"Linear API key"_s)->property("text").toString(), QString());
+        click(named(u"Remove Linear API key"_s));
+        m_world->background.finishAll();
+        QVERIFY(m_world->keychain.entries.value(u"Velto.linear"_s).isEmpty());
+        QVERIFY(!named(u"Remove Linear API key"_s));
+    }
+
+    void aServerIsTypedAndAdded()
+    {
+        open({u"mcp"_s});
+        typeInto(u"Server name"_s, u"docs"_s);
+        typeInto(u"HTTPS MCP URL"_s, u"http"_s);
+        QVERIFY(!named(u"Add the MCP server"_s)->isEnabled());
+        QVERIFY(named(u"The address has to begin with https://."_s));
+        typeInto(u"HTTPS MCP URL"_s, u"s://d.example"_s);
+        QVERIFY(!named(u"The address has to begin with https://."_s));
+        press(Qt::Key_Return);
+        QCOMPARE(m_world->terminals.launched.size(), 1);
+        QVERIFY(m_world->terminals.launched[0].second.endsWith(u"claude mcp add --transport http 'docs' 'https://d.example'"_s));
+    }
+
+    void thePanelMakesWayForTheFolders()
+    {
+        open({});
+        m_ui->setPinned(true);
+        QVERIFY(m_ui->expanded());
+        click(named(u"Add folder: Git repos with unsaved work"_s));
+        QCOMPARE(m_world->folderPanel.promptNow, u"Watch"_s);
+        QVERIFY(!m_ui->expanded());
+    }
+};
+
+const Registered<ConnectViewTest> registered;
+
+} // namespace velto
+
+#include "ConnectViewTest.moc"

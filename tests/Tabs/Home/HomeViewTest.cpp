@@ -1,0 +1,162 @@
+#include "Tabs/Home/TabPage.h"
+
+#include "Shell/PanelContents.h"
+#include "Shell/PanelKeys.h"
+
+#include <QQuickItem>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+/// The brief as a person sees it, presses it and walks it with the keyboard.
+class HomeViewTest : public TabPage {
+    Q_OBJECT
+
+private:
+    /// Late and due todos, a meeting, sessions, a priority and a tool that isn't set up.
+    void makeItBusy()
+    {
+        World &w = *m_world;
+        const QDate today = w.clock.wallTime().toLocalTime().date();
+        for (const int days : {-1, 0}) {
+            Todo todo;
+            todo.title = days < 0 ? u"Call the bank"_s : u"Write the notes"_s;
+            todo.due = textOf(today.addDays(days));
+            w.todos.save(todo);
+        }
+        w.setSessions(1, 1);
+        w.prefs.setDailyPriority(u"Ship it"_s);
+        w.prefs.set(Prefs::Module::Prs, true);
+        w.prefs.set(Prefs::Module::Calendar, true);
+        w.prefs.setMeetingTitle(u"Review"_s);
+        w.prefs.setMeetingURL(u"https://meet.example.com/x"_s);
+        w.prefs.setMeetingStart(w.clock.wallTime().addSecs(2990));
+        w.refresh();
+        w.everyday.loadCalendar();
+        w.wait(0);
+    }
+
+    void copyVideo()
+    {
+        m_world->clipboard.setText(u"https://youtu.be/abc"_s);
+        m_world->glances.refresh();
+        m_world->background.finishAll();
+    }
+
+private Q_SLOTS:
+    void theKeyboardReachesEveryControl()
+    {
+        makeItBusy();
+        show(m_world->home);
+        QStringList faults;
+        const QStringList round = tabRound(faults);
+        QCOMPARE(faults, QStringList());
+        QVERIFY(round.size() >= 12);
+        QVERIFY2(!round.filter(u"Join: Review"_s).isEmpty(), qPrintable(round.join(u" / "_s)));
+
+        // From the header, and from nowhere, Down goes to the first row.
+        PanelContents contents(
+            {m_world->hub, m_world->prefs, m_world->everyday, m_world->agents, m_world->todos, m_world->quillbox});
+        const PanelKeys keys(*m_view, *m_ui, contents, m_world->hub, m_world->todos);
+        m_view->activeFocusItem()->setFocus(false);
+        press(Qt::Key_Down);
+        QCOMPARE(focused(), u"1 todo is overdue, Call the bank"_s);
+
+        // Down and Up go from row to row, Return does what the row's button does.
+        named(u"1 todo is overdue, Call the bank"_s)->forceActiveFocus();
+        press(Qt::Key_Down);
+        QVERIFY(focused().startsWith(u"Review in"_s));
+        press(Qt::Key_Return);
+        QCOMPARE(m_world->workspace.opened, QList<QUrl>{QUrl(u"https://meet.example.com/x"_s)});
+        press(Qt::Key_Up);
+        press(Qt::Key_Return);
+        QCOMPARE(m_world->hub.selected(), Tab::Todos);
+    }
+
+    void rowsKeepTheirIdentityOverARefresh()
+    {
+        makeItBusy();
+        show(m_world->home);
+        QQuickItem *const late = named(u"1 todo is overdue, Call the bank"_s);
+        QVERIFY(late);
+        late->forceActiveFocus();
+        Todo todo;
+        todo.title = u"Answer the letter"_s;
+        todo.due = u"2001-01-01"_s;
+        todo.prio = 1;
+        m_world->todos.save(todo);
+        m_world->wait(0);
+        QCOMPARE(nameOf(late), u"2 todos are overdue, Answer the letter"_s);
+        QVERIFY(late->hasActiveFocus());
+        m_world->prefs.setMeetingStart(m_world->clock.wallTime().addSecs(590)); // a row comes, and others move
+        m_world->everyday.loadCalendar();
+        m_world->wait(0);
+        QVERIFY(named(u"Join: Review in 10 min"_s));
+        QVERIFY(late->hasActiveFocus() && late->isVisible());
+    }
+
+    void aTickThatChangesNothingPaintsNothing()
+    {
+        makeItBusy();
+        m_world->setSessions(0, 1); // nothing pulses
+        m_world->prefs.set(Prefs::Module::Calendar, false); // nor counts down
+        m_world->refresh();
+        show(m_world->home);
+        QCOMPARE(framesWhileNothingChanges(46'000), 0);
+    }
+
+    void aVideoPlaysInTheSheetAndGoesWithIt()
+    {
+        copyVideo();
+        show(m_world->home);
+        FakeVideoPlayer &player = m_world->videoPlayer;
+        const auto play = [&] {
+            click(named(u"Play: YouTube video"_s));
+            QTRY_VERIFY(player.htmlNow.contains(u"/embed/abc?"_s));
+            QVERIFY(named(u"Video preview"_s));
+            QVERIFY(m_ui->sheetOpen());
+            QCOMPARE(focused(), u"Close"_s);
+        };
+        play();
+        click(named(u"Open in browser"_s));
+        QCOMPARE(m_world->workspace.opened, QList<QUrl>{QUrl(u"https://youtu.be/abc"_s)});
+        QVERIFY(!player.htmlNow.isEmpty());
+        press(Qt::Key_Escape);
+        QTRY_VERIFY(!named(u"Video preview"_s));
+        QVERIFY(player.htmlNow.isEmpty());
+        QVERIFY(!m_ui->sheetOpen());
+
+        play();
+        Q_EMIT player.failed();
+        QVERIFY(named(u"The video couldn't be played here. Open it in the browser instead."_s));
+        Q_EMIT player.closeWanted(); // Escape, pressed in the video itself
+        QTRY_VERIFY(!named(u"Video preview"_s));
+        QVERIFY(!m_ui->sheetOpen());
+
+        play();
+        m_ui->toggle(); // the panel closes over it
+        QTRY_VERIFY(player.htmlNow.isEmpty());
+        QVERIFY(!m_ui->sheetOpen());
+    }
+
+    void withoutThePlayerTheBrowserOpensAndItSaysSo()
+    {
+        m_world->videoPlayer.here = false;
+        copyVideo();
+        show(m_world->home);
+        click(named(u"Play: YouTube video"_s));
+        QCOMPARE(m_world->workspace.opened, QList<QUrl>{QUrl(u"https://youtu.be/abc"_s)});
+        const QString says = u"Opened in your browser. Videos play here once Qt WebEngine is installed."_s;
+        QVERIFY(named(says));
+        QVERIFY(!named(u"Video preview"_s));
+        m_world->wait(8000);
+        QVERIFY(!named(says));
+    }
+};
+
+const Registered<HomeViewTest> registered;
+
+} // namespace velto
+
+#include "HomeViewTest.moc"

@@ -1,0 +1,150 @@
+#include "Tabs/Quillbox/QuillboxClient.h"
+#include "Core/Http.h"
+#include "HttpStandIn.h"
+#include "Platform/Posix/ThreadPoolBackground.h"
+#include "RunTests.h"
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+/// Every way in which a call to a real server can end, as the sentence that the user reads.
+class QuillboxClientTest : public QObject {
+    Q_OBJECT
+
+    using Answer = HttpStandIn::Answer;
+    static constexpr auto kEmpty = R"({"todos": [], "handoffs": [], "heard": [], "written_today": {}})";
+
+    HttpStandIn m_hub;
+    std::optional<Http> m_http{std::in_place}; // a new one for each test, in the same place
+    ThreadPoolBackground m_background;
+    QuillboxMode m_mode;
+    const QuillboxClient m_client{*m_http, m_background, [this] { return m_mode; }, std::chrono::milliseconds(300)};
+
+private Q_SLOTS:
+    void init()
+    {
+        m_http.emplace();
+        m_hub.requests.clear();
+        m_hub.answer = [](const auto &) { return Answer{200, kEmpty}; };
+        m_mode = QuillboxMode::hub(m_hub.url(), u"qb_secret"_s);
+    }
+
+    void asksAsTheHubExpects()
+    {
+        m_mode = QuillboxMode::hub(m_hub.url(u"/base%20one/"_s), u"qb_secret"_s);
+        QVERIFY(QCoro::waitFor(m_client.snapshot()));
+        const QJsonObject json{{u"title"_s, u"Ring „Ä“"_s}, {u"tags"_s, QJsonArray{u"todo"_s}}};
+        QVERIFY(QCoro::waitFor(m_client.request(u"/api/write"_s, "POST", json, m_mode)));
+        QVERIFY(QCoro::waitFor(m_client.request(u"/api/todo/7/done"_s, "POST", QJsonObject(), m_mode)));
+
+        const HttpStandIn::Request get = m_hub.requests.value(0);
+        QCOMPARE(get.method + ' ' + get.target, QByteArray("GET /base%20one/api/velto"));
+        QCOMPARE(get.headers.value("authorization"), QByteArray("Bearer qb_secret"));
+        QVERIFY(get.body.isEmpty() && !get.headers.contains("content-type"));
+        const HttpStandIn::Request write = m_hub.requests.value(1);
+        QCOMPARE(write.method + ' ' + write.target, QByteArray("POST /base%20one/api/write"));
+        QCOMPARE(write.headers.value("content-type"), QByteArray("application/json"));
+        QCOMPARE(QJsonDocument::fromJson(write.body).object(), json);
+        QCOMPARE(m_hub.requests.value(2).body, QByteArray("{}"));
+        // A token with a line end in it doesn't become a header of its own.
+        m_mode = QuillboxMode::hub(m_hub.url(), u"t\r\nX-Other: 1"_s);
+        QVERIFY(QCoro::waitFor(m_client.snapshot()));
+        QVERIFY(!m_hub.requests.last().headers.contains("x-other"));
+    }
+
+    void eachStatusHasItsSentence_data()
+    {
+        columns<int, QString>({"status", "text"});
+        const QString token = u"Quillbox at 127.0.0.1 didn't accept the token. Paste a new one in Settings → Quillbox."_s;
+        const QString problem = u"Quillbox at 127.0.0.1 had a problem (%1). Velto will try again in a minute."_s;
+        const QString other = u"Quillbox at 127.0.0.1 answered %1. Velto will try again in a minute."_s;
+        QTest::newRow("401") << 401 << token;
+        QTest::newRow("403") << 403 << token;
+        QTest::newRow("404")
+            << 404 << u"The Quillbox hub at 127.0.0.1 is older than this version of Velto. Update the hub, then press Refresh."_s;
+        for (const int status : {500, 503, 599})
+            QTest::addRow("%d", status) << status << problem.arg(status);
+        for (const int status : {201, 204, 302, 400, 429, 600})
+            QTest::addRow("%d", status) << status << other.arg(status);
+    }
+
+    void eachStatusHasItsSentence()
+    {
+        QFETCH(int, status);
+        QFETCH(QString, text);
+        m_hub.answer = [&](const auto &) { return Answer{status, status == 204 ? "" : kEmpty}; };
+        const auto answer = QCoro::waitFor(m_client.snapshot());
+        QVERIFY(!answer);
+        QCOMPARE(answer.error(), (HubError{status, text}));
+        QCOMPARE(QCoro::waitFor(m_client.test(m_mode.url(), u"t"_s)), text);
+        QCOMPARE(m_hub.requests.last().headers.value("authorization"), QByteArray("Bearer t"));
+    }
+
+    void noAnswerHasOneSentence()
+    {
+        m_hub.answer = [](const auto &) { return Answer{200, kEmpty, {}, HttpStandIn::Manner::CutOff}; };
+        const QString text = u"Can't reach Quillbox at 127.0.0.1. Check your internet connection, or the address in Settings."_s;
+        QCOMPARE(QCoro::waitFor(m_client.snapshot()).error(), (HubError{-1, text}));
+    }
+
+    void anAddressThatLeadsNowhereIsOneToo()
+    {
+        const QString text = u"Can't reach Quillbox at %1. Check your internet connection, or the address in Settings."_s;
+        const auto answer = [this](const char *url) { return QCoro::waitFor(m_client.test(QUrl(QLatin1StringView(url)), {})); };
+        QCOMPARE(answer("http://hub.invalid"), text.arg(u"hub.invalid"_s));
+        QCOMPARE(answer("hub:"), text.arg(u"the hub"_s));
+        QCOMPARE(answer("file:///etc"), text.arg(u"the hub"_s));
+    }
+
+    void aDocumentOfAnotherKindIsNotUnderstood_data()
+    {
+        columns<QByteArray, QString>({"body", "why"});
+        QTest::newRow("a page") << QByteArray("<html>Sign in</html>") << u"It is no JSON from byte 0 on"_s;
+        QTest::newRow("an older hub") << QByteArray(kEmpty).replace(", \"written_today\": {}", "")
+                                      << u"\"written_today\" is missing"_s;
+        QTest::newRow("cut off by the sender") << QByteArray(kEmpty).chopped(1) << u"It is no JSON from byte 62 on"_s;
+    }
+
+    void aDocumentOfAnotherKindIsNotUnderstood()
+    {
+        QFETCH(QByteArray, body);
+        QFETCH(QString, why);
+        m_hub.answer = [&](const auto &) { return Answer{200, body}; };
+        const auto answer = QCoro::waitFor(m_client.snapshot());
+        QCOMPARE(
+            answer.error(),
+            (HubError{0,
+                      u"Quillbox sent data this version of Velto doesn't understand. Update Velto or the hub. (%1)"_s.arg(why)}));
+        QCOMPARE(QCoro::waitFor(m_client.test(m_mode.url(), {})), std::nullopt); // a test asks for no more than a 200
+    }
+
+    void withoutAHubNothingGoesOut()
+    {
+        for (const QuillboxMode &mode : {QuillboxMode::missing(), QuillboxMode::local(u"/q"_s)}) {
+            m_mode = mode;
+            QCOMPARE(QCoro::waitFor(m_client.snapshot()).error(),
+                     (HubError{0, u"Quillbox isn't connected. Connect it in Settings."_s}));
+        }
+        QVERIFY(m_hub.requests.isEmpty());
+        QCOMPARE(QuillboxClient(*m_http, m_background).current(), QuillboxMode::missing());
+    }
+
+    void manyCallsAtOnceAndAClientThatGoes()
+    {
+        std::vector<QuillboxClient::Answer<VeltoSnapshot>> answers;
+        {
+            const QuillboxClient client(*m_http, m_background, [this] { return m_mode; });
+            for (int i = 0; i < 20; ++i)
+                answers.push_back(client.snapshot());
+        }
+        for (const auto &answer : answers)
+            QVERIFY(QCoro::waitFor(answer));
+    }
+};
+
+const Registered<QuillboxClientTest> registered;
+
+} // namespace velto
+
+#include "QuillboxClientTest.moc"

@@ -1,0 +1,241 @@
+#include "RunTests.h"
+#include "Tabs/Todos/Desk.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace velto {
+
+/// Changes to the list that Velto keeps itself.
+class EditingTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void aTodoNeedsATitle()
+    {
+        Desk desk;
+        TodosSource &source = desk.start();
+        source.newDraft();
+        source.form()->setTitle(u"  \t "_s);
+        source.form()->save();
+        QCOMPARE(source.errorText(), u"Give the todo a title first."_s);
+        QVERIFY(source.form()->shown());
+        QVERIFY(desk.fakeFiles.contents.isEmpty());
+        source.form()->setTitle(u"  a "_s);
+        source.form()->save();
+        QVERIFY(!source.form()->shown());
+        QVERIFY(!source.draft());
+        QCOMPARE(titlesOf(desk.inFile()), QStringList{u"  a "_s});
+        QCOMPARE(source.errorText(), u"Give the todo a title first."_s);
+        source.dismissError();
+        QCOMPARE(source.errorText(), QString());
+    }
+
+    void numbersAreNotGivenTwice()
+    {
+        Desk desk;
+        TodosSource &source = desk.start();
+        source.save(makeTodo(0, u"first"_s));
+        QCOMPARE(source.todos().value(0).id, 1);
+        desk.start({makeTodo(3, u"c"_s), makeTodo(7, u"g"_s)});
+        Todo fresh = makeTodo(0, u"new"_s);
+        fresh.comments = {{u"x"_s, u"y"_s}};
+        desk.source->save(fresh);
+        QCOMPARE(desk.source->todos().value(2), makeTodo(8, u"new"_s));
+        // The number of a todo that may come back is taken too.
+        desk.source->done(makeTodo(8, u"new"_s));
+        desk.source->save(makeTodo(0, u"newer"_s));
+        QCOMPARE(desk.source->todos().back().id, 9);
+        desk.source->save(makeTodo(std::numeric_limits<qint64>::max(), u"last"_s));
+        desk.source->save(makeTodo(0, u"beyond"_s));
+        QCOMPARE(desk.source->todos().back().id, 1);
+    }
+
+    void anEditKeepsPlaceAndComments()
+    {
+        Desk desk;
+        Todo talked = makeTodo(1, u"a"_s);
+        talked.comments = {{u"now"_s, u"said"_s}};
+        TodosSource &source = desk.start({talked, makeTodo(2, u"b"_s)});
+        source.edit(u"1"_s);
+        QVERIFY(source.form()->more());
+        QCOMPARE(source.form()->saveText(), u"Save"_s);
+        source.form()->setTitle(u"changed"_s);
+        source.form()->save();
+        talked.title = u"changed"_s;
+        QCOMPARE(source.todos(), QList({talked, makeTodo(2, u"b"_s)}));
+        QCOMPARE(desk.inFile(), source.todos());
+    }
+
+    void commentsAreStampedAndKeptAsTyped()
+    {
+        Desk desk;
+        TodosSource &source = desk.start({makeTodo(1, u"a"_s, Desk::kToday)});
+        source.press(u"1"_s);
+        source.typeComment(u"1"_s, u" hello "_s);
+        QCOMPARE(desk.role(1, TodoRows::CommentText), u" hello "_s);
+        source.addComment(u"1"_s, u" hello "_s);
+        QCOMPARE(desk.role(1, TodoRows::CommentText), QString());
+        QCOMPARE(desk.role(1, TodoRows::CommentCount), u"1"_s);
+        const QList<Comment> expected{{u"Nov 21, 2026, 9:00 AM"_s, u" hello "_s}};
+        Comment stored = desk.inFile().value(0).comments.value(0);
+        stored.at.replace(QChar(0x202F), u' ');
+        QCOMPARE(stored, expected.value(0));
+        source.addComment(u"1"_s, u"  \t"_s);
+        source.addComment(u"9"_s, u"to nobody"_s);
+        source.comment(makeTodo(9, u"gone"_s), u"to nobody"_s);
+        QCOMPARE(source.todos().value(0).comments.size(), 1);
+        QVERIFY(desk.tools.ran.isEmpty());
+        QCOMPARE(desk.background.pending(), 0);
+    }
+
+    void aDoneTodoCanBeHadBackForFiveSeconds()
+    {
+        Desk desk;
+        TodosSource &source = desk.start({makeTodo(1, u"a"_s, Desk::kToday), makeTodo(2, u"b"_s, Desk::kToday)});
+        source.finish(u"1"_s);
+        QCOMPARE(source.undoText(), u"Done: a"_s);
+        QCOMPARE(source.badge(), 1);
+        desk.wait(4999ms);
+        QCOMPARE(titlesOf(desk.inFile()), QStringList({u"a"_s, u"b"_s}));
+        source.undoDone();
+        QCOMPARE(source.undoText(), QString());
+        desk.wait(10s);
+        QCOMPARE(titlesOf(source.todos()), QStringList({u"b"_s, u"a"_s}));
+
+        source.finish(u"1"_s);
+        desk.wait(5s);
+        QVERIFY(!source.pendingDone());
+        QCOMPARE(titlesOf(desk.inFile()), QStringList{u"b"_s});
+        source.undoDone();
+        QCOMPARE(titlesOf(source.todos()), QStringList{u"b"_s});
+    }
+
+    void theSecondDoneMakesTheFirstFinal()
+    {
+        Desk desk;
+        TodosSource &source = desk.start({makeTodo(1, u"a"_s), makeTodo(2, u"b"_s), makeTodo(3, u"c"_s)});
+        source.finish(u"1"_s);
+        desk.wait(3s);
+        source.finish(u"2"_s);
+        desk.wait(4s); // the first one's time is over, the second one's isn't
+        QCOMPARE(source.undoText(), u"Done: b"_s);
+        source.undoDone();
+        desk.wait(5s);
+        QCOMPARE(titlesOf(source.todos()), QStringList({u"c"_s, u"b"_s}));
+    }
+
+    void whatMayComeBackStaysInTheFile()
+    {
+        Desk desk;
+        TodosSource &source = desk.start({makeTodo(1, u"a"_s), makeTodo(2, u"b"_s)});
+        source.finish(u"1"_s);
+        source.save(makeTodo(0, u"new"_s));
+        QCOMPARE(titlesOf(desk.inFile()), QStringList({u"b"_s, u"new"_s, u"a"_s})); // the program may end now
+        source.undoDone();
+        QCOMPARE(titlesOf(source.todos()), QStringList({u"b"_s, u"new"_s, u"a"_s}));
+        source.finish(u"1"_s);
+        source.save(makeTodo(1, u"a, edited meanwhile"_s));
+        source.undoDone();
+        desk.wait(5s);
+        QCOMPARE(titlesOf(source.todos()), QStringList({u"b"_s, u"new"_s, u"a, edited meanwhile"_s}));
+    }
+
+    void aFailedWriteKeepsTheListAndTheNextOneBringsAll()
+    {
+        Desk desk;
+        TodosSource &source = desk.start({makeTodo(1, u"a"_s)});
+        desk.fakeFiles.failure = u"No space left on device"_s;
+        source.save(makeTodo(0, u"b"_s));
+        QCOMPARE(titlesOf(source.todos()), QStringList({u"a"_s, u"b"_s}));
+        QCOMPARE(titlesOf(desk.inFile()), QStringList{u"a"_s});
+        QCOMPARE(source.errorText(), QString());
+        desk.fakeFiles.failure.clear();
+        source.addComment(u"1"_s, u"c"_s);
+        QCOMPARE(titlesOf(desk.inFile()), QStringList({u"a"_s, u"b"_s}));
+    }
+
+    void aNewDraftIsDueToday()
+    {
+        Desk desk;
+        TodosSource &source = desk.start();
+        source.setScope(u"personal"_s);
+        source.newDraft();
+        QCOMPARE(source.draft(), std::optional(makeTodo(0, {}, Desk::kToday, 2, {}, u"personal"_s)));
+        DraftForm &form = *source.form();
+        QVERIFY(form.shown() && form.hasDate() && !form.more() && form.showsScope());
+        QCOMPARE(form.saveText(), u"Add todo"_s);
+        QCOMPARE(form.moreText(), u"More details"_s);
+        QCOMPARE(desk.summaryOf(form.priorities()), u"High|*Normal|Low"_s);
+        QCOMPARE(desk.summaryOf(form.scopes()), u"Work|*Personal"_s);
+        form.chooseScope(u"office"_s);
+        QVERIFY(!form.showsScope());
+        form.toggleMore();
+        QVERIFY(form.showsScope());
+        form.choosePriority(u"3"_s);
+        form.setTitle(u"t"_s);
+        form.date()->moveDays(10);
+        form.save();
+        QCOMPARE(source.todos(), QList{makeTodo(1, u"t"_s, u"2026-12-01"_s, 3)});
+        source.edit(u"1"_s);
+        form.setHasDate(false);
+        form.save();
+        QCOMPARE(source.todos().value(0).due, QString());
+    }
+
+    void aDueThatIsNoDateBecomesToday()
+    {
+        Desk desk;
+        TodosSource &source = desk.start({makeTodo(1, u"a"_s, u"soon"_s)});
+        source.edit(u"1"_s);
+        QVERIFY(source.form()->hasDate());
+        source.form()->save();
+        QCOMPARE(source.todos().value(0).due, Desk::kToday);
+    }
+
+    void whatIsTypedInAFormStays()
+    {
+        Desk desk;
+        TodosSource &source = desk.start({makeTodo(1, u"a"_s), makeTodo(2, u"b"_s)});
+        const QSignalSpy focus(source.form(), &DraftForm::titleFocusWanted);
+        source.edit(u"1"_s);
+        source.edit(u"2"_s); // nothing was typed: the other one's turn
+        QCOMPARE(source.form()->title(), u"b"_s);
+        source.form()->setTitle(u"b, better"_s);
+        source.edit(u"1"_s);
+        source.newDraft();
+        source.save(makeTodo(0, {})); // an error, and a refresh
+        source.refresh();
+        QCOMPARE(source.form()->title(), u"b, better"_s);
+        QCOMPARE(source.draft()->id, 2);
+        QCOMPARE(focus.count(), 4);
+        source.form()->cancel();
+        QVERIFY(!source.form()->shown());
+        source.edit(u"2"_s);
+        QCOMPARE(source.form()->title(), u"b"_s);
+    }
+
+    void aDateThatCannotBeReadIsAskedForAgain()
+    {
+        Desk desk;
+        TodosSource &source = desk.start();
+        source.newDraft();
+        source.form()->setTitle(u"a"_s);
+        const QSignalSpy focus(source.form(), &DraftForm::dateFocusWanted);
+        source.form()->date()->type(u"soon"_s);
+        source.form()->save();
+        QVERIFY(source.form()->shown());
+        QCOMPARE(focus.count(), 1);
+        source.form()->setHasDate(false); // then it doesn't matter
+        source.form()->save();
+        QVERIFY(!source.form()->shown());
+        QCOMPARE(source.todos().first().due, QString());
+    }
+};
+
+} // namespace velto
+
+static const Registered<velto::EditingTest> registered;
+
+#include "EditingTest.moc"

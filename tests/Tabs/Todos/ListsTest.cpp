@@ -1,0 +1,143 @@
+#include "RunTests.h"
+#include "Tabs/Todos/Desk.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace velto {
+
+class ListsTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void theMostUrgentStandsFirst()
+    {
+        Desk desk;
+        desk.start({
+            makeTodo(9, u"no date"_s),
+            makeTodo(8, u"b"_s, Desk::kTomorrow),
+            makeTodo(7, u"beta's"_s, Desk::kTomorrow, 2, u"beta"_s),
+            makeTodo(6, u"urgent"_s, {}, 1, u"beta"_s),
+            makeTodo(5, u"a"_s, Desk::kTomorrow, 2, u"other"_s),
+            makeTodo(4, u"private"_s, {}, 1, {}, u"personal"_s),
+        });
+        desk.source->setFilter(Filter::All);
+        QCOMPARE(desk.shown(),
+                 QStringList({u"[beta]"_s, u"urgent"_s, u"beta's"_s, u"[No project]"_s, u"a"_s, u"b"_s, u"no date"_s}));
+        QCOMPARE(titlesOf(desk.source->flat()), QStringList({u"urgent"_s, u"beta's"_s, u"a"_s, u"b"_s, u"no date"_s}));
+        QCOMPARE(desk.source->groups().value(1).project, u"other"_s);
+    }
+
+    void searchLooksAtTitlesDetailsPeopleProjectsAndNumbers_data()
+    {
+        columns<QString, QString>({"search", "found"});
+        QTest::newRow("nothing") << QString() << u"12 123 5"_s;
+        QTest::newRow("title, in any case") << u"SHIP"_s << u"12"_s;
+        QTest::newRow("details") << u"second line"_s << u"12"_s;
+        QTest::newRow("person") << u"kim"_s << u"123"_s;
+        QTest::newRow("project") << u"garden"_s << u"5"_s;
+        QTest::newRow("number") << u"#12"_s << u"12 123"_s;
+        QTest::newRow("with the blanks") << u" ship"_s << QString();
+        QTest::newRow("comments aren't searched") << u"remark"_s << QString();
+        QTest::newRow("dates aren't searched") << u"2026"_s << QString();
+        QTest::newRow("nor scopes") << u"office"_s << QString();
+        QTest::newRow("nothing is found across two texts") << u"itfirst"_s << QString();
+    }
+
+    void searchLooksAtTitlesDetailsPeopleProjectsAndNumbers()
+    {
+        QFETCH(QString, search);
+        Todo ship = makeTodo(12, u"Ship it"_s, Desk::kToday);
+        ship.details = u"First line\nsecond LINE"_s;
+        ship.comments = {{u"now"_s, u"a remark"_s}};
+        Todo ask = makeTodo(123, u"Ask"_s);
+        ask.who = u"Kim"_s;
+        Desk desk;
+        desk.start({ship, ask, makeTodo(5, u"Dig"_s, {}, 3, u"Garden"_s)});
+        desk.source->setFilter(Filter::All);
+        desk.source->setSearch(search);
+        QStringList ids;
+        for (const Todo &todo : desk.source->flat())
+            ids += QString::number(todo.id);
+        ids.sort();
+        QTEST(ids.join(u' '), "found");
+        QCOMPARE(desk.source->badge(), 1);
+        QCOMPARE(desk.source->count(u"office"_s), 3);
+    }
+
+    void countsAndSummary()
+    {
+        Desk desk;
+        desk.start({
+            makeTodo(1, u"late"_s, Desk::kYesterday, 1),
+            makeTodo(2, u"private, late"_s, Desk::kYesterday, 2, {}, u"personal"_s),
+            makeTodo(3, u"later"_s, Desk::kTomorrow, 1),
+            makeTodo(4, u"elsewhere"_s, Desk::kToday, 1, {}, u"club"_s),
+        });
+        TodosSource &source = *desk.source;
+        QCOMPARE(source.badge(), 3);
+        QCOMPARE(source.overdueCount(), 2);
+        QCOMPARE(source.summary(), u"1 due today · 1 overdue · 1 high priority"_s);
+        QVERIFY(source.summaryUrgent());
+        QCOMPARE(source.scopesInUse(), QSet({u"office"_s, u"personal"_s, u"club"_s}));
+        QVERIFY(source.showsScopes());
+        QCOMPARE(desk.summaryOf(source.scopeRows()), u"*Work 1|Personal 1"_s);
+        QCOMPARE(desk.summaryOf(source.filterRows()), u"*Today|Overdue|Upcoming|All"_s);
+        source.chooseFilter(u"Upcoming"_s);
+        QCOMPARE(desk.summaryOf(source.scopeRows()), u"*Work 1|Personal 0"_s);
+        source.chooseFilter(u"All"_s);
+        source.chooseScope(u"personal"_s);
+        QCOMPARE(desk.summaryOf(source.scopeRows()), u"Work 2|*Personal 1"_s);
+        QCOMPARE(source.summary(), u"1 due today · 1 overdue"_s);
+        source.chooseScope(u"club"_s);
+        QCOMPARE(source.summary(), u"1 due today · 1 high priority"_s);
+        QVERIFY(!source.summaryUrgent());
+        source.chooseScope(u"nowhere"_s);
+        QCOMPARE(source.summary(), u"Nothing due today"_s);
+    }
+
+    void midnightPasses()
+    {
+        Desk desk;
+        desk.start({makeTodo(1, u"today"_s, Desk::kToday), makeTodo(2, u"tomorrow"_s, Desk::kTomorrow)});
+        QCOMPARE(desk.shown(), QStringList({u"[No project]"_s, u"today"_s}));
+        desk.changes->clear();
+        desk.wait(15h - 1ms);
+        QCOMPARE(desk.changes->count(), 0);
+        desk.wait(1ms);
+        QCOMPARE(desk.shown(), QStringList({u"[No project]"_s, u"today"_s, u"tomorrow"_s}));
+        QCOMPARE(desk.role(1, TodoRows::DueText), u"Overdue · Sat, Nov 21"_s);
+        QCOMPARE(desk.role(2, TodoRows::DueText), u"Today"_s);
+        QCOMPARE(desk.source->summary(), u"2 due today · 1 overdue"_s);
+        QCOMPARE(desk.changes->count(), 1);
+        desk.wait(24h);
+        QCOMPARE(desk.source->overdueCount(), 2);
+        // The machine slept, so that no timer ran out.
+        desk.clock.setWallTime(QDateTime(QDate(2026, 11, 21), QTime(9, 0)));
+        desk.source->refresh();
+        QCOMPARE(desk.source->overdueCount(), 0);
+    }
+
+    void onlyRealChangesAreAnnounced()
+    {
+        Desk desk;
+        TodosSource &source = desk.start({makeTodo(1, u"a"_s, Desk::kToday)});
+        source.refresh();
+        source.setFilter(Filter::Today);
+        source.chooseFilter(u"Nonsense"_s);
+        source.setSearch({});
+        source.dismissError();
+        desk.clock.advance(60s);
+        QCOMPARE(desk.changes->count(), 0);
+        QCOMPARE(desk.clock.pendingTimers(), 1); // midnight, and nothing that wakes the machine
+        source.setFilter(Filter::All);
+        QCOMPARE(desk.changes->count(), 1);
+    }
+};
+
+} // namespace velto
+
+static const Registered<velto::ListsTest> registered;
+
+#include "ListsTest.moc"

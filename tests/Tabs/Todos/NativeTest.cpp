@@ -1,0 +1,156 @@
+#include "Platform/Posix/FilesTesting.h"
+#include "Platform/Posix/PosixFiles.h"
+#include "RunTests.h"
+#include "Tabs/Todos/Desk.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+class NativeTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>(scratchTemplate());
+        m_path = m_folder->filePath(u"Velto/todos.json"_s);
+        m_desk = std::make_unique<Desk>();
+        m_desk->files = &m_files;
+        m_desk->places.data = m_folder->filePath(u"Velto"_s);
+    }
+
+    void theFileIsPrivateAndInAFolderOfItsOwn()
+    {
+        m_desk->start().save(makeTodo(0, u"a"_s, Desk::kToday));
+        QCOMPARE(modeOf(m_path), 0600);
+        QCOMPARE(modeOf(m_desk->places.data), 0700);
+        QCOMPARE(filesIn(m_desk->places.data), QStringList{u"todos.json"_s});
+        m_desk->start();
+        QCOMPARE(m_desk->shown(), QStringList({u"[No project]"_s, u"a"_s}));
+    }
+
+    void aDamagedFileIsCopiedOnceBeforeItIsReplaced_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::newRow("cut off") << encodeTodos({makeTodo(1, u"precious"_s)}).chopped(5);
+        QTest::newRow("a todo without comments") << QByteArray(R"([{"id":1,"title":"precious"}])");
+        QTest::newRow("zeros") << QByteArray(4096, '\0');
+        QTest::newRow("nested without end") << QByteArray(200'000, '[');
+    }
+
+    void aDamagedFileIsCopiedOnceBeforeItIsReplaced()
+    {
+        QFETCH(QByteArray, bytes);
+        m_files.replace(m_path, bytes);
+        const QString copy = m_path + u".kept-2026-11-21T09-00-00Z"_s;
+        m_files.replace(copy, "an older copy");
+        TodosSource &source = m_desk->start();
+        QVERIFY(source.todos().isEmpty());
+        QCOMPARE(readFile(m_path), bytes); // nothing happens to it before there is something to save
+        m_desk->clock.setWallTime(QDateTime(QDate(2026, 11, 21), QTime(9, 0), Qt::UTC));
+        source.save(makeTodo(0, u"a"_s));
+        source.save(makeTodo(0, u"b"_s));
+        QCOMPARE(readFile(copy), QByteArray("an older copy"));
+        QCOMPARE(readFile(copy + u"-2"_s), bytes);
+        QCOMPARE(modeOf(copy + u"-2"_s), 0600);
+        QCOMPARE(filesIn(m_desk->places.data).size(), 3);
+        QCOMPARE(titlesOf(decodeTodos(readFile(m_path)).value()), QStringList({u"a"_s, u"b"_s}));
+    }
+
+    void whatAnotherProgramWroteIsCopiedToo()
+    {
+        TodosSource &source = m_desk->start();
+        source.save(makeTodo(0, u"a"_s));
+        const QByteArray foreign = encodeTodos({makeTodo(5, u"foreign"_s)});
+        writeFile(m_path, foreign);
+        source.save(makeTodo(0, u"b"_s));
+        const QStringList copies = filesIn(m_desk->places.data, u"todos.json.kept-*"_s);
+        QCOMPARE(copies.size(), 1);
+        QCOMPARE(readFile(m_desk->places.data + u'/' + copies.front()), foreign);
+    }
+
+    void theListOfAnotherStoreIsNotWrittenOverTheFile()
+    {
+        m_files.replace(m_path, encodeTodos({makeTodo(1, u"mine"_s)}));
+        TodosSource &source = m_desk->start();
+        m_desk->mode = QuillboxMode::hub(QUrl(u"http://127.0.0.1:1"_s), u"t"_s);
+        m_desk->quillbox->reconnect();
+        m_desk->mode = {};
+        m_desk->quillbox->reconnect();
+        source.save(makeTodo(0, u"b"_s));
+        QCOMPARE(filesIn(m_desk->places.data, u"todos.json.kept-*"_s).size(), 1);
+    }
+
+    void whatCannotBeReadIsNotReplaced()
+    {
+        QDir(m_folder->path()).mkpath(u"Velto/todos.json"_s);
+        TodosSource &source = m_desk->start();
+        source.save(makeTodo(0, u"a"_s));
+        QVERIFY(QFileInfo(m_path).isDir());
+        QCOMPARE(titlesOf(source.todos()), QStringList{u"a"_s});
+        QDir().rmdir(m_path);
+        source.addComment(u"1"_s, u"c"_s);
+        QCOMPARE(titlesOf(decodeTodos(readFile(m_path)).value()), QStringList{u"a"_s});
+    }
+
+    void eachFailingStepLeavesTheOldListOrTheNewOne_data()
+    {
+        columns<int, QByteArray>({"error", "before"});
+        for (const int error : {ENOSPC, EACCES, EIO}) {
+            QTest::addRow("whole, %s", qPrintable(qt_error_string(error))) << error << encodeTodos({makeTodo(1, u"old"_s)});
+            QTest::addRow("damaged, %s", qPrintable(qt_error_string(error))) << error << QByteArray("[damaged");
+        }
+    }
+
+    void eachFailingStepLeavesTheOldListOrTheNewOne()
+    {
+        QFETCH(int, error);
+        QFETCH(QByteArray, before);
+        int refused = 0;
+        for (int step = 1;; ++step) {
+            init();
+            m_files.replace(m_path, before);
+            FaultyCalls calls;
+            PosixFiles files(calls);
+            m_desk->files = &files;
+            TodosSource &source = m_desk->start();
+            calls.steps = 0;
+            calls.failAt = step;
+            calls.error = error;
+            source.save(makeTodo(0, u"new"_s));
+            const bool wasWhole = decodeTodos(before).has_value();
+            const QByteArray all = encodeTodos(source.todos());
+            QCOMPARE(titlesOf(source.todos()), wasWhole ? QStringList({u"old"_s, u"new"_s}) : QStringList{u"new"_s});
+            const QByteArray now = readFile(m_path);
+            QVERIFY2(now == before || now == all, now.constData());
+            refused += now == before;
+            // Once it's replaced, what it held stands somewhere else.
+            if (now == all && !wasWhole) {
+                const QStringList copies = filesIn(m_desk->places.data, u"todos.json.kept-*"_s);
+                QVERIFY(!copies.isEmpty());
+                QCOMPARE(readFile(m_desk->places.data + u'/' + copies.front()), before);
+            }
+            if (calls.steps < step)
+                break;
+            // The trouble is over, and the next change brings everything to the disk.
+            source.addComment(QString::number(source.todos().back().id), u"c"_s);
+            QCOMPARE(readFile(m_path), encodeTodos(source.todos()));
+        }
+        QVERIFY(refused >= 8); // or the faults met nothing
+    }
+
+private:
+    PosixFiles m_files;
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<Desk> m_desk;
+    QString m_path;
+};
+
+} // namespace velto
+
+static const Registered<velto::NativeTest> registered;
+
+#include "NativeTest.moc"
