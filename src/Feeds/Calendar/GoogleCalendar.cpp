@@ -4,7 +4,6 @@
 #include "Core/Prefs.h"
 #include "Core/Result.h"
 #include "Core/WorkError.h"
-#include "Feeds/Calendar/SignInListener.h"
 #include "Platform/Background.h"
 #include "Platform/Clock.h"
 #include "Platform/Keychain.h"

@@ -9,8 +9,6 @@
 #include <chrono>
 #include <condition_variable>
 #include <functional>
-// GLib has a member of this name.
-#undef signals
 #include <libsecret/secret.h>
 #include <mutex>
 #include <thread>
@@ -320,8 +318,8 @@ void LibsecretKeychain::follow(const QDBusConnection &session)
     // By no service's name: that would have the call wait for the bus to tell who owns it.
     m_session.connect(QString(), kSecretsPath, u"org.freedesktop.Secret.Service"_s, u"CollectionChanged"_s, this,
                       SLOT(collectionChanged(QDBusMessage)));
-    m_session.connect(QString(), QString(), u"org.freedesktop.DBus.Properties"_s, u"PropertiesChanged"_s, {kCollection},
-                      u"sa{sv}as"_s, this, SLOT(collectionChanged(QDBusMessage)));
+    m_session.connect(QString(), QString(), u"org.freedesktop.DBus.Properties"_s, u"PropertiesChanged"_s,
+                      QStringList{QString(kCollection)}, u"sa{sv}as"_s, this, SLOT(collectionChanged(QDBusMessage)));
     m_owners.follow(m_session, kSecrets);
 }
 

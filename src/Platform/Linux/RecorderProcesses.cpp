@@ -3,6 +3,7 @@
 #include "Platform/Linux/ApplicationNames.h"
 
 #include <QSocketNotifier>
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <dirent.h>

@@ -51,14 +51,14 @@ bool isEditor(QStringView commandLine, QLatin1StringView name)
     const QStringView line = trimmed(commandLine);
     if (name.isEmpty() || line.contains(" --type="_L1))
         return false;
-    const qsizetype arguments = line.indexOf(" -"_L1);
-    const QStringView path = arguments < 0 ? line : line.first(arguments);
-    const qsizetype slash = path.lastIndexOf(u'/');
-    const QStringView file = path.sliced(slash + 1).split(u' ').front();
+    const QString program = line.split(u' ').front().toString();
+    const qsizetype slash = program.lastIndexOf(u'/');
+    const QString file = program.sliced(slash + 1);
     if (file.startsWith(name) && file.endsWith(".appimage"_L1))
         return true;
-    const QString folder = path.first(std::max<qsizetype>(slash, 0)).toString() + u'/';
-    return file == name && (folder.contains(u'/' + name + u'/') || folder.contains("/.mount_"_L1 + name));
+    const QString folder = program.first(slash + 1);
+    const QString own = u"/%1/"_s.arg(name);
+    return file == name && (folder.contains(own) || folder.contains(u"/.mount_%1"_s.arg(name)));
 }
 
 const KnownTool *toolOf(const QString &commandLine)
@@ -111,8 +111,8 @@ QString loadedModels(ToolRunner &tools)
 
 QList<ToolProcess> scanTools(ToolRunner &tools)
 {
-    const QString table =
-        QString::fromUtf8(tools.run({u"ps"_s, u"-axo"_s, u"etime=,args="_s}, {}, kLimit, {{"COLUMNS"_ba, std::nullopt}}).out);
+    const QString table = QString::fromUtf8(
+        tools.run({u"ps"_s, u"-axo"_s, u"etime=,args="_s}, {}, kLimit, ToolEnvironment{{"COLUMNS"_ba, std::nullopt}}).out);
     QHash<QLatin1StringView, ToolProcess> seen;
     for (const QStringView line : QStringView(table).split(u'\n', Qt::SkipEmptyParts))
         count(line, seen);
