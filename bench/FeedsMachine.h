@@ -4,6 +4,7 @@
 #include "HttpStandIn.h"
 #include "Hub/Stores.h"
 #include "Platform/Fake/FakePlatform.h"
+#include "Platform/FileWriter.h"
 #include "Platform/Places.h"
 #include "Platform/Posix/PosixFileTree.h"
 #include "Platform/Posix/PosixFiles.h"
@@ -120,7 +121,7 @@ struct Machinery {
         keychain.entries = {{u"Velto.linear"_s, u"t"_s},
                             {u"Velto.jira"_s, u"t"_s},
                             {u"Velto.slack"_s, u"t"_s},
-                            {GoogleCalendar::tokenKey,
+                            {GoogleAccount::tokenKey,
                              GoogleTokens{u"access"_s, u"refresh"_s, QDateTime::currentDateTimeUtc().addDays(1)}.toJson()}};
         defaults.values = {{u"modulesOff"_s, QStringList()},      {u"onboarded"_s, true},
                            {u"hookToken"_s, u"token"_s},          {u"repoRoots"_s, QStringList{folder + u"/code"_s}},
@@ -136,9 +137,9 @@ struct Machinery {
     }
     Desktop desktop()
     {
-        return {clock,    background, tools,       files,        fileTree,      defaults,  http,
-                keychain, clipboard,  workspace,   applications, accessibility, terminals, machine,
-                players,  sounds,     folderPanel, videoPlayer,  places};
+        return {clock,   background, tools,     files,       writer,       fileTree,      defaults,
+                http,    keychain,   clipboard, workspace,   applications, accessibility, terminals,
+                machine, players,    sounds,    folderPanel, videoPlayer,  places};
     }
 
     Services services;
@@ -148,6 +149,8 @@ struct Machinery {
     PosixFileTree fileTree;
     PosixToolRunner tools;
     ThreadPoolBackground background;
+    ThreadPoolBackground writing{1};
+    FileWriter writer{writing, clock};
     FakeDefaults defaults;
     FakeKeychain keychain;
     FakeClipboard clipboard;

@@ -5,6 +5,8 @@
 #include "Platform/Fake/FakeClock.h"
 #include "Platform/Fake/FakeFiles.h"
 #include "Platform/Fake/FakeToolRunner.h"
+#include "Platform/Fake/InlineBackground.h"
+#include "Platform/FileWriter.h"
 #include "Platform/Machine.h"
 #include "Platform/Places.h"
 #include "Tabs/Quillbox/QuillboxClient.h"
@@ -42,6 +44,8 @@ struct NamelessMachine final : Machine {
 struct TodosDesk {
     FakeClock clock;
     FakeBackground background;
+    InlineBackground lane;
+    FileWriter writer{lane, clock};
     FakeToolRunner tools;
     FakeFiles files;
     Places places{QStringLiteral("/home/me"), {}, QStringLiteral("/home/me/data"), {}};
@@ -54,7 +58,7 @@ struct TodosDesk {
     explicit TodosDesk(int count)
     {
         files.contents.insert(QStringLiteral("/home/me/data/todos.json"), encodeTodos(benchTodos(count)));
-        source = std::make_unique<TodosSource>(TodosSource::Needs{clock, background, tools, files, places, quillbox});
+        source = std::make_unique<TodosSource>(TodosSource::Needs{clock, background, tools, files, writer, places, quillbox});
         source->setFilter(Filter::All);
     }
 };

@@ -89,7 +89,8 @@ void itemsOfTheBrief(benchmark::State &state)
                             world.todos, world.glances, world.signalsSource, world.quillbox};
     state.SetLabel(desk().filling());
     for (auto _ : state)
-        benchmark::DoNotOptimize(HomeBrief(stores, {}, world.workspace, world.places, world.clock.wallTime()).items().size());
+        benchmark::DoNotOptimize(
+            homeBrief(stores, {}, world.workspace, world.writer, world.places, world.clock.wallTime()).size());
 }
 BENCHMARK(itemsOfTheBrief)->Unit(benchmark::kMicrosecond);
 

@@ -5,7 +5,7 @@
 
 #include "Core/Prefs.h"
 #include "Platform/Fake/FakePlatform.h"
-#include "Shell/UI.h"
+#include "Core/UI.h"
 
 #include <QGuiApplication>
 #include <QQmlEngine>

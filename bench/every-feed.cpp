@@ -14,7 +14,7 @@
 #include "Shell/PanelContents.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/PeekLine.h"
-#include "Shell/UI.h"
+#include "Core/UI.h"
 #include "Shell/VeltoPanel.h"
 
 #include <QGuiApplication>

@@ -81,7 +81,7 @@ set(CPACK_DEBIAN_PACKAGE_MAINTAINER ${VELTO_MAINTAINER})
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
-set(CPACK_DEBIAN_VELTO_PACKAGE_RECOMMENDS "default-dbus-session-bus | dbus-session-bus, fonts-inter, qt6-svg-plugins | libqt6svg6")
+set(CPACK_DEBIAN_VELTO_PACKAGE_RECOMMENDS "default-dbus-session-bus | dbus-session-bus, fonts-inter, qt6-wayland, qt6-svg-plugins | libqt6svg6")
 set(CPACK_DEBIAN_VELTO_PACKAGE_SUGGESTS "gh, git, velto-video, gnome-keyring | org.freedesktop.secrets")
 
 # What Debian's policy wants besides: the changelog in its own form.

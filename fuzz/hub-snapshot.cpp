@@ -1,5 +1,6 @@
 // Any bytes as a hub's document: it is taken or refused with words, and its times are read or not.
 
+#include "Tabs/Quillbox/SnapshotDate.h"
 #include "Tabs/Quillbox/VeltoSnapshot.h"
 
 #include <cstdlib>
@@ -14,7 +15,7 @@ void require(bool holds)
 
 void requireTime(const QString &text)
 {
-    const auto time = velto::hubDate(text);
+    const auto time = velto::snapshotDate(text);
     require(!time || time->isValid());
 }
 

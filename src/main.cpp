@@ -1,3 +1,4 @@
+#include "App/Check.h"
 #include "App/CommandLine.h"
 #include "App/Program.h"
 #include "App/Snapshot.h"
@@ -7,6 +8,7 @@
 #include "Platform/Posix/ProgramEnd.h"
 
 #include <QApplication>
+#include <QLocale>
 #include <QQuickWindow>
 #include <algorithm>
 #include <chrono>
@@ -46,6 +48,8 @@ void introduce()
 {
     // Starts faster and takes less memory than a driver, and an idle scene costs nothing. It is chosen before any window exists.
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    // The words are English, so dates and numbers between them are too, in the order and by the clock of the user's country.
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::system().territory()));
     QApplication::setApplicationName(QStringLiteral("velto"));
     QApplication::setApplicationVersion(QLatin1String(VELTO_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral(VELTO_APPLICATION_ID));
@@ -67,17 +71,34 @@ int main(int argc, char **argv)
         print(stdout, QStringLiteral("velto %1\n").arg(QLatin1String(VELTO_VERSION)));
         return 0;
     }
+    if (!commandLine.unknown.isEmpty()) {
+        print(stderr,
+              QCoreApplication::translate("velto", "velto: there is no option %1. Try: velto --help").arg(commandLine.unknown)
+                  + u'\n');
+        return 2;
+    }
     if (velto::choosePictures(commandLine)) {
         velto::prepareGraphics();
         introduce();
         return draw(argc, argv, commandLine);
+    }
+    if (commandLine.check) {
+        if (const auto problem = velto::prepareGraphics(commandLine.display)) {
+            print(stderr, *problem + u'\n');
+            return 1;
+        }
+        introduce();
+        const QApplication application(argc, argv);
+        velto::speakLinux();
+        print(stdout, velto::checkReport());
+        return 0;
     }
     velto::DBusActivation activation(velto::placesOfThisMachine().configuration, QStringLiteral(VELTO_APPLICATION_ID));
     if (!activation.claim()) {
         const QCoreApplication application(argc, argv);
         return handOver(activation, commandLine);
     }
-    if (const auto problem = velto::prepareGraphics()) {
+    if (const auto problem = velto::prepareGraphics(commandLine.display)) {
         print(stderr, *problem + u'\n');
         return 1;
     }

@@ -6,6 +6,8 @@
 #include "Platform/Fake/FakeClock.h"
 #include "Platform/Fake/FakePlatform.h"
 #include "Platform/Fake/FakeToolRunner.h"
+#include "Platform/Fake/InlineBackground.h"
+#include "Platform/FileWriter.h"
 #include "Platform/Places.h"
 
 namespace velto {
@@ -19,6 +21,8 @@ struct StoreDesk {
 
     FakeClock clock;
     FakeBackground background;
+    InlineBackground lane;
+    FileWriter writer{lane, clock};
     FakeToolRunner tools;
     FakeDefaults defaults;
     FakeKeychain keychain;

@@ -3,7 +3,7 @@
 #include "ViewWindow.h"
 #include "World.h"
 
-#include "Shell/UI.h"
+#include "Core/UI.h"
 
 namespace velto {
 

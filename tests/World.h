@@ -9,6 +9,8 @@
 #include "Platform/Fake/FakeFiles.h"
 #include "Platform/Fake/FakePlatform.h"
 #include "Platform/Fake/FakeToolRunner.h"
+#include "Platform/Fake/InlineBackground.h"
+#include "Platform/FileWriter.h"
 #include "Platform/Places.h"
 #include "Platform/Posix/PosixFileTree.h"
 
@@ -25,6 +27,8 @@ struct World {
     const QHash<QString, QByteArray> initialFiles; ///< by path; what the sources read while they are made
     FakeClock clock;
     FakeBackground background;
+    InlineBackground lane;
+    FileWriter writer{lane, clock};
     FakeToolRunner tools;
     FakeFiles files;
     PosixFileTree fileTree;
@@ -72,9 +76,9 @@ struct World {
                                  QStringLiteral("media"), QStringLiteral("usage"), QStringLiteral("mcp"),
                                  QStringLiteral("repos")});
         defaults.set(QStringLiteral("hookToken"), QStringLiteral("token"));
-        return {clock,    background, tools,       files,        fileTree,      defaults,  http,
-                keychain, clipboard,  workspace,   applications, accessibility, terminals, machine,
-                players,  sounds,     folderPanel, videoPlayer,  places};
+        return {clock,   background, tools,     files,       writer,       fileTree,      defaults,
+                http,    keychain,   clipboard, workspace,   applications, accessibility, terminals,
+                machine, players,    sounds,    folderPanel, videoPlayer,  places};
     }
     /// What `claude agents --json` prints from now on.
     void setListing(const QByteArray &json) { tools.answers.insert(QStringLiteral("claude agents --json"), {true, json, {}}); }

@@ -6,29 +6,44 @@
 #include "Platform/Session.h"
 #include "Platform/StatusItem.h"
 #include "Shell/PanelOutline.h"
-#include "Shell/UI.h"
-#include "Tabs/Todos/TodosSource.h"
+#include "Core/UI.h"
 
-#include <QCursor>
-#include <QPointer>
-#include <QWindow>
+#include <QKeySequence>
+#include <utility>
 
 using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
 namespace velto {
 
+namespace {
+
+QString keyText(QKeyCombination key)
+{
+    return QKeySequence(key).toString(QKeySequence::NativeText);
+}
+
+} // namespace
+
 AppDelegate::AppDelegate(Needs needs, QObject *parent)
     : QObject(parent)
     , m_needs(needs)
 {
     connect(&m_needs.ui, &UI::expandedChanged, this, &AppDelegate::expandedChanged);
+    connect(&m_needs.ui, &UI::menuOpenChanged, this, &AppDelegate::menuChanged);
     connect(&m_needs.ui, &UI::hoveringChanged, this, &AppDelegate::hoveringChanged);
-    m_needs.ui.unfinished = [&todos = m_needs.todos] { return todos.draft().has_value(); };
-    m_needs.ui.pointerOnStrip = [this] { return stripRow().contains(QCursor::pos()); };
+    m_needs.ui.unfinished = [&hub = m_needs.hub] { return hub.unfinished(); };
+    m_needs.ui.asking = [&hub = m_needs.hub] { return hub.asking(); };
+    m_needs.ui.pointer = [this] { return m_needs.panelWindow.pointer(); };
+    m_needs.ui.pointerOnStrip = [this] {
+        const auto pointer = m_needs.panelWindow.pointer();
+        return pointer && stripRow().contains(*pointer);
+    };
+    connect(&m_needs.ui, &UI::unfoldedHeightChanged, this, [this] { layout(true); });
     connect(&m_needs.ui, &UI::keyboardWanted, this, [this] { m_needs.panelWindow.takeFocus(); });
     connect(&m_needs.ui, &UI::settingsWanted, this, &AppDelegate::showSettings);
     connect(&m_needs.hub, &Hub::peekChanged, this, &AppDelegate::peekChanged);
+    connect(&m_needs.hub, &Hub::peekChanged, &m_needs.ui, &UI::questionChanged);
     connect(&m_needs.hub, &Hub::panelWanted, this, [this] { open(false); });
     connect(&m_needs.displays, &Displays::changed, this, [this] { layout(false); });
     connect(&m_needs.session, &Session::lockedChanged, this, [this] { layout(false); });
@@ -52,25 +67,20 @@ void AppDelegate::showPanel()
 
 void AppDelegate::addStatusItem(StatusItem &item)
 {
-    connect(&m_needs.ui, &UI::menuWanted, this, [this, &item] {
-        item.popUp(QCursor::pos(), [ui = QPointer(&m_needs.ui)] {
-            if (ui)
-                ui->menuClosed();
-        });
-    });
-    item.show(tr("Velto"),
-              {
-                  {tr("Open Velto"), {}, [this] { open(false); }},
-                  {tr("Settings…"), u"Ctrl+,"_s, [this] { showSettings(); }},
-                  {tr("Welcome & Setup…"), {}, [this] { showWelcome(); }},
-                  {},
-                  {tr("Quit Velto"), u"Ctrl+Q"_s, [this] { Q_EMIT quitWanted(); }},
-              });
+    const std::vector<MenuItem> menu{
+        {tr("Open Velto"), {}, {}, [this] { open(false); }},
+        {tr("Settings…"), Qt::CTRL | Qt::Key_Comma, keyText(Qt::CTRL | Qt::Key_Comma), [this] { showSettings(); }},
+        {tr("Welcome & Setup…"), {}, {}, [this] { showWelcome(); }},
+        {},
+        {tr("Quit Velto"), Qt::CTRL | Qt::Key_Q, keyText(Qt::CTRL | Qt::Key_Q), [this] { Q_EMIT quitWanted(); }},
+    };
+    m_needs.ui.setMenu(menu);
+    item.show(tr("Velto"), menu);
 }
 
 void AppDelegate::addHotKey(HotKey &hotKey)
 {
-    m_hotKeyRegistered = hotKey.registerHotKey([this] { m_needs.clock.post(this, [this] { open(true); }); });
+    hotKey.registerHotKey([this] { m_needs.clock.post(this, [this] { open(true); }); });
 }
 
 Peek AppDelegate::examplePeek()
@@ -103,11 +113,14 @@ void AppDelegate::open(bool search)
 {
     if (m_needs.ui.expanded())
         m_needs.panelWindow.takeFocus();
-    m_needs.ui.openFocused();
-    if (search && m_needs.hub.tabs().contains(Tab::Todos)) {
-        m_needs.hub.open(Tab::Todos);
-        m_needs.todos.askForSearch();
+    if (m_needs.hub.asking()) {
+        m_needs.ui.openOnQuestion(); // what asks comes before what one came for
+        return;
     }
+    m_needs.ui.openFocused();
+    // What lies over the tab keeps the keyboard until it is closed.
+    if (search && !m_needs.ui.sheetOpen())
+        m_needs.hub.takeKey(Qt::CTRL | Qt::Key_F);
 }
 
 void AppDelegate::showSettings()
@@ -141,12 +154,15 @@ void AppDelegate::layout(bool animated)
     m_shrink.reset();
     const std::optional<Display> display = chooseDisplay(m_needs.displays.all());
     if (!display || m_needs.session.locked()) {
-        m_needs.panel.hide();
+        m_needs.panelWindow.hide();
+        m_shown = false;
         m_frame.reset();
         return;
     }
+    m_needs.ui.setRoom(display->frame.size());
     m_needs.ui.setVelto(measureHousing(*display));
-    const QRect target = panelFrame(*display, m_needs.ui.velto(), m_needs.outline.panelSize());
+    const QSizeF wanted = panelSize(m_needs.ui.velto(), m_needs.outline.panelSize(), m_needs.ui.unfoldedHeight());
+    const QRect target = hangFrom(*display, wanted.expandedTo(m_needs.outline.size()));
     if (animated && m_frame && m_needs.ui.composited() && target != *m_frame && m_frame->contains(target))
         m_shrink = m_needs.clock.after(kSpringTime, [this] { layout(false); });
     else
@@ -159,8 +175,8 @@ QRect AppDelegate::stripRow() const
         return {};
     const QSizeF housing = m_needs.ui.velto();
     QRectF row({}, QSizeF(panelSize(housing, m_needs.outline.panelSize()).width(), housing.height()));
-    row.moveCenter(m_frame->center());
-    row.moveTop(m_frame->top());
+    row.moveCenter(QRectF({}, m_frame->size()).center());
+    row.moveTop(0);
     return row.toAlignedRect();
 }
 
@@ -170,14 +186,13 @@ void AppDelegate::place(const QRect &frame)
         m_frame = frame;
         m_needs.panelWindow.place(frame);
     }
-    if (!m_needs.panel.isVisible()) {
-        m_needs.panel.show();
-        m_needs.panelWindow.raise();
-    }
+    if (!std::exchange(m_shown, true))
+        m_needs.panelWindow.show();
 }
 
 void AppDelegate::expandedChanged()
 {
+    m_needs.hub.peekMoved();
     layout(true);
     m_needs.panelWindow.watchPresses(m_needs.ui.expanded());
     if (!m_needs.ui.expanded()) {
@@ -188,6 +203,20 @@ void AppDelegate::expandedChanged()
     if (m_needs.ui.takeFocusOnOpen())
         m_needs.panelWindow.takeFocus();
     m_refresh = m_needs.clock.after(450ms, [this] { m_needs.hub.refresh(false); });
+}
+
+// The menu has the keyboard while it is open.
+void AppDelegate::menuChanged()
+{
+    layout(true);
+    const bool open = m_needs.ui.menuOpen();
+    if (std::exchange(m_hadMenu, open) == open)
+        return;
+    m_needs.panelWindow.watchPresses(open || m_needs.ui.expanded());
+    if (open)
+        m_needs.panelWindow.takeFocus();
+    else if (!m_needs.ui.expanded())
+        m_needs.panelWindow.returnFocus();
 }
 
 void AppDelegate::peekChanged()

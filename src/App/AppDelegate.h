@@ -10,8 +10,6 @@
 #include <functional>
 #include <optional>
 
-class QWindow;
-
 namespace velto {
 
 class Displays;
@@ -22,7 +20,6 @@ class PanelWindow;
 class Prefs;
 class Session;
 class StatusItem;
-class TodosSource;
 class UI;
 
 /// Ties the stores to the window: when it opens, how large it is, when it goes. UI thread only; outlived by what it is given.
@@ -33,18 +30,13 @@ public:
         Clock &clock;
         Hub &hub;
         Prefs &prefs;
-        TodosSource &todos;
         UI &ui;
         const PanelOutline &outline;
         Displays &displays;
         PanelWindow &panelWindow;
-        QWindow &panel;
         Session &session;
     };
     explicit AppDelegate(Needs needs, QObject *parent = nullptr);
-
-    /// Whether the global key is ours.
-    bool hotKeyRegistered() const { return m_hotKeyRegistered; }
 
     /// Puts the window on the screen for the first time.
     void showPanel();
@@ -59,7 +51,7 @@ public:
     /// Does what this name stands for; nothing for a name that nobody knows.
     void act(const QString &name);
 
-    /// Opens the panel with the keyboard; with `search`, on the Todos tab's search field if there is one.
+    /// Opens the panel with the keyboard; with `search`, on the search field of the tab that has one.
     void open(bool search);
 
     /// The settings take the panel's place.
@@ -76,9 +68,10 @@ Q_SIGNALS:
 private:
     void layout(bool animated);
     void place(const QRect &frame);
-    /// Where the strip row is while the panel is closed; empty while it is open or hidden.
+    /// Where in the window the strip row is while the panel is closed; empty while it is open or hidden.
     QRect stripRow() const;
     void expandedChanged();
+    void menuChanged();
     void peekChanged();
     void hoveringChanged();
 
@@ -86,8 +79,9 @@ private:
     QHash<QString, std::function<void()>> m_actions;
     std::optional<QRect> m_frame;
     bool m_started = false;
+    bool m_shown = false;
     bool m_hadPeek = false;
-    bool m_hotKeyRegistered = false;
+    bool m_hadMenu = false;
     TimerHandle m_shrink;
     TimerHandle m_peekGone;
     TimerHandle m_hoverGone;

@@ -5,8 +5,8 @@
 
 namespace velto {
 
-/// What the program was asked to do. Flags are found anywhere; what isn't known is ignored. A value is the
-/// argument right behind its flag; a flag that stands last without one is ignored too.
+/// What the program was asked to do. Flags are found anywhere; a value is the argument right behind its flag, and a flag that stands
+/// last without its value is ignored. What begins with a single dash is left to the toolkit ("-platform").
 struct CommandLine {
     /// What the program is to do once it runs, by name (see AppDelegate::act): --expanded, --search and so on.
     QStringList actions;
@@ -14,8 +14,11 @@ struct CommandLine {
     std::optional<QString> snapshot; ///< --snapshot FOLDER: pictures of all views, and no more
     std::optional<QString> sitePreview; ///< --site-preview FILE: one picture of the panel with made-up content, and no more
     std::optional<QString> testBackdrop; ///< --test-backdrop KIND: a known background to look at the panel's materials on
+    QString display; ///< --display NAME: "x11" or "wayland", where both would do; else empty
+    bool check = false; ///< --check
     bool help = false; ///< --help
     bool version = false; ///< --version
+    QString unknown; ///< the first option that there isn't, most likely mistyped; empty if there is none
 
     static CommandLine parse(const QStringList &arguments);
     /// What it asks of a program that runs already: without a word of its own, to open.

@@ -1,12 +1,15 @@
 #include "App/Program.h"
 
+#include "Design/ItemAccessible.h"
 #include "Design/Theme.h"
 #include "Hooks/HookListener.h"
 #include "Platform/Activation.h"
 #include "Platform/Posix/PosixLoopbackServer.h"
+#include "Platform/Session.h"
 
 #include <QApplication>
 #include <QQmlEngine>
+#include <cstdio>
 
 using namespace Qt::StringLiterals;
 
@@ -15,6 +18,7 @@ namespace velto {
 namespace {
 
 constexpr std::chrono::seconds kLongestFirstFrame{1};
+constexpr std::chrono::seconds kLastWrites{1};
 
 /// What the stores ask for at once waits for the first frame.
 Desktop held(ThisMachine &machine)
@@ -35,27 +39,33 @@ Program::Program(CommandLine commandLine, Activation &activation)
     , m_outline(m_stores.hub, m_ui, m_strip)
     , m_contents({m_stores.hub, m_stores.prefs, m_stores.everyday, m_stores.agents, m_stores.todos, m_stores.quillbox})
     , m_panel(m_machine.clock, m_ui, m_outline)
-    , m_keys(m_panel, m_ui, m_contents, m_stores.hub, m_stores.todos)
+    , m_keys(m_panel, m_ui, m_contents, m_stores.hub)
     , m_tabOrder(m_panel)
-    , m_delegate({m_machine.clock, m_stores.hub, m_stores.prefs, m_stores.todos, m_ui, m_outline, m_machine.platform.displays,
-                  m_machine.platform.panelWindow, m_panel, m_machine.platform.session})
+    , m_delegate({m_machine.clock, m_stores.hub, m_stores.prefs, m_ui, m_outline, m_machine.platform.displays,
+                  m_machine.platform.panelWindow, m_machine.platform.session})
+    , m_standIn({m_stores.hub, m_stores.agents, m_machine.background, m_machine.tools, m_machine.defaults, m_machine.places})
     , m_windows(m_machine.platform.appearance,
                 {m_stores.hub, m_stores.agents, m_stores.quillbox, m_stores.prefs, m_machine.background, m_machine.defaults,
                  m_machine.platform.keychain, m_machine.platform.folderPanel, m_machine.platform.loginItem, m_stores.terminal,
-                 m_stores.installer, m_machine.tools, m_machine.places, HookListener::kPort,
+                 m_machine.platform.hotKey, m_stores.installer, m_machine.tools, m_machine.places, HookListener::kPort,
                  QCoreApplication::applicationVersion()},
                 {m_stores.agents, m_stores.prefs, m_machine.background, m_machine.tools, m_machine.platform.loginItem,
-                 m_machine.places})
+                 m_machine.platform.hotKey, m_machine.places})
+    , m_endSignals(&QCoreApplication::quit)
 {
     QObject::connect(&m_delegate, &AppDelegate::quitWanted, qApp, &QCoreApplication::quit);
     QObject::connect(&m_delegate, &AppDelegate::settingsWanted, &m_windows, &Windows::showSettings);
     QObject::connect(&m_delegate, &AppDelegate::welcomeWanted, &m_windows, &Windows::showWelcome);
     QObject::connect(&m_windows, &Windows::welcomed, &m_delegate, &AppDelegate::welcomed);
     QObject::connect(&m_windows, &Windows::quitWanted, qApp, &QCoreApplication::quit);
+    // Who comes back may have made room on the disk.
+    QObject::connect(&m_ui, &UI::expandedChanged, &m_machine.writer, &FileWriter::tryAgain);
+    QObject::connect(&m_machine.platform.session, &Session::woke, &m_machine.writer, &FileWriter::tryAgain);
     // Whatever the first frame doesn't need waits for it.
     QObject::connect(
         &m_panel, &QQuickWindow::frameSwapped, &m_delegate, [this] { painted(); },
         Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+    followStandIn();
     m_panel.engine()->addImportPath(u"qrc:/qt/qml"_s);
     if (m_commandLine.testBackdrop)
         showBackdrop(*m_commandLine.testBackdrop);
@@ -68,6 +78,35 @@ Program::Program(CommandLine commandLine, Activation &activation)
 Program::~Program()
 {
     m_machine.tools.stop();
+    for (const QString &lost : m_machine.writer.finish(kLastWrites))
+        qWarning("%s", qPrintable(lost));
+}
+
+// What a kill of the last one left beside the files that Velto writes.
+void Program::sweep()
+{
+    const Places &places = m_machine.places;
+    m_machine.writing.start(
+        [&files = m_machine.files,
+         paths =
+             QStringList{places.configuration + "/settings.json"_L1, places.data + "/todos.json"_L1,
+                         places.home + "/.claude/settings.json"_L1, places.configuration + "/../autostart/velto.desktop"_L1}] {
+            for (const QString &path : paths)
+                files.sweep(path);
+        },
+        [] {});
+}
+
+void Program::followStandIn()
+{
+    m_delegate.addAction(u"try"_s, [this] { m_standIn.ask(); });
+    QObject::connect(&m_windows, &Windows::questionWanted, &m_standIn, &StandIn::ask);
+    // Whoever started this in a terminal sees there what the hook would hand to Claude Code.
+    QObject::connect(&m_standIn, &StandIn::told, &m_delegate, [](const QByteArray &answer) {
+        const QByteArray line = answer.isEmpty() ? QByteArrayLiteral("nothing") : answer;
+        std::fprintf(stdout, "The session was told: %s\n", line.constData());
+        std::fflush(stdout);
+    });
 }
 
 std::unique_ptr<HookListener> Program::makeListener()
@@ -99,8 +138,12 @@ void Program::showPanel()
         {u"accessibility"_s, QVariant::fromValue(static_cast<Accessibility *>(&m_machine.platform.accessibility))},
     });
     m_panel.setSource(QUrl(u"qrc:/qt/qml/Velto/Shell/VeltoView.qml"_s));
+    tellWhatIsGreyed();
     auto *theme = Theme::of(m_panel.engine());
-    const auto follow = [theme, this] { theme->setReducedMotion(m_machine.platform.accessibility.reducedMotion()); };
+    const auto follow = [theme, this] {
+        theme->setReducedMotion(m_machine.platform.accessibility.reducedMotion());
+        theme->setTextScale(m_machine.platform.accessibility.textScale());
+    };
     QObject::connect(&m_machine.platform.accessibility, &Accessibility::changed, theme, follow);
     follow();
     m_machine.platform.panelWindow.adopt(&m_panel);
@@ -110,15 +153,16 @@ void Program::showPanel()
 void Program::painted()
 {
     m_machine.background.release();
+    sweep();
     m_machine.platform.start();
     m_delegate.addStatusItem(m_machine.platform.statusItem);
     m_delegate.addHotKey(m_machine.platform.hotKey);
-    m_windows.setHotKeyRegistered(m_delegate.hotKeyRegistered());
     if (!m_stores.prefs.onboarded())
         m_delegate.showWelcome();
     for (const auto &action : m_commandLine.actions)
         m_delegate.act(action);
-    m_activation.listen(m_commandLine.activated);
+    // Whoever starts it by the bus wants it open, too; a first time it is the welcome that opens.
+    m_activation.listen(m_commandLine.activated && !m_stores.prefs.onboarded());
 }
 
 } // namespace velto

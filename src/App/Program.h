@@ -2,16 +2,18 @@
 
 #include "App/AppDelegate.h"
 #include "App/CommandLine.h"
+#include "App/StandIn.h"
 #include "App/ThisMachine.h"
 #include "App/Windows.h"
 #include "Design/TabOrder.h"
 #include "Hub/Stores.h"
+#include "Platform/Posix/EndSignals.h"
 #include "Shell/CollapsedStrip.h"
 #include "Shell/PanelContents.h"
 #include "Shell/PanelKeys.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/PeekLine.h"
-#include "Shell/UI.h"
+#include "Core/UI.h"
 #include "Shell/VeltoPanel.h"
 
 namespace velto {
@@ -29,6 +31,8 @@ private:
     void showPanel();
     void showBackdrop(const QString &kind);
     void painted();
+    void sweep();
+    void followStandIn();
 
     Activation &m_activation;
     CommandLine m_commandLine;
@@ -44,7 +48,9 @@ private:
     PanelKeys m_keys;
     TabOrder m_tabOrder;
     AppDelegate m_delegate;
+    StandIn m_standIn;
     Windows m_windows;
+    EndSignals m_endSignals;
     TimerHandle m_paintedAnyway;
 };
 

@@ -11,7 +11,7 @@
 #include "Shell/PanelContents.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/PeekLine.h"
-#include "Shell/UI.h"
+#include "Core/UI.h"
 #include "Tabs/Agents/AgentsSource.h"
 #include "Tabs/Todos/TodosSource.h"
 

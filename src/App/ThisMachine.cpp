@@ -1,6 +1,6 @@
 #include "App/ThisMachine.h"
 
-#include "Core/Texts.h"
+#include "Platform/Posix/ToolSearchPath.h"
 
 #include <QDir>
 #include <QStandardPaths>
@@ -22,8 +22,8 @@ Places placesOfThisMachine()
 
 ThisMachine::ThisMachine()
     : places(placesOfThisMachine())
-    , defaults(files, clock, places.configuration + "/settings.json"_L1)
-    , platform(clock, files, places)
+    , defaults(files, writer, clock, places.configuration + "/settings.json"_L1)
+    , platform(clock, files, defaults, places)
     , tools(toolSearchPath(places.home, qEnvironmentVariable("PATH")))
     , sounds(background)
 {
@@ -38,6 +38,7 @@ Desktop ThisMachine::desktopWith(Defaults &ofSettings, Keychain &ofSecrets)
         .background = background,
         .tools = tools,
         .files = files,
+        .writer = writer,
         .fileTree = fileTree,
         .defaults = ofSettings,
         .http = http,

@@ -2,6 +2,7 @@
 
 #include "Core/Http.h"
 #include "Hub/Desktop.h"
+#include "Platform/FileWriter.h"
 #include "Platform/Linux/CanberraSounds.h"
 #include "Platform/Linux/LinuxPlatform.h"
 #include "Platform/Places.h"
@@ -30,6 +31,8 @@ struct ThisMachine {
     SystemClock clock;
     PosixFiles files;
     PosixFileTree fileTree;
+    ThreadPoolBackground writing{1}; ///< no other work is in the way of what the user wants kept
+    FileWriter writer{writing, clock};
     JsonDefaults defaults;
     LinuxPlatform platform;
     PosixToolRunner tools; ///< takes the environment as it is now: what the platform chose for us alone is gone from it

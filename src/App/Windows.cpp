@@ -57,7 +57,6 @@ void Windows::showSettings()
 {
     if (!m_settingsWindow) {
         m_settings = std::make_unique<SettingsStore>(m_settingsNeeds);
-        m_settings->general()->setHotKeyRegistered(m_hotKeyRegistered);
         connect(m_settings->about(), &AboutSettings::quitWanted, this, &Windows::quitWanted);
         m_settingsWindow.reset(make("SettingsWindow.qml", m_settings.get()));
     }
@@ -74,19 +73,13 @@ void Windows::showWelcome()
             m_welcomeWindow->close();
             Q_EMIT welcomed();
         });
+        connect(m_welcome.get(), &Welcome::questionWanted, this, &Windows::questionWanted);
         m_welcomeWindow.reset(make("WelcomeWindow.qml", m_welcome.get()));
         m_welcome->detect();
     }
     m_welcomeWindow->show();
     m_welcomeWindow->raise();
     m_welcomeWindow->requestActivate();
-}
-
-void Windows::setHotKeyRegistered(bool registered)
-{
-    m_hotKeyRegistered = registered;
-    if (m_settings)
-        m_settings->general()->setHotKeyRegistered(registered);
 }
 
 QQuickWindow *Windows::make(const char *file, QObject *store)

@@ -23,10 +23,10 @@ public:
 
     void showSettings();
     void showWelcome();
-    /// What the settings say about the global key.
-    void setHotKeyRegistered(bool registered);
 
 Q_SIGNALS:
+    /// The user wants to see what a question looks like.
+    void questionWanted();
     /// The user is through with the welcome.
     void welcomed();
     void quitWanted();
@@ -39,7 +39,6 @@ private:
     Appearance &m_appearance;
     SettingsStore::Needs m_settingsNeeds;
     Welcome::Needs m_welcomeNeeds;
-    bool m_hotKeyRegistered = false;
     std::unique_ptr<QQmlEngine> m_engine; ///< of their own, so that the strip's stays small
     std::unique_ptr<SettingsStore> m_settings;
     std::unique_ptr<Welcome> m_welcome;

@@ -2,6 +2,7 @@
 
 #include "Core/Tab.h"
 
+#include <QJsonValue>
 #include <QString>
 #include <QUrl>
 #include <QUuid>
@@ -10,6 +11,14 @@
 #include <optional>
 
 namespace velto {
+
+/// What a question asks for, whole and as it came. It is for the screen alone: never compared, spoken, logged or kept.
+struct Question {
+    QString session; ///< the name of the session that asks
+    std::optional<QString> cwd; ///< its folder
+    QString tool; ///< the tool's name; empty if none was given
+    QJsonValue input = QJsonValue::Undefined; ///< all that the tool is given; undefined if nothing came
+};
 
 /// One line that slides out of the strip. With `decide` it is a question.
 struct Peek {
@@ -28,7 +37,10 @@ struct Peek {
     std::optional<QString> cwd; ///< the folder for that
     std::optional<QUrl> url; ///< the link that a press opens
     Decide decide;
-    QString aside = {}; ///< quiet text beside the line, such as the name of the session that it is about
+    /// What the row and its unfolded part show of a question; without it they show the text.
+    std::optional<Question> question = std::nullopt;
+    /// Quiet words after the text, the name of the session that a line is about, say; empty for none.
+    QString beside = QString();
     News news = News::Other;
     QString session = {}; ///< which one the news is about
     /// How long a question's asker waits. If its turn comes when hardly anything of that is left, it gets no answer, and a line

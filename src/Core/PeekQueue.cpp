@@ -67,6 +67,12 @@ void PeekQueue::pressBegan(const QUuid &id)
     m_press = Press{id, m_clock.now()};
 }
 
+void PeekQueue::moved()
+{
+    m_press.reset();
+    m_movedAt = m_clock.now();
+}
+
 bool PeekQueue::takesPress(const QUuid &id) const
 {
     if (!onShow() || onShow()->id != id)
@@ -75,7 +81,7 @@ bool PeekQueue::takesPress(const QUuid &id) const
         return true;
     if (m_press && m_press->peek != id)
         return false;
-    return (m_press ? m_press->at : m_clock.now()) - m_timeline.shownAt() >= kUnread;
+    return (m_press ? m_press->at : m_clock.now()) - std::max(m_timeline.shownAt(), m_movedAt) >= kUnread;
 }
 
 void PeekQueue::answer(const QUuid &id, bool allowed)

@@ -32,6 +32,8 @@ public:
     void retract(Peek::News news, const QSet<QString> &sessions);
     /// The user pressed a button over the row of this Peek; an answer or a dismissal may follow when it is released.
     void pressBegan(const QUuid &id);
+    /// The Peek on show stands somewhere else now. What was pressed in its old place, or just after, wasn't meant for it.
+    void moved();
     /// Whether a press on this Peek counts: it is the one on show, and was there long enough to be read when the press began.
     bool takesPress(const QUuid &id) const;
     /// Answers the question on show and goes on to the next Peek. Does nothing if that press doesn't count.
@@ -53,6 +55,7 @@ private:
     PeekTimeline m_timeline;
     QUuid m_announced; ///< the one on show that everyone has been told of; null for none
     std::optional<Press> m_press;
+    Clock::Instant m_movedAt;
     TimerHandle m_wake;
 };
 

@@ -11,6 +11,7 @@
 #include <array>
 #include <initializer_list>
 #include <optional>
+#include <type_traits>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -104,28 +105,11 @@ template <typename T> std::optional<T> stored(const Defaults &defaults, QLatin1S
     return std::nullopt;
 }
 
-QString text(const Defaults &defaults, QLatin1StringView key)
-{
-    return stored<QString>(defaults, key).value_or(QString());
-}
-
-QSet<QString> set(const QStringList &list)
-{
-    return {list.cbegin(), list.cend()};
-}
-
-QStringList sorted(const QSet<QString> &values)
-{
-    QStringList list(values.cbegin(), values.cend());
-    list.sort();
-    return list;
-}
-
 // The case whose raw value is stored, or `fallback` for a missing or unknown one.
 template <typename Enum, typename Table, typename Raw>
 Enum choice(const Defaults &defaults, QLatin1StringView key, const Table &table, Raw raw, Enum fallback)
 {
-    const QString value = text(defaults, key);
+    const QString value = stored<QString>(defaults, key).value_or(QString());
     const auto found = std::ranges::find_if(table, [&](const auto &entry) { return value == raw(entry); });
     return found == table.end() ? fallback : Enum(found - table.begin());
 }
@@ -135,69 +119,105 @@ constexpr auto kRawOfMode = [](const ModeFacts &facts) { return facts.raw; };
 
 } // namespace
 
+template <typename T> Prefs::Setting<T> Prefs::read(QLatin1StringView key, const T &fallback) const
+{
+    if constexpr (std::is_same_v<T, OpenMode>) {
+        return {key, choice(m_defaults, key, kOpenModes, kItself, fallback)};
+    } else if constexpr (std::is_same_v<T, Mode>) {
+        return {key, choice(m_defaults, key, kModes, kRawOfMode, fallback)};
+    } else if constexpr (std::is_same_v<T, CalendarSource>) {
+        return {key, choice(m_defaults, key, kCalendarSources, kItself, fallback)};
+    } else if constexpr (std::is_same_v<T, QSet<QString>>) {
+        const auto list = stored<QStringList>(m_defaults, key);
+        return {key, list ? QSet<QString>(list->cbegin(), list->cend()) : fallback};
+    } else {
+        return {key, stored<T>(m_defaults, key).value_or(fallback)};
+    }
+}
+
+QVariant Prefs::rawOf(const QSet<QString> &values)
+{
+    QStringList list(values.cbegin(), values.cend());
+    list.sort();
+    return list;
+}
+
+QVariant Prefs::rawOf(OpenMode value)
+{
+    return QString(kOpenModes[std::size_t(value)]);
+}
+
+QVariant Prefs::rawOf(Mode value)
+{
+    return QString(kModes[std::size_t(value)].raw);
+}
+
+QVariant Prefs::rawOf(CalendarSource value)
+{
+    return QString(kCalendarSources[std::size_t(value)]);
+}
+
 Prefs::Prefs(Defaults &defaults, const Places &places, const Clock &clock, QObject *parent)
     : QObject(parent)
     , m_defaults(defaults)
-    , m_openMode(choice(defaults, "openMode"_L1, kOpenModes, kItself, OpenMode::Hover))
-    , m_mode(choice(defaults, "mode"_L1, kModes, kRawOfMode, Mode::Custom))
-    , m_hoverDelay(stored<double>(defaults, "hoverDelay"_L1).value_or(0.3))
-    , m_off(velto::set(stored<QStringList>(defaults, "modulesOff"_L1).value_or(QStringList{rawValue(Module::Calendar)})))
-    , m_repoRoots(stored<QStringList>(defaults, "repoRoots"_L1).value_or(defaultRepoRoots(places.home)))
+    , m_openMode(read("openMode"_L1, OpenMode::Hover))
+    , m_mode(read("mode"_L1, Mode::Custom))
+    , m_off(read("modulesOff"_L1, QSet{rawValue(Module::Calendar)}))
+    , m_repoRoots(read("repoRoots"_L1, defaultRepoRoots(places.home)))
     , m_repoRootsChosen(stored<QStringList>(defaults, "repoRoots"_L1).has_value())
-    , m_quillboxURL(text(defaults, "quillboxURL"_L1))
-    , m_jiraSite(text(defaults, "jiraSite"_L1))
-    , m_jiraEmail(text(defaults, "jiraEmail"_L1))
-    , m_dailyBudget(stored<qlonglong>(defaults, "dailyBudget"_L1).value_or(0))
-    , m_quietWhileRecording(stored<bool>(defaults, "quietWhileRecording"_L1).value_or(true))
-    , m_peekOnFinish(stored<bool>(defaults, "peekOnFinish"_L1).value_or(true))
-    , m_onboarded(stored<bool>(defaults, "onboarded"_L1).value_or(false))
-    , m_calendarIDs(stored<QStringList>(defaults, "calendarIDs"_L1).value_or(QStringList()))
-    , m_meetingTitle(text(defaults, "meetingTitle"_L1))
-    , m_meetingURL(text(defaults, "meetingURL"_L1))
-    , m_meetingStart(stored<QDateTime>(defaults, "meetingStart"_L1).value_or(clock.wallTime().addSecs(3600)))
-    , m_calendarSource(choice(defaults, "calendarSource"_L1, kCalendarSources, kItself, CalendarSource::Manual))
-    , m_googleCalendarIDs(stored<QStringList>(defaults, "googleCalendarIDs"_L1).value_or(QStringList()))
-    , m_dailyPriority(text(defaults, "dailyPriority"_L1))
-    , m_dismissedAgentIDs(velto::set(stored<QStringList>(defaults, "dismissedAgentIDs"_L1).value_or(QStringList())))
-    , m_glanceGuideDismissed(stored<bool>(defaults, "glanceGuideDismissed"_L1).value_or(false))
+    , m_quillboxURL(read<QString>("quillboxURL"_L1))
+    , m_jiraSite(read<QString>("jiraSite"_L1))
+    , m_jiraEmail(read<QString>("jiraEmail"_L1))
+    , m_dailyBudget(read<qint64>("dailyBudget"_L1))
+    , m_quietWhileRecording(read("quietWhileRecording"_L1, true))
+    , m_peekOnFinish(read("peekOnFinish"_L1, true))
+    , m_onboarded(read<bool>("onboarded"_L1))
+    , m_meetingTitle(read<QString>("meetingTitle"_L1))
+    , m_meetingURL(read<QString>("meetingURL"_L1))
+    , m_meetingStart(read("meetingStart"_L1, clock.wallTime().addSecs(3600)))
+    , m_calendarSource(read("calendarSource"_L1, CalendarSource::Manual))
+    , m_googleCalendarIDs(read<QStringList>("googleCalendarIDs"_L1))
+    , m_dailyPriority(read<QString>("dailyPriority"_L1))
+    , m_dismissedAgentIDs(read<QSet<QString>>("dismissedAgentIDs"_L1))
+    , m_glanceGuideDismissed(read<bool>("glanceGuideDismissed"_L1))
 {
 }
 
 bool Prefs::isOn(Module module) const
 {
-    return !m_off.contains(rawValue(module));
+    return !m_off.value.contains(rawValue(module));
 }
 
 bool Prefs::anyOn() const
 {
-    return std::ranges::any_of(kModules, [this](const ModuleFacts &facts) { return !m_off.contains(facts.raw); });
+    return std::ranges::any_of(kModules, [this](const ModuleFacts &facts) { return !m_off.value.contains(facts.raw); });
 }
 
 void Prefs::set(Module module, bool on)
 {
     if (on)
-        m_off.remove(rawValue(module));
+        m_off.value.remove(rawValue(module));
     else
-        m_off.insert(rawValue(module));
-    m_mode = Mode::Custom;
-    store("modulesOff"_L1, sorted(m_off));
-    store("mode"_L1, QString(kModes[std::size_t(m_mode)].raw));
+        m_off.value.insert(rawValue(module));
+    m_mode.value = Mode::Custom;
+    store(m_off);
+    store(m_mode);
     Q_EMIT changed();
 }
 
 void Prefs::selectMode(Mode mode, const QList<Module> &without)
 {
-    m_mode = mode;
-    store("mode"_L1, QString(kModes[std::size_t(mode)].raw));
+    m_mode.value = mode;
+    store(m_mode);
     if (mode != Mode::Custom) {
-        m_off.clear();
+        m_off.value.clear();
         for (const ModuleFacts &facts : kModules)
-            m_off.insert(facts.raw);
+            m_off.value.insert(facts.raw);
         for (const Module on : modulesOf(mode))
-            m_off.remove(rawValue(on));
+            m_off.value.remove(rawValue(on));
         for (const Module off : without)
-            m_off.insert(rawValue(off));
-        store("modulesOff"_L1, sorted(m_off));
+            m_off.value.insert(rawValue(off));
+        store(m_off);
     }
     Q_EMIT changed();
 }
@@ -207,97 +227,10 @@ void Prefs::store(QLatin1StringView key, const QVariant &value)
     m_defaults.set(key, value);
 }
 
-template <typename T> void Prefs::write(QLatin1StringView key, T &field, const T &value, const QVariant &raw)
-{
-    field = value;
-    store(key, raw);
-    Q_EMIT changed();
-}
-
-void Prefs::setOpenMode(OpenMode value)
-{
-    write("openMode"_L1, m_openMode, value, QString(kOpenModes[std::size_t(value)]));
-}
-
 void Prefs::setRepoRoots(const QStringList &value)
 {
     m_repoRootsChosen = true;
-    write("repoRoots"_L1, m_repoRoots, value, value);
-}
-
-void Prefs::setQuillboxURL(const QString &value)
-{
-    write("quillboxURL"_L1, m_quillboxURL, value, value);
-}
-
-void Prefs::setJiraSite(const QString &value)
-{
-    write("jiraSite"_L1, m_jiraSite, value, value);
-}
-
-void Prefs::setJiraEmail(const QString &value)
-{
-    write("jiraEmail"_L1, m_jiraEmail, value, value);
-}
-
-void Prefs::setDailyBudget(qint64 value)
-{
-    write("dailyBudget"_L1, m_dailyBudget, value, qlonglong(value));
-}
-
-void Prefs::setQuietWhileRecording(bool value)
-{
-    write("quietWhileRecording"_L1, m_quietWhileRecording, value, value);
-}
-
-void Prefs::setPeekOnFinish(bool value)
-{
-    write("peekOnFinish"_L1, m_peekOnFinish, value, value);
-}
-
-void Prefs::setOnboarded(bool value)
-{
-    write("onboarded"_L1, m_onboarded, value, value);
-}
-
-void Prefs::setMeetingTitle(const QString &value)
-{
-    write("meetingTitle"_L1, m_meetingTitle, value, value);
-}
-
-void Prefs::setMeetingURL(const QString &value)
-{
-    write("meetingURL"_L1, m_meetingURL, value, value);
-}
-
-void Prefs::setMeetingStart(const QDateTime &value)
-{
-    write("meetingStart"_L1, m_meetingStart, value, value);
-}
-
-void Prefs::setCalendarSource(CalendarSource value)
-{
-    write("calendarSource"_L1, m_calendarSource, value, QString(kCalendarSources[std::size_t(value)]));
-}
-
-void Prefs::setGoogleCalendarIDs(const QStringList &value)
-{
-    write("googleCalendarIDs"_L1, m_googleCalendarIDs, value, value);
-}
-
-void Prefs::setDailyPriority(const QString &value)
-{
-    write("dailyPriority"_L1, m_dailyPriority, value, value);
-}
-
-void Prefs::setDismissedAgentIDs(const QSet<QString> &value)
-{
-    write("dismissedAgentIDs"_L1, m_dismissedAgentIDs, value, sorted(value));
-}
-
-void Prefs::setGlanceGuideDismissed(bool value)
-{
-    write("glanceGuideDismissed"_L1, m_glanceGuideDismissed, value, value);
+    change(m_repoRoots, value);
 }
 
 QStringList Prefs::defaultRepoRoots(const QString &home)

@@ -39,50 +39,46 @@ public:
     /// The same, with these modules off whatever the preset says.
     void selectMode(Mode mode, const QList<Module> &without);
 
-    OpenMode openMode() const { return m_openMode; }
-    void setOpenMode(OpenMode value);
-    Mode mode() const { return m_mode; }
-    /// Seconds. Read at the start and kept; nothing acts on it.
-    double hoverDelay() const { return m_hoverDelay; }
+    OpenMode openMode() const { return m_openMode.value; }
+    void setOpenMode(OpenMode value) { change(m_openMode, value); }
+    Mode mode() const { return m_mode.value; }
     /// The raw values of the modules that are off.
-    const QSet<QString> &off() const { return m_off; }
-    const QStringList &repoRoots() const { return m_repoRoots; }
+    const QSet<QString> &off() const { return m_off.value; }
+    const QStringList &repoRoots() const { return m_repoRoots.value; }
     void setRepoRoots(const QStringList &value);
     /// Whether the folders may be looked at: the user has chosen them, or finished the welcome that tells of them.
-    bool mayLookAtRepos() const { return m_onboarded || m_repoRootsChosen; }
-    const QString &quillboxURL() const { return m_quillboxURL; }
-    void setQuillboxURL(const QString &value);
-    const QString &jiraSite() const { return m_jiraSite; }
-    void setJiraSite(const QString &value);
-    const QString &jiraEmail() const { return m_jiraEmail; }
-    void setJiraEmail(const QString &value);
+    bool mayLookAtRepos() const { return onboarded() || m_repoRootsChosen; }
+    const QString &quillboxURL() const { return m_quillboxURL.value; }
+    void setQuillboxURL(const QString &value) { change(m_quillboxURL, value); }
+    const QString &jiraSite() const { return m_jiraSite.value; }
+    void setJiraSite(const QString &value) { change(m_jiraSite, value); }
+    const QString &jiraEmail() const { return m_jiraEmail.value; }
+    void setJiraEmail(const QString &value) { change(m_jiraEmail, value); }
     /// Tokens a day; 0 is no budget.
-    qint64 dailyBudget() const { return m_dailyBudget; }
-    void setDailyBudget(qint64 value);
-    bool quietWhileRecording() const { return m_quietWhileRecording; }
-    void setQuietWhileRecording(bool value);
-    bool peekOnFinish() const { return m_peekOnFinish; }
-    void setPeekOnFinish(bool value);
-    bool onboarded() const { return m_onboarded; }
-    void setOnboarded(bool value);
-    /// Read at the start and kept; nothing acts on it.
-    const QStringList &calendarIDs() const { return m_calendarIDs; }
-    const QString &meetingTitle() const { return m_meetingTitle; }
-    void setMeetingTitle(const QString &value);
-    const QString &meetingURL() const { return m_meetingURL; }
-    void setMeetingURL(const QString &value);
-    const QDateTime &meetingStart() const { return m_meetingStart; }
-    void setMeetingStart(const QDateTime &value);
-    CalendarSource calendarSource() const { return m_calendarSource; }
-    void setCalendarSource(CalendarSource value);
-    const QStringList &googleCalendarIDs() const { return m_googleCalendarIDs; }
-    void setGoogleCalendarIDs(const QStringList &value);
-    const QString &dailyPriority() const { return m_dailyPriority; }
-    void setDailyPriority(const QString &value);
-    const QSet<QString> &dismissedAgentIDs() const { return m_dismissedAgentIDs; }
-    void setDismissedAgentIDs(const QSet<QString> &value);
-    bool glanceGuideDismissed() const { return m_glanceGuideDismissed; }
-    void setGlanceGuideDismissed(bool value);
+    qint64 dailyBudget() const { return m_dailyBudget.value; }
+    void setDailyBudget(qint64 value) { change(m_dailyBudget, value); }
+    bool quietWhileRecording() const { return m_quietWhileRecording.value; }
+    void setQuietWhileRecording(bool value) { change(m_quietWhileRecording, value); }
+    bool peekOnFinish() const { return m_peekOnFinish.value; }
+    void setPeekOnFinish(bool value) { change(m_peekOnFinish, value); }
+    bool onboarded() const { return m_onboarded.value; }
+    void setOnboarded(bool value) { change(m_onboarded, value); }
+    const QString &meetingTitle() const { return m_meetingTitle.value; }
+    void setMeetingTitle(const QString &value) { change(m_meetingTitle, value); }
+    const QString &meetingURL() const { return m_meetingURL.value; }
+    void setMeetingURL(const QString &value) { change(m_meetingURL, value); }
+    const QDateTime &meetingStart() const { return m_meetingStart.value; }
+    void setMeetingStart(const QDateTime &value) { change(m_meetingStart, value); }
+    CalendarSource calendarSource() const { return m_calendarSource.value; }
+    void setCalendarSource(CalendarSource value) { change(m_calendarSource, value); }
+    const QStringList &googleCalendarIDs() const { return m_googleCalendarIDs.value; }
+    void setGoogleCalendarIDs(const QStringList &value) { change(m_googleCalendarIDs, value); }
+    const QString &dailyPriority() const { return m_dailyPriority.value; }
+    void setDailyPriority(const QString &value) { change(m_dailyPriority, value); }
+    const QSet<QString> &dismissedAgentIDs() const { return m_dismissedAgentIDs.value; }
+    void setDismissedAgentIDs(const QSet<QString> &value) { change(m_dismissedAgentIDs, value); }
+    bool glanceGuideDismissed() const { return m_glanceGuideDismissed.value; }
+    void setGlanceGuideDismissed(bool value) { change(m_glanceGuideDismissed, value); }
 
     /// The usual folders for repositories that exist in this home folder.
     static QStringList defaultRepoRoots(const QString &home);
@@ -96,32 +92,49 @@ Q_SIGNALS:
     void changed();
 
 private:
+    /// One thing that the user chooses, and the key under which it is stored.
+    template <typename T> struct Setting {
+        QLatin1StringView key;
+        T value;
+    };
+    template <typename T> Setting<T> read(QLatin1StringView key, const T &fallback = {}) const;
+    template <typename T> void store(const Setting<T> &setting) { store(setting.key, rawOf(setting.value)); }
+    template <typename T> void change(Setting<T> &setting, const T &value)
+    {
+        setting.value = value;
+        store(setting);
+        Q_EMIT changed();
+    }
     void store(QLatin1StringView key, const QVariant &value);
-    template <typename T> void write(QLatin1StringView key, T &field, const T &value, const QVariant &raw);
+
+    // As the defaults hold it.
+    static QVariant rawOf(const QVariant &value) { return value; }
+    static QVariant rawOf(const QSet<QString> &values);
+    static QVariant rawOf(OpenMode value);
+    static QVariant rawOf(Mode value);
+    static QVariant rawOf(CalendarSource value);
 
     Defaults &m_defaults;
-    OpenMode m_openMode;
-    Mode m_mode;
-    double m_hoverDelay;
-    QSet<QString> m_off;
-    QStringList m_repoRoots;
+    Setting<OpenMode> m_openMode;
+    Setting<Mode> m_mode;
+    Setting<QSet<QString>> m_off;
+    Setting<QStringList> m_repoRoots;
     bool m_repoRootsChosen;
-    QString m_quillboxURL;
-    QString m_jiraSite;
-    QString m_jiraEmail;
-    qint64 m_dailyBudget;
-    bool m_quietWhileRecording;
-    bool m_peekOnFinish;
-    bool m_onboarded;
-    QStringList m_calendarIDs;
-    QString m_meetingTitle;
-    QString m_meetingURL;
-    QDateTime m_meetingStart;
-    CalendarSource m_calendarSource;
-    QStringList m_googleCalendarIDs;
-    QString m_dailyPriority;
-    QSet<QString> m_dismissedAgentIDs;
-    bool m_glanceGuideDismissed;
+    Setting<QString> m_quillboxURL;
+    Setting<QString> m_jiraSite;
+    Setting<QString> m_jiraEmail;
+    Setting<qint64> m_dailyBudget;
+    Setting<bool> m_quietWhileRecording;
+    Setting<bool> m_peekOnFinish;
+    Setting<bool> m_onboarded;
+    Setting<QString> m_meetingTitle;
+    Setting<QString> m_meetingURL;
+    Setting<QDateTime> m_meetingStart;
+    Setting<CalendarSource> m_calendarSource;
+    Setting<QStringList> m_googleCalendarIDs;
+    Setting<QString> m_dailyPriority;
+    Setting<QSet<QString>> m_dismissedAgentIDs;
+    Setting<bool> m_glanceGuideDismissed;
 };
 
 } // namespace velto

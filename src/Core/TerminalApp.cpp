@@ -3,7 +3,6 @@
 #include "Core/Texts.h"
 #include "Platform/Defaults.h"
 #include "Platform/Places.h"
-#include "Platform/Terminals.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -30,21 +29,6 @@ TerminalApp::TerminalApp(Defaults &defaults, Terminals &terminals, const Places 
 {
 }
 
-QString TerminalApp::identifier(App app)
-{
-    switch (app) {
-    case App::Terminal:
-        return u"com.apple.Terminal"_s;
-    case App::ITerm:
-        return u"com.googlecode.iterm2"_s;
-    case App::Ghostty:
-        return u"com.mitchellh.ghostty"_s;
-    case App::Warp:
-        return u"dev.warp.Warp-Stable"_s;
-    }
-    Q_UNREACHABLE();
-}
-
 QString TerminalApp::name(App app)
 {
     switch (app) {
@@ -62,13 +46,14 @@ QString TerminalApp::name(App app)
 
 bool TerminalApp::installed(App app) const
 {
-    return m_terminals.installed(identifier(app));
+    return m_terminals.installed(app);
 }
 
 TerminalApp::App TerminalApp::current() const
 {
     const QString stored = m_defaults.value(kKey).toString();
-    const auto chosen = std::ranges::find_if(kAll, [&](App app) { return identifier(app) == stored && installed(app); });
+    const auto chosen =
+        std::ranges::find_if(kAll, [&](App app) { return Terminals::storedName(app) == stored && installed(app); });
     if (chosen != kAll.end())
         return *chosen;
     const auto found = std::ranges::find_if(kPreferred, [this](App app) { return installed(app); });
@@ -77,12 +62,12 @@ TerminalApp::App TerminalApp::current() const
 
 void TerminalApp::setCurrent(App app)
 {
-    m_defaults.set(kKey, identifier(app));
+    m_defaults.set(kKey, Terminals::storedName(app));
 }
 
 void TerminalApp::launch(const QString &command) const
 {
-    m_terminals.launch(identifier(current()), command);
+    m_terminals.launch(current(), command);
 }
 
 bool TerminalApp::resumeClaude(const std::optional<QString> &session, const std::optional<QString> &cwd) const

@@ -1,25 +1,22 @@
 #pragma once
 
-#include <QObject>
+#include "Platform/Terminals.h"
+
 #include <QString>
 #include <optional>
 
 namespace velto {
 
 class Defaults;
-class Terminals;
 struct Places;
 
 /// The terminal in which sessions are resumed and commands are run. UI thread only.
 class TerminalApp {
-    Q_GADGET
 public:
-    enum class App : quint8 { Terminal, ITerm, Ghostty, Warp };
-    Q_ENUM(App)
+    using App = Terminals::App;
 
     TerminalApp(Defaults &defaults, Terminals &terminals, const Places &places);
 
-    static QString identifier(App app);
     static QString name(App app);
     bool installed(App app) const;
 

@@ -33,24 +33,6 @@ bool isHexDigit(QChar c)
 
 } // namespace
 
-QStringList toolSearchPath(const QString &home, const QString &path)
-{
-    QStringList folders{
-        home + "/.local/bin"_L1,
-        u"/opt/homebrew/bin"_s,
-        u"/usr/local/bin"_s,
-        home + "/.npm-global/bin"_L1,
-        home + "/.bun/bin"_L1,
-        home + "/.cargo/bin"_L1,
-        u"/Library/Frameworks/Python.framework/Versions/Current/bin"_s,
-        u"/usr/bin"_s,
-        u"/bin"_s,
-    };
-    folders += path.split(u':', Qt::SkipEmptyParts);
-    folders.removeDuplicates();
-    return folders;
-}
-
 QString today(const Clock &clock, int offset)
 {
     return clock.wallTime().toLocalTime().date().addDays(offset).toString(u"yyyy-MM-dd");
@@ -70,11 +52,13 @@ QString ago(const QDateTime &date, const QDateTime &now)
 
 QString shortTime(const QDateTime &moment)
 {
-    // The system's locale, since the form of times may be another language's than that of texts (LC_TIME).
+    // The system's form, since that of times may be another country's than that of texts (LC_TIME), in the words and digits of
+    // our texts.
     const QLocale locale = QLocale::system();
     const QTime time = moment.toLocalTime().time();
     // What has no country has no short form either.
-    return locale.language() == QLocale::C ? time.toString(u"HH:mm"_s) : locale.toString(time, QLocale::ShortFormat);
+    return locale.language() == QLocale::C ? time.toString(u"HH:mm"_s)
+                                           : QLocale().toString(time, locale.timeFormat(QLocale::ShortFormat));
 }
 
 QString compact(qint64 count)

@@ -8,10 +8,6 @@ namespace velto {
 
 class Clock;
 
-/// Where tools are looked for, in order: the usual folders first, then those of `path` (the PATH that Velto was started with),
-/// each once.
-QStringList toolSearchPath(const QString &home, const QString &path);
-
 /// The date `offset` days from now, local, as "yyyy-MM-dd".
 QString today(const Clock &clock, int offset);
 /// How long ago, in one short word: "now", "12 min", "3 h", "2 d". The future is "now".

@@ -29,6 +29,11 @@ public:
     virtual QUrl makeView() const = 0;
     /// Another store has changed, or the user's choices: for a tab that shows what the others know.
     virtual void worldChanged() { }
+    /// A key of the open panel that neither the panel itself nor a field being typed in has a use for. Each visible tab is asked,
+    /// the one that is `onShow` and the others, until one takes it and returns true. Return and Enter are both Qt::Key_Return.
+    virtual bool takeKey(QKeyCombination /*key*/, bool /*onShow*/) { return false; }
+    /// Something is being written here: the panel doesn't close by itself.
+    virtual bool unfinished() const { return false; }
 
 Q_SIGNALS:
     void changed();

@@ -14,7 +14,7 @@ Item {
     property bool takesReturn: true
     /// Off where something else shows who has the keyboard.
     property bool ringed: true
-    property bool hovered: hover.hovered && root.enabled
+    property bool hovered: hover.hovered && root.enabled && !Theme.pointerRests
     property bool pressed: (tap.pressed || keys.held) && root.enabled
 
     signal clicked
@@ -24,10 +24,14 @@ Item {
     activeFocusOnTab: true
     opacity: root.enabled ? 1 : 0.4
     Accessible.role: Accessible.Button
-    Accessible.name: root.label
+    Accessible.name: Plain.line(root.label)
     Accessible.description: root.help === root.label ? "" : root.help
     Accessible.focusable: true
-    Accessible.onPressAction: root.clicked()
+    Accessible.ignored: !root.visible
+    Accessible.onPressAction: {
+        if (root.enabled)
+            keys.click();
+    }
     Keys.onPressed: event => keys.press(event)
     Keys.onReleased: event => keys.release(event)
     onActiveFocusChanged: keys.held = false
@@ -42,11 +46,16 @@ Item {
                 return;
             if (event.key === Qt.Key_Space) {
                 keys.held = true;
+                root.pressBegan();
                 event.accepted = true;
             } else if (root.takesReturn && (event.key === Qt.Key_Return || event.key === Qt.Key_Enter) && !event.isAutoRepeat) {
                 event.accepted = true;
-                root.clicked();
+                keys.click();
             }
+        }
+        function click(): void {
+            root.pressBegan();
+            root.clicked();
         }
         function release(event: KeyEvent): void {
             if (event.key !== Qt.Key_Space || event.isAutoRepeat || !keys.held)

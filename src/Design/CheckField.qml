@@ -18,21 +18,24 @@ ButtonBase {
     Accessible.role: Accessible.CheckBox
     Accessible.checkable: true
     Accessible.checked: root.checked
-    Accessible.onToggleAction: root.clicked()
+    Accessible.onToggleAction: {
+        if (root.enabled)
+            root.clicked();
+    }
     onClicked: root.toggled(!root.checked)
 
-    Rectangle {
+    RoundedBox {
         id: box
 
         anchors.verticalCenter: parent.verticalCenter
         x: 2
-        width: 16
-        height: 16
-        radius: 5
+        width: Math.round(16 * Theme.textScale)
+        height: width
+        radius: 5 * Theme.textScale
         color: root.checked ? Theme.at(Theme.ice, root.pressed ? 0.7 : root.hovered ? 0.95 : 0.85)
                             : Theme.at("white", root.pressed ? 0.16 : root.hovered ? 0.12 : 0.07)
-        border.width: root.checked ? 0 : 1
-        border.color: Theme.at("white", 0.3)
+        edge: root.checked ? 0 : 1
+        edgeColor: Theme.at("white", 0.3)
 
         Symbol {
             anchors.centerIn: parent

@@ -9,6 +9,8 @@ Rectangle {
     property string symbol
     property color tint: Theme.glassSecondary
     property real fill: 0.16
+    /// The colour of the text, which is to be read wherever the chip scrolls to.
+    property color ink: Theme.ink(root.tint, root.fill)
 
     implicitWidth: row.implicitWidth + 16
     implicitHeight: Math.max(words.height, root.symbol !== "" ? picture.height : 0) + 6 // at once, without the row
@@ -39,7 +41,7 @@ Rectangle {
             words: root.text
             size: Theme.textSmall
             weight: Font.Medium
-            color: root.tint
+            color: root.ink
         }
     }
 }

@@ -11,7 +11,11 @@ Row {
     property color color: Theme.glassPrimary
     property int size: Theme.textSmall
     property int weight: Font.Medium
+    property bool grows: true
+    readonly property int pixels: Math.round(root.size * (root.grows ? Theme.textScale : 1))
 
+    anchors.alignWhenCentered: false
+    anchors.verticalCenterOffset: Theme.capitalsDrop(root.pixels, root.height)
     Accessible.role: Accessible.StaticText
     Accessible.name: root.value
 
@@ -19,7 +23,7 @@ Row {
         id: zero
 
         font.family: Theme.family
-        font.pixelSize: root.size
+        font.pixelSize: root.pixels
         font.weight: root.weight
         text: "0"
     }
@@ -34,6 +38,7 @@ Row {
             width: character >= "0" && character <= "9" ? Math.ceil(zero.advanceWidth) : implicitWidth
             text: character
             color: root.color
+            grows: root.grows
             size: root.size
             weight: root.weight
             elide: Text.ElideNone

@@ -8,8 +8,8 @@ ButtonBase {
     readonly property bool ready: root.hovered || root.activeFocus
 
     corner: root.height / 2
-    implicitWidth: 24
-    implicitHeight: 24
+    implicitWidth: Math.round(24 * Theme.textScale)
+    implicitHeight: implicitWidth
 
     Symbol {
         anchors.centerIn: parent

@@ -1,8 +1,8 @@
 import QtQuick
 import Velto.Design
 
-/// The box of a field that one types into. Its edge is the focus ring.
-Rectangle {
+/// The box of a field that one types into, darker than what it stands on. Its edge is the focus ring.
+RoundedBox {
     id: root
 
     property bool focused: false
@@ -11,7 +11,7 @@ Rectangle {
     property bool wrong: false
 
     radius: Theme.radiusControl
-    color: Theme.at("white", root.focused ? 0.09 : root.hovered ? 0.1 : 0.07)
-    border.width: root.focused ? 2 : 1
-    border.color: root.wrong ? Theme.coral : root.focused ? Theme.ice : Theme.at("white", 0.1)
+    color: Theme.at("black", root.focused ? 0.34 : root.hovered ? 0.2 : 0.28)
+    edge: root.focused ? 2 : 1
+    edgeColor: root.wrong ? Theme.coral : root.focused ? Theme.ice : Theme.at("white", root.hovered ? 0.3 : 0.2)
 }

@@ -2,7 +2,7 @@ import QtQuick
 import Velto.Design
 
 /// The ring around the control that has the keyboard focus. Put it into the control; it follows its parent's edges.
-Rectangle {
+RoundedBox {
     id: root
 
     /// The control's own corner radius.
@@ -11,8 +11,7 @@ Rectangle {
     anchors.fill: parent
     anchors.margins: -2
     radius: root.corner + 2
-    color: "transparent"
-    border.width: 2
-    border.color: Theme.ice
+    edge: 2
+    edgeColor: Theme.ice
     visible: parent !== null && parent.activeFocus
 }

@@ -3,7 +3,7 @@ import Velto.Design
 
 /// A help text over everything else in the window, under `target` or above it where there is no room below. It appears after
 /// a delay and needs no window of its own. Made when it is wanted; see ButtonBase.
-Rectangle {
+RoundedBox {
     id: root
 
     required property Item target
@@ -27,8 +27,8 @@ Rectangle {
     height: words.height + 8
     radius: 6
     color: Theme.popover
-    border.width: 1
-    border.color: Theme.at("white", 0.14)
+    edge: 1
+    edgeColor: Theme.at("white", 0.14)
     opacity: 0
 
     PlainText {

@@ -10,8 +10,8 @@ ButtonBase {
     property bool on: false
 
     help: root.label
-    implicitWidth: 30
-    implicitHeight: 26
+    implicitWidth: Math.round(30 * Theme.textScale)
+    implicitHeight: Math.round(26 * Theme.textScale)
 
     Rectangle {
         anchors.fill: parent

@@ -23,7 +23,7 @@ ButtonBase {
         id: title
 
         x: 9
-        y: 3
+        anchors.verticalCenter: parent.verticalCenter
         width: root.width - 18
         words: root.text
         size: Theme.textSmall

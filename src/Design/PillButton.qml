@@ -6,13 +6,17 @@ ButtonBase {
     id: root
 
     required property string text
+    property string symbol
     property color tint: Theme.ice
     /// The one that Return presses wherever one is in its form.
     property bool primary: false
 
+    readonly property real lead: root.symbol === "" ? 0 : mark.width + 4
+    readonly property color ink: root.primary ? Theme.sheet : root.hovered ? "white" : Theme.glassPrimary
+
     label: root.text
     corner: root.height / 2
-    implicitWidth: title.implicitWidth + 22
+    implicitWidth: title.implicitWidth + 22 + root.lead
     implicitHeight: title.implicitHeight + 8
 
     PillButtonStyle {
@@ -23,16 +27,26 @@ ButtonBase {
         primary: root.primary
     }
 
+    Symbol {
+        id: mark
+
+        x: 10
+        anchors.verticalCenter: parent.verticalCenter
+        visible: root.symbol !== ""
+        name: root.symbol
+        size: Theme.textSmall
+        color: root.ink
+    }
     PlainText {
         id: title
 
-        x: 11
-        y: 4
-        width: root.width - 22
+        x: 11 + root.lead
+        anchors.verticalCenter: parent.verticalCenter
+        width: root.width - 22 - root.lead
         words: root.text
         size: Theme.textSmall
         weight: root.primary ? Font.DemiBold : Font.Medium
-        color: root.primary ? Theme.sheet : Theme.glassPrimary
+        color: root.ink
         horizontalAlignment: Text.AlignHCenter
         Accessible.ignored: true
     }

@@ -2,7 +2,7 @@ import QtQuick
 import Velto.Design
 
 /// The capsule of a PillButton.
-Rectangle {
+RoundedBox {
     id: root
 
     required property color tint
@@ -13,9 +13,8 @@ Rectangle {
 
     radius: root.height / 2
     color: root.primary ? Theme.at(root.tint, root.pressed ? 0.7 : root.hovered ? 0.95 : 0.85)
-                        : Theme.at(root.tint, root.pressed ? 0.3 : root.hovered ? 0.22 : 0.16)
+                        : Theme.at(root.tint, root.pressed ? 0.3 : root.hovered ? 0.2 : 0.16)
     // Half a logical pixel, as near as the screen comes to it: one device pixel, fainter where that is wider.
-    border.width: 1 / root.density
-    border.pixelAligned: false
-    border.color: Theme.at(root.tint, 0.48 * Math.min(1, root.density / 2))
+    edge: 1 / root.density
+    edgeColor: Theme.at(root.tint, 0.48 * Math.min(1, root.density / 2))
 }

@@ -30,6 +30,7 @@ ButtonBase {
             color: root.ink
         }
         PlainText {
+            anchors.verticalCenter: parent.verticalCenter
             words: root.text
             size: Theme.textSmall
             weight: Font.Medium

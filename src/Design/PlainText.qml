@@ -1,8 +1,8 @@
 import QtQuick
 import Velto.Design
 
-/// The one text item: never rich text. What comes from outside goes into `words`, which loses control characters and, unless
-/// `multiline`, its line breaks; our own texts may go into `text`.
+/// The one text item: never rich text. What comes from outside goes into `words`, where whatever can't be seen becomes a mark and,
+/// unless `multiline`, line breaks do; our own texts, and what is fit to be shown already, may go into `text`.
 Text {
     id: root
 
@@ -10,6 +10,8 @@ Text {
     property int size: Theme.textBody
     property int weight: Font.Normal
     property bool multiline: false
+    /// Off where there is no room for letters larger than drawn: in the strip.
+    property bool grows: true
 
     text: root.multiline ? Plain.lines(root.words) : Plain.line(root.words)
     textFormat: Text.PlainText
@@ -20,7 +22,10 @@ Text {
     wrapMode: root.multiline ? Text.Wrap : Text.NoWrap
     maximumLineCount: root.multiline ? 10000 : 1
     font.family: Theme.family
-    font.pixelSize: root.size
+    font.pixelSize: Math.round(root.size * (root.grows ? Theme.textScale : 1))
     font.weight: root.weight
     linkColor: root.color
+    // A centred line has its capitals in the middle, to less than a logical pixel.
+    anchors.alignWhenCentered: false
+    anchors.verticalCenterOffset: root.multiline ? 0 : Theme.capitalsDrop(root.font.pixelSize, root.height)
 }

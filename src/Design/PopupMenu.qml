@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Velto.Design
 
@@ -11,6 +9,9 @@ Item {
     required property Item target
     /// What it offers, in order.
     required property list<string> entries
+    property list<string> keys: []
+    /// Where it opens in the window, instead of at the control.
+    property var place: null
 
     signal chosen(int index)
     signal closed
@@ -35,25 +36,11 @@ Item {
         (root.before ?? root.target).forceActiveFocus();
         root.closed();
     }
-    function move(step: int): void {
-        const count = repeater.count;
-        for (let i = 0; i < count; ++i) {
-            if (repeater.itemAt(i).activeFocus) {
-                repeater.itemAt((i + step + count) % count).forceActiveFocus();
-                return;
-            }
-        }
-        repeater.itemAt(0).forceActiveFocus();
-    }
-
     Component.onCompleted: {
         root.scene = root.target.Window.contentItem;
         root.before = root.target.Window.activeFocusItem;
-        repeater.itemAt(0).forceActiveFocus();
+        list.enter();
     }
-    Keys.onEscapePressed: root.finish()
-    Keys.onDownPressed: root.move(1)
-    Keys.onUpPressed: root.move(-1)
 
     MouseArea {
         anchors.fill: parent
@@ -62,67 +49,36 @@ Item {
         onWheel: wheel => wheel.accepted = true
     }
 
-    Rectangle {
+    RoundedBox {
         id: panel
 
-        readonly property point below: root.scene
-            ? root.target.mapToItem(root.scene, root.target.width - width, root.target.height + 4) : Qt.point(0, 0)
+        readonly property point below: !root.scene ? Qt.point(0, 0) : root.place
+            ? Qt.point(Math.min(root.place.x, root.scene.width - width - 24), Math.min(root.place.y, root.scene.height - height - 24))
+            : root.target.mapToItem(root.scene, root.target.width - width, root.target.height + 4)
         readonly property bool flipped: root.scene !== null && below.y + height > root.scene.height - 24
 
         x: Math.round(below.x)
         y: Math.round(flipped ? below.y - root.target.height - height - 8 : below.y)
-        width: column.width + 8
-        height: column.height + 8
+        width: list.width + 8
+        height: list.height + 8
         radius: 10
         color: Theme.popover
-        border.width: 1
-        border.color: Theme.at("white", 0.14)
+        edge: 1
+        edgeColor: Theme.at("white", 0.14)
 
-        Column {
-            id: column
+        MenuEntries {
+            id: list
 
             x: 4
             y: 4
-
-            Repeater {
-                id: repeater
-
-                model: root.entries
-
-                ButtonBase {
-                    id: entry
-
-                    required property string modelData
-                    required property int index
-
-                    label: modelData
-                    ringed: false
-                    onHoveredChanged: {
-                        if (hovered)
-                            forceActiveFocus();
-                    }
-                    width: Math.max(136, words.implicitWidth + 24)
-                    height: 28
-                    Accessible.role: Accessible.MenuItem
-                    onClicked: {
-                        root.chosen(entry.index);
-                        root.finish();
-                    }
-
-                    Rectangle {
-                        anchors.fill: parent
-                        radius: 6
-                        color: Theme.at("white", entry.pressed ? 0.24 : entry.activeFocus ? 0.16 : 0)
-                    }
-                    PlainText {
-                        id: words
-
-                        x: 12
-                        anchors.verticalCenter: parent.verticalCenter
-                        words: entry.modelData
-                        Accessible.ignored: true
-                    }
-                }
+            width: implicitWidth
+            height: implicitHeight
+            entries: root.entries
+            keys: root.keys
+            onDismissed: root.finish()
+            onChosen: index => {
+                root.chosen(index);
+                root.finish();
             }
         }
     }

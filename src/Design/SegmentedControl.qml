@@ -53,6 +53,7 @@ Item {
         Accessible.role: Accessible.RadioButton
         Accessible.checkable: true
         Accessible.checked: segment.selected
+        Accessible.onToggleAction: segment.clicked()
         Keys.onLeftPressed: root.choose(segment.index - 1)
         Keys.onRightPressed: root.choose(segment.index + 1)
         onClicked: root.choose(segment.index)
@@ -92,12 +93,14 @@ Item {
         color: Theme.glassSecondary
         Accessible.ignored: true
     }
-    Rectangle {
+    RoundedBox {
         x: root.start
         width: root.width - x
         height: root.height
         radius: root.height / 2
-        color: Theme.at("white", 0.07)
+        color: Theme.at("black", 0.28)
+        edge: 1
+        edgeColor: Theme.at("white", 0.14)
     }
     SelectionCapsule {
         id: capsule

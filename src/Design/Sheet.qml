@@ -54,7 +54,7 @@ FocusScope {
 
     Rectangle {
         anchors.centerIn: parent
-        width: 640
+        width: Math.min(640, parent.width - 56)
         height: column.height + 2 * root.padding
         radius: 18
         color: Theme.sheet

@@ -18,7 +18,10 @@ ButtonBase {
     Accessible.role: Accessible.CheckBox
     Accessible.checkable: true
     Accessible.checked: root.checked
-    Accessible.onToggleAction: root.clicked()
+    Accessible.onToggleAction: {
+        if (root.enabled)
+            root.clicked();
+    }
     onClicked: root.toggled(!root.checked)
 
     SwitchMark {
@@ -26,8 +29,8 @@ ButtonBase {
 
         anchors.verticalCenter: parent.verticalCenter
         x: 2
-        width: 30
-        height: 18
+        width: Math.round(30 * Theme.textScale)
+        height: Math.round(18 * Theme.textScale)
         place: root.checked ? 1 : 0
         stretch: root.pressed ? 2 : 0
         track: root.checked ? Theme.at(Theme.ice, root.hovered ? 0.95 : 0.85) : Theme.at("white", root.hovered ? 0.24 : 0.18)

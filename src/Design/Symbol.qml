@@ -9,6 +9,8 @@ Text {
     required property string name
     /// The size of the text that the symbol goes with.
     property real size: Theme.textTitle
+    /// See PlainText.
+    property bool grows: true
 
     function bounce(): void {
         if (!Theme.reducedMotion && !Theme.snapshotRendering)
@@ -23,8 +25,9 @@ Text {
     textFormat: Text.PlainText
     renderType: root.scale === 1 ? Text.NativeRendering : Text.QtRendering
     font.family: Theme.symbolFamily
-    font.pixelSize: Math.round(root.size * 1.25)
+    font.pixelSize: Math.round(root.size * 1.25 * (root.grows ? Theme.textScale : 1))
     horizontalAlignment: Text.AlignHCenter
+    anchors.alignWhenCentered: false
     Accessible.ignored: true
 
     SequentialAnimation {

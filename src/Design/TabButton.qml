@@ -10,11 +10,13 @@ ButtonBase {
     required property string symbol
     property int badge: 0
     property bool selected: false
+    /// Where there is no room the symbol stands alone, and the title is its help.
+    property bool bare: false
 
     readonly property color ink: root.selected ? Theme.accentStrong : root.hovered ? Theme.glassPrimary : Theme.glassSecondary
 
     label: root.badge > 0 ? root.title + ", " + root.badge : root.title
-    help: root.title
+    help: root.bare ? root.title : ""
     corner: root.height / 2
     implicitWidth: row.implicitWidth + 20
     implicitHeight: Math.max(row.implicitHeight, 16) + 12
@@ -32,6 +34,7 @@ ButtonBase {
         id: row
 
         anchors.centerIn: parent
+        anchors.alignWhenCentered: false
         spacing: Theme.gapTight
 
         Symbol {
@@ -41,6 +44,7 @@ ButtonBase {
         }
         PlainText {
             anchors.verticalCenter: parent.verticalCenter
+            visible: !root.bare
             words: root.title
             color: root.ink
             weight: Font.Medium
@@ -50,8 +54,8 @@ ButtonBase {
             anchors.verticalCenter: parent.verticalCenter
             visible: root.badge > 0
             width: Math.max(height, count.implicitWidth + 8)
-            height: 15
-            radius: 7.5
+            height: Math.round(15 * Theme.textScale)
+            radius: height / 2
             color: Theme.at(root.ink, 0.18)
 
             PlainText {

@@ -15,26 +15,41 @@ constexpr double kRow = 6;
 constexpr double kLine = 28;
 
 // Where the keyboard stops: a control, or all controls of a scrolling area, which stand where the area does, however far its
-// content has been scrolled.
+// content has been scrolled, or all controls of a card beside others.
 struct Stop {
     QPointF place;
     QList<QQuickItem *> controls;
+    bool first = false; ///< it comes before all that doesn't, wherever it stands
 };
 
 QList<QQuickItem *> controlsBelow(QQuickItem *item);
 
-void collect(QQuickItem *item, QList<Stop> &stops)
+void collect(QQuickItem *item, QList<Stop> &stops, bool first = false)
 {
     for (QQuickItem *child : item->childItems()) {
         if (!child->isVisible() || !child->isEnabled())
             continue;
+        const bool leads = first || child->property("comesFirst").toBool();
         if (child->activeFocusOnTab())
-            stops.append({child->mapToScene({0, std::min(child->height(), kLine) / 2}), {child}});
-        if (child->inherits("QQuickFlickable"))
-            stops.append({child->mapToScene({0, 0}), controlsBelow(child)});
+            stops.append({child->mapToScene({0, std::min(child->height(), kLine) / 2}), {child}, leads});
+        if (child->inherits("QQuickFlickable") || child->property("staysTogether").toBool())
+            stops.append({child->mapToScene({0, 0}), controlsBelow(child), leads});
         else
-            collect(child, stops);
+            collect(child, stops, leads);
     }
+}
+
+/// The controls of these stops, which are sorted by their height, row by row from left to right.
+QList<QQuickItem *> inRows(QList<Stop>::iterator from, QList<Stop>::iterator to)
+{
+    QList<QQuickItem *> controls;
+    for (auto row = from; row != to;) {
+        const auto end = std::find_if(row, to, [&](const Stop &stop) { return stop.place.y() - row->place.y() >= kRow; });
+        std::stable_sort(row, end, [](const Stop &left, const Stop &right) { return left.place.x() < right.place.x(); });
+        for (; row != end; ++row)
+            controls += row->controls;
+    }
+    return controls;
 }
 
 QList<QQuickItem *> controlsBelow(QQuickItem *item)
@@ -42,15 +57,8 @@ QList<QQuickItem *> controlsBelow(QQuickItem *item)
     QList<Stop> stops;
     collect(item, stops);
     std::ranges::stable_sort(stops, {}, [](const Stop &stop) { return stop.place.y(); });
-    QList<QQuickItem *> controls;
-    for (auto row = stops.begin(); row != stops.end();) {
-        const auto end =
-            std::find_if(row, stops.end(), [&](const Stop &stop) { return stop.place.y() - row->place.y() >= kRow; });
-        std::stable_sort(row, end, [](const Stop &left, const Stop &right) { return left.place.x() < right.place.x(); });
-        for (; row != end; ++row)
-            controls += row->controls;
-    }
-    return controls;
+    const auto others = std::stable_partition(stops.begin(), stops.end(), [](const Stop &stop) { return stop.first; });
+    return inRows(stops.begin(), others) + inRows(others, stops.end());
 }
 
 // What keeps the keyboard to itself: the last of those that are open.

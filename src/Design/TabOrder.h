@@ -8,8 +8,9 @@ class QQuickWindow;
 namespace velto {
 
 /// Tab and Shift-Tab go through a window's controls as they stand, row by row: the toolkit's own order is that of their making,
-/// which a scrolling list shuffles. While something with a true property `trapsFocus` is open they stay inside it. UI thread
-/// only.
+/// which a scrolling list shuffles. What has a true property `comesFirst` comes before the rest; what has a true property
+/// `staysTogether` is gone through before what stands beside it. While something with a true property `trapsFocus` is open they
+/// stay inside it. UI thread only.
 class TabOrder : public QObject {
     Q_OBJECT
 public:

@@ -43,7 +43,7 @@ FocusScope {
     FieldBox {
         anchors.fill: parent
         focused: input.activeFocus
-        hovered: hover.hovered
+        hovered: hover.hovered && !Theme.pointerRests
     }
     PlainText {
         x: 10
@@ -89,7 +89,7 @@ FocusScope {
             selectByMouse: true
             renderType: Text.NativeRendering
             font.family: Theme.family
-            font.pixelSize: Theme.textBody
+            font.pixelSize: Math.round(Theme.textBody * Theme.textScale)
             Accessible.role: Accessible.EditableText
             Accessible.name: root.label
             Accessible.description: root.prompt === root.label ? "" : root.prompt

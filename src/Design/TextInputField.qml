@@ -18,7 +18,7 @@ FocusScope {
     property real reserved: 0
     property alias text: input.text
     property alias input: input
-    property alias hovered: hover.hovered
+    readonly property bool hovered: hover.hovered && !Theme.pointerRests
 
     /// The user changed the text.
     signal edited(string text)
@@ -48,7 +48,7 @@ FocusScope {
     FieldBox {
         anchors.fill: parent
         focused: input.activeFocus
-        hovered: hover.hovered
+        hovered: hover.hovered && !Theme.pointerRests
         wrong: root.wrong
     }
     Symbol {
@@ -78,6 +78,7 @@ FocusScope {
         focus: true
         activeFocusOnTab: true
         clip: true
+        maximumLength: 0x7fffffff // nothing that is pasted is cut in silence
         verticalAlignment: TextInput.AlignVCenter
         color: Theme.glassPrimary
         selectionColor: Theme.at(Theme.ice, 0.35)
@@ -85,7 +86,7 @@ FocusScope {
         selectByMouse: true
         renderType: Text.NativeRendering
         font.family: Theme.family
-        font.pixelSize: Theme.textBody
+        font.pixelSize: Math.round(Theme.textBody * Theme.textScale)
         echoMode: root.secure ? TextInput.Password : TextInput.Normal
         passwordCharacter: "•"
         Accessible.role: Accessible.EditableText

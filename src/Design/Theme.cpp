@@ -5,6 +5,8 @@
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QQmlEngine>
+#include <QRawFont>
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -30,6 +32,31 @@ qreal springCurve(qreal progress)
     constexpr qreal kSeconds = Theme::kSpringDuration / 1000.0;
     static const qreal whole = springTravel(kSeconds);
     return springTravel(progress * kSeconds) / whole;
+}
+
+/// What `color` comes to over `ground`.
+QColor over(const QColor &color, const QColor &ground)
+{
+    const float alpha = color.alphaF();
+    const auto mix = [&](float top, float below) { return top * alpha + below * (1 - alpha); };
+    return QColor::fromRgbF(mix(color.redF(), ground.redF()), mix(color.greenF(), ground.greenF()),
+                            mix(color.blueF(), ground.blueF()));
+}
+
+/// https://www.w3.org/TR/WCAG21/#dfn-relative-luminance
+double luminance(const QColor &color)
+{
+    const auto linear = [](double channel) {
+        return channel <= 0.03928 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+/// From `color` towards white, and towards opaque.
+QColor lighter(const QColor &color, float way)
+{
+    const auto up = [&](float channel) { return channel + (1 - channel) * way; };
+    return QColor::fromRgbF(up(color.redF()), up(color.greenF()), up(color.blueF()), up(color.alphaF()));
 }
 
 } // namespace
@@ -77,12 +104,71 @@ void Theme::setReducedMotion(bool reduced)
     Q_EMIT motionChanged();
 }
 
+void Theme::setTextScale(double scale)
+{
+    if (m_textScale == scale)
+        return;
+    m_textScale = scale;
+    Q_EMIT textScaleChanged();
+}
+
+void Theme::setPointerRests(bool rests)
+{
+    if (m_pointerRests == rests)
+        return;
+    m_pointerRests = rests;
+    Q_EMIT pointerRestsChanged();
+}
+
 void Theme::setSnapshotRendering(bool snapshot)
 {
     if (m_snapshotRendering == snapshot)
         return;
     m_snapshotRendering = snapshot;
     Q_EMIT snapshotRenderingChanged();
+}
+
+QColor Theme::panelColor(qreal place)
+{
+    const qreal way = std::clamp(1 - std::abs(2 * place - 1), 0.0, 1.0);
+    const qreal light = 0.3 * way * way * (3 - 2 * way);
+    return QColor::fromRgbF(float(kIce.redF() * light), float(kIce.greenF() * light), float(kIce.blueF() * light));
+}
+
+double Theme::contrast(const QColor &text, const QColor &ground)
+{
+    const double one = luminance(over(text, ground)) + 0.05;
+    const double other = luminance(ground) + 0.05;
+    return std::max(one, other) / std::min(one, other);
+}
+
+QColor Theme::lightestGround(const QColor &tint, qreal fill)
+{
+    const QColor row = over(QColor::fromRgbF(1, 1, 1, float(kLightestRow)), panelColor(0.5));
+    return over(QColor::fromRgbF(tint.redF(), tint.greenF(), tint.blueF(), float(tint.alphaF() * fill)), row);
+}
+
+QColor Theme::ink(const QColor &color, qreal fill)
+{
+    constexpr int kSteps = 50;
+    const QColor ground = lightestGround(color, fill);
+    int step = 0;
+    while (step < kSteps && contrast(lighter(color, float(step) / kSteps), ground) < kLegible)
+        ++step;
+    return lighter(color, float(step) / kSteps);
+}
+
+qreal Theme::capitalsDrop(qreal size, qreal height) const
+{
+    // Large, so that nothing is rounded: the scene graph draws a line with the font's own ascent, whatever the layout's is.
+    static const qreal middle = [this] {
+        QFont font(family());
+        font.setPixelSize(1000);
+        const QRawFont raw = QRawFont::fromFont(font);
+        return (raw.ascent() - raw.capHeight() / 2) / 1000;
+    }();
+    // A line's place is cut off to whole device pixels: half of one more makes that a rounding.
+    return height / 2 - middle * size + 0.5 / std::max(1.0, qGuiApp->devicePixelRatio());
 }
 
 QString Theme::glyph(const QString &name) const

@@ -34,8 +34,6 @@ class Theme : public QObject {
     Q_PROPERTY(QColor orange MEMBER kOrange CONSTANT FINAL)
     Q_PROPERTY(QColor green MEMBER kGreen CONSTANT FINAL)
     Q_PROPERTY(QColor cyan MEMBER kCyan CONSTANT FINAL)
-    // What the open panel comes to near its lower edge, for long lists to fade into
-    Q_PROPERTY(QColor panelFloor MEMBER kPanelFloor CONSTANT FINAL)
     // What stands over the panel
     Q_PROPERTY(QColor sheet MEMBER kSheet CONSTANT FINAL)
     Q_PROPERTY(QColor popover MEMBER kPopover CONSTANT FINAL)
@@ -57,7 +55,9 @@ class Theme : public QObject {
     Q_PROPERTY(int radiusControl MEMBER kRadiusControl CONSTANT FINAL)
     Q_PROPERTY(int paddingCard MEMBER kPaddingCard CONSTANT FINAL)
     /// The height of a field, a segmented control and whatever stands in a row with them.
-    Q_PROPERTY(int controlHeight MEMBER kControlHeight CONSTANT FINAL)
+    Q_PROPERTY(int controlHeight READ controlHeight NOTIFY textScaleChanged FINAL)
+    /// How much larger than drawn letters and symbols are, and with them rows and controls: 1 to 2.
+    Q_PROPERTY(double textScale READ textScale WRITE setTextScale NOTIFY textScaleChanged FINAL)
     Q_PROPERTY(int gap MEMBER kGap CONSTANT FINAL)
     Q_PROPERTY(int gapTight MEMBER kGapTight CONSTANT FINAL)
     Q_PROPERTY(int gapSection MEMBER kGapSection CONSTANT FINAL)
@@ -70,6 +70,7 @@ class Theme : public QObject {
     Q_PROPERTY(int flashOutDuration READ flashOutDuration NOTIFY motionChanged FINAL)
     Q_PROPERTY(int helpDelay MEMBER kHelpDelay CONSTANT FINAL)
     Q_PROPERTY(bool reducedMotion READ reducedMotion WRITE setReducedMotion NOTIFY motionChanged FINAL)
+    Q_PROPERTY(bool pointerRests READ pointerRests WRITE setPointerRests NOTIFY pointerRestsChanged FINAL)
     Q_PROPERTY(bool snapshotRendering READ snapshotRendering WRITE setSnapshotRendering NOTIFY snapshotRenderingChanged FINAL)
 
 public:
@@ -80,15 +81,19 @@ public:
     static constexpr QColor kCoral{239, 125, 139};
     static constexpr QColor kGlassPrimary{255, 255, 255, 242};
     static constexpr QColor kGlassSecondary{255, 255, 255, 184}; // 0.72
-    static constexpr QColor kGlassTertiary{255, 255, 255, 138}; // 0.54
+    static constexpr QColor kGlassTertiary{255, 255, 255, 174}; // 0.68, see ink()
     static constexpr QColor kRed{255, 69, 58};
     static constexpr QColor kOrange{255, 159, 10};
     static constexpr QColor kGreen{48, 209, 88};
     static constexpr QColor kCyan{100, 210, 255};
 
-    static constexpr QColor kPanelFloor{6, 9, 10};
     static constexpr QColor kSheet{27, 30, 34};
     static constexpr QColor kPopover{43, 45, 49};
+
+    /// Where the panel is lightest, a row under the pointer, or a card, is lighter still by so much white; a tile comes to the
+    /// same.
+    static constexpr qreal kLightestRow = 0.1;
+    static constexpr qreal kLegible = 4.5;
 
     static constexpr int kTextTiny = 10;
     static constexpr int kTextSmall = 11;
@@ -114,6 +119,11 @@ public:
 
     explicit Theme(QObject *parent = nullptr);
 
+    /// How well `text`, which may be translucent, stands out from an opaque ground: 1 to 21.
+    static double contrast(const QColor &text, const QColor &ground);
+    /// The lightest that is under a text on a fill of `tint` at an opacity of `fill`.
+    static QColor lightestGround(const QColor &tint = Qt::white, qreal fill = 0);
+
     /// The engine's theme. Null as long as nothing in the engine has imported the module: load the component, set the theme,
     /// then create the objects.
     static Theme *of(QQmlEngine *engine);
@@ -130,26 +140,45 @@ public:
     int flashInDuration() const { return moving(kFlashInDuration); }
     int flashOutDuration() const { return moving(kFlashOutDuration); }
 
+    double textScale() const { return m_textScale; }
+    void setTextScale(double scale);
+    int controlHeight() const { return qRound(kControlHeight * m_textScale); }
     /// Whether the desktop asks for less motion.
     bool reducedMotion() const { return m_reducedMotion; }
     void setReducedMotion(bool reduced);
+    /// Whether something came up under a pointer that hasn't moved since: what is under it doesn't light up, and says no help.
+    bool pointerRests() const { return m_pointerRests; }
+    void setPointerRests(bool rests);
     /// Whether the views are drawn into a picture: plain fills stand in for glass, and nothing moves.
     bool snapshotRendering() const { return m_snapshotRendering; }
     void setSnapshotRendering(bool snapshot);
 
+    /// The ground of the open panel at a place from 0, its upper edge, to 1: black, ice at an opacity of 0.3 in the middle, black
+    /// again, eased in between so that no line shows where the ways meet.
+    Q_INVOKABLE static QColor panelColor(qreal place);
+    /// How much lower a line of text of this size, in a box of this height, has to stand for its capitals to be in the middle
+    /// of what it is centred in, in logical pixels.
+    Q_INVOKABLE qreal capitalsDrop(qreal size, qreal height) const;
     /// The text that draws a symbol in symbolFamily. Empty for an unknown name.
     Q_INVOKABLE QString glyph(const QString &name) const;
+    /// The colour of a text: `color`, lightened as far as it takes to be read at 4.5 to 1 (WCAG 2, AA) on the lightest ground
+    /// that a text can come to stand on, tinted with `fill` of the colour itself. Symbols and fills keep their colours.
+    Q_INVOKABLE static QColor ink(const QColor &color, qreal fill = 0);
     /// A colour at the given opacity, times what opacity it has itself.
     Q_INVOKABLE QColor at(const QColor &color, qreal opacity) const;
 
 Q_SIGNALS:
     void motionChanged();
+    void textScaleChanged();
+    void pointerRestsChanged();
     void snapshotRenderingChanged();
 
 private:
     int moving(int duration) const { return m_reducedMotion ? 0 : duration; }
 
     bool m_reducedMotion = false;
+    double m_textScale = 1;
+    bool m_pointerRests = false;
     bool m_snapshotRendering = false;
 };
 

@@ -71,8 +71,10 @@ std::optional<HookEvent> HookEvent::parse(QByteArrayView body, const QDateTime &
     event.message = text(object, "message"_L1, kMaxMessage);
     event.notification = text(object, "notification_type"_L1, kMaxTool);
     event.tool = text(object, "tool_name"_L1, kMaxTool);
-    if (const auto input = object.value("tool_input"_L1); input.isObject())
-        event.toolDetail = detailOf(input.toObject());
+    event.wholeTool = object.value("tool_name"_L1).toString();
+    event.toolInput = object.value("tool_input"_L1);
+    if (event.toolInput.isObject())
+        event.toolDetail = detailOf(event.toolInput.toObject());
     event.at = now;
     return event;
 }

@@ -2,6 +2,7 @@
 
 #include <QByteArrayView>
 #include <QDateTime>
+#include <QJsonValue>
 #include <QString>
 #include <optional>
 
@@ -17,6 +18,8 @@ struct HookEvent {
     std::optional<QString> notification; ///< a Notification's type, such as "permission_prompt"; at most 40 characters
     std::optional<QString> tool; ///< at most 40 characters
     std::optional<QString> toolDetail; ///< what the tool would touch or run; at most 80 characters, on one line
+    QString wholeTool; ///< the tool's name uncut; empty if there is none
+    QJsonValue toolInput = QJsonValue::Undefined; ///< all that the tool is given, of whatever form; undefined if nothing came
     QDateTime at; ///< when it was parsed
 
     /// Nothing if the body is no JSON object or has no event name of that length. Any thread.

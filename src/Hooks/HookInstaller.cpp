@@ -37,6 +37,7 @@ std::optional<QString> HookInstaller::install()
 
 std::optional<QString> HookInstaller::uninstall()
 {
+    m_files.sweep(m_settings);
     return edit(Change::Uninstall);
 }
 
@@ -86,8 +87,9 @@ HookInstaller::Outcome HookInstaller::attempt(Change change, QString &problem)
         return Outcome::Failed;
     }
     if (!unread) {
-        if (const auto reason = backUp(old)) {
-            problem = *reason;
+        const auto copy = keepCopy(m_files, m_settings + ".velto-backup-"_L1, m_clock.wallTime(), old);
+        if (const auto *error = std::get_if<FileError>(&copy)) {
+            problem = error->message;
             return Outcome::Failed;
         }
     }
@@ -104,25 +106,6 @@ HookInstaller::Outcome HookInstaller::attempt(Change change, QString &problem)
         return Outcome::Done;
     problem = error->message;
     return outpaced ? Outcome::Outpaced : Outcome::Failed;
-}
-
-std::optional<QString> HookInstaller::backUp(const QByteArray &bytes)
-{
-    constexpr int kAttempts = 100;
-    const QString stamp = m_clock.wallTime().toUTC().toString(Qt::ISODate).replace(':'_L1, '-'_L1);
-    const QString name = m_settings + ".velto-backup-"_L1 + stamp;
-    QString copy = name;
-    // Two edits in one second: the earlier copy is the one worth keeping, so it isn't written over.
-    for (int next = 2; next <= kAttempts; ++next) {
-        const auto standing = m_files.read(copy, 0);
-        const auto *error = std::get_if<FileError>(&standing);
-        if (error && error->missing) {
-            const auto failure = m_files.replace(copy, bytes);
-            return failure ? std::optional(failure->message) : std::nullopt;
-        }
-        copy = name + u"-%1"_s.arg(next);
-    }
-    return QCoreApplication::translate("HookInstaller", "There are too many copies of your Claude settings file.");
 }
 
 std::optional<QByteArray> HookInstaller::text() const

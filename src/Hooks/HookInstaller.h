@@ -39,7 +39,6 @@ private:
     std::vector<SettingsHook> entries() const;
     std::optional<QString> edit(Change change);
     Outcome attempt(Change change, QString &problem);
-    std::optional<QString> backUp(const QByteArray &bytes);
     /// The file's bytes; nothing if they can't be had or aren't text.
     std::optional<QByteArray> text() const;
 

@@ -38,8 +38,9 @@ bool isOurs(const SettingsNode &group, QByteArrayView marker)
     if (!group.text.contains(marker)) // printed text escapes nothing that a marker holds
         return false;
     rapidjson::Document document;
-    document.Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag>(group.text.constData(),
-                                                                                           std::size_t(group.text.size()));
+    const QByteArray text = withHalvesAsBytes(group.text);
+    document.Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag>(text.constData(),
+                                                                                           std::size_t(text.size()));
     if (document.HasParseError() || !document.IsObject())
         return false;
     const rapidjson::Value *hooks = lastMember(document, "hooks");

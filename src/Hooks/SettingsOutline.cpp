@@ -144,6 +144,18 @@ QString inLine(qsizetype line, const QString &problem)
     return QCoreApplication::translate("SettingsEdit", "Line %1 of your Claude settings file: %2").arg(line).arg(problem);
 }
 
+qsizetype lineOfBadText(QByteArrayView json)
+{
+    qsizetype line = 1;
+    for (qsizetype start = 0; start < json.size(); ++line) {
+        const qsizetype end = json.indexOf('\n', start);
+        if (!json.sliced(start, (end < 0 ? json.size() : end) - start).isValidUtf8())
+            break;
+        start = end < 0 ? json.size() : end + 1;
+    }
+    return line;
+}
+
 void print(QByteArray &out, const SettingsNode &node, int depth)
 {
     if (node.kind == SettingsNode::Kind::Text) {
@@ -168,6 +180,12 @@ void print(QByteArray &out, const SettingsNode &node, int depth)
     out.append(isObject ? '}' : ']');
 }
 
+bool isEscape(QByteArrayView text, QByteArrayView second, QByteArrayView third)
+{
+    return text.size() >= 6 && text[0] == '\\' && text[1] == 'u' && (text[2] == 'd' || text[2] == 'D') && second.contains(text[3])
+        && third.contains(text[4]) && third.contains(text[5]);
+}
+
 } // namespace
 
 std::variant<SettingsNode, QString> outlineOf(QByteArrayView json)
@@ -177,18 +195,46 @@ std::variant<SettingsNode, QString> outlineOf(QByteArrayView json)
         return inLine(json.first(zero).count('\n') + 1,
                       QCoreApplication::translate("SettingsEdit", "There is a zero byte in it."));
 
-    rapidjson::MemoryStream stream(json.data(), std::size_t(json.size()));
+    // Checked here, since the halves aren't valid.
+    if (!json.isValidUtf8())
+        return inLine(lineOfBadText(json),
+                      QString::fromLatin1(rapidjson::GetParseError_En(rapidjson::kParseErrorStringInvalidEncoding)));
+    const QByteArray text = withHalvesAsBytes(json);
+    rapidjson::MemoryStream stream(text.constData(), std::size_t(text.size()));
     rapidjson::Reader reader;
     Outliner outliner;
-    constexpr unsigned kFlags =
-        rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag | rapidjson::kParseValidateEncodingFlag;
+    constexpr unsigned kFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
     if (reader.Parse<kFlags>(stream, outliner))
         return outliner.takeRoot();
 
-    const auto offset = std::min(qsizetype(reader.GetErrorOffset()), json.size());
+    const auto offset = std::min(qsizetype(reader.GetErrorOffset()), text.size());
     const QString problem = outliner.tooDeep() ? QCoreApplication::translate("SettingsEdit", "It is nested too deeply.")
                                                : QString::fromLatin1(rapidjson::GetParseError_En(reader.GetParseErrorCode()));
-    return inLine(json.first(offset).count('\n') + 1, problem);
+    return inLine(text.first(offset).count('\n') + 1, problem);
+}
+
+// A half becomes the three bytes that the parser makes of a second half.
+QByteArray withHalvesAsBytes(QByteArrayView json)
+{
+    constexpr QByteArrayView kDigits("0123456789abcdefABCDEF");
+    QByteArray out;
+    out.reserve(json.size());
+    for (qsizetype i = 0; i < json.size(); ++i) {
+        const auto rest = json.sliced(i);
+        const bool isHalf =
+            isEscape(rest, "89abAB", kDigits) && !(rest.size() >= 12 && isEscape(rest.sliced(6), "cdefCDEF", kDigits));
+        if (isHalf) {
+            const auto unit = rest.sliced(2, 4).toUShort(nullptr, 16);
+            out.append(char(0xED)).append(char(0x80 | ((unit >> 6) & 0x3F))).append(char(0x80 | (unit & 0x3F)));
+            i += 5;
+        } else {
+            // What a backslash stands before is taken with it: a second one begins no escape. A pair is, too.
+            const qsizetype length = isEscape(rest, "89abAB", kDigits) ? 12 : rest[0] == '\\' && rest.size() > 1 ? 2 : 1;
+            out.append(rest.first(length));
+            i += length - 1;
+        }
+    }
+    return out;
 }
 
 QByteArray printed(const SettingsNode &root)

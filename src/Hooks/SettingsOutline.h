@@ -23,6 +23,8 @@ struct SettingsNode {
 /// The outline, or one sentence about what is wrong. Depth is bounded; never recurses with its input.
 std::variant<SettingsNode, QString> outlineOf(QByteArrayView json);
 
+/// What a parser takes that refuses the first half of a surrogate pair where it stands alone; printing gives the escape back.
+QByteArray withHalvesAsBytes(QByteArrayView json);
 /// Two blanks a level, and text as JSON.stringify of JavaScript writes it.
 QByteArray printed(const SettingsNode &root);
 void appendQuoted(QByteArray &out, QByteArrayView text);

@@ -9,6 +9,7 @@ class Clipboard;
 class Clock;
 class Defaults;
 class FileTree;
+class FileWriter;
 class Files;
 class FolderPanel;
 class Http;
@@ -28,6 +29,7 @@ struct Desktop {
     Background &background;
     ToolRunner &tools;
     Files &files;
+    FileWriter &writer;
     const FileTree &fileTree;
     Defaults &defaults;
     Http &http;

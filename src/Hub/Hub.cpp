@@ -145,6 +145,16 @@ void Hub::open(Tab tab)
     select(visible.contains(tab) ? tab : visible.value(0, Tab::Home));
 }
 
+bool Hub::takeKey(QKeyCombination key)
+{
+    return std::ranges::any_of(tabs(), [&](Tab tab) { return source(tab)->takeKey(key, tab == m_selected); });
+}
+
+bool Hub::unfinished() const
+{
+    return std::ranges::any_of(tabs(), [this](Tab tab) { return source(tab)->unfinished(); });
+}
+
 void Hub::select(Tab tab)
 {
     if (tab == m_selected)
@@ -210,6 +220,11 @@ void Hub::dismissPeek()
 void Hub::pressBegan(const QUuid &id)
 {
     m_peeks.pressBegan(id);
+}
+
+void Hub::peekMoved()
+{
+    m_peeks.moved();
 }
 
 void Hub::answer(const QUuid &id, bool allowed)

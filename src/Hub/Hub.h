@@ -67,16 +67,23 @@ public:
 
     /// Selects a tab if it is visible, and the first one otherwise.
     Q_INVOKABLE void open(velto::Tab tab);
+    /// Offers a key of the open panel to the visible tabs. True if one has taken it.
+    bool takeKey(QKeyCombination key);
+    /// Something is being written in a visible tab.
+    bool unfinished() const;
     /// Asks every source to read again; returns at once. `force` overrides the sources that keep longer intervals of their own.
     Q_INVOKABLE void refresh(bool force);
 
     bool hasPeek() const { return m_peeks.onShow().has_value(); }
     /// The Peek on show; an empty one if there is none.
     Peek peek() const { return m_peeks.onShow().value_or(Peek{}); }
+    /// A question is on show.
+    bool asking() const { return hasPeek() && m_peeks.onShow()->isQuestion(); }
     void show(Peek peek);
     void dismissPeek();
     /// See PeekQueue.
     void pressBegan(const QUuid &id);
+    void peekMoved();
     void answer(const QUuid &id, bool allowed);
     /// The user pressed the row of the Peek on show: resumes its session, opens its link, or asks for the panel on its tab.
     void act(const QUuid &id);

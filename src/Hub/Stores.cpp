@@ -14,7 +14,7 @@ Stores::Stores(const Desktop &d, std::unique_ptr<HookListener> listener, Quillbo
     , usage(std::make_shared<UsageReader>(d.fileTree, claudeLogs(d.places.home)))
     , google({d.clock, d.background, d.http, d.keychain, d.workspace, prefs})
     , quillbox({d.clock, d.machine, quillboxClient, d.places.home})
-    , todos({d.clock, d.background, d.tools, d.files, d.places, quillbox})
+    , todos({d.clock, d.background, d.tools, d.files, d.writer, d.places, quillbox})
     , agents({d.clock, d.background, d.tools, d.files, d.applications, d.workspace, prefs, terminal, d.places, installer,
               std::move(listener)})
     , signalsSource({d.clock, d.background, d.tools, prefs, claudeLogs(d.places.home),
@@ -26,6 +26,7 @@ Stores::Stores(const Desktop &d, std::unique_ptr<HookListener> listener, Quillbo
             terminal,
             d.workspace,
             d.videoPlayer,
+            d.writer,
             d.places,
             d.clock})
     , connectTab({todos, agents, everyday, work, signalsSource, google, prefs, d.clock, d.background, d.keychain, d.clipboard,

@@ -15,6 +15,8 @@ public:
 
     virtual bool screenReaderOn() const = 0;
     virtual bool reducedMotion() const = 0;
+    /// How much larger than usual the user wants letters to be: 1 to 2.
+    virtual double textScale() const { return 1; }
     /// Has the screen reader say `text` now, ahead of what it is saying.
     virtual void announce(const QString &text) = 0;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Support.h"
+
 #include <QObject>
 #include <QStringList>
 
@@ -16,6 +18,8 @@ public:
     virtual QStringList running() const = 0;
     /// The application that has the user's keyboard; empty if that can't be told.
     virtual QString frontmost() const = 0;
+    /// Whether frontmost() can be told for all applications.
+    virtual Support support() const { return {}; }
 
 Q_SIGNALS:
     /// Some application was launched or ended.

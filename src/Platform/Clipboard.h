@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Support.h"
+
 #include <QString>
 #include <functional>
 #include <optional>
@@ -26,6 +28,8 @@ public:
     /// again should the text come later.
     virtual void read(int longest, QObject *context, std::function<void(std::optional<QString>)> done) = 0;
     virtual void setText(const QString &text) = 0;
+    /// Whether copies of all programs are noticed.
+    virtual Support support() const { return {}; }
 };
 
 } // namespace velto

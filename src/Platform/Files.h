@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QString>
 #include <functional>
 #include <optional>
@@ -25,12 +26,25 @@ public:
     /// The whole file, following symbolic links. A file of more than `maximum` bytes is an error.
     virtual std::variant<QByteArray, FileError> read(const QString &path, qint64 maximum) const = 0;
 
+    /// What the file's mode becomes. A new file gets 0600 in any case.
+    enum class Mode : quint8 {
+        Kept,
+        Private, ///< its owner's alone; what was tighter stays so
+    };
+
     /// Puts `bytes` in place of the file as one step: after a crash, a kill or a full disk the old file or the new one
-    /// stands whole. A symbolic link is followed and stays a link; an existing file keeps its mode, a new one gets 0600.
+    /// stands whole. A symbolic link is followed and stays a link; an existing file keeps its mode unless it is to be private.
     /// Missing folders are made. `stillWanted`, if given, is asked right before the new file takes its place; false gives up
     /// and leaves the old file. Returns nothing on success.
     virtual std::optional<FileError> replace(const QString &path, const QByteArray &bytes,
-                                             const std::function<bool()> &stillWanted = {}) = 0;
+                                             const std::function<bool()> &stillWanted = {}, Mode mode = Mode::Kept) = 0;
+
+    /// Removes what earlier writes to this file left beside it when they were killed. A write under way is left alone.
+    virtual void sweep(const QString &path) = 0;
 };
+
+/// Keeps `bytes` in a file of its own whose name begins with `prefix` and goes on with the time; a file that stands there already
+/// is never written over. Gives the whole path, or why there is no such copy. Blocks; any thread.
+std::variant<QString, FileError> keepCopy(Files &files, const QString &prefix, const QDateTime &now, const QByteArray &bytes);
 
 } // namespace velto

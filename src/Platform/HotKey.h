@@ -1,20 +1,29 @@
 #pragma once
 
+#include "Platform/Support.h"
+
+#include <QObject>
 #include <functional>
 
 namespace velto {
 
 /// The one global key. UI thread only.
-class HotKey {
+class HotKey : public QObject {
+    Q_OBJECT
 public:
-    HotKey() = default;
-    HotKey(const HotKey &) = delete;
-    HotKey &operator=(const HotKey &) = delete;
-    virtual ~HotKey() = default;
+    using QObject::QObject;
 
-    /// Has `action` called on the UI thread at each press of Control-Alt-N, whatever has the focus.
-    /// False if the desktop doesn't offer that or the key is taken.
+    /// Has `action` called on the UI thread at each press of Control-Alt-N, or of the keys that the user chose instead, whatever
+    /// has the focus. False if it won't be, as far as that is known by now.
     virtual bool registerHotKey(std::function<void()> action) = 0;
+    /// What has become of it; may change at any time.
+    virtual Support support() const = 0;
+    /// The keys as the desktop calls them, if it let the user choose; else empty.
+    virtual QString keys() const { return {}; }
+
+Q_SIGNALS:
+    /// Of what support() or keys() say.
+    void changed();
 };
 
 } // namespace velto

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "Platform/Support.h"
+
 #include <QList>
 #include <QObject>
 #include <QRect>
+#include <optional>
 
 class QWindow;
 
@@ -19,6 +22,8 @@ public:
     virtual void adopt(QWindow *window) = 0;
     /// Moves and sizes it, in device-independent pixels.
     virtual void place(const QRect &frame) = 0;
+    virtual void show() = 0;
+    virtual void hide() = 0;
     virtual void raise() = 0;
     /// Gives it the keyboard, and remembers who had it.
     virtual void takeFocus() = 0;
@@ -26,6 +31,10 @@ public:
     virtual void returnFocus() = 0;
     /// Whether pixels may be half transparent: without a compositor the outline must be cut instead.
     virtual bool composited() const = 0;
+    /// Where the pointer is, in the window's own coordinates, which may lie outside of it. Nothing if the desktop doesn't say.
+    virtual std::optional<QPoint> pointer() const { return {}; }
+    /// Whether it stands above full-screen windows on every workspace.
+    virtual Support support() const { return {}; }
     /// Turns pressedElsewhere() on or off. Wanted while the panel is open or has the keyboard; off, it costs nothing.
     virtual void watchPresses(bool) { }
     /// Asks the compositor to blur what lies behind these parts of the window, in device-independent pixels; none ends it.

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QPoint>
 #include <QString>
+#include <QtCore/qnamespace.h>
 #include <functional>
 #include <vector>
 
@@ -9,11 +9,14 @@ namespace velto {
 
 struct MenuItem {
     QString title; ///< empty for a separator
-    QString key; ///< the key that does the same while the menu is open, in portable form ("Ctrl+Q"); may be empty
+    /// The key that does the same while the menu is open, and how it is written beside the title; may be none.
+    QKeyCombination key;
+    QString keyText;
     std::function<void()> action;
 };
 
-/// The program's icon with its menu in the desktop's tray. UI thread only.
+/// The program's icon with its menu in the desktop's tray. The strip has the same menu, for desktops without a tray. UI thread
+/// only.
 class StatusItem {
 public:
     StatusItem() = default;
@@ -23,8 +26,6 @@ public:
 
     /// Puts the item into the tray now, or as soon as the desktop has one.
     virtual void show(const QString &description, std::vector<MenuItem> menu) = 0;
-    /// Opens the same menu at a place on the screen, for desktops without a tray. `closed` is called once, when it is gone.
-    virtual void popUp(QPoint position, std::function<void()> closed) = 0;
 };
 
 } // namespace velto

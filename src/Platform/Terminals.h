@@ -4,17 +4,23 @@
 
 namespace velto {
 
-/// The terminal applications of this desktop, by the identifiers of TerminalApp. UI thread only.
+/// The terminals of this desktop that a user can choose from. UI thread only.
 class Terminals {
 public:
+    /// Terminal is the desktop's own, which is always there.
+    enum class App : quint8 { Terminal, ITerm, Ghostty, Warp };
+
     Terminals() = default;
     Terminals(const Terminals &) = delete;
     Terminals &operator=(const Terminals &) = delete;
     virtual ~Terminals() = default;
 
-    virtual bool installed(const QString &identifier) const = 0;
+    virtual bool installed(App app) const = 0;
     /// Runs a shell command line in a new window of that terminal; returns at once and reports nothing.
-    virtual void launch(const QString &identifier, const QString &commandLine) = 0;
+    virtual void launch(App app, const QString &commandLine) = 0;
+
+    /// The name under which the settings keep a choice, the same on every platform.
+    static QString storedName(App app);
 };
 
 } // namespace velto

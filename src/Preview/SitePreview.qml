@@ -17,7 +17,6 @@ Item {
         topRadius: 14
         bottomRadius: 26
         openness: 1
-        glow: Theme.ice
     }
 
     Item {

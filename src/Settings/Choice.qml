@@ -22,12 +22,27 @@ ComboBox {
     rightPadding: 30
     currentIndex: root.options.findIndex(option => option.value === root.current)
     Accessible.name: root.label + ", " + root.displayText
+    Accessible.onPressAction: root.popup.open()
     onActivated: index => {
         const value = root.options[index].value;
         root.picked(value);
         root.currentIndex = Qt.binding(() => root.options.findIndex(option => option.value === root.current));
     }
 
+    delegate: MenuItem {
+        id: option
+
+        required property int index
+        required property var modelData
+
+        width: ListView.view.width
+        text: option.modelData.text
+        font.weight: root.currentIndex === option.index ? Font.DemiBold : Font.Normal
+        highlighted: root.highlightedIndex === option.index
+        hoverEnabled: root.hoverEnabled
+        Accessible.name: option.text
+        Accessible.onPressAction: option.clicked()
+    }
     background: FormFrame {
         control: root
     }
@@ -46,7 +61,7 @@ ComboBox {
         x: root.width - width - 10
         anchors.verticalCenter: parent.verticalCenter
         name: "chevron.down"
-        size: 9
+        size: 9 * root.font.pixelSize / 13
         color: root.palette.windowText
     }
 }

@@ -9,11 +9,21 @@ Button {
     readonly property color ink: root.destructive ? (root.palette.active.window.hslLightness > 0.5 ? "#c62f28" : "#ff6b61")
                                                   : root.highlighted ? root.palette.active.highlightedText : root.palette.active.buttonText
 
+    /// A link in the colour of the desktop, dark or light enough to be read.
+    readonly property color linkInk: root.palette.active.window.hslLightness > 0.5 ? Qt.darker(root.palette.active.highlight, 1.5)
+                                                                                   : Qt.lighter(root.palette.active.highlight, 1.4)
+
+    function press(): void {
+        if (root.enabled)
+            root.clicked();
+    }
+
     implicitHeight: Math.round(contentItem.implicitHeight + 12)
     leftPadding: 14
     rightPadding: 14
     Accessible.name: root.text.replace(/&&/g, "&")
     Accessible.ignored: !root.visible
+    Accessible.onPressAction: root.press()
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
     // Fades as a whole: the colours are those of an enabled one, as a palette fades its disabled ones with some versions only.
@@ -29,7 +39,7 @@ Button {
         wrapMode: Text.NoWrap
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
-        color: root.flat ? root.palette.active.link : root.ink
+        color: root.flat ? root.linkInk : root.ink
         Accessible.ignored: true
     }
 }

@@ -6,6 +6,8 @@ TextField {
     id: root
 
     required property string label
+    /// Room for what one pastes, however large the letters are.
+    readonly property real least: 12 * root.font.pixelSize
     readonly property string hint: (root.echoMode === TextInput.Password ? root.label + ", " : "") + root.placeholderText
 
     implicitHeight: Math.round(contentHeight + 12)
@@ -13,6 +15,7 @@ TextField {
     rightPadding: 10
     verticalAlignment: TextInput.AlignVCenter
     selectByMouse: true
+    maximumLength: 0x7fffffff // nothing that is pasted is cut in silence
     Accessible.name: root.label
     // The toolkit tells screen readers no name of a field for secrets, and sometimes makes the placeholder its description.
     Accessible.description: root.hint

@@ -7,7 +7,6 @@ Item {
 
     required property string text
     property alias font: words.font
-    property alias leftPadding: words.leftPadding
 
     width: parent?.width ?? 0
     implicitHeight: words.implicitHeight

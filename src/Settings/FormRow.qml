@@ -19,7 +19,7 @@ Item {
     Rectangle {
         visible: !root.first
         x: 12
-        width: parent.width - 12
+        width: parent.width - 13 // up to the card's edge
         height: 1
         color: Qt.alpha(root.palette.windowText, 0.1)
     }
@@ -28,19 +28,21 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         visible: root.symbol !== ""
         name: root.symbol
-        size: 14
+        size: 14 * growth.growth
         color: root.palette.windowText
         opacity: 0.68
     }
     Column {
         id: words
 
-        x: root.symbol === "" ? 12 : 36
+        x: root.symbol === "" ? 12 : 18 + 18 * growth.growth
         anchors.verticalCenter: parent.verticalCenter
         width: root.width - x - 12 - (holder.width > 0 ? holder.width + 12 : 0)
         spacing: 2
 
         FormText {
+            id: growth
+
             width: parent.width
             visible: root.title !== ""
             text: root.title

@@ -14,7 +14,6 @@ Column {
 
     FormHeading {
         visible: root.title !== ""
-        leftPadding: 2
         text: root.title
     }
     Rectangle {
@@ -34,7 +33,6 @@ Column {
     FormText {
         visible: root.footer !== ""
         width: parent.width
-        leftPadding: 2
         text: root.footer
         quiet: true
     }

@@ -13,6 +13,8 @@ Label {
 
     property bool quiet: false
     property int tone: FormText.Plain
+    /// How much larger the desktop's letters are than those that the symbols were drawn beside.
+    readonly property real growth: Math.max(1, root.font.pixelSize / 13)
     readonly property bool onLight: root.palette.window.hslLightness > 0.5
 
     textFormat: Text.PlainText

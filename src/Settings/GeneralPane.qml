@@ -99,7 +99,7 @@ SettingsPane {
             note: qsTr("0 = off")
 
             Field {
-                width: 130
+                width: Math.max(130, least)
                 label: qsTr("Daily Claude token budget")
                 stored: root.general.dailyBudget
                 horizontalAlignment: TextInput.AlignRight

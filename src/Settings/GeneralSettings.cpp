@@ -2,6 +2,7 @@
 
 #include "Core/TerminalApp.h"
 #include "Hub/Hub.h"
+#include "Platform/HotKey.h"
 #include "Platform/LoginItem.h"
 
 #include <array>
@@ -29,6 +30,7 @@ GeneralSettings::GeneralSettings(const Needs &needs, QObject *parent)
     , m_login(needs.loginItem.enabled())
 {
     connect(&m_needs.prefs, &Prefs::changed, this, &GeneralSettings::changed);
+    connect(&m_needs.hotKey, &HotKey::changed, this, &GeneralSettings::changed);
 }
 
 QVariantList GeneralSettings::modes()
@@ -97,8 +99,11 @@ void GeneralSettings::setOpenMode(int mode)
 
 QString GeneralSettings::shortcutText() const
 {
-    return m_hotKeyRegistered ? tr("⌃⌥N opens Velto from anywhere")
-                              : tr("⌃⌥N is used by another app — open Velto from the menu bar icon");
+    const Support support = m_needs.hotKey.support();
+    const QString keys = m_needs.hotKey.keys();
+    if (support.works())
+        return keys.isEmpty() ? tr("⌃⌥N opens Velto from anywhere") : tr("%1 opens Velto from anywhere").arg(keys);
+    return support.reason.isEmpty() ? tr("⌃⌥N is used by another app — open Velto from the menu bar icon") : support.reason;
 }
 
 bool GeneralSettings::quietWhileRecording() const
@@ -161,14 +166,6 @@ QString GeneralSettings::dailyPriority() const
 void GeneralSettings::setDailyPriority(const QString &text)
 {
     m_needs.prefs.setDailyPriority(text);
-}
-
-void GeneralSettings::setHotKeyRegistered(bool registered)
-{
-    if (registered == m_hotKeyRegistered)
-        return;
-    m_hotKeyRegistered = registered;
-    Q_EMIT changed();
 }
 
 void GeneralSettings::reread()

@@ -8,6 +8,7 @@
 
 namespace velto {
 
+class HotKey;
 class Hub;
 class LoginItem;
 class TerminalApp;
@@ -37,6 +38,7 @@ public:
         Prefs &prefs;
         LoginItem &loginItem;
         TerminalApp &terminal;
+        const HotKey &hotKey;
     };
     explicit GeneralSettings(const Needs &needs, QObject *parent = nullptr);
 
@@ -67,8 +69,6 @@ public:
     QString dailyPriority() const;
     void setDailyPriority(const QString &text);
 
-    /// Whether the global key is ours; known once it has been asked for.
-    void setHotKeyRegistered(bool registered);
     /// Reads what may have changed behind its back; called as the pane comes up and when the user comes back to it.
     Q_INVOKABLE void reread();
 
@@ -78,7 +78,6 @@ Q_SIGNALS:
 private:
     Needs m_needs;
     bool m_login;
-    bool m_hotKeyRegistered = false;
 };
 
 } // namespace velto

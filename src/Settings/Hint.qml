@@ -13,20 +13,20 @@ Item {
     implicitHeight: words.implicitHeight
 
     Item {
-        width: 18
+        width: 18 * words.growth
         height: parent.height
 
         Symbol {
             anchors.centerIn: parent
             name: root.symbol
-            size: 12
+            size: 12 * words.growth
             color: root.palette.highlight
         }
     }
     FormText {
         id: words
 
-        x: 28
+        x: 28 * words.growth
         width: parent.width - x
         text: root.text
     }

@@ -32,7 +32,7 @@ ButtonBase {
         anchors.horizontalCenter: parent.horizontalCenter
         y: 6
         name: root.info.symbol
-        size: 16
+        size: 16 * name.growth
         color: root.ink
     }
     FormText {

@@ -30,7 +30,7 @@ SettingsPane {
             Field {
                 id: address
 
-                width: 300
+                width: Math.max(300, least)
                 label: qsTr("Hub address")
                 placeholderText: "https://quillbox.example.com"
                 inputMethodHints: Qt.ImhUrlCharactersOnly | Qt.ImhNoPredictiveText
@@ -43,7 +43,7 @@ SettingsPane {
             title: qsTr("Access token")
 
             Field {
-                width: 300
+                width: Math.max(300, least)
                 label: qsTr("Access token")
                 placeholderText: root.quillbox.tokenSaved ? qsTr("Saved in Keychain — paste to replace") : qsTr("qb_…")
                 echoMode: TextInput.Password

@@ -8,6 +8,7 @@ Flickable {
     default property alias sections: column.data
     property int margin: 24
     property int gap: 18
+    property int foot: root.margin
 
     /// The user came back to the window: what is shown may have changed behind its back.
     signal returned
@@ -50,7 +51,7 @@ Flickable {
         x: root.margin
         width: root.width - 2 * root.margin
         topPadding: root.margin - 6
-        bottomPadding: root.margin
+        bottomPadding: root.foot
         spacing: root.gap
     }
 }

@@ -8,7 +8,7 @@ namespace velto {
 
 SettingsStore::SettingsStore(const Needs &needs, QObject *parent)
     : QObject(parent)
-    , m_general({needs.hub, needs.prefs, needs.loginItem, needs.terminal})
+    , m_general({needs.hub, needs.prefs, needs.loginItem, needs.terminal, needs.hotKey})
     , m_modules(needs.hub, needs.prefs, needs.folderPanel, needs.places.home)
     , m_claude(needs.agents, needs.tools, needs.places, needs.hookPort)
     , m_tokens(needs.prefs, needs.background, needs.keychain)

@@ -31,6 +31,7 @@ public:
         FolderPanel &folderPanel;
         LoginItem &loginItem;
         TerminalApp &terminal;
+        const HotKey &hotKey;
         HookInstaller &installer;
         const ToolRunner &tools;
         const Places &places;

@@ -55,3 +55,10 @@ struct WelcomeType {
     QML_NAMED_ELEMENT(Welcome)
     QML_UNCREATABLE("Made in C++")
 };
+
+struct SettingsTokensType {
+    Q_GADGET
+    QML_FOREIGN(velto::TokenSettings)
+    QML_NAMED_ELEMENT(TokenSettings)
+    QML_UNCREATABLE("Made in C++")
+};

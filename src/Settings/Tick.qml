@@ -11,6 +11,8 @@ Item {
     property string note
     property string link
     required property bool ticked
+    /// How much larger the desktop's letters are than those that the box was drawn beside.
+    readonly property real growth: Math.max(1, box.font.pixelSize / 13)
     readonly property bool first: root.parent?.visibleChildren[0] === root
 
     signal wanted(bool on)
@@ -21,7 +23,7 @@ Item {
     Rectangle {
         visible: !root.first
         x: 12
-        width: parent.width - 12
+        width: parent.width - 13 // up to the card's edge
         height: 1
         color: Qt.alpha(root.palette.windowText, 0.1)
     }
@@ -36,6 +38,8 @@ Item {
         checked: root.ticked
         Accessible.name: root.label
         Accessible.description: root.note
+        Accessible.onPressAction: root.wanted(!root.ticked)
+        Accessible.onToggleAction: root.wanted(!root.ticked)
         onToggled: {
             const wish = box.checked;
             box.checked = Qt.binding(() => root.ticked);
@@ -43,11 +47,11 @@ Item {
         }
 
         indicator: Rectangle {
-            implicitWidth: 18
-            implicitHeight: 18
+            implicitWidth: Math.round(18 * root.growth)
+            implicitHeight: implicitWidth
             x: box.leftPadding
             y: (box.height - height) / 2
-            radius: 5
+            radius: 5 * root.growth
             color: box.checked ? root.palette.highlight : root.palette.base
             border.width: box.checked ? 0 : 1
             border.color: Qt.alpha(root.palette.windowText, box.hovered ? 0.65 : 0.45)
@@ -56,7 +60,7 @@ Item {
                 anchors.centerIn: parent
                 visible: box.checked
                 name: "checkmark"
-                size: 10
+                size: 10 * root.growth
                 color: root.palette.highlightedText
             }
             Rectangle {
@@ -70,7 +74,7 @@ Item {
             }
         }
         contentItem: TickLabel {
-            indent: 27
+            indent: box.indicator.width + 9
             label: root.label
             note: root.note
         }

@@ -9,24 +9,27 @@ Item {
     required property string label
     required property string note
 
-    implicitHeight: Math.max(words.implicitHeight, root.note === "" ? 0 : behind.implicitHeight) + 2
+    readonly property real room: root.width - root.indent
+    /// The note stands under the label where both have no room side by side.
+    readonly property bool under: root.note !== "" && words.implicitWidth + 10 + behind.implicitWidth > root.room
+
+    implicitHeight: (root.under ? words.height + behind.height + 2 : words.implicitHeight) + 2
 
     FormText {
         id: words
 
         x: root.indent
-        width: Math.min(implicitWidth, root.width - root.indent)
-        anchors.verticalCenter: parent.verticalCenter
+        y: root.under ? 1 : (root.height - height) / 2
+        width: Math.min(implicitWidth, root.room)
         text: root.label
         Accessible.ignored: true
     }
     FormText {
         id: behind
 
-        anchors.left: words.right
-        anchors.leftMargin: 10
-        anchors.right: parent.right
-        anchors.verticalCenter: parent.verticalCenter
+        x: root.under ? root.indent : words.x + words.width + 10
+        y: root.under ? words.y + words.height + 2 : (root.height - height) / 2
+        width: root.width - x
         visible: root.note !== ""
         text: root.note
         quiet: true

@@ -11,10 +11,18 @@ Switch {
 
     signal wanted(bool on)
 
+    // A screen reader asks so; the toolkit would only turn what is shown.
+    function ask(): void {
+        if (root.enabled)
+            root.wanted(!root.on);
+    }
+
     padding: 0
     spacing: 0
     checked: root.on
     Accessible.name: root.label
+    Accessible.onPressAction: root.ask()
+    Accessible.onToggleAction: root.ask()
     onToggled: {
         const wish = root.checked;
         root.checked = Qt.binding(() => root.on);
@@ -22,8 +30,10 @@ Switch {
     }
 
     indicator: SwitchMark {
-        implicitWidth: 38
-        implicitHeight: 22
+        readonly property real growth: Math.max(1, root.font.pixelSize / 13)
+
+        implicitWidth: Math.round(38 * growth)
+        implicitHeight: Math.round(22 * growth)
         x: root.leftPadding
         y: (root.height - height) / 2
         place: root.checked ? 1 : 0

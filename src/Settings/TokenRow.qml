@@ -1,6 +1,5 @@
 import QtQuick
 import Velto.Settings
-import Velto.Stores
 
 /// One secret: paste it, save it, remove it. What is stored is never shown. The buttons go when they have done their work, and
 /// the keyboard goes to the field.
@@ -27,7 +26,7 @@ FormRow {
 
         anchors.verticalCenter: parent.verticalCenter
         // Its left edge is in line with that of a field without a button.
-        width: Math.max(140, 232 - keep.width)
+        width: Math.max(field.least, 232 - keep.width)
         echoMode: TextInput.Password
         inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText
         placeholderText: root.saved ? qsTr("Saved") : qsTr("Paste here")

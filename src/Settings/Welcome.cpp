@@ -1,6 +1,7 @@
 #include "Settings/Welcome.h"
 
 #include "Platform/Background.h"
+#include "Platform/HotKey.h"
 #include "Platform/LoginItem.h"
 #include "Platform/Places.h"
 #include "Platform/ToolRunner.h"
@@ -24,7 +25,17 @@ Welcome::Welcome(const Needs &needs, QObject *parent)
     , m_modules({"module"_ba, "label"_ba, "note"_ba, "on"_ba})
 {
     connect(&m_needs.prefs, &Prefs::changed, this, &Welcome::update);
+    connect(&m_needs.hotKey, &HotKey::changed, this, &Welcome::changed);
     update();
+}
+
+QString Welcome::keyHint() const
+{
+    const Support support = m_needs.hotKey.support();
+    const QString keys = m_needs.hotKey.keys();
+    if (!support.works())
+        return support.reason.isEmpty() ? tr("⌃⌥N is used by another app — open Velto from the menu bar icon") : support.reason;
+    return keys.isEmpty() ? tr("Or press ⌃⌥N from anywhere") : tr("Or press %1 from anywhere").arg(keys);
 }
 
 QVariantList Welcome::modes()

@@ -10,6 +10,7 @@ namespace velto {
 
 class AgentsSource;
 class Background;
+class HotKey;
 class LoginItem;
 class ToolRunner;
 struct Places;
@@ -25,6 +26,8 @@ class Welcome : public QObject {
     Q_PROPERTY(QAbstractItemModel *modules READ modules CONSTANT FINAL)
     Q_PROPERTY(bool login MEMBER m_login NOTIFY changed FINAL)
     Q_PROPERTY(bool hooks MEMBER m_hooks NOTIFY changed FINAL)
+    /// The key that opens the panel from anywhere, or why there is none.
+    Q_PROPERTY(QString keyHint READ keyHint NOTIFY changed FINAL)
     /// Claude Code is here, so its hooks can be offered.
     Q_PROPERTY(bool offersHooks READ offersHooks CONSTANT FINAL)
 public:
@@ -35,6 +38,7 @@ public:
         Background &background;
         ToolRunner &tools;
         LoginItem &loginItem;
+        const HotKey &hotKey;
         const Places &places;
     };
     explicit Welcome(const Needs &needs, QObject *parent = nullptr);
@@ -43,6 +47,7 @@ public:
     int mode() const;
     void setMode(int mode);
     QString modeLine() const;
+    QString keyHint() const;
     QAbstractItemModel *modules() { return &m_modules; }
     bool offersHooks() const { return m_claude; }
 
@@ -53,9 +58,12 @@ public:
     /// Turns off what can't work here. Only before a welcome was ever finished. The scan for other tools comes in later.
     Q_INVOKABLE void detect();
     Q_INVOKABLE void finish();
+    Q_INVOKABLE void seeQuestion() { Q_EMIT questionWanted(); }
 
 Q_SIGNALS:
     void changed();
+    /// The user wants to see what a question looks like: a stand-in for a session is to ask.
+    void questionWanted();
     /// The user is through; the window may go.
     void done();
 

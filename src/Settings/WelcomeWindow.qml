@@ -34,7 +34,7 @@ ApplicationWindow {
             color: Qt.alpha(root.palette.windowText, 0.14)
         }
         FormText {
-            x: page.margin + 2
+            x: page.margin
             anchors.verticalCenter: parent.verticalCenter
             width: start.x - x - 12
             quiet: true
@@ -59,6 +59,7 @@ ApplicationWindow {
         anchors.fill: parent
         margin: 28
         gap: 16
+        foot: 8 // the footer brings its own room
         // The default button's, unless what has the focus takes it.
         Keys.onReturnPressed: root.store.finish()
         Keys.onEnterPressed: root.store.finish()
@@ -86,7 +87,7 @@ ApplicationWindow {
             }
             Hint {
                 symbol: "keyboard"
-                text: qsTr("Or press ⌃⌥N from anywhere")
+                text: root.store.keyHint
             }
             Hint {
                 symbol: "menubar.rectangle"
@@ -143,6 +144,19 @@ ApplicationWindow {
                 link: qsTr("What changes?")
                 onWanted: on => root.store.hooks = on
                 onFollowed: preview.open()
+            }
+        }
+        FormSection {
+            title: qsTr("Try it")
+
+            FormRow {
+                title: qsTr("A session wants to run a command")
+                note: qsTr("The question slides out at the top of your screen. A stand-in asks, so nothing is run.")
+
+                FormButton {
+                    text: qsTr("See a question")
+                    onClicked: root.store.seeQuestion()
+                }
             }
         }
     }

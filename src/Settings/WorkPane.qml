@@ -1,6 +1,5 @@
 import QtQuick
 import Velto.Settings
-import Velto.Stores
 
 SettingsPane {
     id: root
@@ -42,7 +41,7 @@ SettingsPane {
             title: qsTr("Site")
 
             Field {
-                width: 240
+                width: Math.max(240, least)
                 label: qsTr("Site")
                 placeholderText: "your-team.atlassian.net"
                 stored: root.tokens.jiraSite
@@ -54,7 +53,7 @@ SettingsPane {
             title: qsTr("Email")
 
             Field {
-                width: 240
+                width: Math.max(240, least)
                 label: qsTr("Email")
                 placeholderText: "you@example.com"
                 inputMethodHints: Qt.ImhEmailCharactersOnly

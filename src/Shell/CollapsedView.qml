@@ -1,7 +1,6 @@
 import QtQuick
 import Velto.Design
 import Velto.Shell
-import Velto.Stores
 
 // The strip: one fact on each side of the housing, and the row that slides out under it.
 Item {
@@ -106,6 +105,7 @@ Item {
                 visible: root.strip.right === CollapsedStrip.Playing
                 name: "music.note"
                 size: 11
+                grows: false
                 color: "white"
             }
         }
@@ -128,7 +128,8 @@ Item {
         function build(): void {
             if (wanted && status === Loader.Null)
                 setSource("PeekRow.qml", {
-                    line: root.peekLine
+                    line: root.peekLine,
+                    ui: root.ui
                 });
         }
 
@@ -137,6 +138,40 @@ Item {
         }
         Behavior on opacity {
             Spring {}
+        }
+    }
+
+    // The whole question. It stays while the black closes over it.
+    Loader {
+        id: whole
+
+        readonly property bool wanted: root.ui.unfolded && root.peekLine.inParts && root.peekLine.onShow && !root.ui.expanded
+        readonly property real wantedHeight: item ? (item as UnfoldedQuestion).wanted : 0
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: peekRow.width - 36
+        height: 300 // of which the black shows what is wanted
+        y: peekRow.y + peekRow.height
+        opacity: wanted ? 1 : 0
+        visible: opacity > 0
+        onWantedChanged: {
+            if (wanted)
+                setSource("UnfoldedQuestion.qml", {
+                    line: root.peekLine,
+                    ui: root.ui
+                });
+        }
+        onVisibleChanged: {
+            if (!visible && !wanted)
+                source = "";
+        }
+        onWantedHeightChanged: root.ui.unfoldedHeight = whole.wantedHeight
+
+        Behavior on opacity {
+            Spring {}
+        }
+        HoverHandler {
+            onHoveredChanged: root.ui.questionHovered(hovered)
         }
     }
 

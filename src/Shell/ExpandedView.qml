@@ -3,7 +3,6 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Velto.Design
 import Velto.Shell
-import Velto.Stores
 
 // The open panel: tabs and buttons, the highlights, the content of the selected tab.
 FocusScope {
@@ -11,6 +10,10 @@ FocusScope {
 
     required property UI ui
     required property PanelContents contents
+    required property PeekLine peekLine
+
+    /// What a question takes up under the header; what unfolds of it lies over the page.
+    readonly property real asked: question.asks ? question.barHeight + 14 : 0
 
     focus: true
     Accessible.role: Accessible.Pane
@@ -22,7 +25,7 @@ FocusScope {
         x: 24
         y: 10
         width: root.width - 48
-        height: 28
+        height: Math.round(28 * Theme.textScale)
 
         SelectionCapsule {
             row: tabs
@@ -49,6 +52,7 @@ FocusScope {
                     required property string tab
                     required badge
 
+                    bare: root.width < 680 * Theme.textScale
                     selected: root.contents.selected === index
                     onClicked: root.contents.open(tab)
                 }
@@ -102,12 +106,30 @@ FocusScope {
         }
     }
 
+    QuestionBar {
+        id: question
+
+        x: 24
+        y: header.y + header.height + 14
+        z: 1
+        width: root.width - 48
+        line: root.peekLine
+        ui: root.ui
+
+        Connections {
+            target: root.ui
+            function onQuestionWanted(): void {
+                question.forceActiveFocus(Qt.ShortcutFocusReason);
+            }
+        }
+    }
+
     Row {
         id: highlights
 
         x: 24
-        y: header.y + header.height + 14
-        height: 24
+        y: header.y + header.height + 14 + root.asked
+        height: Math.round(24 * Theme.textScale)
         spacing: 6
 
         Repeater {
@@ -157,8 +179,22 @@ FocusScope {
                 anchors.leftMargin: content.side
                 anchors.rightMargin: content.side
                 visible: shown
-                onShownChanged: show()
+                onShownChanged: {
+                    show();
+                    if (page.shown)
+                        coming.restart();
+                }
                 Component.onCompleted: show()
+
+                NumberAnimation {
+                    id: coming
+
+                    target: page
+                    property: "opacity"
+                    from: Theme.fadeDuration > 0 ? 0 : 1
+                    to: 1
+                    duration: Theme.fadeDuration
+                }
 
                 function show(): void {
                     if (page.shown && page.status === Loader.Null)
@@ -172,20 +208,13 @@ FocusScope {
     }
 
     // Long lists fade into the panel at their lower edge.
-    Rectangle {
+    PanelFade {
         x: content.x
         y: content.y + content.height - height
         width: content.width
         height: content.height * 0.06
-        gradient: Gradient {
-            GradientStop {
-                position: 0
-                color: Theme.at(Theme.panelFloor, 0)
-            }
-            GradientStop {
-                position: 1
-                color: Theme.panelFloor
-            }
-        }
+        upwards: true
+        place: y
+        whole: root.height
     }
 }

@@ -1,6 +1,6 @@
 import QtQuick
 import Velto.Design
-import Velto.Stores
+import Velto.Shell
 
 // What the strip is about, in one line, while the pointer rests on it.
 Item {
@@ -21,7 +21,7 @@ Item {
     }
 
     Accessible.role: Accessible.Button
-    Accessible.name: root.strip.summaryText
+    Accessible.name: Plain.line(root.strip.summaryText)
     Accessible.onPressAction: root.ui.openFocused()
 
     TapHandler {

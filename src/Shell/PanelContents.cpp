@@ -74,7 +74,8 @@ void PanelContents::update()
         highlights.append({u"event"_s, u"calendar"_s, m_needs.everyday.nextEventText(), rawValue(Tab::Home)});
     m_highlights.setRows(highlights);
 
-    const Shown now{int(visible.indexOf(shown)), m_needs.hub.recording(), highlights.isEmpty(),
+    const Shown now{int(visible.indexOf(shown)), m_needs.hub.recording(),
+                    highlights.isEmpty() && m_needs.hub.source(Tab::Home)->badge() == 0,
                     tr("Refresh · updated %1").arg(shortTime(m_needs.hub.updated()))};
     if (now == m_now)
         return;

@@ -43,7 +43,7 @@ public:
     QAbstractItemModel *tabs() { return &m_tabs; }
     int selected() const { return m_now.selected; }
     QAbstractItemModel *highlights() { return &m_highlights; }
-    bool nothingNeedsYou() const { return m_highlights.rows().isEmpty(); }
+    bool nothingNeedsYou() const { return m_now.nothing; }
     bool recording() const { return m_now.recording; }
     QString refreshLabel() const { return m_now.refreshLabel; }
 

@@ -14,13 +14,15 @@ constexpr double kPeekSides = 220;
 
 } // namespace
 
-QSizeF panelSize(QSizeF housing, PanelSize size)
+QSizeF panelSize(QSizeF housing, PanelSize size, double unfolded)
 {
     switch (size) {
     case PanelSize::Expanded:
         return kExpandedSize;
     case PanelSize::Peeking:
-        return {std::max(kPeekMinimumWidth, housing.width() + kStripSides + kPeekSides), housing.height() + kPeekRowHeight};
+    case PanelSize::Unfolded:
+        return {std::max(kPeekMinimumWidth, housing.width() + kStripSides + kPeekSides),
+                housing.height() + kPeekRowHeight + (size == PanelSize::Unfolded ? unfolded : 0)};
     case PanelSize::Collapsed:
         break;
     }
@@ -47,10 +49,15 @@ QSizeF measureHousing(const Display &display)
     return {kHousingWidthWithout, display.statusBarThickness};
 }
 
-QRect panelFrame(const Display &display, QSizeF housing, PanelSize size)
+QRect panelFrame(const Display &display, QSizeF housing, PanelSize size, double unfolded)
+{
+    return hangFrom(display, panelSize(housing, size, unfolded));
+}
+
+QRect hangFrom(const Display &display, QSizeF size)
 {
     const QSizeF room = display.frame.size().expandedTo({1, 1});
-    const QSize fitted = panelSize(housing, size).boundedTo(room).toSize().expandedTo({1, 1});
+    const QSize fitted = size.boundedTo(room).toSize().expandedTo({1, 1});
     const double left = display.frame.center().x() - fitted.width() / 2.0;
     return {QPoint(qRound(left), qRound(display.frame.top())), fitted};
 }

@@ -12,8 +12,8 @@ class QPainterPath;
 
 namespace velto {
 
-/// The three sizes of the window.
-enum class PanelSize : quint8 { Collapsed, Peeking, Expanded };
+/// The sizes of the window. A question that is told whole makes the row of a Peek as much higher as it asks for.
+enum class PanelSize : quint8 { Collapsed, Peeking, Unfolded, Expanded };
 
 /// Corner radii of the outline, in points.
 struct OutlineRadii {
@@ -37,11 +37,14 @@ std::optional<Display> chooseDisplay(const QList<Display> &displays);
 /// The size of a display's camera housing; without one, what stands for it.
 QSizeF measureHousing(const Display &display);
 
-/// How large each state is around a housing of that size.
-QSizeF panelSize(QSizeF housing, PanelSize size);
+/// How large each state is around a housing of that size; `unfolded` is the height of what stands under the row.
+QSizeF panelSize(QSizeF housing, PanelSize size, double unfolded = 0);
 
 /// Where the window goes: centred at the top edge of the display. Never empty, and never wider or higher than the display.
-QRect panelFrame(const Display &display, QSizeF housing, PanelSize size);
+QRect panelFrame(const Display &display, QSizeF housing, PanelSize size, double unfolded = 0);
+
+/// Where something of this size hangs from the display's top edge, in its middle. Never empty, and never larger than the display.
+QRect hangFrom(const Display &display, QSizeF size);
 
 /// The outline of the black: its top corners flare outwards into the display's edge, as a camera housing does.
 QPainterPath veltoOutline(const QRectF &rect, OutlineRadii radii);

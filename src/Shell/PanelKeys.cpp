@@ -2,8 +2,7 @@
 
 #include "Hub/Hub.h"
 #include "Shell/PanelContents.h"
-#include "Shell/UI.h"
-#include "Tabs/Todos/TodosSource.h"
+#include "Core/UI.h"
 
 #include <QKeyEvent>
 #include <QPointer>
@@ -31,21 +30,15 @@ QQuickItem *shownWith(const char *property, const QQuickItem *root)
 
 } // namespace
 
-PanelKeys::PanelKeys(QQuickWindow &window, UI &ui, PanelContents &contents, Hub &hub, TodosSource &todos, QObject *parent)
+PanelKeys::PanelKeys(QQuickWindow &window, UI &ui, PanelContents &contents, Hub &hub, QObject *parent)
     : QObject(parent)
     , m_window(window)
     , m_ui(ui)
     , m_contents(contents)
     , m_hub(hub)
-    , m_todos(todos)
 {
     m_window.installEventFilter(this);
     connect(&m_hub, &Hub::selectedChanged, this, &PanelKeys::leaveHidden);
-}
-
-bool PanelKeys::onTodos() const
-{
-    return m_hub.selected() == Tab::Todos;
 }
 
 bool PanelKeys::textFieldFocused() const
@@ -54,11 +47,12 @@ bool PanelKeys::textFieldFocused() const
     return item && (item->inherits("QQuickTextInput") || item->inherits("QQuickTextEdit"));
 }
 
-/// What has the focus, or what it stands in, is pressed by Return: a button, or a form with its own.
-bool PanelKeys::focusTakesReturn() const
+/// Whether what has the focus, or what it stands in, has this property true: `takesReturn` of a button, or a form with its own;
+/// `keepsKeys` of what has a use for the arrows.
+bool PanelKeys::focusHas(const char *property) const
 {
     for (const QQuickItem *item = m_window.activeFocusItem(); item; item = item->parentItem()) {
-        if (item->property("takesReturn").toBool())
+        if (item->property(property).toBool())
             return true;
     }
     return false;
@@ -97,47 +91,32 @@ void PanelKeys::escape()
 {
     if (textFieldFocused())
         clearFocus();
-    else if (m_todos.draft())
-        m_todos.setDraft(std::nullopt);
-    else
+    else if (!m_hub.takeKey(Qt::Key_Escape))
         m_ui.close();
 }
 
 void PanelKeys::control(const QKeyEvent &key)
 {
-    if (key.key() >= Qt::Key_1 && key.key() <= Qt::Key_5)
-        m_contents.openAt(key.key() - Qt::Key_1);
-    else if (key.key() == Qt::Key_Comma)
+    if (key.key() == Qt::Key_Comma)
         m_ui.askForSettings();
-    else if (!m_ui.sheetOpen() && !key.isAutoRepeat())
-        todosControl(key);
+    else if (m_ui.sheetOpen())
+        return; // the tab under a sheet stays
+    else if (key.key() >= Qt::Key_1 && key.key() <= Qt::Key_5)
+        m_contents.openAt(key.key() - Qt::Key_1);
+    else if (!key.isAutoRepeat())
+        m_hub.takeKey(Qt::CTRL | Qt::Key(key.key()));
 }
 
-void PanelKeys::todosControl(const QKeyEvent &key)
+void PanelKeys::plain(const QKeyEvent &key)
 {
-    const bool visible = m_hub.tabs().contains(Tab::Todos);
-    if (key.key() == Qt::Key_N && visible && m_todos.canAdd()) {
-        m_hub.open(Tab::Todos);
-        m_todos.newDraft();
-    } else if (key.key() == Qt::Key_F && visible) {
-        m_hub.open(Tab::Todos);
-        m_todos.askForSearch();
-    } else if (key.key() == Qt::Key_D && onTodos()) {
-        m_todos.finishSelected();
-    } else if (key.key() == Qt::Key_Z && onTodos() && m_todos.pendingDone()) {
-        m_todos.undoDone();
-    }
-}
-
-void PanelKeys::todosPlain(const QKeyEvent &key)
-{
-    const bool down = key.key() == Qt::Key_Down;
-    if ((down || key.key() == Qt::Key_Up) && !m_todos.draft()) {
-        clearFocus();
-        m_todos.move(down ? 1 : -1);
+    if (key.key() == Qt::Key_Down || key.key() == Qt::Key_Up) {
+        if (m_hub.takeKey(Qt::Key(key.key())))
+            clearFocus();
+        else
+            enterPage();
     } else if ((key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) && !key.isAutoRepeat() && !textFieldFocused()
-               && !focusTakesReturn()) {
-        m_todos.toggleSelected();
+               && !focusHas("takesReturn")) {
+        m_hub.takeKey(Qt::Key_Return);
     }
 }
 
@@ -152,11 +131,8 @@ bool PanelKeys::eventFilter(QObject *watched, QEvent *event)
             escape();
     } else if (modifiers == Qt::ControlModifier) {
         control(key);
-    } else if (modifiers == Qt::NoModifier && !m_ui.sheetOpen()) {
-        if (onTodos())
-            todosPlain(key);
-        else if (key.key() == Qt::Key_Down || key.key() == Qt::Key_Up)
-            enterPage();
+    } else if (modifiers == Qt::NoModifier && !m_ui.sheetOpen() && !focusHas("keepsKeys")) {
+        plain(key);
     }
     return QObject::eventFilter(watched, event);
 }

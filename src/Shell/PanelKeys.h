@@ -10,15 +10,14 @@ namespace velto {
 
 class Hub;
 class PanelContents;
-class TodosSource;
 class UI;
 
-/// The keyboard of the open panel. Every key goes on to the views, handled or not. UI thread only.
+/// The keyboard of the open panel: what has the focus, which tab is on show; the rest is for the tabs. Every key goes on to the views, handled or not. UI thread only.
 class PanelKeys : public QObject {
     Q_OBJECT
 public:
     /// Listens to the keys of `window`, which outlives this.
-    PanelKeys(QQuickWindow &window, UI &ui, PanelContents &contents, Hub &hub, TodosSource &todos, QObject *parent = nullptr);
+    PanelKeys(QQuickWindow &window, UI &ui, PanelContents &contents, Hub &hub, QObject *parent = nullptr);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -26,12 +25,10 @@ protected:
 private:
     void escape();
     void control(const QKeyEvent &key);
-    void todosControl(const QKeyEvent &key);
-    void todosPlain(const QKeyEvent &key);
+    void plain(const QKeyEvent &key);
     void enterPage();
-    bool onTodos() const;
     bool textFieldFocused() const;
-    bool focusTakesReturn() const;
+    bool focusHas(const char *property) const;
     void clearFocus();
     void leaveHidden();
 
@@ -39,7 +36,6 @@ private:
     UI &m_ui;
     PanelContents &m_contents;
     Hub &m_hub;
-    TodosSource &m_todos;
 };
 
 } // namespace velto

@@ -2,9 +2,17 @@
 
 #include "Hub/Hub.h"
 #include "Shell/CollapsedStrip.h"
-#include "Shell/UI.h"
+#include "Core/UI.h"
+
+#include <algorithm>
 
 namespace velto {
+
+namespace {
+
+constexpr double kMenuWidth = 260;
+
+} // namespace
 
 PanelOutline::PanelOutline(const Hub &hub, const UI &ui, const CollapsedStrip &strip, QObject *parent)
     : QObject(parent)
@@ -16,15 +24,31 @@ PanelOutline::PanelOutline(const Hub &hub, const UI &ui, const CollapsedStrip &s
     connect(&m_hub, &Hub::peekChanged, this, &PanelOutline::update);
     connect(&m_ui, &UI::expandedChanged, this, &PanelOutline::update);
     connect(&m_ui, &UI::hoveringChanged, this, &PanelOutline::update);
+    connect(&m_ui, &UI::menuOpenChanged, this, &PanelOutline::update);
+    connect(&m_ui, &UI::roomChanged, this, &PanelOutline::update);
+    connect(&m_ui, &UI::unfoldedHeightChanged, this, &PanelOutline::update);
     connect(&m_ui, &UI::veltoChanged, this, &PanelOutline::update);
     connect(&m_strip, &CollapsedStrip::changed, this, &PanelOutline::update);
 }
 
 PanelOutline::Shape PanelOutline::read() const
 {
+    Shape shape = withoutMenu();
+    if (const double menu = m_ui.menuHeight(); menu > 0) {
+        shape.size = {std::max(shape.size.width(), kMenuWidth), shape.size.height() + menu};
+        shape.radii = {6, 16};
+    }
+    shape.size = shape.size.boundedTo(m_ui.room());
+    return shape;
+}
+
+PanelOutline::Shape PanelOutline::withoutMenu() const
+{
     if (m_ui.expanded())
         return {PanelSize::Expanded, kExpandedSize, {14, 26}};
     const QSizeF housing = m_ui.velto();
+    if (m_hub.asking() && m_ui.unfoldedHeight() > 0)
+        return {PanelSize::Unfolded, velto::panelSize(housing, PanelSize::Unfolded, m_ui.unfoldedHeight()), {6, 16}};
     if (m_hub.hasPeek() || m_ui.hovering())
         return {PanelSize::Peeking, velto::panelSize(housing, PanelSize::Peeking), {6, 16}};
     return {PanelSize::Collapsed, m_strip.quiet() ? housing : velto::panelSize(housing, PanelSize::Collapsed), {6, 10}};

@@ -30,7 +30,7 @@ public:
     QSizeF size() const { return m_now.size; }
     OutlineRadii radii() const { return m_now.radii; }
     /// A row is on show under the strip.
-    bool peeking() const { return m_now.panel == PanelSize::Peeking; }
+    bool peeking() const { return m_now.panel == PanelSize::Peeking || m_now.panel == PanelSize::Unfolded; }
     PanelSize panelSize() const { return m_now.panel; }
 
 Q_SIGNALS:
@@ -44,6 +44,7 @@ private:
         bool operator==(const Shape &) const = default;
     };
     Shape read() const;
+    Shape withoutMenu() const;
     void update();
 
     const Hub &m_hub;

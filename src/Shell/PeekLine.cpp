@@ -35,6 +35,24 @@ QString PeekLine::hint() const
     return actionLabel().isEmpty() ? tr("Opens Velto") : tr("%1s").arg(actionLabel());
 }
 
+QString PeekLine::detail() const
+{
+    return hasDetail() ? m_question.detail : tr("no details given");
+}
+
+QAbstractItemModel *PeekLine::unfold()
+{
+    if (m_unfolded++ == 0 && m_peek.question)
+        m_rows.set(questionParts(*m_peek.question));
+    return &m_rows;
+}
+
+void PeekLine::fold()
+{
+    if (--m_unfolded == 0)
+        m_rows.set({});
+}
+
 void PeekLine::pressBegan()
 {
     m_hub.pressBegan(m_peek.id);
@@ -57,6 +75,9 @@ void PeekLine::follow()
         m_peek = m_hub.peek();
         m_isQuestion = m_peek.isQuestion();
         m_peek.decide = {}; // the queue alone answers
+        m_question = m_peek.question ? questionLine(*m_peek.question) : QuestionLine();
+        if (m_unfolded > 0)
+            m_rows.set(m_peek.question ? questionParts(*m_peek.question) : QList<QuestionPart>());
         ++m_serial;
     }
     Q_EMIT changed();

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "Core/Peek.h"
+#include "Shell/QuestionRows.h"
+#include "Shell/QuestionText.h"
 
 #include <QObject>
 #include <QString>
@@ -19,6 +21,14 @@ class PeekLine : public QObject {
     Q_PROPERTY(QString text READ text NOTIFY changed FINAL)
     Q_PROPERTY(Tone tone READ tone NOTIFY changed FINAL)
     Q_PROPERTY(bool isQuestion READ isQuestion NOTIFY changed FINAL)
+    Q_PROPERTY(bool inParts READ inParts NOTIFY changed FINAL)
+    Q_PROPERTY(QString session READ session NOTIFY changed FINAL)
+    Q_PROPERTY(QString tool READ tool NOTIFY changed FINAL)
+    Q_PROPERTY(QString detail READ detail NOTIFY changed FINAL)
+    Q_PROPERTY(QString place READ place NOTIFY changed FINAL)
+    Q_PROPERTY(bool exact READ exact NOTIFY changed FINAL)
+    Q_PROPERTY(bool hasDetail READ hasDetail NOTIFY changed FINAL)
+    Q_PROPERTY(QString beside READ beside NOTIFY changed FINAL)
     Q_PROPERTY(QString actionLabel READ actionLabel NOTIFY changed FINAL)
     Q_PROPERTY(QString hint READ hint NOTIFY changed FINAL)
     Q_PROPERTY(QString waiting READ waiting NOTIFY waitingChanged FINAL)
@@ -35,6 +45,21 @@ public:
     QString text() const { return m_peek.text; }
     Tone tone() const;
     bool isQuestion() const { return m_isQuestion; }
+    /// A question that is told in parts, each fit to be shown as it is; otherwise its text tells it.
+    bool inParts() const { return m_peek.question.has_value(); }
+    QString session() const { return m_question.session; }
+    QString tool() const { return m_question.tool; }
+    /// What the tool would do, or that nothing is known of it.
+    QString detail() const;
+    QString place() const { return m_question.place; }
+    /// The detail is a command, a path or the like.
+    bool exact() const { return m_question.exact; }
+    bool hasDetail() const { return !m_question.detail.isEmpty(); }
+    /// Quiet words beside the text.
+    QString beside() const { return m_peek.beside; }
+    /// The whole question, while somebody looks at it.
+    Q_INVOKABLE QAbstractItemModel *unfold();
+    Q_INVOKABLE void fold();
     /// The word on the row's pill; empty if it has none.
     QString actionLabel() const { return m_peek.actionLabel(); }
     /// What a press on the row does, for a screen reader.
@@ -57,6 +82,9 @@ private:
     Hub &m_hub;
     const AgentsSource &m_agents;
     Peek m_peek;
+    QuestionLine m_question;
+    QuestionRows m_rows{this}; // so that QML leaves it alone
+    int m_unfolded = 0; ///< how many views show the rows
     bool m_isQuestion = false;
     bool m_onShow = false;
     int m_serial = 0;

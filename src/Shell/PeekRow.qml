@@ -1,22 +1,27 @@
 import QtQuick
 import Velto.Design
-import Velto.Stores
+import Velto.Shell
 
 // The line that slid out. A press on it acts; a question has two pills.
 Item {
     id: root
 
     required property PeekLine line
+    required property UI ui
 
     readonly property list<color> tones: [Theme.mint, Theme.amber, Theme.coral, Theme.ice]
     readonly property color tone: root.tones[root.line.tone]
 
     Accessible.role: Accessible.Button
-    Accessible.name: root.line.text
+    Accessible.name: Plain.line(root.line.text)
     Accessible.description: root.line.hint
     Accessible.onPressAction: root.line.act()
     Component.onCompleted: symbol.bounce()
 
+    HoverHandler {
+        enabled: root.line.isQuestion && root.line.onShow
+        onHoveredChanged: root.ui.questionHovered(hovered)
+    }
     TapHandler {
         gesturePolicy: TapHandler.ReleaseWithinBounds
         onPressedChanged: {
@@ -46,18 +51,47 @@ Item {
         color: root.tone
     }
 
-    PlainText {
+    QuestionLine {
+        anchors.left: symbol.right
+        anchors.leftMargin: 9
+        anchors.right: tail.left
+        anchors.rightMargin: 10
+        anchors.verticalCenter: parent.verticalCenter
+        visible: root.line.inParts
+        line: root.line
+        unfolded: root.ui.unfolded
+    }
+    Row {
         anchors.left: symbol.right
         anchors.leftMargin: 9
         anchors.right: tail.left
         anchors.rightMargin: tail.width > 0 ? 12 : 8
         anchors.verticalCenter: parent.verticalCenter
-        words: root.line.text
-        elide: Text.ElideMiddle
-        color: "white"
-        size: 13
-        weight: Font.Medium
-        Accessible.ignored: true
+        visible: !root.line.inParts
+        spacing: 10
+
+        PlainText {
+            id: text
+
+            width: Math.min(implicitWidth, parent.width - (beside.visible ? beside.width + parent.spacing : 0))
+            words: root.line.text
+            elide: Text.ElideMiddle
+            color: "white"
+            size: 13
+            weight: Font.Medium
+            Accessible.ignored: true
+        }
+        PlainText {
+            id: beside
+
+            anchors.baseline: text.baseline
+            width: Math.min(implicitWidth, root.width / 3)
+            visible: root.line.beside !== ""
+            words: root.line.beside
+            color: Theme.glassSecondary
+            size: Theme.textSmall
+            Accessible.ignored: true
+        }
     }
 
     Row {
@@ -76,21 +110,10 @@ Item {
             size: 10
             weight: Font.Medium
         }
-        Pill {
+        AnswerPills {
             visible: root.line.isQuestion
-            text: qsTr("Deny")
+            line: root.line
             tone: root.tone
-            label: qsTr("Deny: %1").arg(root.line.text)
-            onPressBegan: root.line.pressBegan()
-            onClicked: root.line.answer(false)
-        }
-        Pill {
-            visible: root.line.isQuestion
-            text: qsTr("Allow")
-            tone: root.tone
-            label: qsTr("Allow: %1").arg(root.line.text)
-            onPressBegan: root.line.pressBegan()
-            onClicked: root.line.answer(true)
         }
         Pill {
             visible: !root.line.isQuestion && root.line.actionLabel !== ""

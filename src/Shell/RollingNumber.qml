@@ -13,6 +13,8 @@ Row {
 
     readonly property string digits: String(root.value)
 
+    anchors.alignWhenCentered: false
+    anchors.verticalCenterOffset: Theme.capitalsDrop(root.pixelSize, root.height)
     Accessible.ignored: true
 
     TextMetrics {

@@ -81,15 +81,18 @@ Item {
             visible: root.symbol !== ""
             name: root.symbol
             size: 11
+            grows: false
             color: Theme.at("white", 0.85)
         }
         Row {
             anchors.verticalCenter: parent.verticalCenter
+            anchors.alignWhenCentered: false
             spacing: 1
 
             RollingNumber {
                 id: number
 
+                anchors.verticalCenter: parent.verticalCenter
                 value: root.value
                 color: Theme.at("white", 0.85)
             }
@@ -98,6 +101,7 @@ Item {
                 visible: root.suffix !== ""
                 text: root.suffix
                 size: 11
+                grows: false
                 weight: Font.Medium
                 color: Theme.at("white", 0.85)
                 Accessible.ignored: true

@@ -14,11 +14,13 @@ Row {
         anchors.verticalCenter: parent.verticalCenter
         name: root.symbol
         size: 11
+        grows: false
         color: "white"
     }
     Digits {
         anchors.verticalCenter: parent.verticalCenter
         value: root.text
+        grows: false
         size: 11
         color: "white"
     }

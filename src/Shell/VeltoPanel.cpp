@@ -1,9 +1,9 @@
 #include "Shell/VeltoPanel.h"
 
+#include "Design/Theme.h"
 #include "Shell/PanelOutline.h"
-#include "Shell/UI.h"
+#include "Core/UI.h"
 
-#include <QCursor>
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPainterPath>
@@ -12,6 +12,8 @@
 namespace velto {
 
 namespace {
+
+constexpr int kTremble = 2; // logical pixels that a hand at rest may move
 
 // Flattened larger than life, so that the corners come out round.
 QRegion pixelsWithin(const QPainterPath &path)
@@ -31,7 +33,7 @@ VeltoPanel::VeltoPanel(Clock &clock, UI &ui, const PanelOutline &outline)
     setTitle(QStringLiteral("Velto"));
     setColor(Qt::transparent);
     setResizeMode(QQuickView::SizeRootObjectToView);
-    connect(&m_outline, &PanelOutline::changed, this, &VeltoPanel::outlineMoved);
+    connect(&m_outline, &PanelOutline::changed, this, &VeltoPanel::outlineChanged);
     connect(&m_ui, &UI::compositedChanged, this, &VeltoPanel::outlineMoved);
 }
 
@@ -39,29 +41,45 @@ QRegion VeltoPanel::wantedMask() const
 {
     const QSizeF shape = m_outline.size();
     const QRectF area((width() - shape.width()) / 2, 0, shape.width(), shape.height());
+    const QRegion outline = pixelsWithin(veltoOutline(area, m_outline.radii()));
     if (!m_ui.composited())
-        return pixelsWithin(veltoOutline(area, m_outline.radii()));
-    const bool narrow = m_outline.panelSize() == PanelSize::Collapsed && area.width() < width() && height() <= area.height();
-    return narrow ? QRegion(area.toAlignedRect()) : QRegion();
+        return outline;
+    // A pixel more on every side, so that the soft edge stays whole.
+    QRegion around = outline;
+    for (const QPoint &step : {QPoint(-1, 0), QPoint(1, 0), QPoint(0, 1)})
+        around += outline.translated(step);
+    return around;
+}
+
+// Nothing that comes up under a pointer at rest lights up before the pointer moves.
+void VeltoPanel::outlineChanged()
+{
+    m_rest = QCursor::pos();
+    if (Theme *theme = Theme::of(engine()))
+        theme->setPointerRests(true);
+    outlineMoved();
 }
 
 void VeltoPanel::outlineMoved()
 {
-    // The black is still wide while it moves to a narrower outline, and is cut when it has arrived.
-    const QRegion wanted = wantedMask();
-    const bool narrower = m_ui.composited() && !wanted.isEmpty() && m_mask != wanted;
-    m_settled = narrower ? m_clock.after(kSpringTime, [this] { cut(); }) : nullptr;
-    if (!narrower)
-        cut();
+    m_settled.reset();
+    if (!m_ui.composited()) {
+        cut(wantedMask());
+        return;
+    }
+    if (wantedMask() == m_mask)
+        return;
+    // The black is still on its way to the new outline, and is cut when it has arrived.
+    cut({});
+    m_settled = m_clock.after(kSpringTime, [this] { cut(wantedMask()); });
 }
 
-void VeltoPanel::cut()
+void VeltoPanel::cut(const QRegion &mask)
 {
-    const QRegion wanted = wantedMask();
-    if (wanted == m_mask)
+    if (mask == m_mask)
         return;
-    m_mask = wanted;
-    setMask(wanted);
+    m_mask = mask;
+    setMask(mask);
 }
 
 QQuickItem *VeltoPanel::textField() const
@@ -76,6 +94,12 @@ QQuickItem *VeltoPanel::textField() const
 // one that brings up a form.
 bool VeltoPanel::event(QEvent *event)
 {
+    if (event->type() == QEvent::MouseMove || event->type() == QEvent::MouseButtonPress) {
+        const QPoint moved = static_cast<QMouseEvent *>(event)->globalPosition().toPoint() - m_rest;
+        Theme *const theme = Theme::of(engine());
+        if (theme && (event->type() == QEvent::MouseButtonPress || moved.manhattanLength() > kTremble))
+            theme->setPointerRests(false);
+    }
     if (event->type() != QEvent::MouseButtonPress && event->type() != QEvent::MouseButtonRelease)
         return QQuickView::event(event);
     const QPointF place = static_cast<QMouseEvent *>(event)->position();
@@ -106,8 +130,10 @@ void VeltoPanel::lookForPointer()
 {
     if (!m_ui.pointerInside() || QGuiApplication::mouseButtons() != Qt::NoButton)
         return;
-    const QPointF place = QCursor::pos();
-    QMouseEvent move(QEvent::MouseMove, mapFromGlobal(place), place, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    const auto place = m_ui.pointer ? m_ui.pointer() : std::nullopt;
+    if (!place)
+        return;
+    QMouseEvent move(QEvent::MouseMove, *place, mapToGlobal(*place), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
     QCoreApplication::sendEvent(this, &move);
 }
 

@@ -27,14 +27,16 @@ private:
     QQuickItem *textField() const;
     /// Cuts what the outline doesn't cover, so that presses beside it reach what is behind.
     void outlineMoved();
+    void outlineChanged();
     QRegion wantedMask() const;
-    void cut();
+    void cut(const QRegion &mask);
     void lookForPointer();
 
     Clock &m_clock;
     UI &m_ui;
     const PanelOutline &m_outline;
     QRegion m_mask;
+    QPoint m_rest; ///< where the pointer was on the screen when the outline last changed
     TimerHandle m_settled;
 };
 

@@ -1,5 +1,6 @@
 #include "Shell/VeltoShape.h"
 
+#include "Design/Theme.h"
 #include "Shell/PanelGeometry.h"
 
 #include <QLinearGradient>
@@ -9,6 +10,8 @@
 namespace velto {
 
 namespace {
+
+constexpr int kSteps = 24; // of the gradient; straight from one to the next
 
 QColor withAlpha(QColor color, double alpha)
 {
@@ -36,9 +39,8 @@ void VeltoShape::paint(QPainter *painter)
     if (m_openness <= 0)
         return;
     QLinearGradient gradient(area.topLeft(), area.bottomLeft());
-    gradient.setColorAt(0, withAlpha(Qt::black, m_openness));
-    gradient.setColorAt(0.5, withAlpha(m_glow, 0.3 * m_openness));
-    gradient.setColorAt(1, withAlpha(Qt::black, 0.58 * m_openness));
+    for (int step = 0; step <= kSteps; ++step)
+        gradient.setColorAt(double(step) / kSteps, withAlpha(Theme::panelColor(double(step) / kSteps), m_openness));
     painter->fillPath(outline, gradient);
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QColor>
 #include <QQuickPaintedItem>
 
 namespace velto {
@@ -12,7 +11,6 @@ class VeltoShape : public QQuickPaintedItem {
     Q_PROPERTY(double topRadius READ topRadius WRITE setTopRadius NOTIFY changed FINAL)
     Q_PROPERTY(double bottomRadius READ bottomRadius WRITE setBottomRadius NOTIFY changed FINAL)
     Q_PROPERTY(double openness READ openness WRITE setOpenness NOTIFY changed FINAL)
-    Q_PROPERTY(QColor glow READ glow WRITE setGlow NOTIFY changed FINAL)
 public:
     explicit VeltoShape(QQuickItem *parent = nullptr);
 
@@ -22,8 +20,6 @@ public:
     void setBottomRadius(double radius) { set(m_bottom, radius); }
     double openness() const { return m_openness; }
     void setOpenness(double openness) { set(m_openness, openness); }
-    QColor glow() const { return m_glow; }
-    void setGlow(const QColor &glow) { set(m_glow, glow); }
 
     void paint(QPainter *painter) override;
 
@@ -43,7 +39,6 @@ private:
     double m_top = 6;
     double m_bottom = 10;
     double m_openness = 0;
-    QColor m_glow;
 };
 
 } // namespace velto

@@ -1,7 +1,6 @@
 import QtQuick
 import Velto.Design
 import Velto.Shell
-import Velto.Stores
 
 // Everything that stands in the window. The black hangs from its top centre and moves towards the outline.
 Item {
@@ -25,7 +24,6 @@ Item {
         topRadius: root.outline.top
         bottomRadius: root.outline.bottom
         openness: root.ui.expanded ? 1 : 0
-        glow: Theme.ice
 
         Behavior on width {
             enabled: root.moves
@@ -72,8 +70,8 @@ Item {
             id: panel
 
             anchors.horizontalCenter: parent.horizontalCenter
-            width: 780
-            height: 520
+            width: Math.min(780, root.ui.room.width)
+            height: Math.min(520, root.ui.room.height)
             visible: shape.openness > 0
             opacity: shape.openness
             enabled: root.ui.expanded
@@ -83,6 +81,7 @@ Item {
             sourceComponent: ExpandedView {
                 ui: root.ui
                 contents: root.contents
+                peekLine: root.peekLine
             }
             // qmllint enable unqualified
 
@@ -98,6 +97,13 @@ Item {
         }
     }
 
+    // The rectangle above knows no round corners.
+    CornerCut {
+        anchors.fill: shape
+        topRadius: shape.topRadius
+        bottomRadius: shape.bottomRadius
+    }
+
     HoverHandler {
         onHoveredChanged: root.ui.pointerChanged(hovered)
     }
@@ -105,7 +111,26 @@ Item {
     // Where the desktop has no tray, the menu is here.
     TapHandler {
         acceptedButtons: Qt.RightButton
-        onTapped: root.ui.askForMenu()
+        onTapped: point => {
+            menu.place = point.position;
+            root.ui.askForMenu();
+        }
+    }
+    Keys.onPressed: event => {
+        if (event.key !== Qt.Key_Menu && !(event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier))
+            return;
+        event.accepted = true;
+        menu.place = null;
+        root.ui.askForMenu();
+    }
+    PanelMenu {
+        id: menu
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: shape.width
+        height: shape.height
+        ui: root.ui
+        place: null
     }
 
     // A screen reader says the name of an alert that comes into view, and that of one which changes.
@@ -118,8 +143,27 @@ Item {
 
         Connections {
             target: root.accessibility
+            // Cleared in between: the same text set again wouldn't be said again.
             function onAnnouncementRequested(text: string): void {
-                announcement.Accessible.name = text;
+                announcement.Accessible.name = "";
+                said.text = Plain.line(text);
+                said.restart();
+            }
+        }
+        Timer {
+            id: said
+
+            property string text
+
+            interval: 0
+            onTriggered: announcement.Accessible.name = said.text
+        }
+        // What was answered or has gone isn't left to be read.
+        Connections {
+            target: root.peekLine
+            function onChanged(): void {
+                if (!root.peekLine.onShow)
+                    announcement.Accessible.name = "";
             }
         }
     }

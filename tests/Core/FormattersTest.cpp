@@ -10,15 +10,6 @@ using namespace velto;
 class FormattersTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void searchPathPutsFixedFoldersFirstAndEachOnce()
-    {
-        const QStringList path = toolSearchPath(u"/home/me"_s, u":/opt/x::/usr/bin:/home/me/.cargo/bin:/opt/x:"_s);
-        QCOMPARE(path.size(), 10);
-        QCOMPARE(path.front(), u"/home/me/.local/bin"_s);
-        QCOMPARE(path.sliced(7), (QStringList{u"/usr/bin"_s, u"/bin"_s, u"/opt/x"_s}));
-        QCOMPARE(toolSearchPath(u"/home/me"_s, {}).size(), 9);
-    }
-
     void agoTurnsAtTheUnit()
     {
         const QDateTime now(QDate(2026, 11, 21), QTime(9, 0));

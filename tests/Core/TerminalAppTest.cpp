@@ -31,13 +31,14 @@ private Q_SLOTS:
     void takesTheChosenTerminalOnlyWhileItIsThere()
     {
         QCOMPARE(m_terminal.current(), TerminalApp::App::Terminal);
-        m_terminals.present = {u"dev.warp.Warp-Stable"_s, u"com.mitchellh.ghostty"_s};
+        m_terminals.present = {TerminalApp::App::Warp, TerminalApp::App::Ghostty};
         QCOMPARE(m_terminal.current(), TerminalApp::App::Ghostty);
         m_terminal.setCurrent(TerminalApp::App::Warp);
+        QCOMPARE(m_defaults.value(u"terminalApp"_s).toString(), u"dev.warp.Warp-Stable"_s); // as older settings have it
         QCOMPARE(m_terminal.current(), TerminalApp::App::Warp);
-        m_terminals.present = {u"com.mitchellh.ghostty"_s};
+        m_terminals.present = {TerminalApp::App::Ghostty};
         QCOMPARE(m_terminal.current(), TerminalApp::App::Ghostty);
-        m_terminals.present.insert(u"dev.warp.Warp-Stable"_s);
+        m_terminals.present.insert(TerminalApp::App::Warp);
         QCOMPARE(m_terminal.current(), TerminalApp::App::Warp);
         m_defaults.set(u"terminalApp"_s, u"no.such.app"_s);
         QCOMPARE(m_terminal.current(), TerminalApp::App::Ghostty);
@@ -60,7 +61,7 @@ private Q_SLOTS:
                                 std::optional(u"/etc/passwd"_s), std::optional(QString())}) {
             m_terminals.launched.clear();
             QVERIFY(m_terminal.resumeClaude(m_session, cwd));
-            QCOMPARE(m_terminals.launched, (QList<std::pair<QString, QString>>{{u"com.apple.Terminal"_s, home}}));
+            QCOMPARE(m_terminals.launched, (QList<std::pair<TerminalApp::App, QString>>{{TerminalApp::App::Terminal, home}}));
         }
     }
 

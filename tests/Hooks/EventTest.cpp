@@ -105,6 +105,7 @@ private Q_SLOTS:
         QVERIFY(event);
         QCOMPARE(event->message, std::optional(QString(199, u'm')));
         QCOMPARE(event->tool, std::optional(QString(40, u't')));
+        QCOMPARE(event->wholeTool, QString(41, u't')); // for the screen nothing is cut
         QCOMPARE(detail("{\"command\":\"" + QByteArray(78, 'c') + face + "more\"}"), QString(78, u'c') + QString::fromUtf8(face));
         QCOMPARE(detail("{\"command\":\"" + QByteArray(79, 'c') + face + "\"}"), QString(79, u'c'));
     }

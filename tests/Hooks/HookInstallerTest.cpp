@@ -37,6 +37,8 @@ public:
         });
     }
 
+    void sweep(const QString &) override { }
+
 private:
     FaultyCalls m_calls;
     PosixFiles m_files{m_calls};

@@ -11,13 +11,13 @@ namespace velto {
 /// The settings and the welcome on a world that does as it is told.
 struct Desk : World {
     FakeLoginItem loginItem;
+    FakeHotKey hotKey;
     QTemporaryDir folder;
     Places here{folder.path(), {}, {}, folder.path()};
-    SettingsStore::Needs needs{hub,       agents,   quillbox,    prefs,     background,
-                               defaults,  keychain, folderPanel, loginItem, terminal,
-                               installer, tools,    here,        4747,      QStringLiteral("1.2")};
+    SettingsStore::Needs needs{hub,       agents,   quillbox,  prefs,  background, defaults, keychain, folderPanel,
+                               loginItem, terminal, installer, hotKey, tools,      here,     4747,     QStringLiteral("1.2")};
     SettingsStore settings{needs};
-    Welcome::Needs welcome{agents, prefs, background, tools, loginItem, here};
+    Welcome::Needs welcome{agents, prefs, background, tools, loginItem, hotKey, here};
 
     Desk()
     {

@@ -1,3 +1,5 @@
+#include "Design/ItemAccessible.h"
+#include "RunTests.h"
 #include "Settings/Desk.h"
 #include "Warnings.h"
 
@@ -39,6 +41,31 @@ QList<QQuickItem *> controlsBelow(QQuickItem *root)
     return controls;
 }
 
+/// What a screen reader can press it by; empty if it can't.
+QString actionOf(QQuickItem *item)
+{
+    QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(item);
+    QAccessibleActionInterface *actions = interface ? interface->actionInterface() : nullptr;
+    for (const QString &name : {QAccessibleActionInterface::toggleAction(), QAccessibleActionInterface::pressAction()}) {
+        if (actions && actions->actionNames().contains(name))
+            return name;
+    }
+    return {};
+}
+
+QList<QQuickItem *> pressableBelow(QQuickItem *root)
+{
+    QList<QQuickItem *> all;
+    for (QQuickItem *child : root->childItems()) {
+        if (!child->isVisible())
+            continue;
+        if (!actionOf(child).isEmpty())
+            all.append(child);
+        all += pressableBelow(child);
+    }
+    return all;
+}
+
 } // namespace
 
 class WindowsTest : public QObject {
@@ -49,6 +76,8 @@ private Q_SLOTS:
     void init()
     {
         m_desk = std::make_unique<Desk>();
+        m_done.clear();
+        connect(m_desk->settings.about(), &AboutSettings::quitWanted, this, [this] { m_done += u"quit"_s; });
         QVERIFY(QDir(m_desk->folder.path()).mkdir(u".claude"_s));
         Warnings::start();
     }
@@ -79,16 +108,78 @@ private Q_SLOTS:
     {
         QFETCH(int, pane);
         QFETCH(QStringList, some);
-        if (pane < 0)
-            open("WelcomeWindow.qml", (m_welcome = std::make_unique<Welcome>(m_desk->welcome)).get());
-        else
-            openPane(pane);
+        openWindow(pane);
         QStringList names;
         for (QQuickItem *control : controlsBelow(m_window->contentItem()))
             names += spoken(control);
         QVERIFY2(!names.contains(QString()), qPrintable(names.join(u'|')));
         for (const QString &name : some)
             QVERIFY2(names.contains(name), qPrintable(name + u" in "_s + names.join(u'|')));
+    }
+
+    void aScreenReadersPressDoesWhatAClickDoes_data()
+    {
+        columns<int, QStringList, int>({"pane", "first", "effective"});
+        QTest::newRow("general") << 0 << QStringList() << 11;
+        QTest::newRow("general, a choice") << 0 << QStringList{u"Starting view, Custom"_s} << 4;
+        QTest::newRow("modules") << 1 << QStringList() << 16;
+        QTest::newRow("claude") << 2 << QStringList() << 6;
+        QTest::newRow("claude, asked") << 2 << QStringList{u"Connect…"_s} << 2;
+        QTest::newRow("work") << 3 << QStringList() << 5;
+        QTest::newRow("quillbox") << 4 << QStringList() << 5;
+        QTest::newRow("about") << 5 << QStringList() << 6;
+        QTest::newRow("about, asked") << 5 << QStringList{u"Remove Velto's changes and quit…"_s} << 2;
+        QTest::newRow("welcome") << -1 << QStringList() << 13;
+        QTest::newRow("welcome, asked") << -1 << QStringList{u"What changes?"_s} << 1;
+    }
+
+    void aScreenReadersPressDoesWhatAClickDoes()
+    {
+        QFETCH(int, pane);
+        QFETCH(QStringList, first);
+        QFETCH(int, effective);
+        for (int place = 0;; ++place) {
+            QStringList outcomes;
+            for (const bool clicked : {true, false}) {
+                cleanup();
+                init();
+                openWindow(pane);
+                for (const QString &name : first) {
+                    press(name);
+                    QTest::qWait(50);
+                }
+                const auto controls = pressableBelow(m_window->contentItem());
+                if (place >= controls.size()) {
+                    QCOMPARE(effective, 0);
+                    return;
+                }
+                QQuickItem *control = controls.at(place);
+                const QString before = told();
+                if (clicked)
+                    click(control);
+                else
+                    QAccessible::queryAccessibleInterface(control)->actionInterface()->doAction(actionOf(control));
+                QTest::qWait(20);
+                outcomes += spoken(control) + u": "_s + told();
+                effective -= clicked && told() != before;
+            }
+            QCOMPARE(outcomes.last(), outcomes.first());
+        }
+    }
+
+    void whatIsGreyedIsSoForAScreenReaderToo()
+    {
+        openPane(3);
+        QQuickItem *save = named(u"Save Linear API key"_s);
+        QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(save);
+        QVERIFY(interface->state().disabled);
+        QVERIFY(actionOf(save).isEmpty());
+        interface->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        m_desk->background.finishAll();
+        QVERIFY(m_desk->keychain.entries.isEmpty());
+        named(u"Linear API key, Paste here"_s)->setProperty("text", u"x"_s);
+        QVERIFY(!interface->state().disabled);
+        QCOMPARE(interface->parent()->object()->isWindowType() || interface->parent()->indexOfChild(interface) >= 0, true);
     }
 
     void aSwitchChangesWhatItSaysAtOnce()
@@ -165,6 +256,7 @@ private:
         m_window.reset(
             qobject_cast<QQuickWindow *>(component.createWithInitialProperties({{u"store"_s, QVariant::fromValue(store)}})));
         QVERIFY2(m_window, qPrintable(component.errorString()));
+        tellWhatIsGreyed();
         m_window->show();
         QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
     }
@@ -174,6 +266,29 @@ private:
         QVERIFY(QMetaObject::invokeMethod(m_window.get(), "show", Q_ARG(int, index)));
         m_desk->background.finishAll();
         QCoreApplication::processEvents();
+    }
+    void openWindow(int pane)
+    {
+        if (pane >= 0) {
+            openPane(pane);
+            return;
+        }
+        m_welcome = std::make_unique<Welcome>(m_desk->welcome);
+        connect(m_welcome.get(), &Welcome::done, this, [this] { m_done += u"done"_s; });
+        open("WelcomeWindow.qml", m_welcome.get());
+    }
+    /// All that a press can have changed.
+    QString told() const
+    {
+        QStringList all{m_done, m_desk->folderPanel.promptNow, QString::number(m_desk->background.pending())};
+        for (QQuickItem *control : pressableBelow(m_window->contentItem()))
+            all += spoken(control) + (QAccessible::queryAccessibleInterface(control)->state().checked ? u"*"_s : QString());
+        m_desk->defaults.values.remove(u"hookToken"_s); // another one each time
+        for (const QString &key : m_desk->defaults.values.keys())
+            all += key + u'=' + QDebug::toString(m_desk->defaults.values.value(key));
+        all += m_window->property("shown").toString() + QString::number(m_desk->loginItem.on);
+        all.sort();
+        return all.join(u'|');
     }
     QQuickItem *named(const QString &name)
     {
@@ -187,12 +302,17 @@ private:
     {
         QQuickItem *control = named(name);
         QVERIFY2(control, qPrintable(name));
+        click(control);
+    }
+    void click(QQuickItem *control)
+    {
         control->forceActiveFocus(Qt::TabFocusReason); // which brings it into sight
         QTest::mouseClick(m_window.get(), Qt::LeftButton, {},
                           control->mapToScene(QPointF(control->width() / 2, control->height() / 2)).toPoint());
     }
 
     QQmlEngine m_engine;
+    QString m_done;
     std::unique_ptr<Desk> m_desk;
     std::unique_ptr<Welcome> m_welcome;
     std::unique_ptr<QQuickWindow> m_window;

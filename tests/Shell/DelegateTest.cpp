@@ -4,10 +4,10 @@
 #include "Shell/CollapsedStrip.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/PeekLine.h"
-#include "Shell/UI.h"
+#include "Core/UI.h"
 #include "World.h"
 
-#include <QWindow>
+#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 
@@ -23,12 +23,11 @@ class DelegateTest : public QObject {
         FakeSession session;
         FakeHotKey hotKey;
         FakeStatusItem statusItem;
-        QWindow window;
         UI ui{clock, prefs};
         CollapsedStrip strip{{hub, clock, prefs, everyday, agents, todos}};
         PanelOutline outline{hub, ui, strip};
         PeekLine line{hub, agents};
-        AppDelegate delegate{{clock, hub, prefs, todos, ui, outline, displays, panelWindow, window, session}};
+        AppDelegate delegate{{clock, hub, prefs, ui, outline, displays, panelWindow, session}};
 
         Desktop()
         {
@@ -63,7 +62,7 @@ private Q_SLOTS:
     {
         Desktop d;
         QCOMPARE(d.frame(), kCollapsed);
-        QVERIFY(d.window.isVisible());
+        QVERIFY(d.panelWindow.shown);
         d.ui.stripEntered();
         QCOMPARE(d.frame(), kExpanded);
         QVERIFY(!d.panelWindow.focused);
@@ -118,24 +117,79 @@ private Q_SLOTS:
         QCOMPARE(d.frame(), kPeeking);
     }
 
+    void aQuestionUnfoldsUnderThePointerAndComesBeforeAllElse()
+    {
+        Desktop d;
+        QStringList answers;
+        const auto ask = [&](const QString &tool) {
+            Peek peek;
+            peek.text = u"api: "_s + tool;
+            peek.question = Question{u"api"_s, {}, tool, {}};
+            peek.decide = [&answers, tool](std::optional<bool> answer) {
+                answers.append(tool + QLatin1String(!answer ? "?" : *answer ? "+" : "-"));
+            };
+            d.hub.show(std::move(peek));
+        };
+        ask(u"one"_s);
+        ask(u"two"_s);
+        d.ui.stripEntered(); // on the way to a pill
+        QVERIFY(!d.ui.expanded());
+        d.ui.questionHovered(true);
+        d.wait(249);
+        QVERIFY(!d.ui.unfolded());
+        d.wait(1);
+        QVERIFY(d.ui.unfolded());
+        QCOMPARE(d.frame(), kPeeking); // until its view says how much there is
+        d.ui.setUnfoldedHeight(100);
+        QCOMPARE(d.frame(), kPeeking.adjusted(0, 0, 0, 100));
+        d.ui.setUnfoldedHeight(10'000);
+        QCOMPARE(d.frame(), kPeeking.adjusted(0, 0, 0, int(UI::kMostUnfolded)));
+
+        d.line.answer(true);
+        QCOMPARE(d.line.tool(), u"two"_s); // folded, as nobody has rested on this one
+        QVERIFY(!d.ui.unfolded());
+        d.wait(250);
+        QVERIFY(d.ui.unfolded());
+        d.ui.questionHovered(false);
+        d.wait(400);
+        QVERIFY(!d.ui.unfolded());
+        d.wait(550);
+        QCOMPARE(d.frame(), kPeeking);
+
+        // The global key: the keyboard comes to the question, and what was being pressed isn't meant for its new place.
+        QSignalSpy wanted(&d.ui, &UI::questionWanted);
+        d.hotKey.press();
+        d.wait(0);
+        QCOMPARE(wanted.size(), 1);
+        QVERIFY(d.panelWindow.focused && d.ui.expanded());
+        d.line.answer(true);
+        QCOMPARE(answers, QStringList{u"one+"_s});
+        d.wait(300);
+        d.line.answer(true);
+        QCOMPARE(answers, (QStringList{u"one+"_s, u"two+"_s}));
+        d.ui.close();
+        d.ui.tapped(); // and now the strip is a strip again
+        QVERIFY(d.ui.expanded());
+    }
+
     void followsTheDisplays()
     {
         Desktop d;
         d.displays.setAll({Desktop::screen({0, 0, 1280, 720})});
         QCOMPARE(d.frame(), QRect(528, 0, 224, 24));
         d.displays.setAll({});
-        QVERIFY(!d.window.isVisible());
+        QVERIFY(!d.panelWindow.shown);
         d.ui.openFocused(); // nowhere to go, and no harm
         d.ui.close();
         d.wait(1000);
-        QVERIFY(!d.window.isVisible());
+        QVERIFY(!d.panelWindow.shown);
         Display housed = Desktop::screen({1280, 0, 1512, 982});
         housed.main = false;
         housed.safeAreaTop = 32;
         housed.auxiliaryTopLeft = QRectF(1280, 0, 663, 32);
         housed.auxiliaryTopRight = QRectF(2128, 0, 664, 32);
         d.displays.setAll({Desktop::screen({0, 0, 1280, 720}), housed});
-        QVERIFY(d.window.isVisible());
+        QVERIFY(d.panelWindow.shown);
         QCOMPARE(d.frame(), QRect(1892, 0, 289, 32));
     }
 
@@ -143,19 +197,18 @@ private Q_SLOTS:
     {
         Desktop d;
         d.session.setLocked(true);
-        QVERIFY(!d.window.isVisible());
+        QVERIFY(!d.panelWindow.shown);
         d.peek(u"secret"_s);
         d.ui.openFocused();
-        QVERIFY(!d.window.isVisible());
+        QVERIFY(!d.panelWindow.shown);
         d.session.setLocked(false);
-        QVERIFY(d.window.isVisible());
+        QVERIFY(d.panelWindow.shown);
         QCOMPARE(d.frame(), kExpanded);
     }
 
     void theGlobalKeyAndTheMenuOpenWithTheKeyboard()
     {
         Desktop d;
-        QVERIFY(d.delegate.hotKeyRegistered());
         d.hotKey.press();
         d.wait(0);
         QVERIFY(d.ui.expanded());
@@ -188,15 +241,16 @@ private Q_SLOTS:
 
     void theCommandLineSaysWhatToDo_data()
     {
-        columns<QStringList, QStringList, QStringList>({"arguments", "here", "there"});
+        columns<QStringList, QStringList, QStringList, QString>({"arguments", "here", "there", "unknown"});
         const QStringList none;
-        QTest::newRow("nothing") << none << none << QStringList{u"open"_s};
-        QTest::newRow("expanded") << QStringList{u"--expanded"_s} << QStringList{u"open"_s} << QStringList{u"open"_s};
+        QTest::newRow("nothing") << none << none << QStringList{u"open"_s} << QString();
+        QTest::newRow("expanded") << QStringList{u"--expanded"_s} << QStringList{u"open"_s} << QStringList{u"open"_s}
+                                  << QString();
         QTest::newRow("two") << QStringList{u"--demo-peek"_s, u"x"_s, u"--search"_s}
                              << QStringList{u"open-and-search"_s, u"demo-peek"_s}
-                             << QStringList{u"open-and-search"_s, u"demo-peek"_s};
-        QTest::newRow("started by the bus") << QStringList{u"--activated"_s} << none << none;
-        QTest::newRow("unknown") << QStringList{u"--none"_s} << none << QStringList{u"open"_s};
+                             << QStringList{u"open-and-search"_s, u"demo-peek"_s} << QString();
+        QTest::newRow("started by the bus") << QStringList{u"--activated"_s} << none << none << QString();
+        QTest::newRow("mistyped") << QStringList{u"-platform"_s, u"--serach"_s} << none << QStringList{u"open"_s} << u"--serach"_s;
     }
     void theCommandLineSaysWhatToDo()
     {
@@ -204,6 +258,7 @@ private Q_SLOTS:
         const auto commandLine = CommandLine::parse(arguments);
         QTEST(commandLine.actions, "here");
         QTEST(commandLine.actionsForTheOther(), "there");
+        QTEST(commandLine.unknown, "unknown");
     }
     void aRowThatLeadsToOneOfSeveralSessionsSaysSo()
     {

@@ -4,7 +4,7 @@
 #include "Shell/PanelContents.h"
 #include "Shell/PanelKeys.h"
 #include "Shell/PanelOutline.h"
-#include "Shell/UI.h"
+#include "Core/UI.h"
 #include "Tabs/Todos/TodosSource.h"
 #include "World.h"
 
@@ -25,7 +25,7 @@ class StripTest : public QObject {
         PanelOutline outline{hub, ui, strip};
         PanelContents contents{{hub, prefs, everyday, agents, todos, quillbox}};
         QQuickWindow window;
-        PanelKeys keys{window, ui, contents, hub, todos};
+        PanelKeys keys{window, ui, contents, hub};
 
         Panel()
         {

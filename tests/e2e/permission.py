@@ -1,5 +1,6 @@
 #!/usr/bin/python3
-"""The road of a permission question: curl asks, the strip slides the question out, a click answers, curl prints the answer.
+"""The road of a permission question: curl asks, the strip slides the question out, a click or the keyboard answers, curl prints the
+answer. Before that, the question is told whole to who rests on it.
 
 Usage: script/with-desktop --own-network tests/e2e/permission.py VELTO. Ends with 77 if this machine can't try it.
 """
@@ -48,6 +49,35 @@ def ask_and_press(velto, strip, place, command):
         curl.wait()
 
 
+def read_whole_and_answer_by_keys(velto, strip):
+    curl = velto.ask(command="make all\nmake install")
+    try:
+        row = velto.settled(lambda at: at.height == strip.height + PEEK_ROW_HEIGHT, "the question to slide out")
+        velto_desktop.xdotool("mousemove", "--sync", row.x + row.width // 2, row.y + 4)
+        time.sleep(0.6)
+        expect("who passes over the strip opens nothing", velto.geometry(), row)
+        velto_desktop.xdotool("mousemove", "--sync", row.x + 200, row.y + row.height - 18)
+        whole = velto.settled(lambda at: at.height > row.height + 40, "the question to unfold under the pointer")
+        expect("it unfolds downwards", (whole.x, whole.y, whole.width), (row.x, row.y, row.width))
+        velto.leave()
+        velto.settled(lambda at: at == row, f"the question to fold up to {row}")
+
+        velto_desktop.xdotool("key", "ctrl+alt+n")
+        velto.panel_opened()
+        for key in ("Return", "space"):
+            velto_desktop.xdotool("key", key)
+        time.sleep(0.5)
+        expect("Return and Space alone answer nothing", curl.poll(), None)
+        velto_desktop.xdotool("key", "--delay", 100, "Tab", "Right", "Return")
+        answer = answer_of(curl)
+        velto_desktop.xdotool("key", "Escape")
+        return answer
+    finally:
+        if curl.poll() is None:
+            curl.kill()
+        curl.wait()
+
+
 def main(program):
     check_machine()
     with Velto(program) as velto:
@@ -62,6 +92,23 @@ def main(program):
             expect(f"a press on {word} goes back to the session", ask_and_press(velto, strip, place, f"make {word}"), answer)
             velto.leave()
             velto.settled(lambda at: at == strip, f"the strip to be back at {strip} after {word}")
+
+        expect("the keyboard's Allow goes back", read_whole_and_answer_by_keys(velto, strip), ALLOWED)
+        velto.settled(lambda at: at == strip, f"the strip to be back at {strip} after the keyboard")
+        first = velto.ask(command="make first")
+        velto.settled(lambda at: at.height == strip.height + PEEK_ROW_HEIGHT, "the first of two questions")
+        second = velto.ask(command="make second", session="bbbbbbbb-131d-43a7-b83d-daf04de24178")
+        time.sleep(0.5)
+        velto.hang_up(first)
+        time.sleep(0.5 + GUARD_SECONDS)  # from the asker's end to the next one's turn, and for it to be read
+        velto.press(ALLOW)
+        expect("the one that still waits gets the answer", answer_of(second), ALLOWED)
+        velto.leave()
+        velto.settled(lambda at: at == strip, f"the strip to be back at {strip} after two questions")
+        alone = velto.ask(command="make nothing")
+        velto.settled(lambda at: at.height == strip.height + PEEK_ROW_HEIGHT, "a question to slide out")
+        velto.hang_up(alone)
+        velto.settled(lambda at: at == strip, "a question to leave with its asker")
 
         expect("a press on the row answers nothing", ask_and_press(velto, strip, ROW_TEXT, "make nothing"), None)
         velto.leave()

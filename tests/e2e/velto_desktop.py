@@ -212,10 +212,10 @@ class Velto:
 
         return until(f"{TOKEN_KEY} in {SETTINGS}", read)
 
-    def ask(self, tool="Bash", command="touch made-by-bash.txt"):
+    def ask(self, tool="Bash", command="touch made-by-bash.txt", session="aefe0d0b-131d-43a7-b83d-daf04de24178"):
         """Posts a permission question as the installed hook does; returns curl, still running."""
         body = {
-            "session_id": "aefe0d0b-131d-43a7-b83d-daf04de24178",
+            "session_id": session,
             "transcript_path": str(self.home / "session.jsonl"),
             "cwd": str(self.home / "proj"),
             "permission_mode": "default",
@@ -227,11 +227,17 @@ class Velto:
             f"curl -s -m 35 -X POST -H 'X-Velto-Token: {self.token()}' --data-binary @- "
             f"http://127.0.0.1:{PORT}/permission 2>/dev/null || true"
         )
-        curl = subprocess.Popen(["sh", "-c", line], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+        curl = subprocess.Popen(["sh", "-c", line], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True, start_new_session=True)
         curl.stdin.write(json.dumps(body))
         curl.stdin.close()
         curl.stdin = None
         return curl
+
+    @staticmethod
+    def hang_up(curl):
+        """The session ends its question: in its terminal, or by ending itself."""
+        os.killpg(curl.pid, signal.SIGKILL)
+        curl.communicate(timeout=10)
 
     def press(self, place):
         """A real click at a place given from the window's right and lower edges."""

@@ -38,8 +38,6 @@ template <typename Value> Value valueOf(Result<Value, QString> result)
 
 } // namespace
 
-const QString GoogleCalendar::tokenKey = u"Velto.googleCalendar.tokens"_s;
-
 GoogleCalendar::GoogleCalendar(Needs needs, QObject *parent)
     : MeetingFeed(parent)
     , m_needs(std::move(needs))
@@ -47,8 +45,15 @@ GoogleCalendar::GoogleCalendar(Needs needs, QObject *parent)
     , m_state{.linked = m_usesGoogle}
     , m_published(m_state)
     , m_calendarRows({"id", "summary", "chosen"})
-    , m_keychain(m_needs.background, m_needs.keychain)
+    , m_account({m_needs.clock, m_needs.background, m_needs.http, m_needs.keychain, m_needs.workspace, m_needs.client,
+                 m_needs.endpoints},
+                m_usesGoogle)
 {
+    QObject::connect(&m_account, &GoogleAccount::linkedChanged, this, [this] {
+        m_state.linked = m_account.linked();
+        m_state.locked = m_account.locked();
+        publish();
+    });
     QObject::connect(&m_needs.prefs, &Prefs::changed, this, &GoogleCalendar::prefsChanged);
     QObject::connect(&m_needs.keychain, &Keychain::lockedChanged, this, [this] {
         if (!m_needs.keychain.locked() && m_usesGoogle)
@@ -58,9 +63,82 @@ GoogleCalendar::GoogleCalendar(Needs needs, QObject *parent)
 
 GoogleCalendar::~GoogleCalendar()
 {
-    // What waits for the keychain or the browser goes on now, and sees that it's over.
-    m_life.reset();
-    m_link.reset();
+    m_life.reset(); // the account ends what is under way
+}
+
+void GoogleCalendar::connect()
+{
+    if (!configured()) {
+        m_state.error = tr("Google OAuth is not configured in this build. Set GOOGLE_CLIENT_ID and GOOGLE_CLIENT_SECRET when "
+                           "packaging.");
+        publish();
+        return;
+    }
+    m_state.connecting = true;
+    m_state.error.reset();
+    publish();
+    connectTask();
+}
+
+QCoro::Task<> GoogleCalendar::connectTask()
+{
+    const std::weak_ptr life = m_life;
+    std::optional<QString> failure;
+    try {
+        const GoogleTokens fresh = co_await m_account.signIn();
+        stillWanted(life);
+        const std::weak_ptr link = m_account.link();
+        const bool kept = co_await m_account.save(fresh);
+        stillWanted(link);
+        if (!kept)
+            throw WorkError{tr("The keyring couldn't keep the sign-in")};
+        m_needs.prefs.setCalendarSource(Prefs::CalendarSource::Google);
+        const std::optional<GoogleTokens> tokens = co_await m_account.load();
+        stillWanted(link);
+        co_await load(tokens);
+    } catch (const Abandoned &) {
+        // The account was forgotten meanwhile, or this object is gone.
+    } catch (const WorkError &error) {
+        failure = error.errorDescription;
+    }
+    if (life.expired())
+        co_return;
+    m_state.connecting = false;
+    if (failure) {
+        m_state.error = failure;
+        m_state.answered = m_state.linked;
+    }
+    publish();
+}
+
+void GoogleCalendar::cancelConnecting()
+{
+    m_account.cancelSignIn();
+}
+
+QCoro::Task<> GoogleCalendar::lookTask()
+{
+    try {
+        co_await m_account.load();
+    } catch (const Abandoned &) {
+    }
+}
+
+void GoogleCalendar::disconnect()
+{
+    m_state.calendars.clear();
+    m_state.meetings.clear();
+    m_state.error.reset();
+    m_state.linked = false;
+    m_state.answered = false;
+    m_state.locked = false;
+    m_published = m_state;
+    m_account.forget();
+    m_needs.prefs.setGoogleCalendarIDs({}); // they are the account's
+    updateRows();
+    if (m_needs.prefs.calendarSource() == Prefs::CalendarSource::Google)
+        m_needs.prefs.setCalendarSource(Prefs::CalendarSource::Manual);
+    Q_EMIT changed();
 }
 
 void GoogleCalendar::refresh()
@@ -70,10 +148,10 @@ void GoogleCalendar::refresh()
 
 QCoro::Task<> GoogleCalendar::refreshTask()
 {
-    const std::weak_ptr link = m_link;
+    const std::weak_ptr link = m_account.link();
     std::optional<QString> failure;
     try {
-        const std::optional<GoogleTokens> tokens = co_await loadTokens();
+        const std::optional<GoogleTokens> tokens = co_await m_account.load();
         stillWanted(link);
         if (!tokens)
             co_return;
@@ -92,8 +170,8 @@ QCoro::Task<> GoogleCalendar::refreshTask()
 
 QCoro::Task<> GoogleCalendar::load(std::optional<GoogleTokens> tokens)
 {
-    const std::weak_ptr link = m_link;
-    const QString token = co_await validAccessToken(tokens);
+    const std::weak_ptr link = m_account.link();
+    const QString token = co_await m_account.accessToken(tokens);
     stillWanted(link);
     const QByteArray list = co_await calendarGet(m_needs.http, calendarListUrl(m_needs.endpoints), token);
     stillWanted(link);
@@ -173,7 +251,7 @@ QList<GoogleCalendarInfo> GoogleCalendar::choices() const
 
 void GoogleCalendar::unlock()
 {
-    m_needs.keychain.unlock();
+    m_account.unlock();
 }
 
 void GoogleCalendar::prefsChanged()

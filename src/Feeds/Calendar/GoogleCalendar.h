@@ -1,9 +1,8 @@
 #pragma once
 
-#include "Core/KeychainLane.h"
 #include "Core/RowModel.h"
+#include "Feeds/Calendar/GoogleAccount.h"
 #include "Feeds/Calendar/GoogleMeeting.h"
-#include "Feeds/Calendar/GoogleService.h"
 #include "Feeds/Calendar/MeetingFeed.h"
 
 #include <QObject>
@@ -22,8 +21,7 @@ class Prefs;
 class SignInListener;
 class Workspace;
 
-/// The link to the user's Google account, and what is read through it: the calendars and the meetings of the coming day.
-/// Asks for read-only access to the calendar and nothing else; the tokens live in the keychain only.
+/// What is read through the user's Google account: the calendars and the meetings of the coming day.
 /// UI thread only; never blocks. A failure ends in error(), with calendars() and meetings() left as they were.
 /// Of several loads under way at once the last one to finish wins.
 class GoogleCalendar : public MeetingFeed {
@@ -37,9 +35,6 @@ class GoogleCalendar : public MeetingFeed {
     Q_PROPERTY(QAbstractItemModel *calendars READ calendarRows CONSTANT FINAL)
     Q_PROPERTY(bool hasCalendars READ hasCalendars NOTIFY changed FINAL)
 public:
-    /// The name of the tokens in the keychain.
-    static const QString tokenKey;
-
     /// What it leans on; all of it outlives it.
     struct Needs {
         Clock &clock;
@@ -68,7 +63,7 @@ public:
     bool connecting() const { return m_state.connecting; }
     /// Whether the keychain holds tokens, as the last look into it found; until the first look, whether the user chose Google.
     bool linked() const override { return m_state.linked; }
-    bool configured() const { return m_needs.client.configured(); }
+    bool configured() const { return m_account.configured(); }
 
     QString errorText() const { return m_state.error.value_or(QString()); }
     QAbstractItemModel *calendarRows() { return &m_calendarRows; }
@@ -99,24 +94,11 @@ private:
 
         bool operator==(const State &) const = default;
     };
-    /// What the user agreed to in the browser.
-    struct Grant {
-        QString code;
-        QString verifier;
-        QString redirect;
-    };
-    /// Tells what waits whether it's still wanted: held weakly over each wait.
-    using Life = std::shared_ptr<const bool>;
 
     QCoro::Task<> connectTask();
     QCoro::Task<> refreshTask();
     QCoro::Task<> lookTask();
-    QCoro::Task<Grant> askInBrowser();
-    QCoro::Task<GoogleTokens> authorize();
     QCoro::Task<> load(std::optional<GoogleTokens> tokens);
-    QCoro::Task<QString> validAccessToken(std::optional<GoogleTokens> tokens);
-    QCoro::Task<std::optional<GoogleTokens>> loadTokens();
-    QCoro::Task<bool> saveTokens(const GoogleTokens &tokens);
 
     QStringList calendarsToRead();
     void forgetOtherAccounts();
@@ -129,10 +111,8 @@ private:
     State m_state;
     State m_published;
     RowModel m_calendarRows;
-    KeychainLane m_keychain;
-    QPointer<SignInListener> m_listener; ///< while the browser is waited for
-    Life m_life = std::make_shared<bool>(true); ///< ends with this object
-    Life m_link = std::make_shared<bool>(true); ///< ends with this object, and when the account is forgotten
+    GoogleAccount m_account;
+    GoogleAccount::Life m_life = std::make_shared<bool>(true); ///< ends with this object
 };
 
 } // namespace velto

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDateTime>
+#include <array>
 #include <limits>
 #include <optional>
 
@@ -23,6 +24,9 @@ struct TokenUsage {
     qint64 cacheWrite = 0; ///< tokens sent that went into the cache
     qint64 turns = 0; ///< log lines of the model's that were counted
     std::optional<QDateTime> first; ///< the earliest of them, in UTC
+    /// What counts against the budget (input, output, cacheWrite), by the hours since midnight. The last of a longer day holds
+    /// the rest.
+    std::array<qint64, 24> hours{};
 
     bool operator==(const TokenUsage &) const = default;
 };

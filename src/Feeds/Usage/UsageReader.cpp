@@ -4,6 +4,7 @@
 #include "Platform/FileTree.h"
 
 #include <QFile>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -11,8 +12,11 @@ namespace velto {
 
 namespace {
 
-void add(TokenUsage &usage, const UsageLine &line)
+void add(TokenUsage &usage, const UsageLine &line, qint64 startOfDay)
 {
+    constexpr qint64 kHour = 3600 * 1000;
+    qint64 &hour = usage.hours.at(size_t(std::clamp<qint64>((line.at - startOfDay) / kHour, 0, 23)));
+    hour = sumOf(hour, sumOf(line.input, sumOf(line.output, line.cacheWrite)));
     usage.input = sumOf(usage.input, line.input);
     usage.output = sumOf(usage.output, line.output);
     usage.cacheRead = sumOf(usage.cacheRead, line.cacheRead);
@@ -49,7 +53,7 @@ TokenUsage UsageReader::read(const QDateTime &now)
     // A file that was touched today holds the lines of earlier days too.
     const UsageFile::Found count = [this, startOfDay](const UsageLine &line) {
         if (line.at >= startOfDay)
-            add(m_usage, line);
+            add(m_usage, line, startOfDay);
     };
     m_tree.each(m_logs, ".jsonl", [&](const TreeFile &log) {
         if (log.modified < startOfDay)

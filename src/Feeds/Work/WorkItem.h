@@ -17,8 +17,8 @@ struct WorkItem {
     bool operator==(const WorkItem &) const = default;
 };
 
-/// The link if there is one; text that makes no address is none.
-std::optional<QUrl> linkIn(const QJsonValue &value);
+/// The address that a service sent with an item; nothing if it sent none, or text that is none.
+std::optional<QUrl> addressIn(const QJsonValue &value);
 /// The beginning of a text, as many characters as a person would count.
 QString firstCharacters(const QString &text, int count);
 

@@ -1,10 +1,10 @@
 #include "Feeds/Work/WorkReaders.h"
 
 #include "Core/Result.h"
+#include "Core/Words.h"
 #include "Core/WorkError.h"
 #include "Platform/Background.h"
 
-#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-std::optional<QUrl> linkIn(const QJsonValue &value)
+std::optional<QUrl> addressIn(const QJsonValue &value)
 {
     const QUrl url(value.toString(), QUrl::StrictMode);
     return value.isString() && url.isValid() && !url.isEmpty() ? std::optional(url) : std::nullopt;
@@ -36,11 +36,6 @@ namespace {
 constexpr qint64 kLargestReply = 4 * 1024 * 1024;
 constexpr int kDay = 86'400; // seconds
 constexpr int kLongestMention = 80;
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("velto::WorkReaders", text);
-}
 
 /// All members, if each is an object; nothing otherwise.
 QList<QJsonObject> objectsIn(const QJsonValue &value)
@@ -87,7 +82,7 @@ QUrl jiraAddress(const QString &site, const QUrl &standIn)
 {
     QUrl url(u"https://%1/rest/api/3/search/jql"_s.arg(site), QUrl::StrictMode);
     if (!url.isValid() || url.host().isEmpty() || !url.userInfo().isEmpty() || site.contains(u' '))
-        throw WorkError{tr("that Jira site address doesn't look right")};
+        throw WorkError{Words::tr("that Jira site address doesn't look right")};
     if (!standIn.isEmpty()) {
         url = standIn;
         url.setPath(u"/rest/api/3/search/jql"_s);
@@ -112,12 +107,12 @@ QCoro::Task<QJsonObject> slackCall(WorkServices services, QString method, QUrlQu
     HttpRequest request{url, "GET", {{"Authorization", "Bearer " + token.toUtf8()}}};
     const QJsonValue reply = co_await fetchJSON(services, std::move(request));
     if (!reply.isObject())
-        throw WorkError{tr("unexpected reply")};
+        throw WorkError{Words::tr("unexpected reply")};
     const QJsonObject object = reply.toObject();
     if (object.value("ok"_L1) == QJsonValue(true))
         co_return object;
     const QJsonValue error = object.value("error"_L1);
-    throw WorkError{error.isString() ? error.toString() : tr("the token was refused")};
+    throw WorkError{error.isString() ? error.toString() : Words::tr("the token was refused")};
 }
 
 /// A number as people write it: no exponent, no name, no blank around it.
@@ -141,7 +136,7 @@ std::optional<WorkItem> mentionOf(const QJsonObject &match, double cutOff)
     if (!number.contains(u'.'))
         number += ".0"_L1;
     return WorkItem{u"slack-"_s + number, u"#%1: %2"_s.arg(channel, firstCharacters(text, kLongestMention)),
-                    linkIn(match.value("permalink"_L1))};
+                    addressIn(match.value("permalink"_L1))};
 }
 
 } // namespace
@@ -154,7 +149,7 @@ QCoro::Task<QJsonValue> fetchJSON(WorkServices services, HttpRequest request)
     if (!reply.status)
         throw WorkError{withoutStop(reply.fault)};
     if (*reply.status == 401 || *reply.status == 403)
-        throw WorkError{tr("the token was refused")};
+        throw WorkError{Words::tr("the token was refused")};
     if (*reply.status < 200 || *reply.status > 299)
         throw WorkError{u"HTTP %1"_s.arg(*reply.status)};
     auto parsing = inBackground(services.background, [body = reply.body] { return parsed(body); });
@@ -179,7 +174,7 @@ QCoro::Task<QList<WorkItem>> linearIssues(WorkServices services, QString token)
         const QJsonValue identifier = node.value("identifier"_L1);
         if (identifier.isString())
             items.append({u"linear-"_s + identifier.toString(), identifier.toString() + u' ' + node.value("title"_L1).toString(),
-                          linkIn(node.value("url"_L1))});
+                          addressIn(node.value("url"_L1))});
     }
     co_return items;
 }
@@ -188,7 +183,7 @@ QCoro::Task<QList<WorkItem>> jiraIssues(WorkServices services, QString site, QSt
 {
     const QString host = bareSite(site);
     if (host.isEmpty() || email.isEmpty())
-        throw WorkError{tr("add your Jira site and email in Settings")};
+        throw WorkError{Words::tr("add your Jira site and email in Settings")};
     const QByteArray credentials = (email + u':' + token).toUtf8().toBase64();
     HttpRequest request{jiraAddress(host, services.endpoints.jira),
                         "GET",
@@ -200,7 +195,7 @@ QCoro::Task<QList<WorkItem>> jiraIssues(WorkServices services, QString site, QSt
         const QString summary = issue.value("fields"_L1).toObject().value("summary"_L1).toString();
         if (key.isString())
             items.append({u"jira-"_s + key.toString(), key.toString() + u' ' + summary,
-                          linkIn(u"https://%1/browse/%2"_s.arg(host, key.toString()))});
+                          addressIn(u"https://%1/browse/%2"_s.arg(host, key.toString()))});
     }
     co_return items;
 }
@@ -210,7 +205,7 @@ QCoro::Task<QList<WorkItem>> slackMentions(WorkServices services, QString token,
     const QJsonObject who = co_await slackCall(services, u"auth.test"_s, {}, token);
     const QJsonValue user = who.value("user_id"_L1);
     if (!user.isString())
-        throw WorkError{tr("couldn't find your user")};
+        throw WorkError{Words::tr("couldn't find your user")};
 
     QUrlQuery items;
     items.addQueryItem(u"query"_s, QString::fromLatin1(QUrl::toPercentEncoding(u"<@%1>"_s.arg(user.toString()))));

@@ -3,12 +3,12 @@
 #include "Core/Abandoned.h"
 #include "Core/GuardedGit.h"
 #include "Core/Prefs.h"
+#include "Core/Words.h"
 #include "Core/WorkError.h"
 #include "Platform/Background.h"
 #include "Platform/Keychain.h"
 #include "Platform/ToolRunner.h"
 
-#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -40,14 +40,9 @@ std::optional<QList<WorkItem>> parsePRs(const QByteArray &output)
         QStringList words{object.value("repository"_L1).toObject().value("name"_L1).toString(),
                           object.value("title"_L1).toString()};
         words.removeAll(QString());
-        items.append({url.toString(), words.join(u": "_s), linkIn(url)});
+        items.append({url.toString(), words.join(u": "_s), addressIn(url)});
     }
     return items;
-}
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("velto::WorkSource", text);
 }
 
 } // namespace
@@ -62,8 +57,8 @@ PullRequests loadPRs(ToolRunner &tools)
             return {*items, std::nullopt};
     }
     if (result.err.contains("auth"_L1))
-        return {{}, tr("The GitHub CLI isn't signed in. Run `gh auth login`.")};
-    return {{}, tr("Couldn't ask GitHub: %1").arg(firstCharacters(result.err, kLongestError))};
+        return {{}, Words::tr("The GitHub CLI isn't signed in. Run `gh auth login`.")};
+    return {{}, Words::tr("Couldn't ask GitHub: %1").arg(firstCharacters(result.err, kLongestError))};
 }
 
 WorkSource::WorkSource(Needs needs, QObject *parent)

@@ -23,8 +23,8 @@ public:
             return FileError{QStringLiteral("%1 is too large").arg(path)};
         return *found;
     }
-    std::optional<FileError> replace(const QString &path, const QByteArray &bytes,
-                                     const std::function<bool()> &stillWanted) override
+    std::optional<FileError> replace(const QString &path, const QByteArray &bytes, const std::function<bool()> &stillWanted,
+                                     Mode /*mode*/) override
     {
         if (!failure.isEmpty())
             return FileError{failure};
@@ -33,6 +33,7 @@ public:
         contents.insert(path, bytes);
         return std::nullopt;
     }
+    void sweep(const QString &) override { }
 };
 
 } // namespace velto

@@ -239,11 +239,11 @@ public:
 
 class FakeTerminals final : public Terminals {
 public:
-    QSet<QString> present;
-    QList<std::pair<QString, QString>> launched; ///< identifier, command line
+    QSet<App> present;
+    QList<std::pair<App, QString>> launched; ///< with the command line
 
-    bool installed(const QString &identifier) const override { return present.contains(identifier); }
-    void launch(const QString &identifier, const QString &commandLine) override { launched.append({identifier, commandLine}); }
+    bool installed(App app) const override { return present.contains(app); }
+    void launch(App app, const QString &commandLine) override { launched.append({app, commandLine}); }
 };
 
 class FakeMachine final : public Machine {
@@ -254,9 +254,21 @@ public:
 };
 
 class FakeHotKey final : public HotKey {
+    Q_OBJECT
 public:
     bool available = true;
+    Support supportNow;
+    QString keysNow;
     std::function<void()> press;
+
+    Support support() const override { return supportNow; }
+    QString keys() const override { return keysNow; }
+    void become(const Support &support, const QString &keys = {})
+    {
+        supportNow = support;
+        keysNow = keys;
+        Q_EMIT changed();
+    }
 
     bool registerHotKey(std::function<void()> action) override
     {
@@ -287,15 +299,8 @@ public:
 class FakeStatusItem final : public StatusItem {
 public:
     std::vector<MenuItem> menu;
-    QList<QPoint> poppedUp;
-    std::function<void()> close;
 
     void show(const QString &, std::vector<MenuItem> items) override { menu = std::move(items); }
-    void popUp(QPoint position, std::function<void()> closed) override
-    {
-        poppedUp.append(position);
-        close = std::move(closed);
-    }
 };
 
 class FakeSession final : public Session {
@@ -329,11 +334,16 @@ class FakePanelWindow final : public PanelWindow {
 public:
     QList<QRect> frames;
     bool focused = false;
+    bool shown = false;
     bool alpha = true;
+    std::optional<QPoint> pointerNow;
 
     void adopt(QWindow *) override { }
     void place(const QRect &frame) override { frames.append(frame); }
+    void show() override { shown = true; }
+    void hide() override { shown = false; }
     void raise() override { }
+    std::optional<QPoint> pointer() const override { return pointerNow; }
     void takeFocus() override { focused = true; }
     void returnFocus() override { focused = false; }
     bool composited() const override { return alpha; }

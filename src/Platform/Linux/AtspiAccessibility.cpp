@@ -3,6 +3,9 @@
 #include "Platform/Files.h"
 #include "Platform/Linux/DBusAsk.h"
 
+#include <algorithm>
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace velto {
@@ -20,6 +23,10 @@ constexpr auto kPortalPath = "/org/freedesktop/portal/desktop"_L1;
 constexpr auto kSettings = "org.freedesktop.portal.Settings"_L1;
 constexpr auto kGnomeGroup = "org.gnome.desktop.interface"_L1;
 constexpr auto kGnomeKey = "enable-animations"_L1;
+constexpr auto kTextScaleKey = "text-scaling-factor"_L1;
+constexpr auto kPlasmaFontGroup = "org.kde.kdeglobals.General"_L1;
+constexpr auto kPlasmaFontKey = "font"_L1; // "Noto Sans,10,-1,5,..."
+constexpr double kPlasmaUsual = 10; // points
 constexpr auto kPlasmaGroup = "org.kde.kdeglobals.KDE"_L1;
 constexpr auto kPlasmaKey = "AnimationDurationFactor"_L1;
 
@@ -116,7 +123,8 @@ void AtspiAccessibility::askStatus()
 /// anyway.
 void AtspiAccessibility::askSettings()
 {
-    for (const auto &[group, key] : {std::pair(kGnomeGroup, kGnomeKey), std::pair(kPlasmaGroup, kPlasmaKey)}) {
+    for (const auto &[group, key] : {std::pair(kGnomeGroup, kGnomeKey), std::pair(kGnomeGroup, kTextScaleKey),
+                                     std::pair(kPlasmaGroup, kPlasmaKey), std::pair(kPlasmaFontGroup, kPlasmaFontKey)}) {
         DBusMethod read{kPortalService, kPortalPath, kSettings, u"Read"_s, {QString(group), QString(key)}, true};
         ask(m_session, read, this, [this, group = QString(group), key = QString(key)](const QVariant &value) {
             if (value.isValid())
@@ -130,6 +138,12 @@ bool AtspiAccessibility::reducedMotion() const
     if (m_stillInPlasma)
         return *m_stillInPlasma;
     return m_stillInPortal.value_or(false) || m_stillInFiles;
+}
+
+double AtspiAccessibility::textScale() const
+{
+    const double plasma = m_plasmaPoints / kPlasmaUsual;
+    return std::clamp(std::max(m_textScale, plasma), 1.0, 2.0);
 }
 
 /// A window's alert event never reaches the screen reader from this toolkit; an alert item that is shown does. See the view.
@@ -160,12 +174,17 @@ void AtspiAccessibility::setScreenReader(bool on)
 
 void AtspiAccessibility::setting(const QString &group, const QString &key, const QVariant &value)
 {
-    const bool before = reducedMotion();
+    const auto known = [this] { return std::pair(reducedMotion(), textScale()); };
+    const auto before = known();
     if (group == kGnomeGroup && key == kGnomeKey)
         m_stillInPortal = !value.toBool();
     else if (group == kPlasmaGroup && key == kPlasmaKey)
         m_stillInPlasma = stillByFactor(value.toString().toUtf8());
-    if (before != reducedMotion())
+    else if (group == kGnomeGroup && key == kTextScaleKey)
+        m_textScale = value.toDouble();
+    else if (group == kPlasmaFontGroup && key == kPlasmaFontKey)
+        m_plasmaPoints = value.toString().section(u',', 1, 1).toDouble();
+    if (before != known())
         Q_EMIT changed();
 }
 

@@ -28,6 +28,7 @@ public:
     void start(const QDBusConnection &session);
     bool screenReaderOn() const override { return m_screenReader; }
     bool reducedMotion() const override;
+    double textScale() const override;
     void announce(const QString &text) override;
 
 private Q_SLOTS:
@@ -49,6 +50,8 @@ private:
     bool m_screenReader = false;
     bool m_stillInFiles = false;
     std::optional<bool> m_stillInPortal; ///< by enable-animations
+    double m_textScale = 1; ///< by text-scaling-factor
+    double m_plasmaPoints = 0; ///< of Plasma's general font; 0 as long as it isn't known
     std::optional<bool> m_stillInPlasma; ///< by AnimationDurationFactor
 };
 

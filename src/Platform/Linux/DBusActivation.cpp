@@ -38,9 +38,9 @@ public:
     }
 
 public Q_SLOTS:
-    void Activate(const QVariantMap &) { m_activation->activated(); }
-    void Open(const QStringList &, const QVariantMap &) { m_activation->activated(); }
-    void ActivateAction(const QString &action, const QVariantList &, const QVariantMap &) { Q_EMIT m_activation->wanted(action); }
+    void Activate(const QVariantMap &) { m_activation->asked(kOpen); }
+    void Open(const QStringList &, const QVariantMap &) { m_activation->asked(kOpen); }
+    void ActivateAction(const QString &action, const QVariantList &, const QVariantMap &) { m_activation->asked(action); }
 
 private:
     DBusActivation *m_activation;
@@ -104,10 +104,10 @@ void DBusActivation::listen(bool startedForIt)
     bus.registerService(m_name);
 }
 
-void DBusActivation::activated()
+void DBusActivation::asked(const QString &action)
 {
-    if (!std::exchange(m_startedForIt, false))
-        Q_EMIT wanted(kOpen);
+    if (!std::exchange(m_startedForIt, false) || action != kOpen)
+        Q_EMIT wanted(action);
 }
 
 } // namespace velto

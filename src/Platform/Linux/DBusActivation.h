@@ -27,7 +27,7 @@ public:
 private:
     friend class ApplicationInterface;
     bool waitForTheOther(const QDBusConnection &bus) const;
-    void activated();
+    void asked(const QString &action);
 
     FolderLock m_lock;
     QString m_name;

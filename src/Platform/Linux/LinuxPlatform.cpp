@@ -1,16 +1,30 @@
 #include "Platform/Linux/LinuxPlatform.h"
 
+#include "Platform/Linux/PortalHotKey.h"
+#include "Platform/Linux/Wayland/WaylandWindowSystem.h"
+#include "Platform/Linux/X11/X11WindowSystem.h"
+#include "Platform/Linux/X11/XcbHotKey.h"
+
 #include <QCoreApplication>
+#include <QDir>
 #include <QGuiApplication>
+#include <QLibraryInfo>
 #include <QStandardPaths>
 #include <cstdio>
 #include <cstdlib>
+
+using namespace Qt::StringLiterals;
 
 namespace velto {
 
 namespace {
 
 constexpr auto kPlatformVariable = "QT_QPA_PLATFORM";
+constexpr auto kX11Variable = "DISPLAY";
+constexpr auto kWaylandVariable = "WAYLAND_DISPLAY";
+// The toolkit's names.
+constexpr auto kX11 = "xcb";
+constexpr auto kWayland = "wayland";
 // NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): before the application object, and a message handler is a
 // plain function
 bool platformChosenHere = false;
@@ -22,15 +36,66 @@ QtMessageHandler handlerBefore = nullptr;
 void sayAndEnd(QtMsgType type, const QMessageLogContext &context, const QString &message)
 {
     if (type == QtFatalMsg) {
+        const bool wayland = qgetenv(kPlatformVariable) == kWayland;
         const auto sentence =
             QCoreApplication::translate("velto", "Velto needs a graphical session: the display %1 can't be opened.")
-                .arg(qEnvironmentVariable("DISPLAY"));
+                .arg(qEnvironmentVariable(wayland ? kWaylandVariable : kX11Variable));
         std::fprintf(stderr, "%s\n", qPrintable(sentence));
         std::_Exit(EXIT_FAILURE);
     }
     // What leads up to it says the same less well.
     if (!QByteArrayView(context.category).startsWith("qt.qpa") && handlerBefore)
         handlerBefore(type, context, message);
+}
+
+void choose(const char *plugin, bool forUsAlone)
+{
+    qputenv(kPlatformVariable, plugin);
+    platformChosenHere = forUsAlone;
+    handlerBefore = qInstallMessageHandler(&sayAndEnd);
+}
+
+/// The compositor of this session can be asked. A socket that was handed down could be used only once.
+bool onWayland()
+{
+    return !qEnvironmentVariableIsEmpty(kWaylandVariable) && qEnvironmentVariableIsEmpty("WAYLAND_SOCKET");
+}
+
+/// One sentence on why there can be no window by Wayland; nothing if there can.
+std::optional<QString> whyNotWayland()
+{
+    const QDir plugins(QLibraryInfo::path(QLibraryInfo::PluginsPath) + u"/platforms"_s);
+    if (plugins.entryList({u"libqwayland*"_s}, QDir::Files).isEmpty())
+        return QCoreApplication::translate("velto", "Qt's plugin for Wayland is missing (the package qt6-wayland).");
+    const auto offer = askWayland();
+    if (!offer.reachable)
+        return QCoreApplication::translate("velto", "The Wayland display %1 can't be reached.")
+            .arg(qEnvironmentVariable(kWaylandVariable));
+    if (!offer.layers)
+        return QCoreApplication::translate("velto", "This desktop's compositor has no layer shell.");
+    return std::nullopt;
+}
+
+/// Under Wayland, windows for X11 are guests: the X server's input focus isn't the user's keyboard.
+KeyboardRoad keyboardRoad()
+{
+    return onWayland() ? KeyboardRoad::ManagedWindow : KeyboardRoad::InputFocus;
+}
+
+std::unique_ptr<WindowSystem> makeWindowSystem(XcbServer &server, Clock &clock)
+{
+    if (QGuiApplication::platformName().startsWith(QLatin1StringView(kWayland)))
+        if (auto system = makeWaylandWindowSystem(clock))
+            return system;
+    return std::make_unique<X11WindowSystem>(server, clock, keyboardRoad());
+}
+
+std::unique_ptr<HotKey> makeHotKey(XcbServer &server, Defaults &defaults)
+{
+    // Through XWayland a key can be grabbed, and is heard only while some window for X11 has the keyboard.
+    if (onWayland())
+        return std::make_unique<PortalHotKey>(defaults, QGuiApplication::desktopFileName(), &QDBusConnection::sessionBus);
+    return std::make_unique<XcbHotKey>(server);
 }
 
 QString configurationFolder()
@@ -40,37 +105,52 @@ QString configurationFolder()
 
 } // namespace
 
-std::optional<QString> prepareGraphics()
+std::optional<QString> prepareGraphics(const QString &wanted)
 {
     // A pixel is a pixel at a scale of 1.5 too.
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     const auto chosen = qgetenv(kPlatformVariable);
-    const bool elsewhere = !chosen.isEmpty() && !chosen.startsWith("xcb") && !chosen.startsWith("wayland");
+    const bool elsewhere = !chosen.isEmpty() && !chosen.startsWith(kX11) && !chosen.startsWith(kWayland);
     if (elsewhere)
         return std::nullopt;
-    if (qEnvironmentVariableIsEmpty("DISPLAY"))
-        return qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
-            ? QCoreApplication::translate("velto", "Velto needs a graphical session: neither DISPLAY nor WAYLAND_DISPLAY is set.")
-            : QCoreApplication::translate("velto",
-                                          "Velto needs a graphical session with X11: under Wayland it runs through "
-                                          "XWayland, and DISPLAY isn't set.");
-    // Under Wayland a window can't choose its place by itself; through XWayland it can.
-    qputenv(kPlatformVariable, "xcb");
-    platformChosenHere = chosen.isEmpty();
-    handlerBefore = qInstallMessageHandler(&sayAndEnd);
+    const QString display = wanted.isEmpty() ? qEnvironmentVariable("VELTO_DISPLAY") : wanted;
+    if (!display.isEmpty() && display != u"x11"_s && display != QLatin1StringView(kWayland))
+        return QCoreApplication::translate("velto", "Velto knows the displays x11 and wayland, and not \"%1\".").arg(display);
+    const bool x11 = !qEnvironmentVariableIsEmpty(kX11Variable);
+    if (!x11 && !onWayland())
+        return QCoreApplication::translate("velto",
+                                           "Velto needs a graphical session: neither DISPLAY nor WAYLAND_DISPLAY is set.");
+    const bool x11Wanted = display.isEmpty() ? chosen.startsWith(kX11) : display == u"x11"_s;
+    if (!x11Wanted && (onWayland() || !display.isEmpty())) {
+        const auto obstacle = whyNotWayland();
+        if (!obstacle) {
+            prepareLayers();
+            choose(kWayland, chosen.isEmpty());
+            return std::nullopt;
+        }
+        if (!display.isEmpty())
+            return obstacle;
+        if (!x11)
+            return *obstacle + u' '
+                + QCoreApplication::translate("velto", "Velto goes through XWayland then, and DISPLAY isn't set.");
+    }
+    choose(kX11, chosen.isEmpty());
     return std::nullopt;
 }
 
-LinuxPlatform::LinuxPlatform(Clock &clock, Files &files, const Places &places)
-    : displays(server)
-    , panelWindow(server)
-    , hotKey(server)
-    , applications(server, clock)
+LinuxPlatform::LinuxPlatform(Clock &clock, Files &files, Defaults &defaults, const Places &places)
+    : windows(makeWindowSystem(server, clock))
+    , displays(server)
+    , panelWindow(windows->panelWindow())
+    , applications(windows->applications())
+    , clipboard(windows->clipboard())
+    , keyByPortal(onWayland())
+    , ownHotKey(makeHotKey(server, defaults))
+    , hotKey(*ownHotKey)
     , statusItem(server)
     , loginItem(files, configurationFolder(), QCoreApplication::applicationFilePath())
     , session(clock)
     , accessibility(files, configurationFolder())
-    , clipboard(server, clock)
     , terminals(places)
     , machine(files)
 {
@@ -83,7 +163,7 @@ LinuxPlatform::LinuxPlatform(Clock &clock, Files &files, const Places &places)
 
 void LinuxPlatform::start()
 {
-    applications.start();
+    windows->start();
     const auto sessionBus = QDBusConnection::sessionBus();
     session.start(QDBusConnection::systemBus(), sessionBus);
     accessibility.start(sessionBus);

@@ -40,22 +40,30 @@ LinuxTerminals::LinuxTerminals(Places places)
 {
 }
 
-std::optional<TerminalProgram> LinuxTerminals::program(const QString &identifier) const
+std::optional<TerminalProgram> LinuxTerminals::program(App app)
 {
-    if (identifier == "com.apple.Terminal"_L1)
+    switch (app) {
+    case App::Terminal:
         return defaultTerminal(&findExecutable, qEnvironmentVariable("XDG_CURRENT_DESKTOP"),
                                qEnvironmentVariableIsSet("WAYLAND_DISPLAY"));
-    return namedTerminal(&findExecutable, identifier);
+    case App::Ghostty:
+        return namedTerminal(&findExecutable, u"ghostty"_s);
+    case App::Warp:
+        return namedTerminal(&findExecutable, u"warp-terminal"_s);
+    case App::ITerm:
+        break;
+    }
+    return std::nullopt;
 }
 
-bool LinuxTerminals::installed(const QString &identifier) const
+bool LinuxTerminals::installed(App app) const
 {
-    return program(identifier).has_value();
+    return program(app).has_value();
 }
 
-void LinuxTerminals::launch(const QString &identifier, const QString &commandLine)
+void LinuxTerminals::launch(App app, const QString &commandLine)
 {
-    const auto terminal = program(identifier);
+    const auto terminal = program(app);
     if (!terminal)
         return;
     const auto shell = userShell();

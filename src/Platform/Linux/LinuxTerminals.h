@@ -6,16 +6,16 @@
 
 namespace velto {
 
-/// The terminals on the search path. The desktop's own one is com.apple.Terminal; Ghostty and Warp go by their own identifiers.
+/// The terminals on the search path. The desktop's own is found by its settings and customs; there is no iTerm.
 class LinuxTerminals final : public Terminals {
 public:
     explicit LinuxTerminals(Places places);
 
-    bool installed(const QString &identifier) const override;
-    void launch(const QString &identifier, const QString &commandLine) override;
+    bool installed(App app) const override;
+    void launch(App app, const QString &commandLine) override;
 
 private:
-    std::optional<TerminalProgram> program(const QString &identifier) const;
+    static std::optional<TerminalProgram> program(App app);
     QString writeScript(const QString &shell, const QString &commandLine) const;
 
     Places m_places;

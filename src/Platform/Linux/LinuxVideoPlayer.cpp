@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
@@ -57,7 +58,8 @@ QString LinuxVideoPlayer::program() const
 
 bool LinuxVideoPlayer::installed() const
 {
-    return !program().isEmpty();
+    // The player's window goes into the panel's by its number on the X server.
+    return QGuiApplication::platformName() == u"xcb"_s && !program().isEmpty();
 }
 
 void LinuxVideoPlayer::open(const QString &html, const QUrl &base, quintptr window, const QRect &place)

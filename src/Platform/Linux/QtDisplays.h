@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Displays.h"
-#include "Platform/Linux/XcbServer.h"
+#include "Platform/Linux/X11/XcbServer.h"
 
 class QScreen;
 

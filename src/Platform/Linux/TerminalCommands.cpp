@@ -96,13 +96,9 @@ std::optional<TerminalProgram> defaultTerminal(const FindExecutable &find, const
     return firstOf(find, names);
 }
 
-std::optional<TerminalProgram> namedTerminal(const FindExecutable &find, const QString &identifier)
+std::optional<TerminalProgram> namedTerminal(const FindExecutable &find, const QString &name)
 {
-    if (identifier == "com.mitchellh.ghostty"_L1)
-        return firstOf(find, {u"ghostty"_s});
-    if (identifier == "dev.warp.Warp-Stable"_L1)
-        return firstOf(find, {u"warp-terminal"_s});
-    return std::nullopt;
+    return firstOf(find, {name});
 }
 
 QStringList shellCommand(const QString &shell, const QString &commandLine)

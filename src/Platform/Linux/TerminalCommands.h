@@ -32,8 +32,8 @@ using FindExecutable = std::function<QString(const QString &name)>;
 TerminalStyle terminalStyle(const QString &fileName);
 /// The desktop's own terminal. `desktop` is XDG_CURRENT_DESKTOP; `wayland` tells whether Wayland-only terminals can run.
 std::optional<TerminalProgram> defaultTerminal(const FindExecutable &find, const QString &desktop, bool wayland);
-/// A terminal with an identifier of its own, other than com.apple.Terminal.
-std::optional<TerminalProgram> namedTerminal(const FindExecutable &find, const QString &identifier);
+/// The terminal of this file name; nothing if it isn't there.
+std::optional<TerminalProgram> namedTerminal(const FindExecutable &find, const QString &name);
 
 /// Program and arguments that run a command line as if typed into a new shell of the user's, which stays when it has ended.
 QStringList shellCommand(const QString &shell, const QString &commandLine);

@@ -113,8 +113,8 @@ QMenu *TrayStatusItem::menu()
             continue;
         }
         auto *action = m_menu->addAction(QString(item.title).replace(u'&', u"&&"_s));
-        if (!item.key.isEmpty())
-            action->setShortcut(QKeySequence::fromString(item.key, QKeySequence::PortableText));
+        if (item.key != QKeyCombination())
+            action->setShortcut(QKeySequence(item.key));
         // On some platforms the toolkit guesses from the words which item is the program's own Quit or Settings.
         action->setMenuRole(QAction::NoRole);
         connect(action, &QAction::triggered, this, [run = item.action] {
@@ -140,12 +140,6 @@ bool TrayStatusItem::eventFilter(QObject *watched, QEvent *event)
         }
     }
     return QObject::eventFilter(watched, event);
-}
-
-void TrayStatusItem::popUp(QPoint position, std::function<void()> closed)
-{
-    connect(menu(), &QMenu::aboutToHide, this, std::move(closed), Qt::SingleShotConnection);
-    menu()->popup(position);
 }
 
 } // namespace velto

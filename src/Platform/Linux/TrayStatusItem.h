@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/XcbServer.h"
+#include "Platform/Linux/X11/XcbServer.h"
 #include "Platform/StatusItem.h"
 
 #include <QDBusConnection>
@@ -24,7 +24,6 @@ public:
     ~TrayStatusItem() override;
 
     void show(const QString &description, std::vector<MenuItem> menu) override;
-    void popUp(QPoint position, std::function<void()> closed) override;
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 

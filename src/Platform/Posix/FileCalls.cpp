@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 namespace velto {
@@ -20,6 +21,11 @@ int FileCalls::open(const char *path, int flags, mode_t mode)
 int FileCalls::close(int file)
 {
     return ::close(file);
+}
+
+int FileCalls::dup(int file)
+{
+    return ::fcntl(file, F_DUPFD_CLOEXEC, 0);
 }
 
 ssize_t FileCalls::read(int file, void *bytes, size_t size)
@@ -65,6 +71,11 @@ int FileCalls::fchown(int file, uid_t owner, gid_t group)
 int FileCalls::fchmod(int file, mode_t mode)
 {
     return ::fchmod(file, mode);
+}
+
+int FileCalls::flock(int file, int operation)
+{
+    return ::flock(file, operation);
 }
 
 int FileCalls::fdatasync(int file)

@@ -19,6 +19,7 @@ public:
 
     virtual int open(const char *path, int flags, mode_t mode);
     virtual int close(int file);
+    virtual int dup(int file); ///< not inherited by children
     virtual ssize_t read(int file, void *bytes, size_t size);
     virtual ssize_t write(int file, const void *bytes, size_t size);
     virtual int stat(const char *path, struct stat *info);
@@ -28,6 +29,7 @@ public:
     virtual int mkdir(const char *path, mode_t mode);
     virtual int fchown(int file, uid_t owner, gid_t group);
     virtual int fchmod(int file, mode_t mode);
+    virtual int flock(int file, int operation);
     virtual int fdatasync(int file);
     virtual int fsync(int file);
     virtual int rename(const char *from, const char *to);

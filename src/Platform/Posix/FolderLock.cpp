@@ -1,11 +1,13 @@
 #include "Platform/Posix/FolderLock.h"
 
+#include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace velto {
 
@@ -36,6 +38,20 @@ Lock lock(const Descriptor &file)
     return errno == EWOULDBLOCK ? Lock::Taken : Lock::Impossible;
 }
 
+/// Where no runtime folder is, the temporary one does, which others may write to too: a file of theirs isn't ours to lock.
+Descriptor openSecond(const QString &folder)
+{
+    const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
+    const QByteArray name = QCryptographicHash::hash(QFile::encodeName(folder), QCryptographicHash::Sha1).toHex().left(16);
+    const QByteArray path = runtime.isEmpty() ? "/tmp/velto-" + QByteArray::number(qulonglong(::getuid())) + '-' + name + ".lock"
+                                              : runtime + "/velto-" + name + ".lock";
+    Descriptor file(::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, kPrivateFile));
+    struct stat info = {};
+    if (!file || ::fstat(file.get(), &info) != 0 || info.st_uid != ::getuid() || !S_ISREG(info.st_mode))
+        return {};
+    return file;
+}
+
 } // namespace
 
 FolderLock::FolderLock(QString folder)
@@ -54,7 +70,8 @@ bool FolderLock::take()
         m_lock = Descriptor(::open((path + "/lock").constData(), O_RDWR | O_CREAT | O_CLOEXEC, kPrivateFile));
         result = lock(m_lock);
     }
-    return result != Lock::Taken;
+    m_second = openSecond(m_folder);
+    return result != Lock::Taken && lock(m_second) != Lock::Taken;
 }
 
 } // namespace velto

@@ -6,8 +6,9 @@
 
 namespace velto {
 
-/// A folder that one program at a time holds. The system gives it up when the program ends, however it ends, and no child of
-/// the program inherits it.
+/// A folder that one program at a time holds, also when somebody deletes it meanwhile: for that there is a second lock, on a file
+/// named after the folder in the user's runtime folder. The system gives both up when the program ends, however it ends, and no
+/// child of the program inherits them.
 class FolderLock {
 public:
     explicit FolderLock(QString folder);
@@ -19,6 +20,7 @@ public:
 private:
     QString m_folder;
     Descriptor m_lock;
+    Descriptor m_second;
 };
 
 } // namespace velto

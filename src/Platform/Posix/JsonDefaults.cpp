@@ -1,8 +1,9 @@
 #include "Platform/Posix/JsonDefaults.h"
 
 #include "Platform/Clock.h"
-#include "Platform/Files.h"
+#include "Platform/FileWriter.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -18,7 +19,7 @@ namespace velto {
 namespace {
 
 constexpr qint64 kLargest = 16 * 1024 * 1024;
-constexpr auto kDamaged = ".damaged-"_L1;
+const auto kDamaged = u".damaged-"_s;
 constexpr auto kReal = "real"_L1;
 constexpr auto kDate = "date"_L1;
 
@@ -99,36 +100,135 @@ QVariant decoded(const QJsonValue &value)
     }
 }
 
-} // namespace
-
-JsonDefaults::JsonDefaults(Files &files, const Clock &clock, QString path)
-    : m_files(files)
-    , m_clock(clock)
-    , m_path(std::move(path))
+void apply(const QHash<QString, QJsonValue> &changes, QJsonObject &values)
 {
-    load();
+    for (auto change = changes.begin(); change != changes.end(); ++change) {
+        if (change.value().isUndefined())
+            values.remove(change.key());
+        else
+            values.insert(change.key(), change.value());
+    }
 }
 
-void JsonDefaults::load()
+} // namespace
+
+/// The file itself, on the writer's lane.
+class SettingsFile {
+public:
+    struct State {
+        QJsonObject values;
+        QHash<QString, QJsonValue> changes;
+        bool cleared = false;
+        QDateTime now;
+    };
+
+    SettingsFile(Files &files, QString path)
+        : m_files(files)
+        , m_path(std::move(path))
+    {
+    }
+
+    /// Gives in `written` what the file holds now.
+    FileWriter::Outcome write(const State &state, QJsonObject &written);
+    FileWriter::Outcome erase();
+
+private:
+    FileWriter::Outcome attempt(const State &state, QJsonObject &written, bool &overtaken);
+
+    Files &m_files;
+    QString m_path;
+};
+
+FileWriter::Outcome SettingsFile::write(const State &state, QJsonObject &written)
+{
+    constexpr int kAttempts = 5;
+    FileWriter::Outcome outcome;
+    bool overtaken = true;
+    for (int tried = 0; overtaken && tried < kAttempts; ++tried)
+        outcome = attempt(state, written, overtaken);
+    return outcome;
+}
+
+FileWriter::Outcome SettingsFile::attempt(const State &state, QJsonObject &written, bool &overtaken)
+{
+    overtaken = false;
+    FileWriter::Outcome outcome;
+    const auto before = m_files.read(m_path, kLargest);
+    const auto *unread = std::get_if<FileError>(&before);
+    if (unread && !unread->missing)
+        return {*unread, {}};
+    written = state.values;
+    if (!unread && !state.cleared) {
+        const auto &bytes = std::get<QByteArray>(before);
+        const QJsonDocument document = QJsonDocument::fromJson(bytes);
+        if (document.isObject()) {
+            written = document.object();
+            apply(state.changes, written);
+        } else if (!bytes.trimmed().isEmpty()) {
+            const auto copy = keepCopy(m_files, m_path + kDamaged, state.now, bytes);
+            if (const auto *error = std::get_if<FileError>(&copy))
+                return {*error, {}};
+            outcome.word = QCoreApplication::translate("JsonDefaults", "%1 couldn't be made out. It is kept as %2.")
+                               .arg(QFileInfo(m_path).fileName(), QFileInfo(std::get<QString>(copy)).fileName());
+        }
+    }
+    const auto unchanged = [&] {
+        const auto now = m_files.read(m_path, kLargest);
+        const auto *gone = std::get_if<FileError>(&now);
+        overtaken = gone ? !(unread && gone->missing) : unread || std::get<QByteArray>(now) != std::get<QByteArray>(before);
+        return !overtaken;
+    };
+    outcome.error = m_files.replace(m_path, QJsonDocument(written).toJson(), unchanged);
+    return outcome;
+}
+
+FileWriter::Outcome SettingsFile::erase()
+{
+    m_files.sweep(m_path);
+    const auto standing = m_files.read(m_path, kLargest);
+    const auto *error = std::get_if<FileError>(&standing);
+    if (!error || !error->missing)
+        m_files.replace(m_path, "{}\n"); // emptied first, for a folder that lets no file go
+    const QFileInfo file(m_path);
+    QDir folder = file.dir();
+    for (const QString &name : folder.entryList({file.fileName(), file.fileName() + kDamaged + u'*'}, QDir::Files | QDir::Hidden))
+        folder.remove(name);
+    QDir().rmdir(folder.path()); // unless something else stands in it
+    return {};
+}
+
+JsonDefaults::JsonDefaults(Files &files, FileWriter &writer, const Clock &clock, QString path)
+    : m_writer(writer)
+    , m_clock(clock)
+    , m_path(std::move(path))
+    , m_file(std::make_shared<SettingsFile>(files, m_path))
+{
+    load(files);
+}
+
+JsonDefaults::~JsonDefaults() = default;
+
+void JsonDefaults::load(Files &files)
 {
     keepPrivate();
-    const auto content = m_files.read(m_path, kLargest);
+    const auto content = files.read(m_path, kLargest);
     if (const auto *error = std::get_if<FileError>(&content)) {
-        m_unreadable = !error->missing;
+        if (!error->missing)
+            m_writer.say(
+                m_path,
+                QCoreApplication::translate("JsonDefaults", "%1 Velto starts with settings of its own.").arg(error->message));
         return;
     }
-    m_unreadable = false;
     const auto &bytes = std::get<QByteArray>(content);
     const QJsonDocument document = QJsonDocument::fromJson(bytes);
-    if (!document.isObject()) {
-        m_damaged = bytes;
-        return;
-    }
-    // After a late first reading, what was set meanwhile goes before what the file says.
-    QJsonObject values = document.object();
-    for (auto own = m_values.constBegin(); own != m_values.constEnd(); ++own)
-        values.insert(own.key(), own.value());
-    m_values = values;
+    if (document.isObject())
+        m_values = document.object();
+    else if (!bytes.trimmed().isEmpty())
+        m_writer.say(m_path,
+                     QCoreApplication::translate("JsonDefaults",
+                                                 "%1 can't be made out, so Velto starts with settings of its "
+                                                 "own. A copy is kept before anything is saved.")
+                         .arg(QFileInfo(m_path).fileName()));
 }
 
 QVariant JsonDefaults::value(const QString &key) const
@@ -139,30 +239,36 @@ QVariant JsonDefaults::value(const QString &key) const
 void JsonDefaults::set(const QString &key, const QVariant &value)
 {
     const QJsonValue wanted = encoded(value);
-    if (m_values.value(key) != wanted) {
-        if (wanted.isUndefined())
-            m_values.remove(key);
-        else
-            m_values.insert(key, wanted);
-        m_unsaved = true;
-    }
-    if (m_unsaved)
-        save();
+    if (m_values.value(key) == wanted)
+        return;
+    m_changes.insert(key, wanted);
+    apply({{key, wanted}}, m_values);
+    save();
+}
+
+void JsonDefaults::save()
+{
+    const auto written = std::make_shared<QJsonObject>();
+    m_writer.write(
+        m_path,
+        [file = m_file, state = SettingsFile::State{m_values, m_changes, m_cleared, m_clock.wallTime()}, written] {
+            return file->write(state, *written);
+        },
+        &m_life,
+        [this, written] {
+            m_values = *written;
+            m_changes.clear();
+            m_cleared = false;
+        });
 }
 
 void JsonDefaults::clear()
 {
     m_values = {};
-    // Everything is to go, whatever it was.
-    m_unreadable = false;
-    m_damaged.clear();
-    m_unsaved = true;
-    save(); // emptied first, for a folder that lets no file go
-    const QFileInfo file(m_path);
-    QDir folder = file.dir();
-    for (const QString &name : folder.entryList({file.fileName(), file.fileName() + kDamaged + u'*'}, QDir::Files | QDir::Hidden))
-        folder.remove(name);
-    QDir().rmdir(folder.path()); // unless something else stands in it
+    m_changes.clear();
+    m_cleared = true;
+    m_writer.write(
+        m_path, [file = m_file] { return file->erase(); }, &m_life, [this] { m_cleared = false; });
 }
 
 void JsonDefaults::keepPrivate() const
@@ -171,36 +277,8 @@ void JsonDefaults::keepPrivate() const
     constexpr QFile::Permissions kOwner = QFile::ReadOwner | QFile::WriteOwner;
     constexpr QFile::Permissions kOthers =
         QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
-    if (QFile::permissions(m_path) & kOthers)
+    if (QFileInfo(m_path).isFile() && (QFile::permissions(m_path) & kOthers))
         QFile::setPermissions(m_path, kOwner);
-}
-
-bool JsonDefaults::keepDamaged()
-{
-    constexpr int kAttempts = 100;
-    const QString stamp = m_clock.wallTime().toUTC().toString(Qt::ISODate).replace(':'_L1, '-'_L1);
-    for (int attempt = 1; attempt <= kAttempts; ++attempt) {
-        const QString suffix = attempt == 1 ? QString() : u"-%1"_s.arg(attempt);
-        const QString copy = m_path + kDamaged + stamp + suffix;
-        const auto standing = m_files.read(copy, 0);
-        const auto *error = std::get_if<FileError>(&standing);
-        if (error && error->missing)
-            return !m_files.replace(copy, m_damaged);
-    }
-    return false;
-}
-
-void JsonDefaults::save()
-{
-    if (m_unreadable)
-        load();
-    if (m_unreadable)
-        return;
-    if (!m_damaged.trimmed().isEmpty() && !keepDamaged())
-        return;
-    m_damaged.clear();
-    if (!m_files.replace(m_path, QJsonDocument(m_values).toJson()))
-        m_unsaved = false;
 }
 
 } // namespace velto

@@ -3,23 +3,28 @@
 #include "Platform/Defaults.h"
 
 #include <QByteArray>
+#include <QHash>
 #include <QJsonObject>
+#include <memory>
 
 namespace velto {
 
 class Clock;
+class FileWriter;
 class Files;
+class SettingsFile;
 
-/// The user's settings in one JSON file that only the user can read.
+/// The user's settings in one JSON file that only the user can read, written by the FileWriter.
 ///
 /// Bools, integers, text and lists of text are plain JSON, reals with a fraction too; a whole real is {"real": "2"} and a date
 /// {"date": "2026-11-21T09:00:00.000Z"}, so that neither comes back as something else. Keys and values that this program doesn't
-/// know stay in the file. A file that can't be understood reads as empty and is copied aside (".damaged-" and the time) before it
-/// is written over; one that can't be read at all is never written over. What couldn't be written stays in memory and goes out
-/// with the next set().
+/// know stay in the file, and so does what another program changes there, but for the keys that are set here. A file that can't
+/// be understood reads as empty and is copied aside (".damaged-" and the time) before it is written over; one that can't be read
+/// at all is never written over.
 class JsonDefaults final : public Defaults {
 public:
-    JsonDefaults(Files &files, const Clock &clock, QString path);
+    JsonDefaults(Files &files, FileWriter &writer, const Clock &clock, QString path);
+    ~JsonDefaults() override;
 
     QVariant value(const QString &key) const override;
     /// An invalid value forgets the key.
@@ -28,18 +33,18 @@ public:
     void clear() override;
 
 private:
-    void load();
+    void load(Files &files);
     void keepPrivate() const;
-    bool keepDamaged();
     void save();
 
-    Files &m_files;
+    FileWriter &m_writer;
     const Clock &m_clock;
     QString m_path;
+    std::shared_ptr<SettingsFile> m_file; ///< on the writer's lane
     QJsonObject m_values;
-    QByteArray m_damaged; ///< what stands in the file, if it makes no sense
-    bool m_unreadable = false; ///< what stands in the file isn't known
-    bool m_unsaved = false;
+    QHash<QString, QJsonValue> m_changes; ///< what the disk doesn't have yet; undefined where a key is forgotten
+    bool m_cleared = false; ///< what the file holds is to go
+    QObject m_life;
 };
 
 } // namespace velto

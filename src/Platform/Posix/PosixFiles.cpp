@@ -1,6 +1,7 @@
 #include "Platform/Posix/PosixFiles.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
@@ -9,13 +10,17 @@
 #include <cerrno>
 #include <climits>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
+
+using namespace Qt::StringLiterals;
 
 namespace velto {
 
 namespace {
 
 constexpr int kMostLinks = 40; // as the kernel has it
+const auto kTemporary = u".velto-%1.tmp"_s;
 constexpr mode_t kPrivateFile = 0600;
 constexpr mode_t kPrivateFolder = 0700;
 
@@ -107,9 +112,9 @@ int PosixFiles::readAll(int file, qint64 maximum, QByteArray &bytes) const
 }
 
 std::optional<FileError> PosixFiles::replace(const QString &path, const QByteArray &bytes,
-                                             const std::function<bool()> &stillWanted)
+                                             const std::function<bool()> &stillWanted, Mode mode)
 {
-    const int error = put(QFile::encodeName(path), bytes, stillWanted);
+    const int error = put(QFile::encodeName(path), bytes, stillWanted, mode);
     if (error == 0)
         return std::nullopt;
     if (error == ECANCELED)
@@ -135,7 +140,7 @@ int PosixFiles::resolve(QByteArray &path) const
     return ELOOP;
 }
 
-int PosixFiles::put(QByteArray path, const QByteArray &bytes, const std::function<bool()> &stillWanted)
+int PosixFiles::put(QByteArray path, const QByteArray &bytes, const std::function<bool()> &stillWanted, Mode mode)
 {
     if (const int error = resolve(path); error != 0)
         return error;
@@ -146,6 +151,8 @@ int PosixFiles::put(QByteArray path, const QByteArray &bytes, const std::functio
     if (exists) {
         if (const int error = irregular(old); error != 0)
             return error;
+        if (mode == Mode::Private)
+            old.st_mode &= S_IFMT | kPrivateFile;
         // access() lets root write anything; a file that nobody may write was made so on purpose.
         if ((old.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0)
             return EACCES;
@@ -163,6 +170,9 @@ int PosixFiles::put(QByteArray path, const QByteArray &bytes, const std::functio
     if (const int error = createBeside(folderOf(path), temporary, file); error != 0)
         return error;
     auto discard = qScopeGuard([&] { m_calls.unlink(temporary.constData()); });
+    // Keeps its lock until it has its place.
+    const int locked = m_calls.dup(file);
+    const auto unlock = qScopeGuard([&] { m_calls.close(locked); });
 
     int error = fill(file, bytes, exists ? &old : nullptr);
     // Some file systems tell only now that the disk is full. The descriptor is gone in any case.
@@ -220,14 +230,34 @@ int PosixFiles::createBeside(const QByteArray &folder, QByteArray &path, int &fi
     constexpr int kAttempts = 8;
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         const quint64 random = QRandomGenerator::system()->generate64();
-        path = folder + "/.velto-" + QByteArray::number(random, 16) + ".tmp";
+        path = folder + '/' + kTemporary.arg(QString::number(random, 16)).toLatin1();
         file = retried([&] { return m_calls.open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kPrivateFile); });
-        if (file >= 0)
+        if (file >= 0) {
+            // Some file systems have no locks; there a sweep finds nothing unlocked either.
+            (void)m_calls.flock(file, LOCK_EX | LOCK_NB);
             return 0;
+        }
         if (errno != EEXIST)
             return errno;
     }
     return EEXIST;
+}
+
+void PosixFiles::sweep(const QString &path)
+{
+    QByteArray file = QFile::encodeName(path);
+    if (resolve(file) != 0)
+        return;
+    const QString folder = QFile::decodeName(folderOf(file));
+    for (const QString &name : QDir(folder).entryList({kTemporary.arg(u'*')}, QDir::Files | QDir::Hidden | QDir::NoSymLinks)) {
+        const QByteArray left = QFile::encodeName(folder + u'/' + name);
+        const int opened = m_calls.open(left.constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0);
+        if (opened < 0)
+            continue;
+        if (m_calls.flock(opened, LOCK_EX | LOCK_NB) == 0)
+            m_calls.unlink(left.constData());
+        m_calls.close(opened);
+    }
 }
 
 /// Brings the bytes, and the owner and mode of the old file if there is one, into the new one, and all of it to the disk.

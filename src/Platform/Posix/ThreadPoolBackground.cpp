@@ -2,10 +2,9 @@
 
 namespace velto {
 
-ThreadPoolBackground::ThreadPoolBackground()
+ThreadPoolBackground::ThreadPoolBackground(int threads)
 {
-    // Most of the work waits for a tool, so there may be more of it than there are cores.
-    m_pool.setMaxThreadCount(8);
+    m_pool.setMaxThreadCount(threads);
     m_pool.setExpiryTimeout(5000);
 }
 

@@ -12,7 +12,8 @@ namespace velto {
 /// its end (see endsWithin).
 class ThreadPoolBackground final : public Background {
 public:
-    ThreadPoolBackground();
+    /// Most work waits for a tool, so there may be more of it at once than there are cores. With one thread it is done in order.
+    explicit ThreadPoolBackground(int threads = 8);
     ~ThreadPoolBackground() override;
 
     void start(std::function<void()> work, std::function<void()> done) override;

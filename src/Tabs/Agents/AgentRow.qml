@@ -1,7 +1,6 @@
 import QtQuick
 import Velto.Agents
 import Velto.Design
-import Velto.Stores
 
 // One session: what it is called, what it does, and the way back to it.
 Item {
@@ -35,10 +34,10 @@ Item {
     signal leaving
 
     visible: !root.resting
-    implicitHeight: 48
+    implicitHeight: 48 * Theme.textScale
     activeFocusOnTab: true
     Accessible.role: Accessible.ListItem
-    Accessible.name: root.spoken
+    Accessible.name: Plain.line(root.spoken)
     Accessible.description: root.detail
     Accessible.focusable: true
     Keys.onReturnPressed: root.activate()
@@ -90,7 +89,7 @@ Item {
         width: parent.width
         height: parent.height - 2
         radius: Theme.radiusRow
-        color: Theme.at("white", hover.hovered || menu.active ? 0.09 : 0.05)
+        color: Theme.at("white", hover.lit || menu.active ? 0.09 : 0.05)
     }
     // Inside the row: the page cuts what stands over its sides.
     FocusRing {
@@ -102,13 +101,15 @@ Item {
     }
     HoverHandler {
         id: hover
+
+        readonly property bool lit: hovered && !Theme.pointerRests
     }
 
     LiveDot {
         id: dot
 
         x: 14
-        y: 17 - height / 2
+        y: 17 * Theme.textScale - height / 2
         visible: root.working
         color: root.tone
         live: root.working
@@ -126,7 +127,7 @@ Item {
         id: title
 
         x: 32
-        y: 7
+        y: 7 * Theme.textScale
         width: Math.min(implicitWidth, tail.x - x - word.implicitWidth - 24)
         words: root.title
         size: Theme.textTitle
@@ -147,7 +148,7 @@ Item {
     }
     PlainText {
         x: 32
-        y: 26
+        y: 26 * Theme.textScale
         width: tail.x - x - 16
         words: root.detail !== "" ? root.detail : root.folder
         elide: root.detail !== "" ? Text.ElideRight : Text.ElideMiddle
@@ -187,7 +188,7 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             visible: root.entries.length > 0
             symbol: "ellipsis"
-            label: qsTr("More")
+            label: qsTr("More: %1").arg(root.title.slice(0, 200))
             help: ""
             onClicked: root.openMenu()
         }

@@ -94,7 +94,7 @@ void AgentsSource::notified(const HookEvent &event, const QString &name)
         return;
     Peek peek = needsYou(event.message ? *event.message : tr("%1 needs you").arg(name), session);
     if (event.message && (event.sessionId || event.cwd))
-        peek.aside = name;
+        peek.beside = name;
     peek.resume = event.sessionId;
     peek.cwd = event.cwd;
     // The same words of two sessions at once are shown once, so the listing is to name the second one.
@@ -113,7 +113,10 @@ void AgentsSource::permission(const HookEvent &event, HookListener::QuestionId a
     withdraw(m_questions.of(session));
     retract(Peek::News::NeedsYou, {session});
     retract(Peek::News::Finished, {session});
-    if (!m_needs.prefs.isOn(Prefs::Module::Agents) || !onPeek || terminalInFront()) {
+    const bool tried = m_expectsTrial && !event.sessionId;
+    m_expectsTrial = m_expectsTrial && !tried;
+    const bool wanted = m_needs.prefs.isOn(Prefs::Module::Agents) && !terminalInFront();
+    if (!onPeek || (!wanted && !tried)) {
         reply(std::nullopt);
         return;
     }
@@ -157,6 +160,7 @@ void AgentsSource::ask(const HookEvent &event, const QString &name, HookListener
         if (self)
             self->questionEnded(id, name, answer, inTime);
     };
+    peek.question = Question{name, event.cwd, event.wholeTool, event.toolInput};
     m_questions.add({asker, peek.id, peek.session, m_needs.clock.now()});
     lookAgainIn(kFirstLook);
     raise(std::move(peek));

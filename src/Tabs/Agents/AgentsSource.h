@@ -122,6 +122,9 @@ public:
     /// What a memory hub tells of the user's other machine. Outlives the source.
     void setOtherMac(QAbstractItemModel *rows) { m_otherMac = rows; }
     void hook(const HookEvent &event);
+    /// The next question of no session in particular is one that the user wants to try: it's shown also where a session's would be
+    /// left to the terminal.
+    void expectTrial() { m_expectsTrial = true; }
     void permission(const HookEvent &event, HookListener::QuestionId asker, const HookListener::Reply &reply);
     /// The asker of that question is gone.
     void withdrawn(HookListener::QuestionId asker);
@@ -189,6 +192,7 @@ private:
     QList<Agent> m_agents;
     SourceState m_state = SourceState::loading();
     QList<ToolProcess> m_tools;
+    bool m_expectsTrial = false;
     bool m_scanning = false;
     std::optional<QDateTime> m_lastScan;
     bool m_waitingExpanded = false;

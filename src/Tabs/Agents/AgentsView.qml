@@ -1,7 +1,6 @@
 import QtQuick
 import Velto.Agents
 import Velto.Design
-import Velto.Stores
 
 // Claude Code's sessions and what else runs. One scrolling page; only the rows in sight exist.
 FocusScope {
@@ -125,7 +124,7 @@ FocusScope {
             }
             Item {
                 width: parent.width
-                height: 34
+                height: 34 * Theme.textScale
                 visible: root.source.runningCount > 0
 
                 SectionLabel {
@@ -144,7 +143,7 @@ FocusScope {
             }
             Item {
                 width: parent.width
-                height: 34
+                height: 34 * Theme.textScale
                 visible: root.source.waitingCount > 0
 
                 SectionLabel {
@@ -211,6 +210,9 @@ FocusScope {
                 }
             }
             EmptyNote {
+                anchors.horizontalCenter: parent.horizontalCenter
+                topPadding: 48
+                bottomPadding: 32
                 visible: root.source.empty && otherMac.count === 0
                 symbol: "sparkle"
                 text: qsTr("No agents are running right now")
@@ -249,7 +251,7 @@ FocusScope {
                     anchors.verticalCenter: parent.verticalCenter
                     words: root.source.hookErrorText !== "" ? root.source.hookErrorText : qsTr("Claude Code tells Velto when an agent is done or needs you.")
                     size: Theme.textSmall
-                    color: root.source.hookErrorText !== "" ? Theme.coral : Theme.glassTertiary
+                    color: root.source.hookErrorText !== "" ? Theme.ink(Theme.coral) : Theme.glassTertiary
                     Accessible.role: Accessible.StaticText
                     Accessible.name: text
                 }
@@ -280,6 +282,9 @@ FocusScope {
 
     // qmllint enable unqualified type
 
+    ScrollFade {
+        area: list
+    }
     ScrollThumb {
         anchors.right: parent.right
         anchors.rightMargin: -9

@@ -1,7 +1,6 @@
 import QtQuick
 import Velto.Agents
 import Velto.Design
-import Velto.Stores
 
 // What connecting writes into Claude Code's settings, to agree to.
 Sheet {

@@ -1,7 +1,6 @@
 import QtQuick
 import Velto.Agents
 import Velto.Design
-import Velto.Stores
 
 // The offer to connect Claude Code's hooks.
 GlassCard {
@@ -82,7 +81,7 @@ GlassCard {
                 visible: root.source.hookErrorText !== ""
                 multiline: true
                 words: root.source.hookErrorText
-                color: Theme.coral
+                color: Theme.ink(Theme.coral)
                 Accessible.role: Accessible.StaticText
                 Accessible.name: text
             }

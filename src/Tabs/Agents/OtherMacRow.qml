@@ -9,9 +9,9 @@ Item {
     required property string age
     required property string spoken
 
-    implicitHeight: 32
+    implicitHeight: 32 * Theme.textScale
     Accessible.role: Accessible.ListItem
-    Accessible.name: root.spoken
+    Accessible.name: Plain.line(root.spoken)
 
     Symbol {
         x: 14
@@ -22,7 +22,7 @@ Item {
     PlainText {
         id: name
 
-        x: 40
+        x: 24 + 16 * Theme.textScale
         width: Math.min(implicitWidth, root.width - x - age.implicitWidth - 24)
         anchors.verticalCenter: parent.verticalCenter
         words: root.name

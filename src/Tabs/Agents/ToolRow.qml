@@ -13,10 +13,10 @@ Item {
 
     readonly property string facts: root.note === "" ? root.since : root.since + " · " + root.note
 
-    implicitHeight: 32
+    implicitHeight: 32 * Theme.textScale
     Accessible.role: Accessible.ListItem
-    Accessible.name: root.countText === "" ? root.toolName + ", " + root.facts
-                                           : root.toolName + ", " + root.countText + ", " + root.facts
+    Accessible.name: Plain.line(root.countText === "" ? root.toolName + ", " + root.facts
+                                           : root.toolName + ", " + root.countText + ", " + root.facts)
 
     Symbol {
         id: symbol
@@ -29,7 +29,7 @@ Item {
     PlainText {
         id: name
 
-        x: 40
+        x: 24 + 16 * Theme.textScale
         anchors.verticalCenter: parent.verticalCenter
         words: root.toolName
         size: Theme.textTitle

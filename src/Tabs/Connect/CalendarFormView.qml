@@ -1,7 +1,6 @@
 import QtQuick
 import Velto.Connect
 import Velto.Design
-import Velto.Stores
 
 // Where meetings come from.
 GlassCard {
@@ -112,7 +111,7 @@ GlassCard {
         visible: root.form.google && root.form.errorText !== ""
         multiline: true
         words: root.form.errorText
-        color: Theme.coral
+        color: Theme.ink(Theme.coral)
         Accessible.role: Accessible.AlertMessage
         Accessible.name: text
     }

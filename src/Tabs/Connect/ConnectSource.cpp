@@ -1,12 +1,15 @@
 #include "Tabs/Connect/ConnectSource.h"
 
+#include "Core/Texts.h"
 #include "Feeds/Calendar/GoogleCalendar.h"
 #include "Feeds/Everyday/EverydaySource.h"
 #include "Feeds/Repositories/WatchFolders.h"
+#include "Feeds/Signals/SignalsSource.h"
 #include "Platform/Clipboard.h"
 #include "Tabs/Agents/AgentsSource.h"
 #include "Tabs/Todos/TodosSource.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -103,6 +106,32 @@ void ConnectSource::chooseMode(const QString &value)
 AgentsSource *ConnectSource::agents() const
 {
     return &m_needs.agents;
+}
+
+QList<double> ConnectSource::usageHours() const
+{
+    const auto &hours = m_needs.signalsSource.tokens().hours;
+    const auto most = double(std::max<qint64>(1, std::ranges::max(hours)));
+    QList<double> parts;
+    for (const qint64 hour : hours)
+        parts.append(double(std::max<qint64>(0, hour)) / most);
+    return parts;
+}
+
+QString ConnectSource::usageMost() const
+{
+    return compact(std::ranges::max(m_needs.signalsSource.tokens().hours));
+}
+
+QString ConnectSource::usageSpoken() const
+{
+    QStringList words;
+    const auto &hours = m_needs.signalsSource.tokens().hours;
+    for (size_t i = 0; i < hours.size(); ++i) {
+        if (hours.at(i) > 0)
+            words.append(tr("%1 to %2: %3").arg(i).arg(i + 1).arg(compact(hours.at(i))));
+    }
+    return tr("Tokens by the hour: %1").arg(words.join(u", "_s));
 }
 
 void ConnectSource::appeared()
@@ -219,7 +248,9 @@ void ConnectSource::update()
     m_work.setRows(rows(kWork));
     m_context.setRows(rows(kContext));
     m_utilities.setRows(rows(kUtilities));
-    if (std::exchange(m_openSeen, m_open) != m_open)
+    const auto &hours = m_needs.signalsSource.tokens().hours;
+    const bool counted = std::exchange(m_hoursSeen, hours) != hours;
+    if (std::exchange(m_openSeen, m_open) != m_open || counted)
         Q_EMIT changed();
 }
 

@@ -8,6 +8,7 @@
 #include "Tabs/Connect/ModuleStatus.h"
 
 #include <QSet>
+#include <array>
 
 namespace velto {
 
@@ -42,6 +43,12 @@ class ConnectSource : public VeltoSource {
     Q_PROPERTY(bool workFormOpen READ workFormOpen NOTIFY changed FINAL)
     Q_PROPERTY(bool calendarFormOpen READ calendarFormOpen NOTIFY changed FINAL)
     Q_PROPERTY(bool mcpFormOpen READ mcpFormOpen NOTIFY changed FINAL)
+    Q_PROPERTY(bool usageOpen READ usageOpen NOTIFY changed FINAL)
+    /// The tokens of each hour of today, as parts of the greatest, and the greatest in words.
+    Q_PROPERTY(QList<double> usageHours READ usageHours NOTIFY changed FINAL)
+    Q_PROPERTY(QString usageMost READ usageMost NOTIFY changed FINAL)
+    /// The same for a screen reader: the hours that have any.
+    Q_PROPERTY(QString usageSpoken READ usageSpoken NOTIFY changed FINAL)
     Q_PROPERTY(velto::TokenSettings *tokens READ tokens CONSTANT FINAL)
     Q_PROPERTY(velto::CalendarForm *calendar READ calendar CONSTANT FINAL)
     Q_PROPERTY(velto::McpForm *mcp READ mcp CONSTANT FINAL)
@@ -81,6 +88,10 @@ public:
     bool workFormOpen() const { return m_open.contains(Prefs::Module::Work); }
     bool calendarFormOpen() const { return m_open.contains(Prefs::Module::Calendar); }
     bool mcpFormOpen() const { return m_open.contains(Prefs::Module::Mcp); }
+    bool usageOpen() const { return m_open.contains(Prefs::Module::Usage) && m_needs.prefs.isOn(Prefs::Module::Usage); }
+    QList<double> usageHours() const;
+    QString usageMost() const;
+    QString usageSpoken() const;
     TokenSettings *tokens() { return &m_tokens; }
     CalendarForm *calendar() { return &m_calendar; }
     McpForm *mcp() { return &m_mcp; }
@@ -121,6 +132,7 @@ private:
     ModuleStatus m_status;
     QSet<Prefs::Module> m_open; ///< whose form is open
     QSet<Prefs::Module> m_openSeen; ///< as last announced
+    std::array<qint64, 24> m_hoursSeen{}; ///< as last announced
     CalendarForm m_calendar;
     McpForm m_mcp;
     RowModel m_modes;

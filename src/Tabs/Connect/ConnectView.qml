@@ -2,7 +2,6 @@ import QtQuick
 import Velto.Agents
 import Velto.Connect
 import Velto.Design
-import Velto.Stores
 
 // Which tools Velto looks at, and how each is connected.
 FocusScope {
@@ -51,7 +50,7 @@ FocusScope {
             root.ui.close();
         }
         function onFormOpened(module: string): void {
-            const form = module === "work" ? work : module === "calendar" ? calendar : mcp;
+            const form = module === "work" ? work : module === "calendar" ? calendar : module === "usage" ? usage : mcp;
             column.forceLayout();
             root.reveal(form);
         }
@@ -154,6 +153,17 @@ FocusScope {
                 source: root.source
             }
             Fading {
+                id: usage
+
+                width: parent.width
+                shown: root.source.usageOpen
+
+                UsagePlot {
+                    width: parent.width
+                    source: root.source
+                }
+            }
+            Fading {
                 id: work
 
                 width: parent.width
@@ -188,6 +198,9 @@ FocusScope {
                 }
             }
         }
+    }
+    ScrollFade {
+        area: page
     }
     ScrollThumb {
         anchors.right: parent.right

@@ -3,7 +3,6 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Velto.Connect
 import Velto.Design
-import Velto.Stores
 
 // The MCP servers that Claude Code knows, and a way to add one.
 GlassCard {
@@ -45,9 +44,9 @@ GlassCard {
             readonly property color tone: server.status === "ok" ? Theme.mint : server.status === "auth" ? Theme.amber : Theme.coral
 
             width: parent?.width ?? 0
-            height: 36
+            height: 36 * Theme.textScale
             Accessible.role: Accessible.ListItem
-            Accessible.name: server.name + ", " + server.statusText + ", " + server.detail
+            Accessible.name: Plain.line(server.name + ", " + server.statusText + ", " + server.detail)
 
             Rectangle {
                 id: dot
@@ -92,14 +91,14 @@ GlassCard {
                     visible: server.actionLabel === ""
                     name: "checkmark"
                     size: Theme.textSmall
-                    color: server.tone
+                    color: Theme.ink(server.tone)
                 }
                 PlainText {
                     anchors.verticalCenter: parent.verticalCenter
                     visible: server.actionLabel === ""
                     text: server.statusText
                     size: Theme.textSmall
-                    color: server.tone
+                    color: Theme.ink(server.tone)
                     Accessible.ignored: true
                 }
                 PillButton {
@@ -156,7 +155,7 @@ GlassCard {
         visible: root.form.problem !== ""
         text: root.form.problem
         size: Theme.textSmall
-        color: Theme.coral
+        color: Theme.ink(Theme.coral)
         Accessible.role: Accessible.StaticText
         Accessible.name: text
     }

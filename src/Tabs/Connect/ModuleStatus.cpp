@@ -83,15 +83,24 @@ ModuleStatus::Status ModuleStatus::of(Prefs::Module module, const QSet<Prefs::Mo
     case Prefs::Module::Focus:
         return {tr("A countdown beside the camera.")};
     case Prefs::Module::Usage:
-        if (!m_needs.tools.toolInstalled(u"claude"_s))
-            return {tr("Needs Claude Code."), false};
-        return {tr("Read from Claude Code on this Mac.")};
+        return usage(open.contains(module));
     case Prefs::Module::Mcp:
         return mcp(open.contains(module));
     case Prefs::Module::Repos:
         break;
     }
     return repos();
+}
+
+ModuleStatus::Status ModuleStatus::usage(bool open) const
+{
+    if (!m_needs.tools.toolInstalled(u"claude"_s))
+        return {tr("Needs Claude Code."), false};
+    const SignalsSource &source = m_needs.signalsSource;
+    if (source.turns() == 0)
+        return {tr("Read from Claude Code on this Mac.")};
+    return {tr("%1 tokens over %2 replies today.").arg(compact(source.tokensUsed()), QLocale().toString(source.turns())), true,
+            open ? tr("Hide") : tr("By the hour")};
 }
 
 ModuleStatus::Status ModuleStatus::agents() const

@@ -49,6 +49,7 @@ private:
     Status pullRequests() const;
     Status work(bool open) const;
     Status mcp(bool open) const;
+    Status usage(bool open) const;
     Status repos() const;
 
     Needs m_needs;

@@ -13,10 +13,13 @@ Rectangle {
     required property bool ok
     required property string actionLabel
 
+    /// See TabOrder.
+    readonly property bool staysTogether: true
+
     signal wanted(bool on)
     signal acted
 
-    implicitHeight: Math.max(76, column.height + 20)
+    implicitHeight: Math.max(80 * Theme.textScale, column.height + 20)
     radius: Theme.radiusRow
     color: root.on ? Theme.at(Theme.accent, 0.12) : Theme.at("white", 0.06)
     Accessible.role: Accessible.Grouping
@@ -33,7 +36,7 @@ Rectangle {
 
         Item {
             width: parent.width
-            height: 22
+            height: 22 * Theme.textScale
 
             Symbol {
                 id: symbol
@@ -66,19 +69,20 @@ Rectangle {
         }
         Item {
             width: parent.width
-            height: Math.max(words.implicitHeight, button.visible ? button.height : 0)
+            // The text begins at the same height with a button and without one.
+            height: Math.max(words.y + words.implicitHeight, button.height)
 
             PlainText {
                 id: words
 
-                anchors.verticalCenter: parent.verticalCenter
+                y: 4 * Theme.textScale
                 width: parent.width - (button.visible ? button.width + 10 : 0)
                 multiline: true
                 maximumLineCount: 2
                 elide: Text.ElideRight
                 words: root.text
                 size: Theme.textSmall
-                color: root.on && !root.ok ? Theme.orange : Theme.glassSecondary
+                color: root.on && !root.ok ? Theme.ink(Theme.orange) : Theme.glassSecondary
                 Accessible.role: Accessible.StaticText
                 Accessible.name: text
             }
@@ -86,10 +90,9 @@ Rectangle {
                 id: button
 
                 anchors.right: parent.right
-                anchors.verticalCenter: parent.verticalCenter
                 visible: root.actionLabel !== ""
                 text: root.actionLabel
-                label: root.actionLabel + ": " + root.label
+                label: root.actionLabel === "" ? root.label : root.actionLabel + ": " + root.label
                 onClicked: root.acted()
             }
         }

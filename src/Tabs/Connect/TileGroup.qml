@@ -3,7 +3,6 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Velto.Connect
 import Velto.Design
-import Velto.Stores
 
 // A heading over the tiles of its modules, two abreast.
 Column {
@@ -22,9 +21,9 @@ Column {
     Grid {
         id: grid
 
-        readonly property real half: (root.width - spacing) / 2
+        readonly property real half: (root.width - (columns - 1) * spacing) / columns
 
-        columns: 2
+        columns: root.width < 560 * Theme.textScale ? 1 : 2
         spacing: 8
 
         Repeater {

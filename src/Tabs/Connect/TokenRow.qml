@@ -1,7 +1,6 @@
 import QtQuick
 import Velto.Connect
 import Velto.Design
-import Velto.Stores
 
 // One secret: paste it, save it, remove it. What is stored is never shown.
 Item {

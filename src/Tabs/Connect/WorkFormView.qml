@@ -3,7 +3,6 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Velto.Connect
 import Velto.Design
-import Velto.Stores
 
 // The tokens of the work tools, and the ways to keep in touch with customers.
 GlassCard {
@@ -101,13 +100,12 @@ GlassCard {
     Row {
         spacing: 8
 
-        ChipButton {
+        PillButton {
             symbol: "person.crop.circle.badge.checkmark"
             text: qsTr("Add follow-up")
             onClicked: root.source.addFollowUp()
         }
         PillButton {
-            anchors.verticalCenter: parent.verticalCenter
             text: qsTr("CRM via MCP")
             onClicked: root.source.openMcpForm()
         }
@@ -122,7 +120,7 @@ GlassCard {
             required property string symbol
 
             width: parent?.width ?? 0
-            height: 34
+            height: 34 * Theme.textScale
 
             Symbol {
                 id: mark

@@ -19,10 +19,10 @@ Item {
 
     signal chosen
 
-    implicitHeight: root.detail === "" ? 40 : 48
+    implicitHeight: (root.detail === "" ? 40 : 48) * Theme.textScale
     activeFocusOnTab: true
     Accessible.role: Accessible.ListItem
-    Accessible.name: root.detail === "" ? root.title : root.title + ", " + root.detail
+    Accessible.name: Plain.line(root.detail === "" ? root.title : root.title + ", " + root.detail)
     Accessible.description: root.from
     Accessible.focusable: true
     Keys.onReturnPressed: root.activate()
@@ -38,7 +38,7 @@ Item {
         width: parent.width
         height: parent.height - 2
         radius: Theme.radiusRow
-        color: Theme.at("white", hover.hovered ? 0.09 : 0.05)
+        color: Theme.at("white", hover.lit ? 0.09 : 0.05)
     }
     FocusRing {
         anchors.leftMargin: 0
@@ -50,9 +50,11 @@ Item {
     }
     HoverHandler {
         id: hover
+
+        readonly property bool lit: hovered && !Theme.pointerRests
     }
     Loader {
-        readonly property bool wanted: root.from !== "" && (hover.hovered || root.activeFocus) && !action.hovered
+        readonly property bool wanted: root.from !== "" && (hover.lit || root.activeFocus) && !action.hovered
 
         onWantedChanged: wanted ? setSource("qrc:/qt/qml/Velto/Design/HelpTip.qml", {"target": root, "text": root.from}) : setSource("")
     }
@@ -60,9 +62,9 @@ Item {
     Rectangle {
         x: 8
         anchors.verticalCenter: parent.verticalCenter
-        width: 26
-        height: 26
-        radius: 13
+        width: 26 * Theme.textScale
+        height: width
+        radius: width / 2
         color: Theme.at(root.color, 0.14)
 
         Symbol {
@@ -72,7 +74,7 @@ Item {
         }
     }
     Column {
-        x: 44
+        x: 18 + 26 * Theme.textScale
         anchors.verticalCenter: parent.verticalCenter
         width: (action.visible ? action.x : root.width) - x - 14
         spacing: 2
@@ -101,7 +103,7 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         visible: root.actionLabel !== ""
         text: root.actionLabel
-        label: root.actionLabel + ": " + root.title.slice(0, 200)
+        label: root.actionLabel === "" ? root.title.slice(0, 200) : root.actionLabel + ": " + root.title.slice(0, 200)
         onClicked: root.chosen()
     }
 }

@@ -1,6 +1,6 @@
 import QtQuick
 import Velto.Design
-import Velto.Stores
+import Velto.Home
 
 // The one session that matters most right now.
 GlassCard {
@@ -52,7 +52,7 @@ GlassCard {
         width: parent.width
         height: words.implicitHeight
         Accessible.role: Accessible.StaticText
-        Accessible.name: root.spotlight.spoken
+        Accessible.name: Plain.line(root.spotlight.spoken)
 
         Column {
             id: words

@@ -4,9 +4,11 @@
 #include "Feeds/Glances/GlanceSource.h"
 #include "Feeds/Glances/VideoPreview.h"
 #include "Feeds/Usage/Pace.h"
+#include "Platform/FileWriter.h"
 #include "Platform/VideoPlayer.h"
 #include "Platform/Workspace.h"
 #include "Tabs/Agents/AgentsSource.h"
+#include "Tabs/Home/HomeBrief.h"
 
 #include <algorithm>
 #include <functional>
@@ -59,6 +61,7 @@ HomeSource::HomeSource(const Needs &needs, QObject *parent)
     , m_nextRows(itemRoles())
     , m_todayRows(itemRoles())
 {
+    connect(&m_needs.writer, &FileWriter::changed, this, &HomeSource::worldChanged);
     publish();
 }
 
@@ -82,7 +85,8 @@ QUrl HomeSource::makeView() const
 const QList<HomeItem> &HomeSource::items() const
 {
     if (m_stale) {
-        m_items = HomeBrief(m_needs.stores, m_ways, m_needs.workspace, m_needs.places, m_needs.clock.wallTime()).items();
+        m_items =
+            homeBrief(m_needs.stores, m_ways, m_needs.workspace, m_needs.writer, m_needs.places, m_needs.clock.wallTime());
         m_stale = false;
     }
     return m_items;
@@ -141,11 +145,18 @@ void HomeSource::publish()
 void HomeSource::arrange()
 {
     QList<HomeItem> shown = items();
-    // The spotlight speaks for these.
-    shown.removeIf([](const HomeItem &item) { return oneOf(item.id, {"agents-wait"_L1, "agents-run"_L1, "tools"_L1}); });
+    AgentsSource &agents = m_needs.stores.agents;
+    const QList<Agent> running = m_needs.stores.prefs.isOn(Prefs::Module::Agents) ? agents.running() : QList<Agent>();
+    const QList<Agent> waiting = m_needs.stores.prefs.isOn(Prefs::Module::Agents) ? agents.waiting() : QList<Agent>();
+    // The spotlight speaks for these: for the sessions that wait only if it shows the one that does.
+    const bool showsWaiting = running.isEmpty() && waiting.size() == 1;
+    shown.removeIf([&](const HomeItem &item) {
+        return oneOf(item.id, {"agents-run"_L1, "tools"_L1}) || (showsWaiting && item.id == "agents-wait"_L1);
+    });
     const auto isNext = [](const HomeItem &item) { return oneOf(item.id, {"cal"_L1, "focus"_L1}); };
     m_needsRows.setRows(rows(shown, shown.size(), &HomeItem::urgent));
-    m_nextRows.setRows(rows(shown, kNextShown, isNext));
+    // What isn't set up stands in the line for that alone.
+    m_nextRows.setRows(rows(shown, kNextShown, [&](const HomeItem &item) { return isNext(item) && !item.setup; }));
     m_todayRows.setRows(rows(shown, kTodayShown, [&](const HomeItem &item) {
         return !item.urgent() && !item.setup && !isNext(item)
             && !oneOf(item.id, {"usage"_L1, "repos"_L1, "transfers"_L1, "mcp"_L1});
@@ -158,9 +169,6 @@ void HomeSource::arrange()
     }
     m_setupText = missing.isEmpty() ? QString() : tr("Not set up: %1").arg(missing.join(u", "_s));
 
-    AgentsSource &agents = m_needs.stores.agents;
-    const QList<Agent> running = m_needs.stores.prefs.isOn(Prefs::Module::Agents) ? agents.running() : QList<Agent>();
-    const QList<Agent> waiting = m_needs.stores.prefs.isOn(Prefs::Module::Agents) ? agents.waiting() : QList<Agent>();
     m_spotlight.set(!running.isEmpty()       ? std::optional(running.first())
                         : !waiting.isEmpty() ? std::optional(waiting.first())
                                              : std::nullopt,

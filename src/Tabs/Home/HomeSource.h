@@ -3,7 +3,7 @@
 #include "Core/RowModel.h"
 #include "Core/VeltoSource.h"
 #include "Platform/Clock.h"
-#include "Tabs/Home/HomeBrief.h"
+#include "Tabs/Home/BriefPage.h"
 #include "Tabs/Home/HomeSpotlight.h"
 
 #include <QUrl>
@@ -11,6 +11,7 @@
 
 namespace velto {
 
+class FileWriter;
 class TerminalApp;
 class VideoPlayer;
 
@@ -47,6 +48,7 @@ public:
         const TerminalApp &terminal;
         Workspace &workspace;
         VideoPlayer &videoPlayer;
+        FileWriter &writer;
         const Places &places;
         Clock &clock;
     };
@@ -106,7 +108,7 @@ private:
     void notice(const QString &text);
 
     Needs m_needs;
-    HomeBrief::Ways m_ways;
+    BriefWays m_ways;
     mutable QList<HomeItem> m_items;
     mutable bool m_stale = true;
     Published m_published;

@@ -1,7 +1,6 @@
 import QtQuick
 import Velto.Design
 import Velto.Home
-import Velto.Stores
 
 // The day in a line, the session that matters most, and below it what needs the user, what comes next and what else there is.
 FocusScope {
@@ -132,7 +131,7 @@ FocusScope {
 
             Item {
                 width: parent.width
-                implicitHeight: 28
+                implicitHeight: 28 * Theme.textScale
                 visible: root.source.setupText !== ""
 
                 PlainText {
@@ -176,6 +175,9 @@ FocusScope {
             symbol: "play.rectangle"
             text: root.source.noticeText
         }
+    }
+    ScrollFade {
+        area: page
     }
     ScrollThumb {
         anchors.right: parent.right

@@ -1,7 +1,6 @@
 import QtQuick
 import Velto.Design
 import Velto.Home
-import Velto.Stores
 
 // A copied video, played without leaving the panel.
 Sheet {

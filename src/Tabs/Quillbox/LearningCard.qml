@@ -1,6 +1,6 @@
 import QtQuick
 import Velto.Design
-import Velto.Stores
+import Velto.Quillbox
 
 // The question of the day, and its answer once one wants it.
 GlassCard {

@@ -12,10 +12,10 @@ Item {
     required property string age
     required property string spoken
 
-    implicitHeight: 28
+    implicitHeight: 28 * Theme.textScale
     activeFocusOnTab: true
     Accessible.role: Accessible.ListItem
-    Accessible.name: root.spoken
+    Accessible.name: Plain.line(root.spoken)
     Accessible.focusable: true
 
     // Inside the row: the page cuts what stands over its sides.
@@ -27,7 +27,7 @@ Item {
         id: mark
 
         x: 8
-        width: 18
+        width: 18 * Theme.textScale
         height: parent.height
 
         Symbol {

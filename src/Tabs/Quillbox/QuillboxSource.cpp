@@ -3,6 +3,7 @@
 #include "Core/Texts.h"
 #include "Platform/Machine.h"
 #include "Tabs/Quillbox/QuillboxClient.h"
+#include "Tabs/Quillbox/SnapshotDate.h"
 
 #include <QPointer>
 #include <algorithm>
@@ -268,7 +269,7 @@ QString QuillboxSource::hostSlug() const
 
 QString QuillboxSource::ageOf(const QString &at) const
 {
-    const std::optional<QDateTime> date = hubDate(at);
+    const std::optional<QDateTime> date = snapshotDate(at);
     return date ? ago(*date, m_needs.clock.wallTime()) : QString();
 }
 

@@ -1,7 +1,6 @@
 import QtQuick
 import Velto.Design
 import Velto.Quillbox
-import Velto.Stores
 
 // What the user's memory hub knows: the card of the day, the live sessions, what was heard.
 FocusScope {
@@ -146,6 +145,9 @@ FocusScope {
     }
     // qmllint enable unqualified type
 
+    ScrollFade {
+        area: list
+    }
     ScrollThumb {
         anchors.right: parent.right
         anchors.rightMargin: -9

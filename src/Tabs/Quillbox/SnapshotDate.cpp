@@ -1,4 +1,4 @@
-#include "Tabs/Quillbox/VeltoSnapshot.h"
+#include "Tabs/Quillbox/SnapshotDate.h"
 
 #include <QRegularExpression>
 #include <QTimeZone>
@@ -20,7 +20,7 @@ int secondsEast(QStringView zone)
 
 } // namespace
 
-std::optional<QDateTime> hubDate(const QString &text)
+std::optional<QDateTime> snapshotDate(const QString &text)
 {
     // "yyyy-MM-dd HH:mm:ss", or the same with a T, perhaps a fraction of a second, and a zone.
     static const QRegularExpression kForm(

@@ -3,7 +3,6 @@
 #include "Core/Result.h"
 
 #include <QByteArray>
-#include <QDateTime>
 #include <QList>
 #include <QString>
 #include <optional>
@@ -29,14 +28,14 @@ struct VeltoSnapshot {
         QString name; ///< may begin with "Handoff · "
         std::optional<QString> topic;
         std::optional<QString> device; ///< the machine, as the hub spells it
-        QString at; ///< for hubDate()
+        QString at; ///< for snapshotDate()
         bool operator==(const Handoff &) const = default;
     };
     /// Something that the voice assistant heard.
     struct Heard {
         qint64 id = 0;
         QString name; ///< may begin with "Tolver: "
-        QString at; ///< for hubDate()
+        QString at; ///< for snapshotDate()
         bool operator==(const Heard &) const = default;
     };
     /// The learning card of the day.
@@ -61,8 +60,5 @@ struct VeltoSnapshot {
 
     bool operator==(const VeltoSnapshot &) const = default;
 };
-
-/// A time as a hub writes it, in any of its four ways; nothing if it's none of them.
-std::optional<QDateTime> hubDate(const QString &text);
 
 } // namespace velto

@@ -1,6 +1,6 @@
 import QtQuick
 import Velto.Design
-import Velto.Stores
+import Velto.Todos
 
 // A new or a changed todo. It scrolls where there is no room for all of it.
 FocusScope {
@@ -162,7 +162,7 @@ FocusScope {
             }
             Item {
                 width: parent.width
-                height: 24
+                height: 24 * Theme.textScale
 
                 PlainButton {
                     x: -6

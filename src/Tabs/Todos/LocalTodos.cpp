@@ -1,8 +1,10 @@
 #include "Tabs/Todos/LocalTodos.h"
 
+#include "Core/Texts.h"
 #include "Platform/Files.h"
 #include "Platform/ToolRunner.h"
 
+#include <QFileInfo>
 #include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -123,13 +125,15 @@ bool LocalTodos::patched(const Files &files) const
     return !utf8.hasError() && text.contains("def comment("_L1);
 }
 
-QList<Todo> parseTodos(const QByteArray &json)
+namespace {
+
+std::optional<QList<Todo>> todosOf(const QByteArray &json)
 {
     const QJsonDocument document = QJsonDocument::fromJson(json);
     const QJsonArray rows = document.array();
     // No std::ranges: newer Qt's iterators don't take them.
-    if (!std::all_of(rows.begin(), rows.end(), [](const QJsonValue &row) { return row.isObject(); }))
-        return {};
+    if (!document.isArray() || !std::all_of(rows.begin(), rows.end(), [](const QJsonValue &row) { return row.isObject(); }))
+        return std::nullopt;
     QList<Todo> todos;
     for (const QJsonValueConstRef row : rows) {
         if (auto todo = todoOf(row.toObject()))
@@ -138,13 +142,25 @@ QList<Todo> parseTodos(const QByteArray &json)
     return todos;
 }
 
-QList<Todo> loadTodos(ToolRunner &tools, const QString &database)
+} // namespace
+
+QList<Todo> parseTodos(const QByteArray &json)
+{
+    return todosOf(json).value_or(QList<Todo>());
+}
+
+LocalReading loadTodos(ToolRunner &tools, const QString &database)
 {
     const RunResult result =
         tools.run({u"sqlite3"_s, u"-readonly"_s, u"-json"_s, database,
                    u"SELECT id, name, body, tags FROM quillbox_memory WHERE type='todo' AND archived_at IS NULL"_s},
                   {}, kTimeout);
-    return parseTodos(result.out);
+    if (auto todos = todosOf(result.out))
+        return {std::move(todos), {}};
+    // The tool prints nothing for a table without todos.
+    if ((result.ok && result.out.trimmed().isEmpty()) || !QFileInfo::exists(database))
+        return {QList<Todo>(), {}};
+    return {std::nullopt, lastLine(result.err)};
 }
 
 } // namespace velto

@@ -26,9 +26,13 @@ struct LocalTodos {
     bool patched(const Files &files) const;
 };
 
-/// The open todos of the database at this path. Blocks; whatever goes wrong shortens the list. Any thread.
-QList<Todo> loadTodos(ToolRunner &tools, const QString &database);
-/// The same, from what `sqlite3 -json` printed.
+struct LocalReading {
+    std::optional<QList<Todo>> todos; ///< nothing if the database can't be read now, because another program holds it say
+    QString problem; ///< why, as the tool says it; may be empty
+};
+/// The open todos of the database at this path; none if there is no such file. Blocks. Any thread.
+LocalReading loadTodos(ToolRunner &tools, const QString &database);
+/// The same, from what `sqlite3 -json` printed; what makes no sense shortens the list.
 QList<Todo> parseTodos(const QByteArray &json);
 
 } // namespace velto

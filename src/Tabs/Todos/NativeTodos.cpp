@@ -1,12 +1,11 @@
 #include "Tabs/Todos/NativeTodos.h"
 
-#include "Platform/Clock.h"
-#include "Platform/Files.h"
+#include "Platform/Background.h"
+#include "Platform/FileWriter.h"
 #include "Platform/Places.h"
+#include "Tabs/Todos/TodoFile.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -14,168 +13,89 @@ namespace velto {
 
 namespace {
 
-constexpr qint64 kLargestFile = 256 * 1024 * 1024;
-
-bool take(const QJsonObject &object, QLatin1StringView key, QString &field)
-{
-    const QJsonValue value = object[key];
-    field = value.toString();
-    return value.isString();
-}
-
-bool take(const QJsonObject &object, QLatin1StringView key, qint64 &field)
-{
-    const QJsonValue value = object[key];
-    field = value.toInteger(0);
-    return value.isDouble() && value.toInteger(1) == field; // a fraction gives both defaults
-}
-
-bool take(const QJsonObject &object, QLatin1StringView key, QList<Comment> &field)
-{
-    const QJsonValue value = object[key];
-    for (const QJsonValueConstRef entry : value.toArray()) {
-        const QJsonObject comment = entry.toObject();
-        if (!take(comment, "at"_L1, field.emplaceBack().at) || !take(comment, "text"_L1, field.back().text))
-            return false;
-    }
-    return value.isArray();
-}
-
-/// A text in quotes, as JSON has it.
-void put(QByteArray &json, const QString &text)
-{
-    if (!text.isValidUtf16()) { // half a character, which only an escape can hold
-        const QByteArray list = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
-        json += list.sliced(1, list.size() - 2);
-        return;
-    }
-    json += '"';
-    const QByteArray bytes = text.toUtf8();
-    const char *written = bytes.cbegin();
-    for (const char *at = written; at != bytes.cend(); ++at) {
-        if (uchar(*at) >= 0x20 && *at != '"' && *at != '\\')
-            continue;
-        json.append(written, at - written);
-        written = at + 1;
-        if (uchar(*at) < 0x20)
-            json += "\\u00" + QByteArray::number(*at, 16).rightJustified(2, '0');
-        else
-            (json += '\\') += *at;
-    }
-    json.append(written, bytes.cend() - written) += '"';
-}
-
-void put(QByteArray &json, const char *key, const QString &text)
-{
-    json += key;
-    put(json, text);
-}
-
-void put(QByteArray &json, const Todo &todo)
-{
-    json += "{\"id\":" + QByteArray::number(todo.id);
-    put(json, ",\"title\":", todo.title);
-    put(json, ",\"details\":", todo.details);
-    put(json, ",\"due\":", todo.due);
-    put(json, ",\"who\":", todo.who);
-    put(json, ",\"project\":", todo.project);
-    put(json, ",\"scope\":", todo.scope);
-    json += ",\"prio\":" + QByteArray::number(todo.prio) + ",\"comments\":[";
-    for (const Comment &comment : todo.comments) {
-        json += json.endsWith('[') ? "{" : ",{";
-        put(json, "\"at\":", comment.at);
-        put(json, ",\"text\":", comment.text);
-        json += '}';
-    }
-    json += "]}";
-}
+constexpr std::chrono::milliseconds kSettled{300}; ///< a program that writes in pieces is through by then
+constexpr std::chrono::seconds kSecondLook{2};
 
 } // namespace
 
-// By hand, since it is done at each change while the user waits: the toolkit takes six times as long.
-QByteArray encodeTodos(const QList<Todo> &todos)
-{
-    QByteArray json = "[";
-    for (const Todo &todo : todos) {
-        if (json.size() > 1)
-            json += ',';
-        put(json, todo);
-    }
-    return json += ']';
-}
-
-std::optional<QList<Todo>> decodeTodos(const QByteArray &json)
-{
-    const QJsonDocument document = QJsonDocument::fromJson(json);
-    if (!document.isArray())
-        return std::nullopt;
-    QList<Todo> todos;
-    for (const QJsonValueConstRef entry : document.array()) {
-        const QJsonObject object = entry.toObject();
-        Todo &todo = todos.emplaceBack();
-        if (!take(object, "id"_L1, todo.id) || !take(object, "title"_L1, todo.title) || !take(object, "details"_L1, todo.details)
-            || !take(object, "due"_L1, todo.due) || !take(object, "who"_L1, todo.who) || !take(object, "project"_L1, todo.project)
-            || !take(object, "scope"_L1, todo.scope) || !take(object, "prio"_L1, todo.prio)
-            || !take(object, "comments"_L1, todo.comments))
-            return std::nullopt;
-    }
-    return todos;
-}
-
-NativeTodos::NativeTodos(Files &files, const Clock &clock, const Places &places)
-    : m_files(files)
+NativeTodos::NativeTodos(Files &files, FileWriter &writer, Clock &clock, const Places &places, QObject *parent)
+    : QObject(parent)
+    , m_writer(writer)
     , m_clock(clock)
     , m_path(places.data + "/todos.json"_L1)
+    , m_file(std::make_shared<TodoFile>(files, m_path))
 {
+    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, [this] { lookSoon(kSettled); });
+    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, [this] { lookSoon(kSettled); });
 }
+
+NativeTodos::~NativeTodos() = default;
 
 QList<Todo> NativeTodos::load()
 {
-    const auto content = m_files.read(m_path, kLargestFile);
-    const auto *bytes = std::get_if<QByteArray>(&content);
-    const auto todos = bytes ? decodeTodos(*bytes) : std::nullopt;
-    if (!todos)
-        return {};
-    m_known = *bytes;
-    return *todos;
+    const TodoFile::Reading reading = m_file->read();
+    if (reading.todos) {
+        m_file->accept(reading.digest);
+        return *reading.todos;
+    }
+    if (!reading.error)
+        m_writer.say(m_path,
+                     tr("todos.json can't be made out, so the list starts empty. A copy is kept before anything is saved."));
+    else if (!reading.error->missing)
+        m_writer.say(m_path, tr("%1 The list starts empty.").arg(reading.error->message));
+    return {};
 }
 
 void NativeTodos::save(const QList<Todo> &todos)
 {
-    if (!keepForeign())
+    ++m_saves;
+    m_forgotten = false;
+    m_writer.write(m_path, [file = m_file, todos, now = m_clock.wallTime()] { return file->write(todos, now); });
+}
+
+void NativeTodos::forget()
+{
+    m_forgotten = true;
+    m_writer.lane().start([file = m_file] { file->accept({}); }, [] {});
+}
+
+void NativeTodos::look()
+{
+    watch();
+    // What is on its way goes first, and keeps a copy of the rest.
+    if (m_forgotten || !m_writer.isSaved(m_path))
         return;
-    const QByteArray bytes = encodeTodos(todos);
-    if (!m_files.replace(m_path, bytes))
-        m_known = bytes;
+    inBackground(
+        m_writer.lane(), this, [file = m_file] { return file->changedByOthers(); },
+        [this, saves = m_saves](const std::optional<TodoFile::Reading> &reading) {
+            if (!reading || saves != m_saves)
+                return;
+            if (reading->todos) {
+                m_doubtful.clear();
+                m_writer.lane().start([file = m_file, digest = reading->digest] { file->accept(digest); }, [] {});
+                Q_EMIT replaced(*reading->todos);
+            } else if (std::exchange(m_doubtful, reading->digest) != reading->digest) {
+                lookSoon(kSecondLook);
+            } else if (std::exchange(m_told, reading->digest) != reading->digest) {
+                m_writer.say(m_path,
+                             tr("Another program changed todos.json, and it can't be made out. Velto goes on with "
+                                "the list as it was, and keeps a copy before it saves."));
+            }
+        });
 }
 
-bool NativeTodos::keepForeign()
+void NativeTodos::lookSoon(std::chrono::milliseconds delay)
 {
-    const auto content = m_files.read(m_path, kLargestFile);
-    if (const auto *error = std::get_if<FileError>(&content))
-        return error->missing;
-    const auto &bytes = std::get<QByteArray>(content);
-    if (bytes == m_known || bytes.trimmed().isEmpty())
-        return true;
-    if (!keep(bytes))
-        return false;
-    m_known = bytes; // one copy does, also if the save fails and is tried again
-    return true;
+    m_soon = m_clock.after(delay, [this] { look(); });
 }
 
-bool NativeTodos::keep(const QByteArray &bytes)
+// The folder tells of a file that takes this one's place, the file of what is written into it.
+void NativeTodos::watch()
 {
-    constexpr int kAttempts = 100;
-    const QString stamp = m_clock.wallTime().toUTC().toString(Qt::ISODate).replace(':'_L1, '-'_L1);
-    for (int attempt = 1; attempt <= kAttempts; ++attempt) {
-        const QString suffix = attempt == 1 ? QString() : u"-%1"_s.arg(attempt);
-        const QString copy = m_path + ".kept-"_L1 + stamp + suffix;
-        const auto standing = m_files.read(copy, 0);
-        const auto *error = std::get_if<FileError>(&standing);
-        if (error && error->missing)
-            return !m_files.replace(copy, bytes);
+    for (const QString &path : {m_path, QFileInfo(m_path).path()}) {
+        if (!m_watcher.files().contains(path) && !m_watcher.directories().contains(path) && QFileInfo::exists(path))
+            m_watcher.addPath(path);
     }
-    return false;
 }
 
 } // namespace velto

@@ -1,43 +1,55 @@
 #pragma once
 
+#include "Platform/Clock.h"
 #include "Tabs/Todos/Todo.h"
 
-#include <QByteArray>
+#include <QFileSystemWatcher>
+#include <QObject>
+#include <memory>
 
 namespace velto {
 
-class Clock;
+class FileWriter;
 class Files;
+class TodoFile;
 struct Places;
 
-/// The todos that Velto keeps itself, in one JSON file. A file that isn't what was last read or written here, because it is
-/// damaged or another program changed it, is copied to a name of its own before it is replaced; a file that can't be read, and
-/// so not be copied, isn't replaced. UI thread.
-class NativeTodos {
+/// The todos that Velto keeps itself, in one JSON file; see TodoFile for what it takes care of. Writes go through the FileWriter,
+/// which also says what went wrong with this path. UI thread.
+class NativeTodos : public QObject {
+    Q_OBJECT
 public:
-    NativeTodos(Files &files, const Clock &clock, const Places &places);
+    NativeTodos(Files &files, FileWriter &writer, Clock &clock, const Places &places, QObject *parent = nullptr);
+    ~NativeTodos() override;
 
     const QString &path() const { return m_path; }
-    /// The list in the file; an empty one if there is none or it makes no sense.
+    /// The list in the file; an empty one if there is none or it makes no sense, and then the writer has a word on it. Blocks.
     QList<Todo> load();
-    /// Writes the whole list; blocks until it is on the disk. If it can't be written the file stays as it is, and the next save
-    /// brings everything.
+    /// Has the whole list written.
     void save(const QList<Todo> &todos);
     /// The list to be saved next isn't a later state of the file: what the file holds by then is copied first.
-    void forget() { m_known.clear(); }
+    void forget();
+    /// Looks, in the background, whether another program has changed the file. It is watched too, where the system can.
+    void look();
+
+Q_SIGNALS:
+    /// Another program has put this list into the file, while nothing of Velto's own was on its way there.
+    void replaced(const QList<velto::Todo> &todos);
 
 private:
-    bool keepForeign();
-    bool keep(const QByteArray &bytes);
+    void lookSoon(std::chrono::milliseconds delay);
+    void watch();
 
-    Files &m_files;
-    const Clock &m_clock;
+    FileWriter &m_writer;
+    Clock &m_clock;
     QString m_path;
-    QByteArray m_known; ///< what the file holds if nobody else wrote it
+    std::shared_ptr<TodoFile> m_file; ///< on the writer's lane only, once load() is through
+    int m_saves = 0;
+    bool m_forgotten = false;
+    QByteArray m_doubtful; ///< the digest of what couldn't be made out, perhaps since it was only half written
+    QByteArray m_told; ///< the one that the user was told of
+    QFileSystemWatcher m_watcher;
+    TimerHandle m_soon;
 };
-
-/// The list as the file holds it, and back. Nothing if it isn't such a list, whole.
-QByteArray encodeTodos(const QList<Todo> &todos);
-std::optional<QList<Todo>> decodeTodos(const QByteArray &json);
 
 } // namespace velto

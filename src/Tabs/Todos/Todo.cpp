@@ -34,6 +34,24 @@ bool Todo::dueNow(const QString &today) const
     return !due.isEmpty() && !sortsBefore(today, due);
 }
 
+Todo merged(const Todo &standing, const Todo &base, const Todo &edited)
+{
+    Todo todo = standing;
+    const auto take = [&](auto Todo::*field) {
+        if (edited.*field != base.*field)
+            todo.*field = edited.*field;
+    };
+    take(&Todo::title);
+    take(&Todo::details);
+    take(&Todo::due);
+    take(&Todo::who);
+    take(&Todo::project);
+    take(&Todo::scope);
+    take(&Todo::prio);
+    take(&Todo::comments);
+    return todo;
+}
+
 QString rawValue(Filter filter)
 {
     switch (filter) {

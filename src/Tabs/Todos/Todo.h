@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDate>
+#include <QJsonObject>
 #include <QList>
 #include <QString>
 #include <array>
@@ -12,6 +13,7 @@ namespace velto {
 struct Comment {
     QString at;
     QString text;
+    QJsonObject unknown = {}; ///< what else the file says of it
 
     bool operator==(const Comment &) const = default;
 };
@@ -27,6 +29,7 @@ struct Todo {
     QString scope = QStringLiteral("office"); ///< the area of life that the list is cut by
     qint64 prio = 2; ///< 1 is the highest
     QList<Comment> comments; ///< oldest first
+    QJsonObject unknown = {}; ///< what else the file says of it, which another program may have use for
 
     bool operator==(const Todo &) const = default;
 
@@ -34,6 +37,9 @@ struct Todo {
     /// Due by today, which what is overdue is too.
     bool dueNow(const QString &today) const;
 };
+
+/// `standing` with what was changed from `base` to `edited`.
+Todo merged(const Todo &standing, const Todo &base, const Todo &edited);
 
 /// Which dates the list shows.
 enum class Filter : quint8 { Today, Overdue, Upcoming, All };

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Velto.Design
-import Velto.Stores
+import Velto.Todos
 
 // What an open row shows below its line: the notes, the comments, and the way to add to them.
 Column {

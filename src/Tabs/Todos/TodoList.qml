@@ -1,6 +1,5 @@
 import QtQuick
 import Velto.Design
-import Velto.Stores
 import Velto.Todos
 
 // The rows, of which only those in sight exist. The selection and what is open are the store's.

@@ -1,6 +1,7 @@
 #include "Tabs/Todos/TodoLists.h"
 
-#include <QCoreApplication>
+#include "Core/Words.h"
+
 #include <algorithm>
 #include <numeric>
 
@@ -34,6 +35,11 @@ QString searchedText(const Todo &todo)
 }
 
 } // namespace
+
+bool matches(const Todo &todo, const QString &search)
+{
+    return search.isEmpty() || (!search.contains(kBetween) && searchedText(todo).contains(search.toLower()));
+}
 
 void TodoLists::setTodos(const QList<Todo> &todos)
 {
@@ -116,14 +122,12 @@ int TodoLists::count(const QString &scope, Filter filter, const QString &today) 
 
 QString summaryText(const TodoLists::Result &result)
 {
-    const auto tr = [](const char *text) { return QCoreApplication::translate("TodosSource", text); };
     QStringList pieces;
-    pieces += result.dueHere == 0 ? tr(QT_TRANSLATE_NOOP("TodosSource", "Nothing due today"))
-                                  : tr(QT_TRANSLATE_NOOP("TodosSource", "%1 due today")).arg(result.dueHere);
+    pieces += result.dueHere == 0 ? Words::tr("Nothing due today") : Words::tr("%1 due today").arg(result.dueHere);
     if (result.overdueHere > 0)
-        pieces += tr(QT_TRANSLATE_NOOP("TodosSource", "%1 overdue")).arg(result.overdueHere);
+        pieces += Words::tr("%1 overdue").arg(result.overdueHere);
     if (result.highHere > 0)
-        pieces += tr(QT_TRANSLATE_NOOP("TodosSource", "%1 high priority")).arg(result.highHere);
+        pieces += Words::tr("%1 high priority").arg(result.highHere);
     return pieces.join(u" · "_s);
 }
 

@@ -50,6 +50,9 @@ private:
     QStringList m_texts; ///< what is searched, in lower case; empty until something is searched for
 };
 
+/// Whether a search finds this todo.
+bool matches(const Todo &todo, const QString &search);
+
 /// "2 due today · 1 overdue"
 QString summaryText(const TodoLists::Result &result);
 

@@ -1,6 +1,5 @@
 import QtQuick
 import Velto.Design
-import Velto.Stores
 import Velto.Todos
 
 // A row of the list: a project's heading, or a todo with what an open one has to say.
@@ -28,7 +27,7 @@ Item {
     readonly property bool isTodoRow: !root.isHeading
     readonly property bool hasChips: root.dueText !== "" || root.person !== "" || root.commentCount !== ""
     /// Worked out without a positioner, which would come to it a frame later.
-    readonly property real wanted: root.isHeading ? 30 : line.height + (more.active ? more.height + 10 : 0)
+    readonly property real wanted: root.isHeading ? 30 * Theme.textScale : line.height + (more.active ? more.height + 10 : 0)
     /// Out of sight, until the list has another row for it.
     property bool resting: true
     /// It shows what it says when it is open. Set after `unfolding`, which tells that its height is to move there.
@@ -44,7 +43,7 @@ Item {
     visible: !root.resting
     activeFocusOnTab: root.isTodoRow && (root.selected || root.activeFocus)
     Accessible.role: root.isHeading ? Accessible.Heading : Accessible.ListItem
-    Accessible.name: root.spoken
+    Accessible.name: Plain.line(root.spoken)
     Accessible.focusable: root.isTodoRow
     Accessible.selectable: root.isTodoRow
     Accessible.selected: root.selected
@@ -100,14 +99,14 @@ Item {
         Accessible.ignored: true
     }
 
-    Rectangle {
+    RoundedBox {
         anchors.fill: parent
         visible: opacity > 0
         opacity: root.selected ? 1 : 0
         radius: Theme.radiusRow
         color: Theme.at("white", root.open ? 0.07 : 0.045)
-        border.width: 1
-        border.color: Theme.at("white", 0.22)
+        edge: 1
+        edgeColor: Theme.at("white", 0.22)
 
         Behavior on opacity {
             enabled: !root.resting
@@ -138,7 +137,7 @@ Item {
         Item {
             id: words
 
-            x: 38
+            x: 14 + 24 * Theme.textScale
             y: 7
             width: fold.x - x - 8
             height: name.height + (root.hasChips ? 5 + chip.implicitHeight : 0)

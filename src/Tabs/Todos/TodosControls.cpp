@@ -1,3 +1,4 @@
+#include "Platform/FileWriter.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
 #include "Tabs/Todos/TodosSource.h"
 
@@ -50,6 +51,8 @@ void TodosSource::setDraft(const std::optional<Todo> &draft)
         return;
     }
     m_draft = draft;
+    const Todo *base = draft ? find(draft->id) : nullptr;
+    m_draftBase = base ? std::optional(*base) : std::nullopt;
     publish();
     if (m_draft)
         m_form.open(*m_draft);
@@ -88,6 +91,38 @@ void TodosSource::retry()
 void TodosSource::dismissError()
 {
     setError(std::nullopt);
+}
+
+QString TodosSource::storeNote() const
+{
+    const QuillboxMode &mode = m_needs.quillbox.mode();
+    if (mode.isMissing()) {
+        const QString problem = m_needs.writer.problem(m_native.path());
+        return problem.isEmpty() ? m_needs.writer.word(m_native.path())
+                                 : tr("Not saved yet. %1 Velto keeps trying.").arg(problem);
+    }
+    if (!mode.isLocal() || !m_dbProblem)
+        return {};
+    return tr("Couldn't read the todos of Quillbox (%1). This is the list as it was last read.")
+        .arg(m_dbProblem->isEmpty() ? tr("no details") : *m_dbProblem);
+}
+
+QString TodosSource::storeAction() const
+{
+    if (storeNote().isEmpty())
+        return {};
+    const bool trying = m_needs.quillbox.mode().isLocal() || !m_needs.writer.problem(m_native.path()).isEmpty();
+    return trying ? tr("Try again") : tr("Dismiss");
+}
+
+void TodosSource::pressStoreNote()
+{
+    if (m_needs.quillbox.mode().isLocal())
+        readDatabase();
+    else if (!m_needs.writer.problem(m_native.path()).isEmpty())
+        m_needs.writer.tryAgain();
+    else
+        m_needs.writer.dismissWords();
 }
 
 TodosSource::Empty TodosSource::emptiness() const

@@ -81,20 +81,44 @@ void TodosSource::save(const Todo &todo)
         return;
     }
     const QuillboxMode mode = m_needs.quillbox.mode();
-    if (mode.isMissing()) {
-        saveNative(todo);
-        setDraft(std::nullopt);
-        return;
-    }
-    m_error.reset();
-    setDraft(std::nullopt);
-    if (mode.isLocal())
-        write(todo.id != 0 ? m_local.edit(todo) : m_local.add(todo));
+    const Todo whole = onStanding(todo);
+    Todo shown = todo;
+    if (mode.isMissing())
+        shown = saveNative(whole);
     else
-        hubWrite(u"/api/write"_s, recordOf(todo));
+        m_error.reset();
+    setDraft(std::nullopt);
+    if (todo.id == 0)
+        showNew(shown);
+    if (mode.isLocal())
+        write(todo.id != 0 ? m_local.edit(whole) : m_local.add(whole));
+    else if (mode.isHub())
+        hubWrite(u"/api/write"_s, recordOf(whole));
 }
 
-void TodosSource::saveNative(Todo todo)
+// The form holds the todo as it was when it was opened. A comment, or another program, may have changed the rest since.
+Todo TodosSource::onStanding(const Todo &edited) const
+{
+    const Todo *standing = find(edited.id);
+    if (!standing && m_pendingDone && m_pendingDone->id == edited.id)
+        standing = &*m_pendingDone;
+    return standing && m_draftBase && m_draftBase->id == edited.id ? merged(*standing, *m_draftBase, edited) : edited;
+}
+
+// A new todo comes into sight, whatever the list was cut down to.
+void TodosSource::showNew(const Todo &todo)
+{
+    m_scope = todo.scope;
+    if (!passes(m_filter, todo, m_days.today))
+        m_filter = *std::ranges::find_if(kAllFilters, [&](Filter filter) { return passes(filter, todo, m_days.today); });
+    if (!matches(todo, m_search))
+        setSearch({});
+    publish();
+    if (todo.id != 0)
+        setSelectedID(todo.id);
+}
+
+Todo TodosSource::saveNative(Todo todo)
 {
     QList<Todo> list = todos();
     if (todo.id == 0) {
@@ -112,6 +136,7 @@ void TodosSource::saveNative(Todo todo)
         list.append(todo);
     setTodos(list);
     keepNative();
+    return todo;
 }
 
 // The undo may still come, or the program may end before the five seconds do: until then a done todo is open in the file.

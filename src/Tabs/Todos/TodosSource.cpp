@@ -2,10 +2,11 @@
 
 #include "Core/Texts.h"
 #include "Platform/Background.h"
-#include "Platform/Files.h"
+#include "Platform/FileWriter.h"
 #include "Platform/Places.h"
 #include "Platform/ToolRunner.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
+#include "Tabs/Todos/TodosKeys.h"
 
 #include <QFileInfo>
 #include <algorithm>
@@ -36,7 +37,7 @@ TodosSource::TodosSource(const Needs &needs, QObject *parent)
     : VeltoSource(parent)
     , m_needs(needs)
     , m_local(needs.places.home)
-    , m_native(needs.files, needs.clock, needs.places)
+    , m_native(needs.files, needs.writer, needs.clock, needs.places)
     , m_localPatched(m_local.patched(needs.files))
     , m_form(
           needs.clock, [this](const Todo &todo) { save(todo); }, [this] { setDraft(std::nullopt); })
@@ -45,6 +46,8 @@ TodosSource::TodosSource(const Needs &needs, QObject *parent)
 {
     connect(&m_needs.quillbox, &QuillboxSource::snapshotTaken, this, [this] { takeSnapshot(); });
     connect(&m_needs.quillbox, &VeltoSource::changed, this, [this] { quillboxChanged(); });
+    connect(&m_needs.writer, &FileWriter::changed, this, [this] { publish(); });
+    connect(&m_native, &NativeTodos::replaced, this, &TodosSource::takeFile);
     if (m_needs.quillbox.mode().isMissing())
         setTodos(m_native.load());
     quillboxChanged();
@@ -69,15 +72,45 @@ QUrl TodosSource::makeView() const
     return QUrl(u"qrc:/qt/qml/Velto/Todos/TodosView.qml"_s);
 }
 
+bool TodosSource::takeKey(QKeyCombination key, bool onShow)
+{
+    return takeTodosKey(*this, key, onShow);
+}
+
 void TodosSource::refresh()
 {
     // The day may be another one: the machine slept over midnight, or the clock was set.
     publish();
-    if (!m_needs.quillbox.mode().isLocal())
+    if (m_needs.quillbox.mode().isLocal())
+        readDatabase();
+    else if (m_needs.quillbox.mode().isMissing())
+        m_native.look();
+}
+
+void TodosSource::takeFile(QList<Todo> todos)
+{
+    if (!m_needs.quillbox.mode().isMissing())
         return;
+    // It is still open in the file.
+    if (m_pendingDone)
+        todos.removeIf([id = m_pendingDone->id](const Todo &each) { return each.id == id; });
+    setTodos(todos);
+}
+
+void TodosSource::readDatabase()
+{
+    ++m_dbReadings;
     inBackground(
         m_needs.background, this, [&tools = m_needs.tools, database = m_local.database] { return loadTodos(tools, database); },
-        [this](const QList<Todo> &todos) { setTodos(todos); });
+        [this, stamp = databaseStamp()](const LocalReading &reading) {
+            --m_dbReadings;
+            m_dbProblem = reading.todos ? std::nullopt : std::optional(reading.problem);
+            if (reading.todos) {
+                m_dbStamp = stamp;
+                setTodos(*reading.todos);
+            }
+            publish();
+        });
 }
 
 void TodosSource::quillboxChanged()
@@ -95,12 +128,15 @@ void TodosSource::quillboxChanged()
 
 void TodosSource::watchDatabase()
 {
+    // A reading that failed leaves the old stamp, and so comes again.
+    if (m_dbReadings == 0 && databaseStamp() != m_dbStamp)
+        readDatabase();
+}
+
+std::optional<QDateTime> TodosSource::databaseStamp() const
+{
     const QFileInfo database(m_local.database);
-    const auto stamp = database.exists() ? std::optional(database.lastModified()) : std::nullopt;
-    if (stamp == m_dbStamp)
-        return;
-    m_dbStamp = stamp;
-    refresh();
+    return database.exists() ? std::optional(database.lastModified()) : std::nullopt;
 }
 
 void TodosSource::takeSnapshot()
@@ -229,9 +265,10 @@ void TodosSource::publish()
         publishSegments();
     }
     publishSelection();
-    Published now{m_listCount, state(),        label(),       canEdit(),           canAdd(),
-                  m_scope,     m_filter,       badge(),       overdueCount(),      summary(),
-                  m_error,     readOnlyNote(), m_pendingDone, m_draft.has_value(), emptyText()};
+    Published now{m_listCount, state(),     label(),        canEdit(),      canAdd(),
+                  m_scope,     m_filter,    badge(),        overdueCount(), summary(),
+                  m_error,     storeNote(), readOnlyNote(), m_pendingDone,  m_draft.has_value(),
+                  emptyText()};
     if (now == m_published)
         return;
     m_published = std::move(now);

@@ -21,15 +21,15 @@
 namespace velto {
 
 class Background;
+class FileWriter;
 class Files;
 class QuillboxSource;
 class ToolRunner;
 struct Places;
 
 /// The todos: what is on the list, cut down by scope, date and search; changes to it; and the five seconds in which a done
-/// todo can be had back. Where they are kept follows from the mode of the QuillboxSource. Lives on the UI thread; only the
-/// writing of Velto's own file blocks it, so that a change is on the disk when the call returns. Of several readings under way
-/// the last one to finish wins; changes reach the Quillbox tool one after the other.
+/// todo can be had back. Where they are kept follows from the mode of the QuillboxSource. Lives on the UI thread, which waits for
+/// no disk. Of several readings under way the last one to finish wins; changes reach the Quillbox tool one after the other.
 class TodosSource : public VeltoSource {
     Q_OBJECT
     Q_PROPERTY(velto::SourceState state READ state NOTIFY changed FINAL)
@@ -51,6 +51,9 @@ class TodosSource : public VeltoSource {
     Q_PROPERTY(bool summaryUrgent READ summaryUrgent NOTIFY changed FINAL)
     /// The text of the error banner; empty for none.
     Q_PROPERTY(QString errorText READ errorText NOTIFY changed FINAL)
+    /// What stands between the list and where it is kept, and the button beside it; empty if nothing does.
+    Q_PROPERTY(QString storeNote READ storeNote NOTIFY changed FINAL)
+    Q_PROPERTY(QString storeAction READ storeAction NOTIFY changed FINAL)
     /// Why nothing can be edited here; empty if it can.
     Q_PROPERTY(QString readOnlyNote READ readOnlyNote NOTIFY changed FINAL)
     /// The text of the undo bar; empty for none.
@@ -77,6 +80,7 @@ public:
         Background &background;
         ToolRunner &tools;
         Files &files;
+        FileWriter &writer;
         const Places &places;
         QuillboxSource &quillbox;
     };
@@ -88,6 +92,9 @@ public:
     /// How many todos are due by today, in all scopes.
     int badge() const override { return m_result.dueNow; }
     QUrl makeView() const override;
+    bool takeKey(QKeyCombination key, bool onShow) override;
+    /// The form is open.
+    bool unfinished() const override { return m_draft.has_value(); }
     void refresh();
 
     const QList<Todo> &todos() const { return m_lists.todos(); }
@@ -131,6 +138,8 @@ public:
     bool showsScopes() const { return m_result.scopes.size() >= 2; }
     QAbstractItemModel *filterRows() { return &m_filterRows; }
     QString errorText() const { return m_error.value_or(QString()); }
+    QString storeNote() const;
+    QString storeAction() const;
     QString readOnlyNote() const;
     QString undoText() const;
     DraftForm *form() { return &m_form; }
@@ -148,6 +157,8 @@ public:
     /// "Try again" of the state's banner.
     Q_INVOKABLE void retry();
     Q_INVOKABLE void dismissError();
+    /// The button of storeNote.
+    Q_INVOKABLE void pressStoreNote();
     /// The button of the empty note.
     Q_INVOKABLE void pressEmptyButton();
     /// Opens the form on a new todo.
@@ -194,6 +205,7 @@ private:
         int overdue = 0;
         QString summary;
         std::optional<QString> error;
+        QString storeNote;
         QString readOnlyNote;
         std::optional<Todo> pendingDone;
         bool hasDraft = false;
@@ -204,7 +216,10 @@ private:
 
     void quillboxChanged();
     void takeSnapshot();
+    void takeFile(QList<Todo> todos);
+    void readDatabase();
     void watchDatabase();
+    std::optional<QDateTime> databaseStamp() const;
     void awaitMidnight();
     void setTodos(const QList<Todo> &todos);
     void setError(const std::optional<QString> &error);
@@ -215,7 +230,9 @@ private:
     Todo emptyDraft() const;
     const Todo *find(qint64 id) const;
     std::optional<Todo> byRow(const QString &id) const;
-    void saveNative(Todo todo);
+    Todo onStanding(const Todo &edited) const;
+    void showNew(const Todo &todo);
+    Todo saveNative(Todo todo);
     void keepNative();
     void commitPendingDone();
     void write(const QStringList &args);
@@ -237,11 +254,14 @@ private:
     QString m_search;
     std::optional<qint64> m_openID;
     std::optional<Todo> m_draft;
+    std::optional<Todo> m_draftBase; ///< how the todo stood in the list when the form was opened on it
     std::optional<qint64> m_selectedID;
     int m_selectedRow = -1;
     int m_focusSearch = 0;
     bool m_wasMissing = false;
-    std::optional<QDateTime> m_dbStamp;
+    std::optional<QDateTime> m_dbStamp; ///< of the database as it was last read
+    int m_dbReadings = 0; ///< under way
+    std::optional<QString> m_dbProblem; ///< why the last one failed
     std::optional<Todo> m_pendingDone;
     QList<QStringList> m_writes; ///< what the tool is yet to be told
     bool m_writing = false;

@@ -1,6 +1,5 @@
 import QtQuick
 import Velto.Design
-import Velto.Stores
 import Velto.Todos
 
 // The todos: what cuts the list down, what has happened, the form, and the list itself, of which only the rows in sight exist.
@@ -129,7 +128,7 @@ FocusScope {
                 anchors.right: hint.left
                 anchors.rightMargin: 16
                 words: root.source.summary
-                color: root.source.summaryUrgent ? Theme.red : Theme.glassSecondary
+                color: root.source.summaryUrgent ? Theme.ink(Theme.red) : Theme.glassSecondary
                 Accessible.role: Accessible.StaticText
                 Accessible.name: text
             }
@@ -160,6 +159,15 @@ FocusScope {
             text: root.source.errorText
             action: qsTr("Dismiss")
             onClicked: root.source.dismissError()
+        }
+        NoticeBar {
+            width: parent.width
+            visible: root.source.storeNote !== ""
+            symbol: "exclamationmark.triangle"
+            tint: Theme.orange
+            text: root.source.storeNote
+            action: root.source.storeAction
+            onClicked: root.source.pressStoreNote()
         }
         NoticeBar {
             width: parent.width
@@ -236,12 +244,17 @@ FocusScope {
     }
 
     EmptyNote {
-        y: list.start + 2
-        visible: root.source.emptyText !== ""
+        // In the middle of what is free, a little high.
+        x: Math.round((root.width - width) / 2)
+        y: Math.round(list.start + Math.max(2, (root.height - list.start - height) * 0.38))
+        visible: root.source.emptyText !== "" && !root.source.form.shown
         symbol: root.source.emptySymbol
         text: root.source.emptyText
         action: root.source.emptyButton
         onClicked: root.source.pressEmptyButton()
+    }
+    ScrollFade {
+        area: list
     }
     ScrollThumb {
         anchors.right: parent.right

@@ -75,12 +75,12 @@ struct Desk : StoreDesk {
     void link(int seconds = 3000, const QString &access = QStringLiteral("ya29.kept"))
     {
         const GoogleTokens tokens{access, QStringLiteral("1//kept"), clock.wallTime().addSecs(seconds)};
-        keychain.put(GoogleCalendar::tokenKey, tokens.toJson());
+        keychain.put(GoogleAccount::tokenKey, tokens.toJson());
         prefs.setCalendarSource(Prefs::CalendarSource::Google);
     }
     std::optional<GoogleTokens> kept() const
     {
-        return GoogleTokens::fromJson(keychain.get(GoogleCalendar::tokenKey).value_or(QString()));
+        return GoogleTokens::fromJson(keychain.get(GoogleAccount::tokenKey).value_or(QString()));
     }
     /// Lets the network and the keychain do their work until this is so.
     template <typename Condition> bool until(Condition condition)

@@ -67,7 +67,7 @@ private Q_SLOTS:
 
         QCOMPARE(desk.google.requests.value(1).headers.value("authorization"), QByteArray("Bearer ya29.fresh"));
         const QJsonObject record =
-            QJsonDocument::fromJson(desk.keychain.get(GoogleCalendar::tokenKey).value_or(QString()).toUtf8()).object();
+            QJsonDocument::fromJson(desk.keychain.get(GoogleAccount::tokenKey).value_or(QString()).toUtf8()).object();
         const QJsonObject expected{{QStringLiteral("accessToken"), QStringLiteral("ya29.fresh")},
                                    {QStringLiteral("refreshToken"), QStringLiteral("1//fresh")},
                                    {QStringLiteral("expiresAt"), 816'944'400.0 + 3599}}; // since 2001

@@ -86,7 +86,7 @@ private Q_SLOTS:
                                    R"({"accessToken": "a", "refreshToken": "b", "expiresAt": "soon"})",
                                    R"({"accessToken": "a", "refreshToken": "b", "expiresAt": 1e300})"}) {
             Desk desk;
-            desk.keychain.put(GoogleCalendar::tokenKey, QString::fromLatin1(record));
+            desk.keychain.put(GoogleAccount::tokenKey, QString::fromLatin1(record));
             desk.prefs.setCalendarSource(Prefs::CalendarSource::Google);
             QVERIFY(desk.refresh());
             QVERIFY2(desk.google.requests.isEmpty() && !desk.calendar->linked() && !desk.calendar->error(), record);

@@ -57,10 +57,12 @@ private Q_SLOTS:
         desk.write(u"-p/a.jsonl"_s, answerLine(desk.stamp(QTime(8, 0, 0, 5)), 1, 20, 300, 4000));
         desk.write(u"-q/deep/er/b.jsonl"_s, "{\"type\":\"user\",\"usage\":{\"input_tokens\":5}}\n\n" + desk.answer(10));
         TokenUsage usage{11, 21, 300, 4000, 2, QDateTime(desk.now.date(), QTime(8, 0, 0, 5))};
+        usage.hours[8] = 1 + 20 + 4000 + 10 + 1;
         QCOMPARE(desk.read(), usage);
         QCOMPARE(desk.read(), usage);
         desk.write(u"-p/a.jsonl"_s, answerLine(desk.stamp(QTime(7, 0)), 100, 0));
-        usage = {111, 21, 300, 4000, 3, QDateTime(desk.now.date(), QTime(7, 0))};
+        usage = {111, 21, 300, 4000, 3, QDateTime(desk.now.date(), QTime(7, 0)), usage.hours};
+        usage.hours[7] = 100;
         QCOMPARE(desk.read(), usage);
         // The same answer in two files counts twice.
         desk.write(u"-p/c.jsonl"_s, answerLine(desk.stamp(QTime(7, 0)), 100, 0));
@@ -118,7 +120,7 @@ private Q_SLOTS:
             return midnight.addMSecs(milliseconds).toUTC().toString(Qt::ISODateWithMs).toLatin1();
         };
         desk.write(u"-p/a.jsonl"_s, answerLine(at(-60'000), 1, 0) + answerLine(at(-1), 20, 0) + answerLine(at(0), 300, 0));
-        QCOMPARE(desk.read(), (TokenUsage{300, 0, 0, 0, 1, midnight}));
+        QCOMPARE(desk.read(), (TokenUsage{300, 0, 0, 0, 1, midnight, {300}}));
     }
 
     void startsOverAtMidnight()
@@ -130,7 +132,9 @@ private Q_SLOTS:
         // The next day's lines may be written before the first reading of that day.
         desk.now = desk.now.addDays(1);
         desk.write(u"-p/a.jsonl"_s, desk.answer(300));
-        QCOMPARE(desk.read(), (TokenUsage{300, 1, 0, 0, 1, QDateTime(desk.now.date(), QTime(8, 30))}));
+        TokenUsage usage{300, 1, 0, 0, 1, QDateTime(desk.now.date(), QTime(8, 30))};
+        usage.hours[8] = 301;
+        QCOMPARE(desk.read(), usage);
         desk.write(u"-p/a.jsonl"_s, desk.answer(4000));
         QCOMPARE(desk.input(), 4300);
         // The clock is set back: that day again, with what touched files hold of both.

@@ -1,6 +1,6 @@
 #include "OtherProgram.h"
 #include "Platform/Fake/FakeClock.h"
-#include "Platform/Linux/QtClipboard.h"
+#include "Platform/Linux/X11/QtClipboard.h"
 #include "RunTests.h"
 
 #include <QGuiApplication>

@@ -1,5 +1,5 @@
 #include "OtherProgram.h"
-#include "Platform/Linux/XcbHotKey.h"
+#include "Platform/Linux/X11/XcbHotKey.h"
 #include "RunTests.h"
 #include "VirtualDesktop.h"
 

@@ -1,5 +1,5 @@
-#include "Platform/Linux/LockModifiers.h"
 #include "Platform/Linux/QtDisplays.h"
+#include "Platform/Linux/X11/LockModifiers.h"
 #include "RunTests.h"
 
 #include <QSet>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/XcbServer.h"
+#include "Platform/Linux/X11/XcbServer.h"
 
 #include <QByteArray>
 #include <QRect>

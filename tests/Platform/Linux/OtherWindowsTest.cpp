@@ -1,6 +1,6 @@
 #include "OtherProgram.h"
 #include "Platform/Fake/FakeClock.h"
-#include "Platform/Linux/EwmhApplications.h"
+#include "Platform/Linux/X11/EwmhApplications.h"
 #include "RunTests.h"
 
 #include <QGuiApplication>

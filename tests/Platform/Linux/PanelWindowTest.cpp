@@ -1,6 +1,6 @@
 #include "OtherProgram.h"
 #include "Platform/Linux/QtDisplays.h"
-#include "Platform/Linux/XcbPanelWindow.h"
+#include "Platform/Linux/X11/XcbPanelWindow.h"
 #include "RunTests.h"
 #include "VirtualDesktop.h"
 
@@ -123,6 +123,31 @@ private Q_SLOTS:
         QTRY_COMPARE(m_other->focus(), second);
         m_panel->returnFocus();
         QCOMPARE(m_other->focus(), second);
+    }
+    void keyboardThroughAWindowThatIsManaged()
+    {
+        const auto editor = m_other->open(QRect(100, 100, 400, 300), QByteArray("e\0E\0", 4));
+        QTRY_COMPARE(m_other->focus(), editor);
+        m_panel = std::make_unique<XcbPanelWindow>(*m_server, KeyboardRoad::ManagedWindow);
+        m_panel->adopt(m_strip.get());
+        m_panel->place(QRect(495, 0, 289, 32));
+        m_panel->takeFocus();
+        m_strip->show();
+        QTRY_VERIFY(m_strip->isActive());
+        QVERIFY(m_other->focus() != id());
+        QCOMPARE(m_other->top(), id());
+        if (VirtualDesktop::canAct()) {
+            QVERIFY(VirtualDesktop::act({u"key"_s, u"h"_s, u"i"_s}));
+            QTRY_COMPARE(m_strip->typed, u"hi"_s);
+        }
+        m_panel->returnFocus();
+        QTRY_COMPARE(m_other->focus(), editor);
+        QTRY_VERIFY(!m_strip->isActive());
+        // A strip that goes takes no keyboard with it.
+        m_panel->takeFocus();
+        QTRY_VERIFY(m_strip->isActive());
+        m_strip->hide();
+        QTRY_COMPARE(m_other->focus(), editor);
     }
     void keyboardOfAWindowThatWent()
     {

@@ -117,11 +117,11 @@ private Q_SLOTS:
                 + QFile::encodeName(seen) + ".new; mv " + QFile::encodeName(seen) + ".new " + QFile::encodeName(seen) + "\n");
         qputenv("PATH", QFile::encodeName(m_folder->path()) + ':' + m_path);
         LinuxTerminals terminals(Places{m_folder->path(), {}, {}, m_folder->path()});
-        QVERIFY(terminals.installed(u"com.mitchellh.ghostty"_s));
-        QVERIFY(!terminals.installed(u"com.googlecode.iterm2"_s));
+        QVERIFY(terminals.installed(Terminals::App::Ghostty));
+        QVERIFY(!terminals.installed(Terminals::App::ITerm));
         QFile held(u"/etc/passwd"_s);
         QVERIFY(held.open(QIODevice::ReadOnly));
-        terminals.launch(u"com.mitchellh.ghostty"_s, u"cd '/a b' && echo \"it's\""_s);
+        terminals.launch(Terminals::App::Ghostty, u"cd '/a b' && echo \"it's\""_s);
         QTRY_VERIFY(QFile::exists(seen));
         QFile file(seen);
         QVERIFY(file.open(QIODevice::ReadOnly));
@@ -144,7 +144,7 @@ private Q_SLOTS:
             "#!/bin/sh\nprintf %s \"$1\" >" + QFile::encodeName(seen) + ".new; mv " + QFile::encodeName(seen) + ".new "
                 + QFile::encodeName(seen) + "\n");
         qputenv("PATH", QFile::encodeName(m_folder->path()) + ':' + m_path);
-        LinuxTerminals(Places{m_folder->path(), {}, {}, m_folder->path()}).launch(u"dev.warp.Warp-Stable"_s, u"echo 'é'"_s);
+        LinuxTerminals(Places{m_folder->path(), {}, {}, m_folder->path()}).launch(Terminals::App::Warp, u"echo 'é'"_s);
         QTRY_VERIFY(QFile::exists(seen));
         QFile told(seen);
         QVERIFY(told.open(QIODevice::ReadOnly));

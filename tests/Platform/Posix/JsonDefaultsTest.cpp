@@ -1,6 +1,8 @@
 #include "Platform/Posix/JsonDefaults.h"
 #include "FilesTesting.h"
 #include "Platform/Fake/FakeClock.h"
+#include "Platform/Fake/InlineBackground.h"
+#include "Platform/FileWriter.h"
 #include "Platform/Posix/PosixFiles.h"
 #include "RunTests.h"
 
@@ -30,7 +32,9 @@ QStringList valueOf(int round)
     FaultyCalls calls;
     PosixFiles files(calls);
     FakeClock clock;
-    JsonDefaults defaults(files, clock, path);
+    InlineBackground lane;
+    FileWriter writer(lane, clock);
+    JsonDefaults defaults(files, writer, clock, path);
     for (int round = defaults.value(u"value"_s).toStringList().value(0).toInt() + 1;; ++round) {
         defaults.set(u"value"_s, valueOf(round));
         std::printf("%d\n", round);
@@ -87,7 +91,7 @@ private Q_SLOTS:
         QCOMPARE(modeOf(QFileInfo(m_path).path()), 0700);
         QFile file(m_path);
         QVERIFY(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther));
-        const JsonDefaults opened(m_files, m_clock, m_path);
+        const auto opened = defaults();
         QVERIFY(!(file.permissions() & (QFile::ReadGroup | QFile::ReadOther)));
     }
 
@@ -133,7 +137,7 @@ private Q_SLOTS:
         QCOMPARE(filesIn(QFileInfo(m_path).path()).size(), 3);
     }
 
-    void aFailedWriteGoesOutWithTheNextOne()
+    void aFailedWriteIsTriedAgain()
     {
         const auto opened = defaults();
         opened->set(u"a"_s, 1);
@@ -142,8 +146,10 @@ private Q_SLOTS:
         opened->set(u"a"_s, 2);
         QCOMPARE(opened->value(u"a"_s), QVariant(2LL));
         QCOMPARE(defaults()->value(u"a"_s), QVariant(1LL));
-        opened->set(u"a"_s, 2); // the same value again: still unsaved, so it is tried
+        QVERIFY(m_writer.problem(m_path).contains(u"No space left"_s));
+        m_clock.advance(std::chrono::seconds(1));
         QCOMPARE(defaults()->value(u"a"_s), QVariant(2LL));
+        QCOMPARE(m_writer.problem(m_path), QString());
         const int renames = m_calls.renames;
         opened->set(u"a"_s, 2);
         QCOMPARE(m_calls.renames, renames);
@@ -160,8 +166,26 @@ private Q_SLOTS:
         QCOMPARE(defaults()->value(u"old"_s), QVariant(u"kept"_s));
         opened->set(u"newer"_s, 2); // the disk is back
         QCOMPARE(opened->value(u"old"_s), QVariant(u"kept"_s));
-        for (const auto &key : {u"old"_s, u"new"_s, u"newer"_s})
-            QVERIFY(defaults()->value(key).isValid());
+        // Somebody edits the file by hand: only what is set here goes before it.
+        writeFile(m_path, R"({"old":"by hand","newer":3,"other":true})");
+        opened->set(u"new"_s, 4);
+        QCOMPARE(QJsonDocument::fromJson(readFile(m_path)).toJson(QJsonDocument::Compact),
+                 QByteArray(R"({"new":4,"newer":3,"old":"by hand","other":true})"));
+    }
+
+    void aFolderInItsPlaceIsLeftAlone()
+    {
+        QDir().mkpath(m_path);
+        QFile::setPermissions(m_path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadGroup);
+        const int mode = modeOf(m_path);
+        const auto opened = defaults();
+        QCOMPARE(modeOf(m_path), mode);
+        QVERIFY(m_writer.word(m_path).startsWith(u"settings.json can't be read: Is a directory."_s));
+        opened->set(u"a"_s, 1);
+        QVERIFY(!m_writer.isSaved(m_path));
+        QVERIFY(QDir().rmdir(m_path));
+        QCOMPARE(m_writer.finish(std::chrono::seconds(1)), QStringList());
+        QCOMPARE(defaults()->value(u"a"_s), QVariant(1LL));
     }
 
     void aKillAtAnyMomentLosesNothingThatWasSet()
@@ -196,13 +220,15 @@ private Q_SLOTS:
     }
 
 private:
-    std::unique_ptr<JsonDefaults> defaults() { return std::make_unique<JsonDefaults>(m_files, m_clock, m_path); }
+    std::unique_ptr<JsonDefaults> defaults() { return std::make_unique<JsonDefaults>(m_files, m_writer, m_clock, m_path); }
 
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_path;
     FaultyCalls m_calls;
     PosixFiles m_files{m_calls};
     FakeClock m_clock;
+    InlineBackground m_lane;
+    FileWriter m_writer{m_lane, m_clock};
 };
 
 static const Registered<JsonDefaultsTest> registered;

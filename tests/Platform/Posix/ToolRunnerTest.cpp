@@ -1,4 +1,5 @@
 #include "Platform/Posix/PosixToolRunner.h"
+#include "Platform/Posix/ToolSearchPath.h"
 #include "RunTests.h"
 
 #include <QElapsedTimer>
@@ -37,6 +38,15 @@ class ToolRunnerTest : public QObject {
 private Q_SLOTS:
     void initTestCase() { qputenv("VELTO_TEST_VARIABLE", "kept"); }
     void init() { m_runner = std::make_unique<PosixToolRunner>(searchPath()); }
+
+    void searchPathPutsFixedFoldersFirstAndEachOnce()
+    {
+        const QStringList path = toolSearchPath(u"/home/me"_s, u":/opt/x::/usr/bin:/home/me/.cargo/bin:/opt/x:"_s);
+        QCOMPARE(path.size(), 10);
+        QCOMPARE(path.front(), u"/home/me/.local/bin"_s);
+        QCOMPARE(path.sliced(7), (QStringList{u"/usr/bin"_s, u"/bin"_s, u"/opt/x"_s}));
+        QCOMPARE(toolSearchPath(u"/home/me"_s, {}).size(), 9);
+    }
 
     void readsSeveralMegabytesFromBothStreams()
     {

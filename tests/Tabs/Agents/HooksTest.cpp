@@ -1,6 +1,8 @@
 #include "RunTests.h"
 #include "Tabs/Agents/Desk.h"
 
+#include <QJsonObject>
+
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using namespace velto;
@@ -101,9 +103,14 @@ private Q_SLOTS:
         desk.source.permission(asked, 1, reply);
         asked.tool = u"Bash"_s;
         asked.toolDetail = u"touch x"_s;
+        asked.wholeTool = u"Bash"_s;
+        asked.toolInput = QJsonObject{{u"command"_s, u"touch x"_s}};
         desk.source.permission(asked, 2, reply);
         QCOMPARE(desk.texts(), (QStringList{u"proj: needs permission"_s, u"proj: Bash touch x"_s}));
         QCOMPARE(desk.peeks[1].symbol, u"lock.shield"_s);
+        const Question &whole = desk.peeks[1].question.value();
+        QCOMPARE(whole.session + u'|' + whole.cwd.value_or(QString()) + u'|' + whole.tool, u"proj|/home/me/proj|Bash"_s);
+        QCOMPARE(whole.input, asked.toolInput);
         QVERIFY(answers.isEmpty());
         desk.peeks[1].decide(false);
         QCOMPARE(answers, QList<std::optional<bool>>{false});
@@ -176,7 +183,7 @@ private Q_SLOTS:
         desk.clock.advance(1ms);
         desk.source.hook(told);
         QCOMPARE(desk.texts().last(), u"Claude needs your permission"_s);
-        QCOMPARE(desk.peeks.last().aside, u"fix"_s);
+        QCOMPARE(desk.peeks.last().beside, u"fix"_s);
         listing("busy");
         listing("waiting"); // the same question
         QCOMPARE(desk.peeks.size(), 2);

@@ -58,7 +58,7 @@ private Q_SLOTS:
         // From the header, and from nowhere, Down goes to the first row.
         PanelContents contents(
             {m_world->hub, m_world->prefs, m_world->everyday, m_world->agents, m_world->todos, m_world->quillbox});
-        const PanelKeys keys(*m_view, *m_ui, contents, m_world->hub, m_world->todos);
+        const PanelKeys keys(*m_view, *m_ui, contents, m_world->hub);
         m_view->activeFocusItem()->setFocus(false);
         press(Qt::Key_Down);
         QCOMPARE(focused(), u"1 todo is overdue, Call the bank"_s);

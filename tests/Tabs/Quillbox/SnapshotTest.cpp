@@ -1,4 +1,5 @@
 #include "RunTests.h"
+#include "Tabs/Quillbox/SnapshotDate.h"
 #include "Tabs/Quillbox/VeltoSnapshot.h"
 
 using namespace Qt::StringLiterals;
@@ -88,7 +89,7 @@ private Q_SLOTS:
     void timesAreReadInFourWays()
     {
         const auto row = [](const char *text, const char *utc) {
-            const auto date = hubDate(QString::fromLatin1(text));
+            const auto date = snapshotDate(QString::fromLatin1(text));
             QCOMPARE(date ? date->toUTC().toString(Qt::ISODateWithMs) : QString(), QString::fromLatin1(utc));
         };
         row("2026-03-10 12:00:00", "2026-03-10T12:00:00.000Z");

@@ -7,7 +7,7 @@
 #include "Platform/Machine.h"
 #include "Tabs/Quillbox/QuillboxClient.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
-#include "Tabs/Todos/NativeTodos.h"
+#include "Tabs/Todos/TodoJson.h"
 #include "Tabs/Todos/TodosSource.h"
 
 #include <QSignalSpy>
@@ -57,7 +57,7 @@ struct Desk : StoreDesk {
         if (!todos.isEmpty())
             fakeFiles.contents.insert(kFile, encodeTodos(todos));
         quillbox = std::make_unique<QuillboxSource>(QuillboxSource::Needs{clock, machine, client, places.home});
-        source = std::make_unique<TodosSource>(TodosSource::Needs{clock, background, *runner, *files, places, *quillbox});
+        source = std::make_unique<TodosSource>(TodosSource::Needs{clock, background, *runner, *files, writer, places, *quillbox});
         changes = std::make_unique<QSignalSpy>(source.get(), &VeltoSource::changed);
         return *source;
     }

@@ -52,16 +52,20 @@ private Q_SLOTS:
         QCOMPARE(desk.source->todos().back().id, 1);
     }
 
-    void anEditKeepsPlaceAndComments()
+    void anEditKeepsWhatElseChangedMeanwhile()
     {
         Desk desk;
         Todo talked = makeTodo(1, u"a"_s);
         talked.comments = {{u"now"_s, u"said"_s}};
+        talked.unknown = {{u"colour"_s, u"red"_s}};
         TodosSource &source = desk.start({talked, makeTodo(2, u"b"_s)});
         source.edit(u"1"_s);
         QVERIFY(source.form()->more());
         QCOMPARE(source.form()->saveText(), u"Save"_s);
         source.form()->setTitle(u"changed"_s);
+        source.addComment(u"1"_s, u"while the form is open"_s);
+        talked.comments = source.todos().value(0).comments;
+        QCOMPARE(talked.comments.size(), 2);
         source.form()->save();
         talked.title = u"changed"_s;
         QCOMPARE(source.todos(), QList({talked, makeTodo(2, u"b"_s)}));
@@ -150,10 +154,29 @@ private Q_SLOTS:
         source.save(makeTodo(0, u"b"_s));
         QCOMPARE(titlesOf(source.todos()), QStringList({u"a"_s, u"b"_s}));
         QCOMPARE(titlesOf(desk.inFile()), QStringList{u"a"_s});
-        QCOMPARE(source.errorText(), QString());
+        QCOMPARE(source.storeNote(), u"Not saved yet. No space left on device Velto keeps trying."_s);
+        QCOMPARE(source.storeAction(), u"Try again"_s);
+        source.pressStoreNote();
+        desk.wait(10s);
         desk.fakeFiles.failure.clear();
-        source.addComment(u"1"_s, u"c"_s);
+        desk.wait(10s);
         QCOMPARE(titlesOf(desk.inFile()), QStringList({u"a"_s, u"b"_s}));
+        QCOMPARE(source.storeNote() + source.storeAction(), QString());
+    }
+
+    void aNewTodoIsShownWhereItWent()
+    {
+        Desk desk;
+        TodosSource &source = desk.start({makeTodo(1, u"a"_s, Desk::kToday)});
+        source.setSearch(u"nothing like it"_s);
+        source.newDraft();
+        source.form()->setTitle(u"later"_s);
+        source.form()->setHasDate(false);
+        source.form()->chooseScope(u"personal"_s);
+        source.form()->save();
+        QCOMPARE(desk.shown(), QStringList({u"[No project]"_s, u"later"_s}));
+        QCOMPARE(source.selected().value_or(Todo{}).title, u"later"_s);
+        QCOMPARE(source.scope() + rawValue(source.filter()), u"personalUpcoming"_s);
     }
 
     void aNewDraftIsDueToday()

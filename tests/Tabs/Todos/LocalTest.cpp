@@ -82,12 +82,21 @@ private Q_SLOTS:
         QCOMPARE(source.emptyText(), u"No open todos."_s);
     }
 
-    void aBrokenDatabaseIsAnEmptyList()
+    void aDatabaseThatCannotBeReadKeepsTheLastList()
     {
+        TodosSource &source = loaded();
+        const QByteArray good = readFile(m_home->filePath(u"src/quillbox/quillbox.db"_s));
         writeFile(m_home->filePath(u"src/quillbox/quillbox.db"_s), QByteArray(5000, 'x'));
-        m_desk->start().refresh();
+        touch(1);
+        m_desk->wait(2s);
         m_desk->background.finishAll();
-        QVERIFY(m_desk->source->todos().isEmpty());
+        QCOMPARE(source.todos().size(), 2);
+        QVERIFY2(source.storeNote().startsWith(u"Couldn't read the todos of Quillbox ("_s), qPrintable(source.storeNote()));
+        QVERIFY(source.storeNote().contains(u"not a database"_s));
+        writeFile(m_home->filePath(u"src/quillbox/quillbox.db"_s), good);
+        m_desk->wait(2s); // whatever its time of change says
+        m_desk->background.finishAll();
+        QCOMPARE(source.storeNote(), QString());
     }
 
     void theToolIsToldEachChangeInTurn()

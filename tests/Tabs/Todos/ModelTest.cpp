@@ -1,7 +1,7 @@
 #include "RunTests.h"
 #include "Tabs/Todos/LocalTodos.h"
-#include "Tabs/Todos/NativeTodos.h"
 #include "Tabs/Todos/TodoDates.h"
+#include "Tabs/Todos/TodoJson.h"
 #include "Tabs/Todos/TodoTexts.h"
 
 #include <QJsonArray>
@@ -102,9 +102,17 @@ private Q_SLOTS:
         odd.details = u"several\nlines\t\\ \"\u001f\u007f/"_s;
         odd.prio = -1;
         odd.comments = {{u"now"_s, u"a"_s}, {QString(), QString()}};
-        const QList<Todo> list{odd, Todo{}};
+        odd.unknown = {{u"later"_s, QJsonObject{{u"a"_s, QJsonArray{1, QJsonValue()}}}}};
+        odd.comments[0].unknown = {{u"by"_s, u"them"_s}};
+        Todo plain;
+        plain.id = 1;
+        QList<Todo> list{odd, plain};
         QCOMPARE(decodeTodos(encodeTodos(list)), std::optional(list));
-        QCOMPARE(QJsonDocument::fromJson(encodeTodos(list)).array().size(), 2);
+        list += {odd, Todo{}}; // a number that is taken, and a draft's
+        const QList<Todo> distinct = decodeTodos(encodeTodos(list)).value();
+        QCOMPARE(distinct.value(2).id, 2);
+        QCOMPARE(distinct.value(3).id, 3);
+        QCOMPARE(QJsonDocument::fromJson(encodeTodos(list)).array().size(), 4);
         QCOMPARE(decodeTodos(encodeTodos({})), std::optional(QList<Todo>()));
     }
 

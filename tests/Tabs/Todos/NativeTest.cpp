@@ -7,6 +7,7 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace velto {
 
@@ -60,16 +61,40 @@ private Q_SLOTS:
         QCOMPARE(titlesOf(decodeTodos(readFile(m_path)).value()), QStringList({u"a"_s, u"b"_s}));
     }
 
-    void whatAnotherProgramWroteIsCopiedToo()
+    void whatAnotherProgramWroteIsTakenInOrCopied()
     {
         TodosSource &source = m_desk->start();
         source.save(makeTodo(0, u"a"_s));
-        const QByteArray foreign = encodeTodos({makeTodo(5, u"foreign"_s)});
+        source.refresh();
+        const QByteArray foreign = encodeTodos({makeTodo(5, u"foreign"_s), makeTodo(6, u"done"_s)});
+        writeFile(m_path, foreign);
+        QTRY_VERIFY(m_desk->clock.pendingTimers() > 1); // the file is watched
+        m_desk->wait(1s);
+        QCOMPARE(titlesOf(source.todos()), QStringList({u"foreign"_s, u"done"_s}));
+        source.finish(u"6"_s);
+        writeFile(m_path, foreign.left(foreign.size() / 2)); // half of it, so far
+        source.refresh();
+        QCOMPARE(source.storeNote(), QString());
+        writeFile(m_path, encodeTodos({makeTodo(5, u"again"_s), makeTodo(6, u"done"_s)}));
+        m_desk->wait(2s);
+        QCOMPARE(titlesOf(source.todos()), QStringList{u"again"_s}); // the done one is still in its five seconds
+        source.undoDone();
+        writeFile(m_path, "[");
+        m_desk->wait(0s);
+        source.refresh();
+        m_desk->wait(3s);
+        QVERIFY(source.storeNote().startsWith(u"Another program changed todos.json"_s));
+        QCOMPARE(titlesOf(source.todos()), QStringList({u"again"_s, u"done"_s}));
+
+        // Nobody has looked when the next change is saved.
         writeFile(m_path, foreign);
         source.save(makeTodo(0, u"b"_s));
         const QStringList copies = filesIn(m_desk->places.data, u"todos.json.kept-*"_s);
         QCOMPARE(copies.size(), 1);
         QCOMPARE(readFile(m_desk->places.data + u'/' + copies.front()), foreign);
+        QVERIFY(source.storeNote().contains(copies.front()));
+        source.pressStoreNote();
+        QCOMPARE(source.storeNote(), QString());
     }
 
     void theListOfAnotherStoreIsNotWrittenOverTheFile()

@@ -1,6 +1,6 @@
 #include "Tabs/Todos/TodosPage.h"
 
-#include "Tabs/Todos/NativeTodos.h"
+#include "Tabs/Todos/TodoJson.h"
 
 #include <QQuickItem>
 
@@ -60,7 +60,7 @@ void TodosPage::show(const QList<Todo> &todos, int height)
     m_world->hub.open(Tab::Todos);
     m_ui->setExpanded(true);
     m_contents = std::make_unique<PanelContents>(m_world->hub);
-    m_keys = std::make_unique<PanelKeys>(*m_view, *m_ui, *m_contents, m_world->hub, m_world->todos);
+    m_keys = std::make_unique<PanelKeys>(*m_view, *m_ui, *m_contents, m_world->hub);
     ViewPage::show(source(), height, true);
 }
 

@@ -1,0 +1,150 @@
+#include "Design/ItemAccessible.h"
+
+#include <QAccessible>
+#include <QAccessibleActionInterface>
+#include <QAccessibleObject>
+#include <QQuickItem>
+#include <QQuickWindow>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+/// What `Accessible.name` and its like have made at an item; null if there is none.
+QObject *attachedTo(const QObject *item)
+{
+    const auto found =
+        std::ranges::find_if(item->children(), [](const QObject *child) { return child->inherits("QQuickAccessibleAttached"); });
+    return found == item->children().end() ? nullptr : *found;
+}
+
+bool canBePressed(QAccessible::Role role)
+{
+    switch (role) {
+    case QAccessible::PushButton:
+    case QAccessible::CheckBox:
+    case QAccessible::RadioButton:
+    case QAccessible::ComboBox:
+    case QAccessible::MenuItem:
+    case QAccessible::PageTab:
+    case QAccessible::Link:
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// Something to press, with nothing inside. What it says of itself stands in the properties of the attached object.
+class ItemAccessible final : public QAccessibleObject, public QAccessibleActionInterface {
+public:
+    ItemAccessible(QQuickItem *item, QObject *attached)
+        : QAccessibleObject(item)
+        , m_attached(attached)
+    {
+        QObject::connect(item, &QQuickItem::enabledChanged, item, [item] {
+            QAccessible::State changed;
+            changed.disabled = true;
+            QAccessibleStateChangeEvent event(item, changed);
+            QAccessible::updateAccessibility(&event);
+        });
+    }
+
+    QAccessible::Role role() const override { return QAccessible::Role(m_attached->property("role").toInt()); }
+    QString text(QAccessible::Text text) const override
+    {
+        if (text == QAccessible::Name)
+            return m_attached->property("name").toString();
+        return text == QAccessible::Description ? m_attached->property("description").toString() : QString();
+    }
+    QAccessible::State state() const override;
+    QRect rect() const override
+    {
+        const QQuickWindow *window = item()->window();
+        const QRect inWindow = item()->mapRectToScene(QRectF({}, item()->size())).toAlignedRect();
+        return window ? QRect(window->mapToGlobal(inWindow.topLeft()), inWindow.size()) : QRect();
+    }
+    QWindow *window() const override { return item()->window(); }
+
+    QAccessibleInterface *parent() const override
+    {
+        for (QQuickItem *above = item()->parentItem(); above && above->parentItem(); above = above->parentItem()) {
+            if (QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(above))
+                return interface;
+        }
+        return QAccessible::queryAccessibleInterface(item()->window());
+    }
+    int childCount() const override { return 0; }
+    QAccessibleInterface *child(int) const override { return nullptr; }
+    int indexOfChild(const QAccessibleInterface *) const override { return -1; }
+
+    void *interface_cast(QAccessible::InterfaceType type) override
+    {
+        return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface *>(this) : nullptr;
+    }
+    QStringList actionNames() const override
+    {
+        if (!item()->isEnabled())
+            return {};
+        return {toggles() ? toggleAction() : pressAction(), setFocusAction()};
+    }
+    void doAction(const QString &name) override;
+    QStringList keyBindingsForAction(const QString &) const override { return {}; }
+
+private:
+    QQuickItem *item() const { return static_cast<QQuickItem *>(object()); }
+    bool toggles() const { return role() == QAccessible::CheckBox; }
+
+    QObject *m_attached; ///< the item's child
+};
+
+QAccessible::State ItemAccessible::state() const
+{
+    const auto is = [this](const char *name) { return m_attached->property(name).toBool(); };
+    QAccessible::State state;
+    state.disabled = !item()->isEnabled();
+    state.invisible = !item()->isVisible() || !item()->window() || !item()->window()->isVisible();
+    state.focusable = item()->activeFocusOnTab() || is("focusable");
+    state.focused = item()->hasActiveFocus();
+    state.checkable = is("checkable");
+    state.checked = is("checked");
+    state.selectable = is("selectable");
+    state.selected = is("selected");
+    state.pressed = is("pressed");
+    state.defaultButton = is("defaultButton");
+    return state;
+}
+
+void ItemAccessible::doAction(const QString &name)
+{
+    if (!item()->isEnabled())
+        return;
+    if (name == setFocusAction())
+        item()->forceActiveFocus(Qt::OtherFocusReason);
+    else if (name == toggleAction() || name == pressAction())
+        QMetaObject::invokeMethod(m_attached, toggles() ? "toggleAction" : "pressAction");
+}
+
+QAccessibleInterface *interfaceOf(const QString &, QObject *object)
+{
+    auto *item = qobject_cast<QQuickItem *>(object);
+    QObject *attached = item ? attachedTo(item) : nullptr;
+    if (!attached || attached->property("ignored").toBool()
+        || !canBePressed(QAccessible::Role(attached->property("role").toInt())))
+        return nullptr;
+    return new ItemAccessible(item, attached);
+}
+
+} // namespace
+
+void tellWhatIsGreyed()
+{
+    static const bool once = [] {
+        QAccessible::installFactory(&interfaceOf);
+        return true;
+    }();
+    Q_UNUSED(once)
+}
+
+} // namespace velto

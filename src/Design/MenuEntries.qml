@@ -1,0 +1,113 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Velto.Design
+
+/// What a menu offers, one under the other. Arrows move, Return and Space choose, Escape leaves.
+FocusScope {
+    id: root
+
+    /// In order; an empty one is a line between others.
+    required property list<string> entries
+    /// The key beside each of them that does the same.
+    property list<string> keys: []
+    property real widest: 136
+
+    signal chosen(int index)
+    signal dismissed
+
+    implicitWidth: root.widest
+    implicitHeight: column.height
+    focus: true
+    Keys.onEscapePressed: root.dismissed()
+    Keys.onDownPressed: root.move(1)
+    Keys.onUpPressed: root.move(-1)
+
+    function enter(): void {
+        if (repeater.count > 0)
+            repeater.itemAt(0).forceActiveFocus();
+    }
+    function move(step: int): void {
+        const count = repeater.count;
+        let at = step > 0 ? -1 : count;
+        for (let i = 0; i < count; ++i) {
+            if (repeater.itemAt(i).activeFocus)
+                at = i;
+        }
+        do
+            at = (at + step + count) % count;
+        while (root.entries[at] === "");
+        repeater.itemAt(at).forceActiveFocus();
+    }
+
+    Column {
+        id: column
+
+        width: parent.width
+
+        Repeater {
+            id: repeater
+
+            model: root.entries
+
+            ButtonBase {
+                id: entry
+
+                required property string modelData
+                required property int index
+                readonly property bool isLine: modelData === ""
+                readonly property string key: index < root.keys.length ? root.keys[index] : ""
+
+                label: modelData
+                ringed: false
+                enabled: !isLine
+                opacity: 1
+                activeFocusOnTab: !isLine
+                width: column.width
+                height: isLine ? 9 : Math.max(28, words.implicitHeight + 13)
+                Accessible.role: isLine ? Accessible.Separator : Accessible.MenuItem
+                Accessible.description: key
+                onHoveredChanged: {
+                    if (hovered)
+                        forceActiveFocus();
+                }
+                onClicked: root.chosen(entry.index)
+                Component.onCompleted: root.widest = Math.max(root.widest, words.implicitWidth + 24 + (beside.text === "" ? 0 : beside.implicitWidth + 24))
+
+                Rectangle {
+                    anchors.fill: parent
+                    visible: !entry.isLine
+                    radius: 6
+                    color: Theme.at("white", entry.pressed ? 0.24 : entry.activeFocus ? 0.16 : 0)
+                }
+                Rectangle {
+                    visible: entry.isLine
+                    x: 12
+                    y: 4
+                    width: parent.width - 24
+                    height: 1
+                    color: Theme.at("white", 0.16)
+                }
+                PlainText {
+                    id: words
+
+                    x: 12
+                    anchors.verticalCenter: parent.verticalCenter
+                    words: entry.modelData
+                    Accessible.ignored: true
+                }
+                PlainText {
+                    id: beside
+
+                    anchors.right: parent.right
+                    anchors.rightMargin: 12
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: entry.key
+                    size: Theme.textSmall
+                    color: Theme.glassSecondary
+                    Accessible.ignored: true
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,37 @@
+#include "Design/RoundedBox.h"
+
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+namespace velto {
+
+RoundedBox::RoundedBox(QQuickItem *parent)
+    : QQuickPaintedItem(parent)
+{
+    setAntialiasing(true);
+    connect(this, &RoundedBox::changed, this, [this] { update(); });
+}
+
+void RoundedBox::paint(QPainter *painter)
+{
+    // In device pixels, so that the straight parts of the edge are sharp.
+    const QTransform toPixels = painter->transform();
+    const QRectF area(toPixels.mapRect(boundingRect()).toRect());
+    const qreal scale = toPixels.m11();
+    painter->resetTransform();
+    const qreal edge = m_edge > 0 ? std::max(1.0, std::round(m_edge * scale)) : 0;
+    const qreal most = std::min(area.width(), area.height()) / 2;
+    const qreal radius = std::min(m_radius * scale, most);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(m_color);
+    painter->drawRoundedRect(area, radius, radius);
+    if (edge == 0)
+        return;
+    painter->setBrush(Qt::NoBrush);
+    painter->setPen(QPen(m_edgeColor, edge));
+    const qreal middle = std::max(0.0, radius - edge / 2);
+    painter->drawRoundedRect(area.adjusted(edge / 2, edge / 2, -edge / 2, -edge / 2), middle, middle);
+}
+
+} // namespace velto

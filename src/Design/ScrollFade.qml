@@ -1,0 +1,22 @@
+import QtQuick
+import Velto.Design
+
+/// Above a page that is scrolled its contents fade out, instead of ending as if cut. Nothing shows at the top of the page.
+PanelFade {
+    id: root
+
+    required property Flickable area
+    readonly property real above: root.area.contentY - root.area.originY
+
+    anchors.top: root.area.top
+    anchors.left: root.area.left
+    anchors.right: root.area.right
+    anchors.leftMargin: -8 // over focus rings too
+    anchors.rightMargin: -8
+    height: 12
+    visible: root.above > 0
+    opacity: Math.min(1, root.above / root.height)
+    // Looked up anew with each scroll: the page may have moved meanwhile.
+    place: root.above > 0 ? root.mapToItem(null, 0, 0).y : 0
+    whole: root.Window.height
+}

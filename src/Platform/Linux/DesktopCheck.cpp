@@ -1,0 +1,153 @@
+#include "Platform/Linux/DesktopCheck.h"
+
+#include "Platform/Linux/LinuxPlatform.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusInterface>
+#include <QDBusReply>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QScreen>
+#include <array>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+constexpr int kPatience = 2000; // ms, for each question on a bus
+
+Support missing(const QString &reason)
+{
+    return {Support::State::Missing, reason};
+}
+
+/// Somebody has that name, or would be started for it.
+bool offered(const QDBusConnection &bus, const QString &service)
+{
+    if (!bus.isConnected())
+        return false;
+    auto *names = bus.interface();
+    names->setTimeout(kPatience);
+    return names->isServiceRegistered(service).value() || names->activatableServiceNames().value().contains(service);
+}
+
+QVariant property(const QDBusConnection &bus, const QString &service, const QString &path, const QString &interface,
+                  const QString &name)
+{
+    auto question = QDBusMessage::createMethodCall(service, path, u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+    question.setArguments({interface, name});
+    const QDBusReply<QDBusVariant> answer = bus.call(question, QDBus::Block, kPatience);
+    return answer.isValid() ? answer.value().variant() : QVariant();
+}
+
+QString displays()
+{
+    QStringList list;
+    const auto screens = QGuiApplication::screens();
+    for (const auto *screen : screens)
+        list.append(QCoreApplication::translate("DesktopCheck", "%1 %2x%3 at scale %4")
+                        .arg(screen->name())
+                        .arg(screen->size().width())
+                        .arg(screen->size().height())
+                        .arg(screen->devicePixelRatio()));
+    return QGuiApplication::platformName() + u", Qt "_s + QString::fromLatin1(qVersion()) + u": "_s + list.join(u", "_s);
+}
+
+Support trayOn(const QDBusConnection &bus)
+{
+    constexpr auto kWatcher = "org.kde.StatusNotifierWatcher"_L1;
+    if (property(bus, kWatcher, u"/StatusNotifierWatcher"_s, kWatcher, u"IsStatusNotifierHostRegistered"_s).toBool())
+        return {};
+    return missing(QCoreApplication::translate(
+        "DesktopCheck", "this desktop has no tray for status notifier items; right-click the strip for the menu"));
+}
+
+Support keyOn(const QDBusConnection &bus, LinuxPlatform &platform)
+{
+    if (!platform.keyByPortal) {
+        platform.hotKey.registerHotKey([] {});
+        return platform.hotKey.support().works()
+            ? Support{}
+            : Support{Support::State::Denied,
+                      QCoreApplication::translate(
+                          "DesktopCheck",
+                          "Control-Alt-N is taken, by the Velto that runs or by another program; bind one to velto --search")};
+    }
+    const auto version = property(bus, u"org.freedesktop.portal.Desktop"_s, u"/org/freedesktop/portal/desktop"_s,
+                                  u"org.freedesktop.portal.GlobalShortcuts"_s, u"version"_s);
+    return version.toUInt() > 0
+        ? Support{}
+        : missing(QCoreApplication::translate(
+            "DesktopCheck", "no portal gives programs a global key; bind one to velto --search in the desktop's settings"));
+}
+
+} // namespace
+
+QList<Checked> checkDesktop(LinuxPlatform &platform)
+{
+    const auto text = [](const char *words) { return QCoreApplication::translate("DesktopCheck", words); };
+    const auto session = QDBusConnection::sessionBus();
+    const auto system = QDBusConnection::systemBus();
+    const bool login = offered(system, u"org.freedesktop.login1"_s);
+    const bool saver = offered(session, u"org.freedesktop.ScreenSaver"_s) || offered(session, u"org.gnome.ScreenSaver"_s);
+    return {
+        {text("display"), {}, displays()},
+        {text("desktop"), {}, qEnvironmentVariable("XDG_CURRENT_DESKTOP") + u' ' + qEnvironmentVariable("XDG_SESSION_TYPE")},
+        {text("above full screen"), platform.panelWindow.support(), {}},
+        {text("half-transparent"),
+         platform.panelWindow.composited() ? Support{} : missing(text("no compositor runs; nothing moves slowly then")),
+         {}},
+        {text("global key"), keyOn(session, platform), {}},
+        {text("window in front"), platform.applications.support(), {}},
+        {text("copied links"), platform.clipboard.support(), {}},
+        {text("session bus"), session.isConnected() ? Support{} : missing(text("DBUS_SESSION_BUS_ADDRESS leads nowhere")), {}},
+        {text("tray"), trayOn(session), {}},
+        {text("keyring"),
+         offered(session, u"org.freedesktop.secrets"_s)
+             ? Support{}
+             : missing(text("install a keyring, gnome-keyring for one; tokens can't be kept without")),
+         {}},
+        {text("lock signals"),
+         login || saver ? Support{} : missing(text("neither logind nor a screen saver tells when the screen is locked")),
+         login ? u"logind"_s : QString()},
+    };
+}
+
+QString listenerOn(int port)
+{
+    // proc_pid_net(5): the local address, the state (0A is listening) and the socket's number.
+    QFile table(u"/proc/net/tcp"_s);
+    if (!table.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray wanted = ':' + QByteArray::number(port, 16).rightJustified(4, '0').toUpper();
+    QByteArray socket;
+    const auto lines = table.readAll().split('\n');
+    for (const auto &line : lines)
+        if (const auto fields = line.simplified().split(' ');
+            fields.size() > 9 && fields[1].endsWith(wanted) && fields[3] == "0A")
+            socket = "socket:[" + fields[9] + ']';
+    if (socket.isEmpty())
+        return {};
+    const auto processes = QDir(u"/proc"_s).entryList(QDir::Dirs);
+    for (const auto &process : processes) {
+        const QDir open("/proc/"_L1 + process + "/fd"_L1);
+        const auto numbers = open.entryList(QDir::Files | QDir::System | QDir::NoDotAndDotDot);
+        for (const auto &number : numbers) {
+            std::array<char, 64> target{};
+            const auto length = ::readlink(QFile::encodeName(open.filePath(number)).constData(), target.data(), target.size());
+            if (length > 0 && QByteArrayView(target.data(), length) == socket) {
+                QFile name("/proc/"_L1 + process + "/comm"_L1);
+                return name.open(QIODevice::ReadOnly) ? "%1 (%2)"_L1.arg(QString::fromUtf8(name.readAll()).trimmed(), process)
+                                                      : process;
+            }
+        }
+    }
+    return {};
+}
+
+} // namespace velto

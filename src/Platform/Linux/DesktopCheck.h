@@ -1,0 +1,26 @@
+#pragma once
+
+#include "Platform/Support.h"
+
+#include <QList>
+#include <QString>
+
+namespace velto {
+
+struct LinuxPlatform;
+
+/// One thing that a desktop or a machine does for us.
+struct Checked {
+    QString what;
+    Support support; ///< whether, and if not, what to do about it
+    QString detail; ///< which, where or how; may be empty
+};
+
+/// What this desktop offers, for a report. Needs the application object; asks the buses and waits for them, some seconds at
+/// most, and changes nothing: a key that is grabbed for this is given back.
+QList<Checked> checkDesktop(LinuxPlatform &platform);
+
+/// The program that listens on that loopback port, as "name (process)"; empty if nobody does or it is another user's.
+QString listenerOn(int port);
+
+} // namespace velto

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "Platform/Clipboard.h"
+#include "Platform/Clock.h"
+#include "Platform/Linux/Wayland/WaylandServer.h"
+#include "Platform/Posix/Descriptor.h"
+
+#include <QSocketNotifier>
+#include <memory>
+
+namespace velto {
+
+/// The clipboard by wlr-data-control, which tells of copies while another program has the keyboard; the toolkit hears of them
+/// only while it has it itself. Counts from start() on. One reading at a time.
+class DataControlClipboard final : public QObject, public Clipboard {
+    Q_OBJECT
+public:
+    DataControlClipboard(WaylandServer &server, Clock &clock, QObject *parent = nullptr);
+    ~DataControlClipboard() override;
+
+    void start();
+    int changeCount() const override { return m_count; }
+    QString text() const override;
+    void read(int longest, QObject *context, std::function<void(std::optional<QString>)> done) override;
+    void setText(const QString &text) override;
+    Support support() const override;
+
+private:
+    struct Offer {
+        zwlr_data_control_offer_v1 *object = nullptr;
+        QByteArrayList types;
+    };
+
+    void drop(zwlr_data_control_offer_v1 *offer);
+    void arrived();
+    void finish(const std::optional<QString> &text);
+    static const zwlr_data_control_device_v1_listener kDevice;
+    static const zwlr_data_control_offer_v1_listener kOffer;
+    static const zwlr_data_control_source_v1_listener kSource;
+
+    WaylandServer &m_server;
+    Clock &m_clock;
+    zwlr_data_control_manager_v1 *m_manager = nullptr;
+    zwlr_data_control_device_v1 *m_device = nullptr;
+    zwlr_data_control_source_v1 *m_source = nullptr; ///< while what was copied last is ours
+    QByteArray m_own;
+    QList<Offer> m_offers; ///< at most the one that comes and the one that is there
+    zwlr_data_control_offer_v1 *m_selection = nullptr;
+    bool m_following = false; ///< what was copied before isn't counted
+    int m_count = 0;
+    Descriptor m_pipe;
+    std::unique_ptr<QSocketNotifier> m_notifier;
+    QByteArray m_bytes;
+    int m_longest = 0;
+    std::function<void(std::optional<QString>)> m_done;
+    TimerHandle m_patience;
+};
+
+} // namespace velto

@@ -1,0 +1,180 @@
+#include "Platform/Linux/Wayland/LayerPanelWindow.h"
+
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QScreen>
+
+using namespace std::chrono_literals;
+
+namespace velto {
+
+namespace {
+
+// How long a compositor takes at most to pass the keyboard on, by what those that were tried need.
+constexpr auto kHandover = 150ms;
+// After the compositor took the surface away without an output going.
+constexpr auto kRest = 1000ms;
+
+/// Null if that place is on no output that anybody can see.
+QScreen *screenAt(const QRect &frame)
+{
+    auto *screen = QGuiApplication::screenAt(QPoint(frame.center().x(), frame.top()));
+    return screen && !screen->name().isEmpty() ? screen : nullptr;
+}
+
+} // namespace
+
+LayerPanelWindow::LayerPanelWindow(WaylandServer &server, Clock &clock, QObject *parent)
+    : PanelWindow(parent)
+    , m_server(server)
+    , m_clock(clock)
+{
+}
+
+LayerPanelWindow::~LayerPanelWindow() = default;
+
+void LayerPanelWindow::adopt(QWindow *window)
+{
+    m_window = window;
+    auto format = window->requestedFormat();
+    format.setAlphaBufferSize(8);
+    window->setFormat(format);
+    window->installEventFilter(this);
+    m_strip =
+        std::make_unique<LayerSurface>(m_server, *window, ZWLR_LAYER_SHELL_V1_LAYER_OVERLAY, LayerSurface::Place::TopCentre);
+    connect(window, &QWindow::activeChanged, this, &LayerPanelWindow::activeChanged);
+    connect(m_strip.get(), &LayerSurface::closed, this, [this] {
+        m_pointer.reset();
+        // If its output went, a place on another one follows; if not, this one is still the place.
+        m_again = m_clock.after(kRest, [this] { bringUp(); });
+    });
+}
+
+void LayerPanelWindow::place(const QRect &frame)
+{
+    m_frame = frame;
+    if (!m_strip)
+        return;
+    if (m_strip->shown() && m_strip->screen() != screenAt(frame))
+        m_strip->hide();
+    // Centred as it is, the window moves under a pointer that rests.
+    if (m_pointer)
+        m_pointer->rx() += (frame.width() - m_window->width()) / 2;
+    m_strip->resize(frame.size());
+    bringUp();
+}
+
+void LayerPanelWindow::show()
+{
+    m_wanted = true;
+    bringUp();
+}
+
+void LayerPanelWindow::hide()
+{
+    m_wanted = false;
+    m_again.reset();
+    returnFocus();
+    m_pointer.reset();
+    if (m_strip)
+        m_strip->hide();
+}
+
+void LayerPanelWindow::bringUp()
+{
+    m_again.reset();
+    if (!m_wanted || !m_strip || m_strip->shown())
+        return;
+    if (m_strip->show(screenAt(m_frame)))
+        writeBlur();
+}
+
+void LayerPanelWindow::takeFocus()
+{
+    m_keyboardWanted = m_strip != nullptr;
+    if (!m_strip || m_window->isActive())
+        return;
+    m_strip->setKeyboard(LayerSurface::Keyboard::OnDemand);
+    m_patience = m_clock.after(kHandover, [this] { insist(); });
+}
+
+/// Some compositors pass the keyboard "on demand" only at a press, and the panel may have been opened by a key.
+void LayerPanelWindow::insist()
+{
+    if (m_keyboardWanted && !m_window->isActive())
+        m_strip->setKeyboard(LayerSurface::Keyboard::Exclusive);
+}
+
+void LayerPanelWindow::returnFocus()
+{
+    m_patience.reset();
+    if (!std::exchange(m_keyboardWanted, false))
+        return;
+    m_strip->setKeyboard(LayerSurface::Keyboard::None);
+    // KWin 5 leaves the keyboard where it was until the surface goes.
+    m_patience = m_clock.after(kHandover, [this] {
+        if (m_keyboardWanted || !m_window->isActive())
+            return;
+        m_strip->hide();
+        bringUp();
+    });
+}
+
+void LayerPanelWindow::activeChanged()
+{
+    if (m_window->isActive() == m_keyboardWanted)
+        m_patience.reset();
+}
+
+bool LayerPanelWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_window) {
+        if (event->type() == QEvent::Leave)
+            m_pointer.reset();
+        else if (event->type() == QEvent::Enter)
+            m_pointer = static_cast<QEnterEvent *>(event)->position().toPoint();
+        else if (event->type() == QEvent::MouseMove || event->type() == QEvent::MouseButtonPress
+                 || event->type() == QEvent::MouseButtonRelease)
+            m_pointer = static_cast<QMouseEvent *>(event)->position().toPoint();
+    }
+    return PanelWindow::eventFilter(watched, event);
+}
+
+void LayerPanelWindow::setBlurBehind(const QList<QRect> &areas)
+{
+    if (std::exchange(m_blur, areas) != areas)
+        writeBlur();
+}
+
+/// KWin's own protocol; others let the user ask for it by the surface's name.
+void LayerPanelWindow::writeBlur()
+{
+    auto *surface = m_strip ? m_strip->surface() : nullptr;
+    auto *manager = surface ? m_server.bind<org_kde_kwin_blur_manager>(org_kde_kwin_blur_manager_interface, 1) : nullptr;
+    if (!manager)
+        return;
+    if (m_blur.isEmpty()) {
+        org_kde_kwin_blur_manager_unset(manager, surface);
+    } else {
+        auto *region = wl_compositor_create_region(m_server.compositor());
+        for (const auto &area : std::as_const(m_blur))
+            wl_region_add(region, area.x(), area.y(), area.width(), area.height());
+        auto *blur = org_kde_kwin_blur_manager_create(manager, surface);
+        org_kde_kwin_blur_set_region(blur, region);
+        org_kde_kwin_blur_commit(blur);
+        org_kde_kwin_blur_release(blur);
+        wl_region_destroy(region);
+    }
+    org_kde_kwin_blur_manager_destroy(manager);
+    m_strip->commit();
+}
+
+void LayerPanelWindow::showBehind(QWindow *window, const QRect &frame)
+{
+    m_behind =
+        std::make_unique<LayerSurface>(m_server, *window, ZWLR_LAYER_SHELL_V1_LAYER_BOTTOM, LayerSurface::Place::TopCentre);
+    m_behind->resize(frame.size());
+    m_behind->show(screenAt(frame));
+}
+
+} // namespace velto

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "Platform/Linux/Wayland/WaylandServer.h"
+
+#include <QPointer>
+#include <QScreen>
+#include <QSize>
+#include <QWindow>
+
+namespace velto {
+
+/// A window of ours in the role of a layer surface (wlr-layer-shell): where it stands is settled with the compositor, not by
+/// the toolkit, which gives such a window no role of its own (see prepareLayers()). UI thread only.
+class LayerSurface final : public QObject {
+    Q_OBJECT
+public:
+    enum class Place : quint8 { TopCentre, WholeOutput };
+    enum class Keyboard : quint8 { None, OnDemand, Exclusive };
+
+    /// `window` isn't shown yet, and is shown by show() alone.
+    LayerSurface(WaylandServer &server, QWindow &window, zwlr_layer_shell_v1_layer layer, Place place, QObject *parent = nullptr);
+    ~LayerSurface() override;
+
+    /// Whether compositors can be asked at all.
+    static bool offered(const WaylandServer &server) { return server.version(zwlr_layer_shell_v1_interface) > 0; }
+
+    bool shown() const { return m_role != nullptr; }
+    QScreen *screen() const { return m_role ? m_screen.data() : nullptr; }
+    /// Brings the window up on that screen. Waits for the compositor once. False if the compositor is gone.
+    bool show(QScreen *screen);
+    /// Takes it away, with all that the toolkit and the compositor hold of it.
+    void hide();
+    /// Takes effect together with the first picture of that size, so that no frame shows an old picture in a new place.
+    void resize(QSize size);
+    /// Takes effect at once.
+    void setKeyboard(Keyboard keyboard);
+    /// Whether a surface can have the keyboard without keeping others from it (version 4).
+    bool hasOnDemand() const { return m_server.version(zwlr_layer_shell_v1_interface) >= 4; }
+    /// Null while hidden.
+    wl_surface *surface() const;
+    /// Has what was asked for take effect, unless a picture that will carry it is on its way.
+    void commit();
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+Q_SIGNALS:
+    /// The compositor took it off the screen, as it does when the output goes. It is hidden by now.
+    void closed();
+
+private:
+    void apply();
+    static void configured(void *self, zwlr_layer_surface_v1 *role, uint32_t serial, uint32_t width, uint32_t height);
+    static void taken(void *self, zwlr_layer_surface_v1 *role);
+
+    WaylandServer &m_server;
+    QPointer<QWindow> m_window;
+    zwlr_layer_shell_v1_layer m_layer;
+    Place m_place;
+    zwlr_layer_shell_v1 *m_shell = nullptr;
+    zwlr_layer_surface_v1 *m_role = nullptr;
+    QPointer<QScreen> m_screen;
+    QSize m_size{1, 1};
+    Keyboard m_keyboard = Keyboard::None;
+    bool m_configured = false;
+    bool m_resizing = false; ///< the size asked for hasn't been configured yet
+};
+
+} // namespace velto

@@ -1,0 +1,36 @@
+#include "Platform/Linux/Wayland/NativeHandles.h"
+
+#include <QGuiApplication>
+#include <qpa/qplatformnativeinterface.h>
+
+namespace velto {
+
+namespace {
+
+QPlatformNativeInterface *native()
+{
+    return QGuiApplication::platformName().startsWith(QLatin1StringView("wayland")) ? QGuiApplication::platformNativeInterface()
+                                                                                    : nullptr;
+}
+
+} // namespace
+
+wl_display *nativeDisplay()
+{
+    auto *interface = native();
+    return interface ? static_cast<wl_display *>(interface->nativeResourceForIntegration("wl_display")) : nullptr;
+}
+
+wl_output *nativeOutput(QScreen *screen)
+{
+    auto *interface = native();
+    return interface ? static_cast<wl_output *>(interface->nativeResourceForScreen("output", screen)) : nullptr;
+}
+
+wl_surface *nativeSurface(QWindow *window)
+{
+    auto *interface = native();
+    return interface ? static_cast<wl_surface *>(interface->nativeResourceForWindow("surface", window)) : nullptr;
+}
+
+} // namespace velto

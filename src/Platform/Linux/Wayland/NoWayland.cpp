@@ -1,0 +1,18 @@
+// Stands in for the other files of this folder in a build without them.
+#include "Platform/Linux/Wayland/WaylandWindowSystem.h"
+
+namespace velto {
+
+WaylandOffer askWayland()
+{
+    return {};
+}
+
+void prepareLayers() { }
+
+std::unique_ptr<WindowSystem> makeWaylandWindowSystem(Clock &)
+{
+    return nullptr;
+}
+
+} // namespace velto

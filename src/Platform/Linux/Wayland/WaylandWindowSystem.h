@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Platform/Clock.h"
+#include "Platform/Linux/WindowSystem.h"
+
+#include <QByteArray>
+#include <memory>
+
+namespace velto {
+
+/// For the time before there is an application object.
+struct WaylandOffer {
+    bool reachable = false; ///< a compositor answers
+    bool layers = false; ///< and has a layer shell
+};
+/// Asks the compositor of the environment. Nothing for a build without Wayland.
+WaylandOffer askWayland();
+/// Has the toolkit leave the role of the strip's window to us. Called before the application object is made.
+void prepareLayers();
+
+/// Windows by Wayland. Null if the toolkit isn't on a compositor with a layer shell.
+std::unique_ptr<WindowSystem> makeWaylandWindowSystem(Clock &clock);
+
+} // namespace velto

@@ -1,0 +1,63 @@
+#include "Platform/Linux/X11/KeyboardWindow.h"
+
+#include <QCoreApplication>
+#include <QPainter>
+
+namespace velto {
+
+KeyboardWindow::KeyboardWindow(QWindow *panel)
+    : m_panel(panel)
+{
+    setTitle(panel->title());
+    auto format = requestedFormat();
+    format.setAlphaBufferSize(8);
+    setFormat(format);
+    // A dialog gets the keyboard as it comes up, and floats where windows are tiled.
+    setFlags(Qt::Dialog | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint);
+    // The panel counts as active while this one is; and it stands over a full-screen window without ending that.
+    setTransientParent(panel);
+}
+
+KeyboardWindow::~KeyboardWindow() = default;
+
+void KeyboardWindow::take()
+{
+    const QSize pixel(1, 1);
+    setMinimumSize(pixel);
+    setMaximumSize(pixel);
+    // Where the panel begins, so that an input method's window finds the field.
+    setGeometry(QRect(m_panel ? m_panel->position() : QPoint(), pixel));
+    show();
+}
+
+void KeyboardWindow::giveBack()
+{
+    hide();
+}
+
+QObject *KeyboardWindow::focusObject() const
+{
+    return m_panel ? m_panel->focusObject() : QRasterWindow::focusObject();
+}
+
+bool KeyboardWindow::event(QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+        return m_panel && QCoreApplication::sendEvent(m_panel, event);
+    default:
+        return QRasterWindow::event(event);
+    }
+}
+
+void KeyboardWindow::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setCompositionMode(QPainter::CompositionMode_Clear);
+    painter.fillRect(QRect({}, size()), Qt::transparent);
+}
+
+} // namespace velto

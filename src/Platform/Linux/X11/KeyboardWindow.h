@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QPointer>
+#include <QRasterWindow>
+
+namespace velto {
+
+/// Has the keyboard for the strip's window where that one gets none: desktops that run X11 programs under Wayland give it to
+/// windows that they manage. One transparent pixel, on screen only while the panel wants the keyboard; what arrives here
+/// goes on to the panel, whose items are what input methods see. Its end gives the keyboard back to who had it before.
+/// UI thread only.
+class KeyboardWindow final : public QRasterWindow {
+    Q_OBJECT
+public:
+    explicit KeyboardWindow(QWindow *panel);
+    ~KeyboardWindow() override;
+
+    /// Asks the desktop for the keyboard. The panel hears of it as of a keyboard of its own.
+    void take();
+    /// Ends it.
+    void giveBack();
+
+    QObject *focusObject() const override;
+
+protected:
+    bool event(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QPointer<QWindow> m_panel;
+};
+
+} // namespace velto

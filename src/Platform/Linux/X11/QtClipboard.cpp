@@ -1,0 +1,44 @@
+#include "Platform/Linux/X11/QtClipboard.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
+#include <QPointer>
+
+namespace velto {
+
+QtClipboard::QtClipboard(XcbServer &server, Clock &clock, QObject *parent)
+    : QObject(parent)
+    , m_server(server)
+    , m_text(server, clock)
+{
+    connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, [this] { ++m_count; });
+}
+
+QString QtClipboard::text() const
+{
+    return QGuiApplication::clipboard()->text();
+}
+
+void QtClipboard::read(int longest, QObject *context, std::function<void(std::optional<QString>)> done)
+{
+    // What this program holds itself, and any clipboard that isn't X11's, is at hand.
+    const auto *clipboard = QGuiApplication::clipboard();
+    if (clipboard->ownsClipboard() || !m_server.exists()) {
+        const auto *data = clipboard->mimeData();
+        const auto text = data && data->hasText() ? std::optional(data->text()) : std::nullopt;
+        done(text && text->toUtf8().size() <= longest ? text : std::nullopt);
+        return;
+    }
+    m_text.read(longest, [alive = QPointer(context), done = std::move(done)](const std::optional<QString> &text) {
+        if (alive)
+            done(text);
+    });
+}
+
+void QtClipboard::setText(const QString &text)
+{
+    QGuiApplication::clipboard()->setText(text);
+}
+
+} // namespace velto

@@ -1,0 +1,327 @@
+#include "Platform/Linux/X11/XcbPanelWindow.h"
+
+#include "Platform/Linux/X11/KeyboardWindow.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QPlatformSurfaceEvent>
+#include <QWindow>
+#include <algorithm>
+#include <cmath>
+
+namespace velto {
+
+namespace {
+
+// What the toolkit calls its own way to set the type: an atom set by hand wouldn't survive its next call.
+constexpr auto kWindowTypeProperty = "_q_xcb_wm_window_type";
+constexpr int kDesktop = 2; // what stands behind everything, wherever the user goes
+// Compositors give a dock neither shadow nor fade. A notification beside it, since wlroots gives the keyboard to every other
+// unmanaged window that comes up.
+constexpr int kStrip = 0x4 | 0x800;
+constexpr quint32 kFromPager = 2; // what EWMH calls a request that the user made: no window manager thinks it over
+
+/// The program's own menus and tips that are on show.
+QWindowList ownPopups(const QWindow *panel)
+{
+    auto windows = QGuiApplication::allWindows();
+    windows.removeIf([&](const QWindow *window) {
+        const bool popup = window->type() == Qt::Popup || window->type() == Qt::ToolTip || window->transientParent() == panel;
+        return window == panel || !popup || !window->isVisible() || qobject_cast<const KeyboardWindow *>(window);
+    });
+    return windows;
+}
+
+bool overOwnPopup(const QWindow *panel, QPoint pointer)
+{
+    const auto popups = ownPopups(panel);
+    return std::any_of(popups.begin(), popups.end(), [&](const QWindow *popup) { return popup->geometry().contains(pointer); });
+}
+
+} // namespace
+
+XcbPanelWindow::XcbPanelWindow(XcbServer &server, KeyboardRoad road, QObject *parent)
+    : PanelWindow(parent)
+    , m_server(server)
+    , m_road(road)
+{
+    connect(&m_server, &XcbServer::rootPropertyChanged, this, &XcbPanelWindow::rootChanged);
+    connect(&m_server, &XcbServer::obscured, this, &XcbPanelWindow::covered);
+    connect(&m_server, &XcbServer::buttonPressed, this, &XcbPanelWindow::pressed);
+    connect(&m_server, &XcbServer::selectionOwnerChanged, this, [this](xcb_atom_t selection) {
+        if (m_compositedKnown && selection == m_server.atom(XcbAtom::CompositingManager))
+            updateComposited();
+    });
+}
+
+XcbPanelWindow::~XcbPanelWindow() = default;
+
+void XcbPanelWindow::adopt(QWindow *window)
+{
+    m_window = window;
+    auto format = window->requestedFormat();
+    format.setAlphaBufferSize(8);
+    window->setFormat(format);
+    window->setFlags(Qt::Window | Qt::X11BypassWindowManagerHint | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint
+                     | Qt::NoDropShadowWindowHint);
+    window->setProperty(kWindowTypeProperty, kStrip);
+    window->installEventFilter(this);
+    if (window->handle())
+        windowMade();
+}
+
+bool XcbPanelWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_window) {
+        if (event->type() == QEvent::PlatformSurface
+            && static_cast<QPlatformSurfaceEvent *>(event)->surfaceEventType() == QPlatformSurfaceEvent::SurfaceCreated)
+            windowMade();
+        else if (event->type() == QEvent::Expose && m_focusWanted && m_window->isExposed())
+            takeFocus();
+        else if (event->type() == QEvent::Hide)
+            withdraw();
+    }
+    return PanelWindow::eventFilter(watched, event);
+}
+
+xcb_window_t XcbPanelWindow::id() const
+{
+    return m_server.exists() && m_window && m_window->handle() ? xcb_window_t(m_window->winId()) : kNoWindow;
+}
+
+void XcbPanelWindow::windowMade()
+{
+    if (!m_server.exists())
+        return;
+    // What hangs from the middle of the upper edge stays there when the window changes its size. Otherwise the strip is out of
+    // place, or out of sight, until the next frame is painted.
+    const quint32 gravity = XCB_GRAVITY_NORTH;
+    xcb_change_window_attributes(m_server.connection(), id(), XCB_CW_BIT_GRAVITY, &gravity);
+    m_server.select(id(), XCB_EVENT_MASK_VISIBILITY_CHANGE);
+    m_server.select(m_server.root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
+    writeBlur();
+}
+
+void XcbPanelWindow::place(const QRect &frame)
+{
+    if (!m_window)
+        return;
+    const QRect target(frame.topLeft(), frame.size().expandedTo(QSize(1, 1)));
+    if (m_window->geometry() != target)
+        m_window->setGeometry(target);
+}
+
+void XcbPanelWindow::show()
+{
+    if (m_window)
+        m_window->show();
+    raise();
+}
+
+void XcbPanelWindow::hide()
+{
+    if (m_window)
+        m_window->hide();
+}
+
+std::optional<QPoint> XcbPanelWindow::pointer() const
+{
+    return m_window ? std::optional(QCursor::pos() - m_window->position()) : std::nullopt;
+}
+
+void XcbPanelWindow::raise()
+{
+    if (!m_window || !m_window->isVisible())
+        return;
+    m_window->raise();
+    const auto popups = ownPopups(m_window);
+    for (auto *popup : popups)
+        popup->raise();
+}
+
+void XcbPanelWindow::rootChanged(xcb_atom_t property)
+{
+    if (property == m_server.atom(XcbAtom::ActiveWindow) || property == m_server.atom(XcbAtom::ClientListStacking))
+        raiseSoon();
+}
+
+/// A window manager changes several properties for one change of its windows: one raise answers them all.
+void XcbPanelWindow::raiseSoon()
+{
+    m_mayAnswerCover = true;
+    if (m_raisePending)
+        return;
+    m_raisePending = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_raisePending = false;
+            raise();
+        },
+        Qt::QueuedConnection);
+}
+
+/// Another program's window that raises itself as well, a screen locker's for one, would otherwise keep both busy for ever.
+void XcbPanelWindow::covered(xcb_window_t window)
+{
+    if (!m_mayAnswerCover || window != id())
+        return;
+    m_mayAnswerCover = false;
+    raise();
+}
+
+xcb_window_t XcbPanelWindow::focused() const
+{
+    auto *connection = m_server.connection();
+    const XcbReply<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+    return reply ? reply->focus : xcb_window_t(kNoWindow);
+}
+
+/// The window may be gone or hidden by the time the request arrives: its error is taken here, and nothing comes of it.
+void XcbPanelWindow::giveFocus(xcb_window_t window)
+{
+    auto *connection = m_server.connection();
+    const auto request = xcb_set_input_focus_checked(connection, XCB_INPUT_FOCUS_POINTER_ROOT, window, XCB_CURRENT_TIME);
+    const XcbReply<xcb_generic_error_t> ignored(xcb_request_check(connection, request));
+}
+
+void XcbPanelWindow::takeFocus()
+{
+    if (!m_window)
+        return;
+    if (!m_server.exists()) {
+        m_window->requestActivate();
+        return;
+    }
+    if (!m_server.viewable(id())) {
+        m_focusWanted = true;
+        return;
+    }
+    m_focusWanted = false;
+    if (m_road == KeyboardRoad::ManagedWindow) {
+        askForKeyboard();
+        return;
+    }
+    const auto before = focused();
+    if (before == id())
+        return;
+    m_focusBefore = before;
+    giveFocus(id());
+}
+
+void XcbPanelWindow::askForKeyboard()
+{
+    if (!m_keyboard)
+        m_keyboard = std::make_unique<KeyboardWindow>(m_window);
+    m_keyboard->create();
+    const auto window = xcb_window_t(m_keyboard->winId());
+    const std::array<xcb_atom_t, 2> hidden{m_server.atom(XcbAtom::SkipTaskbar), m_server.atom(XcbAtom::SkipPager)};
+    auto *connection = m_server.connection();
+    if (!m_keyboard->isVisible())
+        xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, m_server.atom(XcbAtom::WindowState), XCB_ATOM_ATOM, 32,
+                            quint32(hidden.size()), hidden.data());
+    m_keyboard->take();
+    // A window that merely comes up may be kept waiting behind the one that the user types in.
+    xcb_client_message_event_t request{};
+    request.response_type = XCB_CLIENT_MESSAGE;
+    request.format = 32;
+    request.window = window;
+    request.type = m_server.atom(XcbAtom::ActiveWindow);
+    request.data.data32[0] = kFromPager;
+    xcb_send_event(connection, false, m_server.root(), XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char *>(&request));
+    xcb_flush(connection);
+}
+
+void XcbPanelWindow::withdraw()
+{
+    m_focusWanted = false;
+    if (m_keyboard)
+        m_keyboard->giveBack();
+}
+
+void XcbPanelWindow::returnFocus()
+{
+    withdraw();
+    if (!m_window || !m_server.exists() || id() == kNoWindow || focused() != id())
+        return;
+    const auto before = std::exchange(m_focusBefore, kNoWindow);
+    if (before > XCB_INPUT_FOCUS_POINTER_ROOT && m_server.viewable(before)) {
+        giveFocus(before);
+        return;
+    }
+    const auto active = m_server.values(m_server.root(), m_server.atom(XcbAtom::ActiveWindow));
+    const bool usable = !active.empty() && active.front() != id() && m_server.viewable(active.front());
+    giveFocus(usable ? active.front() : xcb_window_t(XCB_INPUT_FOCUS_POINTER_ROOT));
+}
+
+bool XcbPanelWindow::composited() const
+{
+    if (!m_server.exists())
+        return true;
+    if (!m_compositedKnown) {
+        const auto selection = m_server.atom(XcbAtom::CompositingManager);
+        m_server.followSelection(selection);
+        m_composited = m_server.selectionOwner(selection) != kNoWindow;
+        m_compositedKnown = true;
+    }
+    return m_composited;
+}
+
+void XcbPanelWindow::updateComposited()
+{
+    const bool now = m_server.selectionOwner(m_server.atom(XcbAtom::CompositingManager)) != kNoWindow;
+    if (std::exchange(m_composited, now) != now)
+        Q_EMIT compositedChanged();
+}
+
+void XcbPanelWindow::watchPresses(bool on)
+{
+    m_server.watchButtons(on);
+}
+
+void XcbPanelWindow::pressed()
+{
+    if (!m_window || !m_window->isVisible())
+        return;
+    const auto pointer = QCursor::pos();
+    if (!m_window->geometry().contains(pointer) && !overOwnPopup(m_window, pointer))
+        Q_EMIT pressedElsewhere();
+}
+
+void XcbPanelWindow::setBlurBehind(const QList<QRect> &areas)
+{
+    if (std::exchange(m_blur, areas) != areas)
+        writeBlur();
+}
+
+void XcbPanelWindow::showBehind(QWindow *window, const QRect &frame)
+{
+    window->setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus);
+    window->setProperty(kWindowTypeProperty, kDesktop);
+    window->setGeometry(frame);
+    window->show();
+    window->lower();
+}
+
+/// KWin's hint: a list of x, y, width and height in the window's own pixels (KWindowEffects::enableBlurBehind writes the same).
+void XcbPanelWindow::writeBlur()
+{
+    if (id() == kNoWindow)
+        return;
+    const auto property = m_server.atom(XcbAtom::BlurBehind);
+    if (m_blur.isEmpty()) {
+        xcb_delete_property(m_server.connection(), id(), property);
+        return;
+    }
+    const auto ratio = m_window->devicePixelRatio();
+    std::vector<quint32> values;
+    for (const auto &area : m_blur)
+        for (const int value : {area.x(), area.y(), area.width(), area.height()})
+            values.push_back(quint32(std::max(0L, std::lround(value * ratio))));
+    xcb_change_property(m_server.connection(), XCB_PROP_MODE_REPLACE, id(), property, XCB_ATOM_CARDINAL, 32,
+                        quint32(values.size()), values.data());
+}
+
+} // namespace velto

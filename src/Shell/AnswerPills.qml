@@ -1,0 +1,41 @@
+import QtQuick
+import Velto.Design
+import Velto.Stores
+
+// The two answers to the question on show. Left and Right go from one to the other.
+Row {
+    id: root
+
+    required property PeekLine line
+    required property color tone
+
+    /// The keyboard is on one of them.
+    readonly property bool focused: deny.activeFocus || allow.activeFocus
+
+    function choose(allowed: bool): void {
+        (allowed ? allow : deny).forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    spacing: 8
+    Keys.onLeftPressed: root.choose(false)
+    Keys.onRightPressed: root.choose(true)
+
+    Pill {
+        id: deny
+
+        text: qsTr("Deny")
+        tone: root.tone
+        label: qsTr("Deny: %1").arg(Plain.line(root.line.text))
+        onPressBegan: root.line.pressBegan()
+        onClicked: root.line.answer(false)
+    }
+    Pill {
+        id: allow
+
+        text: qsTr("Allow")
+        tone: root.tone
+        label: qsTr("Allow: %1").arg(Plain.line(root.line.text))
+        onPressBegan: root.line.pressBegan()
+        onClicked: root.line.answer(true)
+    }
+}

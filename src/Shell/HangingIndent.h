@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QQuickTextDocument>
+#include <QtQml/qqml.h>
+
+namespace velto {
+
+/// Indents all rows of a line but its first, so that a line that goes on can't be taken for the next. UI thread only.
+class HangingIndent : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(QQuickTextDocument *document MEMBER m_document WRITE setDocument NOTIFY changed FINAL)
+    Q_PROPERTY(double indent MEMBER m_indent NOTIFY changed FINAL)
+    Q_PROPERTY(bool continued MEMBER m_continued NOTIFY changed FINAL)
+public:
+    using QObject::QObject;
+
+    void setDocument(QQuickTextDocument *document);
+
+    /// Does it to the text as it is now. With `continued` the text begins in the middle of a line.
+    Q_INVOKABLE void apply();
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    QPointer<QQuickTextDocument> m_document;
+    double m_indent = 0;
+    bool m_continued = false;
+    bool m_applying = false; ///< which the text reports as a change
+};
+
+} // namespace velto

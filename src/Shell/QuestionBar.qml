@@ -1,0 +1,129 @@
+import QtQuick
+import Velto.Design
+import Velto.Shell
+import Velto.Stores
+
+// The question on show, in the open panel. The keyboard comes to the bar itself first, which Return can't answer; Tab or an arrow goes
+// on to the answers.
+Item {
+    id: root
+
+    required property PeekLine line
+    required property UI ui
+
+    readonly property bool asks: root.line.onShow && root.line.isQuestion
+    readonly property bool here: root.activeFocus || pills.focused
+    readonly property real barHeight: 38
+
+    // For the keys of the panel and the order of its controls.
+    readonly property bool comesFirst: true
+    readonly property bool takesReturn: true
+    readonly property bool keepsKeys: true
+
+    visible: root.asks
+    height: root.barHeight + (unfolded.visible ? Math.min((unfolded.item as UnfoldedQuestion).wanted, unfolded.height) : 0)
+    activeFocusOnTab: true
+    Accessible.role: Accessible.Grouping
+    Accessible.name: Plain.line(root.line.text)
+    Accessible.description: qsTr("Tab goes on to Deny and Allow")
+    Accessible.focusable: true
+    Keys.onRightPressed: pills.choose(false)
+    Keys.onLeftPressed: pills.choose(true)
+    Keys.onPressed: event => {
+        const step = event.key === Qt.Key_Down ? 30 : event.key === Qt.Key_Up ? -30 : event.key === Qt.Key_PageDown ? 200 : event.key === Qt.Key_PageUp ? -200 : 0;
+        const whole = unfolded.item as UnfoldedQuestion;
+        if (step === 0 || !whole)
+            return;
+        event.accepted = true;
+        whole.scroll(step);
+    }
+    onHereChanged: root.ui.holdUnfolded(root.here)
+    onVisibleChanged: {
+        if (!root.visible)
+            root.ui.questionHovered(false);
+    }
+
+    // Another question in the same place: what one was about to press isn't meant for it.
+    Connections {
+        target: root.line
+        property int serial: root.line.serial
+        function onChanged(): void {
+            if (serial === root.line.serial)
+                return;
+            serial = root.line.serial;
+            if (pills.focused)
+                root.forceActiveFocus(Qt.OtherFocusReason);
+        }
+    }
+
+    HoverHandler {
+        onHoveredChanged: root.ui.questionHovered(hovered)
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        radius: 12
+        color: Theme.popover
+        border.width: 1
+        border.color: Theme.at(Theme.amber, 0.4)
+    }
+    Symbol {
+        id: symbol
+
+        x: 14
+        y: (root.barHeight - height) / 2
+        name: root.line.symbol
+        color: Theme.amber
+    }
+    QuestionLine {
+        anchors.left: symbol.right
+        anchors.leftMargin: 10
+        anchors.right: pills.left
+        anchors.rightMargin: 12
+        y: (root.barHeight - height) / 2
+        longestName: root.width / 3
+        line: root.line
+        unfolded: root.ui.unfolded
+    }
+    AnswerPills {
+        id: pills
+
+        anchors.right: parent.right
+        anchors.rightMargin: 12
+        y: (root.barHeight - height) / 2
+        line: root.line
+        tone: Theme.amber
+    }
+    Item {
+        y: root.barHeight
+        width: root.width
+        height: root.height - y
+        clip: true
+
+        Loader {
+            id: unfolded
+
+            readonly property bool wanted: root.ui.unfolded && root.visible && root.ui.expanded
+
+            x: 14
+            width: root.width - 26
+            height: 320
+            visible: wanted && item !== null
+            onWantedChanged: {
+                if (wanted)
+                    setSource("UnfoldedQuestion.qml", {
+                        line: root.line,
+                        ui: root.ui,
+                        takesKeyboard: true
+                    });
+                else
+                    source = "";
+            }
+        }
+    }
+    FocusRing {
+        corner: 12
+        visible: root.activeFocus
+        z: 1
+    }
+}

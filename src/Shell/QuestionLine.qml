@@ -1,0 +1,91 @@
+import QtQuick
+import Velto.Design
+import Velto.Stores
+
+// A question on one line: who asks, with what tool, to do what. The parts differ in their look, so that none can pose as another. The
+// name gives way first, then what would be done, and the tool last of all; whatever is cut ends in "…".
+Item {
+    id: root
+
+    required property PeekLine line
+    required property bool unfolded
+
+    readonly property int gap: 8
+    /// A name is never more than a third of the row that this stands in.
+    property real longestName: 520 / 3
+    readonly property real leastName: Math.min(name.implicitWidth, 64)
+    readonly property real leastDetail: Math.min(detail.implicitWidth, 72)
+    readonly property real room: root.width - chevron.width - 2 * root.gap
+
+    height: 22
+    Accessible.ignored: true
+
+    PlainText {
+        id: name
+
+        anchors.verticalCenter: parent.verticalCenter
+        width: Math.min(implicitWidth, root.longestName, Math.max(root.leastName, root.room - chip.width - root.gap - detail.implicitWidth))
+        text: root.line.session
+        color: Theme.glassSecondary
+        size: Theme.textBody
+        Accessible.ignored: true
+    }
+    Rectangle {
+        id: chip
+
+        x: name.width > 0 ? name.x + name.width + root.gap : 0
+        anchors.verticalCenter: parent.verticalCenter
+        visible: tool.text !== ""
+        width: visible ? tool.width + 12 : 0
+        height: 20
+        radius: 6
+        color: Theme.at("white", 0.14)
+
+        PlainText {
+            id: tool
+
+            x: 6
+            anchors.verticalCenter: parent.verticalCenter
+            width: Math.min(implicitWidth, Math.max(40, root.room - root.leastName - root.leastDetail - root.gap - 12))
+            text: root.line.tool
+            color: "white"
+            size: Theme.textBody
+            weight: Font.DemiBold
+            Accessible.ignored: true
+        }
+    }
+    PlainText {
+        id: detail
+
+        x: chip.visible ? chip.x + chip.width + root.gap : chip.x
+        anchors.verticalCenter: parent.verticalCenter
+        width: Math.min(implicitWidth, Math.max(0, root.width - x - chevron.width - root.gap))
+        text: root.line.detail
+        color: root.line.hasDetail ? "white" : Theme.glassTertiary
+        size: Theme.textBody
+        font.family: root.line.exact && root.line.hasDetail ? Theme.fixedFamily : Theme.family
+        font.italic: !root.line.hasDetail
+        Accessible.ignored: true
+    }
+    PlainText {
+        x: detail.x + detail.width + root.gap
+        anchors.verticalCenter: parent.verticalCenter
+        width: Math.max(0, Math.min(implicitWidth, root.width - x - chevron.width - root.gap))
+        visible: root.line.place !== "" && width > 24
+        text: root.line.place
+        color: Theme.glassTertiary
+        size: Theme.textSmall
+        font.family: Theme.fixedFamily
+        Accessible.ignored: true
+    }
+    // There is more than the row can tell.
+    Symbol {
+        id: chevron
+
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        name: root.unfolded ? "chevron.up" : "chevron.down"
+        size: Theme.textTiny
+        color: Theme.glassTertiary
+    }
+}

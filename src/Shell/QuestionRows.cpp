@@ -1,0 +1,89 @@
+#include "Shell/QuestionRows.h"
+
+#include "Core/Visible.h"
+
+namespace velto {
+
+namespace {
+
+/// Where the piece ends that starts here: behind so many lines or characters, but never within a run of blanks or of something
+/// that shows nothing, whose number would be told twice.
+qsizetype endOfPiece(QStringView text, qsizetype start)
+{
+    qsizetype lines = 0;
+    qsizetype end = start;
+    while (end < text.size()) {
+        const QChar c = text.at(end++);
+        lines += c == u'\n';
+        const bool full = lines >= QuestionRows::kMostLines || end - start >= QuestionRows::kMostCharacters;
+        const bool inRun = end < text.size() && text.at(end) == c && (c.isSpace() || !c.isPrint());
+        if (full && !inRun && !c.isHighSurrogate())
+            break;
+    }
+    return end;
+}
+
+} // namespace
+
+void QuestionRows::set(const QList<QuestionPart> &parts)
+{
+    beginResetModel();
+    m_parts = parts;
+    m_pieces.clear();
+    for (qsizetype part = 0; part < m_parts.size(); ++part) {
+        const QStringView text = m_parts.at(part).text;
+        bool continued = false;
+        qsizetype start = 0;
+        do {
+            const qsizetype end = endOfPiece(text, start);
+            const bool closed = end > start && end < text.size() && text.at(end - 1) == u'\n';
+            m_pieces.append({part, start, end - start - (closed ? 1 : 0), continued});
+            continued = !closed;
+            start = end;
+        } while (start < text.size());
+    }
+    endResetModel();
+}
+
+int QuestionRows::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : int(m_pieces.size());
+}
+
+QVariant QuestionRows::data(const QModelIndex &index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    const Piece &piece = m_pieces.at(index.row());
+    const QuestionPart &part = m_parts.at(piece.part);
+    switch (role) {
+    case Label:
+        return piece.start == 0 ? part.label : QString();
+    case Text: {
+        constexpr qsizetype kWhole = 1'000'000;
+        const Wording wording = part.look == QuestionPart::Look::Words ? Wording::Prose : Wording::Exact;
+        return visibleLines(QStringView(part.text).sliced(piece.start, piece.length), wording, kWhole);
+    }
+    case Look:
+        return int(part.look);
+    case Beside:
+        return part.beside;
+    case Continued:
+        return piece.continued;
+    case Ends: {
+        // A row of a field stands apart from the next; a part of a difference doesn't.
+        const bool whole = piece.start + piece.length >= part.text.size();
+        const qsizetype next = piece.part + 1;
+        return whole && (part.beside || next == m_parts.size() || m_parts.at(next).beside);
+    }
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> QuestionRows::roleNames() const
+{
+    return {{Label, "label"}, {Text, "words"}, {Look, "look"}, {Beside, "beside"}, {Continued, "continued"}, {Ends, "ends"}};
+}
+
+} // namespace velto

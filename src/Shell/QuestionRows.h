@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Shell/QuestionText.h"
+
+#include <QAbstractListModel>
+
+namespace velto {
+
+/// The whole of a question as rows of a list. A part of it is cut into pieces of a few lines, and a piece is made fit to be shown
+/// when somebody looks at it: so the longest question costs no more than what of it is in sight. UI thread only.
+class QuestionRows : public QAbstractListModel {
+    Q_OBJECT
+public:
+    /// The most lines, and about the most characters, of one row.
+    static constexpr qsizetype kMostLines = 40;
+    static constexpr qsizetype kMostCharacters = 2'000;
+
+    using QAbstractListModel::QAbstractListModel;
+
+    void set(const QList<QuestionPart> &parts);
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+private:
+    enum Role : int { Label = Qt::UserRole, Text, Look, Beside, Continued, Ends };
+    struct Piece {
+        qsizetype part;
+        qsizetype start;
+        qsizetype length;
+        bool continued; ///< it begins in the middle of a line
+    };
+
+    QList<QuestionPart> m_parts;
+    QList<Piece> m_pieces;
+};
+
+} // namespace velto

@@ -1,0 +1,324 @@
+#include "Shell/QuestionText.h"
+
+#include "Core/Texts.h"
+#include "Core/Visible.h"
+
+#include <QCoreApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <algorithm>
+#include <array>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+/// More characters than any row can show.
+constexpr qsizetype kLongestRow = 400;
+/// Texts of so many lines times so many are compared line by line; of longer ones all goes and all comes.
+constexpr qsizetype kMostCompared = 250'000;
+
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(Question)
+};
+
+/// The tools of Claude Code whose input has one field that tells it all. What else comes in the input is shown too.
+struct KnownTool {
+    QLatin1StringView name;
+    QLatin1StringView field;
+    enum class Kind : quint8 { Text, File, Plan } kind = Kind::Text;
+};
+constexpr std::array kKnownTools{
+    KnownTool{"Bash"_L1, "command"_L1},
+    KnownTool{"WebFetch"_L1, "url"_L1},
+    KnownTool{"WebSearch"_L1, "query"_L1},
+    KnownTool{"Glob"_L1, "pattern"_L1},
+    KnownTool{"Grep"_L1, "pattern"_L1},
+    KnownTool{"Read"_L1, "file_path"_L1, KnownTool::Kind::File},
+    KnownTool{"Write"_L1, "file_path"_L1, KnownTool::Kind::File},
+    KnownTool{"Edit"_L1, "file_path"_L1, KnownTool::Kind::File},
+    KnownTool{"MultiEdit"_L1, "file_path"_L1, KnownTool::Kind::File},
+    KnownTool{"NotebookEdit"_L1, "notebook_path"_L1, KnownTool::Kind::File},
+    KnownTool{"ExitPlanMode"_L1, "plan"_L1, KnownTool::Kind::Plan},
+};
+
+/// The table's entry, if the input has that field as a text. Of any other tool the whole input tells what it would do: a field
+/// that happens to be called "command" may be the least of it.
+const KnownTool *knownTool(const Question &question)
+{
+    const auto known = std::ranges::find(kKnownTools, question.tool, &KnownTool::name);
+    if (known == kKnownTools.end() || question.input.toObject().value(known->field).toString().isEmpty())
+        return nullptr;
+    return &*known;
+}
+
+/// A value as it is written in JSON; a text of its own without quotation marks.
+QString written(const QJsonValue &value)
+{
+    if (value.isString())
+        return value.toString();
+    if (value.isArray())
+        return QString::fromUtf8(QJsonDocument(value.toArray()).toJson(QJsonDocument::Compact));
+    if (value.isObject())
+        return QString::fromUtf8(QJsonDocument(value.toObject()).toJson(QJsonDocument::Compact));
+    const QByteArray list = QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
+    return QString::fromUtf8(list.sliced(1, list.size() - 2));
+}
+
+bool isNothing(const QJsonValue &value)
+{
+    return value.isUndefined() || value.isNull() || (value.isObject() && value.toObject().isEmpty())
+        || (value.isString() && value.toString().isEmpty()) || (value.isArray() && value.toArray().isEmpty());
+}
+
+/// The beginning of the arguments on one line.
+QString argumentsLine(const QJsonValue &input)
+{
+    if (!input.isObject())
+        return isNothing(input) ? QString() : written(input).left(kLongestRow);
+    QString line;
+    const QJsonObject object = input.toObject();
+    for (auto each = object.begin(); each != object.end() && line.size() < kLongestRow; ++each) {
+        line += line.isEmpty() ? QString() : u", "_s;
+        line += each.key().left(kLongestRow) + ": "_L1;
+        // A text is quoted, so that it can't pose as one more argument.
+        const QString value = each->isString() ? written(QJsonArray{each->toString().left(kLongestRow)}) : written(*each);
+        line += each->isString() ? value.sliced(1, value.size() - 2) : value.left(kLongestRow);
+    }
+    return line;
+}
+
+/// Where a file is, seen from the session's folder; empty if it's right there.
+QString placeOf(const QString &path, const std::optional<QString> &folder)
+{
+    const qsizetype slash = path.lastIndexOf(u'/');
+    if (slash < 0)
+        return {};
+    const QString place = slash == 0 ? u"/"_s : path.left(slash);
+    if (!folder || place.contains("/../"_L1) || place.endsWith("/.."_L1))
+        return place;
+    if (place == *folder)
+        return {};
+    return place.startsWith(*folder + u'/') ? place.sliced(folder->size() + 1) : place;
+}
+
+class Parts {
+public:
+    using Look = QuestionPart::Look;
+
+    explicit Parts(const Question &question)
+        : m_question(question)
+        , m_rest(question.input.toObject())
+    {
+    }
+
+    QList<QuestionPart> all()
+    {
+        if (const KnownTool *known = knownTool(m_question))
+            takeKnown(*known);
+        else
+            takeArguments();
+        field(Texts::tr("Described as"), m_description, Look::Words);
+        for (auto each = m_rest.begin(); each != m_rest.end(); ++each)
+            field(visibleLine(each.key(), Wording::Exact, 40), written(*each), Look::Exact);
+        field(Texts::tr("Session"), m_question.session, Look::Words);
+        field(Texts::tr("Folder"), m_question.cwd.value_or(QString()), Look::Exact);
+        return m_parts;
+    }
+
+private:
+    QString take(QLatin1StringView key)
+    {
+        const QJsonValue value = m_rest.value(key);
+        if (value.isString())
+            m_rest.remove(key);
+        return value.toString();
+    }
+
+    void field(const QString &label, const QString &text, Look look)
+    {
+        if (!text.isEmpty())
+            m_parts.append({label, text, look, true});
+    }
+
+    void block(const QString &label, const QString &text, Look look)
+    {
+        if (!text.isEmpty())
+            m_parts.append({label, text, look, false});
+    }
+
+    void takeKnown(const KnownTool &known)
+    {
+        const QString told = take(known.field);
+        if (known.kind == KnownTool::Kind::Plan) {
+            block(Texts::tr("Plan"), told, Look::Words);
+        } else if (known.kind == KnownTool::Kind::File) {
+            field(Texts::tr("File"), told, Look::Exact);
+            takeChanges();
+        } else {
+            block({}, told, Look::Exact);
+        }
+        m_description = take("description"_L1);
+    }
+
+    /// What a file tool writes: one change or several, or all of a file.
+    void takeChanges()
+    {
+        m_parts += change(m_rest);
+        const QJsonArray edits = m_rest.value("edits"_L1).toArray();
+        const bool clear = std::ranges::all_of(edits, [](const QJsonValue &edit) { return edit.isObject(); });
+        if (!clear)
+            return; // stays among the rest, as it is
+        m_rest.remove("edits"_L1);
+        for (int i = 0; i < edits.size(); ++i) {
+            QJsonObject edit = edits.at(i).toObject();
+            m_parts.append({Texts::tr("Change %1").arg(i + 1), {}, Look::Words, false});
+            m_parts += change(edit);
+            for (auto each = edit.begin(); each != edit.end(); ++each)
+                field(visibleLine(each.key(), Wording::Exact, 40), written(*each), Look::Exact);
+        }
+    }
+
+    static QList<QuestionPart> change(QJsonObject &from)
+    {
+        const auto pull = [&from](QLatin1StringView key) {
+            const QJsonValue value = from.value(key);
+            if (value.isString())
+                from.remove(key);
+            return value.toString();
+        };
+        QString before = pull("old_string"_L1);
+        QString after = pull("new_string"_L1);
+        for (const auto key : {"content"_L1, "new_source"_L1})
+            after += pull(key);
+        return difference(before, after);
+    }
+
+    void takeArguments()
+    {
+        if (m_question.tool.startsWith("mcp__"_L1)) {
+            // "mcp__SERVER__TOOL"; a server's name may hold underscores too.
+            const QString name = m_question.tool.sliced(5);
+            const qsizetype split = name.indexOf("__"_L1);
+            field(Texts::tr("Server"), split < 0 ? name : name.left(split), Look::Exact);
+            field(Texts::tr("Tool"), split < 0 ? QString() : name.sliced(split + 2), Look::Exact);
+        } else {
+            field(Texts::tr("Tool"), m_question.tool, Look::Exact);
+        }
+        m_rest = {};
+        const QJsonValue &input = m_question.input;
+        if (isNothing(input))
+            m_parts.append({Texts::tr("Input"), Texts::tr("none"), Look::Words, true});
+        else if (input.isObject())
+            block(Texts::tr("Input"), indented(QJsonDocument(input.toObject())), Look::Exact);
+        else if (input.isArray())
+            block(Texts::tr("Input"), indented(QJsonDocument(input.toArray())), Look::Exact);
+        else
+            block(Texts::tr("Input"), written(input), Look::Exact);
+    }
+
+    static QString indented(const QJsonDocument &document)
+    {
+        return QString::fromUtf8(document.toJson(QJsonDocument::Indented).trimmed());
+    }
+
+    const Question &m_question;
+    QJsonObject m_rest; ///< what of the input hasn't been told yet
+    QString m_description;
+    QList<QuestionPart> m_parts;
+};
+
+using Lines = QList<QStringView>;
+
+/// How the middle of two texts differ, as runs of lines. The longest common sequence, worked out from the end.
+template <typename Put> void compare(const Lines &before, const Lines &after, Put put)
+{
+    using Look = QuestionPart::Look;
+    const qsizetype rows = before.size();
+    const qsizetype columns = after.size();
+    const bool compared = rows * columns <= kMostCompared;
+    std::vector<quint16> common(compared ? std::size_t((rows + 1) * (columns + 1)) : 0);
+    const auto at = [&](qsizetype row, qsizetype column) -> quint16 & {
+        return common[std::size_t(row * (columns + 1) + column)];
+    };
+    for (qsizetype row = compared ? rows - 1 : -1; row >= 0; --row) {
+        for (qsizetype column = columns - 1; column >= 0; --column)
+            at(row, column) = before[row] == after[column] ? quint16(at(row + 1, column + 1) + 1)
+                                                           : std::max(at(row + 1, column), at(row, column + 1));
+    }
+    qsizetype row = 0;
+    qsizetype column = 0;
+    while (row < rows || column < columns) {
+        if (compared && row < rows && column < columns && before[row] == after[column]) {
+            put(Look::Exact, before[row]);
+            ++row;
+            ++column;
+        } else if (row < rows && (!compared || column == columns || at(row + 1, column) >= at(row, column + 1))) {
+            put(Look::Removed, before[row++]);
+        } else {
+            put(Look::Added, after[column++]);
+        }
+    }
+}
+
+} // namespace
+
+QList<QuestionPart> difference(const QString &before, const QString &after)
+{
+    const Lines from = before.isEmpty() ? Lines() : QStringView(before).split(u'\n');
+    const Lines to = after.isEmpty() ? Lines() : QStringView(after).split(u'\n');
+    const auto head = std::mismatch(from.begin(), from.end(), to.begin(), to.end()).first - from.begin();
+    const auto room = std::min(from.size(), to.size()) - head;
+    qsizetype tail = 0;
+    while (tail < room && from[from.size() - 1 - tail] == to[to.size() - 1 - tail])
+        ++tail;
+
+    QList<QuestionPart> parts;
+    const auto put = [&parts](QuestionPart::Look look, QStringView line) {
+        if (parts.isEmpty() || parts.last().look != look) {
+            parts.append({{}, line.toString(), look, false});
+        } else {
+            parts.last().text += u'\n';
+            parts.last().text += line;
+        }
+    };
+    for (qsizetype i = 0; i < head; ++i)
+        put(QuestionPart::Look::Exact, from[i]);
+    compare(from.sliced(head, from.size() - head - tail), to.sliced(head, to.size() - head - tail), put);
+    for (qsizetype i = from.size() - tail; i < from.size(); ++i)
+        put(QuestionPart::Look::Exact, from[i]);
+    return parts;
+}
+
+QuestionLine questionLine(const Question &question)
+{
+    const auto exact = [](const QString &text) { return visibleLine(text, Wording::Exact, kLongestRow); };
+    QuestionLine line;
+    line.session = visibleLine(question.session, Wording::Prose, kLongestRow);
+    line.tool = exact(question.tool);
+    const KnownTool *known = knownTool(question);
+    if (!known) {
+        line.detail = exact(argumentsLine(question.input));
+        return line;
+    }
+    const QString told = question.input.toObject().value(known->field).toString();
+    if (known->kind == KnownTool::Kind::File) {
+        line.detail = exact(lastPathComponent(told));
+        line.place = exact(placeOf(told, question.cwd));
+    } else {
+        line.detail = exact(told);
+        line.exact = known->kind != KnownTool::Kind::Plan;
+    }
+    return line;
+}
+
+QList<QuestionPart> questionParts(const Question &question)
+{
+    return Parts(question).all();
+}
+
+} // namespace velto

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Core/Peek.h"
+
+#include <QList>
+
+namespace velto {
+
+/// What the row says of a question, fit to be shown. Each part is one line and stands for itself.
+struct QuestionLine {
+    QString session;
+    QString tool;
+    QString detail; ///< what the tool would do; empty if nothing was given
+    QString place; ///< the folder of the file that `detail` names, unless it is the session's own
+    bool exact = true; ///< the detail is a command, a path or the like, not words
+
+    bool operator==(const QuestionLine &) const = default;
+};
+
+/// A part of the whole question, as it came. It isn't fit to be shown yet: see visibleLines().
+struct QuestionPart {
+    enum class Look : int { Words, Exact, Removed, Added };
+
+    QString label; ///< our own word for it; empty in the middle of a part
+    QString text;
+    Look look = Look::Exact;
+    bool beside = true; ///< the label stands beside the text, else above it
+
+    bool operator==(const QuestionPart &) const = default;
+};
+
+QuestionLine questionLine(const Question &question);
+
+/// All of it: first what would be done, then who asks.
+QList<QuestionPart> questionParts(const Question &question);
+
+/// The step from one text to another, line by line: what stays, what goes and what comes, as parts.
+QList<QuestionPart> difference(const QString &before, const QString &after);
+
+} // namespace velto

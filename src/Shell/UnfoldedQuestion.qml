@@ -1,0 +1,51 @@
+import QtQuick
+import Velto.Design
+import Velto.Shell
+import Velto.Stores
+
+// The whole question, under its row: what would be done, line by line, and who asks. It scrolls, and makes only what is in sight.
+Item {
+    id: root
+
+    required property PeekLine line
+    required property UI ui
+    property bool takesKeyboard: false
+
+    /// The height that shows all of it, as far as that is known; 0 before.
+    readonly property real wanted: list.contentHeight > 0 ? list.contentHeight + 18 : 0
+
+    function scroll(by: real): void {
+        list.contentY = Math.max(list.originY, Math.min(list.originY + list.contentHeight - list.height, list.contentY + by));
+    }
+
+    Component.onCompleted: list.model = root.line.unfold()
+    Component.onDestruction: root.line.fold()
+
+    Rectangle {
+        width: parent.width
+        height: 1
+        color: Theme.at("white", 0.1)
+    }
+    ListView {
+        id: list
+
+        anchors.fill: parent
+        anchors.topMargin: 9
+        anchors.bottomMargin: 9
+        clip: true
+        boundsBehavior: Flickable.StopAtBounds
+        Accessible.role: Accessible.List
+        Accessible.name: qsTr("The whole question")
+
+        delegate: QuestionPiece {
+            width: ListView.view.width - 12
+            takesKeyboard: root.takesKeyboard
+        }
+    }
+    ScrollThumb {
+        anchors.right: parent.right
+        y: list.y
+        height: list.height
+        area: list
+    }
+}

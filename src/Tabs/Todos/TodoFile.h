@@ -1,0 +1,47 @@
+#pragma once
+
+#include "Platform/FileWriter.h"
+#include "Tabs/Todos/Todo.h"
+
+#include <QByteArray>
+#include <QDateTime>
+#include <optional>
+
+namespace velto {
+
+/// The file of the todos, and what it held when it was last read or written here. A file that holds something else, because it is
+/// damaged or another program changed it, is copied to a name of its own before it is replaced; one that can't be read, and so
+/// not be copied, isn't replaced. Used on one thread at a time.
+class TodoFile {
+public:
+    struct Reading {
+        std::optional<QList<Todo>> todos; ///< nothing if they can't be made out
+        QByteArray digest; ///< of what was read
+        std::optional<FileError> error;
+    };
+
+    TodoFile(Files &files, QString path);
+
+    Reading read() const;
+    /// What another program has put there since; nothing if nobody did.
+    std::optional<Reading> changedByOthers();
+    /// This is what Velto goes on from.
+    void accept(const QByteArray &digest) { m_known = digest; }
+    FileWriter::Outcome write(const QList<Todo> &todos, const QDateTime &now);
+
+private:
+    struct Stamp {
+        QDateTime modified;
+        qint64 size = 0;
+        bool operator==(const Stamp &) const = default;
+    };
+    bool keepForeign(const QDateTime &now, FileWriter::Outcome &outcome);
+    QString name() const;
+
+    Files &m_files;
+    QString m_path;
+    QByteArray m_known; ///< the digest of what stands there if nobody else wrote it
+    std::optional<Stamp> m_looked; ///< of the file that was found to be ours
+};
+
+} // namespace velto

@@ -1,0 +1,168 @@
+#include "Tabs/Todos/TodoJson.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSet>
+#include <initializer_list>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+bool take(const QJsonObject &object, QLatin1StringView key, QString &field)
+{
+    const QJsonValue value = object[key];
+    field = value.toString();
+    return value.isString();
+}
+
+bool take(const QJsonObject &object, QLatin1StringView key, qint64 &field)
+{
+    const QJsonValue value = object[key];
+    field = value.toInteger(0);
+    return value.isDouble() && value.toInteger(1) == field; // a fraction gives both defaults
+}
+
+/// What is left of an object without the keys that were read.
+QJsonObject without(QJsonObject object, std::initializer_list<QLatin1StringView> known)
+{
+    if (object.size() == qsizetype(known.size()))
+        return {};
+    for (const QLatin1StringView key : known)
+        object.remove(key);
+    return object;
+}
+
+bool take(const QJsonObject &object, QLatin1StringView key, QList<Comment> &field)
+{
+    const QJsonValue value = object[key];
+    for (const QJsonValueConstRef entry : value.toArray()) {
+        const QJsonObject comment = entry.toObject();
+        if (!take(comment, "at"_L1, field.emplaceBack().at) || !take(comment, "text"_L1, field.back().text))
+            return false;
+        field.back().unknown = without(comment, {"at"_L1, "text"_L1});
+    }
+    return value.isArray();
+}
+
+/// A number of its own for each: rows and changes go by it.
+void makeDistinct(QList<Todo> &todos)
+{
+    QSet<qint64> taken{0}; // a draft's
+    taken.reserve(todos.size() + 1);
+    QList<qsizetype> again;
+    for (qsizetype place = 0; place < todos.size(); ++place) {
+        if (taken.contains(todos.at(place).id))
+            again.append(place);
+        taken.insert(todos.at(place).id);
+    }
+    qint64 next = 0;
+    for (const qsizetype place : again) {
+        do
+            ++next;
+        while (taken.contains(next));
+        taken.insert(next);
+        todos[place].id = next;
+    }
+}
+
+/// A text in quotes, as JSON has it.
+void put(QByteArray &json, const QString &text)
+{
+    if (!text.isValidUtf16()) { // half a character, which only an escape can hold
+        const QByteArray list = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
+        json += list.sliced(1, list.size() - 2);
+        return;
+    }
+    json += '"';
+    const QByteArray bytes = text.toUtf8();
+    const char *written = bytes.cbegin();
+    for (const char *at = written; at != bytes.cend(); ++at) {
+        if (uchar(*at) >= 0x20 && *at != '"' && *at != '\\')
+            continue;
+        json.append(written, at - written);
+        written = at + 1;
+        if (uchar(*at) < 0x20)
+            json += "\\u00" + QByteArray::number(*at, 16).rightJustified(2, '0');
+        else
+            (json += '\\') += *at;
+    }
+    json.append(written, bytes.cend() - written) += '"';
+}
+
+void put(QByteArray &json, const char *key, const QString &text)
+{
+    json += key;
+    put(json, text);
+}
+
+/// What stands behind the known keys of an object.
+void put(QByteArray &json, const QJsonObject &unknown)
+{
+    if (unknown.isEmpty())
+        return;
+    const QByteArray object = QJsonDocument(unknown).toJson(QJsonDocument::Compact);
+    (json += ',').append(object.constData() + 1, object.size() - 2);
+}
+
+void put(QByteArray &json, const Todo &todo)
+{
+    json += "{\"id\":" + QByteArray::number(todo.id);
+    put(json, ",\"title\":", todo.title);
+    put(json, ",\"details\":", todo.details);
+    put(json, ",\"due\":", todo.due);
+    put(json, ",\"who\":", todo.who);
+    put(json, ",\"project\":", todo.project);
+    put(json, ",\"scope\":", todo.scope);
+    json += ",\"prio\":" + QByteArray::number(todo.prio) + ",\"comments\":[";
+    for (const Comment &comment : todo.comments) {
+        json += json.endsWith('[') ? "{" : ",{";
+        put(json, "\"at\":", comment.at);
+        put(json, ",\"text\":", comment.text);
+        put(json, comment.unknown);
+        json += '}';
+    }
+    json += ']';
+    put(json, todo.unknown);
+    json += '}';
+}
+
+} // namespace
+
+// By hand, since it is done at each change: the toolkit takes six times as long.
+QByteArray encodeTodos(const QList<Todo> &todos)
+{
+    QByteArray json = "[";
+    for (const Todo &todo : todos) {
+        if (json.size() > 1)
+            json += ',';
+        put(json, todo);
+    }
+    return json += ']';
+}
+
+std::optional<QList<Todo>> decodeTodos(const QByteArray &json)
+{
+    const QJsonDocument document = QJsonDocument::fromJson(json);
+    if (!document.isArray())
+        return std::nullopt;
+    QList<Todo> todos;
+    for (const QJsonValueConstRef entry : document.array()) {
+        const QJsonObject object = entry.toObject();
+        Todo &todo = todos.emplaceBack();
+        if (!take(object, "id"_L1, todo.id) || !take(object, "title"_L1, todo.title) || !take(object, "details"_L1, todo.details)
+            || !take(object, "due"_L1, todo.due) || !take(object, "who"_L1, todo.who) || !take(object, "project"_L1, todo.project)
+            || !take(object, "scope"_L1, todo.scope) || !take(object, "prio"_L1, todo.prio)
+            || !take(object, "comments"_L1, todo.comments))
+            return std::nullopt;
+        todo.unknown = without(
+            object, {"id"_L1, "title"_L1, "details"_L1, "due"_L1, "who"_L1, "project"_L1, "scope"_L1, "prio"_L1, "comments"_L1});
+    }
+    makeDistinct(todos);
+    return todos;
+}
+
+} // namespace velto

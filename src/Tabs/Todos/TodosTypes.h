@@ -1,0 +1,21 @@
+#pragma once
+
+#include "Tabs/Todos/TodosSource.h"
+
+#include <QtQml/qqml.h>
+
+// Each declaration gives QML the type of a store, for property types, the compiler and the linter. None can be made there.
+
+struct TodosSourceType {
+    Q_GADGET
+    QML_FOREIGN(velto::TodosSource)
+    QML_NAMED_ELEMENT(TodosSource)
+    QML_UNCREATABLE("Made in C++")
+};
+
+struct DraftFormType {
+    Q_GADGET
+    QML_FOREIGN(velto::DraftForm)
+    QML_NAMED_ELEMENT(DraftFormStore) // the view is DraftForm
+    QML_UNCREATABLE("Made in C++")
+};

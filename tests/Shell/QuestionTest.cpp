@@ -1,0 +1,167 @@
+#include "RunTests.h"
+#include "Shell/QuestionRows.h"
+#include "Shell/QuestionText.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+Question question(const QString &tool, const QJsonValue &input, const QString &session = u"api"_s)
+{
+    return {session, u"/home/me/api"_s, tool, input};
+}
+
+/// "label: text", with − and + before what goes and what comes.
+QStringList told(const QList<QuestionPart> &parts)
+{
+    QStringList lines;
+    for (const QuestionPart &part : parts) {
+        const QString sign = part.look == QuestionPart::Look::Removed ? u"−"_s
+            : part.look == QuestionPart::Look::Added                  ? u"+"_s
+                                                                      : QString();
+        lines.append((part.label.isEmpty() ? QString() : part.label + ": "_L1) + sign + part.text);
+    }
+    return lines;
+}
+
+} // namespace
+
+/// What a person reads of a question, whoever words it.
+class QuestionTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theRowTellsWhatCounts_data()
+    {
+        columns<QString, QJsonValue, QString>({"tool", "input", "line"});
+        const auto row = [](const char *what, const QString &tool, const QJsonValue &input, const QString &line) {
+            QTest::newRow(what) << tool << input << line;
+        };
+        row("a command", u"Bash"_s, QJsonObject{{u"command"_s, u"npm test"_s}}, u"Bash|npm test|"_s);
+        row("its hidden half", u"Bash"_s, QJsonObject{{u"command"_s, u"ls\u200B\nrm -rf ~"_s}}, u"Bash|ls‹U+200B› ⏎ rm -rf ~|"_s);
+        row("a file here", u"Edit"_s, QJsonObject{{u"file_path"_s, u"/home/me/api/a.c"_s}}, u"Edit|a.c|"_s);
+        row("a file below", u"Write"_s, QJsonObject{{u"file_path"_s, u"/home/me/api/.git/hooks/pre-commit"_s}},
+            u"Write|pre-commit|.git/hooks"_s);
+        row("a file elsewhere", u"Edit"_s, QJsonObject{{u"file_path"_s, u"/home/me/.ssh/config"_s}},
+            u"Edit|config|/home/me/.ssh"_s);
+        row("a way out", u"Edit"_s, QJsonObject{{u"file_path"_s, u"/home/me/api/../.ssh/config"_s}},
+            u"Edit|config|/home/me/api/../.ssh"_s);
+        row("no file but a command", u"Edit"_s, QJsonObject{{u"command"_s, u"rm x"_s}}, u"Edit|command: \"rm x\"|"_s);
+        // The field that sounds harmless isn't all that a foreign tool is given.
+        row("a foreign tool", u"mcp__sh__run"_s, QJsonObject{{u"command"_s, u"rm"_s}, {u"file_path"_s, u"README"_s}},
+            u"mcp__sh__run|command: \"rm\", file_path: \"README\"|"_s);
+        row("an argument in an argument", u"mcp__a__b"_s, QJsonObject{{u"a"_s, u"x\", b: \"y"_s}},
+            u"mcp__a__b|a: \"x\\\", b: \\\"y\"|"_s);
+        row("a list", u"x"_s, QJsonArray{1, u"a"_s}, u"x|[1,\"a\"]|"_s);
+        row("nothing", u"x"_s, QJsonObject(), u"x||"_s);
+        row("not even a tool", QString(), QJsonValue(QJsonValue::Undefined), u"||"_s);
+    }
+    void theRowTellsWhatCounts()
+    {
+        QFETCH(QString, tool);
+        QFETCH(QJsonValue, input);
+        QFETCH(QString, line);
+        const QuestionLine read = questionLine(question(tool, input));
+        QCOMPARE(read.tool + u'|' + read.detail + u'|' + read.place, line);
+    }
+
+    void namesAndFoldersPoseAsNothingElse()
+    {
+        Question asked =
+            question(u"Bash"_s, QJsonObject{{u"command"_s, u"rm"_s}}, u"app: Bash git\u202E\n"_s + QString(240'000, u'x'));
+        asked.cwd = QString(240'000, u'/');
+        const QuestionLine line = questionLine(asked);
+        QVERIFY(line.session.startsWith(u"app: Bash git‹U+202E› ⏎ xxx"_s) && line.session.endsWith(u'…'));
+        QVERIFY(line.session.size() < 500);
+        QCOMPARE(line.tool + line.detail, u"Bashrm"_s);
+        QCOMPARE(told(questionParts(asked)).first(), u"rm"_s); // whoever asks comes last
+    }
+
+    void allOfItUnfolds()
+    {
+        const QString here = u"Session: api"_s;
+        const QString folder = u"Folder: /home/me/api"_s;
+        QCOMPARE(told(questionParts(question(
+                     u"Bash"_s, QJsonObject{{u"command"_s, u"a\nb"_s}, {u"description"_s, u"Do it"_s}, {u"timeout"_s, 5000}}))),
+                 (QStringList{u"a\nb"_s, u"Described as: Do it"_s, u"timeout: 5000"_s, here, folder}));
+        QCOMPARE(told(questionParts(question(u"Edit"_s,
+                                             QJsonObject{{u"file_path"_s, u"/x/y"_s},
+                                                         {u"old_string"_s, u"one\ntwo\nthree"_s},
+                                                         {u"new_string"_s, u"one\n2\nthree\nfour"_s},
+                                                         {u"replace_all"_s, true}}))),
+                 (QStringList{u"File: /x/y"_s, u"one"_s, u"−two"_s, u"+2"_s, u"three"_s, u"+four"_s, u"replace_all: true"_s, here,
+                              folder}));
+        QCOMPARE(told(questionParts(question(u"Write"_s, QJsonObject{{u"file_path"_s, u"/x"_s}, {u"content"_s, u"a\nb"_s}}))),
+                 (QStringList{u"File: /x"_s, u"+a\nb"_s, here, folder}));
+        QCOMPARE(told(questionParts(question(u"ExitPlanMode"_s, QJsonObject{{u"plan"_s, u"# Plan\n1. Go"_s}}))),
+                 (QStringList{u"Plan: # Plan\n1. Go"_s, here, folder}));
+        QCOMPARE(told(questionParts(question(u"mcp__files__write_file"_s, QJsonObject{{u"n"_s, 1}, {u"at"_s, u"/x"_s}}))),
+                 (QStringList{u"Server: files"_s, u"Tool: write_file"_s, u"Input: {\n    \"at\": \"/x\",\n    \"n\": 1\n}"_s,
+                              here, folder}));
+        QCOMPARE(told(questionParts({u"api"_s, {}, u"Odd"_s, QJsonValue()})),
+                 (QStringList{u"Tool: Odd"_s, u"Input: none"_s, here}));
+    }
+
+    void theDifferenceTurnsOneTextIntoTheOther()
+    {
+        quint32 seed = 7;
+        const auto text = [&seed] {
+            QStringList lines;
+            for (int i = 0; i < 12; ++i)
+                lines.append(QString(QChar(u'a' + char16_t((seed = seed * 1'664'525 + 1'013'904'223) >> 30))));
+            return lines.join(u'\n');
+        };
+        for (int round = 0; round < 200; ++round) {
+            const QString before = text();
+            const QString after = text();
+            QStringList kept;
+            QStringList come;
+            for (const QuestionPart &part : difference(before, after)) {
+                if (part.look != QuestionPart::Look::Added)
+                    kept.append(part.text);
+                if (part.look != QuestionPart::Look::Removed)
+                    come.append(part.text);
+            }
+            QCOMPARE(kept.join(u'\n'), before);
+            QCOMPARE(come.join(u'\n'), after);
+        }
+    }
+
+    void theLongestIsCutIntoPiecesAndNothingIsLost_data()
+    {
+        columns<QString>({"text"});
+        QTest::newRow("one line") << QString(256'000, u'x');
+        QTest::newRow("many lines") << u"ab\n"_s.repeated(85'000) + u"end"_s;
+        QTest::newRow("no letters") << QString(200'000, u'\n') + u"end"_s;
+    }
+    void theLongestIsCutIntoPiecesAndNothingIsLost()
+    {
+        QFETCH(QString, text);
+        QuestionRows rows;
+        rows.set({{{}, text, QuestionPart::Look::Exact, false}});
+        const int role = rows.roleNames().key("words");
+        const int continued = rows.roleNames().key("continued");
+        QString all;
+        for (int row = 0; row < rows.rowCount(); ++row) {
+            const QString piece = rows.index(row).data(role).toString();
+            QVERIFY2(piece.size() <= 2 * QuestionRows::kMostCharacters, qPrintable(QString::number(piece.size())));
+            QVERIFY(piece.count(u'\n') <= QuestionRows::kMostLines);
+            all += (row == 0 || rows.index(row).data(continued).toBool() ? QString() : u"\n"_s) + piece;
+        }
+        if (text.startsWith(u'\n'))
+            QVERIFY(all.startsWith(u"\n‹⏎×19999"_s) && all.endsWith(u"\nend"_s));
+        else
+            QCOMPARE(all, text);
+    }
+};
+
+const Registered<QuestionTest> registered;
+
+} // namespace velto
+
+#include "QuestionTest.moc"

@@ -1,0 +1,129 @@
+#include "ViewWindow.h"
+
+#include "Design/Theme.h"
+
+#include <algorithm>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+/// What the eye sees of text, symbols and edges, measured on device pixels at whatever scale the program was started with.
+class PixelsTest : public ViewWindow {
+    Q_OBJECT
+private Q_SLOTS:
+    /// The middle of the capitals is the middle of what stands beside them or around them, as near as whole pixels come.
+    void capitalsAreLevel_data()
+    {
+        columns<QString>({"qml"});
+
+        const auto row = [](const char *name, const QString &qml) {
+            for (const int y : {3, 10, 17}) {
+                QTest::addRow("%s at %d", name, y)
+                    << u"Item { width: 300; height: 120; Item { y: %1; width: 300; height: 60\n%2 } }"_s.arg(QString::number(y),
+                                                                                                             qml);
+            }
+        };
+        const QString dot =
+            u"Rectangle { anchors.verticalCenter: parent.verticalCenter; x: 100; width: 8; height: 8; radius: 4; color: 'red' }"_s;
+        for (const int size : {10, 11, 12, 13, 15})
+            row(qPrintable(u"text of %1"_s.arg(size)),
+                u"PlainText { anchors.verticalCenter: parent.verticalCenter; text: 'H'; size: %1; color: 'white' }"_s.arg(size)
+                    + dot);
+        row("symbol",
+            u"Symbol { anchors.verticalCenter: parent.verticalCenter; name: 'circle'; size: 13; color: 'white' }"_s + dot);
+        row("small symbol",
+            u"Symbol { anchors.verticalCenter: parent.verticalCenter; name: 'circle'; size: 11; color: 'white' }"_s + dot);
+        row("count", u"StripCount { anchors.centerIn: parent; value: 0; dotColor: 'red' }"_s);
+        row("digits", u"Digits { anchors.verticalCenter: parent.verticalCenter; value: '0'; color: 'white' }"_s + dot);
+        row("pill", u"Pill { y: 20; text: 'H'; tone: 'red' }"_s);
+        row("button", u"PillButton { y: 20; text: 'H'; tint: 'red' }"_s);
+        row("chip",
+            u"Item { y: 20; height: 20; width: 60; Rectangle { width: 60; height: chip.height; color: 'red' }\n"
+            "Chip { id: chip; text: 'H'; tint: 'white'; fill: 0 } }"_s);
+    }
+
+    void capitalsAreLevel()
+    {
+        QFETCH(const QString, qml);
+        QVERIFY(show(qml));
+        QTest::qWait(Theme::kSpringDuration); // digits roll to their place
+        const QImage image = m_view->grabWindow();
+        const double text = middle(image, [](QRgb pixel) { return qMin(qGreen(pixel), qBlue(pixel)) - 20; });
+        const double beside = middle(image, [](QRgb pixel) { return qRed(pixel) > 20 && qBlue(pixel) < 20 ? qRed(pixel) : 0; });
+        QVERIFY(text > 0 && beside > 0);
+        // Hinting and the grid take half a pixel each where a logical pixel isn't whole ones.
+        const double scale = image.devicePixelRatio();
+        const double most = scale == std::floor(scale) ? 0.6 : 1.02;
+        QVERIFY2(std::abs(text - beside) <= most, qPrintable(u"%1 device pixels lower"_s.arg(text - beside)));
+    }
+
+    /// The line around a button is whole: along its straight parts each column is like the next, above and below.
+    void theEdgeOfAButtonIsWhole()
+    {
+        QVERIFY(show(u"PillButton { x: 11; y: 7; width: 120; text: ''; tint: 'red' }"_s));
+        const QImage image = m_view->grabWindow();
+        const double scale = image.devicePixelRatio();
+        const auto column = [&](double x) {
+            QList<QRgb> pixels;
+            for (int y = 0; y < int(40 * scale); ++y)
+                pixels.append(image.pixel(int(x * scale), y));
+            return pixels;
+        };
+        const QList<QRgb> middle = column(70);
+        QVERIFY(middle != column(5));
+        for (double x = 26; x < 116; ++x)
+            QCOMPARE(column(x), middle);
+        const auto strongest = [](const QList<QRgb> &pixels) { return qRed(*std::ranges::max_element(pixels, {}, qRed)); };
+        // Where arc and line meet it doesn't fade.
+        for (double x = 20; x < 30; x += 1 / scale)
+            QVERIFY2(strongest(column(x)) > 0.75 * strongest(middle), qPrintable(u"at %1"_s.arg(x)));
+    }
+
+    /// Nothing that fills the panel stands outside its round corners, however far it is open.
+    void nothingStandsOutsideTheCorners()
+    {
+        QVERIFY(show(u"Item { width: 300; height: 120; property real place: 0\n"
+                     "Rectangle { id: all; x: 14; width: 272; height: 60 + parent.place; color: 'white' }\n"
+                     "CornerCut { x: 0; width: 300; height: all.height; topRadius: 14; bottomRadius: 26 } }"_s));
+        QQuickItem *item = m_view->contentItem()->childItems().first();
+        for (const double place : {0.0, 7.3, 20.0, 20.0, 11.9}) {
+            item->setProperty("place", place);
+            const QImage image = m_view->grabWindow();
+            const double scale = image.devicePixelRatio();
+            const auto lit = [&](double x, double y) { return qRed(image.pixel(int(x * scale), int(y * scale))); };
+            const double bottom = 60 + place;
+            QCOMPARE(lit(16, bottom - 4), 0);
+            QCOMPARE(lit(283, bottom - 4), 0);
+            QCOMPARE(lit(150, bottom - 3), 255);
+            QCOMPARE(lit(16, bottom - 30), 255);
+            QCOMPARE(lit(283, bottom - 30), 255);
+            QVERIFY(lit(22, bottom - 8) > 0); // as the outline has it
+        }
+    }
+
+private:
+    QQuickItem *show(const QString &qml) { return showQml(u"import Velto.Shell\n"_s + qml, {300, 120}); }
+
+    /// The middle of what weighs anything, in device pixels from the top; 0 for nothing.
+    template <typename Weight> static double middle(const QImage &image, Weight weight)
+    {
+        double sum = 0;
+        double moment = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                const int here = qMax(0, weight(image.pixel(x, y)));
+                sum += here;
+                moment += here * (y + 0.5);
+            }
+        }
+        return sum > 0 ? moment / sum : 0;
+    }
+};
+
+const Registered<PixelsTest> registered;
+
+} // namespace velto
+
+#include "PixelsTest.moc"

@@ -1,0 +1,182 @@
+"""A desktop as a person has it in hand: a pointer, a keyboard, windows to type in, and a picture of the screen.
+
+The same on X11 (xdotool, xterm, ImageMagick) and on Wayland (sway, foot, grim and the program `wayland-hand`)."""
+
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import time
+
+from velto_desktop import Failure, Geometry, skip, until, xdotool
+
+# evdev's numbers (linux/input-event-codes.h) and X11's names of the keys that are pressed here.
+KEYS = {"Escape": 1}
+LEFT_BUTTON = 272
+BLACK = 6  # of 255: what is no brighter is the strip
+
+
+class Desk:
+    """Use it in a with statement."""
+
+    def __init__(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="velto-desk."))
+        self.windows = []
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        for window in self.windows:
+            window.kill()
+            window.wait()
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+    def open(self, name, *command):
+        """A window that keeps what is typed into it; returns a function that tells it."""
+        file = self.folder / name
+        script = f"stty raw -echo; exec cat > {file}"
+        self.windows.append(subprocess.Popen([*command, "sh", "-c", script], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
+        until(f"the window {name}", file.exists)
+        time.sleep(0.5)
+        return file.read_text
+
+    def close_last(self):
+        window = self.windows.pop()
+        window.kill()
+        window.wait()
+        time.sleep(0.5)
+
+    def strip(self):
+        """Where the black at the top centre is; nothing if there is none."""
+        width, height, pixels = self.picture()
+
+        def dark(x, y):
+            at = 3 * (y * width + x)
+            return max(pixels[at : at + 3]) <= BLACK
+
+        def reach(step):
+            x = width // 2
+            while 0 <= x + step < width and dark(x + step, 1):
+                x += step
+            return x
+
+        if not dark(width // 2, 1):
+            return None
+        left, right = reach(-1), reach(1)
+        column, bottom = left + 24, 1
+        while bottom + 1 < height and dark(column, bottom + 1):
+            bottom += 1
+        return Geometry(left, 0, right - left + 1, bottom + 1)
+
+    def settled(self, fits, what):
+        """The strip's place once it fits and stands still."""
+        last = [None]
+
+        def check():
+            now, before = self.strip(), last[0]
+            last[0] = now
+            return now if now and now == before and fits(now) else None
+
+        try:
+            return until(what, check, 20, 0.3)
+        except Failure as failure:
+            raise Failure(f"{failure} (the strip is at {last[0]})") from None
+
+    def click(self, x, y):
+        self.move(x, y)
+        time.sleep(0.3)
+        self.button()
+
+
+def read_ppm(data):
+    """Width, height and the bytes of an image as grim and ImageMagick write it: a head of three lines."""
+    kind, size, _, pixels = data.split(b"\n", 3)
+    if kind != b"P6":
+        raise Failure(f"a picture of the kind {kind!r}")
+    width, height = map(int, size.split())
+    return width, height, pixels
+
+
+class X11Desk(Desk):
+    terminal = ("xterm", "-geometry", "120x40+80+120", "-bg", "white", "-e")
+    editor = ("xterm", "-class", "Notes", "-name", "notes", "-geometry", "120x40+80+120", "-bg", "white", "-e")
+
+    def __init__(self):
+        super().__init__()
+        for tool in ("xdotool", "xterm", "import"):
+            if not shutil.which(tool):
+                skip(f"{tool} is missing (script/bootstrap installs it)")
+
+    def picture(self):
+        return read_ppm(subprocess.run(["import", "-window", "root", "-depth", "8", "ppm:-"], capture_output=True, check=True).stdout)
+
+    def move(self, x, y):
+        xdotool("mousemove", "--sync", x, y)
+
+    def button(self):
+        xdotool("click", 1)
+
+    def key(self, name):
+        xdotool("key", name)
+
+    def type(self, text):
+        xdotool("type", "--delay", 30, text)
+        time.sleep(0.5)
+
+    def fill_screen(self):
+        xdotool("getactivewindow", "windowsize", "100%", "100%", "windowmove", 0, 0)
+        subprocess.run(["xdotool", "getactivewindow", "windowstate", "--toggle", "FULLSCREEN"], check=False)
+        time.sleep(1)
+
+
+class WaylandDesk(Desk):
+    terminal = ("foot", "-o", "colors.background=ffffff")
+    editor = ("foot", "--app-id=notes", "-o", "colors.background=ffffff")
+
+    def __init__(self, hand):
+        super().__init__()
+        self.hand = subprocess.Popen([hand], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+        width, height, _ = self.picture()
+        self.do(f"size {width} {height}")
+
+    def __exit__(self, *rest):
+        self.hand.kill()
+        self.hand.wait()
+        super().__exit__(*rest)
+
+    def do(self, line):
+        self.hand.stdin.write(line + "\n")
+        self.hand.stdin.flush()
+        if self.hand.stdout.readline() != "ok\n":
+            raise Failure(f"the hand can't {line!r}")
+
+    def picture(self):
+        return read_ppm(subprocess.run(["grim", "-t", "ppm", "-"], capture_output=True, check=True).stdout)
+
+    def move(self, x, y):
+        # Some surfaces take a pointer in only when it moves within them.
+        self.do(f"move {x - 1} {y}")
+        self.do(f"move {x} {y}")
+
+    def button(self):
+        self.do(f"press {LEFT_BUTTON}")
+        time.sleep(0.1)
+        self.do(f"release {LEFT_BUTTON}")
+
+    def key(self, name):
+        self.do(f"keys {KEYS[name]}")
+
+    def type(self, text):
+        self.do(f"text {text}")
+        time.sleep(0.5)
+
+    def fill_screen(self):
+        subprocess.run(["swaymsg", "fullscreen", "enable"], capture_output=True, check=True)
+        time.sleep(1)
+
+
+def desk(hand=None):
+    """Of the session that this runs in."""
+    return WaylandDesk(hand) if os.environ.get("WAYLAND_DISPLAY") else X11Desk()
