@@ -25,8 +25,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         if (error.errorDescription.isEmpty())
             std::abort();
     }
-    const auto code = velto::codeIn(bytes, QStringLiteral("STATE"));
-    if (code && (code->isEmpty() || !bytes.contains("code=")))
+    const velto::SignInAnswer answer = velto::answerIn(bytes, QStringLiteral("STATE"));
+    if (answer.code && (answer.code->isEmpty() || answer.error || !bytes.contains("code=")))
         std::abort();
     return 0;
 }

@@ -5,15 +5,19 @@
 #include "Platform/Linux/DBusActivation.h"
 #include "Platform/Linux/LinuxPlatform.h"
 #include "Platform/Linux/LinuxWording.h"
+#include "Platform/Posix/ProgramEnd.h"
 
 #include <QApplication>
 #include <QLocale>
 #include <QQuickWindow>
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <iterator>
 
 namespace {
+
+constexpr std::chrono::milliseconds kLongestEnd{1800};
 
 void print(std::FILE *stream, const QString &text)
 {
@@ -103,5 +107,7 @@ int main(int argc, char **argv)
     QApplication application(argc, argv);
     velto::speakLinux();
     const velto::Program program(commandLine, activation);
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    velto::endsWithin(kLongestEnd, status);
+    return status;
 }

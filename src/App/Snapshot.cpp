@@ -54,7 +54,7 @@ private:
 class NoSecrets final : public Keychain {
 public:
     std::optional<QString> get(const QString &) const override { return std::nullopt; }
-    void put(const QString &, const std::optional<QString> &) override { }
+    bool put(const QString &, const std::optional<QString> &) override { return false; }
 };
 
 /// What a picture shows, by the name of its file.

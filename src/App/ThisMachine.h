@@ -38,7 +38,7 @@ struct ThisMachine {
     PosixToolRunner tools; ///< takes the environment as it is now: what the platform chose for us alone is gone from it
     ThreadPoolBackground background; ///< goes first: what it still does may ask the keyring
     CanberraSounds sounds;
-    Http http;
+    Http http{background};
 };
 
 } // namespace velto

@@ -1,25 +1,63 @@
 #include "Core/Http.h"
 
-#include <QBuffer>
 #include <QCoreApplication>
+#include <QDateTime>
+#include <QHash>
+#include <QNetworkProxyFactory>
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QTimer>
+#include <algorithm>
 #include <coroutine>
+#include <cstring>
+
+using namespace std::chrono_literals;
 
 namespace velto {
 
 namespace {
 
 constexpr int kWholeExchange = 4;
+constexpr int kMostRedirects = 5;
+constexpr std::chrono::seconds kProxyLimit{10};
+constexpr std::chrono::seconds kLongestRest = 1h;
 
-bool isPrivate(const HttpRequest &request)
+QString tr(const char *text)
 {
-    if (request.body)
-        return true;
-    return std::any_of(request.headers.begin(), request.headers.end(),
-                       [](const auto &header) { return header.first.compare("Authorization", Qt::CaseInsensitive) == 0; });
+    return QCoreApplication::translate("velto::Http", text);
 }
+
+QString originOf(const QUrl &url)
+{
+    const int usual = url.scheme() == QLatin1String("https") ? 443 : 80;
+    return url.scheme() + QLatin1String("://") + url.host() + QLatin1Char(':') + QString::number(url.port(usual));
+}
+
+/// A body that can be read once. The network layer repeats a request that got no answer, unless it can't begin it anew.
+class ReadOnce final : public QIODevice {
+public:
+    ReadOnce(QByteArray bytes, QObject *parent)
+        : QIODevice(parent)
+        , m_bytes(std::move(bytes))
+    {
+        open(ReadOnly | Unbuffered);
+    }
+    bool isSequential() const override { return true; }
+    qint64 bytesAvailable() const override { return m_bytes.size() - m_read + QIODevice::bytesAvailable(); }
+
+private:
+    qint64 readData(char *to, qint64 most) override
+    {
+        const qint64 count = std::min<qint64>(most, m_bytes.size() - m_read);
+        std::memcpy(to, m_bytes.constData() + m_read, std::size_t(count));
+        m_read += count;
+        return count > 0 || most == 0 ? count : -1;
+    }
+    qint64 writeData(const char *, qint64) override { return -1; }
+
+    QByteArray m_bytes;
+    qint64 m_read = 0;
+};
 
 QNetworkRequest prepared(const HttpRequest &request, const std::optional<QSslConfiguration> &tls)
 {
@@ -30,10 +68,10 @@ QNetworkRequest prepared(const HttpRequest &request, const std::optional<QSslCon
     for (const auto &[name, value] : request.headers)
         result.setRawHeader(name, QByteArray(value).replace('\r', "").replace('\n', ""));
     result.setTransferTimeout(int(request.timeout.count()));
-    // Qt hands every header to the next host, Authorization too.
-    result.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
-                        isPrivate(request) ? QNetworkRequest::SameOriginRedirectPolicy
-                                           : QNetworkRequest::NoLessSafeRedirectPolicy);
+    // By our own hand: Qt hands every header to the next host, Authorization too.
+    result.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
+    // Qt 6.4 to 6.8 crash when a connection of HTTP/2 ends at the wrong moment.
+    result.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
     result.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
     result.setAttribute(QNetworkRequest::CacheSaveControlAttribute, false);
     result.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
@@ -45,9 +83,42 @@ QNetworkRequest prepared(const HttpRequest &request, const std::optional<QSslCon
 /// The service answered and was understood, though not with what was asked for.
 bool isAnswer(const QNetworkReply &reply)
 {
-    const QNetworkReply::NetworkError error = reply.error();
-    const bool refusedRedirect = error == QNetworkReply::InsecureRedirectError || error == QNetworkReply::TooManyRedirectsError;
-    return error == QNetworkReply::NoError || refusedRedirect || error >= QNetworkReply::ContentAccessDenied;
+    return reply.error() == QNetworkReply::NoError || reply.error() >= QNetworkReply::ContentAccessDenied;
+}
+
+/// Why there was no answer, in words that a person can act on.
+QString faultOf(const QNetworkReply &reply)
+{
+    switch (reply.error()) {
+    case QNetworkReply::OperationCanceledError: // nothing else cancels
+    case QNetworkReply::TimeoutError:
+        return tr("No answer came in time.");
+    case QNetworkReply::RemoteHostClosedError:
+    case QNetworkReply::ContentReSendError: // the body had gone out already
+        return tr("The connection ended without an answer.");
+    case QNetworkReply::SslHandshakeFailedError:
+        return tr("No secure connection could be made: %1").arg(reply.errorString());
+    default:
+        return reply.errorString();
+    }
+}
+
+/// The request that a redirect asks for; nothing if it leads to another origin.
+std::optional<HttpRequest> redirected(HttpRequest request, int status, const QByteArray &location)
+{
+    const bool redirects = status == 301 || status == 302 || status == 303 || status == 307 || status == 308;
+    const QUrl target = request.url.resolved(QUrl::fromEncoded(location));
+    if (!redirects || location.isEmpty() || !target.isValid() || !target.userInfo().isEmpty()
+        || originOf(target) != originOf(request.url))
+        return std::nullopt;
+    request.url = target;
+    const bool asksForAPage = status == 303 || (status < 303 && request.method == "POST");
+    if (asksForAPage && request.method != "HEAD") {
+        request.method = "GET";
+        request.body.reset();
+        request.headers.removeIf([](const auto &header) { return header.first.toLower().startsWith("content-"); });
+    }
+    return request;
 }
 
 /// Resumes from within finished(), so that also the replies that are ended when Http goes come to their end; a queued
@@ -63,7 +134,54 @@ struct Finished {
     void await_resume() const { }
 };
 
+/// How long a service that is busy wants to be left alone: a number of seconds, or a moment.
+std::chrono::seconds restAfter(int status, const QByteArray &retryAfter)
+{
+    if (retryAfter.isEmpty() || (status != 429 && status != 503))
+        return 0s;
+    bool isNumber = false;
+    qint64 seconds = retryAfter.trimmed().toLongLong(&isNumber);
+    if (!isNumber)
+        seconds = QDateTime::currentDateTimeUtc().secsTo(
+            QDateTime::fromString(QString::fromLatin1(retryAfter.trimmed()), Qt::RFC2822Date));
+    return std::clamp<std::chrono::seconds>(std::chrono::seconds(seconds), 0s, kLongestRest);
+}
+
+/// Resumes once, from within the answer.
+struct Found {
+    Proxies *proxies;
+    QUrl url;
+    std::optional<QList<QNetworkProxy>> found = {};
+
+    bool await_ready() const { return false; }
+    void await_suspend(std::coroutine_handle<> waiting)
+    {
+        proxies->find(url, kProxyLimit, [this, waiting](const auto &answer) mutable {
+            found = answer;
+            waiting.resume();
+        });
+    }
+    std::optional<QList<QNetworkProxy>> await_resume() { return std::move(found); }
+};
+
 } // namespace
+
+QString whyNoJson(const QByteArray &body, const QString &parser)
+{
+    // A page for people: of a proxy, or of a service that is down.
+    return body.trimmed().startsWith('<') ? tr("a web page came in place of an answer")
+                                          : tr("the answer can't be read: %1").arg(parser);
+}
+
+/// What was found for each origin, at hand when the network layer asks for it.
+class Http::ProxyTable final : public QNetworkProxyFactory {
+public:
+    QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery &query) override
+    {
+        return known.value(originOf(query.url()), {QNetworkProxy::NoProxy});
+    }
+    QHash<QString, QList<QNetworkProxy>> known;
+};
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param)
 Http::Http(QSslConfiguration tls)
@@ -71,8 +189,14 @@ Http::Http(QSslConfiguration tls)
 {
 }
 
+Http::Http(Background &background, Proxies::Find find)
+    : m_proxies(std::make_unique<Proxies>(background, std::move(find)))
+{
+}
+
 Http::~Http()
 {
+    m_proxies.reset();
     if (!m_manager)
         return;
     // Ended by hand, so that nothing waits for ever.
@@ -83,24 +207,65 @@ Http::~Http()
     qDeleteAll(m_manager->findChildren<QNetworkReply *>(Qt::FindDirectChildrenOnly));
 }
 
+QNetworkAccessManager &Http::manager()
+{
+    if (!m_manager) {
+        m_manager = std::make_unique<QNetworkAccessManager>();
+        m_table = new ProxyTable;
+        m_manager->setProxyFactory(m_table);
+    }
+    return *m_manager;
+}
+
 QNetworkReply *Http::start(const HttpRequest &request)
 {
-    if (!m_manager)
-        m_manager = std::make_unique<QNetworkAccessManager>();
-    const QNetworkRequest prepared = velto::prepared(request, m_tls);
+    QNetworkRequest prepared = velto::prepared(request, m_tls);
     if (!request.body)
-        return m_manager->sendCustomRequest(prepared, request.method);
-    return m_manager->sendCustomRequest(prepared, request.method, *request.body);
+        return manager().sendCustomRequest(prepared, request.method);
+    prepared.setHeader(QNetworkRequest::ContentLengthHeader, request.body->size());
+    prepared.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
+    auto *body = new ReadOnce(*request.body, nullptr);
+    QNetworkReply *reply = manager().sendCustomRequest(prepared, request.method, body);
+    body->setParent(reply);
+    return reply;
 }
 
 QCoro::Task<HttpReply> Http::send(HttpRequest request)
 {
+    const QString origin = originOf(request.url);
+    if (const auto rest = m_rests.constFind(origin); rest != m_rests.cend() && !rest->until.hasExpired())
+        co_return HttpReply{.status = rest->status};
+    if (m_proxies) {
+        Found search{m_proxies.get(), request.url};
+        const auto proxies = co_await search;
+        if (!proxies)
+            co_return HttpReply{.fault = tr("The desktop's proxy settings gave no answer.")};
+        manager();
+        m_table->known.insert(origin, *proxies);
+    }
+    for (int redirects = 0;; ++redirects) {
+        Exchange each = co_await exchange(request);
+        const auto next = each.reply.status && redirects < kMostRedirects ? redirected(request, *each.reply.status, each.location)
+                                                                          : std::nullopt;
+        if (!next) {
+            // The object may be gone; then there is no status.
+            const std::chrono::seconds wanted = each.reply.status ? restAfter(*each.reply.status, each.retryAfter) : 0s;
+            if (wanted > 0s)
+                m_rests.insert(origin, {*each.reply.status, QDeadlineTimer(wanted)});
+            co_return each.reply;
+        }
+        request = *next;
+    }
+}
+
+QCoro::Task<Http::Exchange> Http::exchange(HttpRequest request)
+{
     QNetworkReply *reply = start(request);
-    HttpReply result;
+    Exchange result;
     bool tooMuch = false;
     const auto take = [&] {
-        result.body += reply->readAll();
-        if (!tooMuch && result.body.size() > request.maximum) {
+        result.reply.body += reply->readAll();
+        if (!tooMuch && result.reply.body.size() > request.maximum) {
             tooMuch = true;
             reply->abort();
         }
@@ -113,11 +278,13 @@ QCoro::Task<HttpReply> Http::send(HttpRequest request)
     if (!tooMuch && reply->isOpen())
         take();
     const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
-    if (!tooMuch && status.isValid() && isAnswer(*reply))
-        result.status = status.toInt();
-    else {
-        result.body.clear();
-        result.fault = tooMuch ? QCoreApplication::translate("velto::Http", "The answer was too large.") : reply->errorString();
+    if (!tooMuch && status.isValid() && isAnswer(*reply)) {
+        result.reply.status = status.toInt();
+        result.location = reply->rawHeader("Location");
+        result.retryAfter = reply->rawHeader("Retry-After");
+    } else {
+        result.reply.body.clear();
+        result.reply.fault = tooMuch ? tr("The answer was too large.") : faultOf(*reply);
     }
     reply->deleteLater();
     co_return result;

@@ -1,6 +1,10 @@
 #pragma once
 
+#include "Core/Proxies.h"
+
 #include <QByteArray>
+#include <QDeadlineTimer>
+#include <QHash>
 #include <QList>
 #include <QNetworkAccessManager>
 #include <QSslConfiguration>
@@ -32,19 +36,26 @@ struct HttpReply {
     /// Nothing if there was no whole answer: no such host, no route, a broken certificate, silence, an early end, too much.
     std::optional<int> status = {};
     QByteArray body = {};
-    /// Without a status: why, as the network layer says it. Holds no header and no part of a body.
+    /// Without a status: why, in a sentence. Holds no header and no part of a body.
     QString fault = {};
 };
 
-/// HTTP for the readers of services: no cookies, no cache, no stored credentials. A request that carries a body or an
-/// Authorization header follows redirects within its origin only, others wherever it's no less safe; a redirect that isn't
-/// followed is an answer with its own status.
-/// UI thread only; the transfer itself runs elsewhere. Destroying it ends what is under way, as a fault.
+/// Why a body isn't the JSON that was asked for, as a phrase; `parser` is what the parser says.
+QString whyNoJson(const QByteArray &body, const QString &parser);
+
+/// HTTP/1.1 for the readers of services: no cookies, no cache, no stored credentials. Redirects are followed within their origin
+/// only; one that isn't followed is an answer with its own status. What carries a body is sent once, also if the service closes
+/// without an answer. A service that asks to be left alone for a while (Retry-After, RFC 9110) gets no request in that time: it
+/// is answered with the same status, for up to an hour. UI thread only; the transfer itself runs elsewhere. Destroying it ends
+/// what is under way, as a fault.
 class Http {
 public:
-    /// With the system's TLS settings, which are looked for when they are needed: the library behind them is large.
+    /// Without a proxy, and with the system's TLS settings, which are looked for when they are needed: the library behind them
+    /// is large.
     Http() = default;
     explicit Http(QSslConfiguration tls);
+    /// Through the proxies that the desktop is set to; no request goes out before they are known.
+    explicit Http(Background &background, Proxies::Find find = &QNetworkProxyFactory::systemProxyForQuery);
     Http(const Http &) = delete;
     Http &operator=(const Http &) = delete;
     virtual ~Http();
@@ -54,9 +65,24 @@ public:
     virtual QCoro::Task<HttpReply> send(HttpRequest request);
 
 private:
+    class ProxyTable;
+    struct Exchange {
+        HttpReply reply;
+        QByteArray location; ///< where a redirect leads
+        QByteArray retryAfter; ///< how long the service wants to be left alone
+    };
     QNetworkReply *start(const HttpRequest &request);
+    QNetworkAccessManager &manager();
+    QCoro::Task<Exchange> exchange(HttpRequest request);
 
     std::optional<QSslConfiguration> m_tls;
+    std::unique_ptr<Proxies> m_proxies;
+    ProxyTable *m_table = nullptr; ///< the manager's
+    struct Rest {
+        int status;
+        QDeadlineTimer until;
+    };
+    QHash<QString, Rest> m_rests; ///< by origin
     std::unique_ptr<QNetworkAccessManager> m_manager; ///< made for the first request: a quiet strip needs none
 };
 

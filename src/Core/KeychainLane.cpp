@@ -10,7 +10,8 @@ namespace velto {
 using Secret = std::optional<QString>;
 
 struct KeychainLane::Job {
-    std::function<Secret(Keychain &)> work;
+    Work work;
+    bool writes = false;
     Secret result = {};
     std::coroutine_handle<> waiting = {};
 };
@@ -33,29 +34,48 @@ KeychainLane::KeychainLane(Background &background, Keychain &keychain, QObject *
 KeychainLane::~KeychainLane()
 {
     const auto jobs = std::exchange(m_jobs, {});
+    std::deque<std::shared_ptr<Job>> writes;
+    for (std::size_t i = 1; i < jobs.size(); ++i) {
+        if (jobs[i]->writes)
+            writes.push_back(jobs[i]);
+    }
+    if (!writes.empty()) {
+        m_background.start(
+            [writes, turn = m_turn, &keychain = m_keychain] {
+                const std::lock_guard after(*turn);
+                for (const auto &job : writes)
+                    job->work(keychain);
+            },
+            [] {});
+    }
     for (const auto &job : jobs)
         job->waiting.resume();
 }
 
 QCoro::Task<Secret> KeychainLane::get(QString name)
 {
-    const auto job = add([name](Keychain &keychain) { return keychain.get(name); });
+    const auto job = add([name](Keychain &keychain) { return keychain.get(name); }, false);
     co_await Wait{*job};
     co_return std::move(job->result);
 }
 
-QCoro::Task<> KeychainLane::put(QString name, Secret value)
+QCoro::Task<bool> KeychainLane::put(QString name, Secret value)
 {
-    const auto job = add([name, value](Keychain &keychain) {
-        keychain.put(name, value);
+    auto kept = std::make_shared<bool>(false);
+    const auto write = [name, value, kept](Keychain &keychain) {
+        *kept = keychain.put(name, value);
         return Secret();
-    });
+    };
+    const auto job = add(write, true);
     co_await Wait{*job};
+    co_return *kept;
 }
 
-std::shared_ptr<KeychainLane::Job> KeychainLane::add(std::function<Secret(Keychain &)> work)
+std::shared_ptr<KeychainLane::Job> KeychainLane::add(Work work, bool writes)
 {
-    auto job = std::make_shared<Job>(Job{std::move(work)});
+    auto job = std::make_shared<Job>();
+    job->work = std::move(work);
+    job->writes = writes;
     m_jobs.push_back(job);
     if (m_jobs.size() == 1)
         startNext();
@@ -64,7 +84,10 @@ std::shared_ptr<KeychainLane::Job> KeychainLane::add(std::function<Secret(Keycha
 
 void KeychainLane::startNext()
 {
-    const auto work = [job = m_jobs.front(), &keychain = m_keychain] { return job->work(keychain); };
+    const auto work = [job = m_jobs.front(), turn = m_turn, &keychain = m_keychain] {
+        const std::lock_guard inTurn(*turn);
+        return job->work(keychain);
+    };
     inBackground(m_background, this, work, [this](Secret result) {
         const auto job = m_jobs.front();
         m_jobs.pop_front();

@@ -5,6 +5,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <qcoro/qcorotask.h>
 
@@ -19,23 +20,26 @@ class KeychainLane : public QObject {
     Q_OBJECT
 public:
     KeychainLane(Background &background, Keychain &keychain, QObject *parent = nullptr);
-    /// What still waits goes on with nothing; what was asked for and hasn't begun is given up.
+    /// What still waits goes on with nothing. What is to be written is written all the same, after what is under way; a reading
+    /// that hasn't begun is given up.
     ~KeychainLane() override;
 
     QCoro::Task<std::optional<QString>> get(QString name);
-    /// Done once it has been written, as far as it could be.
-    QCoro::Task<> put(QString name, std::optional<QString> value);
+    /// Done once the keyring has answered; whether it is kept, or erased, now.
+    QCoro::Task<bool> put(QString name, std::optional<QString> value);
 
 private:
     struct Job;
     struct Wait;
 
-    std::shared_ptr<Job> add(std::function<std::optional<QString>(Keychain &)> work);
+    using Work = std::function<std::optional<QString>(Keychain &)>;
+    std::shared_ptr<Job> add(Work work, bool writes);
     void startNext();
 
     Background &m_background;
     Keychain &m_keychain;
     std::deque<std::shared_ptr<Job>> m_jobs; ///< the first one is under way
+    std::shared_ptr<std::mutex> m_turn = std::make_shared<std::mutex>(); ///< held while a job is under way
 };
 
 } // namespace velto

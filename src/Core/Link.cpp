@@ -41,4 +41,18 @@ std::optional<QUrl> typedLink(const QString &text)
     return url && url->host().contains(u'.') ? url : std::nullopt;
 }
 
+QString withoutPassword(const QString &address)
+{
+    const qsizetype scheme = address.indexOf("://"_L1);
+    const qsizetype from = scheme < 0 ? 0 : scheme + 3;
+    qsizetype end = from;
+    while (end < address.size() && !u"/?#"_s.contains(address[end]))
+        ++end;
+    const qsizetype at = address.lastIndexOf(u'@', end - 1);
+    const qsizetype colon = address.indexOf(u':', from);
+    if (end == from || at < from || colon < 0 || colon > at)
+        return address;
+    return address.first(colon) + address.sliced(at);
+}
+
 } // namespace velto

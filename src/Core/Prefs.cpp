@@ -164,6 +164,7 @@ Prefs::Prefs(Defaults &defaults, const Places &places, const Clock &clock, QObje
     , m_mode(read("mode"_L1, Mode::Custom))
     , m_off(read("modulesOff"_L1, QSet{rawValue(Module::Calendar)}))
     , m_repoRoots(read("repoRoots"_L1, defaultRepoRoots(places.home)))
+    , m_repoRootsChosen(stored<QStringList>(defaults, "repoRoots"_L1).has_value())
     , m_quillboxURL(read<QString>("quillboxURL"_L1))
     , m_jiraSite(read<QString>("jiraSite"_L1))
     , m_jiraEmail(read<QString>("jiraEmail"_L1))
@@ -185,6 +186,11 @@ Prefs::Prefs(Defaults &defaults, const Places &places, const Clock &clock, QObje
 bool Prefs::isOn(Module module) const
 {
     return !m_off.value.contains(rawValue(module));
+}
+
+bool Prefs::anyOn() const
+{
+    return std::ranges::any_of(kModules, [this](const ModuleFacts &facts) { return !m_off.value.contains(facts.raw); });
 }
 
 void Prefs::set(Module module, bool on)
@@ -223,6 +229,7 @@ void Prefs::store(QLatin1StringView key, const QVariant &value)
 
 void Prefs::setRepoRoots(const QStringList &value)
 {
+    m_repoRootsChosen = true;
     change(m_repoRoots, value);
 }
 

@@ -31,6 +31,7 @@ public:
 
     /// Whether the user wants this module.
     bool isOn(Module module) const;
+    bool anyOn() const;
     /// Turns one module on or off. Touching a single one always drops the preset.
     void set(Module module, bool on);
     /// Chooses a preset of modules; Custom leaves them as they are. Callers refresh the Hub right after.
@@ -45,6 +46,8 @@ public:
     const QSet<QString> &off() const { return m_off.value; }
     const QStringList &repoRoots() const { return m_repoRoots.value; }
     void setRepoRoots(const QStringList &value);
+    /// Whether the folders may be looked at: the user has chosen them, or finished the welcome that tells of them.
+    bool mayLookAtRepos() const { return onboarded() || m_repoRootsChosen; }
     const QString &quillboxURL() const { return m_quillboxURL.value; }
     void setQuillboxURL(const QString &value) { change(m_quillboxURL, value); }
     const QString &jiraSite() const { return m_jiraSite.value; }
@@ -116,6 +119,7 @@ private:
     Setting<Mode> m_mode;
     Setting<QSet<QString>> m_off;
     Setting<QStringList> m_repoRoots;
+    bool m_repoRootsChosen;
     Setting<QString> m_quillboxURL;
     Setting<QString> m_jiraSite;
     Setting<QString> m_jiraEmail;

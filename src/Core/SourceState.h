@@ -28,10 +28,19 @@ public:
     static SourceState failed(const QString &message) { return {Kind::Failed, message, {}}; }
     static SourceState unavailable(const QString &reason, const QString &fix) { return {Kind::Unavailable, reason, fix}; }
 
+    /// Unavailable as long as the keyring isn't unlocked.
+    static SourceState locked(const QString &reason, const QString &fix)
+    {
+        SourceState state = unavailable(reason, fix);
+        state.m_locked = true;
+        return state;
+    }
+
     Kind kind() const { return m_kind; }
     QString message() const { return m_kind == Kind::Failed ? m_text : QString(); }
     QString reason() const { return m_kind == Kind::Unavailable ? m_text : QString(); }
     QString fix() const { return m_fix; }
+    bool isLocked() const { return m_locked; }
 
     bool operator==(const SourceState &) const = default;
 
@@ -46,6 +55,7 @@ private:
     Kind m_kind = Kind::Ready;
     QString m_text;
     QString m_fix;
+    bool m_locked = false;
 };
 
 } // namespace velto

@@ -187,6 +187,8 @@ void Hub::refresh(bool force)
     m_needs.signalsSource.refresh(force);
     m_needs.everyday.refresh();
     m_needs.work.refresh(force);
+    if (force)
+        m_needs.glances.refresh();
     fixSelection();
     m_updated = m_needs.clock.wallTime();
     Q_EMIT updatedChanged();

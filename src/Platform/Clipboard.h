@@ -23,8 +23,9 @@ public:
     /// The text, from the program that holds it. Waits for that program: for what the user asks for, not for looking.
     virtual QString text() const = 0;
     /// The same without waiting. `done` runs on the UI thread, unless `context` is gone by then, and may run before read()
-    /// returns; with nothing if there is no text, if it is longer than `longest` bytes, if the program that holds it keeps
-    /// silent, and if another read() began meanwhile.
+    /// returns; with nothing if there is no text, if it is longer than `longest` bytes, if it is marked as a secret, and if
+    /// another read() began meanwhile. If the program that holds it keeps silent, it runs with nothing after a few seconds, and
+    /// again should the text come later.
     virtual void read(int longest, QObject *context, std::function<void(std::optional<QString>)> done) = 0;
     virtual void setText(const QString &text) = 0;
     /// Whether copies of all programs are noticed.

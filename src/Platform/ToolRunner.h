@@ -1,11 +1,17 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 #include <QStringList>
 #include <chrono>
+#include <optional>
+#include <utility>
 
 namespace velto {
+
+/// Variables that a tool gets beside those that the program was started with; one without a value is taken away.
+using ToolEnvironment = QList<std::pair<QByteArray, std::optional<QByteArray>>>;
 
 /// What became of one run of an outside tool.
 struct RunResult {
@@ -24,7 +30,13 @@ public:
 
     /// Runs `args` (the tool's name first, found through the search path) and waits for it: up to `timeout` plus two
     /// seconds, so never call it on the UI thread. An empty `cwd` means the program's own. Standard input is empty.
-    virtual RunResult run(const QStringList &args, const QString &cwd, std::chrono::duration<double> timeout) = 0;
+    RunResult run(const QStringList &args, const QString &cwd, std::chrono::duration<double> timeout)
+    {
+        return run(args, cwd, timeout, {});
+    }
+    /// The same with an environment of its own.
+    virtual RunResult run(const QStringList &args, const QString &cwd, std::chrono::duration<double> timeout,
+                          const ToolEnvironment &environment) = 0;
     /// Whether an executable of this name stands on the search path that run() gives its tools.
     virtual bool toolInstalled(const QString &name) const = 0;
 };

@@ -1,6 +1,7 @@
 #include "Settings/AboutSettings.h"
 
 #include "Hooks/HookInstaller.h"
+#include "Platform/Background.h"
 #include "Platform/Defaults.h"
 #include "Platform/Keychain.h"
 #include "Platform/LoginItem.h"
@@ -24,7 +25,8 @@ void AboutSettings::reset()
 {
     m_needs.installer.uninstall(); // as far as it goes: a file that can't be changed mustn't stop the rest
     m_needs.loginItem.set(false);
-    m_needs.keychain.put(u"Velto.quillbox"_s, std::nullopt);
+    // The end of the program waits for it a moment, and not for a keyring that hangs.
+    m_needs.background.start([&keychain = m_needs.keychain] { keychain.put(u"Velto.quillbox"_s, std::nullopt); }, [] {});
     m_needs.defaults.clear();
     Q_EMIT quitWanted();
 }

@@ -5,6 +5,7 @@
 
 namespace velto {
 
+class Background;
 class Defaults;
 class HookInstaller;
 class Keychain;
@@ -19,6 +20,7 @@ public:
     struct Needs {
         HookInstaller &installer;
         LoginItem &loginItem;
+        Background &background;
         Keychain &keychain;
         Defaults &defaults;
         QString version; ///< empty for a build that has none

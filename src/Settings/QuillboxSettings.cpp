@@ -77,6 +77,12 @@ void QuillboxSettings::test()
 {
     if (!canTest())
         return;
+    if (!address().password().isEmpty()) {
+        m_succeeded = false;
+        m_result = tr("Leave the password out of the address: it would stand in a file for all to read.");
+        Q_EMIT changed();
+        return;
+    }
     m_testing = true;
     Q_EMIT changed();
     tryOut(address(), m_token.trimmed());
@@ -108,11 +114,17 @@ QCoro::Task<> QuillboxSettings::keep(QUrl url, QString token)
     const std::weak_ptr life = m_life;
     m_prefs.setQuillboxURL(url.toString());
     m_url = url.toString();
-    m_token.clear();
-    Q_EMIT changed();
-    co_await m_keychain.put(kName, token);
+    const bool kept = co_await m_keychain.put(kName, token);
     if (life.expired())
         co_return;
+    // What wasn't kept stays in its field, to be tried again.
+    if (kept) {
+        m_token.clear();
+    } else {
+        m_succeeded = false;
+        m_result = tr("The hub answers, but the keyring couldn't keep the token. Unlock the keyring and try again.");
+    }
+    Q_EMIT changed();
     co_await look();
     if (!life.expired())
         m_source.reconnect();

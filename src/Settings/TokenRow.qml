@@ -18,6 +18,8 @@ FormRow {
     }
 
     title: root.label
+    note: root.tokens.revision >= 0 ? root.tokens.problem(root.name) : ""
+    noteTone: FormText.Warning
 
     FormField {
         id: field

@@ -11,6 +11,19 @@ SettingsPane {
     onReturned: root.tokens.reread()
 
     FormSection {
+        visible: root.tokens.locked
+
+        FormRow {
+            title: qsTr("The keyring is locked.")
+            note: qsTr("Unlock it to see what is saved.")
+
+            FormButton {
+                text: qsTr("Unlock…")
+                onClicked: root.tokens.unlock()
+            }
+        }
+    }
+    FormSection {
         title: qsTr("Linear")
         footer: qsTr("Linear → Settings → Security & access → Personal API keys.")
 

@@ -1,5 +1,6 @@
 #include "Core/Http.h"
 #include "HttpStandIn.h"
+#include "Platform/Fake/FakeBackground.h"
 
 #include <QTest>
 #include <qcoro/qcorotask.h>
@@ -83,22 +84,86 @@ private Q_SLOTS:
         QVERIFY(service.requests.isEmpty());
     }
 
-    void aTokenNeverFollowsARedirectToAnotherHost()
+    void redirectsStayWithTheirOrigin()
     {
         HttpStandIn other;
         HttpStandIn service;
         service.answer = [&](const HttpStandIn::Request &request) {
             if (request.target == "/away")
                 return Answer{302, "", {"Location: " + other.url(QStringLiteral("/trap")).toEncoded()}};
-            return request.target == "/near" ? Answer{302, "", {"Location: /there"}} : Answer{};
+            if (request.target == "/round")
+                return Answer{307, "", {"Location: /round"}};
+            return request.target == "/near" ? Answer{302, "", {"Location: there?x=1"}} : Answer{};
         };
         Http http;
-        const QList<std::pair<QByteArray, QByteArray>> token{{"authorization", "Bearer t"}};
-        QCOMPARE(ask(http, {service.url(QStringLiteral("/away")), "GET", token}).status, std::optional(302));
+        const QList<std::pair<QByteArray, QByteArray>> token{{"authorization", "Bearer t"}, {"Content-Type", "text/plain"}};
+        const auto status = [&](const char *path, const QByteArray &method, const std::optional<QByteArray> &body) {
+            return ask(http, {service.url(QLatin1String(path)), method, token, body}).status;
+        };
+        QCOMPARE(status("/away", "GET", {}), std::optional(302));
+        QCOMPARE(status("/away", "POST", "body"), std::optional(302));
         QVERIFY(other.requests.isEmpty());
-        QCOMPARE(ask(http, {service.url(QStringLiteral("/near")), "GET", token}).status, std::optional(200));
-        QCOMPARE(ask(http, {service.url(QStringLiteral("/away"))}).status, std::optional(200));
-        QCOMPARE(other.requests.size(), 1);
+        QCOMPARE(status("/near", "POST", "body"), std::optional(200));
+        const HttpStandIn::Request last = service.requests.last();
+        QCOMPARE(last.method + ' ' + last.target + ' ' + last.body, QByteArray("GET /there?x=1 "));
+        QVERIFY(last.headers.contains("authorization") && !last.headers.contains("content-type"));
+        QCOMPARE(status("/round", "GET", {}), std::optional(307));
+    }
+
+    void aServiceThatHangsUpIsntToldTwice()
+    {
+        HttpStandIn service;
+        service.answer = [](const auto &) { return Answer{200, "", {}, Manner::Hangup}; };
+        Http http;
+        for (const char *method : {"POST", "PUT", "DELETE"}) {
+            service.requests.clear();
+            const HttpReply reply = ask(http, {service.url(), method, {}, "body"});
+            QCOMPARE(reply.fault, QStringLiteral("The connection ended without an answer."));
+            QCOMPARE(service.requests.size(), 1);
+        }
+    }
+
+    void aServiceIsLeftAloneAsLongAsItWants()
+    {
+        HttpStandIn service;
+        service.answer = [](const auto &) { return Answer{429, "", {"Retry-After: 60"}}; };
+        Http http;
+        for (int i = 0; i < 3; ++i)
+            QCOMPARE(ask(http, {service.url()}).status, std::optional(429));
+        QCOMPARE(service.requests.size(), 1);
+        service.answer = [](const auto &) { return Answer{503, "", {"Retry-After: Fri, 31 Dec 1999 23:59:59 GMT"}}; };
+        Http another;
+        for (int i = 0; i < 2; ++i)
+            QCOMPARE(ask(another, {service.url()}).status, std::optional(503));
+        QCOMPARE(service.requests.size(), 3);
+    }
+
+    void noRequestGoesOutBeforeItsProxiesAreKnown()
+    {
+        HttpStandIn proxy;
+        FakeBackground background;
+        auto http = std::make_unique<Http>(background, [&proxy](const QNetworkProxyQuery &query) {
+            return QList<QNetworkProxy>{
+                query.peerHostName() == QLatin1String("service.example")
+                    ? QNetworkProxy(QNetworkProxy::HttpProxy, QStringLiteral("127.0.0.1"), quint16(proxy.url().port()))
+                    : QNetworkProxy(QNetworkProxy::NoProxy)};
+        });
+        const QUrl url(QStringLiteral("http://service.example/x"));
+        QCoro::Task<HttpReply> first = http->send({url});
+        QCoro::Task<HttpReply> second = http->send({url});
+        QCOMPARE(background.pending(), 1); // one look at a time
+        QVERIFY(proxy.requests.isEmpty());
+        background.finishAll();
+        QCOMPARE(QCoro::waitFor(first).status, std::optional(200));
+        background.finishAll();
+        QCOMPARE(QCoro::waitFor(second).status, std::optional(200));
+        QCOMPARE(proxy.requests.value(0).target, QByteArray("http://service.example/x"));
+
+        QCoro::Task<HttpReply> never = http->send({url});
+        http.reset();
+        QVERIFY(!QCoro::waitFor(never).status);
+        background.finishAll();
+        QCOMPARE(proxy.requests.size(), 2);
     }
 
     void cookiesAreNeitherKeptNorSent()

@@ -4,6 +4,7 @@
 #include "Core/WorkError.h"
 #include "Feeds/Calendar/SignInListener.h"
 #include "Platform/Clock.h"
+#include "Platform/Keychain.h"
 #include "Platform/Workspace.h"
 
 #include <utility>
@@ -40,10 +41,18 @@ GoogleAccount::~GoogleAccount()
     m_link.reset();
 }
 
-void GoogleAccount::setLinked(bool linked)
+void GoogleAccount::setLinked(bool linked, bool locked)
 {
-    if (std::exchange(m_linked, linked) != linked)
+    const bool different = linked != m_linked || locked != m_locked;
+    m_linked = linked;
+    m_locked = locked;
+    if (different)
         Q_EMIT linkedChanged();
+}
+
+void GoogleAccount::unlock()
+{
+    m_needs.keychain.unlock();
 }
 
 void GoogleAccount::forget()
@@ -51,7 +60,7 @@ void GoogleAccount::forget()
     // What is under way must not bring it back.
     m_link = std::make_shared<bool>(true);
     m_keychain.put(tokenKey, std::nullopt);
-    setLinked(false);
+    setLinked(false, false);
 }
 
 QCoro::Task<GoogleAccount::Grant> GoogleAccount::askInBrowser()
@@ -61,13 +70,25 @@ QCoro::Task<GoogleAccount::Grant> GoogleAccount::askInBrowser()
     const QString state = unguessable();
     // A child too: if this object goes, so does the listener, and the wait for the browser ends.
     const std::unique_ptr<SignInListener, DeleteLater> listener(new SignInListener(this));
+    m_listener = listener.get();
     const QString redirect = u"http://127.0.0.1:%1/oauth2callback"_s.arg(listener->start());
     // Without a browser nobody would ever come back.
     if (!m_needs.workspace.open(authorizationUrl(m_needs.endpoints, m_needs.client, redirect, verifier, state)))
         throw WorkError{tr("Google sign-in failed")};
-    const std::optional<QString> code = co_await listener->callback(state);
+    const SignInAnswer answer = co_await listener->callback(state);
     stillWanted(life);
-    co_return Grant{code.value_or(QString()), verifier, redirect};
+    if (answer.error)
+        throw WorkError{*answer.error == "access_denied"_L1 ? tr("Google sign-in was declined in the browser")
+                                                            : tr("Google sign-in failed")};
+    if (!answer.code)
+        throw Abandoned{};
+    co_return Grant{*answer.code, verifier, redirect};
+}
+
+void GoogleAccount::cancelSignIn()
+{
+    if (m_listener)
+        m_listener->cancel();
 }
 
 QCoro::Task<GoogleTokens> GoogleAccount::signIn()
@@ -122,12 +143,13 @@ QCoro::Task<std::optional<GoogleTokens>> GoogleAccount::load()
     const std::optional<QString> record = co_await m_keychain.get(tokenKey);
     stillWanted(link);
     const std::optional<GoogleTokens> tokens = GoogleTokens::fromJson(record.value_or(QString()));
-    setLinked(tokens.has_value());
+    const bool locked = !record && m_needs.keychain.locked();
+    setLinked(tokens.has_value() || (locked && m_linked), locked);
     stillWanted(link); // whoever heard of it may have ended it
     co_return tokens;
 }
 
-QCoro::Task<> GoogleAccount::save(const GoogleTokens &tokens)
+QCoro::Task<bool> GoogleAccount::save(const GoogleTokens &tokens)
 {
     return m_keychain.put(tokenKey, tokens.toJson());
 }

@@ -4,6 +4,7 @@
 #include "Feeds/Calendar/GoogleService.h"
 
 #include <QObject>
+#include <QPointer>
 #include <memory>
 #include <optional>
 #include <qcoro/qcorotask.h>
@@ -14,6 +15,7 @@ class Background;
 class Clock;
 class Http;
 class Keychain;
+class SignInListener;
 class Workspace;
 
 /// The user's Google account: the sign-in in the browser, and the tokens, which live in the keychain only and are renewed here.
@@ -43,16 +45,22 @@ public:
     ~GoogleAccount() override;
 
     bool configured() const { return m_needs.client.configured(); }
-    /// Whether the keychain holds tokens, as the last look into it found.
+    /// Whether the keychain holds tokens, as the last look into it found; one that is locked tells nothing new.
     bool linked() const { return m_linked; }
+    /// Whether the keychain is locked; unlock() opens its dialog.
+    bool locked() const { return m_locked; }
+    void unlock();
     /// Ends with this object, and when the account is forgotten.
     const Life &link() const { return m_link; }
 
     /// Sends the user to Google's page, and waits without a time limit for what it hands out.
     QCoro::Task<GoogleTokens> signIn();
+    /// Gives up waiting for the browser.
+    void cancelSignIn();
     /// What the keychain holds.
     QCoro::Task<std::optional<GoogleTokens>> load();
-    QCoro::Task<> save(const GoogleTokens &tokens);
+    /// Whether the keychain has kept them.
+    QCoro::Task<bool> save(const GoogleTokens &tokens);
     /// A token that is good for a minute at least; renewed and saved if need be.
     QCoro::Task<QString> accessToken(std::optional<GoogleTokens> tokens);
     /// Ends what is under way and takes the tokens out of the keychain.
@@ -70,11 +78,13 @@ private:
     };
 
     QCoro::Task<Grant> askInBrowser();
-    void setLinked(bool linked);
+    void setLinked(bool linked, bool locked);
 
     Needs m_needs;
     bool m_linked;
+    bool m_locked = false;
     KeychainLane m_keychain;
+    QPointer<SignInListener> m_listener; ///< while the browser is waited for
     Life m_life = std::make_shared<bool>(true); ///< ends with this object
     Life m_link = std::make_shared<bool>(true);
 };

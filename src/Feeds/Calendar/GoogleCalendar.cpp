@@ -6,6 +6,7 @@
 #include "Core/WorkError.h"
 #include "Platform/Background.h"
 #include "Platform/Clock.h"
+#include "Platform/Keychain.h"
 
 #include <algorithm>
 
@@ -50,9 +51,14 @@ GoogleCalendar::GoogleCalendar(Needs needs, QObject *parent)
 {
     QObject::connect(&m_account, &GoogleAccount::linkedChanged, this, [this] {
         m_state.linked = m_account.linked();
+        m_state.locked = m_account.locked();
         publish();
     });
     QObject::connect(&m_needs.prefs, &Prefs::changed, this, &GoogleCalendar::prefsChanged);
+    QObject::connect(&m_needs.keychain, &Keychain::lockedChanged, this, [this] {
+        if (!m_needs.keychain.locked() && m_usesGoogle)
+            refresh();
+    });
 }
 
 GoogleCalendar::~GoogleCalendar()
@@ -82,12 +88,14 @@ QCoro::Task<> GoogleCalendar::connectTask()
         const GoogleTokens fresh = co_await m_account.signIn();
         stillWanted(life);
         const std::weak_ptr link = m_account.link();
-        co_await m_account.save(fresh);
+        const bool kept = co_await m_account.save(fresh);
         stillWanted(link);
+        if (!kept)
+            throw WorkError{tr("The keyring couldn't keep the sign-in")};
         m_needs.prefs.setCalendarSource(Prefs::CalendarSource::Google);
-        const std::optional<GoogleTokens> kept = co_await m_account.load();
+        const std::optional<GoogleTokens> tokens = co_await m_account.load();
         stillWanted(link);
-        co_await load(kept);
+        co_await load(tokens);
     } catch (const Abandoned &) {
         // The account was forgotten meanwhile, or this object is gone.
     } catch (const WorkError &error) {
@@ -96,9 +104,16 @@ QCoro::Task<> GoogleCalendar::connectTask()
     if (life.expired())
         co_return;
     m_state.connecting = false;
-    if (failure)
+    if (failure) {
         m_state.error = failure;
+        m_state.answered = m_state.linked;
+    }
     publish();
+}
+
+void GoogleCalendar::cancelConnecting()
+{
+    m_account.cancelSignIn();
 }
 
 QCoro::Task<> GoogleCalendar::lookTask()
@@ -115,8 +130,11 @@ void GoogleCalendar::disconnect()
     m_state.meetings.clear();
     m_state.error.reset();
     m_state.linked = false;
+    m_state.answered = false;
+    m_state.locked = false;
     m_published = m_state;
     m_account.forget();
+    m_needs.prefs.setGoogleCalendarIDs({}); // they are the account's
     updateRows();
     if (m_needs.prefs.calendarSource() == Prefs::CalendarSource::Google)
         m_needs.prefs.setCalendarSource(Prefs::CalendarSource::Manual);
@@ -146,6 +164,7 @@ QCoro::Task<> GoogleCalendar::refreshTask()
     if (link.expired() || !failure)
         co_return;
     m_state.error = failure;
+    m_state.answered = true;
     publish();
 }
 
@@ -160,6 +179,8 @@ QCoro::Task<> GoogleCalendar::load(std::optional<GoogleTokens> tokens)
     auto calendars = co_await readingList;
     stillWanted(link);
     m_state.calendars = valueOf(std::move(calendars));
+    if (m_state.connecting)
+        forgetOtherAccounts();
     publish();
 
     const QStringList ids = calendarsToRead();
@@ -178,7 +199,18 @@ QCoro::Task<> GoogleCalendar::load(std::optional<GoogleTokens> tokens)
     std::ranges::stable_sort(meetings, {}, &GoogleMeeting::start);
     m_state.meetings = meetings;
     m_state.error.reset();
+    m_state.answered = true;
     publish();
+}
+
+/// The calendars of an account that was connected before answer nothing but errors.
+void GoogleCalendar::forgetOtherAccounts()
+{
+    const QStringList &chosen = m_needs.prefs.googleCalendarIDs();
+    QStringList ours = chosen;
+    ours.removeIf([this](const QString &id) { return !std::ranges::count(m_state.calendars, id, &GoogleCalendarInfo::id); });
+    if (ours != chosen)
+        m_needs.prefs.setGoogleCalendarIDs(ours);
 }
 
 QStringList GoogleCalendar::calendarsToRead()
@@ -206,6 +238,22 @@ void GoogleCalendar::choose(const QString &calendarID, bool chosen)
     refresh();
 }
 
+QList<GoogleCalendarInfo> GoogleCalendar::choices() const
+{
+    QList<GoogleCalendarInfo> all = m_state.calendars;
+    const QStringList &chosen = m_needs.prefs.googleCalendarIDs();
+    for (const QString &id : chosen) {
+        if (!all.isEmpty() && !std::ranges::count(all, id, &GoogleCalendarInfo::id))
+            all.append({id, id, std::nullopt});
+    }
+    return all;
+}
+
+void GoogleCalendar::unlock()
+{
+    m_account.unlock();
+}
+
 void GoogleCalendar::prefsChanged()
 {
     updateRows();
@@ -227,7 +275,8 @@ void GoogleCalendar::updateRows()
 {
     const QStringList &chosen = m_needs.prefs.googleCalendarIDs();
     QList<RowModel::Row> rows;
-    for (const GoogleCalendarInfo &calendar : std::as_const(m_state.calendars))
+    const QList<GoogleCalendarInfo> all = choices();
+    for (const GoogleCalendarInfo &calendar : all)
         rows.append({calendar.id, calendar.summary, chosen.contains(calendar.id)});
     m_calendarRows.setRows(rows);
 }

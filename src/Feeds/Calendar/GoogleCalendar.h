@@ -6,6 +6,7 @@
 #include "Feeds/Calendar/MeetingFeed.h"
 
 #include <QObject>
+#include <QPointer>
 #include <memory>
 #include <optional>
 #include <qcoro/qcorotask.h>
@@ -17,6 +18,7 @@ class Clock;
 class Http;
 class Keychain;
 class Prefs;
+class SignInListener;
 class Workspace;
 
 /// What is read through the user's Google account: the calendars and the meetings of the coming day.
@@ -51,7 +53,12 @@ public:
     const QList<GoogleCalendarInfo> &calendars() const { return m_state.calendars; }
     /// Those that were not over when they were read, by their start.
     const QList<GoogleMeeting> &meetings() const override { return m_state.meetings; }
-    std::optional<QString> error() const { return m_state.error; }
+    bool answered() const override { return m_state.answered; }
+    std::optional<QString> error() const override { return m_state.error; }
+    bool locked() const override { return m_state.locked; }
+    void unlock() override;
+    /// The calendars to choose from: the account's, and those chosen that it no longer has.
+    QList<GoogleCalendarInfo> choices() const;
     /// A sign-in is under way, until its first load is done. It has no time limit: the user may take any time in the browser.
     bool connecting() const { return m_state.connecting; }
     /// Whether the keychain holds tokens, as the last look into it found; until the first look, whether the user chose Google.
@@ -65,6 +72,8 @@ public:
     // These two hide QObject's functions of the same names, which nobody needs on this object.
     /// Starts the sign-in in the user's browser. Callers don't start another one while connecting().
     Q_INVOKABLE void connect();
+    /// Gives up the sign-in that waits for the browser.
+    Q_INVOKABLE void cancelConnecting();
     /// Forgets the account and goes back to meetings that the user adds.
     Q_INVOKABLE void disconnect();
     /// Reads calendars and meetings anew if there are tokens; returns at once.
@@ -80,6 +89,8 @@ private:
         std::optional<QString> error = {};
         bool connecting = false;
         bool linked = false;
+        bool answered = false;
+        bool locked = false;
 
         bool operator==(const State &) const = default;
     };
@@ -90,6 +101,7 @@ private:
     QCoro::Task<> load(std::optional<GoogleTokens> tokens);
 
     QStringList calendarsToRead();
+    void forgetOtherAccounts();
     void prefsChanged();
     void publish();
     void updateRows();

@@ -1,5 +1,6 @@
 #include "Feeds/Calendar/GoogleMeeting.h"
 
+#include "Core/Http.h"
 #include "Core/WorkError.h"
 
 #include <QCoreApplication>
@@ -40,7 +41,7 @@ QList<QJsonObject> itemsOf(const QByteArray &json)
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(json, &error);
     if (error.error != QJsonParseError::NoError)
-        throw WorkError{error.errorString()};
+        throw WorkError{whyNoJson(json, error.errorString())};
     return objectsIn(document.object(), "items"_L1);
 }
 

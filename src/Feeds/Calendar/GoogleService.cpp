@@ -124,7 +124,7 @@ QCoro::Task<QJsonObject> tokenRequest(Http &http, QUrl endpoint, QMap<QString, Q
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(reply.body, &error);
     if (error.error != QJsonParseError::NoError)
-        throw WorkError{error.errorString()};
+        throw WorkError{whyNoJson(reply.body, error.errorString())};
     if (!document.isObject())
         throw WorkError{failedSignIn()};
     co_return document.object();

@@ -4,6 +4,8 @@
 
 #include <QList>
 #include <QObject>
+#include <QString>
+#include <optional>
 
 namespace velto {
 
@@ -17,6 +19,12 @@ public:
     virtual const QList<GoogleMeeting> &meetings() const = 0;
     /// Whether the user has connected the service.
     virtual bool linked() const = 0;
+    /// Whether a reading has come to its end since it was connected, and what is wrong if it failed.
+    virtual bool answered() const = 0;
+    virtual std::optional<QString> error() const = 0;
+    /// Whether the keyring keeps the account locked away; unlock() opens its dialog.
+    virtual bool locked() const { return false; }
+    virtual void unlock() { }
     /// Reads again, if it is connected. Returns at once.
     virtual void refresh() = 0;
 

@@ -45,7 +45,9 @@ std::optional<NextEvent> NextEvent::typedIn(const QString &title, const QDateTim
 
 NextEvent NextEvent::from(const GoogleMeeting &meeting)
 {
-    return {u"google-"_s + meeting.id, meeting.title, meeting.start, meeting.end, translated("Google Calendar"), meeting.joinURL};
+    // What the browser can't open, such as "zoommtg:", isn't offered.
+    const auto link = meeting.joinURL && opensInBrowser(*meeting.joinURL) ? meeting.joinURL : std::nullopt;
+    return {u"google-"_s + meeting.id, meeting.title, meeting.start, meeting.end, translated("Google Calendar"), link};
 }
 
 QString NextEvent::relative(const QDateTime &now) const

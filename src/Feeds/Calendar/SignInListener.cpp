@@ -24,9 +24,11 @@ void drain(QTcpSocket *socket)
         socket->readAll();
 }
 
-void answer(QTcpSocket *socket)
+void answer(QTcpSocket *socket, bool connected)
 {
-    const QByteArray body = SignInListener::tr("Google Calendar is connected. You can close this tab.").toUtf8();
+    const QByteArray body = (connected ? SignInListener::tr("Google Calendar is connected. You can close this tab.")
+                                       : SignInListener::tr("Google Calendar isn't connected. You can close this tab."))
+                                .toUtf8();
     socket->write("HTTP/1.1 200 OK\r\nContent-Type: text/plain\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n"
                   + body);
     socket->flush();
@@ -36,21 +38,25 @@ void answer(QTcpSocket *socket)
 
 } // namespace
 
-std::optional<QString> codeIn(const QByteArray &request, const QString &state)
+SignInAnswer answerIn(const QByteArray &request, const QString &state)
 {
     QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     const QString text = decode(request);
     if (decode.hasError())
-        return std::nullopt;
+        return {};
     const QString line = text.split(u'\n', Qt::SkipEmptyParts).value(0);
     const QString target = line.split(u' ', Qt::SkipEmptyParts).value(1);
     const QUrl url("http://localhost"_L1 + target);
     if (target.isEmpty() || !url.isValid())
-        return std::nullopt;
+        return {};
     const QUrlQuery query(url);
+    if (state.isEmpty() || query.queryItemValue(u"state"_s, QUrl::FullyDecoded) != state)
+        return {};
     const QString code = query.queryItemValue(u"code"_s, QUrl::FullyDecoded);
-    const bool ours = !state.isEmpty() && query.queryItemValue(u"state"_s, QUrl::FullyDecoded) == state;
-    return ours && !code.isEmpty() ? std::optional(code) : std::nullopt;
+    if (!code.isEmpty())
+        return {code, std::nullopt};
+    const QString error = query.queryItemValue(u"error"_s, QUrl::FullyDecoded);
+    return {std::nullopt, error.isEmpty() ? std::nullopt : std::optional(error)};
 }
 
 struct SignInListener::Wait {
@@ -84,11 +90,17 @@ quint16 SignInListener::start()
     return m_server.serverPort();
 }
 
-QCoro::Task<std::optional<QString>> SignInListener::callback(QString state)
+QCoro::Task<SignInAnswer> SignInListener::callback(QString state)
 {
     m_state = state;
     co_await Wait{*this};
-    co_return std::exchange(m_code, {});
+    co_return std::exchange(m_answer, {});
+}
+
+void SignInListener::cancel()
+{
+    if (m_waiting)
+        std::exchange(m_waiting, {}).resume();
 }
 
 void SignInListener::take(QTcpSocket *socket)
@@ -108,10 +120,10 @@ void SignInListener::read(QTcpSocket *socket)
 {
     if (!m_waiting)
         return;
-    m_code = codeIn(socket->read(kLongestRequest), m_state);
-    if (!m_code)
+    m_answer = answerIn(socket->read(kLongestRequest), m_state);
+    if (m_answer == Answer{})
         return;
-    answer(socket);
+    answer(socket, m_answer.code.has_value());
     std::exchange(m_waiting, {}).resume();
 }
 

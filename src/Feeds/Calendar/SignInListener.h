@@ -12,8 +12,16 @@ class QTcpSocket;
 
 namespace velto {
 
-/// The code in the first bytes of a browser's request, if they carry it together with this state. Method and path don't matter.
-std::optional<QString> codeIn(const QByteArray &request, const QString &state);
+/// What a browser brings back: the code, or why there is none (RFC 6749, 4.1.2).
+struct SignInAnswer {
+    std::optional<QString> code;
+    std::optional<QString> error;
+    bool operator==(const SignInAnswer &) const = default;
+};
+
+/// The answer in the first bytes of a browser's request, if they carry one together with this state. Method and path don't
+/// matter.
+SignInAnswer answerIn(const QByteArray &request, const QString &state);
 
 /// Waits on a port of this machine for the browser to come back from a sign-in, and sends it off with a word of thanks. Whatever
 /// else comes, such as a question for an icon or someone without the right state, gets no answer and ends nothing.
@@ -27,8 +35,12 @@ public:
 
     /// Listens, and returns the port, which the system picks. Throws WorkError.
     quint16 start();
-    /// Waits for the code of the sign-in with this state, however long it takes. Called once, after start().
-    QCoro::Task<std::optional<QString>> callback(QString state);
+    using Answer = SignInAnswer;
+    /// Waits for the answer to the sign-in with this state, however long it takes; an empty one if it is given up. Called once,
+    /// after start().
+    QCoro::Task<Answer> callback(QString state);
+    /// Gives it up.
+    void cancel();
 
 private:
     struct Wait;
@@ -38,7 +50,7 @@ private:
 
     QTcpServer m_server;
     QString m_state;
-    std::optional<QString> m_code;
+    Answer m_answer;
     std::coroutine_handle<> m_waiting;
 };
 

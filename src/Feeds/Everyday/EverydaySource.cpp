@@ -97,23 +97,50 @@ void EverydaySource::loadFeed(const QDateTime &now)
         return;
     }
     m_nextEvent.reset();
+    if (m_needs.meetings.locked()) {
+        m_calendarState = SourceState::locked(tr("The keyring is locked."), tr("Unlock it to see your meetings."));
+        return;
+    }
     // Connected, and nothing in the next day: there is no more to say than while the first reading is under way.
     m_calendarState = m_needs.meetings.linked()
         ? SourceState::loading()
         : SourceState::unavailable(tr("Google Calendar is not connected."), tr("Connect it in the Connect tab."));
 }
 
+void EverydaySource::unlock()
+{
+    m_needs.meetings.unlock();
+}
+
+SourceState EverydaySource::calendarToShow() const
+{
+    const bool read = m_needs.prefs.calendarSource() == Prefs::CalendarSource::Google && m_needs.meetings.answered();
+    if (m_calendarState != SourceState::loading() || !read)
+        return m_calendarState;
+    const std::optional<QString> error = m_needs.meetings.error();
+    return error ? SourceState::failed(*error + u'.') : SourceState::ready();
+}
+
+/// Several meetings may begin at the same time.
 void EverydaySource::warn()
 {
-    if (!m_nextEvent || m_peekedEvents.contains(m_nextEvent->id))
-        return;
+    if (m_needs.prefs.calendarSource() == Prefs::CalendarSource::Google) {
+        for (const GoogleMeeting &meeting : m_needs.meetings.meetings())
+            warnOf(NextEvent::from(meeting));
+    } else if (m_nextEvent) {
+        warnOf(*m_nextEvent);
+    }
+}
+
+void EverydaySource::warnOf(const NextEvent &event)
+{
     const QDateTime now = m_needs.clock.wallTime();
-    const qint64 left = now.msecsTo(m_nextEvent->start);
-    if (left >= kWarnsFrom || left <= kWarnsUntil)
+    const qint64 left = now.msecsTo(event.start);
+    if (left >= kWarnsFrom || left <= kWarnsUntil || m_peekedEvents.contains(event.id))
         return;
-    m_peekedEvents.insert(m_nextEvent->id);
+    m_peekedEvents.insert(event.id);
     const int waiting = waitingAgents();
-    QString text = nextEventText();
+    QString text = event.title + u' ' + event.relative(now);
     if (waiting == 1)
         text += tr(" · 1 agent still waits on you");
     else if (waiting != 0)
@@ -125,7 +152,7 @@ void EverydaySource::warn()
                 .tab = Tab::Home,
                 .resume = {},
                 .cwd = {},
-                .url = m_nextEvent->joinURL,
+                .url = event.joinURL,
                 .decide = {}});
 }
 
@@ -225,9 +252,9 @@ void EverydaySource::publish()
     const QDateTime now = m_needs.clock.wallTime();
     watchForTurn(now);
     Published next{m_nextEvent,     m_nextEvent ? m_nextEvent->relative(now) : QString(),
-                   m_calendarState, m_leftToday,
-                   m_nowPlaying,    m_focusEnd,
-                   focusRemaining()};
+                   m_calendarState, calendarToShow(),
+                   m_leftToday,     m_nowPlaying,
+                   m_focusEnd,      focusRemaining()};
     if (next == m_published)
         return;
     m_published = std::move(next);

@@ -51,6 +51,11 @@ public:
 
     std::optional<NextEvent> nextEvent() const { return m_nextEvent; }
     SourceState calendarState() const { return m_calendarState; }
+    /// The same for the eyes: once the account has answered, an empty calendar isn't one that is still read, and what is wrong
+    /// with it is told.
+    SourceState calendarToShow() const;
+    /// Opens the dialog of the keyring that keeps the meetings' account.
+    void unlock();
     /// How many of the meetings start today.
     int leftToday() const { return m_leftToday; }
     std::optional<NowPlaying> nowPlaying() const { return m_nowPlaying; }
@@ -90,6 +95,7 @@ private:
         std::optional<NextEvent> nextEvent;
         QString relative;
         SourceState calendarState = SourceState::loading();
+        SourceState calendarToShow = SourceState::loading();
         int leftToday = 0;
         std::optional<NowPlaying> nowPlaying;
         std::optional<QDateTime> focusEnd;
@@ -109,6 +115,7 @@ private:
     void loadTypedIn(const QDateTime &now);
     void loadFeed(const QDateTime &now);
     void warn();
+    void warnOf(const NextEvent &event);
     void endFocus();
     void settle(const Asking &asking);
     void showPlayer(const QString &id, const std::optional<NowPlaying> &playing);

@@ -1,5 +1,6 @@
 #include "Feeds/Glances/GlanceReading.h"
 
+#include "Core/GuardedGit.h"
 #include "Platform/ToolRunner.h"
 
 #include <QFile>
@@ -73,14 +74,14 @@ int parseFailedBuilds(QByteArrayView listing)
     return objects ? int(qMin(runs.size(), kMostBuilds)) : 0;
 }
 
-int readFailedBuilds(ToolRunner &tools)
+std::optional<int> readFailedBuilds(ToolRunner &tools)
 {
     if (!tools.toolInstalled(u"gh"_s))
         return 0;
     const RunResult result = tools.run(
         {u"gh"_s, u"run"_s, u"list"_s, u"--status"_s, u"failure"_s, u"--limit"_s, u"10"_s, u"--json"_s, u"databaseId"_s}, {},
-        kListingLimit);
-    return result.ok ? parseFailedBuilds(result.out) : 0;
+        kListingLimit, guardedGit());
+    return result.ok ? std::optional(parseFailedBuilds(result.out)) : std::nullopt;
 }
 
 } // namespace velto

@@ -25,8 +25,8 @@ Transfers readTransfers(const QString &folder, const Transfers &before, const QD
 /// text is no such listing. Any thread.
 int parseFailedBuilds(QByteArrayView listing);
 
-/// How many of the last workflow runs failed, says the GitHub CLI of the folder that this program runs in. 0 without it and
-/// after any failure. Blocks for up to 22 seconds.
-int readFailedBuilds(ToolRunner &tools);
+/// How many of the last workflow runs failed, says the GitHub CLI of the folder that this program runs in. 0 without it,
+/// nothing after any failure. Blocks for up to 22 seconds.
+std::optional<int> readFailedBuilds(ToolRunner &tools);
 
 } // namespace velto

@@ -2,12 +2,14 @@
 
 #include "Core/Http.h"
 #include "Core/Link.h"
+#include "Core/Prefs.h"
 #include "Platform/Background.h"
 #include "Platform/Clipboard.h"
 #include "Platform/Clock.h"
 
 #include <QPointer>
 #include <QUrlQuery>
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -18,9 +20,8 @@ namespace {
 
 constexpr std::chrono::seconds kInterval{8};
 constexpr qint64 kLargestAnswer = 1 << 20;
-/// Each ends within 22 seconds unless the disk hangs: the interval starts no more than this many at once. Those of a disk that
-/// hangs shall not take up all threads.
-constexpr int kMostReadings = 3;
+/// GitHub is asked less often while it doesn't answer, which also is so while nobody is signed in.
+constexpr std::chrono::seconds kLongestBreak{300};
 
 } // namespace
 
@@ -29,32 +30,53 @@ GlanceSource::GlanceSource(Needs needs, QObject *parent)
     , m_needs(std::move(needs))
 {
     refreshClipboard();
-    m_tick = m_needs.clock.every(kInterval, [this] { refresh(); });
+    m_tick = m_needs.clock.every(kInterval, [this] { look(); });
 }
 
 GlanceSource::~GlanceSource() = default;
 
 void GlanceSource::refresh()
 {
+    m_break = kInterval;
+    m_nextBuilds.reset();
+    look();
+}
+
+// Of each kind one reading at a time: those of a disk that hangs shall not take up all threads.
+void GlanceSource::look()
+{
     refreshClipboard();
-    if (m_readings >= kMostReadings)
-        return;
-    ++m_readings;
-    struct Reading {
-        Transfers transfers;
-        int failedBuilds = 0;
-    };
+    if (!std::exchange(m_listing, true))
+        readDownloads();
+    const bool due = !m_nextBuilds || *m_nextBuilds <= m_needs.clock.now();
+    if (due && !m_asking && m_needs.prefs.anyOn())
+        readBuilds();
+}
+
+void GlanceSource::readDownloads()
+{
     inBackground(
         m_needs.background, this,
-        [&tools = m_needs.tools, folder = m_needs.downloads, before = m_transfers, now = m_needs.clock.wallTime()] {
-            return Reading{readTransfers(folder, before, now), readFailedBuilds(tools)};
+        [folder = m_needs.downloads, before = m_transfers, now = m_needs.clock.wallTime()] {
+            return readTransfers(folder, before, now);
         },
-        [this](const Reading &reading) {
-            --m_readings;
-            const bool same = reading.transfers.count == m_transfers.count && reading.failedBuilds == m_failedBuilds;
-            m_transfers = reading.transfers;
-            m_failedBuilds = reading.failedBuilds;
-            if (!same)
+        [this](const Transfers &transfers) {
+            m_listing = false;
+            if (std::exchange(m_transfers, transfers).count != transfers.count)
+                Q_EMIT changed();
+        });
+}
+
+void GlanceSource::readBuilds()
+{
+    m_asking = true;
+    inBackground(
+        m_needs.background, this, [&tools = m_needs.tools] { return readFailedBuilds(tools); },
+        [this](const std::optional<int> &builds) {
+            m_asking = false;
+            m_nextBuilds = m_needs.clock.now() + (builds ? kInterval : m_break);
+            m_break = builds ? kInterval : std::min(2 * m_break, kLongestBreak);
+            if (std::exchange(m_failedBuilds, builds.value_or(0)) != builds.value_or(0))
                 Q_EMIT changed();
         });
 }

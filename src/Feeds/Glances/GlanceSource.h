@@ -13,10 +13,12 @@ class Background;
 class Clipboard;
 class Clock;
 class Http;
+class Prefs;
 class ToolRunner;
 
 /// What can be seen at a glance: the link that the user just copied, downloads that still run, failed builds on GitHub. Keeps
-/// its own time of 8 seconds. Shows no failure: what can't be told isn't there. Lives on the UI thread, never blocks it.
+/// its own time of 8 seconds; GitHub, while it fails, is asked ever less often, down to every five minutes. Shows no failure:
+/// what can't be told isn't there. Lives on the UI thread, never blocks it.
 class GlanceSource : public QObject {
     Q_OBJECT
     Q_PROPERTY(int failedBuilds READ failedBuilds NOTIFY changed FINAL)
@@ -32,6 +34,7 @@ public:
         ToolRunner &tools;
         Clipboard &clipboard;
         Http &http;
+        const Prefs &prefs;
         QString downloads; ///< the user's Downloads folder
         QUrl oEmbed = QUrl(QStringLiteral("https://www.youtube.com/oembed")); ///< YouTube's, https://oembed.com/#section7
     };
@@ -49,7 +52,7 @@ public:
     /// The user's Downloads folder.
     const QString &downloads() const { return m_needs.downloads; }
 
-    /// Looks at everything anew; returns at once.
+    /// Looks at everything anew, GitHub too; returns at once.
     Q_INVOKABLE void refresh();
     /// Has the preview show a video.
     void setPlayingVideo(const QUrl &url);
@@ -60,6 +63,9 @@ Q_SIGNALS:
     void changed();
 
 private:
+    void look();
+    void readDownloads();
+    void readBuilds();
     void refreshClipboard();
     void show(const std::optional<ClipboardPreview> &preview);
     QCoro::Task<> loadYouTube(QUrl url);
@@ -69,7 +75,10 @@ private:
     int m_pasteboardChange = -1; ///< the clipboard's count at the last look; no count is negative
     Transfers m_transfers;
     int m_failedBuilds = 0;
-    int m_readings = 0; ///< under way in the background
+    bool m_listing = false; ///< under way in the background
+    bool m_asking = false; ///< likewise
+    std::chrono::seconds m_break{8}; ///< until GitHub is asked again, should it fail
+    std::optional<Clock::Instant> m_nextBuilds; ///< not before this
     std::optional<QUrl> m_playingVideo;
     TimerHandle m_tick;
 };

@@ -19,6 +19,10 @@ std::optional<QString> youtubeID(const QUrl &url)
         const QStringList path = url.path().split(u'/', Qt::SkipEmptyParts);
         return path.isEmpty() ? std::nullopt : std::optional(path.first());
     }
+    // "/shorts/ID" and "/live/ID" are videos like any other.
+    const QStringList path = url.path().split(u'/', Qt::SkipEmptyParts);
+    if (path.size() == 2 && (path[0] == "shorts"_L1 || path[0] == "live"_L1 || path[0] == "embed"_L1))
+        return path[1];
     const QUrlQuery query(url);
     const QString id = query.queryItemValue(u"v"_s, QUrl::FullyDecoded);
     return id.isEmpty() ? std::nullopt : std::optional(id);

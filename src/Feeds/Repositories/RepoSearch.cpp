@@ -39,32 +39,47 @@ std::vector<fs::path> kids(const fs::path &folder)
     return result;
 }
 
-/// A repository is no barrier here: one that stands inside it is found as well.
-void searchSecondLevel(const fs::path &folder, Paths &found)
-{
-    for (const fs::path &second : kids(folder)) {
-        if (hasGit(second))
-            found.insert(second.native());
-        for (const fs::path &third : kids(second)) {
-            if (hasGit(third))
-                found.insert(third.native());
+class Search {
+public:
+    explicit Search(const EnterFolder &enter)
+        : m_enter(enter)
+    {
+    }
+
+    void root(const fs::path &root)
+    {
+        if (add(root))
+            return;
+        for (const fs::path &first : kidsOf(root)) {
+            if (!add(first))
+                secondLevel(first);
         }
     }
-}
+    const Paths &found() const { return m_found; }
 
-void search(const fs::path &root, Paths &found)
-{
-    if (hasGit(root)) {
-        found.insert(root.native());
-        return;
+private:
+    bool enters(const fs::path &folder) const { return !m_enter || m_enter(QFile::decodeName(folder.c_str())); }
+    std::vector<fs::path> kidsOf(const fs::path &folder) const { return enters(folder) ? kids(folder) : std::vector<fs::path>(); }
+    bool add(const fs::path &folder)
+    {
+        const bool isRepo = enters(folder) && hasGit(folder);
+        if (isRepo)
+            m_found.insert(folder.native());
+        return isRepo;
     }
-    for (const fs::path &first : kids(root)) {
-        if (hasGit(first))
-            found.insert(first.native());
-        else
-            searchSecondLevel(first, found);
+    /// A repository is no barrier here: one that stands inside it is found as well.
+    void secondLevel(const fs::path &folder)
+    {
+        for (const fs::path &second : kidsOf(folder)) {
+            add(second);
+            for (const fs::path &third : kidsOf(second))
+                add(third);
+        }
     }
-}
+
+    const EnterFolder &m_enter;
+    Paths m_found;
+};
 
 std::string withoutLinks(const std::string &path)
 {
@@ -75,14 +90,15 @@ std::string withoutLinks(const std::string &path)
 
 } // namespace
 
-QStringList findRepos(const QStringList &roots)
+QStringList findRepos(const QStringList &roots, const EnterFolder &enter)
 {
-    Paths found;
+    Search search(enter);
     for (const QString &root : roots) {
         if (root.isEmpty())
             continue;
-        search(fs::path(QFile::encodeName(QDir::cleanPath(root)).toStdString()), found);
+        search.root(fs::path(QFile::encodeName(QDir::cleanPath(root)).toStdString()));
     }
+    const Paths &found = search.found();
 
     QStringList repos;
     Paths seen;

@@ -1,10 +1,9 @@
 #include "Feeds/Repositories/RepoState.h"
 
+#include "Core/GuardedGit.h"
 #include "Core/Texts.h"
-#include "Platform/ToolRunner.h"
 
 #include <QCoreApplication>
-#include <chrono>
 
 using namespace Qt::StringLiterals;
 
@@ -12,7 +11,6 @@ namespace velto {
 
 namespace {
 
-constexpr std::chrono::seconds kLimit{10};
 constexpr qsizetype kMaximumRepos = 200;
 constexpr QByteArrayView kHead("# branch.head ");
 constexpr QByteArrayView kAheadBehind("# branch.ab ");
@@ -75,15 +73,14 @@ RepoState parseStatus(const QString &path, QByteArrayView output)
     return repo;
 }
 
-QList<RepoState> repoStates(ToolRunner &tools, const QStringList &roots, const std::function<bool()> &stillWanted)
+QList<RepoState> repoStates(ToolRunner &tools, const QStringList &roots, const EnterFolder &enter)
 {
     QList<RepoState> states;
-    for (const QString &path : findRepos(roots).mid(0, kMaximumRepos)) {
-        if (stillWanted && !stillWanted())
-            break;
-        const auto status = tools.run({u"git"_s, u"-C"_s, path, u"status"_s, u"--porcelain=v2"_s, u"--branch"_s}, {}, kLimit);
-        if (status.ok)
-            states.append(parseStatus(path, status.out));
+    for (const QString &path : findRepos(roots, enter).mid(0, kMaximumRepos)) {
+        if (enter && !enter(path))
+            continue;
+        if (const auto status = GuardedGit(tools).status(path))
+            states.append(parseStatus(path, *status));
     }
     return states;
 }

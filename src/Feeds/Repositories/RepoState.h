@@ -29,12 +29,16 @@ struct RepoState {
 /// thread.
 RepoState parseStatus(const QString &path, QByteArrayView output);
 
+/// Hears of each folder before it is looked at, and says whether to; called on the thread of the walk.
+using EnterFolder = std::function<bool(const QString &)>;
+
 /// The repositories at these folders and up to three levels below them, in ascending order of their paths. Each stands there
 /// once, under its own path rather than that of a link to it. Blocks for the disk.
-QStringList findRepos(const QStringList &roots);
+QStringList findRepos(const QStringList &roots, const EnterFolder &enter = {});
 
-/// The states of the first 200 of these repositories, read one after another; one that can't be read is left out. Blocks for up
-/// to 12 seconds a repository; never on the UI thread. Ends early once `stillWanted`, if given, says no.
-QList<RepoState> repoStates(ToolRunner &tools, const QStringList &roots, const std::function<bool()> &stillWanted = {});
+/// The states of the first 200 of these repositories, read one after another; one that can't be read, or not safely (see
+/// GuardedGit), is left out. Blocks for up to 12 seconds for each git that is run, three a repository and more for submodules;
+/// never on the UI thread.
+QList<RepoState> repoStates(ToolRunner &tools, const QStringList &roots, const EnterFolder &enter = {});
 
 } // namespace velto

@@ -7,7 +7,9 @@
 
 #include <QFileInfo>
 #include <algorithm>
+#include <atomic>
 #include <iterator>
+#include <mutex>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -15,6 +17,11 @@ using namespace Qt::StringLiterals;
 namespace velto {
 
 namespace {
+
+/// Longer than a repository takes whose every git is given up.
+constexpr std::chrono::seconds kStuck{45};
+/// Each keeps a thread.
+constexpr qsizetype kMostHanging = 3;
 
 template <typename T> QList<T> members(const QList<T> &all, bool (T::*belongs)() const)
 {
@@ -40,6 +47,37 @@ struct SignalsSource::RepoReading {
     QList<RepoState> repos;
 };
 
+/// What a walk and this source know of each other.
+struct SignalsSource::RepoWalk {
+    QSet<QString> passedBy;
+    std::atomic_bool wanted = true; ///< turns false to end it: its folders may no longer be the chosen ones
+
+    // Of the UI thread.
+    int stepsSeen = -1;
+    bool givenUp = false;
+    QString givenUpIn;
+
+    bool enter(const QString &folder)
+    {
+        if (!wanted || passedBy.contains(folder))
+            return false;
+        const std::lock_guard lock(m_mutex);
+        m_folder = folder;
+        ++m_steps;
+        return true;
+    }
+    std::pair<QString, int> place()
+    {
+        const std::lock_guard lock(m_mutex);
+        return {m_folder, m_steps};
+    }
+
+private:
+    std::mutex m_mutex;
+    QString m_folder; ///< where it was last
+    int m_steps = 0;
+};
+
 SignalsSource::SignalsSource(Needs needs, QObject *parent)
     : QObject(parent)
     , m_needs(std::move(needs))
@@ -49,8 +87,8 @@ SignalsSource::SignalsSource(Needs needs, QObject *parent)
 
 SignalsSource::~SignalsSource()
 {
-    if (m_walkWanted)
-        *m_walkWanted = false;
+    if (m_walk)
+        m_walk->wanted = false;
 }
 
 QList<MCPServer> SignalsSource::mcpFailing() const
@@ -76,9 +114,21 @@ qint64 SignalsSource::tokensUsed() const
 void SignalsSource::refresh(bool force)
 {
     for (Signal *signal : {&m_usage, &m_repoWalk, &m_mcpCheck}) {
-        if (m_needs.prefs.isOn(signal->module) && due(*signal, force))
+        if (m_needs.prefs.isOn(signal->module) && mayBeRead(*signal) && due(*signal, force))
             begin(*signal, force);
     }
+    publish();
+}
+
+/// Nobody looks into a newcomer's folders before saying so.
+bool SignalsSource::mayBeRead(const Signal &signal)
+{
+    if (&signal != &m_repoWalk || m_needs.prefs.mayLookAtRepos())
+        return true;
+    set(m_reposState,
+        SourceState::unavailable(tr("Your code folders aren't watched yet."),
+                                 tr("Finish the welcome, or add a folder in the Connect tab.")));
+    return false;
 }
 
 void SignalsSource::retryMcp()
@@ -113,7 +163,7 @@ void SignalsSource::begin(Signal &signal, bool force)
         return;
     signal.again = true;
     if (&signal == &m_repoWalk)
-        *m_walkWanted = false;
+        m_walk->wanted = false;
 }
 
 /// Runs `work()` in the background and gives its value to `apply`, which sets the fields.
@@ -144,33 +194,66 @@ void SignalsSource::readUsage()
 
 void SignalsSource::readRepos()
 {
-    m_walkWanted = std::make_shared<std::atomic_bool>(true);
-    const auto work = [wanted = m_walkWanted, &tools = m_needs.tools, roots = m_needs.prefs.repoRoots()]() -> RepoReading {
+    if (m_hanging.size() >= kMostHanging) {
+        m_repoWalk.underWay = false;
+        return;
+    }
+    m_walk = std::make_shared<RepoWalk>();
+    m_walk->passedBy = m_hanging;
+    const auto work = [walk = m_walk, &tools = m_needs.tools, roots = m_needs.prefs.repoRoots()]() -> RepoReading {
+        const EnterFolder enter = [walk](const QString &folder) { return walk->enter(folder); };
         QStringList present;
-        std::ranges::copy_if(roots, std::back_inserter(present), qOverload<const QString &>(&QFileInfo::exists));
+        std::ranges::copy_if(roots, std::back_inserter(present),
+                             [&enter](const QString &root) { return enter(root) && QFileInfo::exists(root); });
         if (present.isEmpty())
             return {RepoReading::End::NoFolders, {}};
         if (!tools.toolInstalled(u"git"_s))
             return {RepoReading::End::NoGit, {}};
-        return {RepoReading::End::Read, repoStates(tools, present, [wanted] { return wanted->load(); })};
+        return {RepoReading::End::Read, repoStates(tools, present, enter)};
     };
-    read(m_repoWalk, work, [this, wanted = m_walkWanted](const RepoReading &reading) {
-        if (!*wanted)
-            return;
+    inBackground(m_needs.background, this, work, [this, walk = m_walk](const RepoReading &reading) { walked(*walk, reading); });
+    m_walkWatch = m_needs.clock.every(kStuck, [this] { watchWalk(); });
+}
+
+void SignalsSource::walked(const RepoWalk &walk, const RepoReading &reading)
+{
+    if (walk.givenUp) {
+        m_hanging.remove(walk.givenUpIn);
+        return;
+    }
+    m_walkWatch.reset();
+    m_repoWalk.underWay = false;
+    if (walk.wanted) {
         if (reading.end != RepoReading::End::NoGit)
             set(m_repos, reading.repos);
-        switch (reading.end) {
-        case RepoReading::End::Read:
-            return set(m_reposState, SourceState::ready());
-        case RepoReading::End::NoFolders:
-            return set(m_reposState,
-                       SourceState::unavailable(tr("No code folders chosen."),
-                                                tr("Add the folders you keep repos in, in the Connect tab.")));
-        case RepoReading::End::NoGit:
-            return set(m_reposState,
-                       SourceState::unavailable(tr("Git isn't installed."), tr("Install the Xcode Command Line Tools.")));
-        }
-    });
+        if (reading.end == RepoReading::End::Read)
+            set(m_reposState, SourceState::ready());
+        else if (reading.end == RepoReading::End::NoFolders)
+            set(m_reposState,
+                SourceState::unavailable(tr("No code folders chosen."),
+                                         tr("Add the folders you keep repos in, in the Connect tab.")));
+        else
+            set(m_reposState, SourceState::unavailable(tr("Git isn't installed."), tr("Install the Xcode Command Line Tools.")));
+    }
+    if (std::exchange(m_repoWalk.again, false))
+        begin(m_repoWalk, true);
+    publish();
+}
+
+/// Gives up a walk that is where it was at the last look, and begins one that passes by.
+void SignalsSource::watchWalk()
+{
+    const auto [folder, steps] = m_walk->place();
+    if (std::exchange(m_walk->stepsSeen, steps) != steps)
+        return;
+    m_walkWatch.reset();
+    m_walk->wanted = false;
+    m_walk->givenUp = true;
+    m_walk->givenUpIn = folder;
+    m_hanging.insert(folder);
+    m_repoWalk.underWay = false;
+    m_repoWalk.again = false;
+    begin(m_repoWalk, true);
 }
 
 void SignalsSource::readMcp()

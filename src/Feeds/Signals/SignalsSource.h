@@ -6,9 +6,10 @@
 #include "Feeds/Repositories/RepoState.h"
 #include "Feeds/Servers/McpHealth.h"
 #include "Feeds/Usage/TokenUsage.h"
+#include "Platform/Clock.h"
 
 #include <QObject>
-#include <atomic>
+#include <QSet>
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -22,7 +23,8 @@ class ToolRunner;
 /// The three slow signals, each kept fresh at its own pace: today's token use, the health of Claude Code's MCP servers, and the
 /// repositories with unsaved work. Raises no Peeks. Lives on the UI thread, never blocks it.
 /// Each signal has at most one reading under way. One that is asked for meanwhile follows right after it if it was forced, and
-/// otherwise waits for its next turn.
+/// otherwise waits for its next turn. A walk that is stuck in a folder, of a disk that hangs, is given up, and later ones pass by
+/// that folder until it answers.
 class SignalsSource : public QObject {
     Q_OBJECT
     Q_PROPERTY(velto::SourceState usageState READ usageState NOTIFY changed FINAL)
@@ -97,12 +99,16 @@ private:
         bool again = false;
     };
     struct RepoReading;
+    struct RepoWalk;
 
+    bool mayBeRead(const Signal &signal);
     bool due(Signal &signal, bool force) const;
     void begin(Signal &signal, bool force);
     template <typename Work, typename Apply> void read(Signal &signal, Work work, Apply apply);
     void readUsage();
     void readRepos();
+    void walked(const RepoWalk &walk, const RepoReading &reading);
+    void watchWalk();
     void readMcp();
     template <typename Value> void set(Value &field, const Value &value);
     void publish();
@@ -111,8 +117,9 @@ private:
     Signal m_usage{Prefs::Module::Usage, std::chrono::seconds(300), &SignalsSource::readUsage, {}};
     Signal m_repoWalk{Prefs::Module::Repos, std::chrono::seconds(300), &SignalsSource::readRepos, {}};
     Signal m_mcpCheck{Prefs::Module::Mcp, std::chrono::seconds(600), &SignalsSource::readMcp, {}};
-    /// Turns false to end the walk under way: its folders may no longer be the chosen ones.
-    std::shared_ptr<std::atomic_bool> m_walkWanted;
+    std::shared_ptr<RepoWalk> m_walk; ///< the one under way
+    QSet<QString> m_hanging; ///< folders that walks given up are stuck in
+    TimerHandle m_walkWatch;
 
     TokenUsage m_tokens;
     SourceState m_usageState = SourceState::loading();

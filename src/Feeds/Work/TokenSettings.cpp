@@ -1,6 +1,8 @@
 #include "Feeds/Work/TokenSettings.h"
 
+#include "Core/Link.h"
 #include "Core/Prefs.h"
+#include "Platform/Keychain.h"
 
 #include <array>
 #include <utility>
@@ -18,42 +20,75 @@ constexpr std::array kNames{"Velto.linear"_L1, "Velto.jira"_L1, "Velto.slack"_L1
 TokenSettings::TokenSettings(Prefs &prefs, Background &background, Keychain &keychain, QObject *parent)
     : QObject(parent)
     , m_prefs(prefs)
+    , m_keyring(keychain)
     , m_keychain(background, keychain)
 {
     connect(&m_prefs, &Prefs::changed, this, &TokenSettings::changed);
+    connect(&m_keyring, &Keychain::lockedChanged, this, [this] {
+        Q_EMIT changed();
+        if (!locked())
+            look();
+    });
 }
 
 TokenSettings::~TokenSettings()
 {
     m_life.reset();
+    store();
+}
+
+bool TokenSettings::locked() const
+{
+    return m_keyring.locked();
+}
+
+void TokenSettings::unlock()
+{
+    m_keyring.unlock();
 }
 
 QString TokenSettings::jiraSite() const
 {
-    return m_prefs.jiraSite();
+    return m_site.value_or(m_prefs.jiraSite());
 }
 
 void TokenSettings::setJiraSite(const QString &site)
 {
-    m_unread = m_unread || site != m_prefs.jiraSite();
-    m_prefs.setJiraSite(site);
+    m_site = site;
+    Q_EMIT changed();
 }
 
 QString TokenSettings::jiraEmail() const
 {
-    return m_prefs.jiraEmail();
+    return m_email.value_or(m_prefs.jiraEmail());
 }
 
 void TokenSettings::setJiraEmail(const QString &email)
 {
-    m_unread = m_unread || email != m_prefs.jiraEmail();
-    m_prefs.setJiraEmail(email);
+    m_email = email;
+    Q_EMIT changed();
+}
+
+/// What is half typed is asked nothing, so it isn't stored before it is finished.
+bool TokenSettings::store()
+{
+    const QString site = withoutPassword(jiraSite());
+    const QString email = jiraEmail();
+    m_site.reset();
+    m_email.reset();
+    const bool another = site != m_prefs.jiraSite() || email != m_prefs.jiraEmail();
+    if (site != m_prefs.jiraSite())
+        m_prefs.setJiraSite(site);
+    if (email != m_prefs.jiraEmail())
+        m_prefs.setJiraEmail(email);
+    return another;
 }
 
 void TokenSettings::readAnew()
 {
-    if (std::exchange(m_unread, false))
+    if (store())
         Q_EMIT refreshWanted();
+    Q_EMIT changed();
 }
 
 void TokenSettings::save(const QString &name, const QString &token)
@@ -75,13 +110,18 @@ void TokenSettings::reread()
 QCoro::Task<> TokenSettings::put(QString name, std::optional<QString> token)
 {
     const std::weak_ptr life = m_life;
-    co_await m_keychain.put(name, token);
+    const bool kept = co_await m_keychain.put(name, token);
     if (life.expired())
         co_return;
+    m_problems.remove(name);
+    if (!kept)
+        m_problems.insert(name, token ? tr("The keyring couldn't keep it.") : tr("The keyring couldn't erase it."));
+    ++m_revision;
+    Q_EMIT changed();
     co_await look();
     if (life.expired())
         co_return;
-    m_unread = false;
+    store();
     Q_EMIT refreshWanted();
 }
 

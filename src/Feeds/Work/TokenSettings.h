@@ -2,6 +2,7 @@
 
 #include "Core/KeychainLane.h"
 
+#include <QHash>
 #include <QObject>
 #include <QSet>
 #include <QString>
@@ -18,6 +19,8 @@ class TokenSettings : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString jiraSite READ jiraSite WRITE setJiraSite NOTIFY changed FINAL)
     Q_PROPERTY(QString jiraEmail READ jiraEmail WRITE setJiraEmail NOTIFY changed FINAL)
+    /// The keyring is locked, so that nobody can tell what is saved.
+    Q_PROPERTY(bool locked READ locked NOTIFY changed FINAL)
     /// Raised at each change, so that a view asks isSaved() again.
     Q_PROPERTY(int revision READ revision NOTIFY changed FINAL)
 public:
@@ -29,13 +32,17 @@ public:
     void setJiraSite(const QString &site);
     QString jiraEmail() const;
     void setJiraEmail(const QString &email);
-    /// The site and the address are typed: reads anew if one of them is another than when it was last read.
+    /// The site and the address are typed: stores them, and reads anew if one of them is another.
     Q_INVOKABLE void readAnew();
+    bool locked() const;
+    Q_INVOKABLE void unlock();
     int revision() const { return m_revision; }
 
     /// How many of the tools have a token, as of the last look.
     int count() const { return int(m_saved.size()); }
     Q_INVOKABLE bool isSaved(const QString &name) const { return m_saved.contains(name); }
+    /// What became wrong with the last attempt to save or remove it, in a sentence; empty if nothing.
+    Q_INVOKABLE QString problem(const QString &name) const { return m_problems.value(name); }
     /// Trims and stores it and reads anew; nothing happens if nothing is left.
     Q_INVOKABLE void save(const QString &name, const QString &token);
     Q_INVOKABLE void remove(const QString &name);
@@ -50,13 +57,17 @@ Q_SIGNALS:
 private:
     QCoro::Task<> put(QString name, std::optional<QString> token);
     QCoro::Task<> look();
+    bool store();
 
     Prefs &m_prefs;
+    Keychain &m_keyring;
     KeychainLane m_keychain;
     std::shared_ptr<const bool> m_life = std::make_shared<bool>(true); ///< ends with this object
+    std::optional<QString> m_site; ///< while it is being typed
+    std::optional<QString> m_email; ///< likewise
     QSet<QString> m_saved;
+    QHash<QString, QString> m_problems;
     int m_revision = 0;
-    bool m_unread = false; ///< the site or the address was changed
 };
 
 } // namespace velto

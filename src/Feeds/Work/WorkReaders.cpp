@@ -52,7 +52,7 @@ QList<QJsonObject> objectsIn(const QJsonValue &value)
 /// The bare host of a site that may have been typed with its scheme and a slash.
 QString bareSite(QString site)
 {
-    site.remove("https://"_L1).remove("http://"_L1);
+    site.remove("https://"_L1, Qt::CaseInsensitive).remove("http://"_L1, Qt::CaseInsensitive);
     const auto isEdge = [](QChar c) { return c == u'/' || c == u' '; };
     while (!site.isEmpty() && isEdge(site.front()))
         site.remove(0, 1);
@@ -74,7 +74,7 @@ Result<QJsonValue, QString> parsed(const QByteArray &body)
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(body, &error);
     if (error.error != QJsonParseError::NoError)
-        return error.errorString();
+        return whyNoJson(body, error.errorString());
     return document.isArray() ? QJsonValue(document.array()) : QJsonValue(document.object());
 }
 

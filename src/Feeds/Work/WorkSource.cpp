@@ -1,16 +1,19 @@
 #include "Feeds/Work/WorkSource.h"
 
 #include "Core/Abandoned.h"
+#include "Core/GuardedGit.h"
 #include "Core/Prefs.h"
 #include "Core/Words.h"
 #include "Core/WorkError.h"
 #include "Platform/Background.h"
 #include "Platform/Clock.h"
+#include "Platform/Keychain.h"
 #include "Platform/ToolRunner.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -49,7 +52,7 @@ PullRequests loadPRs(ToolRunner &tools)
 {
     const RunResult result = tools.run({u"gh"_s, u"search"_s, u"prs"_s, u"--review-requested=@me"_s, u"--state=open"_s,
                                         u"--json"_s, u"title,url,repository"_s, u"--limit"_s, u"20"_s},
-                                       {}, kGhLimit);
+                                       {}, kGhLimit, guardedGit());
     if (result.ok) {
         if (const auto items = parsePRs(result.out))
             return {*items, std::nullopt};
@@ -64,6 +67,7 @@ WorkSource::WorkSource(Needs needs, QObject *parent)
     , m_needs(std::move(needs))
     , m_keychain(m_needs.background, m_needs.keychain)
 {
+    connect(&m_needs.keychain, &Keychain::lockedChanged, this, &WorkSource::keyringChanged);
 }
 
 WorkSource::~WorkSource()
@@ -90,6 +94,17 @@ void WorkSource::refresh(bool force)
         readWork();
 }
 
+void WorkSource::unlock()
+{
+    m_needs.keychain.unlock();
+}
+
+void WorkSource::keyringChanged()
+{
+    if (!m_needs.keychain.locked() && m_needs.prefs.isOn(Prefs::Module::Work))
+        readWork();
+}
+
 void WorkSource::readPullRequests()
 {
     if (!m_needs.tools.toolInstalled(u"gh"_s)) {
@@ -99,9 +114,17 @@ void WorkSource::readPullRequests()
         publish(std::move(next));
         return;
     }
+    if (m_askingGitHub) {
+        m_askGitHubAgain = true;
+        return;
+    }
+    m_askingGitHub = true;
     inBackground(
         m_needs.background, this, [&tools = m_needs.tools] { return loadPRs(tools); },
         [this](const PullRequests &read) {
+            m_askingGitHub = false;
+            if (std::exchange(m_askGitHubAgain, false))
+                readPullRequests();
             Published next = m_now;
             next.prs = read.items;
             next.prState = read.error ? SourceState::failed(*read.error) : SourceState::ready();
@@ -129,8 +152,10 @@ QCoro::Task<> WorkSource::readWork()
             Published next = m_now;
             next.issues.clear();
             next.mentions.clear();
-            next.workState =
-                SourceState::unavailable(tr("No work tools connected."), tr("Connect Linear, Jira or Slack in the Connect tab."));
+            next.workState = m_needs.keychain.locked()
+                ? SourceState::locked(tr("The keyring is locked."), tr("Unlock it to see your issues and mentions."))
+                : SourceState::unavailable(tr("No work tools connected."),
+                                           tr("Connect Linear, Jira or Slack in the Connect tab."));
             publish(std::move(next));
             co_return;
         }

@@ -26,7 +26,8 @@ struct PullRequests {
 PullRequests loadPRs(ToolRunner &tools);
 
 /// What other people want from the user at work: reviews on GitHub, issues in Linear and Jira, mentions in Slack. Asks at most
-/// once in five minutes. Lives on the UI thread, never blocks it; of several readings under way the last one to finish wins.
+/// once in five minutes. Lives on the UI thread, never blocks it. `gh` runs once at a time: what is asked for meanwhile follows.
+/// Of several readings of the work tools under way the last one to finish wins.
 class WorkSource : public QObject {
     Q_OBJECT
 public:
@@ -52,6 +53,8 @@ public:
 
     /// Asks what is due; with `force` everything that is wanted. Returns at once.
     void refresh(bool force);
+    /// Opens the keyring's own dialog; what it held is read then.
+    void unlock();
 
 Q_SIGNALS:
     void changed();
@@ -74,12 +77,15 @@ private:
 
     bool due(Group group, bool force);
     void readPullRequests();
+    void keyringChanged();
     QCoro::Task<> readWork();
     void publish(Published next);
 
     Needs m_needs;
     KeychainLane m_keychain;
     Published m_now;
+    bool m_askingGitHub = false;
+    bool m_askGitHubAgain = false;
     QHash<Group, Instant> m_last; ///< when each was last asked for
     std::shared_ptr<const bool> m_life = std::make_shared<bool>(true); ///< ends with this object
 };

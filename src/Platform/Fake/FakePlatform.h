@@ -43,16 +43,32 @@ class FakeKeychain final : public Keychain {
 public:
     QHash<QString, QString> entries;
 
+    bool isLocked = false;
+    bool keeps = true;
+    int unlocked = 0; ///< how often the dialog was asked for
+
+    void setLocked(bool on)
+    {
+        isLocked = on;
+        Q_EMIT lockedChanged();
+    }
+    bool locked() const override { return isLocked; }
+    void unlock() override { ++unlocked; }
     std::optional<QString> get(const QString &name) const override
     {
+        if (isLocked)
+            return std::nullopt;
         const auto found = entries.constFind(name);
         return found == entries.cend() ? std::nullopt : std::optional(*found);
     }
-    void put(const QString &name, const std::optional<QString> &value) override
+    bool put(const QString &name, const std::optional<QString> &value) override
     {
+        if (!keeps)
+            return false;
         entries.remove(name);
         if (value && !value->isEmpty())
             entries.insert(name, *value);
+        return true;
     }
 };
 

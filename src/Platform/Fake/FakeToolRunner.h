@@ -17,7 +17,8 @@ public:
     /// What was run, in order.
     QStringList ran;
 
-    RunResult run(const QStringList &args, const QString &, std::chrono::duration<double>) override
+    using ToolRunner::run;
+    RunResult run(const QStringList &args, const QString &, std::chrono::duration<double>, const ToolEnvironment &) override
     {
         const QString line = args.join(QLatin1Char(' '));
         ran.append(line);

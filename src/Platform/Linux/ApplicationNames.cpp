@@ -1,6 +1,8 @@
 #include "Platform/Linux/ApplicationNames.h"
 
 #include <QHash>
+#include <QList>
+#include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -28,8 +30,6 @@ constexpr std::array kNames{
     Names{"simplescreenrecorder"_L1, kRecorder},
     Names{"vokoscreenng"_L1, kRecorder},
     Names{"kazam"_L1, kRecorder},
-    Names{"kooha"_L1, kRecorder},
-    Names{"io.github.seadve.kooha"_L1, kRecorder},
     Names{"spotify"_L1, "com.spotify.client"_L1},
     Names{"code"_L1, kCode},
     Names{"code - insiders"_L1, kCode},
@@ -91,6 +91,28 @@ constexpr std::array kNames{
     Names{"com.raggesilver.blackbox"_L1, kTerminal},
 };
 
+struct RecorderName {
+    QByteArrayView name; // of the process, 15 bytes at most
+    QByteArrayView argument; // that its command line must hold, at the end of a path or alone
+    bool mayRest = false;
+};
+
+constexpr std::array kRecorders{
+    RecorderName{"obs", {}},
+    RecorderName{"simplescreenrec", {}},
+    RecorderName{"vokoscreenNG", {}},
+    RecorderName{"kazam", {}},
+    RecorderName{"wf-recorder", {}},
+    RecorderName{"wl-screenrec", {}},
+    RecorderName{"recordmydesktop", {}},
+    RecorderName{"gpu-screen-reco", "gpu-screen-recorder"}, // its window has a longer name
+    RecorderName{"ffmpeg", "x11grab"},
+    RecorderName{"ffmpeg", "kmsgrab"},
+    RecorderName{"kooha", {}, true},
+    RecorderName{"spectacle", {}, true},
+    RecorderName{"gjs", "org.gnome.Shell.Screencast", true},
+};
+
 QLatin1StringView known(const QString &name)
 {
     static const auto kTable = [] {
@@ -113,11 +135,19 @@ QString identifierForClass(const QString &instance, const QString &windowClass)
     return windowClass.isEmpty() ? instance : windowClass;
 }
 
-QString recorderForProcess(QStringView name)
+std::optional<Recorder> recorderForProcess(QByteArrayView name, const std::function<QByteArray()> &arguments)
 {
-    const bool recorder =
-        name == "obs"_L1 || name == "simplescreenrec"_L1 || name == "vokoscreenNG"_L1 || name == "kazam"_L1 || name == "kooha"_L1;
-    return recorder ? QString(kRecorder) : QString();
+    for (const RecorderName &each : kRecorders) {
+        if (each.name != name)
+            continue;
+        const QList<QByteArray> words = each.argument.isEmpty() ? QList<QByteArray>() : arguments().split('\0');
+        const bool fits = each.argument.isEmpty() || std::ranges::any_of(words, [&each](const QByteArray &word) {
+                              return word == each.argument || word.endsWith('/' + each.argument.toByteArray());
+                          });
+        if (fits)
+            return Recorder{QString(kRecorder), each.mayRest};
+    }
+    return std::nullopt;
 }
 
 } // namespace velto

@@ -3,7 +3,6 @@
 #include "Platform/Files.h"
 #include "Platform/Linux/DBusAsk.h"
 
-#include <QDBusServiceWatcher>
 #include <algorithm>
 #include <utility>
 
@@ -82,14 +81,20 @@ void AtspiAccessibility::start(const QDBusConnection &session)
         return;
     // By no service's name: that would have the call wait for the bus to tell who owns it.
     m_session.connect(QString(), kStatusPath, u"org.freedesktop.DBus.Properties"_s, u"PropertiesChanged"_s, this,
-                      SLOT(statusChanged(QString, QVariantMap, QStringList)));
+                      SLOT(statusChanged(QString, QVariantMap, QStringList, QDBusMessage)));
     m_session.connect(QString(), kPortalPath, kSettings, u"SettingChanged"_s, this,
-                      SLOT(settingChanged(QString, QString, QDBusVariant)));
+                      SLOT(settingChanged(QString, QString, QDBusVariant, QDBusMessage)));
     // The bus of the screen reader may start long after us, and end with the reader.
-    m_watcher = new QDBusServiceWatcher(kStatusService, m_session, QDBusServiceWatcher::WatchForOwnerChange, this);
-    connect(m_watcher, &QDBusServiceWatcher::serviceRegistered, this, &AtspiAccessibility::askStatus);
-    connect(m_watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] { setScreenReader(false); });
-    askStatus();
+    connect(&m_owners, &DBusOwners::came, this, [this](const QString &service) {
+        if (service == kStatusService)
+            askStatus();
+    });
+    connect(&m_owners, &DBusOwners::gone, this, [this](const QString &service) {
+        if (service == kStatusService)
+            setScreenReader(false);
+    });
+    m_owners.follow(m_session, kStatusService);
+    m_owners.follow(m_session, kPortalService);
     askSettings();
 }
 
@@ -147,15 +152,18 @@ void AtspiAccessibility::announce(const QString &text)
     Q_EMIT announcementRequested(text);
 }
 
-void AtspiAccessibility::statusChanged(const QString &interface, const QVariantMap &changed, const QStringList &)
+void AtspiAccessibility::statusChanged(const QString &interface, const QVariantMap &changed, const QStringList &,
+                                       const QDBusMessage &signal)
 {
-    if (interface == kStatus && changed.contains(kScreenReader))
+    if (m_owners.sent(signal, kStatusService) && interface == kStatus && changed.contains(kScreenReader))
         setScreenReader(changed.value(kScreenReader).toBool());
 }
 
-void AtspiAccessibility::settingChanged(const QString &group, const QString &key, const QDBusVariant &value)
+void AtspiAccessibility::settingChanged(const QString &group, const QString &key, const QDBusVariant &value,
+                                        const QDBusMessage &signal)
 {
-    setting(group, key, value.variant());
+    if (m_owners.sent(signal, kPortalService))
+        setting(group, key, value.variant());
 }
 
 void AtspiAccessibility::setScreenReader(bool on)

@@ -1,14 +1,13 @@
 #pragma once
 
 #include "Platform/Accessibility.h"
+#include "Platform/Linux/DBusOwners.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QVariantMap>
 #include <optional>
-
-class QDBusServiceWatcher;
 
 namespace velto {
 
@@ -33,8 +32,9 @@ public:
     void announce(const QString &text) override;
 
 private Q_SLOTS:
-    void statusChanged(const QString &interface, const QVariantMap &changed, const QStringList &invalidated);
-    void settingChanged(const QString &group, const QString &key, const QDBusVariant &value);
+    void statusChanged(const QString &interface, const QVariantMap &changed, const QStringList &invalidated,
+                       const QDBusMessage &signal);
+    void settingChanged(const QString &group, const QString &key, const QDBusVariant &value, const QDBusMessage &signal);
 
 private:
     void readFiles();
@@ -46,7 +46,7 @@ private:
     Files &m_files;
     QString m_configuration;
     QDBusConnection m_session;
-    QDBusServiceWatcher *m_watcher = nullptr;
+    DBusOwners m_owners;
     bool m_screenReader = false;
     bool m_stillInFiles = false;
     std::optional<bool> m_stillInPortal; ///< by enable-animations

@@ -1,12 +1,17 @@
 #include "Platform/Linux/LibsecretKeychain.h"
 
+#include "Platform/Linux/DBusAsk.h"
+
 #include <QByteArray>
+#include <QDBusObjectPath>
 #include <QFile>
 #include <QLibrary>
 #include <chrono>
 #include <condition_variable>
+#include <functional>
 #include <libsecret/secret.h>
 #include <mutex>
+#include <thread>
 
 // GLib hides its function behind a macro of the same name.
 #undef g_object_ref
@@ -16,6 +21,10 @@ using namespace Qt::StringLiterals;
 namespace velto {
 
 namespace {
+
+constexpr auto kSecrets = "org.freedesktop.secrets"_L1;
+constexpr auto kSecretsPath = "/org/freedesktop/secrets"_L1;
+constexpr auto kCollection = "org.freedesktop.Secret.Collection"_L1;
 
 constexpr std::chrono::seconds kReading{3};
 constexpr std::chrono::seconds kWriting{30};
@@ -60,6 +69,7 @@ struct SecretApi {
     X(secret_item_get_secret)                                                                                                    \
     X(secret_value_get)                                                                                                          \
     X(secret_value_unref)                                                                                                        \
+    X(secret_item_delete_sync)                                                                                                   \
     X(secret_password_clearv_sync)                                                                                               \
     X(secret_password_storev_sync)
 
@@ -172,12 +182,66 @@ std::optional<QString> textOf(const SecretApi &api, SecretItem *item)
     return text.toUtf8() == utf8 ? std::optional(text) : std::nullopt;
 }
 
+/// What is stored under one name, as it stood at one look.
+class Items {
+public:
+    Items(const SecretApi &api, SecretService *service, const Attributes &attributes, GCancellable *cancellable)
+        : m_api(api)
+    {
+        GError *error = nullptr;
+        const auto flags = SecretSearchFlags(SECRET_SEARCH_ALL | SECRET_SEARCH_LOAD_SECRETS);
+        m_items = api.secret_service_search_sync(service, schema(), attributes.table(), flags, cancellable, &error);
+        forget(api, error);
+    }
+    Items(const Items &) = delete;
+    Items &operator=(const Items &) = delete;
+    ~Items()
+    {
+        for (auto *at = m_items; at; at = at->next)
+            m_api.g_object_unref(at->data);
+        m_api.g_list_free(m_items);
+    }
+
+    template <typename Use> void each(Use use) const
+    {
+        for (auto *at = m_items; at; at = at->next)
+            use(static_cast<SecretItem *>(at->data));
+    }
+
+private:
+    const SecretApi &m_api;
+    GList *m_items = nullptr;
+};
+
+/// An older one may stand in another collection: which one is the default can change.
+void eraseOthers(const SecretApi &api, const Attributes &attributes, const QString &value, GCancellable *cancellable)
+{
+    GError *error = nullptr;
+    auto *service = api.secret_service_get_sync(SECRET_SERVICE_NONE, cancellable, &error);
+    forget(api, error);
+    if (!service)
+        return;
+    {
+        const Items items(api, service, attributes, cancellable);
+        items.each([&](SecretItem *item) {
+            GError *problem = nullptr;
+            if (textOf(api, item) != value)
+                api.secret_item_delete_sync(item, cancellable, &problem);
+            forget(api, problem);
+        });
+    }
+    api.g_object_unref(service);
+}
+
 } // namespace
 
-/// Opens the keyring's own dialog once, on a thread that waits for the user.
+/// Opens the keyring's own dialog, on a thread that waits for the user: once by itself, and whenever it is asked for.
 class LibsecretKeychain::Unlocking {
 public:
-    Unlocking() = default;
+    explicit Unlocking(std::function<void()> unlocked)
+        : m_unlocked(std::move(unlocked))
+    {
+    }
     Unlocking(const Unlocking &) = delete;
     Unlocking &operator=(const Unlocking &) = delete;
     ~Unlocking()
@@ -185,43 +249,102 @@ public:
         if (!m_api)
             return;
         m_api->g_cancellable_cancel(m_cancellable);
-        m_thread.join();
+        if (m_thread.joinable())
+            m_thread.join();
         m_api->g_object_unref(m_cancellable);
+        m_api->g_object_unref(m_item);
+        m_api->g_object_unref(m_service);
     }
 
-    void begin(const SecretApi &api, SecretService *service, SecretItem *item)
+    /// This item is locked away.
+    void found(const SecretApi &api, SecretService *service, SecretItem *item)
+    {
+        {
+            const std::lock_guard lock(m_mutex);
+            if (m_api)
+                return;
+            m_api = &api;
+            m_cancellable = api.g_cancellable_new();
+            api.g_object_ref(service);
+            api.g_object_ref(item);
+            m_service = service;
+            m_item = item;
+        }
+        begin();
+    }
+    void begin()
     {
         const std::lock_guard lock(m_mutex);
-        if (m_api)
+        if (!m_api || m_open.exchange(true))
             return;
-        m_api = &api;
-        m_cancellable = api.g_cancellable_new();
-        api.g_object_ref(service);
-        api.g_object_ref(item);
-        m_thread = std::thread([this, service, item] {
-            auto *items = m_api->g_list_append(nullptr, item);
+        if (m_thread.joinable())
+            m_thread.join();
+        m_thread = std::thread([this] {
+            auto *items = m_api->g_list_append(nullptr, m_item);
             GError *error = nullptr;
-            m_api->secret_service_unlock_sync(service, items, m_cancellable, nullptr, &error);
+            const int count = m_api->secret_service_unlock_sync(m_service, items, m_cancellable, nullptr, &error);
             forget(*m_api, error);
             m_api->g_list_free(items);
-            m_api->g_object_unref(item);
-            m_api->g_object_unref(service);
+            m_open = false;
+            if (count > 0)
+                m_unlocked();
         });
     }
 
 private:
+    std::function<void()> m_unlocked;
     std::mutex m_mutex;
     const SecretApi *m_api = nullptr;
     GCancellable *m_cancellable = nullptr;
+    SecretService *m_service = nullptr;
+    SecretItem *m_item = nullptr;
+    std::atomic_bool m_open = false;
     std::thread m_thread;
 };
 
 LibsecretKeychain::LibsecretKeychain()
-    : m_unlocking(std::make_unique<Unlocking>())
+    : m_session(QString())
+    , m_unlocking(std::make_unique<Unlocking>([this] { setLocked(false); }))
 {
 }
 
 LibsecretKeychain::~LibsecretKeychain() = default;
+
+void LibsecretKeychain::follow(const QDBusConnection &session)
+{
+    m_session = session;
+    if (!m_session.isConnected())
+        return;
+    // By no service's name: that would have the call wait for the bus to tell who owns it.
+    m_session.connect(QString(), kSecretsPath, u"org.freedesktop.Secret.Service"_s, u"CollectionChanged"_s, this,
+                      SLOT(collectionChanged(QDBusMessage)));
+    m_session.connect(QString(), QString(), u"org.freedesktop.DBus.Properties"_s, u"PropertiesChanged"_s,
+                      QStringList{QString(kCollection)}, u"sa{sv}as"_s, this, SLOT(collectionChanged(QDBusMessage)));
+    m_owners.follow(m_session, kSecrets);
+}
+
+void LibsecretKeychain::collectionChanged(const QDBusMessage &signal)
+{
+    if (!m_locked || !m_owners.sent(signal, kSecrets))
+        return;
+    const auto named = signal.arguments().value(0).value<QDBusObjectPath>().path();
+    const QString path = named.isEmpty() ? signal.path() : named;
+    ask(m_session, propertyOf(kSecrets, path, kCollection, u"Locked"_s), this, [this](const QVariant &locked) {
+        if (locked.isValid() && !locked.toBool())
+            setLocked(false);
+    });
+}
+
+void LibsecretKeychain::setLocked(bool locked) const
+{
+    if (m_locked.exchange(locked) != locked)
+        Q_EMIT const_cast<LibsecretKeychain *>(this)->lockedChanged();
+}
+
+void LibsecretKeychain::unlock()
+{
+    m_unlocking->begin();
+}
 
 std::optional<QString> LibsecretKeychain::get(const QString &name) const
 {
@@ -235,44 +358,49 @@ std::optional<QString> LibsecretKeychain::get(const QString &name) const
     forget(*api, error);
     if (!service)
         return std::nullopt;
-    error = nullptr;
-    const auto flags = SecretSearchFlags(SECRET_SEARCH_ALL | SECRET_SEARCH_LOAD_SECRETS);
-    auto *items = api->secret_service_search_sync(service, schema(), attributes.table(), flags, deadline.cancellable(), &error);
-    forget(*api, error);
     std::optional<QString> found;
-    SecretItem *locked = nullptr;
-    for (auto *at = items; at; at = at->next) {
-        auto *item = static_cast<SecretItem *>(at->data);
-        if (api->secret_item_get_locked(item))
-            locked = item;
-        else if (!found)
-            found = textOf(*api, item);
+    {
+        const Items items(*api, service, attributes, deadline.cancellable());
+        SecretItem *locked = nullptr;
+        items.each([&](SecretItem *item) {
+            if (api->secret_item_get_locked(item))
+                locked = item;
+            else if (!found)
+                found = textOf(*api, item);
+        });
+        if (found)
+            setLocked(false);
+        else if (locked) {
+            setLocked(true);
+            m_unlocking->found(*api, service, locked);
+        }
     }
-    if (!found && locked)
-        m_unlocking->begin(*api, service, locked);
-    for (auto *at = items; at; at = at->next)
-        api->g_object_unref(at->data);
-    api->g_list_free(items);
     api->g_object_unref(service);
     return found;
 }
 
-void LibsecretKeychain::put(const QString &name, const std::optional<QString> &value)
+bool LibsecretKeychain::put(const QString &name, const std::optional<QString> &value)
 {
     const auto *api = secretApi();
     if (!api)
-        return;
+        return false;
     const Deadline deadline(*api, kWriting);
     const Attributes attributes(*api, name);
     GError *error = nullptr;
-    api->secret_password_clearv_sync(schema(), attributes.table(), deadline.cancellable(), &error);
+    if (!value || value->isEmpty()) {
+        api->secret_password_clearv_sync(schema(), attributes.table(), deadline.cancellable(), &error);
+        const bool erased = !error;
+        forget(*api, error);
+        return erased;
+    }
+    // Takes the place of the old one in one step: whoever is ended here has one of the two.
+    const bool kept =
+        api->secret_password_storev_sync(schema(), attributes.table(), SECRET_COLLECTION_DEFAULT, name.toUtf8().constData(),
+                                         value->toUtf8().constData(), deadline.cancellable(), &error);
     forget(*api, error);
-    if (!value || value->isEmpty())
-        return;
-    error = nullptr;
-    api->secret_password_storev_sync(schema(), attributes.table(), SECRET_COLLECTION_DEFAULT, name.toUtf8().constData(),
-                                     value->toUtf8().constData(), deadline.cancellable(), &error);
-    forget(*api, error);
+    if (kept)
+        eraseOthers(*api, attributes, *value, deadline.cancellable());
+    return kept;
 }
 
 } // namespace velto

@@ -168,6 +168,7 @@ void LinuxPlatform::start()
     session.start(QDBusConnection::systemBus(), sessionBus);
     accessibility.start(sessionBus);
     players.start(sessionBus);
+    keychain.follow(sessionBus);
 }
 
 } // namespace velto

@@ -5,7 +5,7 @@
 
 #include <QDBusArgument>
 #include <QDBusObjectPath>
-#include <QDBusServiceWatcher>
+#include <algorithm>
 #include <array>
 #include <unistd.h>
 
@@ -135,28 +135,31 @@ void LogindSession::preparesForSleep(bool sleeping)
 
 void LogindSession::followSavers()
 {
-    m_saverWatcher = new QDBusServiceWatcher(this);
-    m_saverWatcher->setConnection(m_session);
-    m_saverWatcher->setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
+    connect(&m_saverOwners, &DBusOwners::came, this, &LogindSession::askSaver);
+    // A screen saver that crashed can't tell that it is over.
+    connect(&m_saverOwners, &DBusOwners::gone, this, [this](const QString &service) { setSaver(service, false); });
     for (const auto &saver : kSavers) {
-        m_saverWatcher->addWatchedService(saver.interface);
         // By no service's name: that would have the call wait for the bus to tell who owns it.
         m_session.connect(QString(), saver.path, saver.interface, u"ActiveChanged"_s, this,
                           SLOT(saverChanged(bool, QDBusMessage)));
-        ask(m_session, {saver.interface, saver.path, saver.interface, u"GetActive"_s, {}}, this,
-            [this, interface = QString(saver.interface)](const QVariant &active) {
-                if (active.isValid())
-                    setSaver(interface, active.toBool());
-            });
+        m_saverOwners.follow(m_session, saver.interface);
     }
-    // A screen saver that crashed can't tell that it is over.
-    connect(m_saverWatcher, &QDBusServiceWatcher::serviceUnregistered, this,
-            [this](const QString &service) { setSaver(service, false); });
+}
+
+void LogindSession::askSaver(const QString &service)
+{
+    const auto *const saver = std::ranges::find_if(kSavers, [&service](const Saver &each) { return service == each.interface; });
+    ask(m_session, {saver->interface, saver->path, saver->interface, u"GetActive"_s, {}}, this,
+        [this, service](const QVariant &active) {
+            if (active.isValid())
+                setSaver(service, active.toBool());
+        });
 }
 
 void LogindSession::saverChanged(bool active, const QDBusMessage &signal)
 {
-    setSaver(signal.interface(), active);
+    if (m_saverOwners.sent(signal, signal.interface()))
+        setSaver(signal.interface(), active);
 }
 
 void LogindSession::setSaver(const QString &interface, bool active)

@@ -1,13 +1,12 @@
 #pragma once
 
+#include "Platform/Linux/DBusOwners.h"
 #include "Platform/Timer.h"
 #include "Platform/Session.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QSet>
-
-class QDBusServiceWatcher;
 
 namespace velto {
 
@@ -36,6 +35,7 @@ private:
     void findDisplaySession();
     void followSession(const QString &path);
     void followSavers();
+    void askSaver(const QString &service);
     void setHint(bool locked);
     void setSaver(const QString &interface, bool active);
     void update();
@@ -43,7 +43,7 @@ private:
     Clock &m_clock;
     QDBusConnection m_system;
     QDBusConnection m_session;
-    QDBusServiceWatcher *m_saverWatcher = nullptr;
+    DBusOwners m_saverOwners;
     bool m_hint = false;
     bool m_requested = false;
     TimerHandle m_request;

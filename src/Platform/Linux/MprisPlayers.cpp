@@ -105,7 +105,7 @@ void MprisPlayers::ownerChanged(const QString &service, const QString &newOwner)
 
 void MprisPlayers::propertiesChanged(const QString &, const QVariantMap &changed, const QStringList &invalidated)
 {
-    // Volume and position are no news.
+    // Volume and position are no news. Who sent it doesn't matter: the players themselves are asked then.
     for (const auto &property : {u"PlaybackStatus"_s, u"Metadata"_s})
         if (changed.contains(property) || invalidated.contains(property)) {
             Q_EMIT MediaPlayers::changed();

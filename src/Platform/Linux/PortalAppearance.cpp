@@ -29,7 +29,8 @@ void PortalAppearance::follow()
     m_font = QGuiApplication::font();
     // By no service's name: that would have the call wait for the bus to tell who owns it.
     QDBusConnection::sessionBus().connect(QString(), kPath, kInterface, u"SettingChanged"_s, this,
-                                          SLOT(settingChanged(QString, QString, QDBusVariant)));
+                                          SLOT(settingChanged(QString, QString, QDBusVariant, QDBusMessage)));
+    m_owners.follow(QDBusConnection::sessionBus(), kService);
     ask(kAppearance, u"color-scheme"_s);
     ask(kInterfaceGroup, u"font-name"_s);
     ask(kInterfaceGroup, u"text-scaling-factor"_s);
@@ -44,9 +45,11 @@ void PortalAppearance::ask(const QString &group, const QString &key)
     });
 }
 
-void PortalAppearance::settingChanged(const QString &group, const QString &key, const QDBusVariant &value)
+void PortalAppearance::settingChanged(const QString &group, const QString &key, const QDBusVariant &value,
+                                      const QDBusMessage &signal)
 {
-    take(group, key, value.variant());
+    if (m_owners.sent(signal, kService))
+        take(group, key, value.variant());
 }
 
 void PortalAppearance::take(const QString &group, const QString &key, const QVariant &value)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Appearance.h"
+#include "Platform/Linux/DBusOwners.h"
 
 #include <QDBusVariant>
 #include <QFont>
@@ -19,7 +20,7 @@ public:
     bool dark() const override { return m_dark; }
 
 private Q_SLOTS:
-    void settingChanged(const QString &group, const QString &key, const QDBusVariant &value);
+    void settingChanged(const QString &group, const QString &key, const QDBusVariant &value, const QDBusMessage &signal);
 
 private:
     void ask(const QString &group, const QString &key);
@@ -27,6 +28,7 @@ private:
     void applyFont();
 
     bool m_following = false;
+    DBusOwners m_owners;
     QFont m_font; ///< as Qt chose it
     bool m_dark = false;
     QString m_fontName; ///< "Cantarell 11"

@@ -2,90 +2,159 @@
 
 #include "Platform/Linux/ApplicationNames.h"
 
-#include <QFile>
 #include <QSocketNotifier>
+#include <algorithm>
+#include <array>
+#include <charconv>
 #include <dirent.h>
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <string>
+#include <sys/auxv.h>
+#include <sys/inotify.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace velto {
 
 namespace {
 
-QSet<int> processes()
+constexpr auto kSettling = 1s; ///< a program has its own name a moment after its loader was opened
+constexpr auto kRestingPace = 2s;
+
+struct CloseFolder {
+    void operator()(DIR *folder) const { ::closedir(folder); }
+};
+using Folder = std::unique_ptr<DIR, CloseFolder>;
+
+QByteArray content(const std::string &path)
 {
-    QSet<int> found;
-    auto *folder = ::opendir("/proc");
-    if (!folder)
-        return found;
-    while (const auto *entry = ::readdir(folder)) {
-        const int process = int(std::strtol(entry->d_name, nullptr, 10));
-        if (process > 0)
-            found.insert(process);
+    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    QByteArray result;
+    std::array<char, 4096> chunk; // NOLINT(cppcoreguidelines-pro-type-member-init): read() fills what is used
+    for (ssize_t got = 1; file && got > 0 && result.size() < 65536;) {
+        got = ::read(file.get(), chunk.data(), chunk.size());
+        result.append(chunk.data(), std::max<ssize_t>(got, 0));
     }
-    ::closedir(folder);
-    return found;
+    return result;
 }
 
-QString processName(int process)
+/// Whether it has buffers of the media server's open: a stream comes in or goes out.
+bool streams(const std::string &process)
 {
-    QFile file(u"/proc/%1/comm"_s.arg(process));
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()).trimmed() : QString();
+    const Folder descriptors(::opendir((process + "/fd").c_str()));
+    while (const dirent *entry = descriptors ? ::readdir(descriptors.get()) : nullptr) {
+        std::array<char, 64> target{};
+        const ssize_t length = ::readlinkat(::dirfd(descriptors.get()), entry->d_name, target.data(), target.size());
+        if (length > 0 && QByteArrayView(target.data(), length).startsWith("/memfd:pipewire"))
+            return true;
+    }
+    return false;
 }
 
 } // namespace
 
-struct RecorderProcesses::Recorder {
+struct RecorderProcesses::Followed {
     QString identifier;
-    int descriptor = -1;
-    std::unique_ptr<QSocketNotifier> notifier;
-
-    Recorder() = default;
-    Recorder(const Recorder &) = delete;
-    Recorder &operator=(const Recorder &) = delete;
-    ~Recorder()
-    {
-        notifier.reset();
-        if (descriptor >= 0)
-            ::close(descriptor);
-    }
+    Descriptor end;
+    std::unique_ptr<QSocketNotifier> notifier; ///< goes before its descriptor
 };
 
-RecorderProcesses::~RecorderProcesses() = default;
-
-bool RecorderProcesses::look()
+RecorderProcesses::RecorderProcesses(Clock &clock, QObject *parent)
+    : QObject(parent)
+    , m_clock(clock)
 {
-    const auto now = processes();
-    const auto before = m_recorders.size();
-    for (const int process : now)
-        if (!m_seen.contains(process))
-            if (const auto identifier = recorderForProcess(processName(process)); !identifier.isEmpty())
-                follow(process, identifier);
-    m_seen = now;
-    return m_recorders.size() != before;
+}
+
+RecorderProcesses::~RecorderProcesses()
+{
+    m_startNotifier.reset();
+}
+
+void RecorderProcesses::start()
+{
+    // The loader of this program is that of nearly all the others.
+    Dl_info loader{};
+    const auto base = ::getauxval(AT_BASE);
+    if (base && ::dladdr(reinterpret_cast<const void *>(base), &loader)
+        && loader.dli_fname) { // NOLINT(performance-no-int-to-ptr)
+        Descriptor starts(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
+        if (starts && ::inotify_add_watch(starts.get(), loader.dli_fname, IN_OPEN) >= 0)
+            m_starts = std::move(starts);
+    }
+    if (m_starts) {
+        m_startNotifier = std::make_unique<QSocketNotifier>(m_starts.get(), QSocketNotifier::Read);
+        connect(m_startNotifier.get(), &QSocketNotifier::activated, this, &RecorderProcesses::programStarted);
+    }
+    look();
+}
+
+/// A start during the wait is told of right after it, so that each is looked at once it has settled.
+void RecorderProcesses::programStarted()
+{
+    std::array<char, 4096> events; // NOLINT(cppcoreguidelines-pro-type-member-init): only emptied
+    while (::read(m_starts.get(), events.data(), events.size()) > 0) { }
+    m_startNotifier->setEnabled(false);
+    m_soon = m_clock.after(kSettling, [this] {
+        look();
+        m_startNotifier->setEnabled(true);
+    });
+}
+
+void RecorderProcesses::look()
+{
+    const QStringList before = running();
+    bool resting = false;
+    const Folder processes(::opendir("/proc"));
+    while (const dirent *entry = processes ? ::readdir(processes.get()) : nullptr) {
+        const QByteArrayView name(entry->d_name);
+        int process = 0;
+        if (std::from_chars(name.begin(), name.end(), process).ptr != name.end() || process <= 0)
+            continue;
+        const std::string path = "/proc/" + std::to_string(process);
+        const auto recorder =
+            recorderForProcess(content(path + "/comm").trimmed(), [&path] { return content(path + "/cmdline"); });
+        if (!recorder)
+            continue;
+        resting = resting || recorder->mayRest;
+        const bool records = !recorder->mayRest || streams(path);
+        if (records && !m_recorders.contains(process))
+            follow(process, recorder->identifier);
+        else if (!records)
+            m_recorders.remove(process);
+    }
+    if (!resting)
+        m_resting.reset();
+    else
+        m_resting = m_clock.after(kRestingPace, [this] { look(); });
+    if (running() != before)
+        Q_EMIT changed();
 }
 
 void RecorderProcesses::follow(int process, const QString &identifier)
 {
-    auto recorder = std::make_shared<Recorder>();
+    auto recorder = std::make_shared<Followed>();
     recorder->identifier = identifier;
-    recorder->descriptor = int(::syscall(SYS_pidfd_open, process, 0));
-    if (recorder->descriptor < 0)
+    recorder->end = Descriptor(int(::syscall(SYS_pidfd_open, process, 0)));
+    if (!recorder->end)
         return;
-    recorder->notifier = std::make_unique<QSocketNotifier>(recorder->descriptor, QSocketNotifier::Read);
-    connect(recorder->notifier.get(), &QSocketNotifier::activated, this, [this, process] {
-        // The notifier is in the middle of its own signal: it goes with the event loop's next turn.
-        const auto over = m_recorders.take(process);
-        if (!over)
-            return;
-        over->notifier->setEnabled(false);
-        QMetaObject::invokeMethod(
-            this, [over] {}, Qt::QueuedConnection);
-        Q_EMIT ended();
-    });
+    recorder->notifier = std::make_unique<QSocketNotifier>(recorder->end.get(), QSocketNotifier::Read);
+    connect(recorder->notifier.get(), &QSocketNotifier::activated, this, [this, process] { over(process); });
     m_recorders.insert(process, recorder);
+}
+
+void RecorderProcesses::over(int process)
+{
+    // The notifier is in the middle of its own signal: it goes with the event loop's next turn.
+    const auto ended = m_recorders.take(process);
+    if (!ended)
+        return;
+    ended->notifier->setEnabled(false);
+    QMetaObject::invokeMethod(
+        this, [ended] {}, Qt::QueuedConnection);
+    Q_EMIT changed();
 }
 
 QStringList RecorderProcesses::running() const

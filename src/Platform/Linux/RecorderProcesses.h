@@ -1,8 +1,10 @@
 #pragma once
 
+#include "Platform/Clock.h"
+#include "Platform/Posix/Descriptor.h"
+
 #include <QHash>
 #include <QObject>
-#include <QSet>
 #include <QStringList>
 #include <memory>
 
@@ -10,27 +12,37 @@ class QSocketNotifier;
 
 namespace velto {
 
-/// The screen recorders that run, with or without a window: a recorder that works is often nothing but a tray icon.
-/// There is no event for a new process, so look() is called when windows come and go; the end of one is told by the kernel.
+/// The screen recorders that run, with or without a window: a recorder that works is often nothing but a tray icon. The kernel
+/// tells when a program starts, by its loader being opened, and when a recorder ends; until then nothing is looked at.
 class RecorderProcesses final : public QObject {
     Q_OBJECT
 public:
-    using QObject::QObject;
+    explicit RecorderProcesses(Clock &clock, QObject *parent = nullptr);
     ~RecorderProcesses() override;
 
-    /// Looks at the processes that are new since the last time: a fraction of a millisecond. True if that changed running().
-    bool look();
+    /// Looks, and follows what starts from then on; up to two seconds behind.
+    void start();
+    /// Whether a program that starts is noticed; otherwise look() is to be called when something changes on the desktop.
+    bool followsStarts() const { return bool(m_starts); }
+    /// Looks at every process: a millisecond or two. Tells by changed().
+    void look();
     QStringList running() const;
 
 Q_SIGNALS:
-    void ended();
+    void changed();
 
 private:
-    struct Recorder;
+    struct Followed;
+    void programStarted();
     void follow(int process, const QString &identifier);
+    void over(int process);
 
-    QSet<int> m_seen;
-    QHash<int, std::shared_ptr<Recorder>> m_recorders;
+    Clock &m_clock;
+    Descriptor m_starts;
+    std::unique_ptr<QSocketNotifier> m_startNotifier;
+    TimerHandle m_soon;
+    TimerHandle m_resting; ///< while a program runs that may begin to record at any moment
+    QHash<int, std::shared_ptr<Followed>> m_recorders;
 };
 
 } // namespace velto

@@ -30,7 +30,7 @@ bool XdgWorkspace::showInFileManager(const QString &path)
     DBusMethod show{u"org.freedesktop.FileManager1"_s,
                     u"/org/freedesktop/FileManager1"_s,
                     u"org.freedesktop.FileManager1"_s,
-                    u"ShowItems"_s,
+                    file.isDir() ? u"ShowFolders"_s : u"ShowItems"_s,
                     {QStringList{QUrl::fromLocalFile(file.absoluteFilePath()).toString(QUrl::FullyEncoded)}, QString()},
                     true};
     ask(bus, show, this, [folder](const QVariant &shown) {

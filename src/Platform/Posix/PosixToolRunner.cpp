@@ -26,6 +26,7 @@ namespace velto {
 namespace {
 
 constexpr auto kLastWords = 2s;
+constexpr auto kLastGrace = 300ms; ///< what a tool that is asked to end gets when the program ends
 constexpr auto kLongestPause = 250ms;
 constexpr std::chrono::duration<double> kLongestTimeout = 24h;
 constexpr qsizetype kChunk = 65536;
@@ -44,6 +45,18 @@ std::vector<char *> pointers(std::vector<std::string> &texts)
         result.push_back(text.data());
     result.push_back(nullptr);
     return result;
+}
+
+/// `all` as the tool is to see it.
+std::vector<std::string> withChanges(std::vector<std::string> all, const ToolEnvironment &changes)
+{
+    for (const auto &[name, value] : changes) {
+        const std::string start = name.toStdString() + '=';
+        std::erase_if(all, [&start](const std::string &entry) { return entry.starts_with(start); });
+        if (value)
+            all.push_back(start + value->toStdString());
+    }
+    return all;
 }
 
 } // namespace
@@ -117,6 +130,10 @@ void PosixToolRunner::stop()
     const int stopper = m_stopper.exchange(-1);
     if (stopper >= 0)
         ::close(stopper);
+    reapLeft();
+    const std::lock_guard lock(m_leftMutex);
+    for (const pid_t pid : m_left)
+        ::kill(-pid, SIGKILL);
 }
 
 bool PosixToolRunner::toolInstalled(const QString &name) const
@@ -129,7 +146,7 @@ bool PosixToolRunner::toolInstalled(const QString &name) const
     });
 }
 
-int PosixToolRunner::spawn(const QStringList &args, const QString &cwd, Child &child) const
+int PosixToolRunner::spawn(const QStringList &args, const QString &cwd, const ToolEnvironment &environment, Child &child) const
 {
     PipeEnds out;
     PipeEnds err;
@@ -144,8 +161,8 @@ int PosixToolRunner::spawn(const QStringList &args, const QString &cwd, Child &c
     std::vector<std::string> words{"/usr/bin/env"};
     for (const QString &arg : args)
         words.push_back(arg.toStdString());
-    std::vector<std::string> environment = m_environment;
-    if (const int error = plan.spawn(child.pid, pointers(words).data(), pointers(environment).data()))
+    std::vector<std::string> variables = withChanges(m_environment, environment);
+    if (const int error = plan.spawn(child.pid, pointers(words).data(), pointers(variables).data()))
         return error;
     child.outPipe = std::move(out.read);
     child.errPipe = std::move(err.read);
@@ -180,22 +197,26 @@ bool PosixToolRunner::pausedUntilStopped(std::chrono::milliseconds pause) const
     return ::poll(&stopped, 1, int(pause.count())) > 0;
 }
 
-bool PosixToolRunner::awaitExit(Child &child) const
+PosixToolRunner::End PosixToolRunner::awaitExit(Child &child, std::chrono::steady_clock::time_point deadline) const
 {
     // Nearly always it is about to end. It is waited for together with stop(), which couldn't reach us inside waitpid(). Where
     // it can't be, it is looked at ever less often.
     const Descriptor end = endOf(child.pid);
-    auto pause = 1ms;
+    std::chrono::milliseconds pause = 1ms;
     for (child.look(); !child.exited; child.look()) {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
+        if (left.count() <= 0)
+            return End::Deadline;
         std::array<pollfd, 2> fds{{{m_stopped, POLLIN, 0}, {end.get(), POLLIN, 0}}};
-        if (::poll(fds.data(), fds.size(), end ? -1 : int(pause.count())) > 0 && fds[0].revents)
-            return false;
+        if (::poll(fds.data(), fds.size(), int((end ? left : std::min(left, pause)).count())) > 0 && fds[0].revents)
+            return End::Stopped;
         pause = std::min(2 * pause, std::chrono::milliseconds(kLongestPause));
     }
-    return true;
+    return End::Closed;
 }
 
-RunResult PosixToolRunner::run(const QStringList &args, const QString &cwd, std::chrono::duration<double> timeout)
+RunResult PosixToolRunner::run(const QStringList &args, const QString &cwd, std::chrono::duration<double> timeout,
+                               const ToolEnvironment &environment)
 {
     reapLeft();
     Child child;
@@ -203,18 +224,26 @@ RunResult PosixToolRunner::run(const QStringList &args, const QString &cwd, std:
         return conclude(child, End::Stopped, timeout);
     const auto limit = std::clamp<std::chrono::duration<double>>(timeout, 0s, kLongestTimeout);
     const auto start = std::chrono::steady_clock::now();
-    if (const int error = spawn(args, cwd, child))
+    if (const int error = spawn(args, cwd, environment, child))
         return {false, {}, QString::fromStdString(std::system_category().message(error))};
 
     End end = drain(child, start + std::chrono::ceil<std::chrono::milliseconds>(limit));
-    if (end == End::Closed && !awaitExit(child))
-        end = End::Stopped;
+    // A tool that has closed its streams and stays gets what one that is asked to end would.
+    if (end == End::Closed)
+        end = awaitExit(child, start + std::chrono::ceil<std::chrono::milliseconds>(limit) + kLastWords);
     return conclude(child, end, timeout);
 }
 
 RunResult PosixToolRunner::conclude(Child &child, End end, std::chrono::duration<double> timeout)
 {
-    if (end != End::Closed && child.pid > 0) {
+    if (end == End::Stopped && child.pid > 0) {
+        ::kill(-child.pid, SIGTERM);
+        const Descriptor ended = endOf(child.pid);
+        pollfd fd{ended.get(), POLLIN, 0};
+        ::poll(&fd, 1, int(std::chrono::milliseconds(kLastGrace).count()));
+        ::kill(-child.pid, SIGKILL);
+        leave(child);
+    } else if (end != End::Closed && child.pid > 0) {
         ::kill(child.pid, SIGTERM);
         if (end == End::Deadline)
             drain(child, std::chrono::steady_clock::now() + kLastWords);

@@ -3,6 +3,7 @@
 #include "Platform/ToolRunner.h"
 
 #include <atomic>
+#include <chrono>
 #include <mutex>
 #include <string>
 #include <sys/types.h>
@@ -12,7 +13,8 @@ namespace velto {
 
 /// Runs tools through /usr/bin/env, with the environment that the program was started with but for PATH. A tool inherits no
 /// descriptor and no signal state of ours. One thread serves one tool: the caller's.
-/// A tool that outlasts its time is asked to end and left to itself; what remains of it is reaped by later runs.
+/// A tool that outlasts its time is asked to end and left to itself; what remains of it is reaped by later runs, and ends with
+/// the program at the latest. Each tool leads a process group of its own, so that what it started ends with it then.
 class PosixToolRunner final : public ToolRunner {
 public:
     /// What a tool may print, both streams together, before it is given up.
@@ -24,10 +26,13 @@ public:
     /// No run may be under way.
     ~PosixToolRunner() override;
 
-    RunResult run(const QStringList &args, const QString &cwd, std::chrono::duration<double> timeout) override;
+    using ToolRunner::run;
+    RunResult run(const QStringList &args, const QString &cwd, std::chrono::duration<double> timeout,
+                  const ToolEnvironment &environment) override;
     bool toolInstalled(const QString &name) const override;
 
-    /// Gives up every run under way, and fails every later one: the program is ending. Returns at once. Any thread.
+    /// Gives up every run under way, and fails every later one: the program is ending. Returns at once; within a third of a
+    /// second the runs have ended, and their tools with them, willing or not. Any thread.
     void stop();
 
 private:
@@ -35,10 +40,10 @@ private:
     enum class End : quint8 { Closed, Deadline, TooMuch, Stopped };
 
     /// Starts the tool; 0, or the system's error.
-    int spawn(const QStringList &args, const QString &cwd, Child &child) const;
+    int spawn(const QStringList &args, const QString &cwd, const ToolEnvironment &environment, Child &child) const;
     End drain(Child &child, std::chrono::steady_clock::time_point deadline) const;
-    /// Waits for the end of a tool that has closed its streams. False if the runner was stopped before.
-    bool awaitExit(Child &child) const;
+    /// Waits for the end of a tool that has closed its streams.
+    End awaitExit(Child &child, std::chrono::steady_clock::time_point deadline) const;
     RunResult conclude(Child &child, End end, std::chrono::duration<double> timeout);
     bool pausedUntilStopped(std::chrono::milliseconds pause) const;
     void leave(const Child &child);

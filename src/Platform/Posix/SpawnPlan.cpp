@@ -56,7 +56,8 @@ int SpawnPlan::prepare(int out, int err, const std::string &cwd)
     ::sigfillset(&all);
     ::posix_spawnattr_setsigmask(&m_attributes, &none);
     ::posix_spawnattr_setsigdefault(&m_attributes, &all);
-    ::posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+    ::posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);
+    ::posix_spawnattr_setpgroup(&m_attributes, 0);
 
     const std::array results{
         ::posix_spawn_file_actions_addopen(&m_actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0),

@@ -21,7 +21,7 @@ int openPipe(PipeEnds &ends);
 Descriptor endOf(pid_t child);
 
 /// Owns the two records that posix_spawn is told by. The child starts /usr/bin/env with no signal state and no descriptor of
-/// ours.
+/// ours, as the leader of a process group.
 class SpawnPlan {
 public:
     SpawnPlan();

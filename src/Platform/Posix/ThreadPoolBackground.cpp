@@ -10,7 +10,8 @@ ThreadPoolBackground::ThreadPoolBackground(int threads)
 
 ThreadPoolBackground::~ThreadPoolBackground()
 {
-    m_pool.clear();
+    // What was handed over is done: a secret that is to go may be among it.
+    release();
     m_pool.waitForDone();
 }
 

@@ -8,7 +8,8 @@
 
 namespace velto {
 
-/// A small pool of threads. Its end waits for the work under way, so tools are given up first (see PosixToolRunner).
+/// A small pool of threads. Its end waits for all work, so tools are given up first (see PosixToolRunner) and the program limits
+/// its end (see endsWithin).
 class ThreadPoolBackground final : public Background {
 public:
     /// Most work waits for a tool, so there may be more of it at once than there are cores. With one thread it is done in order.

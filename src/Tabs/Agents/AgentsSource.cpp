@@ -22,8 +22,8 @@ namespace velto {
 namespace {
 
 constexpr double kStaleAfterMilliseconds = 86'400'000;
-/// A burst of hook calls starts no more listings than this at once; what comes beyond starts one when there is room.
-constexpr int kMaximumListings = 3;
+/// A burst of hook calls, or a tool that hangs, has no more listings than this under way; what comes beyond starts one after it.
+constexpr int kMaximumListings = 1;
 
 QList<RowModel::Row> rowsOf(const QList<Agent> &agents, const QDateTime &now)
 {

@@ -1,5 +1,6 @@
 #include "Tabs/Connect/CalendarForm.h"
 
+#include "Core/Link.h"
 #include "Core/Prefs.h"
 #include "Core/Texts.h"
 #include "Feeds/Calendar/GoogleCalendar.h"
@@ -83,6 +84,11 @@ void CalendarForm::connectGoogle()
         m_needs.google.connect();
 }
 
+void CalendarForm::cancelConnecting()
+{
+    m_needs.google.cancelConnecting();
+}
+
 void CalendarForm::disconnectGoogle()
 {
     m_needs.google.disconnect();
@@ -99,7 +105,7 @@ void CalendarForm::save()
         return;
     m_needs.prefs.setMeetingTitle(m_title);
     m_needs.prefs.setMeetingStart(QDateTime(m_day.date(), m_start));
-    m_needs.prefs.setMeetingURL(m_link);
+    m_needs.prefs.setMeetingURL(withoutPassword(m_link));
     m_needs.prefs.set(Prefs::Module::Calendar, true);
     m_needs.everyday.loadCalendar();
     m_doneText = tr("Saved.");
@@ -133,7 +139,7 @@ void CalendarForm::update()
 {
     m_sources.setRows({{kManual, tr("Add meetings manually"), !google()}, {kGoogle, tr("Google Calendar"), google()}});
     QList<RowModel::Row> rows;
-    for (const GoogleCalendarInfo &calendar : m_needs.google.calendars())
+    for (const GoogleCalendarInfo &calendar : m_needs.google.choices())
         rows.append({calendar.id, calendar.summary, m_needs.prefs.googleCalendarIDs().contains(calendar.id)});
     m_calendars.setRows(rows);
     const Seen now{google(), linked(), connecting(), readingCalendars(), errorText()};

@@ -60,6 +60,7 @@ public:
 
     Q_INVOKABLE void chooseSource(const QString &value);
     Q_INVOKABLE void connectGoogle();
+    Q_INVOKABLE void cancelConnecting();
     Q_INVOKABLE void disconnectGoogle();
     Q_INVOKABLE void choose(const QString &calendarId, bool chosen);
     /// Stores the meeting, unless its date or time can't be read.

@@ -34,10 +34,21 @@ GlassCard {
             Accessible.role: Accessible.StaticText
             Accessible.name: text
         }
-        PillButton {
-            text: root.form.connecting ? qsTr("Connecting…") : qsTr("Connect Google Calendar")
-            enabled: !root.form.connecting
-            onClicked: root.form.connectGoogle()
+        Row {
+            spacing: 6
+
+            PillButton {
+                text: root.form.connecting ? qsTr("Connecting…") : qsTr("Connect Google Calendar")
+                enabled: !root.form.connecting
+                onClicked: root.form.connectGoogle()
+            }
+            PillButton {
+                visible: root.form.connecting
+                text: qsTr("Cancel")
+                label: qsTr("Cancel connecting Google Calendar")
+                tint: "white"
+                onClicked: root.form.cancelConnecting()
+            }
         }
     }
     Column {

@@ -118,6 +118,8 @@ ModuleStatus::Status ModuleStatus::calendar(bool open) const
         return Status{text, ok, open ? tr("Done") : ok ? tr("Change") : tr("Set up")};
     };
     if (m_needs.prefs.calendarSource() == Prefs::CalendarSource::Google) {
+        if (m_needs.google.locked())
+            return withAction(tr("The keyring is locked."), false);
         if (!m_needs.google.linked())
             return withAction(tr("Connect Google Calendar. No Mac Calendar access."), false);
         return withAction(tr("Google Calendar connected · read-only."), true);
@@ -142,6 +144,8 @@ ModuleStatus::Status ModuleStatus::work(bool open) const
 {
     const QString action = open ? tr("Done") : tr("Manage");
     const int tokens = m_needs.tokens.count();
+    if (m_needs.work.workState().isLocked())
+        return {tr("The keyring is locked."), false, action};
     if (tokens == 0)
         return {tr("Paste a Linear, Jira or Slack token."), false, action};
     return {tr("%1 connected. %2").arg(tokens).arg(wordsOf(m_needs.work.workState())).trimmed(), true, action};
@@ -165,6 +169,8 @@ ModuleStatus::Status ModuleStatus::repos() const
     const qsizetype folders = m_needs.prefs.repoRoots().size();
     if (folders == 0)
         return {tr("Choose the folders you keep code in."), false, tr("Add folder")};
+    if (!m_needs.prefs.mayLookAtRepos())
+        return {tr("Waits until the welcome is finished."), false, tr("Add folder")};
     return {tr("%1 folders watched.").arg(folders), true, tr("Add folder")};
 }
 

@@ -18,7 +18,7 @@ Item {
     }
 
     width: parent?.width ?? 0
-    implicitHeight: field.implicitHeight
+    implicitHeight: field.implicitHeight + (trouble.visible ? trouble.height + 4 : 0)
 
     TextInputField {
         id: field
@@ -31,11 +31,23 @@ Item {
         prompt: root.saved ? qsTr("%1: saved").arg(root.title) : root.title
         onAccepted: root.save()
     }
+    PlainText {
+        id: trouble
+
+        anchors.top: field.bottom
+        anchors.topMargin: 4
+        visible: text !== ""
+        text: root.tokens.revision >= 0 ? root.tokens.problem(root.name) : ""
+        size: Theme.textSmall
+        color: Theme.amber
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
     Row {
         id: buttons
 
         anchors.right: parent.right
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.verticalCenter: field.verticalCenter
         spacing: 6
 
         PillButton {

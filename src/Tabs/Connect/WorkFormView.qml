@@ -16,6 +16,28 @@ GlassCard {
         text: qsTr("Work and outreach")
         topPadding: 0
     }
+    Item {
+        width: parent.width
+        implicitHeight: unlock.implicitHeight
+        visible: root.source.tokens.locked
+
+        PlainText {
+            anchors.left: parent.left
+            anchors.right: unlock.left
+            anchors.rightMargin: 8
+            anchors.verticalCenter: parent.verticalCenter
+            text: qsTr("The keyring is locked.")
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+        PillButton {
+            id: unlock
+
+            anchors.right: parent.right
+            text: qsTr("Unlock…")
+            onClicked: root.source.tokens.unlock()
+        }
+    }
     TokenRow {
         source: root.source
         name: "Velto.linear"

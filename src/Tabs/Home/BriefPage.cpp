@@ -19,7 +19,8 @@ HomeItem &BriefPage::add(HomeItem item)
     return items.last();
 }
 
-bool BriefPage::addUnlessReady(const QString &id, const QString &symbol, const QString &name, const SourceState &state)
+bool BriefPage::addUnlessReady(const QString &id, const QString &symbol, const QString &name, const SourceState &state,
+                               const std::function<void()> &unlock)
 {
     using Tone = HomeItem::Tone;
     switch (state.kind()) {
@@ -32,6 +33,16 @@ bool BriefPage::addUnlessReady(const QString &id, const QString &symbol, const Q
         add({id, u"exclamationmark.triangle"_s, Tone::Warn, tr("%1: couldn't check").arg(name), state.message()});
         break;
     case SourceState::Kind::Unavailable:
+        if (state.isLocked()) {
+            add({id,
+                 u"key"_s,
+                 Tone::Warn,
+                 u"%1: %2"_s.arg(name, state.reason()),
+                 state.fix(),
+                 {},
+                 HomeItem::Action{tr("Unlock"), unlock}});
+            break;
+        }
         add({id,
              symbol,
              Tone::Off,

@@ -71,8 +71,8 @@ void DayBrief::calendar()
 {
     if (!m_page.isOn(Prefs::Module::Calendar))
         return;
-    const EverydaySource &everyday = m_page.stores.everyday;
-    m_page.addUnlessReady(u"cal"_s, u"calendar"_s, tr("Calendar"), everyday.calendarState());
+    EverydaySource &everyday = m_page.stores.everyday;
+    m_page.addUnlessReady(u"cal"_s, u"calendar"_s, tr("Calendar"), everyday.calendarToShow(), [&everyday] { everyday.unlock(); });
     const std::optional<NextEvent> event = everyday.nextEvent();
     if (!event)
         return;

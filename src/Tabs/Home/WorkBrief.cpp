@@ -44,8 +44,8 @@ void WorkBrief::workTools()
 {
     if (!m_page.isOn(Prefs::Module::Work))
         return;
-    const WorkSource &work = m_page.stores.work;
-    m_page.addUnlessReady(u"work"_s, u"briefcase"_s, tr("Work tools"), work.workState());
+    WorkSource &work = m_page.stores.work;
+    m_page.addUnlessReady(u"work"_s, u"briefcase"_s, tr("Work tools"), work.workState(), [&work] { work.unlock(); });
     if (const qsizetype count = work.issues().size(); count > 0) {
         m_page.add({u"issues"_s, u"square.stack.3d.up"_s, HomeItem::Tone::Info,
                     count == 1 ? tr("1 issue assigned to you") : tr("%1 issues assigned to you").arg(count),

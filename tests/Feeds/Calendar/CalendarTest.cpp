@@ -102,8 +102,8 @@ private Q_SLOTS:
         row("rate limit", {429, R"({"error": {"errors": [{"reason": "rateLimitExceeded"}]}})", {"Retry-After: 0"}}, failed);
         row("broken", {500, "<html><body>Error</body></html>"}, failed);
         row("nothing there", {204, ""}, failed);
-        row("a page", {200, "<!DOCTYPE html><html></html>"}, QStringLiteral("illegal value"));
-        row("empty", {200, ""}, QStringLiteral("illegal value"));
+        row("a page", {200, "<!DOCTYPE html><html></html>"}, QStringLiteral("a web page came in place of an answer"));
+        row("empty", {200, ""}, QStringLiteral("the answer can't be read: illegal value"));
         row("half", {200, "{\"items\": [{\"id\": \"a\""}, QStringLiteral("unterminated string"));
         row("cut off", {200, fixture("google/events.json"), {}, Manner::CutOff}, QStringLiteral("Connection closed"));
     }

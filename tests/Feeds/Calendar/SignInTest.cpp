@@ -146,6 +146,61 @@ private Q_SLOTS:
         QVERIFY(!desk.calendar->error());
     }
 
+    void canBeGivenUpHereAndInTheBrowser()
+    {
+        Desk desk;
+        desk.calendar->connect();
+        desk.calendar->cancelConnecting();
+        QVERIFY(!desk.calendar->connecting());
+        QVERIFY(!desk.calendar->error());
+        desk.calendar->connect();
+        Browser browser(desk);
+        browser.say(Browser::back(desk).replace("&code=", "&error=access_denied&x="));
+        QVERIFY(desk.until([&] { return !desk.calendar->connecting(); }));
+        QCOMPARE(desk.calendar->error(), std::optional(QStringLiteral("Google sign-in was declined in the browser")));
+        QVERIFY(desk.until([&] { return browser.heard.endsWith("Google Calendar isn't connected. You can close this tab."); }));
+        QVERIFY(desk.google.requests.isEmpty());
+    }
+
+    void anotherAccountHasItsOwnCalendars()
+    {
+        Desk desk;
+        desk.prefs.setGoogleCalendarIDs({QStringLiteral("old@example.com")});
+        desk.calendar->connect();
+        Browser browser(desk);
+        browser.say(Browser::back(desk));
+        QVERIFY(desk.until([&] { return !desk.calendar->connecting(); }));
+        QVERIFY(!desk.calendar->error());
+        QVERIFY(!desk.prefs.googleCalendarIDs().contains(QStringLiteral("old@example.com")));
+        QVERIFY(!desk.prefs.googleCalendarIDs().isEmpty());
+        desk.prefs.setGoogleCalendarIDs({QStringLiteral("gone@example.com")}); // one that went later can be left out
+        QCOMPARE(desk.calendar->choices().last().id, QStringLiteral("gone@example.com"));
+        desk.calendar->disconnect();
+        QVERIFY(desk.prefs.googleCalendarIDs().isEmpty());
+    }
+
+    void aKeyringThatIsLockedOrFullSaysSo()
+    {
+        Desk desk;
+        desk.link();
+        desk.keychain.setLocked(true);
+        QVERIFY(desk.refresh());
+        QVERIFY(desk.calendar->linked() && desk.calendar->locked() && !desk.calendar->answered());
+        desk.calendar->unlock();
+        QCOMPARE(desk.keychain.unlocked, 1);
+        desk.keychain.setLocked(false);
+        QVERIFY(desk.settle());
+        QVERIFY(!desk.calendar->locked() && desk.calendar->answered());
+        QCOMPARE(desk.calendar->meetings().size(), 2);
+
+        desk.keychain.keeps = false;
+        desk.calendar->connect();
+        Browser browser(desk);
+        browser.say(Browser::back(desk));
+        QVERIFY(desk.until([&] { return !desk.calendar->connecting(); }));
+        QCOMPARE(desk.calendar->error(), std::optional(QStringLiteral("The keyring couldn't keep the sign-in")));
+    }
+
     void aFailedExchangeSaysWhyAndKeepsTheOldTokens_data()
     {
         columns<int, QByteArray, QString>({"status", "body", "error"});
@@ -157,8 +212,8 @@ private Q_SLOTS:
         QTest::newRow("too many") << 429 << QByteArray("<html>") << failed;
         QTest::newRow("no content") << 204 << QByteArray() << failed;
         QTest::newRow("away") << 503 << QByteArray("<html>") << failed;
-        QTest::newRow("empty") << 200 << QByteArray() << QStringLiteral("illegal value");
-        QTest::newRow("a page") << 200 << QByteArray("<html>") << QStringLiteral("illegal value");
+        QTest::newRow("empty") << 200 << QByteArray() << QStringLiteral("the answer can't be read: illegal value");
+        QTest::newRow("a page") << 200 << QByteArray("<html>") << QStringLiteral("a web page came in place of an answer");
         QTest::newRow("a list") << 200 << QByteArray("[]") << failed;
         QTest::newRow("no refresh token") << 200 << QByteArray(R"({"access_token": "a", "expires_in": 3599})") << incomplete;
         QTest::newRow("no access token") << 200 << QByteArray(R"({"refresh_token": "a"})") << incomplete;

@@ -93,8 +93,16 @@ private Q_SLOTS:
         desk.clock.advance(15s);
         QCOMPARE(desk.source.leftToday(), 1);
 
+        desk.useGoogle({{u"z"_s, u"Review"_s, desk.in(1h), desk.in(2h), QUrl(u"zoommtg://zoom.example/join"_s), {}}});
+        QVERIFY(!desk.source.nextEvent()->joinURL); // nothing that can't be opened is offered
+
         desk.useGoogle({});
         QCOMPARE(desk.source.calendarState(), SourceState::loading());
+        QCOMPARE(desk.source.calendarToShow(), SourceState::loading());
+        desk.google.hasAnswered = true;
+        QCOMPARE(desk.source.calendarToShow(), SourceState::ready()); // nothing is on, and it isn't checked for ever
+        desk.google.problem = u"Google sign-in failed"_s;
+        QCOMPARE(desk.source.calendarToShow(), SourceState::failed(u"Google sign-in failed."_s));
         QVERIFY(!desk.source.hasNextEvent());
         QCOMPARE(desk.source.leftToday(), 0);
         desk.google.isLinked = false;
@@ -143,6 +151,16 @@ private Q_SLOTS:
         QVERIFY(!peek.resume && !peek.cwd && !peek.decide);
         desk.clock.advance(10min);
         QCOMPARE(desk.peeks.size(), 1);
+    }
+    void meetingsThatBeginTogetherAreAllAnnounced()
+    {
+        Desk desk;
+        const auto at = [&](const char *id, std::chrono::milliseconds ahead) {
+            return GoogleMeeting{QString::fromLatin1(id), QString::fromLatin1(id), desk.in(ahead), desk.in(1h), {}, {}};
+        };
+        desk.useGoogle({at("a", 4min), at("b", 4min), at("c", 5min), at("d", 30min)});
+        desk.clock.advance(2min);
+        QCOMPARE(desk.texts(), QStringList({u"a in 4 min"_s, u"b in 4 min"_s, u"c in 5 min"_s}));
     }
     void warningSaysWhoElseWaits()
     {

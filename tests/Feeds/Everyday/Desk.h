@@ -20,6 +20,10 @@ public:
 
     const QList<GoogleMeeting> &meetings() const override { return list; }
     bool linked() const override { return isLinked; }
+    bool hasAnswered = false;
+    std::optional<QString> problem;
+    bool answered() const override { return hasAnswered; }
+    std::optional<QString> error() const override { return problem; }
     void refresh() override { ++refreshes; }
 };
 

@@ -17,6 +17,8 @@ namespace velto {
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+const QString kGitHub = u"gh run list --status failure --limit 10 --json databaseId"_s;
+
 /// A source beside a clipboard, with a YouTube of its own.
 struct GlanceDesk {
     void copy(const QString &text)
@@ -32,9 +34,11 @@ struct GlanceDesk {
     FakeBackground background;
     FakeToolRunner tools;
     FakeClipboard clipboard;
+    FakeDefaults defaults;
+    Prefs prefs{defaults, {}, clock};
     Http http{youTube.trust()};
     QTemporaryDir downloads;
-    GlanceSource source{{clock, background, tools, clipboard, http, downloads.path(), youTube.url(u"/oembed"_s)}};
+    GlanceSource source{{clock, background, tools, clipboard, http, prefs, downloads.path(), youTube.url(u"/oembed"_s)}};
     QSignalSpy changes{&source, &GlanceSource::changed};
 };
 
@@ -168,10 +172,12 @@ private Q_SLOTS:
         FakeBackground background;
         FakeToolRunner tools;
         FakeClipboard clipboard;
+        FakeDefaults defaults;
+        const Prefs prefs(defaults, {}, clock);
         Http http(youTube.trust());
         clipboard.setText(u"https://youtu.be/1"_s);
         auto source = std::make_unique<GlanceSource>(
-            GlanceSource::Needs{clock, background, tools, clipboard, http, {}, youTube.url(u"/oembed"_s)});
+            GlanceSource::Needs{clock, background, tools, clipboard, http, prefs, {}, youTube.url(u"/oembed"_s)});
         source->refresh();
         youTube.answer = [&](const auto &) {
             source.reset();
@@ -183,32 +189,51 @@ private Q_SLOTS:
         QCOMPARE(clock.pendingTimers(), 0);
     }
 
-    void readingsTellBothNumbersAtOnce()
+    void readingsTellOfChangesOnly()
     {
         GlanceDesk desk;
         desk.tools.installed.insert(u"gh"_s);
-        desk.tools.answers.insert(u"gh run list --status failure --limit 10 --json databaseId"_s,
-                                  {true, R"([{"databaseId":1}])", {}});
+        desk.tools.answers.insert(kGitHub, {true, R"([{"databaseId":1}])", {}});
         QVERIFY(QFile(desk.downloads.filePath(u"a.part"_s)).open(QIODevice::WriteOnly));
         desk.clock.advance(8s);
         QCOMPARE(desk.source.failedBuilds(), 0);
         desk.background.finishAll();
         QCOMPARE(desk.source.failedBuilds(), 1);
         QCOMPARE(desk.source.activeTransfers(), 1);
-        QCOMPARE(desk.changes.size(), 1);
+        QCOMPARE(desk.changes.size(), 2);
         desk.clock.advance(8s);
         desk.background.finishAll();
-        QCOMPARE(desk.changes.size(), 1);
+        QCOMPARE(desk.changes.size(), 2);
+        desk.clock.advance(10min); // a disk and a tool that hang
+        QCOMPARE(desk.background.pending(), 2);
     }
 
-    void hangingDiskTakesFewThreads()
+    void asksGitHubLessOftenWhileItFails()
     {
         GlanceDesk desk;
-        desk.clock.advance(10min);
-        QCOMPARE(desk.background.pending(), 3);
+        desk.tools.installed.insert(u"gh"_s);
+        const auto asked = [&desk](std::chrono::seconds time) {
+            const qsizetype before = desk.tools.ran.size();
+            for (; time > 0s; time -= 8s) {
+                desk.clock.advance(8s);
+                desk.background.finishAll();
+            }
+            return desk.tools.ran.size() - before;
+        };
+        QCOMPARE(asked(8s + 8s + 16s + 32s), 4);
+        QCOMPARE(asked(3600s), 14);
+        desk.source.refresh(); // the user asks
         desk.background.finishAll();
-        desk.clock.advance(8s);
-        QCOMPARE(desk.background.pending(), 1);
+        QCOMPARE(asked(8s), 1);
+        desk.tools.answers.insert(kGitHub, {true, "[]", {}});
+        desk.source.refresh();
+        desk.background.finishAll();
+        QCOMPARE(asked(80s), 10);
+        for (const Prefs::Module module :
+             {Prefs::Module::Agents, Prefs::Module::Todos, Prefs::Module::Prs, Prefs::Module::Work, Prefs::Module::Media,
+              Prefs::Module::Focus, Prefs::Module::Usage, Prefs::Module::Mcp, Prefs::Module::Repos})
+            desk.prefs.set(module, false);
+        QCOMPARE(asked(80s), 0);
     }
 };
 

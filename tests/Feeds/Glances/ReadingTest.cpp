@@ -79,12 +79,12 @@ private Q_SLOTS:
     void failureOfTheToolCountsAsNone()
     {
         FakeToolRunner tools;
-        QCOMPARE(readFailedBuilds(tools), 0);
+        QCOMPARE(readFailedBuilds(tools), std::optional(0));
         QVERIFY(tools.ran.isEmpty());
         tools.installed.insert(u"gh"_s);
         const auto line = u"gh run list --status failure --limit 10 --json databaseId"_s;
         tools.answers.insert(line, {false, "[{}]", u"failed to determine base repo"_s});
-        QCOMPARE(readFailedBuilds(tools), 0);
+        QCOMPARE(readFailedBuilds(tools), std::nullopt);
         QCOMPARE(tools.ran, QStringList{line});
     }
 };

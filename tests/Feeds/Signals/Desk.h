@@ -32,8 +32,10 @@ struct SignalsDesk : StoreDesk {
     }
     void setStatus(const QByteArray &out)
     {
-        const QString path = folder.filePath(u"src/app"_s);
-        tools.answers.insert(u"git -C %1 status --porcelain=v2 --branch"_s.arg(path), {true, out, {}});
+        const QString git = u"git -C "_s + folder.filePath(u"src/app"_s);
+        tools.answers.insert(git + u" config --list --show-scope --null"_s, {true, {}, {}});
+        tools.answers.insert(git + u" ls-files --stage --full-name -z -- :/"_s, {true, {}, {}});
+        tools.answers.insert(git + u" status --porcelain=v2 --branch"_s, {true, out, {}});
     }
     void refresh(bool force = false)
     {
@@ -44,10 +46,10 @@ struct SignalsDesk : StoreDesk {
     /// How often the logs, the repositories and the servers were read.
     QList<qsizetype> read() const
     {
-        const auto ran = [this](QLatin1StringView tool) {
-            return std::ranges::count_if(tools.ran, [tool](const QString &line) { return line.startsWith(tool); });
+        const auto ran = [this](QLatin1StringView words) {
+            return std::ranges::count_if(tools.ran, [words](const QString &line) { return line.contains(words); });
         };
-        return {usageRead, ran("git"_L1), ran("claude"_L1)};
+        return {usageRead, ran(" status "_L1), ran("claude"_L1)};
     }
 
     QTemporaryDir folder;

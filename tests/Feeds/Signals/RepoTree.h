@@ -68,12 +68,14 @@ public:
         git(folder, {u"commit"_s, u"-qm"_s, u"first"_s});
     }
 
-    RunResult run(const QStringList &args, const QString &cwd, std::chrono::duration<double> timeout) override
+    using ToolRunner::run;
+    RunResult run(const QStringList &args, const QString &cwd, std::chrono::duration<double> timeout,
+                  const ToolEnvironment &environment) override
     {
         limits.append(timeout.count());
         ran.append(args.value(2));
         const bool hangs = args.value(2).endsWith("/hangs"_L1);
-        return m_tools->run(args, cwd, hangs ? std::chrono::duration<double>(0.2) : timeout);
+        return m_tools->run(args, cwd, hangs ? std::chrono::duration<double>(0.2) : timeout, environment);
     }
     bool toolInstalled(const QString &name) const override { return m_tools->toolInstalled(name); }
 

@@ -103,12 +103,14 @@ private Q_SLOTS:
         for (int i = 0; i <= 200; ++i) {
             const QString name = u"r/%1"_s.arg(i, 3, 10, QChar(u'0'));
             pretend(tree, {name});
-            tools.answers.insert(u"git -C "_s + tree.path(name) + u" status --porcelain=v2 --branch"_s, {true, {}, {}});
+            for (const char *words :
+                 {"config --list --show-scope --null", "ls-files --stage --full-name -z -- :/", "status --porcelain=v2 --branch"})
+                tools.answers.insert(u"git -C %1 %2"_s.arg(tree.path(name), QLatin1StringView(words)), {true, {}, {}});
         }
         const auto states = repoStates(tools, {tree.path(u"r"_s)});
         QCOMPARE(states.size(), 200);
         QCOMPARE(states.last().name, u"199"_s);
-        QCOMPARE(repoStates(tools, {tree.path(u"r"_s)}, [&tools] { return tools.ran.size() < 205; }).size(), 5);
+        QCOMPARE(repoStates(tools, {tree.path(u"r"_s)}, [&tools](const QString &) { return tools.ran.size() < 15; }).size(), 5);
     }
 
 private:

@@ -138,6 +138,25 @@ private Q_SLOTS:
         QCOMPARE(desk.source->mcpState(), SourceState::ready());
     }
 
+    void looksAtNoFolderBeforeTheUserKnows()
+    {
+        SignalsDesk desk;
+        FakeDefaults untouched;
+        const Places places{desk.folder.path(), {}, {}, {}};
+        Prefs prefs(untouched, places, desk.clock); // finds "src" in the home folder
+        SignalsSource source({desk.clock, desk.background, desk.tools, prefs, {}, {}});
+        for (const bool welcomed : {false, true}) {
+            prefs.setOnboarded(welcomed);
+            source.refresh(true);
+            desk.background.finishAll();
+            QCOMPARE(source.repos().size(), welcomed ? 1 : 0);
+            QCOMPARE(source.reposState(),
+                     welcomed ? SourceState::ready()
+                              : SourceState::unavailable(u"Your code folders aren't watched yet."_s,
+                                                         u"Finish the welcome, or add a folder in the Connect tab."_s));
+        }
+    }
+
     void announcesChangesOnly()
     {
         SignalsDesk desk;

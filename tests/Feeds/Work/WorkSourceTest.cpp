@@ -76,6 +76,21 @@ private Q_SLOTS:
         QCOMPARE(desk.http.requests.size(), 1);
     }
 
+    void aLockedKeyringIsFollowed()
+    {
+        Desk desk;
+        desk.keychain.entries.insert(u"Velto.linear"_s, u"t"_s);
+        desk.keychain.setLocked(true);
+        desk.refresh();
+        QVERIFY(desk.source->workState().isLocked());
+        desk.source->unlock();
+        QCOMPARE(desk.keychain.unlocked, 1);
+        desk.keychain.setLocked(false);
+        desk.background.finishAll();
+        QVERIFY(!desk.source->workState().isLocked());
+        QCOMPARE(desk.http.requests.size(), 1);
+    }
+
     void whatGhPrintsBecomesALine_data()
     {
         columns<bool, QByteArray, QString, QString>({"ok", "out", "err", "text"});

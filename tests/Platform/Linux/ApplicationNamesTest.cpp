@@ -35,9 +35,18 @@ private Q_SLOTS:
     }
     void recordersByProcess()
     {
-        QCOMPARE(recorderForProcess(u"obs"), u"com.obsproject.obs-studio"_s);
-        QCOMPARE(recorderForProcess(u"simplescreenrec"), u"com.obsproject.obs-studio"_s);
-        QVERIFY(recorderForProcess(u"obscura").isEmpty());
+        const auto recorder = [](const char *name, const QByteArray &arguments = {}) {
+            const auto found = recorderForProcess(name, [&arguments] { return arguments; });
+            return !found ? u"none"_s : found->mayRest ? u"may rest"_s : found->identifier;
+        };
+        for (const char *name : {"obs", "simplescreenrec", "wf-recorder", "wl-screenrec"})
+            QCOMPARE(recorder(name), u"com.obsproject.obs-studio"_s);
+        QCOMPARE(recorder("gpu-screen-reco", "/usr/bin/gpu-screen-recorder"), u"com.obsproject.obs-studio"_s);
+        QCOMPARE(recorder("ffmpeg", QByteArray("ffmpeg\0-f\0x11grab", 17)), u"com.obsproject.obs-studio"_s);
+        QCOMPARE(recorder("spectacle"), u"may rest"_s);
+        QCOMPARE(recorder("gpu-screen-reco", "gpu-screen-recorder-gtk"), u"none"_s); // its window only
+        QCOMPARE(recorder("ffmpeg", "film.mkv"), u"none"_s);
+        QCOMPARE(recorder("obscura"), u"none"_s);
     }
 };
 

@@ -1,4 +1,5 @@
 #include "OtherProgram.h"
+#include "Platform/Fake/FakeClock.h"
 #include "Platform/Linux/X11/EwmhApplications.h"
 #include "RunTests.h"
 
@@ -14,6 +15,7 @@ using namespace Qt::StringLiterals;
 class OtherWindowsTest : public QObject {
     Q_OBJECT
     std::unique_ptr<XcbServer> m_server;
+    FakeClock m_clock;
 
 private Q_SLOTS:
     void init()
@@ -27,7 +29,7 @@ private Q_SLOTS:
     void windowsComeAndGo()
     {
         OtherProgram other;
-        EwmhApplications applications(*m_server);
+        EwmhApplications applications(*m_server, m_clock);
         QVERIFY(applications.running().isEmpty());
         applications.start();
         const auto terminal = other.open(QRect(0, 100, 300, 200), QByteArray("xterm\0XTerm\0", 12));
@@ -46,7 +48,7 @@ private Q_SLOTS:
     void aWindowThatNamesItselfLate()
     {
         OtherProgram other;
-        EwmhApplications applications(*m_server);
+        EwmhApplications applications(*m_server, m_clock);
         applications.start();
         const auto window = other.open(QRect(0, 100, 300, 200), {});
         QTRY_COMPARE(other.focus(), window);
@@ -55,22 +57,26 @@ private Q_SLOTS:
         QTRY_VERIFY(applications.running().contains(u"com.spotify.client"_s));
         QTRY_COMPARE(applications.frontmost(), u"com.spotify.client"_s);
     }
+    /// Also one that another program turns into after a while.
     void aRecorderWithoutAWindow()
     {
         const QTemporaryDir folder;
         QVERIFY(QFile::copy(u"/bin/sleep"_s, folder.filePath(u"obs"_s)));
-        EwmhApplications applications(*m_server);
+        EwmhApplications applications(*m_server, m_clock);
         applications.start();
-        QProcess recorder;
-        recorder.start(folder.filePath(u"obs"_s), {u"60"_s});
-        QVERIFY(recorder.waitForStarted());
-        // Something on the desktop changes: its tray icon's panel, or any window.
-        OtherProgram other;
-        other.open(QRect(0, 100, 300, 200), QByteArray("w\0W\0", 4));
-        QTRY_VERIFY(applications.running().contains(u"com.obsproject.obs-studio"_s));
-        recorder.kill();
-        QVERIFY(recorder.waitForFinished());
-        QTRY_VERIFY(!applications.running().contains(u"com.obsproject.obs-studio"_s));
+        const auto recording = [&] {
+            m_clock.advance(std::chrono::milliseconds(100));
+            return applications.running().contains(u"com.obsproject.obs-studio"_s);
+        };
+        for (const QString &script : {u"exec ./obs 60"_s, u"sleep 0.3; exec ./obs 60"_s}) {
+            QProcess recorder;
+            recorder.setWorkingDirectory(folder.path());
+            recorder.start(u"/bin/sh"_s, {u"-c"_s, script});
+            QTRY_VERIFY(recording());
+            recorder.kill();
+            QVERIFY(recorder.waitForFinished());
+            QTRY_VERIFY(!recording());
+        }
     }
 };
 

@@ -140,6 +140,30 @@ private Q_SLOTS:
         QVERIFY(m_session->locked());
         QCOMPARE(changes.size(), 1);
     }
+    /// Any program may send any signal.
+    void signalsOfOthers()
+    {
+        begin();
+        const QString name = u"org.example.Other"_s;
+        PlayedService other(m_bus->connect(), name);
+        const auto settle = [this] {
+            const auto asked = m_saver->asked.size();
+            m_saver->emitSignal(kSaverPath, kSaver, u"Unknown"_s, {});
+            LogindSession later(m_clock);
+            later.start(QDBusConnection(u"none"_s), m_bus->connect());
+            QTRY_VERIFY(m_saver->asked.size() > asked);
+            QTest::qWait(0);
+        };
+        other.emitSignal(kSaverPath, kSaver, u"ActiveChanged"_s, {true});
+        other.emitSignal(u"/org/gnome/ScreenSaver"_s, u"org.gnome.ScreenSaver"_s, u"ActiveChanged"_s, {true});
+        settle();
+        QVERIFY(!m_session->locked());
+        m_saver->emitSignal(kSaverPath, kSaver, u"ActiveChanged"_s, {true});
+        QTRY_VERIFY(m_session->locked());
+        other.emitSignal(kSaverPath, kSaver, u"ActiveChanged"_s, {false});
+        settle();
+        QVERIFY(m_session->locked());
+    }
     void noBusAtAll()
     {
         LogindSession session(m_clock);

@@ -32,6 +32,23 @@ private Q_SLOTS:
                                      {u"Cursor"_s, u"cursorarrow.rays"_s, 1, u"00:07"_s, {}}}));
     }
 
+    void findsWhatLinuxInstalls()
+    {
+        const auto tools = scan("05:00 /usr/share/cursor/cursor /home/me/proj\n"
+                                "05:00 /usr/share/cursor/cursor --type=renderer --x\n"
+                                "06:00 /tmp/.mount_CursorAb12/usr/bin/cursor\n"
+                                "04:00 /opt/Windsurf/windsurf --new-window\n"
+                                "03:00 /home/me/Apps/Windsurf-1.2-x86_64.AppImage\n"
+                                "02:00 goose session --name x\n"
+                                "01:00 /usr/bin/cursor-theme-editor\n"
+                                "01:00 vi /usr/share/cursor/cursor\n"
+                                "01:00 goose up\n");
+        QCOMPARE(tools,
+                 (QList<ToolProcess>{{u"Cursor"_s, u"cursorarrow.rays"_s, 2, u"06:00"_s, {}},
+                                     {u"Goose"_s, u"bird"_s, 1, u"02:00"_s, {}},
+                                     {u"Windsurf"_s, u"wind"_s, 2, u"04:00"_s, {}}}));
+    }
+
     void usesWhatPsPrintedEvenIfItFailed()
     {
         QCOMPARE(scan("1-00:00:00 aider bin/aider\n", {}, false).size(), 1);

@@ -270,6 +270,8 @@ private Q_SLOTS:
         columns<QString, QString, QString>({"link", "id", "inPage"});
         QTest::newRow("short") << u"https://youtu.be/abc123"_s << u"abc123"_s << u"/embed/abc123?autoplay=1"_s;
         QTest::newRow("long") << u"https://www.youtube.com/watch?t=3&v=xY9_-z"_s << u"xY9_-z"_s << u"/embed/xY9%5F%2Dz?"_s;
+        QTest::newRow("shorts") << u"https://www.youtube.com/shorts/Ab1?si=x"_s << u"Ab1"_s << u"/embed/Ab1?"_s;
+        QTest::newRow("live") << u"https://m.youtube.com/live/Cd2"_s << u"Cd2"_s << u"/embed/Cd2?"_s;
         QTest::newRow("channel") << u"https://www.youtube.com/@someone"_s << QString() << u"<video "_s;
         QTest::newRow("hostile id") << u"https://youtu.be/x'%20onload='alert(1)"_s << u"x' onload='alert(1)"_s
                                     << u"/embed/x%27%20onload%3D%27alert%281%29?"_s;

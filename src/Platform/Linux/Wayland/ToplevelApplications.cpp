@@ -111,9 +111,10 @@ void end(const Toplevel &toplevel)
 
 } // namespace
 
-ToplevelApplications::ToplevelApplications(WaylandServer &server, QObject *parent)
+ToplevelApplications::ToplevelApplications(WaylandServer &server, Clock &clock, QObject *parent)
     : Applications(parent)
     , m_server(server)
+    , m_recorders(clock)
 {
 }
 
@@ -131,7 +132,8 @@ void ToplevelApplications::start()
 {
     if (m_wlr || m_plasma)
         return;
-    connect(&m_recorders, &RecorderProcesses::ended, this, &ToplevelApplications::updateSoon);
+    connect(&m_recorders, &RecorderProcesses::changed, this, &ToplevelApplications::updateSoon);
+    m_recorders.start();
     m_wlr = m_server.bind<zwlr_foreign_toplevel_manager_v1>(zwlr_foreign_toplevel_manager_v1_interface, kWlrVersion);
     if (m_wlr)
         zwlr_foreign_toplevel_manager_v1_add_listener(m_wlr, &kWlrManager, this);
@@ -181,7 +183,6 @@ void ToplevelApplications::updateSoon()
 void ToplevelApplications::update()
 {
     m_pending = false;
-    m_recorders.look();
     QStringList running = m_recorders.running();
     QString frontmost;
     for (const auto &[address, toplevel] : m_toplevels) {

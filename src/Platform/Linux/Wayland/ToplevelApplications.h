@@ -14,7 +14,7 @@ namespace velto {
 class ToplevelApplications final : public Applications {
     Q_OBJECT
 public:
-    explicit ToplevelApplications(WaylandServer &server, QObject *parent = nullptr);
+    ToplevelApplications(WaylandServer &server, Clock &clock, QObject *parent = nullptr);
     ~ToplevelApplications() override;
 
     void start();

@@ -12,7 +12,7 @@ class WaylandWindowSystem final : public WindowSystem {
 public:
     explicit WaylandWindowSystem(Clock &clock)
         : m_panelWindow(m_server, clock)
-        , m_applications(m_server)
+        , m_applications(m_server, clock)
         , m_clipboard(m_server, clock)
     {
     }

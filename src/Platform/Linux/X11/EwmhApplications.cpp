@@ -18,10 +18,11 @@ QString identifierOf(const xcb_get_property_reply_t &reply)
 
 } // namespace
 
-EwmhApplications::EwmhApplications(XcbServer &server, bool guest, QObject *parent)
+EwmhApplications::EwmhApplications(XcbServer &server, Clock &clock, bool guest, QObject *parent)
     : Applications(parent)
     , m_server(server)
     , m_guest(guest)
+    , m_recorders(clock)
 {
 }
 
@@ -47,7 +48,8 @@ void EwmhApplications::start()
             updateSoon();
         }
     });
-    connect(&m_recorders, &RecorderProcesses::ended, this, &EwmhApplications::updateRunning);
+    connect(&m_recorders, &RecorderProcesses::changed, this, &EwmhApplications::updateRunning);
+    m_recorders.start();
     update();
 }
 
@@ -71,7 +73,8 @@ void EwmhApplications::update()
     m_pending = false;
     const auto windows = m_server.values(m_server.root(), m_server.atom(XcbAtom::ClientList));
     readClasses(windows);
-    m_recorders.look();
+    if (!m_recorders.followsStarts())
+        m_recorders.look();
     updateRunning();
     updateFrontmost();
 }

@@ -15,7 +15,7 @@ class EwmhApplications final : public Applications {
     Q_OBJECT
 public:
     /// `guest`: the server is a guest of a Wayland desktop, whose own windows it doesn't know.
-    explicit EwmhApplications(XcbServer &server, bool guest = false, QObject *parent = nullptr);
+    explicit EwmhApplications(XcbServer &server, Clock &clock, bool guest = false, QObject *parent = nullptr);
 
     void start();
     QStringList running() const override { return m_running; }

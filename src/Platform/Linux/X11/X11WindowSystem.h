@@ -12,7 +12,7 @@ class X11WindowSystem final : public WindowSystem {
 public:
     X11WindowSystem(XcbServer &server, Clock &clock, KeyboardRoad road)
         : m_panelWindow(server, road)
-        , m_applications(server, road == KeyboardRoad::ManagedWindow)
+        , m_applications(server, clock, road == KeyboardRoad::ManagedWindow)
         , m_clipboard(server, clock)
     {
     }

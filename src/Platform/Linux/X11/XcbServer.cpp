@@ -22,6 +22,9 @@ constexpr std::array<const char *, std::size_t(XcbAtom::Count)> kAtomNames{"_NET
                                                                            "_KDE_NET_WM_BLUR_BEHIND_REGION",
                                                                            "CLIPBOARD",
                                                                            "UTF8_STRING",
+                                                                           "TARGETS",
+                                                                           "INCR",
+                                                                           "x-kde-passwordManagerHint",
                                                                            "_NET_WM_STATE",
                                                                            "_NET_WM_STATE_SKIP_TASKBAR",
                                                                            "_NET_WM_STATE_SKIP_PAGER",
@@ -191,8 +194,13 @@ bool XcbServer::handle(const xcb_generic_event_t &event)
             Q_EMIT rootPropertyChanged(property.atom);
         else if (property.atom == XCB_ATOM_WM_CLASS)
             Q_EMIT classChanged(property.window);
+        else if (property.atom == atom(XcbAtom::Transfer) && property.state == XCB_PROPERTY_NEW_VALUE)
+            Q_EMIT pieceCame(property.window);
         return false;
     }
+    case XCB_DESTROY_NOTIFY:
+        Q_EMIT windowGone(reinterpret_cast<const xcb_destroy_notify_event_t &>(event).window);
+        return false;
     case XCB_VISIBILITY_NOTIFY: {
         const auto &visibility = reinterpret_cast<const xcb_visibility_notify_event_t &>(event);
         if (visibility.state != XCB_VISIBILITY_UNOBSCURED)

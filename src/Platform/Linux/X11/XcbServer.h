@@ -32,6 +32,9 @@ enum class XcbAtom : quint8 {
     BlurBehind,
     Clipboard,
     Utf8Text,
+    Targets, ///< the kinds in which a selection can be had
+    Incremental, ///< the kind of a selection that comes piece by piece
+    PasswordHint, ///< a kind that password managers offer beside a secret
     WindowState,
     SkipTaskbar,
     SkipPager,
@@ -74,6 +77,10 @@ Q_SIGNALS:
     void selectionOwnerChanged(xcb_atom_t selection);
     /// A selection that a window asked for has come, in that property of the window, or is refused, with no property.
     void selectionCame(xcb_window_t window, xcb_atom_t property);
+    /// What stands in the Transfer property of that window is new.
+    void pieceCame(xcb_window_t window);
+    /// A window is gone. Only for windows that were selected for changes of their structure.
+    void windowGone(xcb_window_t window);
     /// A window got covered, in whole or in part.
     void obscured(xcb_window_t window);
     /// A grabbed key on the root window; repeats come as presses. `time` is the server's, in milliseconds.
