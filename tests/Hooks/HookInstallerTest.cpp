@@ -28,13 +28,14 @@ public:
         return m_files.read(path, maximum);
     }
     std::optional<FileError> replace(const QString &path, const QByteArray &bytes,
-                                     const std::function<bool()> &stillWanted) override
+                                     const std::function<bool()> &stillWanted, Mode mode) override
     {
-        return m_files.replace(path, bytes, [&] {
+        const auto meddled = [&] {
             if (meddle)
                 meddle(path);
             return !stillWanted || stillWanted();
-        });
+        };
+        return m_files.replace(path, bytes, meddled, mode);
     }
 
     void sweep(const QString &) override { }

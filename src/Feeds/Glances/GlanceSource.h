@@ -78,7 +78,7 @@ private:
     bool m_listing = false; ///< under way in the background
     bool m_asking = false; ///< likewise
     std::chrono::seconds m_break{8}; ///< until GitHub is asked again, should it fail
-    std::optional<Clock::Instant> m_nextBuilds; ///< not before this
+    std::optional<Instant> m_nextBuilds; ///< not before this
     std::optional<QUrl> m_playingVideo;
     TimerHandle m_tick;
 };

@@ -22,7 +22,7 @@ private Q_SLOTS:
             QSKIP("no Xvfb, no openbox or no xdotool");
         m_server = std::make_unique<XcbServer>();
         m_item = std::make_unique<TrayStatusItem>(*m_server, [] { return QDBusConnection(u"none"_s); });
-        m_item->show(u"Velto"_s, {{u"Open Velto"_s, {}, [] {}}});
+        m_item->show(u"Velto"_s, {{u"Open Velto"_s, {}, {}, [] {}}});
     }
     void cleanup()
     {
