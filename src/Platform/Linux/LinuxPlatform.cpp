@@ -61,8 +61,9 @@ bool onWayland()
     return !qEnvironmentVariableIsEmpty(kWaylandVariable) && qEnvironmentVariableIsEmpty("WAYLAND_SOCKET");
 }
 
-/// One sentence on why there can be no window by Wayland; nothing if there can.
-std::optional<QString> whyNotWayland()
+/// One sentence on why there can be no window by Wayland; nothing if there can. A layer shell that keeps the keyboard where it
+/// was (KWin 5) is good enough only for who insists.
+std::optional<QString> whyNotWayland(bool insists)
 {
     const QDir plugins(QLibraryInfo::path(QLibraryInfo::PluginsPath) + u"/platforms"_s);
     if (plugins.entryList({u"libqwayland*"_s}, QDir::Files).isEmpty())
@@ -73,6 +74,8 @@ std::optional<QString> whyNotWayland()
             .arg(qEnvironmentVariable(kWaylandVariable));
     if (!offer.layers)
         return QCoreApplication::translate("velto", "This desktop's compositor has no layer shell.");
+    if (!offer.onDemand && !insists)
+        return QCoreApplication::translate("velto", "This desktop's layer shell doesn't take the keyboard back.");
     return std::nullopt;
 }
 
@@ -122,7 +125,7 @@ std::optional<QString> prepareGraphics(const QString &wanted)
                                            "Velto needs a graphical session: neither DISPLAY nor WAYLAND_DISPLAY is set.");
     const bool x11Wanted = display.isEmpty() ? chosen.startsWith(kX11) : display == u"x11"_s;
     if (!x11Wanted && (onWayland() || !display.isEmpty())) {
-        const auto obstacle = whyNotWayland();
+        const auto obstacle = whyNotWayland(!display.isEmpty() || !x11);
         if (!obstacle) {
             prepareLayers();
             choose(kWayland, chosen.isEmpty());

@@ -39,7 +39,8 @@ private:
 WaylandOffer askWayland()
 {
     const auto globals = waylandGlobals();
-    return {!globals.isEmpty(), globals.contains(zwlr_layer_shell_v1_interface.name)};
+    const quint32 version = globals.value(zwlr_layer_shell_v1_interface.name);
+    return {!globals.isEmpty(), version > 0, version >= 4};
 }
 
 void prepareLayers()

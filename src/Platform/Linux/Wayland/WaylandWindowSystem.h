@@ -13,6 +13,7 @@ class Clock;
 struct WaylandOffer {
     bool reachable = false; ///< a compositor answers
     bool layers = false; ///< and has a layer shell
+    bool onDemand = false; ///< one that gives the keyboard on demand and takes it back (version 4)
 };
 /// Asks the compositor of the environment. Nothing for a build without Wayland.
 WaylandOffer askWayland();
