@@ -14,21 +14,12 @@
 #include "Tabs/Todos/TodosSource.h"
 
 #include <algorithm>
-#include <array>
-
-using namespace Qt::StringLiterals;
 
 namespace velto {
 
 namespace {
 
 constexpr std::chrono::seconds kRefreshInterval{45};
-
-constexpr std::array kRecorders{
-    "com.obsproject.obs-studio"_L1,   "com.timpler.screenstudio"_L1, "net.telestream.screenflow10"_L1,
-    "net.telestream.screenflow11"_L1, "com.loom.desktop"_L1,         "fm.riverside.desktop"_L1,
-    "com.cleanshot.recorder"_L1,      "com.ecamm.EcammLive"_L1,      "com.descript.beachcube"_L1,
-};
 
 } // namespace
 
@@ -196,9 +187,7 @@ void Hub::refresh(bool force)
 
 void Hub::checkRecording()
 {
-    const QStringList running = m_needs.applications.running();
-    const bool recording = m_needs.prefs.quietWhileRecording()
-        && std::ranges::any_of(kRecorders, [&running](QLatin1StringView id) { return running.contains(id); });
+    const bool recording = m_needs.prefs.quietWhileRecording() && m_needs.applications.recorderRuns();
     if (recording == m_recording)
         return;
     m_recording = recording;

@@ -7,13 +7,18 @@
 
 namespace velto {
 
-/// The applications of the desktop, by identifiers that are the same on every platform: "com.obsproject.obs-studio",
-/// "com.spotify.client"; any terminal of the platform is "com.apple.Terminal" unless it has an identifier of its own
-/// (see TerminalApp). UI thread only; answers come from memory.
+/// The applications of the desktop. Within Platform they go by identifiers that are the same everywhere: any recorder of this
+/// desktop is "com.obsproject.obs-studio", any terminal "com.apple.Terminal" unless it has an identifier of its own. UI thread
+/// only; answers come from memory.
 class Applications : public QObject {
     Q_OBJECT
 public:
     using QObject::QObject;
+
+    /// A screen recorder runs.
+    bool recorderRuns() const;
+    /// What has the user's keyboard is a terminal, or an editor with one in it.
+    bool terminalInFront() const;
 
     virtual QStringList running() const = 0;
     /// The application that has the user's keyboard; empty if that can't be told.

@@ -10,7 +10,6 @@
 #include <QPointer>
 #include <QSet>
 #include <algorithm>
-#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -26,9 +25,6 @@ constexpr std::chrono::seconds kFirstLook{2};
 constexpr std::chrono::seconds kNextLook{8};
 /// How long a listing may still call a session working after its Stop.
 constexpr std::chrono::seconds kListingLags{3};
-
-constexpr std::array kTerminals{"com.apple.Terminal"_L1, "com.googlecode.iterm2"_L1, "com.mitchellh.ghostty"_L1,
-                                "dev.warp.Warp-Stable"_L1};
 
 } // namespace
 
@@ -115,7 +111,7 @@ void AgentsSource::permission(const HookEvent &event, HookListener::QuestionId a
     retract(Peek::News::Finished, {session});
     const bool tried = m_expectsTrial && !event.sessionId;
     m_expectsTrial = m_expectsTrial && !tried;
-    const bool wanted = m_needs.prefs.isOn(Prefs::Module::Agents) && !terminalInFront();
+    const bool wanted = m_needs.prefs.isOn(Prefs::Module::Agents) && !m_needs.applications.terminalInFront();
     if (!onPeek || (!wanted && !tried)) {
         reply(std::nullopt);
         return;
@@ -283,7 +279,7 @@ void AgentsSource::donePeek(const QString &session, const QString &text, const s
         const qint64 passed = entry.value().msecsTo(now);
         return passed < 0 || passed >= kDonePeekMilliseconds;
     });
-    if (m_lastDonePeek.contains(session) || terminalInFront())
+    if (m_lastDonePeek.contains(session) || m_needs.applications.terminalInFront())
         return;
     m_lastDonePeek.insert(session, now);
 
@@ -296,13 +292,6 @@ void AgentsSource::donePeek(const QString &session, const QString &text, const s
     peek.news = Peek::News::Finished;
     peek.session = resume.value_or(session);
     raise(std::move(peek));
-}
-
-bool AgentsSource::terminalInFront() const
-{
-    const QString front = m_needs.applications.frontmost();
-    return std::ranges::any_of(kTerminals, [&front](QLatin1StringView terminal) { return front == terminal; })
-        || front.contains("Code"_L1) || front.contains("cursor"_L1);
 }
 
 QString AgentsSource::nameFor(const HookEvent &event) const

@@ -181,7 +181,6 @@ private:
     static Peek needsYou(const QString &text, const QString &session);
     void donePeek(const QString &session, const QString &text, const std::optional<QString> &resume,
                   const std::optional<QString> &cwd);
-    bool terminalInFront() const;
     QString nameFor(const HookEvent &event) const;
     Group groupOf(const Agent &agent, const QDateTime &now) const;
     /// Now, in UTC: a local time asks the system for its zone whenever it's compared.
