@@ -6,7 +6,6 @@
 #include "Feeds/Calendar/MeetingFeed.h"
 
 #include <QObject>
-#include <QPointer>
 #include <memory>
 #include <optional>
 #include <qcoro/qcorotask.h>
