@@ -31,6 +31,7 @@ AppDelegate::AppDelegate(Needs needs, QObject *parent)
 {
     connect(&m_needs.ui, &UI::expandedChanged, this, &AppDelegate::expandedChanged);
     connect(&m_needs.ui, &UI::menuOpenChanged, this, &AppDelegate::menuChanged);
+    connect(&m_needs.ui, &UI::menuHeightChanged, this, [this] { layout(true); });
     connect(&m_needs.ui, &UI::hoveringChanged, this, &AppDelegate::hoveringChanged);
     m_needs.ui.unfinished = [&hub = m_needs.hub] { return hub.unfinished(); };
     m_needs.ui.asking = [&hub = m_needs.hub] { return hub.asking(); };
@@ -208,10 +209,7 @@ void AppDelegate::expandedChanged()
 // The menu has the keyboard while it is open.
 void AppDelegate::menuChanged()
 {
-    layout(true);
     const bool open = m_needs.ui.menuOpen();
-    if (std::exchange(m_hadMenu, open) == open)
-        return;
     m_needs.panelWindow.watchPresses(open || m_needs.ui.expanded());
     if (open)
         m_needs.panelWindow.takeFocus();

@@ -81,7 +81,6 @@ private:
     bool m_started = false;
     bool m_shown = false;
     bool m_hadPeek = false;
-    bool m_hadMenu = false;
     TimerHandle m_shrink;
     TimerHandle m_peekGone;
     TimerHandle m_hoverGone;

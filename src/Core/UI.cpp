@@ -209,6 +209,7 @@ void UI::closeMenu()
     m_menuOpen = false;
     m_menuHeight = 0;
     Q_EMIT menuOpenChanged();
+    Q_EMIT menuHeightChanged();
     if (std::exchange(m_leftMenu, false))
         pointerChanged(false);
 }
@@ -239,7 +240,7 @@ void UI::setMenuHeight(double height)
     if (height == m_menuHeight || !m_menuOpen)
         return;
     m_menuHeight = height;
-    Q_EMIT menuOpenChanged();
+    Q_EMIT menuHeightChanged();
 }
 
 void UI::focusLost()

@@ -23,7 +23,7 @@ class UI : public QObject {
     Q_PROPERTY(bool pinned READ pinned NOTIFY pinnedChanged FINAL)
     Q_PROPERTY(bool hovering READ hovering NOTIFY hoveringChanged FINAL)
     Q_PROPERTY(bool menuOpen READ menuOpen NOTIFY menuOpenChanged FINAL)
-    Q_PROPERTY(double menuHeight READ menuHeight WRITE setMenuHeight NOTIFY menuOpenChanged FINAL)
+    Q_PROPERTY(double menuHeight READ menuHeight WRITE setMenuHeight NOTIFY menuHeightChanged FINAL)
     Q_PROPERTY(QStringList menuTitles READ menuTitles NOTIFY menuChanged FINAL)
     Q_PROPERTY(QStringList menuKeys READ menuKeys NOTIFY menuChanged FINAL)
     Q_PROPERTY(QSizeF room READ room NOTIFY roomChanged FINAL)
@@ -133,6 +133,7 @@ Q_SIGNALS:
     void veltoChanged();
     void compositedChanged();
     void menuOpenChanged();
+    void menuHeightChanged();
     void menuChanged();
     void roomChanged();
     void keyboardWanted();

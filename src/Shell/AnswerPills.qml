@@ -1,6 +1,6 @@
 import QtQuick
 import Velto.Design
-import Velto.Stores
+import Velto.Shell
 
 // The two answers to the question on show. Left and Right go from one to the other.
 Row {

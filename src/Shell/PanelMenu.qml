@@ -1,6 +1,6 @@
 import QtQuick
 import Velto.Design
-import Velto.Stores
+import Velto.Shell
 
 // The program's menu: under the strip in the black, which makes room for it, or in the open panel where it was asked for.
 FocusScope {

@@ -24,7 +24,7 @@ PanelOutline::PanelOutline(const Hub &hub, const UI &ui, const CollapsedStrip &s
     connect(&m_hub, &Hub::peekChanged, this, &PanelOutline::update);
     connect(&m_ui, &UI::expandedChanged, this, &PanelOutline::update);
     connect(&m_ui, &UI::hoveringChanged, this, &PanelOutline::update);
-    connect(&m_ui, &UI::menuOpenChanged, this, &PanelOutline::update);
+    connect(&m_ui, &UI::menuHeightChanged, this, &PanelOutline::update);
     connect(&m_ui, &UI::roomChanged, this, &PanelOutline::update);
     connect(&m_ui, &UI::unfoldedHeightChanged, this, &PanelOutline::update);
     connect(&m_ui, &UI::veltoChanged, this, &PanelOutline::update);

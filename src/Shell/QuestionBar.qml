@@ -1,7 +1,6 @@
 import QtQuick
 import Velto.Design
 import Velto.Shell
-import Velto.Stores
 
 // The question on show, in the open panel. The keyboard comes to the bar itself first, which Return can't answer; Tab or an arrow goes
 // on to the answers.

@@ -1,6 +1,6 @@
 import QtQuick
 import Velto.Design
-import Velto.Stores
+import Velto.Shell
 
 // A question on one line: who asks, with what tool, to do what. The parts differ in their look, so that none can pose as another. The
 // name gives way first, then what would be done, and the tool last of all; whatever is cut ends in "…".

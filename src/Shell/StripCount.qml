@@ -97,7 +97,7 @@ Item {
                 color: Theme.at("white", 0.85)
             }
             PlainText {
-                anchors.verticalCenter: number.verticalCenter
+                anchors.verticalCenter: parent.verticalCenter
                 visible: root.suffix !== ""
                 text: root.suffix
                 size: 11

@@ -1,7 +1,6 @@
 import QtQuick
 import Velto.Design
 import Velto.Shell
-import Velto.Stores
 
 // The whole question, under its row: what would be done, line by line, and who asks. It scrolls, and makes only what is in sight.
 Item {

@@ -54,7 +54,8 @@ QRegion VeltoPanel::wantedMask() const
 // Nothing that comes up under a pointer at rest lights up before the pointer moves.
 void VeltoPanel::outlineChanged()
 {
-    m_rest = QCursor::pos();
+    const auto place = m_ui.pointer ? m_ui.pointer() : std::nullopt;
+    m_rest = place ? mapToGlobal(*place) : QPoint();
     if (Theme *theme = Theme::of(engine()))
         theme->setPointerRests(true);
     outlineMoved();

@@ -1,7 +1,6 @@
+#include "Core/UI.h"
 #include "StoreDesk.h"
 #include "ViewWindow.h"
-
-#include "Shell/UI.h"
 
 using namespace Qt::StringLiterals;
 

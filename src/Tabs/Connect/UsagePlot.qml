@@ -1,8 +1,8 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Velto.Connect
 import Velto.Design
-import Velto.Stores
 
 // Today's tokens, a bar for each hour.
 GlassCard {

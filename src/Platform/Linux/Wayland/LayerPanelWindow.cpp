@@ -111,19 +111,24 @@ void LayerPanelWindow::returnFocus()
     if (!std::exchange(m_keyboardWanted, false))
         return;
     m_strip->setKeyboard(LayerSurface::Keyboard::None);
-    // KWin 5 leaves the keyboard where it was until the surface goes.
-    m_patience = m_clock.after(kHandover, [this] {
-        if (m_keyboardWanted || !m_window->isActive())
-            return;
-        m_strip->hide();
-        bringUp();
-    });
+    m_patience = m_clock.after(kHandover, [this] { giveUpSurface(); });
+}
+
+/// KWin 5 leaves the keyboard where it was until the surface goes.
+void LayerPanelWindow::giveUpSurface()
+{
+    if (m_keyboardWanted || !m_window->isActive())
+        return;
+    m_strip->hide();
+    bringUp();
 }
 
 void LayerPanelWindow::activeChanged()
 {
     if (m_window->isActive() == m_keyboardWanted)
         m_patience.reset();
+    else if (m_window->isActive()) // it came after it was given back
+        m_patience = m_clock.after(kHandover, [this] { giveUpSurface(); });
 }
 
 bool LayerPanelWindow::eventFilter(QObject *watched, QEvent *event)

@@ -34,6 +34,7 @@ public:
 private:
     void bringUp();
     void insist();
+    void giveUpSurface();
     void activeChanged();
     void writeBlur();
 
