@@ -6,9 +6,10 @@ set(VELTO_MAINTAINER "The Velto developers <developers@velto.invalid>" CACHE STR
 # velto_qml_packages(VAR FILE...): the Debian packages of all QML modules that these views import, straight or through others. They are
 # loaded by name, so that no linker knows of them.
 function(velto_qml_packages variable)
-    find_program(QML_IMPORT_SCANNER qmlimportscanner PATHS ${QT6_INSTALL_PREFIX}/${QT6_INSTALL_LIBEXECS} REQUIRED)
+    # Qt 6's own, and not what the path finds first, which may be another Qt's.
+    get_target_property(scanner Qt6::qmlimportscanner LOCATION)
     set(modules ${QT6_INSTALL_PREFIX}/${QT6_INSTALL_QML})
-    execute_process(COMMAND ${QML_IMPORT_SCANNER} -qmlFiles ${ARGN} -importPath ${modules}
+    execute_process(COMMAND ${scanner} -qmlFiles ${ARGN} -importPath ${modules}
         OUTPUT_VARIABLE imports COMMAND_ERROR_IS_FATAL ANY)
     string(JSON count LENGTH "${imports}")
     math(EXPR last "${count} - 1")
