@@ -7,17 +7,10 @@ Usage: script/with-desktop --own-network tests/e2e/connect.py VELTO. Ends with 7
 import json
 import time
 
-from velto_desktop import AGENTS_TAB, Velto, check_machine, expect, run, until
+from velto_desktop import Velto, check_machine, expect, run, until
 
 SESSION = "aefe0d0b-131d-43a7-b83d-daf04de24178"
 FOREIGN = {"model": "opus", "hooks": {"Stop": [{"hooks": [{"type": "command", "command": "notify-send done"}]}]}}
-
-# Places in the open panel of 780 by 520.
-CONNECT = (702, 129)
-ADD_HOOKS = (649, 391)
-VIEW_SESSION = (664, 152)
-DISCONNECT = (64, 193)
-
 
 def main(program):
     check_machine()
@@ -42,12 +35,11 @@ JSON
 
         velto.start("--search")
         velto.panel_opened()
-        time.sleep(1)
-        velto.open_tab(AGENTS_TAB)
-        velto.press_in_panel(*CONNECT)
-        time.sleep(1)
+        velto.open_tab("Agents")
+        velto.press("Connect…")
+        velto.place_of("Add hooks")
         expect("looking at the preview changes nothing", json.loads(settings.read_text()), FOREIGN)
-        velto.press_in_panel(*ADD_HOOKS)
+        velto.press("Add hooks")
         until("the hooks in Claude Code's settings", lambda: "127.0.0.1:4747/permission" in settings.read_text())
         written = json.loads(settings.read_text())
         expect("the user's own settings stay", (written["model"], written["hooks"]["Stop"][0]), ("opus", FOREIGN["hooks"]["Stop"][0]))
@@ -55,12 +47,11 @@ JSON
         backups = list(settings.parent.glob("settings.json.velto-backup-*"))
         expect("a backup holds the file as it was", [json.loads(each.read_text()) for each in backups], [FOREIGN])
 
-        time.sleep(0.5)
-        velto.press_in_panel(*VIEW_SESSION)
+        velto.press("View session: docs")
         until("the session to be resumed in a terminal", resumed.exists, 15)
         expect("in its folder, by its id", resumed.read_text().splitlines(), [str(project), SESSION])
 
-        velto.press_in_panel(*DISCONNECT)
+        velto.press("Disconnect")
         until("the hooks to be gone", lambda: "127.0.0.1:4747" not in settings.read_text())
         expect("disconnecting leaves what was there before", json.loads(settings.read_text()), FOREIGN)
 

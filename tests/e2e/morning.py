@@ -8,30 +8,19 @@ step there (script/pictures). Ends with 77 if this machine can't try it.
 
 import json
 import pathlib
+import re
 import shutil
 import subprocess
 import time
 
-from velto_desktop import (ALLOW, GUARD_SECONDS, PANEL, PEEK_ROW_HEIGHT, Velto, check_machine, expect, press_keys, run, screen_size, skip,
-                           until, write, xdotool)
+from velto_desktop import GUARD_SECONDS, PANEL, PEEK_ROW_HEIGHT, Velto, check_machine, expect, run, screen_size, skip, until, write, xdotool
 
 CLOCKS = ("/usr/lib/*/faketime/libfaketime.so.1", "/usr/lib64/faketime/libfaketime.so.1", "/usr/lib/faketime/libfaketime.so.1")
 REVIEW = {"title": "Page by key, not by offset", "url": "https://github.com/acme/api/pull/12", "repository": {"name": "api"}}
 MEETING = "https://meet.example.com/plan"
 
-# Places in the open panel of 780 by 520.
-REFRESH = (707, 24)
-MANAGE_WORK = (350, 338)  # with the page at its top
-SET_UP_MEETINGS = (717, 459)
-LINEAR_KEY = (200, 148)  # each form brings itself into sight
-SAVE_LINEAR = (719, 148)
-MEETING_TITLE = (300, 316)
-MEETING_LINK = (300, 388)
-SAVE_MEETING = (60, 443)
-GUIDE_AWAY = (729, 186)
-JOIN = (726, 201)  # once the guide is away
-REVIEW_IT = (718, 253)
-START_FOCUS = (700, 447)
+REFRESH = re.compile("Refresh.*")
+LINEAR = "Linear API key"
 
 
 class Morning(Velto):
@@ -85,17 +74,16 @@ class Morning(Velto):
         """With the keyboard, as the second start of the program does."""
         subprocess.run([self.program, "--search"], env=self.environment, timeout=20)
         self.panel_opened()
-        time.sleep(0.5)
-        press_keys("Escape")
         self.open_tab(tab)
-        time.sleep(0.5)
 
     def close(self):
         self.leave()
-        for _ in range(4):
-            if self.geometry().height < PANEL[1]:
-                break
-            press_keys("Escape")
+
+        def closed():
+            xdotool("key", "Escape")  # a field, a form and then the panel
+            return self.geometry().height < PANEL[1]
+
+        until("the panel to close", closed, pause=0.5)
         return self.settled(lambda at: at.height < 100, "the panel to close")
 
 
@@ -108,18 +96,18 @@ def has_keyring(velto):
 
 
 def nothing_is_connected(velto):
-    velto.open(1)
+    velto.open("Home")
+    velto.place_of("Connect")
     velto.picture()
 
 
 def a_token_is_saved(velto):
-    velto.open_tab(4)
-    velto.press_in_panel(*MANAGE_WORK)
-    time.sleep(0.7)
-    velto.press_in_panel(*LINEAR_KEY)
-    write("  lin_'$(id)` ")
+    velto.open_tab("Connect")
+    velto.scroll_to("Manage: Work and outreach")
+    velto.press("Manage: Work and outreach")
+    velto.fill(LINEAR, "  lin_'$(id)` ")
     velto.picture()
-    velto.press_in_panel(*SAVE_LINEAR)
+    velto.press(f"Save {LINEAR}")
 
     def kept():
         found = subprocess.run(["secret-tool", "lookup", "service", "Velto.linear"], capture_output=True, text=True, timeout=10)
@@ -134,59 +122,55 @@ def an_agent_asks(velto):
     strip = velto.close()
     asked = velto.ask(command="npm run build")
     velto.settled(lambda at: at.height >= strip.height + PEEK_ROW_HEIGHT, "the question to slide out")
-    time.sleep(GUARD_SECONDS + 0.5)
+    time.sleep(GUARD_SECONDS + 0.1)
     velto.picture(640, 90)
-    velto.press(ALLOW)
+    velto.press(re.compile("Allow: .*npm run build.*"))
     answer = asked.communicate(timeout=20)[0]
     expect("the session is allowed", json.loads(answer)["hookSpecificOutput"]["decision"]["behavior"], "allow")
     return velto.settled(lambda at: at.height == strip.height, "the question to be gone")
 
 
 def a_meeting_nears(velto):
-    velto.open(4)
-    xdotool("mousemove", "--sync", screen_size()[0] // 2, 300, "click", "--repeat", 20, 4)
-    time.sleep(0.7)
-    velto.press_in_panel(*MANAGE_WORK)  # "Done"
-    velto.press_in_panel(*SET_UP_MEETINGS)
-    time.sleep(0.7)
-    velto.press_in_panel(*MEETING_TITLE)
-    write("Plan the release")
-    velto.press_in_panel(*MEETING_LINK)
-    write(MEETING)
-    velto.press_in_panel(*SAVE_MEETING)
+    velto.open("Connect")
+    velto.scroll_to("Done: Work and outreach")
+    velto.press("Done: Work and outreach")
+    velto.scroll_to("Set up: Meetings")
+    velto.press("Set up: Meetings")
+    velto.scroll_to("Save the meeting")
+    velto.fill("Meeting title", "Plan the release")
+    velto.fill("Join link", MEETING)
+    velto.press("Save the meeting")
     until("the meeting in the settings", lambda: velto.settings().get("meetingTitle") == "Plan the release")
     expect("its link is kept", velto.settings()["meetingURL"], MEETING)
     strip = velto.close()
     velto.minutes_pass(56)  # the form offers an hour from now
-    velto.settled(lambda at: at.height >= strip.height + PEEK_ROW_HEIGHT, "word of the meeting", 25)
-    time.sleep(0.5)
+    velto.settled(lambda at: at.height >= strip.height + PEEK_ROW_HEIGHT, "word of the meeting", 40)
     velto.picture(640, 90)
     velto.settled(lambda at: at.height == strip.height, "word of the meeting to go")
 
 
 def a_review_comes(velto):
     velto.reviews.write_text(json.dumps([REVIEW]))
-    velto.open(1)
-    velto.press_in_panel(*REFRESH)
-    time.sleep(2)
+    velto.open("Home")
+    velto.press(REFRESH)
+    until("the review in the brief", lambda: any(REVIEW["title"] in name for name in velto.names()))
     velto.picture()
-    velto.press_in_panel(*GUIDE_AWAY)
-    time.sleep(0.5)
-    velto.press_in_panel(*JOIN)
+    velto.press("Don't show this again")
+    velto.press(re.compile("Join: .*"))
     expect("Join goes to the meeting", until("the browser", velto.links), [MEETING])
-    velto.press_in_panel(*REVIEW_IT)
+    velto.press(re.compile("Review: .*"))
     until("the browser again", lambda: len(velto.links()) == 2)
     expect("Review goes to the pull request", velto.links()[1], REVIEW["url"])
 
 
 def a_focus_period_ends(velto):
-    velto.press_in_panel(*START_FOCUS)
-    time.sleep(0.7)
+    velto.scroll_to("Start 25 min: Focus timer")
+    velto.press("Start 25 min: Focus timer")
+    until("the timer to run", lambda: "Start 25 min: Focus timer" not in velto.names())
     velto.picture()
     strip = velto.close()
     velto.minutes_pass(26)
-    velto.settled(lambda at: at.height >= strip.height + PEEK_ROW_HEIGHT, "word that the time is up", 25)
-    time.sleep(0.5)
+    velto.settled(lambda at: at.height >= strip.height + PEEK_ROW_HEIGHT, "word that the time is up", 40)
     velto.picture(640, 90)
 
 

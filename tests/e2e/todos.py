@@ -5,16 +5,13 @@ Usage: script/with-desktop --own-network tests/e2e/todos.py VELTO. Ends with 77 
 """
 
 import json
+import re
 import time
 
-from velto_desktop import PANEL, Failure, Velto, check_machine, expect, press_keys, run, until, write
+from velto_desktop import PANEL, Failure, Velto, check_machine, expect, run, until, write, xdotool
 
-TODOS_TAB = 2
 UNDO_SECONDS = 5
-
-# Places in the open panel.
-SEARCH = (560, 108)
-UNDO = (715, 170)
+ROW = ", due Today"  # a row's name is its title and when it is due
 
 
 class Todos:
@@ -37,43 +34,51 @@ class Todos:
         expect(what, self.titles(), sorted(wanted))
 
 
-def by_keys(todos):
+def by_keys(velto, todos):
+    titles = []
     for title in ("First thing", "Second <b>thing</b>", "Third thing"):
-        press_keys("ctrl+n")
+        velto.key("ctrl+n", "Todo title")
         write(title)
-        press_keys("Return")
-    todos.become("three todos are on the disk", ["First thing", "Second <b>thing</b>", "Third thing"])
+        titles.append(title)
+        velto.key("Return", lambda: todos.titles() == sorted(titles))
     expect("nobody else reads them", todos.path.stat().st_mode & 0o777, 0o600)
     expect("a new one is due today", {todo["due"] for todo in todos.read()}, {time.strftime("%Y-%m-%d")})
 
-    press_keys("ctrl+f")
+    velto.key("ctrl+f", "Search")
     write("third")
-    press_keys("Down", "Return")
-    for _ in range(3):  # done, fold, comment
-        press_keys("Tab")
+    velto.place_of(re.compile("Third thing.*"))
+    until("the others to be out of the list", lambda: "First thing" + ROW not in velto.names())
+    velto.key("Down", "Third thing" + ROW)
+    velto.key("Return", lambda: "Add a comment" in velto.names())
+    for name in ("Mark done: Third thing", "Hides details", "Add a comment"):
+        velto.key("Tab", name)
     write("a comment")
-    press_keys("Return")
-    comments = {todo["title"]: [comment["text"] for comment in todo["comments"]] for todo in todos.read()}
-    expect("the comment is with what the search found", comments["Third thing"], ["a comment"])
+    xdotool("key", "Return")
+    until("the comment is with what the search found", lambda: [comment["text"] for todo in todos.read()
+                                                                if todo["title"] == "Third thing" for comment in todo["comments"]] == ["a comment"])
 
-    press_keys("Escape")  # out of the field
-    press_keys("ctrl+d", "ctrl+z")
+    velto.key("Escape", lambda: velto.focused() != "Add a comment")  # out of the field
+    velto.key("ctrl+d", lambda: "Undo" in velto.names())
+    velto.key("ctrl+z", lambda: "Undo" not in velto.names())
     time.sleep(UNDO_SECONDS + 1)
     expect("an undone todo stays", "Third thing" in todos.titles(), True)
-    press_keys("Up", "ctrl+d")
-    todos.become("a finished one goes", ["First thing", "Second <b>thing</b>"], UNDO_SECONDS + 2)
+    velto.key("Up", re.compile("Third thing.*"))
+    xdotool("key", "ctrl+d")
+    todos.become("a finished one goes", ["First thing", "Second <b>thing</b>"], UNDO_SECONDS + 5)
 
 
 def by_pointer(velto, todos):
-    velto.press_in_panel(*SEARCH)
-    press_keys("ctrl+a")
+    velto.press("Search")
+    velto.key("ctrl+a", "Search")
     write("second")
-    press_keys("Down", "ctrl+d")
-    velto.press_in_panel(*UNDO)
+    until("the search to find it", lambda: "First thing" + ROW not in velto.names())
+    velto.key("Down", "Second <b>thing</b>" + ROW)
+    xdotool("key", "ctrl+d")
+    velto.press("Undo", UNDO_SECONDS)
     time.sleep(UNDO_SECONDS + 1)
     expect("a press on Undo brings it back", todos.titles(), ["First thing", "Second <b>thing</b>"])
-    velto.press_in_panel(*SEARCH)
-    press_keys("ctrl+a", "BackSpace")
+    velto.press("Clear")
+    velto.place_of("First thing" + ROW)
 
 
 def main(program):
@@ -82,26 +87,29 @@ def main(program):
         todos = Todos(velto)
         velto.start("--search")
         velto.panel_opened()
-        velto.open_tab(TODOS_TAB)
-        by_keys(todos)
+        velto.open_tab("Todos")
+        velto.place_of("New todo")
+        by_keys(velto, todos)
         by_pointer(velto, todos)
 
-        press_keys("ctrl+n")
+        velto.key("ctrl+n", "Todo title")
         write("Never saved")
-        press_keys("Escape")  # out of the field
-        press_keys("Escape")  # out of the form
+        velto.key("Escape", lambda: velto.focused() != "Todo title")  # out of the field
+        velto.key("Escape", lambda: "Todo title" not in velto.names())  # out of the form
         expect("a form that was left saves nothing", "Never saved" in todos.titles(), False)
-        press_keys("Down", "ctrl+d")
-        time.sleep(1)
+        velto.key("Down", re.compile(".*" + ROW))
+        velto.key("ctrl+d", lambda: "Undo" in velto.names())
         velto.stop()
         expect("a quit inside the undo finishes nothing", todos.titles(), ["First thing", "Second <b>thing</b>"])
 
         velto.start("--search")
         velto.panel_opened()
-        velto.open_tab(TODOS_TAB)
-        press_keys("Down", "ctrl+d")
-        todos.become("the next start has them all", ["Second <b>thing</b>"], UNDO_SECONDS + 2)
-        press_keys("Escape")
+        velto.open_tab("Todos")
+        velto.place_of("First thing" + ROW)
+        velto.key("Down", "First thing" + ROW)
+        xdotool("key", "ctrl+d")
+        todos.become("the next start has them all", ["Second <b>thing</b>"], UNDO_SECONDS + 5)
+        xdotool("key", "Escape")
         velto.settled(lambda at: at.height < PANEL[1], "the panel to close")
 
 

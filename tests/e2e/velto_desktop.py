@@ -6,6 +6,7 @@ Used by the end-to-end tests and the whole-process benches. Python's standard li
 import json
 import os
 import pathlib
+import re
 import shutil
 import signal
 import socket
@@ -15,6 +16,14 @@ import tempfile
 import time
 import typing
 
+try:
+    import gi
+
+    gi.require_version("Atspi", "2.0")
+    from gi.repository import Atspi, GLib
+except (ImportError, ValueError):
+    Atspi = None
+
 PORT = 4747
 WINDOW_NAME = "^Velto$"
 SETTINGS = "velto/settings.json"  # under $XDG_CONFIG_HOME
@@ -23,12 +32,11 @@ PEEK_ROW_HEIGHT = 36
 PEEK_WIDTH = 520  # at least
 GUARD_SECONDS = 0.3  # a press earlier than this after the question slid in is no answer
 
-# Middle of each pill: pixels from the window's right edge and from its lower edge, in a peeking window.
+# For a desktop that can't be asked what is on the screen: the middle of each pill, from the window's right edge and its lower edge.
 ALLOW = (46, 18)
 DENY = (104, 18)
-ROW_TEXT = (260, 18)
 PANEL = (780, 520)
-AGENTS_TAB = 3
+TABS = ("Home", "Todos", "Agents", "Connect")
 
 
 class Failure(Exception):
@@ -66,6 +74,8 @@ def check_machine():
     for tool in ("xdotool", "curl"):
         if not shutil.which(tool):
             skip(f"{tool} is missing (script/bootstrap installs it)")
+    if not Atspi:
+        skip("no way to ask what is on the screen (python3-gi and gir1.2-atspi-2.0 are missing)")
     if not os.environ.get("DISPLAY"):
         skip("no display (run it through script/with-desktop)")
     if port_is_taken():
@@ -89,21 +99,18 @@ def xdotool(*words):
     return done.stdout if done.returncode == 0 else ""
 
 
-def press_keys(*keys):
-    """One after the other, each given time to work."""
-    for key in keys:
-        xdotool("key", key)
-        time.sleep(0.5)
-
-
 def write(text):
-    xdotool("type", "--delay", 30, text)
-    time.sleep(0.4)
+    xdotool("type", "--delay", 20, text)
 
 
 def screen_size():
     width, height = xdotool("getdisplaygeometry").split()
     return int(width), int(height)
+
+
+def fits(name, wanted):
+    """Whether a control of this name is the one that is wanted: by its whole name, or by a compiled pattern."""
+    return bool(wanted.fullmatch(name)) if isinstance(wanted, re.Pattern) else name == wanted
 
 
 class Geometry(typing.NamedTuple):
@@ -114,6 +121,10 @@ class Geometry(typing.NamedTuple):
 
     def __str__(self):
         return f"{self.width}x{self.height}+{self.x}+{self.y}"
+
+    def holds(self, other):
+        return (other.width > 0 and other.height > 0 and self.x <= other.x and other.x + other.width <= self.x + self.width
+                and self.y <= other.y and other.y + other.height <= self.y + self.height)
 
 
 def geometry_of(window):
@@ -146,6 +157,7 @@ class Velto:
             "XDG_CACHE_HOME": str(self.home / ".cache"),
             "PATH": f"{tools}:/usr/bin:/bin",
             "LC_ALL": "C.UTF-8",
+            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
         }
         self.process = None
         self.window = None
@@ -239,24 +251,85 @@ class Velto:
         os.killpg(curl.pid, signal.SIGKILL)
         curl.communicate(timeout=10)
 
-    def press(self, place):
-        """A real click at a place given from the window's right and lower edges."""
-        at = self.geometry()
-        xdotool("mousemove", "--sync", at.x + at.width - place[0], at.y + at.height - place[1])
-        time.sleep(0.1)
-        xdotool("click", 1)
+    # What is on the screen, as a screen reader is told of it.
 
-    def press_in_panel(self, x, y):
-        """A real click at a place of the open panel."""
-        at = self.geometry()
-        xdotool("mousemove", "--sync", at.x + x, at.y + y)
-        time.sleep(0.3)
-        xdotool("click", 1)
+    def controls(self):
+        """(name, description, place, is focused, object) of all that shows, in the order in which one meets it."""
+        found = []
 
-    def open_tab(self, place):
+        def walk(node):
+            states = node.get_state_set()
+            if node.get_role() != Atspi.Role.APPLICATION:
+                if not states.contains(Atspi.StateType.SHOWING):
+                    return
+                at = Atspi.Component.get_extents(node, Atspi.CoordType.SCREEN)
+                found.append((node.get_name(), node.get_description(), Geometry(at.x, at.y, at.width, at.height),
+                              states.contains(Atspi.StateType.FOCUSED), node))
+            for index in range(node.get_child_count()):
+                child = node.get_child_at_index(index)
+                if child:
+                    walk(child)
+
+        desktop = Atspi.get_desktop(0)
+        for index in range(desktop.get_child_count()):
+            application = desktop.get_child_at_index(index)
+            try:
+                if application and application.get_process_id() == self.process.pid:
+                    application.set_cache_mask(Atspi.Cache.NONE)  # nobody here listens for what would keep it fresh
+                    walk(application)
+            except GLib.Error:  # it went while it was asked
+                pass
+        return found
+
+    def names(self):
+        return [control[0] for control in self.controls()]
+
+    def place_of(self, name, seconds=20.0):
+        """Where the control of that name stands, once it is wholly in the window and stands still."""
+        before = {"place": None}
+
+        def look():
+            place = next((each[2] for each in self.controls() if fits(each[0], name) and self.geometry().holds(each[2])), None)
+            still = place is not None and place == before["place"]
+            before["place"] = place
+            return place if still else None
+
+        return until(f"{name!r} to be on the screen", look, seconds, 0.1)
+
+    def press(self, name, seconds=20.0):
+        """A real click in the middle of the control of that name."""
+        at = self.place_of(name, seconds)
+        xdotool("mousemove", "--sync", at.x + at.width // 2, at.y + at.height // 2, "click", 1)
+
+    def focused(self):
+        """The name of what the keyboard goes to."""
+        return next((each[0] for each in reversed(self.controls()) if each[3]), "")
+
+    def key(self, key, then):
+        """Presses a key, and returns once what it leads to is so: `then` is the name that has the keyboard, or a condition."""
+        xdotool("key", key)
+        until(f"{key} to lead to {then}", then if callable(then) else lambda: fits(self.focused(), then))
+
+    def fill(self, name, text):
+        """Types into the field of that name, which the keyboard is moved to."""
+        if self.focused() != name:
+            self.press(name)
+            until(f"the keyboard in \"{name}\"", lambda: self.focused() == name)
+        write(text)
+
+    def open_tab(self, name):
         """In a panel that has the keyboard."""
-        xdotool("key", f"ctrl+{place}")
-        time.sleep(0.7)
+        xdotool("key", f"ctrl+{TABS.index(name) + 1}")
+
+    def scroll_to(self, name):
+        """Turns the wheel over the page until the control of that name is in sight, to the end of the page and back."""
+        at = self.geometry()
+        xdotool("mousemove", "--sync", at.x + at.width // 2, at.y + at.height * 3 // 4)
+        for button in [5] * 12 + [4] * 24:
+            if any(fits(each[0], name) and at.holds(each[2]) for each in self.controls()):
+                return
+            xdotool("click", button)
+        raise Failure(f"\"{name}\" is nowhere on the page")
 
     def leave(self):
         width, height = screen_size()
