@@ -3,8 +3,8 @@
 
 #include "World.h"
 
-#include "Shell/PeekLine.h"
 #include "Core/UI.h"
+#include "Shell/PeekLine.h"
 
 #include <QElapsedTimer>
 #include <QGuiApplication>

@@ -4,8 +4,8 @@
 #include "TodosDesk.h"
 
 #include "Core/Prefs.h"
-#include "Platform/Fake/FakePlatform.h"
 #include "Core/UI.h"
+#include "Platform/Fake/FakePlatform.h"
 
 #include <QGuiApplication>
 #include <QQmlEngine>

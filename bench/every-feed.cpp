@@ -4,6 +4,7 @@
 
 #include "FeedsMachine.h"
 
+#include "Core/UI.h"
 #include "Feeds/Everyday/EverydaySource.h"
 #include "Feeds/Glances/GlanceSource.h"
 #include "Feeds/Signals/SignalsSource.h"
@@ -14,7 +15,6 @@
 #include "Shell/PanelContents.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/PeekLine.h"
-#include "Core/UI.h"
 #include "Shell/VeltoPanel.h"
 
 #include <QGuiApplication>

@@ -1,12 +1,14 @@
 #include "App/AppDelegate.h"
 
+#include "Core/Prefs.h"
+#include "Core/UI.h"
 #include "Hub/Hub.h"
+#include "Platform/Clock.h"
 #include "Platform/HotKey.h"
 #include "Platform/PanelWindow.h"
 #include "Platform/Session.h"
 #include "Platform/StatusItem.h"
 #include "Shell/PanelOutline.h"
-#include "Core/UI.h"
 
 #include <QKeySequence>
 #include <utility>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Core/Peek.h"
-#include "Platform/Clock.h"
+#include "Platform/Timer.h"
 #include "Shell/PanelGeometry.h"
 
 #include <QHash>
@@ -12,6 +12,7 @@
 
 namespace velto {
 
+class Clock;
 class Displays;
 class HotKey;
 class Hub;

@@ -37,8 +37,8 @@ bool isKnown(const QString &flag)
 
 QString firstUnknown(const QStringList &arguments)
 {
-    const auto found = std::ranges::find_if(
-        arguments, [](const QString &each) { return each.startsWith("--"_L1) && !isKnown(each); });
+    const auto found =
+        std::ranges::find_if(arguments, [](const QString &each) { return each.startsWith("--"_L1) && !isKnown(each); });
     return found == arguments.end() ? QString() : *found;
 }
 

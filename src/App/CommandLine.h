@@ -5,8 +5,8 @@
 
 namespace velto {
 
-/// What the program was asked to do. Flags are found anywhere; a value is the argument right behind its flag, and a flag that stands
-/// last without its value is ignored. What begins with a single dash is left to the toolkit ("-platform").
+/// What the program was asked to do. Flags are found anywhere; a value is the argument right behind its flag, and a flag that
+/// stands last without its value is ignored. What begins with a single dash is left to the toolkit ("-platform").
 struct CommandLine {
     /// What the program is to do once it runs, by name (see AppDelegate::act): --expanded, --search and so on.
     QStringList actions;

@@ -4,6 +4,7 @@
 #include "Design/Theme.h"
 #include "Hooks/HookListener.h"
 #include "Platform/Activation.h"
+#include "Platform/Clock.h"
 #include "Platform/Posix/PosixLoopbackServer.h"
 #include "Platform/Session.h"
 

@@ -5,6 +5,7 @@
 #include "App/StandIn.h"
 #include "App/ThisMachine.h"
 #include "App/Windows.h"
+#include "Core/UI.h"
 #include "Design/TabOrder.h"
 #include "Hub/Stores.h"
 #include "Platform/Posix/EndSignals.h"
@@ -13,7 +14,6 @@
 #include "Shell/PanelKeys.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/PeekLine.h"
-#include "Core/UI.h"
 #include "Shell/VeltoPanel.h"
 
 namespace velto {

@@ -3,6 +3,7 @@
 #include "App/AppDelegate.h"
 #include "App/CommandLine.h"
 #include "App/ThisMachine.h"
+#include "Core/UI.h"
 #include "Feeds/Signals/SignalsSource.h"
 #include "Hooks/HookListener.h"
 #include "Hub/Stores.h"
@@ -11,7 +12,6 @@
 #include "Shell/PanelContents.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/PeekLine.h"
-#include "Core/UI.h"
 #include "Tabs/Agents/AgentsSource.h"
 #include "Tabs/Todos/TodosSource.h"
 

@@ -1,6 +1,7 @@
 #include "Core/PeekQueue.h"
 
 #include "Platform/Accessibility.h"
+#include "Platform/Clock.h"
 
 namespace velto {
 

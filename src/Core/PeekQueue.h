@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Core/PeekTimeline.h"
+#include "Platform/Timer.h"
 
 #include <QObject>
 #include <chrono>
@@ -8,6 +9,7 @@
 namespace velto {
 
 class Accessibility;
+class Clock;
 
 /// The one queue that everything with something to say goes through. PeekTimeline says what is so at a time; this gives it the
 /// time with one timer, tells who looks on, and answers the questions that have ended. UI thread only.
@@ -45,7 +47,7 @@ Q_SIGNALS:
 private:
     struct Press {
         QUuid peek;
-        Clock::Instant at;
+        Instant at;
     };
 
     void settle();
@@ -55,7 +57,7 @@ private:
     PeekTimeline m_timeline;
     QUuid m_announced; ///< the one on show that everyone has been told of; null for none
     std::optional<Press> m_press;
-    Clock::Instant m_movedAt;
+    Instant m_movedAt;
     TimerHandle m_wake;
 };
 

@@ -141,7 +141,7 @@ void PeekTimeline::update(Instant now, std::chrono::seconds stay)
     m_ends = now + (m_onShow->isQuestion() ? kQuestionStay : stay);
 }
 
-std::optional<PeekTimeline::Instant> PeekTimeline::nextDeadline() const
+std::optional<Instant> PeekTimeline::nextDeadline() const
 {
     std::optional<Instant> next = m_onShow ? std::optional(m_ends) : std::nullopt;
     for (const Entry &entry : m_queue) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Core/Peek.h"
-#include "Platform/Clock.h"
+#include "Platform/Timer.h"
 
 #include <QSet>
 #include <deque>
@@ -14,7 +14,6 @@ namespace velto {
 /// its functions. Whoever owns it calls update() after each change and at nextDeadline(), and takes what has ended.
 class PeekTimeline {
 public:
-    using Instant = Clock::Instant;
 
     static constexpr std::chrono::seconds kStay{4};
     static constexpr std::chrono::seconds kSpokenStay{10};

@@ -1,6 +1,7 @@
 #include "Core/UI.h"
 
 #include "Core/Prefs.h"
+#include "Platform/Clock.h"
 
 #include <algorithm>
 #include <utility>

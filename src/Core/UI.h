@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Clock.h"
 #include "Platform/StatusItem.h"
+#include "Platform/Timer.h"
 
 #include <QObject>
 #include <QPoint>
@@ -14,6 +14,7 @@
 
 namespace velto {
 
+class Clock;
 class Prefs;
 
 /// The state of the panel: open or not, and what pointer, taps and the keyboard do to it. UI thread only.

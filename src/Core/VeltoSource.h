@@ -1,6 +1,5 @@
 #pragma once
 
-#include "Core/Peek.h"
 #include "Core/Tab.h"
 
 #include <QObject>
@@ -9,6 +8,8 @@
 #include <functional>
 
 namespace velto {
+
+struct Peek;
 
 /// The object behind one tab. Lives on the UI thread; announces every change of what it publishes with changed(), and
 /// nothing else: a refresh that finds the same world is silent.

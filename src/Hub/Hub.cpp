@@ -7,6 +7,7 @@
 #include "Feeds/Signals/SignalsSource.h"
 #include "Feeds/Work/WorkSource.h"
 #include "Platform/Applications.h"
+#include "Platform/Clock.h"
 #include "Platform/Workspace.h"
 #include "Tabs/Agents/AgentsSource.h"
 #include "Tabs/Quillbox/QuillboxSource.h"

@@ -2,9 +2,8 @@
 
 #include "Core/Peek.h"
 #include "Core/PeekQueue.h"
-#include "Core/Prefs.h"
 #include "Core/VeltoSource.h"
-#include "Platform/Clock.h"
+#include "Platform/Timer.h"
 
 #include <QDateTime>
 #include <QList>
@@ -16,9 +15,11 @@ namespace velto {
 class Accessibility;
 class AgentsSource;
 class Applications;
+class Clock;
 class EverydaySource;
 class GlanceSource;
 class GoogleCalendar;
+class Prefs;
 class QuillboxSource;
 class SignalsSource;
 class TerminalApp;

@@ -1,30 +1,19 @@
 #pragma once
 
+#include "Platform/Timer.h"
+
 #include <QDateTime>
-#include <chrono>
 #include <functional>
-#include <memory>
 
 class QObject;
 
 namespace velto {
-
-/// A pending timer. Destroying the handle cancels it; nothing fires afterwards.
-class Timer {
-public:
-    Timer() = default;
-    Timer(const Timer &) = delete;
-    Timer &operator=(const Timer &) = delete;
-    virtual ~Timer() = default;
-};
-using TimerHandle = std::unique_ptr<Timer>;
 
 /// Every "now" and every delay of the program comes from here, so that tests can step through time.
 /// UI thread only.
 class Clock {
 public:
     using Duration = std::chrono::milliseconds;
-    using Instant = std::chrono::steady_clock::time_point;
 
     Clock() = default;
     Clock(const Clock &) = delete;

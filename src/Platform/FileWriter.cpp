@@ -1,6 +1,7 @@
 #include "Platform/FileWriter.h"
 
 #include "Platform/Background.h"
+#include "Platform/Clock.h"
 
 #include <QFileInfo>
 #include <QPointer>
@@ -33,7 +34,7 @@ struct FileWriter::Attempt {
         done = true;
         finished.notify_all();
     }
-    bool wait(Clock::Instant deadline)
+    bool wait(Instant deadline)
     {
         std::unique_lock lock(mutex);
         return finished.wait_until(lock, deadline, [this] { return done; });

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Clock.h"
 #include "Platform/Files.h"
+#include "Platform/Timer.h"
 
 #include <QObject>
 #include <QStringList>
@@ -10,6 +10,7 @@
 namespace velto {
 
 class Background;
+class Clock;
 
 /// Brings the newest state of a few files to the disk, away from the UI thread: one write after the other, in the order in which
 /// they were asked for. A state that is overtaken before its turn isn't written. What can't be written is tried again with

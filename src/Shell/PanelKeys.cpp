@@ -1,8 +1,8 @@
 #include "Shell/PanelKeys.h"
 
+#include "Core/UI.h"
 #include "Hub/Hub.h"
 #include "Shell/PanelContents.h"
-#include "Core/UI.h"
 
 #include <QKeyEvent>
 #include <QPointer>

@@ -12,7 +12,8 @@ class Hub;
 class PanelContents;
 class UI;
 
-/// The keyboard of the open panel: what has the focus, which tab is on show; the rest is for the tabs. Every key goes on to the views, handled or not. UI thread only.
+/// The keyboard of the open panel: what has the focus, which tab is on show; the rest is for the tabs. Every key goes on to the
+/// views, handled or not. UI thread only.
 class PanelKeys : public QObject {
     Q_OBJECT
 public:

@@ -1,8 +1,8 @@
 #include "Shell/PanelOutline.h"
 
+#include "Core/UI.h"
 #include "Hub/Hub.h"
 #include "Shell/CollapsedStrip.h"
-#include "Core/UI.h"
 
 #include <algorithm>
 

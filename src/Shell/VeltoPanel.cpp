@@ -1,8 +1,9 @@
 #include "Shell/VeltoPanel.h"
 
-#include "Design/Theme.h"
-#include "Shell/PanelOutline.h"
 #include "Core/UI.h"
+#include "Design/Theme.h"
+#include "Platform/Clock.h"
+#include "Shell/PanelOutline.h"
 
 #include <QGuiApplication>
 #include <QMouseEvent>

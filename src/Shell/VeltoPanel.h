@@ -1,12 +1,13 @@
 #pragma once
 
-#include "Platform/Clock.h"
+#include "Platform/Timer.h"
 
 #include <QQuickView>
 #include <QRegion>
 
 namespace velto {
 
+class Clock;
 class PanelOutline;
 class StatusItem;
 class UI;

@@ -1,7 +1,9 @@
 #include "Feeds/Everyday/EverydaySource.h"
 
+#include "Core/Peek.h"
 #include "Core/Prefs.h"
 #include "Feeds/Calendar/MeetingFeed.h"
+#include "Platform/Clock.h"
 #include "Platform/Sounds.h"
 
 #include <algorithm>

@@ -4,7 +4,7 @@
 #include "Core/VeltoSource.h"
 #include "Feeds/Calendar/NextEvent.h"
 #include "Feeds/Everyday/NowPlaying.h"
-#include "Platform/Clock.h"
+#include "Platform/Timer.h"
 
 #include <QObject>
 #include <QSet>
@@ -12,6 +12,7 @@
 
 namespace velto {
 
+class Clock;
 class MeetingFeed;
 class Prefs;
 class Sounds;

@@ -4,6 +4,7 @@
 #include "Core/Link.h"
 #include "Platform/Background.h"
 #include "Platform/Clipboard.h"
+#include "Platform/Clock.h"
 
 #include <QPointer>
 #include <QUrlQuery>

@@ -2,7 +2,7 @@
 
 #include "Feeds/Glances/ClipboardPreview.h"
 #include "Feeds/Glances/GlanceReading.h"
-#include "Platform/Clock.h"
+#include "Platform/Timer.h"
 
 #include <QObject>
 #include <qcoro/qcorotask.h>
@@ -11,6 +11,7 @@ namespace velto {
 
 class Background;
 class Clipboard;
+class Clock;
 class Http;
 class ToolRunner;
 

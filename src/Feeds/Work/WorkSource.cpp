@@ -5,6 +5,7 @@
 #include "Core/Words.h"
 #include "Core/WorkError.h"
 #include "Platform/Background.h"
+#include "Platform/Clock.h"
 #include "Platform/ToolRunner.h"
 
 #include <QJsonArray>
@@ -73,7 +74,7 @@ WorkSource::~WorkSource()
 // The time counts from the question, whatever becomes of it.
 bool WorkSource::due(Group group, bool force)
 {
-    const Clock::Instant now = m_needs.clock.now();
+    const Instant now = m_needs.clock.now();
     const auto last = m_last.constFind(group);
     if (!force && last != m_last.cend() && now - *last < kInterval)
         return false;

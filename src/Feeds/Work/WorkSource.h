@@ -3,7 +3,7 @@
 #include "Core/KeychainLane.h"
 #include "Core/SourceState.h"
 #include "Feeds/Work/WorkReaders.h"
-#include "Platform/Clock.h"
+#include "Platform/Timer.h"
 
 #include <QHash>
 #include <QObject>
@@ -11,6 +11,7 @@
 namespace velto {
 
 class Background;
+class Clock;
 class Keychain;
 class Prefs;
 class ToolRunner;
@@ -79,7 +80,7 @@ private:
     Needs m_needs;
     KeychainLane m_keychain;
     Published m_now;
-    QHash<Group, Clock::Instant> m_last; ///< when each was last asked for
+    QHash<Group, Instant> m_last; ///< when each was last asked for
     std::shared_ptr<const bool> m_life = std::make_shared<bool>(true); ///< ends with this object
 };
 

@@ -1,86 +1,142 @@
 #include "Platform/Fake/FakeClock.h"
 
+#include "Platform/Clock.h"
+
+#include <QPointer>
+#include <deque>
+#include <map>
+
 namespace velto {
 
-class FakeClock::Entry final : public Timer {
+/// What moves.
+class FakeClock::Hands final : public Clock {
 public:
-    Entry(std::weak_ptr<FakeClock *> clock, std::shared_ptr<Armed> armed)
-        : m_clock(std::move(clock))
-        , m_armed(std::move(armed))
+    struct Armed {
+        std::function<void()> fire;
+        Duration interval{0}; ///< 0 for one-shot timers
+    };
+
+    explicit Hands(const QDateTime &start)
+        : wall(start)
     {
     }
-    ~Entry() override
+
+    QDateTime wallTime() const override { return wall; }
+    Instant now() const override { return Instant(elapsed); }
+    TimerHandle after(Duration delay, std::function<void()> fire) override { return arm(delay, {std::move(fire)}); }
+    TimerHandle every(Duration interval, std::function<void()> fire) override
     {
-        auto clock = m_clock.lock();
-        if (!clock)
-            return;
-        std::erase_if((*clock)->m_timers, [this](const auto &timer) { return timer.second == m_armed; });
-        m_armed->interval = Duration{0};
-        m_armed->fire = {};
+        return arm(interval, {std::move(fire), interval});
     }
+    void post(QObject *context, std::function<void()> task) override { posted.emplace_back(context, std::move(task)); }
+
+    void runPosted()
+    {
+        while (!posted.empty()) {
+            auto [context, task] = std::move(posted.front());
+            posted.pop_front();
+            if (context)
+                task();
+        }
+    }
+    void fireFirst()
+    {
+        auto node = timers.extract(timers.begin());
+        wall = wall.addMSecs((node.key().first - elapsed).count());
+        elapsed = node.key().first;
+        const std::shared_ptr<Armed> armed = node.mapped();
+        if (armed->interval.count() > 0)
+            timers.emplace(Key{elapsed + armed->interval, nextId++}, armed);
+        if (auto fire = armed->fire)
+            fire();
+    }
+
+    using Key = std::pair<Duration, quint64>;
+    QDateTime wall;
+    Duration elapsed{0};
+    std::map<Key, std::shared_ptr<Armed>> timers;
 
 private:
-    std::weak_ptr<FakeClock *> m_clock;
-    std::shared_ptr<Armed> m_armed;
+    class Entry final : public Timer {
+    public:
+        Entry(std::weak_ptr<Hands *> hands, std::shared_ptr<Armed> armed)
+            : m_hands(std::move(hands))
+            , m_armed(std::move(armed))
+        {
+        }
+        ~Entry() override
+        {
+            const auto hands = m_hands.lock();
+            if (!hands)
+                return;
+            std::erase_if((*hands)->timers, [this](const auto &timer) { return timer.second == m_armed; });
+            *m_armed = {};
+        }
+
+    private:
+        std::weak_ptr<Hands *> m_hands;
+        std::shared_ptr<Armed> m_armed;
+    };
+
+    TimerHandle arm(Duration delay, Armed armed)
+    {
+        auto shared = std::make_shared<Armed>(std::move(armed));
+        timers.emplace(Key{elapsed + delay, nextId++}, shared);
+        return std::make_unique<Entry>(self, std::move(shared));
+    }
+
+    quint64 nextId = 0;
+    std::deque<std::pair<QPointer<QObject>, std::function<void()>>> posted;
+    std::shared_ptr<Hands *> self = std::make_shared<Hands *>(this);
 };
 
-FakeClock::FakeClock(QDateTime start)
-    : m_wall(std::move(start))
-    , m_self(std::make_shared<FakeClock *>(this))
+FakeClock::FakeClock(const QDateTime &start)
+    : m_hands(std::make_unique<Hands>(start))
 {
 }
 
 FakeClock::~FakeClock() = default;
 
-TimerHandle FakeClock::arm(Duration delay, Armed armed)
+Clock &FakeClock::clock() const
 {
-    auto shared = std::make_shared<Armed>(std::move(armed));
-    m_timers.emplace(Key{m_elapsed + delay, m_nextId++}, shared);
-    return std::make_unique<Entry>(m_self, std::move(shared));
+    return *m_hands;
 }
 
-TimerHandle FakeClock::after(Duration delay, std::function<void()> fire)
+QDateTime FakeClock::wallTime() const
 {
-    return arm(delay, {std::move(fire)});
+    return m_hands->wall;
 }
 
-TimerHandle FakeClock::every(Duration interval, std::function<void()> fire)
+Instant FakeClock::now() const
 {
-    return arm(interval, {std::move(fire), interval});
+    return m_hands->now();
 }
 
-void FakeClock::post(QObject *context, std::function<void()> task)
+void FakeClock::setWallTime(const QDateTime &wall)
 {
-    m_posted.emplace_back(context, std::move(task));
+    m_hands->wall = wall;
+}
+
+int FakeClock::pendingTimers() const
+{
+    return int(m_hands->timers.size());
 }
 
 void FakeClock::runPosted()
 {
-    while (!m_posted.empty()) {
-        auto [context, task] = std::move(m_posted.front());
-        m_posted.pop_front();
-        if (context)
-            task();
-    }
+    m_hands->runPosted();
 }
 
-void FakeClock::advance(Duration step)
+void FakeClock::advance(std::chrono::milliseconds step)
 {
-    const Duration end = m_elapsed + step;
-    runPosted();
-    while (!m_timers.empty() && m_timers.begin()->first.first <= end) {
-        auto node = m_timers.extract(m_timers.begin());
-        m_wall = m_wall.addMSecs((node.key().first - m_elapsed).count());
-        m_elapsed = node.key().first;
-        const std::shared_ptr<Armed> armed = node.mapped();
-        if (armed->interval.count() > 0)
-            m_timers.emplace(Key{m_elapsed + armed->interval, m_nextId++}, armed);
-        if (auto fire = armed->fire)
-            fire();
-        runPosted();
+    const auto end = m_hands->elapsed + step;
+    m_hands->runPosted();
+    while (!m_hands->timers.empty() && m_hands->timers.begin()->first.first <= end) {
+        m_hands->fireFirst();
+        m_hands->runPosted();
     }
-    m_wall = m_wall.addMSecs((end - m_elapsed).count());
-    m_elapsed = end;
+    m_hands->wall = m_hands->wall.addMSecs((end - m_hands->elapsed).count());
+    m_hands->elapsed = end;
 }
 
 } // namespace velto

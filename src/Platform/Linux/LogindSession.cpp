@@ -1,5 +1,6 @@
 #include "Platform/Linux/LogindSession.h"
 
+#include "Platform/Clock.h"
 #include "Platform/Linux/DBusAsk.h"
 
 #include <QDBusArgument>

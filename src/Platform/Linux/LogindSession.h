@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Clock.h"
+#include "Platform/Timer.h"
 #include "Platform/Session.h"
 
 #include <QDBusConnection>
@@ -10,6 +10,8 @@
 class QDBusServiceWatcher;
 
 namespace velto {
+
+class Clock;
 
 /// Locked as long as logind's hint for the session or any of the desktops' screen savers says so. A request to lock counts
 /// for a few seconds, until a locker has answered it: not every locker reports, and a strip that never comes back is worse.

@@ -1,5 +1,7 @@
 #include "Platform/Posix/SystemClock.h"
 
+#include "Platform/Clock.h"
+
 #include <QMetaObject>
 #include <QTimer>
 #include <ctime>
@@ -28,7 +30,7 @@ private:
 
 } // namespace
 
-Clock::Instant SystemClock::now() const
+Instant SystemClock::now() const
 {
 #ifdef CLOCK_BOOTTIME
     // The usual clock stands still while the machine sleeps, and what is hours old would count as fresh.

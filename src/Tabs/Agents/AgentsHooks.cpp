@@ -223,7 +223,7 @@ void AgentsSource::diff(const QMap<QString, Agent> &previous, const QList<Agent>
 }
 
 /// What a listing shows to be over or untrue.
-void AgentsSource::takeBack(const QList<Agent> &listing, Clock::Instant begun)
+void AgentsSource::takeBack(const QList<Agent> &listing, Instant begun)
 {
     withdraw(m_questions.overBy(listing, begun));
     // A hook call says that a session is done a moment before the listing knows.

@@ -123,7 +123,7 @@ void AgentsSource::startListing()
         });
 }
 
-void AgentsSource::apply(const std::optional<QList<Agent>> &listing, Clock::Instant begun)
+void AgentsSource::apply(const std::optional<QList<Agent>> &listing, Instant begun)
 {
     if (!listing) {
         m_state = SourceState::failed(

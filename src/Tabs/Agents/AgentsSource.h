@@ -1,9 +1,11 @@
 #pragma once
 
+#include "Core/Peek.h"
 #include "Core/RowModel.h"
 #include "Core/SourceState.h"
 #include "Core/VeltoSource.h"
 #include "Hooks/HookEvent.h"
+#include "Platform/Timer.h"
 #include "Tabs/Agents/Agent.h"
 #include "Tabs/Agents/OpenQuestions.h"
 #include "Tabs/Agents/ToolProcess.h"
@@ -122,8 +124,8 @@ public:
     /// What a memory hub tells of the user's other machine. Outlives the source.
     void setOtherMac(QAbstractItemModel *rows) { m_otherMac = rows; }
     void hook(const HookEvent &event);
-    /// The next question of no session in particular is one that the user wants to try: it's shown also where a session's would be
-    /// left to the terminal.
+    /// The next question of no session in particular is one that the user wants to try: it's shown also where a session's would
+    /// be left to the terminal.
     void expectTrial() { m_expectsTrial = true; }
     void permission(const HookEvent &event, HookListener::QuestionId asker, const HookListener::Reply &reply);
     /// The asker of that question is gone.
@@ -165,10 +167,10 @@ private:
     void listen();
     void readHooks();
     void startListing();
-    void apply(const std::optional<QList<Agent>> &listing, Clock::Instant begun);
+    void apply(const std::optional<QList<Agent>> &listing, Instant begun);
     void publish(Announce announce = Announce::IfChanged);
     void diff(const QMap<QString, Agent> &previous, const QList<Agent> &listing);
-    void takeBack(const QList<Agent> &listing, Clock::Instant begun);
+    void takeBack(const QList<Agent> &listing, Instant begun);
     void raise(Peek peek) const;
     void retract(Peek::News news, const QSet<QString> &sessions) const;
     void withdraw(const QList<QUuid> &questions) const;
@@ -205,12 +207,12 @@ private:
     OpenQuestions m_questions;
     struct Notice {
         QString text;
-        Clock::Instant at;
+        Instant at;
     };
     QHash<QString, Notice> m_notices; ///< by session: the last Notification that was raised
-    QHash<QString, Clock::Instant> m_saidDone; ///< by session, as long as a listing may not know of it yet
+    QHash<QString, Instant> m_saidDone; ///< by session, as long as a listing may not know of it yet
     TimerHandle m_lookAgain;
-    std::optional<Clock::Instant> m_latestCompared; ///< when that listing was begun
+    std::optional<Instant> m_latestCompared; ///< when that listing was begun
     int m_listingsUnderWay = 0;
     bool m_listingWanted = false;
     Published m_published;

@@ -4,7 +4,7 @@
 
 namespace velto {
 
-void OpenQuestions::close(const QUuid &peek, bool answered, Clock::Instant now)
+void OpenQuestions::close(const QUuid &peek, bool answered, Instant now)
 {
     m_open.removeIf([&](const Question &question) {
         if (question.peek != peek)
@@ -15,7 +15,7 @@ void OpenQuestions::close(const QUuid &peek, bool answered, Clock::Instant now)
     });
 }
 
-void OpenQuestions::announced(const QString &session, Clock::Instant now)
+void OpenQuestions::announced(const QString &session, Instant now)
 {
     m_answered.removeIf([now](const auto &entry) { return now - entry.value() > kAftermath; });
     if (!session.isEmpty())
@@ -38,7 +38,7 @@ std::optional<QUuid> OpenQuestions::askedBy(HookListener::QuestionId asker) cons
     return found == m_open.end() ? std::nullopt : std::optional(found->peek);
 }
 
-QList<QUuid> OpenQuestions::overBy(const QList<Agent> &listing, Clock::Instant begun)
+QList<QUuid> OpenQuestions::overBy(const QList<Agent> &listing, Instant begun)
 {
     QList<QUuid> over;
     for (Question &question : m_open) {
@@ -55,7 +55,7 @@ QList<QUuid> OpenQuestions::overBy(const QList<Agent> &listing, Clock::Instant b
     return over;
 }
 
-bool OpenQuestions::speaksFor(const QString &session, Clock::Instant now) const
+bool OpenQuestions::speaksFor(const QString &session, Instant now) const
 {
     const auto answered = m_answered.constFind(session);
     return !of(session).isEmpty() || (answered != m_answered.cend() && now - *answered <= kAftermath);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Hooks/HookListener.h"
-#include "Platform/Clock.h"
+#include "Platform/Timer.h"
 #include "Tabs/Agents/Agent.h"
 
 #include <QHash>
@@ -17,7 +17,7 @@ public:
         HookListener::QuestionId asker = 0;
         QUuid peek;
         QString session; ///< empty if its asker didn't say
-        Clock::Instant came;
+        Instant came;
         bool seenWaiting = false; ///< a listing that was begun later shows its session waiting for it
     };
     /// For this long after an answer, whatever else announces the same question is late.
@@ -26,20 +26,20 @@ public:
     bool isEmpty() const { return m_open.isEmpty(); }
     void add(Question question) { m_open.append(std::move(question)); }
     /// It is over; whether the user answered it.
-    void close(const QUuid &peek, bool answered, Clock::Instant now);
+    void close(const QUuid &peek, bool answered, Instant now);
     /// The user has just been told of a question of the session, in another way.
-    void announced(const QString &session, Clock::Instant now);
+    void announced(const QString &session, Instant now);
 
     QList<QUuid> of(const QString &session) const;
     std::optional<QUuid> askedBy(HookListener::QuestionId asker) const;
     /// Those whose session waited in a listing since they came, and no longer does in this one.
-    QList<QUuid> overBy(const QList<Agent> &listing, Clock::Instant begun);
+    QList<QUuid> overBy(const QList<Agent> &listing, Instant begun);
     /// The session has a question here, or had its answer just now.
-    bool speaksFor(const QString &session, Clock::Instant now) const;
+    bool speaksFor(const QString &session, Instant now) const;
 
 private:
     QList<Question> m_open;
-    QHash<QString, Clock::Instant> m_answered; ///< by session
+    QHash<QString, Instant> m_answered; ///< by session
 };
 
 } // namespace velto

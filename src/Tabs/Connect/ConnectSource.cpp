@@ -6,6 +6,7 @@
 #include "Feeds/Repositories/WatchFolders.h"
 #include "Feeds/Signals/SignalsSource.h"
 #include "Platform/Clipboard.h"
+#include "Platform/Clock.h"
 #include "Tabs/Agents/AgentsSource.h"
 #include "Tabs/Todos/TodosSource.h"
 

@@ -4,6 +4,7 @@
 #include "Feeds/Glances/GlanceSource.h"
 #include "Feeds/Glances/VideoPreview.h"
 #include "Feeds/Usage/Pace.h"
+#include "Platform/Clock.h"
 #include "Platform/FileWriter.h"
 #include "Platform/VideoPlayer.h"
 #include "Platform/Workspace.h"
@@ -85,8 +86,7 @@ QUrl HomeSource::makeView() const
 const QList<HomeItem> &HomeSource::items() const
 {
     if (m_stale) {
-        m_items =
-            homeBrief(m_needs.stores, m_ways, m_needs.workspace, m_needs.writer, m_needs.places, m_needs.clock.wallTime());
+        m_items = homeBrief(m_needs.stores, m_ways, m_needs.workspace, m_needs.writer, m_needs.places, m_needs.clock.wallTime());
         m_stale = false;
     }
     return m_items;

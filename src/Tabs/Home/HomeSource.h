@@ -2,7 +2,7 @@
 
 #include "Core/RowModel.h"
 #include "Core/VeltoSource.h"
-#include "Platform/Clock.h"
+#include "Platform/Timer.h"
 #include "Tabs/Home/BriefPage.h"
 #include "Tabs/Home/HomeSpotlight.h"
 
@@ -11,6 +11,7 @@
 
 namespace velto {
 
+class Clock;
 class FileWriter;
 class TerminalApp;
 class VideoPlayer;

@@ -1,6 +1,8 @@
 #include "Tabs/Quillbox/QuillboxSource.h"
 
+#include "Core/Peek.h"
 #include "Core/Texts.h"
+#include "Platform/Clock.h"
 #include "Platform/Machine.h"
 #include "Tabs/Quillbox/QuillboxClient.h"
 #include "Tabs/Quillbox/SnapshotDate.h"

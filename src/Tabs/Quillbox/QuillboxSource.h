@@ -4,7 +4,7 @@
 #include "Core/RowModel.h"
 #include "Core/SourceState.h"
 #include "Core/VeltoSource.h"
-#include "Platform/Clock.h"
+#include "Platform/Timer.h"
 #include "Tabs/Quillbox/QuillboxMode.h"
 #include "Tabs/Quillbox/VeltoSnapshot.h"
 
@@ -15,6 +15,7 @@
 
 namespace velto {
 
+class Clock;
 class QuillboxClient;
 class Machine;
 struct HubError;
@@ -123,7 +124,7 @@ private:
     std::optional<QSet<qint64>> m_seenHeard;
     std::optional<QMap<qint64, QString>> m_seenHandoffs;
     /// When the last fetch ended, well or badly.
-    std::optional<Clock::Instant> m_lastFetch;
+    std::optional<Instant> m_lastFetch;
     bool m_fetching = false;
     int m_connection = 0; ///< counts the reconnects
     Published m_published;

@@ -1,6 +1,7 @@
 #include "Tabs/Todos/NativeTodos.h"
 
 #include "Platform/Background.h"
+#include "Platform/Clock.h"
 #include "Platform/FileWriter.h"
 #include "Platform/Places.h"
 #include "Tabs/Todos/TodoFile.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Clock.h"
+#include "Platform/Timer.h"
 #include "Tabs/Todos/Todo.h"
 
 #include <QFileSystemWatcher>
@@ -9,8 +9,9 @@
 
 namespace velto {
 
-class FileWriter;
+class Clock;
 class Files;
+class FileWriter;
 class TodoFile;
 struct Places;
 

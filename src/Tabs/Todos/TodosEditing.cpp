@@ -1,5 +1,6 @@
 #include "Core/Texts.h"
 #include "Platform/Background.h"
+#include "Platform/Clock.h"
 #include "Platform/ToolRunner.h"
 #include "Tabs/Quillbox/QuillboxClient.h"
 #include "Tabs/Quillbox/QuillboxSource.h"

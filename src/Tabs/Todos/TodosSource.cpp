@@ -2,6 +2,7 @@
 
 #include "Core/Texts.h"
 #include "Platform/Background.h"
+#include "Platform/Clock.h"
 #include "Platform/FileWriter.h"
 #include "Platform/Places.h"
 #include "Platform/ToolRunner.h"

@@ -3,7 +3,7 @@
 #include "Core/RowModel.h"
 #include "Core/SourceState.h"
 #include "Core/VeltoSource.h"
-#include "Platform/Clock.h"
+#include "Platform/Timer.h"
 #include "Tabs/Todos/DraftForm.h"
 #include "Tabs/Todos/LocalTodos.h"
 #include "Tabs/Todos/NativeTodos.h"
@@ -21,6 +21,7 @@
 namespace velto {
 
 class Background;
+class Clock;
 class FileWriter;
 class Files;
 class QuillboxSource;

@@ -1,5 +1,7 @@
 #include "Platform/Linux/Wayland/DataControlClipboard.h"
 
+#include "Platform/Clock.h"
+
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QPointer>

@@ -1,14 +1,16 @@
 #pragma once
 
 #include "Platform/Clipboard.h"
-#include "Platform/Clock.h"
 #include "Platform/Linux/Wayland/WaylandServer.h"
 #include "Platform/Posix/Descriptor.h"
+#include "Platform/Timer.h"
 
 #include <QSocketNotifier>
 #include <memory>
 
 namespace velto {
+
+class Clock;
 
 /// The clipboard by wlr-data-control, which tells of copies while another program has the keyboard; the toolkit hears of them
 /// only while it has it itself. Counts from start() on. One reading at a time.

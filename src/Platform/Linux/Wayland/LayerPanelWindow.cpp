@@ -1,5 +1,7 @@
 #include "Platform/Linux/Wayland/LayerPanelWindow.h"
 
+#include "Platform/Clock.h"
+
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QScreen>

@@ -1,12 +1,14 @@
 #pragma once
 
-#include "Platform/Clock.h"
 #include "Platform/Linux/Wayland/LayerSurface.h"
 #include "Platform/PanelWindow.h"
+#include "Platform/Timer.h"
 
 #include <memory>
 
 namespace velto {
+
+class Clock;
 
 /// The strip's window as a layer surface on the overlay layer: above bars and full-screen windows, on every workspace, never
 /// the keyboard until it asks. The compositor centres it at the output's top edge; of the place only the output and the size

@@ -1,12 +1,13 @@
 #pragma once
 
-#include "Platform/Clock.h"
 #include "Platform/Linux/WindowSystem.h"
 
 #include <QByteArray>
 #include <memory>
 
 namespace velto {
+
+class Clock;
 
 /// For the time before there is an application object.
 struct WaylandOffer {

@@ -30,7 +30,8 @@ Support EwmhApplications::support() const
     if (!m_guest)
         return {};
     return {Support::State::Missing,
-            tr("This desktop doesn't tell which window is in front, so questions come to the strip while you are in a terminal too.")};
+            tr("This desktop doesn't tell which window is in front, so questions come to the strip while you are in a terminal "
+               "too.")};
 }
 
 void EwmhApplications::start()

@@ -1,5 +1,7 @@
 #include "Platform/Linux/X11/XcbClipboardText.h"
 
+#include "Platform/Clock.h"
+
 #include <utility>
 
 namespace velto {

@@ -1,12 +1,14 @@
 #pragma once
 
-#include "Platform/Clock.h"
 #include "Platform/Linux/X11/XcbServer.h"
+#include "Platform/Timer.h"
 
 #include <QObject>
 #include <optional>
 
 namespace velto {
+
+class Clock;
 
 /// Takes in the clipboard's text as an event, where the toolkit waits up to five seconds, in its own loop, for the program
 /// that holds it. One reading at a time (ICCCM 2.4).
