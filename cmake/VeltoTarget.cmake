@@ -16,22 +16,50 @@ if(VELTO_SANITIZE)
     endif()
 endif()
 
-# The headers that nearly every source reads, precompiled once for all targets: it halves the time a source takes. With GCC only,
-# so that the Clang builds (fuzz, lint) still notice a source that leans on another's includes.
-if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/precompiled.cpp CONTENT "")
-    add_library(velto-precompiled STATIC ${CMAKE_BINARY_DIR}/precompiled.cpp)
-    set_target_properties(velto-precompiled PROPERTIES AUTOMOC OFF)
-    target_link_libraries(velto-precompiled PRIVATE velto-options Qt6::Core)
-    target_precompile_headers(velto-precompiled PRIVATE
-        <QByteArray> <QDateTime> <QHash> <QJsonArray> <QJsonDocument> <QJsonObject> <QList> <QObject> <QPointer> <QString>
-        <QStringList> <chrono> <functional> <memory> <optional> <vector>)
+# A quick linker, where there is one, for the many programs of a debug build. What people run is linked as the compiler likes it.
+if(CMAKE_BUILD_TYPE STREQUAL "Debug")
+    include(CheckLinkerFlag)
+    foreach(linker mold lld)
+        find_program(VELTO_${linker} NAMES ${linker} ld.${linker} NO_CACHE)
+        if(VELTO_${linker})
+            check_linker_flag(CXX -fuse-ld=${linker} VELTO_LINKS_WITH_${linker})
+            if(VELTO_LINKS_WITH_${linker})
+                target_link_options(velto-options INTERFACE -fuse-ld=${linker})
+                break()
+            endif()
+        endif()
+    endforeach()
 endif()
 
-# velto_precompiled(NAME): lets a target that links Qt Core use them.
+# velto_precompiled_headers(NAME LIBRARIES ... OPTIONS ... HEADERS ...): headers of Qt and of the language that many sources read,
+# precompiled once for all targets that link these libraries. Headers of ours have no place here: each change of one would
+# rebuild everything. With GCC only, so that the Clang builds (fuzz, lint) still notice a source that leans on another's includes.
+function(velto_precompiled_headers name)
+    cmake_parse_arguments(arg "" "" "LIBRARIES;OPTIONS;HEADERS" ${ARGN})
+    if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        return()
+    endif()
+    file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/precompiled.cpp CONTENT "")
+    add_library(${name} STATIC ${CMAKE_BINARY_DIR}/precompiled.cpp)
+    set_target_properties(${name} PROPERTIES AUTOMOC OFF)
+    target_link_libraries(${name} PRIVATE velto-options ${arg_LIBRARIES})
+    target_compile_options(${name} PRIVATE ${arg_OPTIONS})
+    target_precompile_headers(${name} PRIVATE
+        <QByteArray> <QCoreApplication> <QDateTime> <QFile> <QHash> <QJsonArray> <QJsonDocument> <QJsonObject> <QList> <QObject>
+        <QPointer> <QRegularExpression> <QSet> <QString> <QStringList> <QTimer> <QUrl> <QUuid> <QVariant>
+        <chrono> <deque> <functional> <map> <memory> <optional> <variant> <vector> ${arg_HEADERS})
+endfunction()
+velto_precompiled_headers(velto-precompiled LIBRARIES Qt6::Core)
+velto_precompiled_headers(velto-precompiled-quick LIBRARIES Qt6::Quick OPTIONS -DQT_STATICPLUGIN
+    HEADERS <QGuiApplication> <QPainter> <QQmlContext> <QQmlEngine> <QQuickItem> <QQuickPaintedItem> <QQuickWindow>
+        <QtQml/qqmlextensionplugin.h> <QtQml/qqmlprivate.h>)
+
+# velto_precompiled(NAME [OWNER]): lets a target use those of OWNER, velto-precompiled by default.
 function(velto_precompiled name)
-    if(TARGET velto-precompiled)
-        target_precompile_headers(${name} REUSE_FROM velto-precompiled)
+    set(owner velto-precompiled ${ARGN})
+    list(GET owner -1 owner)
+    if(TARGET ${owner} AND TARGET ${name})
+        target_precompile_headers(${name} REUSE_FROM ${owner})
     endif()
 endfunction()
 
@@ -75,16 +103,24 @@ function(velto_qml_module name uri)
         set(cachegen NO_CACHEGEN)
     endif()
     qt_add_library(${name} STATIC)
-    qt_add_qml_module(${name} URI ${uri} VERSION 1.0 RESOURCE_PREFIX /qt/qml
+    qt_add_qml_module(${name} URI ${uri} VERSION 1.0 RESOURCE_PREFIX /qt/qml OUTPUT_TARGETS made
         OUTPUT_DIRECTORY ${QT_QML_OUTPUT_DIRECTORY}/${path} ${cachegen} ${ARGN})
     target_link_libraries(${name} PUBLIC velto-options Qt6::Quick)
     cmake_parse_arguments(module "" "" "SOURCES;QML_FILES;DEPENDENCIES" ${ARGN})
     velto_headers(${name} ${module_SOURCES})
     # The generated registration includes them by their bare names.
     target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
-    velto_precompiled(${name})
     # What Qt's own compilers write doesn't meet our warnings.
     get_target_property(sources ${name} SOURCES)
     list(FILTER sources INCLUDE REGEX "/qmlcache/")
     set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS -w)
+    # The plugin, and what brings it into a program, share the headers: so all of them are compiled as plugins are. Neither that nor
+    # the resources hold anything for moc.
+    foreach(each ${name} ${name}plugin ${name}plugin_init)
+        if(TARGET ${each})
+            target_compile_definitions(${each} PRIVATE QT_STATICPLUGIN)
+            velto_precompiled(${each} velto-precompiled-quick)
+        endif()
+    endforeach()
+    set_target_properties(${made} PROPERTIES AUTOMOC OFF)
 endfunction()

@@ -14,10 +14,8 @@ namespace velto {
 
 /// What nearly every store leans on: time, work in the background, tools and what the user has chosen. A test adds its store.
 struct StoreDesk {
-    explicit StoreDesk(const QDateTime &now = QDateTime(QDate(2026, 11, 21), QTime(9, 0)))
-        : clock(now)
-    {
-    }
+    explicit StoreDesk(const QDateTime &now = QDateTime(QDate(2026, 11, 21), QTime(9, 0)));
+    ~StoreDesk();
 
     FakeClock clock;
     FakeBackground background;
@@ -31,13 +29,7 @@ struct StoreDesk {
     Prefs prefs{defaults, places, clock};
     QList<Peek> peeks;
 
-    QStringList texts() const
-    {
-        QStringList result;
-        for (const Peek &peek : peeks)
-            result.append(peek.text);
-        return result;
-    }
+    QStringList texts() const;
 };
 
 } // namespace velto

@@ -19,10 +19,8 @@ namespace velto {
 /// A whole desktop that does as it is told, and the Hub on top of it. The modules that ask outside tools of their own accord
 /// are off to begin with.
 struct World {
-    explicit World(QHash<QString, QByteArray> contents = {})
-        : initialFiles(std::move(contents))
-    {
-    }
+    explicit World(QHash<QString, QByteArray> contents = {});
+    ~World();
 
     const QHash<QString, QByteArray> initialFiles; ///< by path; what the sources read while they are made
     FakeClock clock;
@@ -66,49 +64,14 @@ struct World {
     ConnectSource &connectTab = stores.connectTab;
     Hub &hub = stores.hub;
 
-    Desktop prepared()
-    {
-        files.contents = initialFiles;
-        tools.installed.insert(QStringLiteral("claude"));
-        setListing("[]");
-        defaults.set(QStringLiteral("modulesOff"),
-                     QStringList{QStringLiteral("calendar"), QStringLiteral("prs"), QStringLiteral("work"),
-                                 QStringLiteral("media"), QStringLiteral("usage"), QStringLiteral("mcp"),
-                                 QStringLiteral("repos")});
-        defaults.set(QStringLiteral("hookToken"), QStringLiteral("token"));
-        return {clock,   background, tools,     files,       writer,       fileTree,      defaults,
-                http,    keychain,   clipboard, workspace,   applications, accessibility, terminals,
-                machine, players,    sounds,    folderPanel, videoPlayer,  places};
-    }
+    Desktop prepared();
     /// What `claude agents --json` prints from now on.
-    void setListing(const QByteArray &json) { tools.answers.insert(QStringLiteral("claude agents --json"), {true, json, {}}); }
+    void setListing(const QByteArray &json);
     /// A listing with this many sessions of each kind, all started a minute ago.
-    void setSessions(int working, int blocked)
-    {
-        QByteArray json = "[";
-        for (int i = 0; i < working + blocked; ++i) {
-            json += i ? "," : "";
-            json += QStringLiteral(R"({"id":"s%1","name":"session %1","state":"%2","startedAt":%3,"cwd":"/home/me/p%1"})")
-                        .arg(i)
-                        .arg(i < working ? QStringLiteral("working") : QStringLiteral("blocked"))
-                        .arg(clock.wallTime().toMSecsSinceEpoch() - 60'000 + i)
-                        .toUtf8();
-        }
-        setListing(json + "]");
-    }
-    void refresh()
-    {
-        hub.refresh(false);
-        background.finishAll();
-    }
+    void setSessions(int working, int blocked);
+    void refresh();
     /// Connects to a hub that answers with this from now on.
-    void connectHub(const QByteArray &snapshot)
-    {
-        http.answer = [snapshot](const HttpRequest &) { return HttpReply{200, snapshot, {}}; };
-        quillboxMode = QuillboxMode::hub(QUrl(QStringLiteral("https://hub.example.net")), QStringLiteral("token"));
-        quillbox.reconnect();
-        background.finishAll();
-    }
+    void connectHub(const QByteArray &snapshot);
     void wait(int milliseconds) { clock.advance(std::chrono::milliseconds(milliseconds)); }
 };
 
