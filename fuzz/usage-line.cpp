@@ -2,7 +2,7 @@
 // touched, and a line that counts would have been noticed in a buffer.
 
 #include "Feeds/Usage/UsageBytes.h"
-#include "Feeds/Usage/UsagePlain.h"
+#include "UsagePlain.h"
 
 #include <cstdlib>
 

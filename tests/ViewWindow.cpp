@@ -2,6 +2,8 @@
 
 #include "Warnings.h"
 
+#include "Design/Theme.h"
+
 #include <QLocale>
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -24,6 +26,61 @@ QList<QQuickItem *> itemsBelow(QQuickItem *root)
         items += itemsBelow(child);
     }
     return items;
+}
+
+struct Piece {
+    QRectF place;
+    QString text;
+};
+
+/// Which of the theme's colours it is, however faint; nothing for white.
+QString colourName(const QColor &colour)
+{
+    static constexpr std::pair<QColor, const char *> kColours[] = {
+        {Theme::kIce, "ice"}, {Theme::kAmber, "amber"},   {Theme::kMint, "mint"},   {Theme::kCoral, "coral"},
+        {Theme::kRed, "red"}, {Theme::kOrange, "orange"}, {Theme::kGreen, "green"}, {Theme::kCyan, "cyan"}};
+    for (const auto &[known, name] : kColours)
+        if (known.rgb() == colour.rgb())
+            return QLatin1StringView(name) + u':';
+    return {};
+}
+
+QString textOn(const QQuickItem *item)
+{
+    const QString colour = colourName(item->property("color").value<QColor>());
+    if (item->inherits("QQuickText")) {
+        const QString text = item->property("text").toString();
+        const QVariant symbol = item->property("name");
+        return text.isEmpty() ? QString() : colour + (symbol.isValid() ? u'(' + symbol.toString() + u')' : text);
+    }
+    if (item->inherits("QQuickTextInput"))
+        return item->property("displayText").toString();
+    if (item->inherits("QQuickTextEdit"))
+        return item->property("text").toString();
+    const bool small = item->width() > 0 && item->width() <= 8 && item->height() <= 8;
+    return small && (item->inherits("QQuickRectangle") || item->inherits("velto::LiveDot")) && !colour.isEmpty() ? colour + u'*'
+                                                                                                                 : QString();
+}
+
+void collect(const QQuickItem *item, double opacity, QRectF sight, QList<Piece> &pieces)
+{
+    opacity *= item->opacity();
+    if (!item->isVisible() || opacity < 0.1)
+        return;
+    const QRectF place = item->mapRectToScene({0, 0, item->width(), item->height()});
+    if (item->clip())
+        sight &= place;
+    if (const QString text = textOn(item); !text.isEmpty() && sight.intersects(place))
+        pieces.append({place, text});
+    for (const QQuickItem *child : item->childItems())
+        collect(child, opacity, sight, pieces);
+}
+
+/// Digits stand in slots of their own.
+bool continues(const Piece &piece, const Piece &before)
+{
+    const auto isLetter = [](const Piece &each) { return each.text.size() == 1 || each.text.at(each.text.size() - 2) == u':'; };
+    return isLetter(piece) && std::abs(piece.place.left() - before.place.right()) < 2 && !before.text.endsWith(u')');
 }
 
 template <typename Matches> QQuickItem *first(const QList<QQuickItem *> &items, Matches matches)
@@ -113,6 +170,26 @@ void ViewWindow::click(QQuickItem *item)
 QList<QQuickItem *> ViewWindow::items() const
 {
     return itemsBelow(m_view->contentItem());
+}
+
+QStringList ViewWindow::seen(const QQuickItem *root) const
+{
+    m_view->grabWindow();
+    QList<Piece> pieces;
+    collect(root ? root : m_view->contentItem(), 1, QRectF(QPointF(), m_view->size()), pieces);
+    std::ranges::stable_sort(pieces, {}, [](const Piece &piece) { return piece.place.center().y(); });
+    QStringList lines;
+    for (auto begin = pieces.begin(); begin != pieces.end();) {
+        const auto isLower = [&](const Piece &piece) { return piece.place.center().y() > begin->place.center().y() + 6; };
+        const auto end = std::find_if(begin, pieces.end(), isLower);
+        std::stable_sort(begin, end, [](const Piece &a, const Piece &b) { return a.place.left() < b.place.left(); });
+        QString line = begin->text;
+        for (auto each = begin + 1; each != end; ++each)
+            line += continues(*each, *(each - 1)) ? each->text.last(1) : u" | "_s + each->text;
+        lines += line;
+        begin = end;
+    }
+    return lines;
 }
 
 QList<QQuickItem *> ViewWindow::rowsWith(const char *property) const

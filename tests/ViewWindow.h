@@ -33,6 +33,10 @@ protected:
 
     /// Every visible item, in the order in which they are drawn.
     QList<QQuickItem *> items() const;
+    /// What one sees of `root` (of all, by default), line by line, the pieces of a line parted by " | ": a text as it stands
+    /// there, a symbol as its name in brackets, a dot as "*", each behind the name of its colour if it has one:
+    /// "coral:(exclamationmark)".
+    QStringList seen(const QQuickItem *root = nullptr) const;
     /// Those with this property true, from top to bottom.
     QList<QQuickItem *> rowsWith(const char *property) const;
     QQuickItem *list() const;

@@ -27,6 +27,7 @@ private Q_SLOTS:
         std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
         QCOMPARE(compact(-12'345'678), u"-12345678"_s);
         QCOMPARE(compact(999), u"999"_s);
+        QCOMPARE(compact(1000), u"1k"_s);
         QCOMPARE(compact(1'500), u"2k"_s);
         QCOMPARE(compact(2'500), u"2k"_s); // to even
         QCOMPARE(compact(999'600), u"1000k"_s);
@@ -42,6 +43,15 @@ private Q_SLOTS:
         QCOMPARE(today(clock, 1), u"2026-10-25"_s);
         QCOMPARE(today(clock, 2), u"2026-10-26"_s);
         QCOMPARE(today(clock, -24), u"2026-09-30"_s);
+    }
+
+    void aLongLastLineIsCut()
+    {
+        QCOMPARE(lastLine(QString(200, u'x') + u"\n \n"_s), QString(200, u'x'));
+        QCOMPARE(lastLine(u"one\n"_s + QString(201, u'x')), QString(200, u'x') + u'…');
+        QCOMPARE(lastLine(u"\n"_s), QString());
+        QCOMPARE(withTilde(u"/home/me"_s, u"/home/me"_s) + withTilde(u"/home/me/x"_s, u"/home/me"_s), u"~~/x"_s);
+        QCOMPARE(withTilde(u"/home/mex"_s, u"/home/me"_s), u"/home/mex"_s);
     }
 
     void lastPathComponentIgnoresTrailingSlashes()

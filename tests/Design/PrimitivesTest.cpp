@@ -122,14 +122,17 @@ private Q_SLOTS:
 
     void bannerSaysTheState_data()
     {
-        columns<SourceState, bool, QString, QString>({"state", "retryable", "says", "button"});
+        columns<SourceState, bool, QString, QString, QString>({"state", "retryable", "says", "button", "looks"});
 
-        QTest::newRow("ready") << SourceState::ready() << true << QString() << QString();
-        QTest::newRow("loading") << SourceState::loading() << true << u"Loading…"_s << QString();
+        QTest::newRow("ready") << SourceState::ready() << true << QString() << QString() << QString();
+        QTest::newRow("loading") << SourceState::loading() << true << u"Loading…"_s << QString() << u"Loading…"_s;
         QTest::newRow("unavailable") << SourceState::unavailable(u"No Claude Code."_s, u"Install it."_s) << false
-                                     << u"No Claude Code. Install it."_s << u"Settings…"_s;
-        QTest::newRow("failed") << SourceState::failed(u"It <b>broke</b>."_s) << true << u"It <b>broke</b>."_s << u"Try again"_s;
-        QTest::newRow("failed for good") << SourceState::failed(u"It broke."_s) << false << u"It broke."_s << QString();
+                                     << u"No Claude Code. Install it."_s << u"Settings…"_s
+                                     << u"ice:(info.circle) | No Claude Code./Settings…/Install it."_s;
+        QTest::newRow("failed") << SourceState::failed(u"It <b>broke</b>."_s) << true << u"It <b>broke</b>."_s << u"Try again"_s
+                                << u"amber:(exclamationmark.triangle) | It <b>broke</b>. | Try again"_s;
+        QTest::newRow("failed for good") << SourceState::failed(u"It broke."_s) << false << u"It broke."_s << QString()
+                                         << u"amber:(exclamationmark.triangle) | It broke."_s;
     }
 
     void bannerSaysTheState()
@@ -144,6 +147,7 @@ private Q_SLOTS:
         QCOMPARE(banner->isVisible(), !says.isEmpty());
         QCOMPARE(banner->implicitHeight() > 0, !says.isEmpty());
         QCOMPARE(nameOf(banner), says);
+        QTEST(seen(banner).join(u'/'), "looks");
 
         QSignalSpy settings(banner, SIGNAL(settingsWanted()));
         QSignalSpy retry(banner, SIGNAL(retryWanted()));
@@ -152,6 +156,18 @@ private Q_SLOTS:
         press(Qt::Key_Return);
         QCOMPARE(settings.count(), button == u"Settings…" ? 1 : 0);
         QCOMPARE(retry.count(), button == u"Try again" ? 1 : 0);
+    }
+
+    void aNoticeHasAButtonIfThereIsSomethingToDo()
+    {
+        const QString bar = u"NoticeBar { width: 400; symbol: 'checkmark.circle'; text: 'It <b>went</b>.'; action: '%1' }"_s;
+        QCOMPARE(seen(show(bar.arg(QString()))).join(u'/'), u"ice:(checkmark.circle) | It <b>went</b>."_s);
+        QQuickItem *notice = show(bar.arg(u"Undo"_s));
+        const QSignalSpy clicked(notice, SIGNAL(clicked()));
+        QTRY_COMPARE(seen(notice).join(u'/'), u"ice:(checkmark.circle) | It <b>went</b>. | Undo"_s);
+        press(Qt::Key_Tab);
+        press(Qt::Key_Return);
+        QCOMPARE(clicked.count(), 1);
     }
 
     void dotMovesOnlyWhileSomeoneCanSeeIt()

@@ -2,63 +2,15 @@
 
 #include "Design/Symbols.h"
 
-#include <QDirIterator>
-#include <QFile>
 #include <QImage>
 #include <QPainterPath>
 #include <QRawFont>
-#include <QRegularExpression>
-#include <QSet>
 
 using namespace Qt::StringLiterals;
 
 namespace velto {
 
-namespace {
-
-/// The program's sources with the given ending, by path.
-QMap<QString, QString> sources(const QStringList &endings)
-{
-    QMap<QString, QString> texts;
-    QDirIterator files(QStringLiteral(VELTO_SOURCES), endings, QDir::Files, QDirIterator::Subdirectories);
-    while (files.hasNext()) {
-        QFile file(files.next());
-        if (file.open(QIODevice::ReadOnly))
-            texts[file.fileName()] = QString::fromUtf8(file.readAll());
-    }
-    return texts;
-}
-
-/// Every text literal that stands where a symbol is named: on a line that speaks of a symbol, as the name of a Symbol, second
-/// after a title in a table of titles and symbols, or anywhere if it begins like a symbol that has several parts.
-QStringList symbolsNamedIn(const QString &source)
-{
-    static const QRegularExpression literal(
-        u"\"([a-z][a-z0-9]*(?:\\.[a-z0-9]+)*)\"(?!_ba)"_s); // a byte array is the name of a role
-    static const QRegularExpression speaks(u"symbol\\b|Symbol\\b|^\\s*name:"_s);
-    static const QRegularExpression titled(u"\\{\\s*u?\"[A-Z][^\"]*\"(?:_s|_L1)?,\\s*u?\"([a-z][a-z0-9.]*)\""_s);
-    QSet<QString> families;
-    for (const SymbolEntry &symbol : symbolTable())
-        if (symbol.name.contains(u'.'))
-            families += QString(symbol.name).section(u'.', 0, 0);
-
-    QStringList found;
-    for (const QString &line : source.split(u'\n')) {
-        const bool near = speaks.match(line).hasMatch() && !line.contains(u"//"_s) && !line.contains(u"#include"_s);
-        for (const QRegularExpressionMatch &match : literal.globalMatch(line)) {
-            const QString text = match.captured(1);
-            if (near || (text.contains(u'.') && families.contains(text.section(u'.', 0, 0))))
-                found += text;
-        }
-        for (const QRegularExpressionMatch &match : titled.globalMatch(line))
-            found += match.captured(1);
-    }
-    return found;
-}
-
-} // namespace
-
-/// Every symbol that the program names can be drawn.
+/// What the table of symbols names can be drawn.
 class SymbolsTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -100,33 +52,6 @@ private Q_SLOTS:
             QVERIFY(top > 0 && top < middle / 2);
             QVERIFY(qAbs(top - (image.height() - 1 - bottom)) <= 1);
             QCOMPARE(image.pixelColor(middle, top).red(), 255);
-        }
-    }
-
-    void everyNameInTheSourcesIsKnown()
-    {
-        QSet<QString> seen;
-        const auto texts = sources({u"*.cpp"_s, u"*.h"_s, u"*.qml"_s});
-        for (auto file = texts.begin(); file != texts.end(); ++file) {
-            if (file.key().contains(u"/Platform/"_s))
-                continue; // names of desktops and programs, not of symbols
-            for (const QString &name : symbolsNamedIn(file.value())) {
-                QVERIFY2(!symbolGlyph(name).isEmpty(), qPrintable(name + u" in "_s + file.key()));
-                seen += name;
-            }
-        }
-        QVERIFY2(seen.contains(u"exclamationmark.triangle"_s), "the search itself finds nothing");
-    }
-
-    void noTextIsRichByAccident()
-    {
-        static const QRegularExpression item(u"^ *(Text|Label|TextEdit|TextArea) \\{"_s, QRegularExpression::MultilineOption);
-        static const QRegularExpression plain(u"textFormat: \\w+\\.PlainText"_s);
-        const auto texts = sources({u"*.qml"_s});
-        QVERIFY(!texts.isEmpty());
-        for (auto file = texts.begin(); file != texts.end(); ++file) {
-            QVERIFY2(file.value().count(item) <= file.value().count(plain), qPrintable(file.key()));
-            QVERIFY2(!file.value().contains(u"RichText"_s) && !file.value().contains(u"StyledText"_s), qPrintable(file.key()));
         }
     }
 };

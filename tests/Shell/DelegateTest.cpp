@@ -1,10 +1,10 @@
 #include "App/AppDelegate.h"
 #include "App/CommandLine.h"
+#include "Core/UI.h"
 #include "RunTests.h"
 #include "Shell/CollapsedStrip.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/PeekLine.h"
-#include "Core/UI.h"
 #include "World.h"
 
 #include <QSignalSpy>
@@ -250,7 +250,8 @@ private Q_SLOTS:
                              << QStringList{u"open-and-search"_s, u"demo-peek"_s}
                              << QStringList{u"open-and-search"_s, u"demo-peek"_s} << QString();
         QTest::newRow("started by the bus") << QStringList{u"--activated"_s} << none << none << QString();
-        QTest::newRow("mistyped") << QStringList{u"-platform"_s, u"--serach"_s} << none << QStringList{u"open"_s} << u"--serach"_s;
+        QTest::newRow("mistyped") << QStringList{u"-platform"_s, u"--serach"_s} << none << QStringList{u"open"_s}
+                                  << u"--serach"_s;
     }
     void theCommandLineSaysWhatToDo()
     {
@@ -275,6 +276,22 @@ private Q_SLOTS:
         d.setSessions(0, 1);
         d.refresh();
         QCOMPARE(d.line.waiting(), QString());
+    }
+
+    void theSessionsStateCounts()
+    {
+        Desktop d;
+        d.session.setLocked(true);
+        QVERIFY(!d.window.isVisible());
+        d.session.setLocked(false);
+        QVERIFY(d.window.isVisible());
+        const QDateTime later = d.hub.updated().addSecs(7200); // the machine slept
+        d.clock.setWallTime(later);
+        Q_EMIT d.session.woke();
+        QCOMPARE(d.hub.updated(), later);
+        d.delegate.welcomed();
+        QVERIFY(d.prefs.onboarded());
+        QCOMPARE(d.hub.peek().text, u"Rest the pointer here to open Velto"_s);
     }
 };
 

@@ -1,10 +1,10 @@
 #include "App/AppDelegate.h"
+#include "Core/UI.h"
 #include "RunTests.h"
 #include "Shell/CollapsedStrip.h"
 #include "Shell/PanelContents.h"
 #include "Shell/PanelKeys.h"
 #include "Shell/PanelOutline.h"
-#include "Core/UI.h"
 #include "Tabs/Todos/TodosSource.h"
 #include "World.h"
 

@@ -1,7 +1,7 @@
 #include "RunTests.h"
 
 #include "Feeds/Usage/UsageBytes.h"
-#include "Feeds/Usage/UsagePlain.h"
+#include "Feeds/Usage/UsageLine.h"
 #include "Feeds/Usage/UsageValues.h"
 
 namespace velto {
@@ -47,7 +47,6 @@ private Q_SLOTS:
             R"("userType":"external","entrypoint":"cli","cwd":"/home/me/proj","version":"2.1.197","gitBranch":"HEAD"})";
         const auto at = QDateTime(QDate(2026, 11, 21), QTime(2, 2, 7, 65), Qt::UTC).toMSecsSinceEpoch();
         QCOMPARE(parse(line), (UsageLine{at, 12, 87, 15600, 340}));
-        QCOMPARE(plainUsageLine(line), parse(line));
     }
 
     void counts()
@@ -135,22 +134,6 @@ private Q_SLOTS:
               "2026-11-15T08:01:02.345+24:00", "2026-11-15T08:01:02.345+01:00 ", "2026-11-15T08:01:02.345ZZ",
               "+026-11-15T08:01:02.345Z"})
             row(bad, -1);
-    }
-
-    void agreesWithThePlainWay()
-    {
-        UsageFuzz fuzz(7);
-        int counted = 0;
-        for (int i = 0; i < 60'000; ++i) {
-            const QByteArray line = fuzz.line();
-            const auto plain = plainUsageLine(line);
-            QVERIFY2(parse(line) == plain, line.constData());
-            // A line that isn't looked at can't be counted.
-            QVERIFY2(!plain || findUsageHint(line.begin(), line.end()) != line.end(), line.constData());
-            counted += plain.has_value();
-        }
-        QVERIFY(counted > 10'000);
-        QVERIFY(counted < 40'000);
     }
 
     void findsEachHint()

@@ -1,6 +1,5 @@
 #include "RunTests.h"
 
-#include "Feeds/Usage/UsagePlain.h"
 #include "Feeds/Usage/UsageReader.h"
 #include "Platform/Posix/PosixFileTree.h"
 
@@ -13,6 +12,20 @@ using namespace Qt::StringLiterals;
 namespace velto {
 
 namespace {
+
+/// A line of Claude Code's about an answer, with these counts.
+QByteArray answerLine(const QByteArray &timestamp, int input, int output, int cacheRead = 0, int cacheWrite = 0)
+{
+    return QStringLiteral("{'message':{'usage':{'input_tokens':%1,'cache_creation_input_tokens':%2,'cache_read_input_tokens':%3,"
+                          "'output_tokens':%4,'service_tier':'standard'}},'type':'assistant','timestamp':'%5'}\n")
+        .arg(input)
+        .arg(cacheWrite)
+        .arg(cacheRead)
+        .arg(output)
+        .arg(QLatin1StringView(timestamp))
+        .replace(u'\'', u'"')
+        .toLatin1();
+}
 
 /// A folder of logs, touched when the test says so.
 struct Desk {

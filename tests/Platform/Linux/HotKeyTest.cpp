@@ -4,6 +4,7 @@
 #include "VirtualDesktop.h"
 
 #include <QGuiApplication>
+#include <array>
 
 using namespace velto;
 using namespace Qt::StringLiterals;
@@ -71,6 +72,32 @@ private Q_SLOTS:
         third.focus();
         other.reset();
         QTRY_VERIFY(key.registerHotKey([] {}));
+    }
+    void anotherLayoutLetsTheOldKeyGo()
+    {
+        constexpr xcb_keycode_t kKeyOfX = 53;
+        OtherProgram other;
+        const auto map = [&](xcb_keycode_t code, xcb_keysym_t letter) {
+            const std::array<xcb_keysym_t, 2> symbols{letter, letter - 0x20};
+            xcb_change_keyboard_mapping(other.connection(), 1, code, quint8(symbols.size()), symbols.data());
+            other.focus();
+        };
+        const auto isFree = [&](xcb_keycode_t code) {
+            const auto grab = xcb_grab_key_checked(other.connection(), 0, other.root(), kControlAlt, code, XCB_GRAB_MODE_ASYNC,
+                                                   XCB_GRAB_MODE_ASYNC);
+            const XcbReply<xcb_generic_error_t> refusal(xcb_request_check(other.connection(), grab));
+            xcb_ungrab_key(other.connection(), code, other.root(), kControlAlt);
+            return !refusal;
+        };
+        XcbHotKey key(*m_server);
+        QVERIFY(key.registerHotKey([] {}));
+        QVERIFY(!isFree(kKeyOfN));
+        QVERIFY(isFree(kKeyOfX));
+        map(kKeyOfN, 'x');
+        map(kKeyOfX, 'n');
+        QTRY_VERIFY(isFree(kKeyOfN) && !isFree(kKeyOfX));
+        map(kKeyOfX, 'x');
+        map(kKeyOfN, 'n');
     }
     void heldDown()
     {

@@ -1,4 +1,5 @@
 #include "Platform/Linux/LinuxTerminals.h"
+#include "Platform/Linux/TerminalCommands.h"
 #include "RunTests.h"
 
 #include <QDir>
@@ -155,6 +156,7 @@ private Q_SLOTS:
         const auto text = script.readAll();
         QVERIFY(text.startsWith("#!/"));
         QVERIFY(text.contains(" -l\necho 'é'\nexec '/"));
+        QVERIFY(shellScript(u"/opt/it's/bash"_s, u"true"_s).endsWith("true\nexec '/opt/it'\\''s/bash'\n"));
     }
 };
 

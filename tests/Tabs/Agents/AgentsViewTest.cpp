@@ -42,6 +42,28 @@ private Q_SLOTS:
             QVERIFY(row->width() <= 732);
     }
 
+    void aRowReadsAsTheSessionIsAndSpaceOpensItsMenu()
+    {
+        m_world->setListing(R"([
+            {"id":"a","state":"working","name":"api","cwd":"/home/me/api","startedAt":1795251540000},
+            {"id":"b","state":"blocked","name":"docs","startedAt":1795248000000,
+             "sessionId":"aefe0d0b-131d-43a7-b83d-daf04de24178"}])");
+        m_world->files.contents.insert(u"/home/me/.claude/jobs/b/state.json"_s, R"({"detail":"May I push?"})");
+        m_world->refresh();
+        ViewPage::show(m_world->agents, 400);
+        m_world->background.finishAll();
+        QTRY_COMPARE(rows().size(), 2);
+        QCOMPARE(seen(row(u"a"_s)).join(u'/'), u"mint:* | api | mint:Thinking…/1 min | (ellipsis)//home/me/api"_s);
+        QCOMPARE(seen(row(u"b"_s)).join(u'/'), u"amber:* | docs | amber:Waiting/1 h | View session | (ellipsis)/May I push?"_s);
+        row(u"b"_s)->forceActiveFocus();
+        press(Qt::Key_Space);
+        QVERIFY(m_ui->sheetOpen());
+        QVERIFY(m_world->terminals.launched.isEmpty());
+        press(Qt::Key_Escape);
+        press(Qt::Key_Return);
+        QCOMPARE(m_world->terminals.launched.size(), 1);
+    }
+
     void sevenWaitingFoldAndSixDoNot()
     {
         show(0, 6);

@@ -25,9 +25,9 @@ private Q_SLOTS:
     void readsWhatClaudeCodePrints()
     {
         const auto terminal = load(fixture("agents/interactive.json"));
-        QCOMPARE(ids(terminal),
-                 (QStringList{u"69df57d6-30b3-454a-9a28-16762bd40576:working"_s,
-                              u"aefe0d0b-131d-43a7-b83d-daf04de24178:blocked"_s}));
+        QCOMPARE(
+            ids(terminal),
+            (QStringList{u"69df57d6-30b3-454a-9a28-16762bd40576:working"_s, u"aefe0d0b-131d-43a7-b83d-daf04de24178:blocked"_s}));
         QCOMPARE(terminal->front().title(), u"proj3-da"_s);
         QVERIFY(terminal->front().canResume());
 

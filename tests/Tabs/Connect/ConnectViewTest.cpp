@@ -40,6 +40,20 @@ private Q_SLOTS:
         QVERIFY(round.indexOf(u"Linear API key"_s) > round.indexOf(u"Claude usage today"_s)); // in the order one reads
     }
 
+    void aTileReadsAsItsModuleIs()
+    {
+        open({});
+        QCOMPARE(
+            seen(named(u"MCP server health"_s)).join(u'/'),
+            u"ice:(point.3.connected.trianglepath.dotted) | MCP server health/orange:1 failed · open to diagnose. | Set up"_s);
+        const auto isOn = [this](const QString &module) {
+            const QAccessibleInterface *toggle = QAccessible::queryAccessibleInterface(button(module));
+            return toggle && toggle->state().checked;
+        };
+        QVERIFY(isOn(u"MCP server health"_s));
+        QVERIFY(!isOn(u"GitHub reviews"_s));
+    }
+
     void tilesAndServersKeepTheirIdentityOverARefresh()
     {
         open({u"mcp"_s});
@@ -70,6 +84,7 @@ private Q_SLOTS:
         typeInto(u"Linear API key"_s, u"  "_s);
         QVERIFY(!named(u"Save Linear API key"_s)->isEnabled());
         typeInto(u"Linear API key"_s, u"lin_1"_s); // behind the blanks, which are cut off
+        QCOMPARE(named(u"Linear API key"_s)->property("displayText").toString(), u"•••••••"_s);
         QVERIFY(!named(u"Remove Linear API key"_s));
         click(named(u"Save Linear API key"_s));
         m_world->background.finishAll();

@@ -74,6 +74,38 @@ private Q_SLOTS:
         QCOMPARE(m_world->hub.selected(), Tab::Todos);
     }
 
+    void thePageReadsAsTheDayIs()
+    {
+        m_world->prefs.setGlanceGuideDismissed(true);
+        makeItBusy();
+        show(m_world->home);
+        m_view->resize(732, 900);
+        QCOMPARE(seen(),
+                 QStringList({u"Good morning."_s,
+                              u"coral:2 things need you"_s,
+                              u"mint:(sparkles) | CLAUDE CODE | 1 min"_s,
+                              u"session 0 | mint:* | mint:Thinking…"_s,
+                              u"Needs you"_s,
+                              u"1 todo is overdue"_s,
+                              u"coral:(exclamationmark.circle) | Show"_s,
+                              u"Call the bank"_s,
+                              u"Up next"_s,
+                              u"Review in 50 min"_s,
+                              u"ice:(calendar) | Join"_s,
+                              u"Added in Velto"_s,
+                              u"Focus timer"_s,
+                              u"(timer) | Start 25 min"_s,
+                              u"Counts down in the velto and tells you when time's up."_s,
+                              u"Today"_s,
+                              u"1 todo due today"_s,
+                              u"ice:(checklist) | Show"_s,
+                              u"Write the notes"_s,
+                              u"Ship it"_s,
+                              u"ice:(pin.fill)"_s,
+                              u"Today's priority · stored in Velto"_s,
+                              u"Not set up: GitHub | Connect"_s}));
+    }
+
     void rowsKeepTheirIdentityOverARefresh()
     {
         makeItBusy();

@@ -82,6 +82,17 @@ private Q_SLOTS:
         }
     }
 
+    void theCardAndTheRowsReadAsTheyAre()
+    {
+        m_world->connectHub(snapshot(session(1), card("\"Because.\"")));
+        show(m_world->quillbox, 400);
+        QCOMPARE(seen(),
+                 QStringList({u"(checkmark.circle) | Hub · hub.example.net"_s, u"Saved today: note 2"_s,
+                              u"ice:(graduationcap) | Today's learning card"_s, u"Rivers"_s, u"Why?"_s, u"Show the answer"_s,
+                              u"Live sessions · last 6 hours"_s, u"cyan:(laptopcomputer.and.arrow.down) | session 1"_s,
+                              u"Heard by Tolver · last 24 hours"_s, u"orange:(ear) | buy milk"_s}));
+    }
+
     void theAnswerOpensByKeysAndByPointer()
     {
         for (const bool byKeys : {true, false}) {

@@ -53,6 +53,12 @@ private Q_SLOTS:
         QVERIFY(named(u"Send the invoice, High priority, due Today, with Anna, 1 comments"_s));
         QVERIFY(named(u"3 due today · 1 overdue · 1 high priority"_s));
         QVERIFY(named(u"No project"_s));
+        QCOMPARE(seen(list()),
+                 QStringList({u"Office"_s, u"(circle) | orange:(exclamationmark.2) | Send the invoice | (chevron.down)"_s,
+                              u"(calendar) | Today | cyan:(person) | cyan:Anna | (text.bubble) | 1"_s, u"No project"_s,
+                              u"(circle) | Renew the passport | (chevron.down)"_s,
+                              u"red:(exclamationmark.circle) | red:Overdue · Fri, Nov 20"_s,
+                              u"(circle) | Water the plants | (chevron.down)"_s, u"(calendar) | Today"_s}));
         for (QQuickItem *item : rows()) {
             QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(item);
             QCOMPARE(interface->role(), QAccessible::ListItem);

@@ -1,4 +1,4 @@
-#include "Feeds/Usage/UsagePlain.h"
+#include "UsagePlain.h"
 
 #include <QRegularExpression>
 #include <cmath>
@@ -70,14 +70,6 @@ constexpr unsigned kStrict =
     rapidjson::kParseValidateEncodingFlag | rapidjson::kParseFullPrecisionFlag | rapidjson::kParseIterativeFlag;
 
 } // namespace
-
-QByteArray answerLine(const QByteArray &timestamp, int input, int output, int cacheRead, int cacheWrite)
-{
-    return R"({"parentUuid":"0cddbe98","message":{"id":"msg_1","type":"message","role":"assistant","content":[],"usage":{"input_tokens":)"
-        + QByteArray::number(input) + R"(,"cache_creation_input_tokens":)" + QByteArray::number(cacheWrite)
-        + R"(,"cache_read_input_tokens":)" + QByteArray::number(cacheRead) + R"(,"output_tokens":)" + QByteArray::number(output)
-        + R"(,"service_tier":"standard"}},"type":"assistant","timestamp":")" + timestamp + "\"}\n";
-}
 
 std::optional<UsageLine> plainUsageLine(const QByteArray &line)
 {

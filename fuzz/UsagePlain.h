@@ -7,9 +7,6 @@
 
 namespace velto {
 
-/// A line of Claude Code's about an answer, with these counts.
-QByteArray answerLine(const QByteArray &timestamp, int input, int output, int cacheRead = 0, int cacheWrite = 0);
-
 /// What `line` says, read the plain way: the whole document is built, and looked at afterwards.
 std::optional<UsageLine> plainUsageLine(const QByteArray &line);
 

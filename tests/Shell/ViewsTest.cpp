@@ -1,0 +1,163 @@
+#include "Shell/CollapsedStrip.h"
+#include "Shell/PanelContents.h"
+#include "Shell/PeekLine.h"
+#include "ViewPage.h"
+
+#include "Design/Theme.h"
+
+#include <QSignalSpy>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+/// The strip, its row and the open panel, as a person reads and presses them.
+class ViewsTest : public ViewPage {
+    Q_OBJECT
+
+    std::unique_ptr<CollapsedStrip> m_strip;
+    std::unique_ptr<PeekLine> m_line;
+    std::unique_ptr<PanelContents> m_contents;
+
+    void close() override
+    {
+        ViewWindow::close();
+        m_contents.reset();
+        m_line.reset();
+        m_strip.reset();
+        ViewPage::close();
+    }
+    /// One of the module's files, which stands still and takes what it needs of these.
+    void showView(const QString &name, QSize size)
+    {
+        World &w = *m_world;
+        m_strip = std::make_unique<CollapsedStrip>(CollapsedStrip::Needs{w.hub, w.clock, w.prefs, w.everyday, w.agents, w.todos});
+        m_line = std::make_unique<PeekLine>(w.hub, w.agents);
+        m_contents =
+            std::make_unique<PanelContents>(PanelContents::Needs{w.hub, w.prefs, w.everyday, w.agents, w.todos, w.quillbox});
+        m_ui->setVelto({185, 24});
+        QVariantMap properties;
+        if (name == u"ExpandedView")
+            properties = {{u"ui"_s, QVariant::fromValue(m_ui.get())}, {u"contents"_s, QVariant::fromValue(m_contents.get())}};
+        else
+            properties = {{u"ui"_s, QVariant::fromValue(m_ui.get())},
+                          {u"strip"_s, QVariant::fromValue(m_strip.get())},
+                          {u"peekLine"_s, QVariant::fromValue(m_line.get())}};
+        m_view->setResizeMode(QQuickView::SizeRootObjectToView);
+        m_view->setInitialProperties(properties);
+        m_view->setSource(QUrl(u"qrc:/qt/qml/Velto/Shell/%1.qml"_s.arg(name)));
+        appear(size);
+    }
+    void addTodo(int days)
+    {
+        Todo todo;
+        todo.title = u"Call the bank"_s;
+        todo.due = textOf(m_world->clock.wallTime().date().addDays(days));
+        m_world->todos.save(todo);
+    }
+    void say(Peek::Tone tone, const QString &text, Peek::Decide decide = {})
+    {
+        Peek peek;
+        peek.symbol = u"hand.raised.fill"_s;
+        peek.text = text;
+        peek.tone = tone;
+        peek.resume = u"0"_s;
+        peek.decide = std::move(decide);
+        m_world->hub.dismissPeek();
+        m_world->hub.show(std::move(peek));
+    }
+
+private Q_SLOTS:
+    void theStripShowsOneFactOnEachSide()
+    {
+        World &w = *m_world;
+        showView(u"CollapsedView"_s, {560, 60});
+        const auto sessions = [&](int working, int waiting) {
+            w.setSessions(working, waiting);
+            w.refresh();
+            return seen();
+        };
+        QCOMPARE(seen(), QStringList{});
+        QCOMPARE(sessions(2, 0), QStringList{u"mint:* | 2"_s});
+        QCOMPARE(sessions(12, 3), QStringList{u"mint:* | 12 | amber:* | 3"_s});
+        addTodo(0);
+        w.wait(0);
+        QCOMPARE(sessions(2, 0), QStringList{u"(checklist) | 1 | mint:* | 2"_s});
+        addTodo(-1);
+        w.wait(0);
+        QCOMPARE(sessions(0, 1), QStringList{u"(checklist) | 2! | amber:* | 1"_s});
+        w.everyday.startFocus();
+        QCOMPARE(seen(), QStringList{u"(timer) | 25:00 | amber:* | 1"_s});
+        w.applications.setRunning({u"com.obsproject.obs-studio"_s});
+        QCOMPARE(seen(), QStringList{u"red:* | amber:* | 1"_s});
+        m_ui->setHovering(true);
+        QTRY_COMPARE(seen(), QStringList{u"amber:(hand.raised.fill) | 1 agent need your attention | amber:Open"_s});
+        sessions(0, 0);
+        QCOMPARE(seen(), QStringList{u"coral:(checklist) | 2 todos due | coral:Open"_s});
+    }
+
+    void theRowShowsWhatCameAndTakesTheAnswer()
+    {
+        showView(u"CollapsedView"_s, {560, 60});
+        Theme::of(m_view->engine())->setReducedMotion(true);
+        m_world->setSessions(0, 2);
+        m_world->refresh();
+        const std::pair<Peek::Tone, QString> kTones[] = {{Peek::Tone::Good, u"mint"_s},
+                                                         {Peek::Tone::Warn, u"amber"_s},
+                                                         {Peek::Tone::Bad, u"coral"_s},
+                                                         {Peek::Tone::Info, u"ice"_s}};
+        for (const auto &[tone, colour] : kTones) {
+            say(tone, u"docs is done"_s);
+            QTRY_COMPARE(seen().join(u'/'), u"%1:(hand.raised.fill) | docs is done | amber:2 waiting | Resume"_s.arg(colour));
+        }
+        QList<bool> answers;
+        for (const QString &word : {u"Deny"_s, u"Allow"_s}) {
+            say(Peek::Tone::Warn, u"docs: Bash "_s + word, [&](std::optional<bool> answer) {
+                if (answer)
+                    answers.append(*answer);
+            });
+            QTRY_COMPARE(seen().join(u'/'), u"amber:(hand.raised.fill) | docs: Bash %1 | Deny | Allow"_s.arg(word));
+            click(named(word + u": docs: Bash "_s + word)); // too early to have been read
+            m_world->wait(300);
+            click(named(word + u": docs: Bash "_s + word));
+        }
+        QCOMPARE(answers, (QList<bool>{false, true}));
+    }
+
+    void thePanelShowsWhereOneIs()
+    {
+        World &w = *m_world;
+        showView(u"ExpandedView"_s, {780, 520});
+        m_ui->openFocused();
+        const auto top = [this] { return seen().mid(0, 2).join(u'/'); };
+        const QString tabs =
+            u"(house) | Home | (checklist) | Todos | (sparkle) | Agents | (point.3.connected.trianglepath.dotted) | Connect"_s;
+        const QString buttons = u" | (%1) | (arrow.clockwise) | (gearshape)/"_s;
+        QCOMPARE(top(), tabs + buttons.arg(u"pin"_s) + u"(checkmark.circle) | Nothing needs you right now"_s);
+        addTodo(0);
+        w.setSessions(0, 1);
+        w.refresh();
+        w.wait(0);
+        w.applications.setRunning({u"com.obsproject.obs-studio"_s});
+        click(named(u"Pin open"_s));
+        QVERIFY(m_ui->pinned());
+        QVERIFY2(top().contains(u"coral:(record.circle) | Recording · quiet | (pin.fill)"_s)
+                     && top().endsWith(u"/(hand.raised.fill) | 1 waiting | (checklist) | 1 due"_s),
+                 qPrintable(top()));
+        click(named(u"Unpin (closes when the pointer leaves)"_s));
+        QVERIFY(!m_ui->pinned());
+        click(named(u"1 due"_s));
+        QCOMPARE(w.hub.selected(), Tab::Todos);
+        const QSignalSpy settings(m_ui.get(), &UI::settingsWanted);
+        const auto refreshed = w.background.pending();
+        click(named(m_contents->refreshLabel()));
+        QVERIFY(w.background.pending() > refreshed);
+        QCOMPARE(settings.count(), 0);
+    }
+};
+
+const Registered<ViewsTest> registered;
+
+} // namespace velto
+
+#include "ViewsTest.moc"
