@@ -4,6 +4,7 @@
 #include "Core/SourceState.h"
 #include "Core/VeltoSource.h"
 #include "Hooks/HookEvent.h"
+#include "Hooks/HookRoad.h"
 #include "Tabs/Agents/Agent.h"
 #include "Tabs/Agents/OpenQuestions.h"
 #include "Tabs/Agents/ToolProcess.h"
@@ -17,7 +18,7 @@ class Applications;
 class Background;
 class Files;
 class HookInstaller;
-class HookListener;
+class Machine;
 class Prefs;
 class TerminalApp;
 class ToolRunner;
@@ -52,6 +53,12 @@ class AgentsSource : public VeltoSource {
     Q_PROPERTY(bool hooksInstalled READ hooksInstalled NOTIFY changed FINAL)
     /// An older Velto's hooks, or those of another secret, are in Claude Code's settings.
     Q_PROPERTY(bool needsUpgrade READ needsUpgrade NOTIFY changed FINAL)
+    /// Whether Claude Code's calls arrive: `failed` with a sentence while they don't.
+    Q_PROPERTY(velto::SourceState hearing READ hearing NOTIFY changed FINAL)
+    /// What installHooks() adds, as text to agree to; it may change while the road is tried.
+    Q_PROPERTY(QString previewText READ preview NOTIFY changed FINAL)
+    Q_PROPERTY(bool heard READ heard NOTIFY changed FINAL)
+    Q_PROPERTY(bool goesPastProxy READ goesPastProxy NOTIFY changed FINAL)
     /// The last failure to connect or disconnect, in a sentence; empty if there was none.
     Q_PROPERTY(QString hookErrorText READ hookErrorText NOTIFY changed FINAL)
 public:
@@ -70,6 +77,7 @@ public:
         TerminalApp &terminal;
         const Places &places;
         HookInstaller &installer;
+        const Machine &machine;
         std::unique_ptr<HookListener> listener; ///< may be null: then no hook is heard
     };
     explicit AgentsSource(Needs needs, QObject *parent = nullptr);
@@ -110,6 +118,10 @@ public:
     bool needsUpgrade() const { return m_needsUpgrade; }
     QString hookErrorText() const { return m_hookError.value_or(QString()); }
 
+    SourceState hearing() const;
+    bool heard() const { return hearing() == SourceState::ready(); }
+    bool goesPastProxy() const;
+
     OnPeek onPeek;
     /// A question that was raised is over: its asker is gone, or has its answer from elsewhere.
     std::function<void(const QUuid &peek)> onWithdraw;
@@ -122,16 +134,19 @@ public:
     /// What a memory hub tells of the user's other machine. Outlives the source.
     void setOtherMac(QAbstractItemModel *rows) { m_otherMac = rows; }
     void hook(const HookEvent &event);
-    /// The next question of no session in particular is one that the user wants to try: it's shown also where a session's would be
-    /// left to the terminal.
+    /// The next question of no session in particular is one that the user wants to try: it's shown also where a session's would
+    /// be left to the terminal.
     void expectTrial() { m_expectsTrial = true; }
     void permission(const HookEvent &event, HookListener::QuestionId asker, const HookListener::Reply &reply);
     /// The asker of that question is gone.
     void withdrawn(HookListener::QuestionId asker);
     Q_INVOKABLE void installHooks();
     Q_INVOKABLE void removeHooks();
-    /// What installHooks() adds, as text to agree to.
-    Q_INVOKABLE QString preview() const;
+    QString preview() const;
+    /// The user is about to agree to the hooks: finds out in which form they arrive.
+    Q_INVOKABLE void prepareHooks();
+    /// Listens, and tries the road, once more.
+    Q_INVOKABLE void tryHearing();
     Q_INVOKABLE void dismiss(const QString &id);
     Q_INVOKABLE void clearWaiting();
     Q_INVOKABLE void toggleWaiting();
@@ -156,6 +171,8 @@ private:
         bool offersHooks = false;
         bool hooksInstalled = false;
         bool needsUpgrade = false;
+        SourceState hearing;
+        bool pastProxy = false;
         std::optional<QString> hookError;
 
         bool operator==(const Published &) const = default;
@@ -168,6 +185,7 @@ private:
     void apply(const std::optional<QList<Agent>> &listing, Clock::Instant begun);
     void publish(Announce announce = Announce::IfChanged);
     void diff(const QMap<QString, Agent> &previous, const QList<Agent> &listing);
+    void watchTurns(const QMap<QString, Agent> &previous, const QList<Agent> &listing);
     void takeBack(const QList<Agent> &listing, Clock::Instant begun);
     void raise(Peek peek) const;
     void retract(Peek::News news, const QSet<QString> &sessions) const;
@@ -202,7 +220,9 @@ private:
     /// The listing before this one; nothing until the first.
     std::optional<QMap<QString, Agent>> m_previous;
     QMap<QString, QDateTime> m_lastDonePeek;
+    HookRoad m_road;
     OpenQuestions m_questions;
+    QHash<QString, Clock::Instant> m_turns; ///< by session: since when it is seen to work
     struct Notice {
         QString text;
         Clock::Instant at;

@@ -117,6 +117,12 @@ FocusScope {
             }
             StateBanner {
                 width: parent.width
+                feed: root.source.hearing
+                retryable: true
+                onRetryWanted: root.source.tryHearing()
+            }
+            StateBanner {
+                width: parent.width
                 feed: root.source.state
                 retryable: true
                 onSettingsWanted: root.ui.askForSettings()
@@ -249,6 +255,7 @@ FocusScope {
                 }
                 PlainText {
                     anchors.verticalCenter: parent.verticalCenter
+                    visible: root.source.hookErrorText !== "" || root.source.heard
                     words: root.source.hookErrorText !== "" ? root.source.hookErrorText : qsTr("Claude Code tells Velto when an agent is done or needs you.")
                     size: Theme.textSmall
                     color: root.source.hookErrorText !== "" ? Theme.ink(Theme.coral) : Theme.glassTertiary

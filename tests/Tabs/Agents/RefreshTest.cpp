@@ -109,7 +109,7 @@ private Q_SLOTS:
             Desk desk;
             auto source = std::make_unique<AgentsSource>(
                 AgentsSource::Needs{desk.clock, background, tools, files, desk.applications, desk.workspace, desk.prefs,
-                                    desk.terminal, desk.places, desk.installer, nullptr});
+                                    desk.terminal, desk.places, desk.installer, desk.machine, nullptr});
             tools.installed.insert(u"claude"_s);
             source->refresh();
             source->scan();
