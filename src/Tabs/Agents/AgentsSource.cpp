@@ -40,8 +40,7 @@ AgentsSource::AgentsSource(Needs needs, QObject *parent)
     : VeltoSource(parent)
     , m_needs(std::move(needs))
     , m_road({m_needs.clock, m_needs.background, m_needs.tools, m_needs.machine, m_needs.installer, m_needs.listener.get()})
-    , m_runningRows(agentRoles())
-    , m_waitingRows(agentRoles())
+    , m_sessionRows(agentRoles())
     , m_toolRows(toolRoles())
 {
     readHooks();
@@ -210,8 +209,7 @@ void AgentsSource::publish(Announce announce)
 
     const bool same = next == m_published;
     m_published = std::move(next);
-    m_runningRows.setRows(rowsOf(running, now));
-    m_waitingRows.setRows(rowsOf(waiting, now));
+    m_sessionRows.setRows(rowsOf(running + waiting, now));
     m_toolRows.setRows(tools);
     if (!same || announce == Announce::Always)
         Q_EMIT changed();

@@ -34,9 +34,8 @@ class AgentsSource : public VeltoSource {
     Q_PROPERTY(int runningCount READ runningCount NOTIFY changed FINAL)
     Q_PROPERTY(int waitingCount READ waitingCount NOTIFY changed FINAL)
     Q_PROPERTY(int staleCount READ staleCount NOTIFY changed FINAL)
-    Q_PROPERTY(QAbstractItemModel *running READ runningRows CONSTANT FINAL)
-    /// The waiting sessions that are on show: the first six while a longer list is folded.
-    Q_PROPERTY(QAbstractItemModel *waiting READ waitingRows CONSTANT FINAL)
+    /// The working sessions, and the waiting ones that are on show: the first six while a longer list is folded.
+    Q_PROPERTY(QAbstractItemModel *sessions READ sessionRows CONSTANT FINAL)
     Q_PROPERTY(bool waitingFolds READ waitingFolds NOTIFY changed FINAL)
     Q_PROPERTY(bool waitingExpanded READ waitingExpanded NOTIFY changed FINAL)
     Q_PROPERTY(int hiddenWaiting READ hiddenWaiting NOTIFY changed FINAL)
@@ -103,8 +102,7 @@ public:
     int waitingCount() const;
     int staleCount() const;
 
-    QAbstractItemModel *runningRows() { return &m_runningRows; }
-    QAbstractItemModel *waitingRows() { return &m_waitingRows; }
+    QAbstractItemModel *sessionRows() { return &m_sessionRows; }
     QAbstractItemModel *otherMac() const { return m_otherMac; }
     QAbstractItemModel *toolRows() { return &m_toolRows; }
     bool waitingFolds() const { return waitingCount() >= kFoldsFrom; }
@@ -234,8 +232,7 @@ private:
     int m_listingsUnderWay = 0;
     bool m_listingWanted = false;
     Published m_published;
-    RowModel m_runningRows;
-    RowModel m_waitingRows;
+    RowModel m_sessionRows;
     RowModel m_toolRows;
     QAbstractItemModel *m_otherMac = nullptr;
 };

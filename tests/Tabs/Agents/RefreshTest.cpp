@@ -45,7 +45,7 @@ private Q_SLOTS:
         const QByteArray listing = "[" + desk.session("a", "working") + "," + desk.session("b", "blocked") + "]";
         desk.refresh(listing);
         const qsizetype before = desk.changes.size();
-        QSignalSpy moved(desk.source.runningRows(), &QAbstractItemModel::dataChanged);
+        QSignalSpy moved(desk.source.sessionRows(), &QAbstractItemModel::dataChanged);
         desk.refresh(listing);
         desk.clock.advance(59s);
         desk.refresh(listing);
