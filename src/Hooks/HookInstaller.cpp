@@ -5,6 +5,8 @@
 #include "Platform/Files.h"
 
 #include <QCoreApplication>
+#include <chrono>
+#include <thread>
 
 using namespace Qt::StringLiterals;
 
@@ -14,6 +16,8 @@ namespace {
 
 constexpr qint64 kLargest = 64 * 1024 * 1024;
 constexpr int kPermissionTimeoutSeconds = 40;
+/// Who writes the file in place has it empty or cut for a moment.
+constexpr std::chrono::milliseconds kTornPause{10};
 
 QByteArray marker()
 {
@@ -28,6 +32,13 @@ HookInstaller::HookInstaller(Files &files, const Clock &clock, const QString &ho
     , m_settings(home + "/.claude/settings.json"_L1)
     , m_token(token)
 {
+    const auto settings = text();
+    m_pastProxy = settings && settings->contains(marker()) && settings->contains(QStringView(kPastProxy).toUtf8());
+}
+
+QString HookInstaller::eventCommand(bool pastProxy) const
+{
+    return hookCommand(m_token, pastProxy);
 }
 
 std::optional<QString> HookInstaller::install()
@@ -44,9 +55,9 @@ std::optional<QString> HookInstaller::uninstall()
 std::vector<SettingsHook> HookInstaller::entries() const
 {
     return {
-        {"Stop", hookCommand(m_token).toUtf8(), std::nullopt},
-        {"Notification", hookCommand(m_token).toUtf8(), std::nullopt},
-        {"PermissionRequest", permissionCommand(m_token).toUtf8(), kPermissionTimeoutSeconds},
+        {"Stop", hookCommand(m_token, m_pastProxy).toUtf8(), std::nullopt},
+        {"Notification", hookCommand(m_token, m_pastProxy).toUtf8(), std::nullopt},
+        {"PermissionRequest", permissionCommand(m_token, m_pastProxy).toUtf8(), kPermissionTimeoutSeconds},
     };
 }
 
@@ -54,13 +65,19 @@ std::optional<QString> HookInstaller::edit(Change change)
 {
     // Claude Code and others write this file too, and nobody locks it.
     constexpr int kAttempts = 5;
+    QString copy;
     QString problem;
-    for (int tried = 0; tried < kAttempts; ++tried) {
-        switch (attempt(change, problem)) {
+    for (int tried = 1; tried <= kAttempts; ++tried) {
+        switch (attempt(change, copy, problem)) {
         case Outcome::Done:
             return std::nullopt;
         case Outcome::Failed:
             return problem;
+        case Outcome::Unreadable:
+            if (tried == kAttempts)
+                return problem;
+            std::this_thread::sleep_for(kTornPause);
+            break;
         case Outcome::Outpaced:
             break;
         }
@@ -69,7 +86,7 @@ std::optional<QString> HookInstaller::edit(Change change)
                                        "Another program kept changing your Claude settings file, so Velto left it alone.");
 }
 
-HookInstaller::Outcome HookInstaller::attempt(Change change, QString &problem)
+HookInstaller::Outcome HookInstaller::attempt(Change change, QString &copy, QString &problem)
 {
     const auto current = m_files.read(m_settings, kLargest);
     const auto *unread = std::get_if<FileError>(&current);
@@ -84,12 +101,11 @@ HookInstaller::Outcome HookInstaller::attempt(Change change, QString &problem)
         change == Change::Install ? withHooks(old, entries(), marker()) : withoutHooks(old, entries(), marker());
     if (const auto *reason = std::get_if<QString>(&text)) {
         problem = *reason;
-        return Outcome::Failed;
+        return Outcome::Unreadable;
     }
     if (!unread) {
-        const auto copy = keepCopy(m_files, m_settings + ".velto-backup-"_L1, m_clock.wallTime(), old);
-        if (const auto *error = std::get_if<FileError>(&copy)) {
-            problem = error->message;
+        if (const auto reason = backUp(old, copy)) {
+            problem = *reason;
             return Outcome::Failed;
         }
     }
@@ -101,20 +117,40 @@ HookInstaller::Outcome HookInstaller::attempt(Change change, QString &problem)
         outpaced = gone ? !(unread && gone->missing) : unread || std::get<QByteArray>(now) != old;
         return !outpaced;
     };
-    const auto error = m_files.replace(m_settings, std::get<QByteArray>(text), isUnchanged);
+    const auto error = m_files.replace(m_settings, std::get<QByteArray>(text), isUnchanged,
+                                       change == Change::Install ? Files::Mode::Private : Files::Mode::Kept);
     if (!error)
         return Outcome::Done;
     problem = error->message;
     return outpaced ? Outcome::Outpaced : Outcome::Failed;
 }
 
+/// One copy for each edit: a further try replaces that of the one before, which was overtaken.
+std::optional<QString> HookInstaller::backUp(const QByteArray &bytes, QString &copy)
+{
+    if (!copy.isEmpty()) {
+        const auto failure = m_files.replace(copy, bytes);
+        return failure ? std::optional(failure->message) : std::nullopt;
+    }
+    const auto kept = keepCopy(m_files, m_settings + ".velto-backup-"_L1, m_clock.wallTime(), bytes);
+    if (const auto *error = std::get_if<FileError>(&kept))
+        return error->message;
+    copy = std::get<QString>(kept);
+    return std::nullopt;
+}
+
 std::optional<QByteArray> HookInstaller::text() const
 {
-    const auto content = m_files.read(m_settings, kLargest);
-    const auto *bytes = std::get_if<QByteArray>(&content);
-    if (!bytes || !bytes->isValidUtf8())
-        return std::nullopt;
-    return *bytes;
+    constexpr int kAttempts = 5;
+    for (int tried = 1;; ++tried) {
+        const auto content = m_files.read(m_settings, kLargest);
+        const auto *bytes = std::get_if<QByteArray>(&content);
+        if (!bytes)
+            return std::nullopt;
+        if (bytes->trimmed().endsWith('}') || tried == kAttempts)
+            return bytes->isValidUtf8() ? std::optional(*bytes) : std::nullopt;
+        std::this_thread::sleep_for(kTornPause);
+    }
 }
 
 bool HookInstaller::present() const
@@ -128,6 +164,8 @@ bool HookInstaller::needsUpgrade() const
     const auto settings = text();
     if (!settings || !settings->contains(marker()))
         return false;
+    if (m_pastProxy && !settings->contains(QStringView(kPastProxy).toUtf8()))
+        return true;
     // Before permission questions there was no such path.
     return !settings->contains(m_token.toUtf8()) || !settings->contains("/permission");
 }
@@ -138,7 +176,7 @@ QString HookInstaller::preview() const
            "  \"Stop\":              [{ \"hooks\": [{ \"type\": \"command\", \"command\": \"%1\" }] }],\n"
            "  \"Notification\":      [{ \"hooks\": [{ \"type\": \"command\", \"command\": \"%1\" }] }],\n"
            "  \"PermissionRequest\": [{ \"hooks\": [{ \"type\": \"command\", \"timeout\": 40, \"command\": \"%2\" }] }]\n"
-           "}"_s.arg(hookCommand(m_token), permissionCommand(m_token));
+           "}"_s.arg(hookCommand(m_token, m_pastProxy), permissionCommand(m_token, m_pastProxy));
 }
 
 } // namespace velto

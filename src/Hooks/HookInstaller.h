@@ -33,12 +33,19 @@ public:
     /// What install() adds, as text to agree to.
     QString preview() const;
 
+    /// The commands go past the proxy. To begin with as those do that stand in the file.
+    bool goesPastProxy() const { return m_pastProxy; }
+    void setGoesPastProxy(bool on) { m_pastProxy = on; }
+    /// The command that tells of events.
+    QString eventCommand(bool pastProxy) const;
+
 private:
     enum class Change : quint8 { Install, Uninstall };
-    enum class Outcome : quint8 { Done, Outpaced, Failed };
+    enum class Outcome : quint8 { Done, Outpaced, Unreadable, Failed };
     std::vector<SettingsHook> entries() const;
     std::optional<QString> edit(Change change);
-    Outcome attempt(Change change, QString &problem);
+    Outcome attempt(Change change, QString &copy, QString &problem);
+    std::optional<QString> backUp(const QByteArray &bytes, QString &copy);
     /// The file's bytes; nothing if they can't be had or aren't text.
     std::optional<QByteArray> text() const;
 
@@ -46,6 +53,7 @@ private:
     const Clock &m_clock;
     QString m_settings;
     QString m_token;
+    bool m_pastProxy = false;
 };
 
 } // namespace velto

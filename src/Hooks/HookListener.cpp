@@ -66,9 +66,19 @@ public:
         }
     }
 
+    /// Server's thread: a call that says nothing.
+    void knock()
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_knocked = true;
+        if (m_listener)
+            wake();
+    }
+
     struct News {
         std::vector<Arrival> arrivals;
         std::vector<LoopbackServer::ConnectionId> withdrawn;
+        bool knocked = false;
     };
     /// UI thread: all since the last call.
     News take()
@@ -76,7 +86,7 @@ public:
         const std::scoped_lock lock(m_mutex);
         m_pendingCost = 0;
         m_woken = false;
-        return {std::exchange(m_pending, {}), std::exchange(m_withdrawn, {})};
+        return {std::exchange(m_pending, {}), std::exchange(m_withdrawn, {}), std::exchange(m_knocked, false)};
     }
 
     /// UI thread. False if the asker is gone, or has been answered.
@@ -123,6 +133,7 @@ private:
     std::vector<Arrival> m_pending;
     qsizetype m_pendingCost = 0;
     std::vector<LoopbackServer::ConnectionId> m_withdrawn;
+    bool m_knocked = false;
     bool m_woken = false; ///< a call is under way
     std::unordered_set<LoopbackServer::ConnectionId> m_open; ///< asked and not yet answered
 };
@@ -171,6 +182,8 @@ public:
             return;
         if (auto event = HookEvent::parse(body, {}))
             m_link->push({std::move(*event), std::nullopt}, body.size());
+        else
+            m_link->knock();
         m_request.release();
     }
 
@@ -250,6 +263,10 @@ void HookListener::deliver()
 {
     const QPointer<HookListener> self(this);
     auto news = m_link->take();
+    if (const auto call = onCall; call && (!news.arrivals.empty() || news.knocked))
+        call();
+    if (!self)
+        return;
     for (auto &[event, question] : news.arrivals) {
         event.at = m_clock.wallTime();
         // What is called may be set anew or destroy the listener, which answers what is left.

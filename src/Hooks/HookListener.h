@@ -34,12 +34,16 @@ public:
     /// A question: the sender waits until the reply is called, with an answer or with nothing. Only the first call counts, and
     /// a reply that is thrown away uncalled is no decision. It may be called after the listener is gone. UI thread.
     std::function<void(const HookEvent &, QuestionId, Reply)> onPermission;
+    /// A call has come that knows the secret, whatever it says; once for all that come together. UI thread.
+    std::function<void()> onCall;
     /// The asker of a question that onPermission was given and that has no reply yet is gone. UI thread.
     std::function<void(QuestionId)> onWithdrawn;
 
+    /// May be called again where the port couldn't be had.
     void start();
     bool running() const { return m_running; }
     quint16 port() const;
+    quint16 wantedPort() const { return m_wantedPort; }
 
 Q_SIGNALS:
     void runningChanged();

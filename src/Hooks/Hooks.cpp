@@ -25,15 +25,24 @@ QString hookToken(Defaults &defaults)
     return token;
 }
 
-QString hookCommand(const QString &token)
+namespace {
+
+QString option(bool pastProxy)
 {
-    return u"curl -s -m 1 -X POST -H 'X-Velto-Token: "_s + token
+    return pastProxy ? u' ' + QStringView(kPastProxy).toString() : QString();
+}
+
+} // namespace
+
+QString hookCommand(const QString &token, bool pastProxy)
+{
+    return u"curl -s -m 1"_s + option(pastProxy) + u" -X POST -H 'X-Velto-Token: "_s + token
         + u"' --data-binary @- http://127.0.0.1:4747/event >/dev/null 2>&1 || true"_s;
 }
 
-QString permissionCommand(const QString &token)
+QString permissionCommand(const QString &token, bool pastProxy)
 {
-    return u"curl -s -m 35 -X POST -H 'X-Velto-Token: "_s + token
+    return u"curl -s -m 35"_s + option(pastProxy) + u" -X POST -H 'X-Velto-Token: "_s + token
         + u"' --data-binary @- http://127.0.0.1:4747/permission 2>/dev/null || true"_s;
 }
 

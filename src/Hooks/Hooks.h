@@ -12,7 +12,9 @@ QString hookToken(Defaults &defaults);
 
 /// The command lines that Claude Code runs. Both end with status 0 whatever happens, so that a Velto that isn't running never
 /// disturbs a session.
-QString hookCommand(const QString &token);
-QString permissionCommand(const QString &token);
+QString hookCommand(const QString &token, bool pastProxy = false);
+QString permissionCommand(const QString &token, bool pastProxy = false);
+/// What makes the two go past a proxy that is set and doesn't spare 127.0.0.1 by itself.
+inline constexpr char16_t kPastProxy[] = u"--noproxy 127.0.0.1";
 
 } // namespace velto

@@ -16,7 +16,7 @@ Stores::Stores(const Desktop &d, std::unique_ptr<HookListener> listener, Quillbo
     , quillbox({d.clock, d.machine, quillboxClient, d.places.home})
     , todos({d.clock, d.background, d.tools, d.files, d.writer, d.places, quillbox})
     , agents({d.clock, d.background, d.tools, d.files, d.applications, d.workspace, prefs, terminal, d.places, installer,
-              std::move(listener)})
+              d.machine, std::move(listener)})
     , signalsSource({d.clock, d.background, d.tools, prefs, claudeLogs(d.places.home),
                      [reader = usage](const QDateTime &now) { return reader->read(now); }})
     , everyday({d.clock, prefs, google, d.players, d.sounds})

@@ -1,8 +1,18 @@
 #pragma once
 
 #include <QString>
+#include <functional>
+#include <optional>
+
+class QObject;
 
 namespace velto {
+
+/// A program that listens at a port.
+struct PortHolder {
+    qint64 pid = 0;
+    QString name; ///< as the system lists it
+};
 
 /// What this machine says of itself.
 class Machine {
@@ -14,6 +24,11 @@ public:
 
     /// The name that its user gave it, as it is now; empty if it has none. Quick enough for the UI thread.
     virtual QString displayName() const = 0;
+    /// Who takes connections to 127.0.0.1:`port`, where the system tells: of the user's own programs, and not this one. Any
+    /// thread; blocks for some milliseconds.
+    virtual std::optional<PortHolder> holderOf(quint16 port) const = 0;
+    /// Calls `ended` once on the UI thread when that program has ended, unless `context` is gone by then.
+    virtual void whenEnded(qint64 pid, QObject *context, std::function<void()> ended) const = 0;
 };
 
 } // namespace velto

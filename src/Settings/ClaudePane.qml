@@ -10,6 +10,11 @@ SettingsPane {
     Component.onCompleted: root.claude.reread()
     onReturned: root.claude.reread()
 
+    function agree(): void {
+        root.claude.prepare();
+        preview.open();
+    }
+
     FormSection {
         title: qsTr("Claude Code")
 
@@ -32,9 +37,14 @@ SettingsPane {
             noteTone: FormText.Warning
 
             FormButton {
+                visible: !root.claude.heard
+                text: qsTr("Try again")
+                onClicked: root.claude.tryAgain()
+            }
+            FormButton {
                 text: root.claude.connected ? qsTr("Disconnect") : qsTr("Connect…")
                 enabled: root.claude.connected || root.claude.canConnect
-                onClicked: root.claude.connected ? root.claude.disconnectHooks() : preview.open()
+                onClicked: root.claude.connected ? root.claude.disconnectHooks() : root.agree()
             }
         }
     }
@@ -42,7 +52,7 @@ SettingsPane {
     HooksDialog {
         id: preview
 
-        text: visible ? root.claude.preview() : ""
+        text: visible ? root.claude.previewText : ""
         onAccepted: root.claude.connectHooks()
     }
 }

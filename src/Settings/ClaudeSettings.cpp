@@ -28,7 +28,7 @@ QString ClaudeSettings::installedText() const
 QString ClaudeSettings::stateText() const
 {
     if (m_agents.hooksInstalled())
-        return tr("Connected");
+        return m_agents.heard() ? tr("Connected") : tr("Connected, but not heard");
     return m_agents.needsUpgrade() ? tr("Needs reconnecting (older version)") : tr("Not connected");
 }
 
@@ -52,7 +52,23 @@ QString ClaudeSettings::noteText() const
 
 QString ClaudeSettings::errorText() const
 {
-    return m_agents.hookErrorText();
+    const QString error = m_agents.hookErrorText();
+    return error.isEmpty() ? m_agents.hearing().message() : error;
+}
+
+bool ClaudeSettings::heard() const
+{
+    return m_agents.heard();
+}
+
+void ClaudeSettings::tryAgain()
+{
+    m_agents.tryHearing();
+}
+
+void ClaudeSettings::prepare()
+{
+    m_agents.prepareHooks();
 }
 
 QString ClaudeSettings::preview() const

@@ -16,6 +16,10 @@ class ClaudeSettings : public QObject {
     Q_PROPERTY(QString stateText READ stateText NOTIFY changed FINAL)
     Q_PROPERTY(bool connected READ connected NOTIFY changed FINAL)
     Q_PROPERTY(bool canConnect READ canConnect NOTIFY changed FINAL)
+    /// Claude Code's calls arrive, as far as is known.
+    Q_PROPERTY(bool heard READ heard NOTIFY changed FINAL)
+    /// What connecting adds to Claude Code's settings.
+    Q_PROPERTY(QString previewText READ preview NOTIFY changed FINAL)
     Q_PROPERTY(QString noteText READ noteText CONSTANT FINAL)
     Q_PROPERTY(QString errorText READ errorText NOTIFY changed FINAL)
 public:
@@ -28,11 +32,15 @@ public:
     /// Claude Code's own folder is there.
     bool canConnect() const;
     QString noteText() const;
-    /// Why the last attempt failed; empty if it didn't.
+    /// Why the last attempt failed, or why nothing is heard; empty if all is well.
     QString errorText() const;
 
-    /// What connecting adds to Claude Code's settings.
-    Q_INVOKABLE QString preview() const;
+    bool heard() const;
+    QString preview() const;
+    /// The user is about to agree to the hooks.
+    Q_INVOKABLE void prepare();
+    /// Listens, and tries the road, once more.
+    Q_INVOKABLE void tryAgain();
     Q_INVOKABLE void connectHooks();
     Q_INVOKABLE void disconnectHooks();
     /// Looks at the disk again; called as the pane comes up and when the user comes back to it.

@@ -23,8 +23,13 @@ class MeddledFiles final : public Files {
 public:
     std::function<void(const QString &path)> meddle;
 
+    /// What the next reads give instead, one after the other.
+    mutable QByteArrayList torn;
+
     std::variant<QByteArray, FileError> read(const QString &path, qint64 maximum) const override
     {
+        if (maximum > 0 && !torn.isEmpty())
+            return torn.takeFirst();
         return m_files.read(path, maximum);
     }
     std::optional<FileError> replace(const QString &path, const QByteArray &bytes,
@@ -87,7 +92,7 @@ private Q_SLOTS:
         prepare(settings, 0644);
         HookInstaller installer(m_files, m_clock, m_home->path(), kToken);
         QCOMPARE(installer.install(), std::nullopt);
-        QCOMPARE(modeOf(m_path), 0644);
+        QCOMPARE(modeOf(m_path), 0600); // it holds the secret now
         const QByteArray installed = readFile(m_path);
         QCOMPARE(installer.uninstall(), std::nullopt);
         QCOMPARE(readFile(m_path), settings);
@@ -158,6 +163,7 @@ private Q_SLOTS:
         prepare("{\"model\": \"opus\"}");
         HookInstaller installer(m_files, m_clock, m_home->path(), kToken);
         int left = 2;
+        m_files.torn = {"", "{\"model"}; // another program is writing it right now
         m_files.meddle = [&](const QString &path) {
             if (path == m_path && left-- > 0)
                 writeFile(m_path, "{\"model\": \"opus\", \"added\": " + QByteArray::number(left) + "}");
@@ -166,6 +172,9 @@ private Q_SLOTS:
         const QJsonObject settings = QJsonDocument::fromJson(readFile(m_path)).object();
         QCOMPARE(settings.value("added"_L1), QJsonValue(0));
         QVERIFY(settings.contains("hooks"_L1));
+        const QStringList copies = filesIn(m_folder, u"*.velto-backup-*"_s); // one, whatever was tried
+        QCOMPARE(copies.size(), 1);
+        QCOMPARE(readFile(m_folder + u'/' + copies[0]), QByteArray("{\"model\": \"opus\", \"added\": 0}"));
     }
 
     void aFileThatAppearsMeanwhileIsTakenIn()

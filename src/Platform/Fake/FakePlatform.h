@@ -250,7 +250,15 @@ class FakeMachine final : public Machine {
 public:
     QString name = QStringLiteral("Desk");
 
+    std::optional<PortHolder> holder;
+    mutable std::function<void()> holderEnds;
+
     QString displayName() const override { return name; }
+    std::optional<PortHolder> holderOf(quint16 /*port*/) const override { return holder; }
+    void whenEnded(qint64 /*pid*/, QObject * /*context*/, std::function<void()> ended) const override
+    {
+        holderEnds = std::move(ended);
+    }
 };
 
 class FakeHotKey final : public HotKey {

@@ -16,12 +16,15 @@ public:
     QHash<QString, RunResult> answers;
     /// What was run, in order.
     QStringList ran;
+    std::function<void(const QString &line)> onRun;
 
     using ToolRunner::run;
     RunResult run(const QStringList &args, const QString &, std::chrono::duration<double>, const ToolEnvironment &) override
     {
         const QString line = args.join(QLatin1Char(' '));
         ran.append(line);
+        if (onRun)
+            onRun(line);
         return answers.value(line, {false, {}, QStringLiteral("env: '%1': No such file or directory").arg(args.value(0))});
     }
     bool toolInstalled(const QString &name) const override { return installed.contains(name); }

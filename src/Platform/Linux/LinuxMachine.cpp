@@ -1,6 +1,7 @@
 #include "Platform/Linux/LinuxMachine.h"
 
 #include "Platform/Files.h"
+#include "Platform/Linux/PortHolders.h"
 
 #include <QStringList>
 #include <QSysInfo>
@@ -45,6 +46,16 @@ QString LinuxMachine::displayName() const
     const auto *const bytes = std::get_if<QByteArray>(&file);
     const QString pretty = bytes ? prettyHostName(*bytes) : QString();
     return pretty.isEmpty() ? QSysInfo::machineHostName() : pretty;
+}
+
+std::optional<PortHolder> LinuxMachine::holderOf(quint16 port) const
+{
+    return portHolder(port);
+}
+
+void LinuxMachine::whenEnded(qint64 pid, QObject *context, std::function<void()> ended) const
+{
+    whenProcessEnds(pid, context, std::move(ended));
 }
 
 QString prettyHostName(const QByteArray &machineInfo)

@@ -14,6 +14,8 @@ public:
     explicit LinuxMachine(const Files &files);
 
     QString displayName() const override;
+    std::optional<PortHolder> holderOf(quint16 port) const override;
+    void whenEnded(qint64 pid, QObject *context, std::function<void()> ended) const override;
 
 private:
     const Files &m_files;

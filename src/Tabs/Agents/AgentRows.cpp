@@ -32,13 +32,14 @@ QDateTime startOf(const Agent &agent)
 
 QList<QByteArray> agentRoles()
 {
-    return {"agentId", "title", "stateWord", "detail", "age", "folder", "working", "canResume", "spoken"};
+    return {"rowId", "agentId", "title", "stateWord", "detail", "age", "folder", "working", "canResume", "spoken"};
 }
 
 RowModel::Row agentRow(const Agent &agent, const QDateTime &now)
 {
     const QString age = ago(startOf(agent), now);
     return {
+        (agent.isWorking() ? u'w' : u'b') + agent.id,
         agent.id,
         agent.title(),
         agent.isWorking() ? QCoreApplication::translate("AgentRow", "Thinking…")

@@ -45,6 +45,7 @@ void AgentsSource::installHooks()
     if (!m_hookError) {
         m_hooksInstalled = true;
         m_needsUpgrade = false;
+        m_road.prove();
     }
     publish();
 }
@@ -55,6 +56,7 @@ void AgentsSource::removeHooks()
     if (!m_hookError) {
         m_hooksInstalled = false;
         m_needsUpgrade = false;
+        m_road.forget();
     }
     publish();
 }
@@ -62,6 +64,41 @@ void AgentsSource::removeHooks()
 QString AgentsSource::preview() const
 {
     return m_needs.installer.preview();
+}
+
+SourceState AgentsSource::hearing() const
+{
+    return m_needs.prefs.isOn(Prefs::Module::Agents) ? m_road.state() : SourceState::ready();
+}
+
+bool AgentsSource::goesPastProxy() const
+{
+    return m_needs.installer.goesPastProxy();
+}
+
+void AgentsSource::prepareHooks()
+{
+    m_road.prove();
+}
+
+void AgentsSource::tryHearing()
+{
+    m_road.tryAgain();
+}
+
+/// A session that has done its turn calls, if its hooks are installed and the road is open.
+void AgentsSource::watchTurns(const QMap<QString, Agent> &previous, const QList<Agent> &listing)
+{
+    const auto now = m_needs.clock.now();
+    const auto turns = std::exchange(m_turns, {});
+    for (const Agent &agent : listing) {
+        if (agent.isWorking())
+            m_turns.insert(agent.id, turns.value(agent.id, now));
+    }
+    for (auto turn = turns.cbegin(); turn != turns.cend(); ++turn) {
+        if (m_hooksInstalled && !m_turns.contains(turn.key()) && previous.contains(turn.key()))
+            m_road.turnEnded(*turn);
+    }
 }
 
 void AgentsSource::hook(const HookEvent &event)

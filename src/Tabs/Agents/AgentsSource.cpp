@@ -39,14 +39,19 @@ QList<RowModel::Row> rowsOf(const QList<Agent> &agents, const QDateTime &now)
 AgentsSource::AgentsSource(Needs needs, QObject *parent)
     : VeltoSource(parent)
     , m_needs(std::move(needs))
-    , m_runningRows(agentRoles())
-    , m_waitingRows(agentRoles())
+    , m_road({m_needs.clock, m_needs.background, m_needs.tools, m_needs.machine, m_needs.installer, m_needs.listener.get()})
+    , m_sessionRows(agentRoles())
     , m_toolRows(toolRoles())
 {
     readHooks();
     publish();
     // The ids that the user dismissed, and whether the module is on, live in the preferences.
     connect(&m_needs.prefs, &Prefs::changed, this, [this] { m_needs.clock.post(this, [this] { publish(); }); });
+    connect(&m_road, &HookRoad::changed, this, [this] { publish(); });
+    connect(&m_road, &HookRoad::formChanged, this, [this] {
+        readHooks();
+        publish();
+    });
     listen();
 }
 
@@ -74,7 +79,7 @@ void AgentsSource::listen()
         if (self)
             self->withdrawn(asker);
     };
-    m_needs.listener->start();
+    m_road.listen();
 }
 
 QString AgentsSource::title() const
@@ -96,6 +101,7 @@ void AgentsSource::refresh()
 {
     if (!m_needs.prefs.isOn(Prefs::Module::Agents))
         return;
+    m_road.listen();
     if (!m_needs.tools.toolInstalled(u"claude"_s)) {
         m_agents.clear();
         m_state = SourceState::unavailable(tr("Claude Code isn't installed on this Mac."),
@@ -143,8 +149,10 @@ void AgentsSource::apply(const std::optional<QList<Agent>> &listing, Instant beg
         byId.insert(agent.id, agent);
     takeBack(*listing, begun);
     // Right after the start there is nothing to compare with: what waits already is no news.
-    if (const auto previous = std::exchange(m_previous, std::move(byId)))
+    if (const auto previous = std::exchange(m_previous, std::move(byId))) {
         diff(*previous, *listing);
+        watchTurns(*previous, *listing);
+    }
 }
 
 void AgentsSource::scan()
@@ -182,6 +190,7 @@ void AgentsSource::publish(Announce announce)
                    m_scanning,        scannedText(),
                    m_waitingExpanded, offersHooks(),
                    m_hooksInstalled,  m_needsUpgrade,
+                   hearing(),         m_needs.installer.goesPastProxy(),
                    m_hookError};
     QList<Agent> running;
     QList<Agent> waiting;
@@ -200,8 +209,7 @@ void AgentsSource::publish(Announce announce)
 
     const bool same = next == m_published;
     m_published = std::move(next);
-    m_runningRows.setRows(rowsOf(running, now));
-    m_waitingRows.setRows(rowsOf(waiting, now));
+    m_sessionRows.setRows(rowsOf(running + waiting, now));
     m_toolRows.setRows(tools);
     if (!same || announce == Announce::Always)
         Q_EMIT changed();

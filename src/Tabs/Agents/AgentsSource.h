@@ -5,6 +5,7 @@
 #include "Core/SourceState.h"
 #include "Core/VeltoSource.h"
 #include "Hooks/HookEvent.h"
+#include "Hooks/HookRoad.h"
 #include "Platform/Timer.h"
 #include "Tabs/Agents/Agent.h"
 #include "Tabs/Agents/OpenQuestions.h"
@@ -19,7 +20,7 @@ class Applications;
 class Background;
 class Files;
 class HookInstaller;
-class HookListener;
+class Machine;
 class Prefs;
 class TerminalApp;
 class ToolRunner;
@@ -35,9 +36,8 @@ class AgentsSource : public VeltoSource {
     Q_PROPERTY(int runningCount READ runningCount NOTIFY changed FINAL)
     Q_PROPERTY(int waitingCount READ waitingCount NOTIFY changed FINAL)
     Q_PROPERTY(int staleCount READ staleCount NOTIFY changed FINAL)
-    Q_PROPERTY(QAbstractItemModel *running READ runningRows CONSTANT FINAL)
-    /// The waiting sessions that are on show: the first six while a longer list is folded.
-    Q_PROPERTY(QAbstractItemModel *waiting READ waitingRows CONSTANT FINAL)
+    /// The working sessions, and the waiting ones that are on show: the first six while a longer list is folded.
+    Q_PROPERTY(QAbstractItemModel *sessions READ sessionRows CONSTANT FINAL)
     Q_PROPERTY(bool waitingFolds READ waitingFolds NOTIFY changed FINAL)
     Q_PROPERTY(bool waitingExpanded READ waitingExpanded NOTIFY changed FINAL)
     Q_PROPERTY(int hiddenWaiting READ hiddenWaiting NOTIFY changed FINAL)
@@ -54,6 +54,12 @@ class AgentsSource : public VeltoSource {
     Q_PROPERTY(bool hooksInstalled READ hooksInstalled NOTIFY changed FINAL)
     /// An older Velto's hooks, or those of another secret, are in Claude Code's settings.
     Q_PROPERTY(bool needsUpgrade READ needsUpgrade NOTIFY changed FINAL)
+    /// Whether Claude Code's calls arrive: `failed` with a sentence while they don't.
+    Q_PROPERTY(velto::SourceState hearing READ hearing NOTIFY changed FINAL)
+    /// What installHooks() adds, as text to agree to; it may change while the road is tried.
+    Q_PROPERTY(QString previewText READ preview NOTIFY changed FINAL)
+    Q_PROPERTY(bool heard READ heard NOTIFY changed FINAL)
+    Q_PROPERTY(bool goesPastProxy READ goesPastProxy NOTIFY changed FINAL)
     /// The last failure to connect or disconnect, in a sentence; empty if there was none.
     Q_PROPERTY(QString hookErrorText READ hookErrorText NOTIFY changed FINAL)
 public:
@@ -72,6 +78,7 @@ public:
         TerminalApp &terminal;
         const Places &places;
         HookInstaller &installer;
+        const Machine &machine;
         std::unique_ptr<HookListener> listener; ///< may be null: then no hook is heard
     };
     explicit AgentsSource(Needs needs, QObject *parent = nullptr);
@@ -97,8 +104,7 @@ public:
     int waitingCount() const;
     int staleCount() const;
 
-    QAbstractItemModel *runningRows() { return &m_runningRows; }
-    QAbstractItemModel *waitingRows() { return &m_waitingRows; }
+    QAbstractItemModel *sessionRows() { return &m_sessionRows; }
     QAbstractItemModel *otherMac() const { return m_otherMac; }
     QAbstractItemModel *toolRows() { return &m_toolRows; }
     bool waitingFolds() const { return waitingCount() >= kFoldsFrom; }
@@ -111,6 +117,10 @@ public:
     bool offersHooks() const;
     bool needsUpgrade() const { return m_needsUpgrade; }
     QString hookErrorText() const { return m_hookError.value_or(QString()); }
+
+    SourceState hearing() const;
+    bool heard() const { return hearing() == SourceState::ready(); }
+    bool goesPastProxy() const;
 
     OnPeek onPeek;
     /// A question that was raised is over: its asker is gone, or has its answer from elsewhere.
@@ -132,8 +142,11 @@ public:
     void withdrawn(HookListener::QuestionId asker);
     Q_INVOKABLE void installHooks();
     Q_INVOKABLE void removeHooks();
-    /// What installHooks() adds, as text to agree to.
-    Q_INVOKABLE QString preview() const;
+    QString preview() const;
+    /// The user is about to agree to the hooks: finds out in which form they arrive.
+    Q_INVOKABLE void prepareHooks();
+    /// Listens, and tries the road, once more.
+    Q_INVOKABLE void tryHearing();
     Q_INVOKABLE void dismiss(const QString &id);
     Q_INVOKABLE void clearWaiting();
     Q_INVOKABLE void toggleWaiting();
@@ -158,6 +171,8 @@ private:
         bool offersHooks = false;
         bool hooksInstalled = false;
         bool needsUpgrade = false;
+        SourceState hearing;
+        bool pastProxy = false;
         std::optional<QString> hookError;
 
         bool operator==(const Published &) const = default;
@@ -170,6 +185,7 @@ private:
     void apply(const std::optional<QList<Agent>> &listing, Instant begun);
     void publish(Announce announce = Announce::IfChanged);
     void diff(const QMap<QString, Agent> &previous, const QList<Agent> &listing);
+    void watchTurns(const QMap<QString, Agent> &previous, const QList<Agent> &listing);
     void takeBack(const QList<Agent> &listing, Instant begun);
     void raise(Peek peek) const;
     void retract(Peek::News news, const QSet<QString> &sessions) const;
@@ -203,7 +219,9 @@ private:
     /// The listing before this one; nothing until the first.
     std::optional<QMap<QString, Agent>> m_previous;
     QMap<QString, QDateTime> m_lastDonePeek;
+    HookRoad m_road;
     OpenQuestions m_questions;
+    QHash<QString, Instant> m_turns; ///< by session: since when it is seen to work
     struct Notice {
         QString text;
         Instant at;
@@ -215,8 +233,7 @@ private:
     int m_listingsUnderWay = 0;
     bool m_listingWanted = false;
     Published m_published;
-    RowModel m_runningRows;
-    RowModel m_waitingRows;
+    RowModel m_sessionRows;
     RowModel m_toolRows;
     QAbstractItemModel *m_otherMac = nullptr;
 };

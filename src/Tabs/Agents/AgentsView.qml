@@ -87,11 +87,11 @@ FocusScope {
         id: list
 
         anchors.fill: parent
-        model: root.source.waiting
+        model: root.source.sessions
         spacing: 4
         keyNavigationEnabled: false // the arrows go through all rows of the page
         reuseItems: true
-        cacheBuffer: 480
+        cacheBuffer: 104 // two rows
         bottomMargin: 28
         boundsBehavior: Flickable.StopAtBounds
         Accessible.role: Accessible.List
@@ -117,60 +117,55 @@ FocusScope {
             }
             StateBanner {
                 width: parent.width
+                feed: root.source.hearing
+                retryable: true
+                onRetryWanted: root.source.tryHearing()
+            }
+            StateBanner {
+                width: parent.width
                 feed: root.source.state
                 retryable: true
                 onSettingsWanted: root.ui.askForSettings()
                 onRetryWanted: root.source.refresh()
             }
-            Item {
-                width: parent.width
-                height: 34 * Theme.textScale
-                visible: root.source.runningCount > 0
+        }
 
-                SectionLabel {
-                    anchors.verticalCenter: parent.verticalCenter
-                    text: qsTr("Working · %1").arg(root.source.runningCount)
-                }
+        section.property: "working"
+        section.delegate: Item {
+            id: heading
+
+            required property string section
+            readonly property bool working: heading.section === "true"
+
+            width: list.width
+            height: 4 + 34 * Theme.textScale
+
+            SectionLabel {
+                anchors.verticalCenter: parent.verticalCenter
+                text: heading.working ? qsTr("Working · %1").arg(root.source.runningCount)
+                                      : qsTr("Waiting for you · %1").arg(root.source.waitingCount)
             }
-            Repeater {
-                model: root.source.running
-
-                AgentRow {
-                    width: list.width
-                    source: root.source
-                    ui: root.ui
-                }
-            }
-            Item {
-                width: parent.width
-                height: 34 * Theme.textScale
-                visible: root.source.waitingCount > 0
-
-                SectionLabel {
-                    anchors.verticalCenter: parent.verticalCenter
-                    text: qsTr("Waiting for you · %1").arg(root.source.waitingCount)
-                }
-                PillButton {
-                    anchors.right: parent.right
-                    anchors.verticalCenter: parent.verticalCenter
-                    anchors.verticalCenterOffset: 3
-                    text: qsTr("Clear waiting")
-                    help: qsTr("Hide these sessions from the velto. Running sessions are never cleared.")
-                    tint: "white"
-                    onClicked: root.source.clearWaiting()
-                }
+            PillButton {
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
+                anchors.verticalCenterOffset: 3
+                visible: !heading.working
+                text: qsTr("Clear waiting")
+                help: qsTr("Hide these sessions from the velto. Running sessions are never cleared.")
+                tint: "white"
+                onClicked: root.source.clearWaiting()
             }
         }
 
         delegate: AgentRow {
-            id: waitingRow
+            id: sessionRow
 
             width: list.width
             source: root.source
             ui: root.ui
-            onLeaving: root.leave(waitingRow)
-            ListView.onPooled: waitingRow.rest()
-            ListView.onReused: waitingRow.resting = false
+            onLeaving: root.leave(sessionRow)
+            ListView.onPooled: sessionRow.rest()
+            ListView.onReused: sessionRow.resting = false
         }
 
         footer: Column {
@@ -249,6 +244,7 @@ FocusScope {
                 }
                 PlainText {
                     anchors.verticalCenter: parent.verticalCenter
+                    visible: root.source.hookErrorText !== "" || root.source.heard
                     words: root.source.hookErrorText !== "" ? root.source.hookErrorText : qsTr("Claude Code tells Velto when an agent is done or needs you.")
                     size: Theme.textSmall
                     color: root.source.hookErrorText !== "" ? Theme.ink(Theme.coral) : Theme.glassTertiary

@@ -22,6 +22,15 @@ Sheet {
         Accessible.role: Accessible.StaticText
         Accessible.name: text
     }
+    PlainText {
+        width: parent.width
+        visible: root.source.goesPastProxy
+        multiline: true
+        text: qsTr("Your shell sets a proxy that would take these calls, so they go past it: --noproxy 127.0.0.1.")
+        color: Theme.amber
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
     Rectangle {
         width: parent.width
         height: Math.min(code.height + 20, 220)
@@ -58,7 +67,7 @@ Sheet {
                 textFormat: TextEdit.PlainText
                 selectByKeyboard: true
                 wrapMode: TextEdit.Wrap
-                text: root.source.preview()
+                text: root.source.previewText
                 color: Theme.glassSecondary
                 selectionColor: Theme.at(Theme.ice, 0.4)
                 selectedTextColor: "white"

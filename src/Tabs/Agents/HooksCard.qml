@@ -44,6 +44,7 @@ GlassCard {
     function preview(): void {
         if (sheet.active)
             return;
+        root.source.prepareHooks();
         root.ui.sheetOpened();
         sheet.active = true;
     }
@@ -73,6 +74,15 @@ GlassCard {
                 text: qsTr("Claude Code can tell Velto when an agent is done or needs you, instead of Velto checking every 45 seconds. Nothing leaves this Mac.")
                 color: Theme.glassSecondary
                 lineHeight: 1.15
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+            PlainText {
+                width: parent.width
+                visible: root.source.needsUpgrade && root.source.goesPastProxy
+                multiline: true
+                text: qsTr("A proxy that your shell sets takes Claude Code's calls. Reconnecting lets them go past it.")
+                color: Theme.amber
                 Accessible.role: Accessible.StaticText
                 Accessible.name: text
             }

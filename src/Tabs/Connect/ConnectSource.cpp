@@ -165,7 +165,10 @@ void ConnectSource::act(const QString &module)
         return;
     switch (*known) {
     case Module::Agents:
-        Q_EMIT hooksWanted();
+        if (agents()->hooksInstalled())
+            agents()->tryHearing();
+        else
+            Q_EMIT hooksWanted();
         break;
     case Module::Prs:
         m_needs.clipboard.setText(tr("brew install gh && gh auth login"));

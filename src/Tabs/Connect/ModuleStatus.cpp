@@ -109,6 +109,8 @@ ModuleStatus::Status ModuleStatus::agents() const
         return {tr("Claude Code isn't installed. The scan still finds Codex, Cursor and Ollama."), false};
     if (!m_needs.agents.hooksInstalled())
         return {tr("Connect for instant alerts and Allow/Deny from the velto."), false, tr("Connect")};
+    if (const SourceState &hearing = m_needs.agents.hearing(); hearing != SourceState::ready())
+        return {wordsOf(hearing), false, tr("Try again")};
     return {tr("Live alerts and Allow/Deny are on.")};
 }
 

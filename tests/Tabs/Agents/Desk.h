@@ -15,7 +15,8 @@ namespace velto {
 
 /// A source on a desk of its own, where Claude Code lists what the test says.
 struct Desk : StoreDesk {
-    Desk()
+    explicit Desk(std::unique_ptr<HookListener> with = nullptr)
+        : listener(std::move(with))
     {
         tools.installed.insert(QStringLiteral("claude"));
         source.onPeek = [this](const Peek &peek) { peeks.append(peek); };
@@ -37,12 +38,15 @@ struct Desk : StoreDesk {
             + "\",\"startedAt\":" + QByteArray::number(start) + "}";
     }
 
+    std::unique_ptr<HookListener> listener; ///< on its way to the source
     FakeFiles files;
     FakeApplications applications;
     FakeTerminals terminals;
     TerminalApp terminal{defaults, terminals, places};
     HookInstaller installer{files, clock, places.home, QString(48, u'a')};
-    AgentsSource source{{clock, background, tools, files, applications, workspace, prefs, terminal, places, installer, nullptr}};
+    FakeMachine machine;
+    AgentsSource source{{clock, background, tools, files, applications, workspace, prefs, terminal, places, installer, machine,
+                         std::move(listener)}};
     QSignalSpy changes{&source, &VeltoSource::changed};
 };
 

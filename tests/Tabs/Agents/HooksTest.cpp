@@ -1,6 +1,9 @@
 #include "RunTests.h"
 #include "Tabs/Agents/Desk.h"
 
+#include "Hooks/Hooks.h"
+#include "Platform/LoopbackServer.h"
+
 #include <QJsonObject>
 
 using namespace Qt::StringLiterals;
@@ -25,6 +28,32 @@ HookEvent from(const QString &name)
     result.cwd = u"/home/me/proj"_s;
     return result;
 }
+
+/// A port that others may hold, and that calls come to.
+class Door final : public LoopbackServer {
+public:
+    bool free = false;
+
+    bool listen(quint16 /*port*/, MakeConnection make) override
+    {
+        m_make = std::move(make);
+        return free;
+    }
+    quint16 port() const override { return 4747; }
+    void reply(ConnectionId /*connection*/, QByteArray /*bytes*/) override { }
+    /// An event with an empty body, as the road is tried with.
+    void knock(const QString &token)
+    {
+        const auto connection = m_make(1);
+        QByteArray answer;
+        connection->received("POST /event HTTP/1.1\r\nX-Velto-Token: " + token.toLatin1() + "\r\n\r\n", false, answer);
+        connection->replied();
+        QCoreApplication::processEvents();
+    }
+
+private:
+    MakeConnection m_make;
+};
 
 } // namespace
 
@@ -244,6 +273,66 @@ private Q_SLOTS:
             QCOMPARE(desk.peeks[0].text, u"proj needs you"_s);
             QVERIFY(!desk.peeks[0].isQuestion());
         }
+    }
+
+    void theRoadIsTriedAndWhatIsWrongWithItIsSaid()
+    {
+        FakeDefaults defaults;
+        FakeClock clock;
+        auto made = std::make_unique<Door>();
+        Door &door = *made;
+        Desk desk(std::make_unique<HookListener>(defaults, std::move(made), clock));
+        const QString token = hookToken(defaults);
+        const auto settle = [&desk] {
+            for (int i = 0; i < 3; ++i) {
+                desk.background.finishAll();
+                desk.clock.advance(1s);
+            }
+        };
+        desk.machine.holder = PortHolder{42, u"python3"_s};
+        desk.background.finishAll();
+        QCOMPARE(desk.source.hearing().message(),
+                 u"Port 4747 is held by python3: Claude Code's calls go there, and not to Velto."_s);
+        QVERIFY(!desk.source.heard());
+        door.free = true;
+        desk.machine.holderEnds();
+        QVERIFY(desk.source.heard());
+
+        // A proxy swallows what doesn't go past it.
+        desk.tools.installed.insert(u"curl"_s);
+        desk.tools.onRun = [&](const QString &line) {
+            if (line.contains(u"--noproxy 127.0.0.1"_s))
+                door.knock(token);
+        };
+        QVERIFY(!desk.source.preview().contains(u"--noproxy"_s));
+        desk.source.prepareHooks();
+        settle();
+        QVERIFY(desk.source.preview().contains(u"curl -s -m 35 --noproxy 127.0.0.1 -X POST"_s));
+        desk.source.installHooks();
+        settle();
+        QVERIFY(desk.source.hooksInstalled() && desk.source.heard());
+        QVERIFY(HookInstaller(desk.files, desk.clock, desk.places.home, QString(48, u'a')).goesPastProxy());
+
+        // Sessions work, and nothing comes: the road is tried, and found closed.
+        const auto turn = [&desk] {
+            desk.refresh("[" + desk.session("a", "working") + "]");
+            desk.clock.advance(1s);
+            desk.refresh("[]");
+        };
+        turn();
+        turn();
+        door.knock(token); // this one called
+        desk.tools.onRun = {};
+        turn();
+        turn();
+        turn();
+        settle();
+        QVERIFY(desk.source.heard());
+        turn();
+        settle();
+        QVERIFY(desk.source.hearing().message().contains(u"didn't arrive"_s));
+        door.knock(token);
+        QVERIFY(desk.source.heard());
     }
 
     void theCardStandsUntilTheHooksAreConnected()

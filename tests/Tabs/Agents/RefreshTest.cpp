@@ -45,7 +45,7 @@ private Q_SLOTS:
         const QByteArray listing = "[" + desk.session("a", "working") + "," + desk.session("b", "blocked") + "]";
         desk.refresh(listing);
         const qsizetype before = desk.changes.size();
-        QSignalSpy moved(desk.source.runningRows(), &QAbstractItemModel::dataChanged);
+        QSignalSpy moved(desk.source.sessionRows(), &QAbstractItemModel::dataChanged);
         desk.refresh(listing);
         desk.clock.advance(59s);
         desk.refresh(listing);
@@ -109,7 +109,7 @@ private Q_SLOTS:
             Desk desk;
             auto source = std::make_unique<AgentsSource>(
                 AgentsSource::Needs{desk.clock, background, tools, files, desk.applications, desk.workspace, desk.prefs,
-                                    desk.terminal, desk.places, desk.installer, nullptr});
+                                    desk.terminal, desk.places, desk.installer, desk.machine, nullptr});
             tools.installed.insert(u"claude"_s);
             source->refresh();
             source->scan();

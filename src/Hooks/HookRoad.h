@@ -1,0 +1,79 @@
+#pragma once
+
+#include "Core/SourceState.h"
+#include "Platform/Clock.h"
+#include "Platform/Machine.h"
+
+#include <QObject>
+#include <QPointer>
+
+namespace velto {
+
+class Background;
+class HookInstaller;
+class HookListener;
+class ToolRunner;
+
+/// The road from Claude Code's hooks to Velto: whether anybody listens at its end, who does if it isn't Velto, and whether what
+/// is sent along it arrives. UI thread; never blocks it.
+class HookRoad : public QObject {
+    Q_OBJECT
+public:
+    struct Needs {
+        Clock &clock;
+        Background &background;
+        ToolRunner &tools;
+        const Machine &machine;
+        HookInstaller &installer;
+        HookListener *listener; ///< null: then nothing is heard, and that is no trouble
+    };
+    /// So many turns in a row that end without a call are no accident: one that the user breaks off makes none.
+    static constexpr int kSilentTurns = 3;
+
+    explicit HookRoad(Needs needs, QObject *parent = nullptr);
+
+    /// `failed` with a sentence for the user while calls don't arrive, as far as is known.
+    SourceState state() const;
+    bool proving() const { return m_proving; }
+
+    /// Listens; if the port is taken, finds out by whom, and tries again when that program ends.
+    void listen();
+    /// Runs the event command once, with an empty body, in the user's login shell, as it stands or as it would stand in Claude
+    /// Code's settings, and sees whether it arrives. If only a command that goes past the proxy does, the installer is told.
+    void prove();
+    /// Whatever may be wrong, once more.
+    void tryAgain();
+    /// A turn of a session is over that began at that time.
+    void turnEnded(Instant began);
+    /// Nothing is installed that could call.
+    void forget();
+
+Q_SIGNALS:
+    void changed();
+    /// Commands that go past the proxy are needed, or aren't.
+    void formChanged();
+
+private:
+    enum class Proof : quint8 { None, Arrives, Lost };
+
+    void heard();
+    void nameHolder();
+    void send(bool pastProxy, const std::function<void(bool arrived)> &then);
+    void set(Proof proof, const QString &tried);
+
+    Needs m_needs;
+    std::optional<PortHolder> m_holder;
+    Proof m_proof = Proof::None;
+    QString m_tried; ///< what was, in vain
+    bool m_proving = false;
+    int m_calls = 0;
+    std::optional<Instant> m_lastCall;
+    int m_silentTurns = 0;
+    TimerHandle m_arrival;
+};
+
+/// The command line that runs `command` as the user's terminal would: with what their shell's start files say. `shell` is the
+/// path of the login shell.
+QStringList inLoginShell(const QString &shell, const QString &command);
+
+} // namespace velto
