@@ -282,9 +282,9 @@ private Q_SLOTS:
     {
         Desktop d;
         d.session.setLocked(true);
-        QVERIFY(!d.window.isVisible());
+        QVERIFY(!d.panelWindow.shown);
         d.session.setLocked(false);
-        QVERIFY(d.window.isVisible());
+        QVERIFY(d.panelWindow.shown);
         const QDateTime later = d.hub.updated().addSecs(7200); // the machine slept
         d.clock.setWallTime(later);
         Q_EMIT d.session.woke();

@@ -24,10 +24,10 @@ private Q_SLOTS:
         UI ui(desk.clock, desk.prefs);
         QStringList chosen;
         const auto choose = [&](const QString &what) { return [&chosen, what] { chosen.append(what); }; };
-        ui.setMenu({{u"Open"_s, {}, choose(u"open"_s)},
-                    {u"Settings…"_s, u"Ctrl+,"_s, choose(u"settings"_s)},
+        ui.setMenu({{u"Open"_s, {}, {}, choose(u"open"_s)},
+                    {u"Settings…"_s, Qt::CTRL | Qt::Key_Comma, u"Ctrl+,"_s, choose(u"settings"_s)},
                     {},
-                    {u"Quit"_s, u"Ctrl+Q"_s, choose(u"quit"_s)}});
+                    {u"Quit"_s, Qt::CTRL | Qt::Key_Q, u"Ctrl+Q"_s, choose(u"quit"_s)}});
         ui.setExpanded(expanded);
         QVERIFY(showQml(u"import Velto.Shell\nFocusScope { id: root; anchors.fill: parent; focus: true; property var ui\n"
                         "PanelMenu { ui: root.ui; anchors.fill: parent; place: Qt.point(390, 290) } }"_s,

@@ -1,4 +1,5 @@
 #include "Core/Http.h"
+#include "Core/Prefs.h"
 #include "Feeds/Glances/GlanceSource.h"
 #include "HttpStandIn.h"
 #include "Platform/Fake/FakeBackground.h"

@@ -29,16 +29,11 @@ inline Todo makeTodo(qint64 id, const QString &title, const QString &due = {}, q
 
 /// A source on a desk of its own. It is the morning of Saturday, 21 November 2026.
 struct Desk : StoreDesk {
-    class NamelessMachine final : public Machine {
-    public:
-        QString displayName() const override { return {}; }
-    };
-
     QuillboxMode mode; ///< what is selected; takes effect with the start, or with reconnect()
     FakeFiles fakeFiles;
     Files *files = &fakeFiles;
     ToolRunner *runner = &tools;
-    NamelessMachine machine;
+    FakeMachine machine;
     Http http;
     QuillboxClient client{http, background, [this] { return mode; }};
     std::unique_ptr<QuillboxSource> quillbox;

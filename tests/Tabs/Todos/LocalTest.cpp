@@ -19,10 +19,12 @@ namespace {
 /// Tools that get no more time than a test has.
 class HastyRunner final : public ToolRunner {
 public:
-    RunResult run(const QStringList &args, const QString &cwd, std::chrono::duration<double> timeout) override
+    using ToolRunner::run;
+    RunResult run(const QStringList &args, const QString &cwd, std::chrono::duration<double> timeout,
+                  const ToolEnvironment &environment) override
     {
         const bool hangs = args.contains(u"--title=hang"_s);
-        return m_runner.run(args, cwd, hangs ? std::chrono::duration<double>(0.3) : timeout);
+        return m_runner.run(args, cwd, hangs ? std::chrono::duration<double>(0.3) : timeout, environment);
     }
     bool toolInstalled(const QString &name) const override { return m_runner.toolInstalled(name); }
 

@@ -59,7 +59,8 @@ void TodosPage::show(const QList<Todo> &todos, int height)
     begin({{u"/home/me/data/todos.json"_s, encodeTodos(todos)}});
     m_world->hub.open(Tab::Todos);
     m_ui->setExpanded(true);
-    m_contents = std::make_unique<PanelContents>(m_world->hub);
+    m_contents = std::make_unique<PanelContents>(PanelContents::Needs{m_world->hub, m_world->prefs, m_world->everyday,
+                                                                      m_world->agents, m_world->todos, m_world->quillbox});
     m_keys = std::make_unique<PanelKeys>(*m_view, *m_ui, *m_contents, m_world->hub);
     ViewPage::show(source(), height, true);
 }
