@@ -6,6 +6,7 @@
 #include "Platform/Fake/FakeClock.h"
 #include "Platform/Fake/FakePlatform.h"
 #include "Platform/Fake/FakeToolRunner.h"
+#include "Platform/Places.h"
 #include "RunTests.h"
 
 #include <QJsonDocument>
