@@ -38,6 +38,13 @@ VeltoPanel::VeltoPanel(Clock &clock, UI &ui, const PanelOutline &outline)
     connect(&m_ui, &UI::compositedChanged, this, &VeltoPanel::outlineMoved);
 }
 
+VeltoPanel::~VeltoPanel()
+{
+    // The views change the outline once more as they go, and this is no panel by then.
+    disconnect(&m_outline, nullptr, this, nullptr);
+    disconnect(&m_ui, nullptr, this, nullptr);
+}
+
 QRegion VeltoPanel::wantedMask() const
 {
     const QSizeF shape = m_outline.size();

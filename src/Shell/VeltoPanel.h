@@ -17,6 +17,7 @@ class VeltoPanel : public QQuickView {
     Q_OBJECT
 public:
     VeltoPanel(Clock &clock, UI &ui, const PanelOutline &outline);
+    ~VeltoPanel() override;
 
 protected:
     bool event(QEvent *event) override;
