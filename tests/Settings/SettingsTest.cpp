@@ -221,13 +221,14 @@ private Q_SLOTS:
         desk.prefs.setOnboarded(true);
         const QSignalSpy quit(desk.settings.about(), &AboutSettings::quitWanted);
         desk.settings.about()->reset();
+        QCOMPARE(quit.count(), 1); // a keyring that hangs doesn't hold it up
+        desk.background.finishAll();
         QVERIFY(!desk.installer.present());
         QVERIFY(!desk.loginItem.enabled());
         QVERIFY(!desk.keychain.get(u"Velto.quillbox"_s));
         QVERIFY(desk.keychain.get(u"Velto.linear"_s));
         QVERIFY(desk.keychain.get(u"Velto.googleCalendar.tokens"_s));
         QVERIFY(!desk.defaults.value(u"onboarded"_s).isValid());
-        QCOMPARE(quit.count(), 1);
     }
 
     void theWelcomeTurnsOffWhatCanNotWorkHere()
