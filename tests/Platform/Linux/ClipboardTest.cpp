@@ -13,6 +13,16 @@ namespace {
 /// Another program that holds the clipboard, and hands it over when a test says so.
 class Holder {
 public:
+    Holder() = default;
+    Holder(const Holder &) = delete;
+    Holder &operator=(const Holder &) = delete;
+    /// The window of the next holder has the same number, so that the end of this one is to be heard before.
+    ~Holder()
+    {
+        m_program.close(m_window);
+        m_program.atom("any"); // a round trip
+        QTest::qWait(50);
+    }
     void copy()
     {
         if (m_window == kNoWindow)
