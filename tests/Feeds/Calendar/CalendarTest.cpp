@@ -104,8 +104,9 @@ private Q_SLOTS:
         row("nothing there", {204, ""}, failed);
         row("a page", {200, "<!DOCTYPE html><html></html>"}, QStringLiteral("a web page came in place of an answer"));
         row("empty", {200, ""}, QStringLiteral("the answer can't be read: illegal value"));
-        row("half", {200, "{\"items\": [{\"id\": \"a\""}, QStringLiteral("unterminated string"));
-        row("cut off", {200, fixture("google/events.json"), {}, Manner::CutOff}, QStringLiteral("Connection closed"));
+        row("half", {200, "{\"items\": [{\"id\": \"a\""}, QStringLiteral("the answer can't be read: unterminated string"));
+        row("cut off", {200, fixture("google/events.json"), {}, Manner::CutOff},
+            QStringLiteral("The connection ended without an answer."));
     }
 
     void aFailureLeavesTheMeetings()

@@ -184,6 +184,7 @@ private Q_SLOTS:
         Desk desk;
         desk.link();
         desk.keychain.setLocked(true);
+        desk.calendar = desk.make(); // Velto starts again
         QVERIFY(desk.refresh());
         QVERIFY(desk.calendar->linked() && desk.calendar->locked() && !desk.calendar->answered());
         desk.calendar->unlock();

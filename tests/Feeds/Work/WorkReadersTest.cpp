@@ -118,7 +118,7 @@ private Q_SLOTS:
         HttpStandIn elsewhere;
         for (const int status : {401, 403, 302, 404, 429, 500, 503}) {
             m_service.answer = [&](const auto &) {
-                return Answer{status, "{\"error\": \"x\"}", {"Retry-After: 30", "Location: " + elsewhere.url().toEncoded()}};
+                return Answer{status, "{\"error\": \"x\"}", {"Retry-After: 0", "Location: " + elsewhere.url().toEncoded()}};
             };
             const bool refused = status == 401 || status == 403;
             for (const Tool tool : kTools)
