@@ -14,7 +14,6 @@ namespace velto {
 /// its functions. Whoever owns it calls update() after each change and at nextDeadline(), and takes what has ended.
 class PeekTimeline {
 public:
-
     static constexpr std::chrono::seconds kStay{4};
     static constexpr std::chrono::seconds kSpokenStay{10};
     static constexpr std::chrono::seconds kQuestionStay{28};

@@ -32,8 +32,8 @@ public:
             return torn.takeFirst();
         return m_files.read(path, maximum);
     }
-    std::optional<FileError> replace(const QString &path, const QByteArray &bytes,
-                                     const std::function<bool()> &stillWanted, Mode mode) override
+    std::optional<FileError> replace(const QString &path, const QByteArray &bytes, const std::function<bool()> &stillWanted,
+                                     Mode mode) override
     {
         const auto meddled = [&] {
             if (meddle)

@@ -75,7 +75,9 @@ private Q_SLOTS:
         QVERIFY(middle != column(5));
         for (double x = 26; x < 116; ++x)
             QCOMPARE(column(x), middle);
-        const auto strongest = [](const QList<QRgb> &pixels) { return qRed(*std::ranges::max_element(pixels, {}, [](QRgb each) { return qRed(each); })); };
+        const auto strongest = [](const QList<QRgb> &pixels) {
+            return qRed(*std::ranges::max_element(pixels, {}, [](QRgb each) { return qRed(each); }));
+        };
         // Where arc and line meet it doesn't fade.
         for (double x = 20; x < 30; x += 1 / scale)
             QVERIFY2(strongest(column(x)) > 0.75 * strongest(middle), qPrintable(u"at %1"_s.arg(x)));

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Platform/Linux/DBusOwners.h"
-#include "Platform/Timer.h"
 #include "Platform/Session.h"
+#include "Platform/Timer.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
