@@ -97,13 +97,20 @@ private Q_SLOTS:
         int chosen = 0;
         w.ui.setMenu({{u"Open"_s, {}, {}, {}}, {}, {u"Quit"_s, Qt::CTRL | Qt::Key_Q, u"Ctrl+Q"_s, [&] { ++chosen; }}});
         w.ui.askForMenu();
+        w.wait(1000);
+        QVERIFY(!w.ui.expanded() && w.ui.menuOpen()); // it hangs under the strip
+        w.ui.closeMenu();
+        w.ui.openFocused();
+        w.ui.askForMenu();
         w.ui.pointerChanged(false);
         w.wait(1000);
         QVERIFY(w.ui.expanded() && w.ui.menuOpen());
         QVERIFY(!w.ui.pressMenuKey(Qt::Key_W, Qt::ControlModifier));
         QVERIFY(w.ui.pressMenuKey(Qt::Key_Q, Qt::ControlModifier));
         QVERIFY(chosen == 1 && !w.ui.menuOpen());
+        w.ui.openFocused();
         w.ui.askForMenu();
+        w.ui.pointerChanged(false);
         w.ui.closeMenu(); // with the pointer elsewhere
         w.wait(400);
         QVERIFY(!w.ui.expanded());
