@@ -110,9 +110,7 @@ void PanelKeys::control(const QKeyEvent &key)
 void PanelKeys::plain(const QKeyEvent &key)
 {
     if (key.key() == Qt::Key_Down || key.key() == Qt::Key_Up) {
-        if (m_hub.takeKey(Qt::Key(key.key())))
-            clearFocus();
-        else
+        if (!m_hub.takeKey(Qt::Key(key.key())))
             enterPage();
     } else if ((key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) && !key.isAutoRepeat() && !textFieldFocused()
                && !focusHas("takesReturn")) {

@@ -20,6 +20,9 @@ FocusScope {
             root.source.appeared();
     }
     Component.onCompleted: root.source.appeared()
+    // What comes here from a field, which has no use for it: it has moved the selection, and the keyboard goes along.
+    Keys.onUpPressed: root.leaveField()
+    Keys.onDownPressed: root.leaveField()
 
     Connections {
         target: root.source // qmllint disable type
@@ -51,6 +54,11 @@ FocusScope {
             else
                 root.comeBack();
         }
+    }
+    function leaveField(): void {
+        const row = list.itemAtIndex(root.source.selectedRow);
+        if (row && !root.source.form.shown)
+            list.focusRow(row);
     }
     // From the form.
     function comeBack(): void {
