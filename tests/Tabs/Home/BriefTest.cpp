@@ -94,9 +94,17 @@ private Q_SLOTS:
         QCOMPARE(m.item(u"agents-run"_s).title, u"session 0 is working"_s);
         QCOMPARE(m.home.headlineText(), u"1 thing needs you"_s);
         QVERIFY(m.home.spotlight()->working());
-        QVERIFY(m.rows(m.home.needs()).isEmpty());
+        QCOMPARE(m.rows(m.home.needs()), QStringList{u"agents-wait"_s}); // the spotlight shows another
         m.home.run(u"agents-wait"_s);
         QCOMPARE(m.hub.selected(), Tab::Agents);
+        m.setSessions(0, 2);
+        m.refresh();
+        QCOMPARE(m.rows(m.home.needs()), QStringList{u"agents-wait"_s}); // or one of two
+        m.setSessions(0, 1);
+        m.refresh();
+        QVERIFY(m.home.spotlight()->present() && !m.home.spotlight()->working());
+        QVERIFY(m.rows(m.home.needs()).isEmpty());
+        QCOMPARE(m.home.headlineText(), u"1 thing needs you"_s);
     }
 
     void todosCountWhatIsLateAndWhatIsDue_data()
