@@ -33,14 +33,16 @@ struct Piece {
     QString text;
 };
 
-/// Which of the theme's colours it is, however faint; nothing for white.
+/// Which of the theme's colours it is, however faint or lightened for letters; nothing for white.
 QString colourName(const QColor &colour)
 {
     static constexpr std::pair<QColor, const char *> kColours[] = {
         {Theme::kIce, "ice"}, {Theme::kAmber, "amber"},   {Theme::kMint, "mint"},   {Theme::kCoral, "coral"},
         {Theme::kRed, "red"}, {Theme::kOrange, "orange"}, {Theme::kGreen, "green"}, {Theme::kCyan, "cyan"}};
+    static constexpr double kChipFill = 0.16;
     for (const auto &[known, name] : kColours)
-        if (known.rgb() == colour.rgb())
+        if (known.rgb() == colour.rgb() || Theme::ink(known).rgb() == colour.rgb()
+            || Theme::ink(known, kChipFill).rgb() == colour.rgb())
             return QLatin1StringView(name) + u':';
     return {};
 }
