@@ -33,6 +33,8 @@ private Q_SLOTS:
         source().form()->date()->type(u"12/24/2026"_s);
         source().form()->save();
         m_view->grabWindow();
+        QCOMPARE(titles(), QStringList{u"Later"_s}); // the list goes where it went
+        click(named(u"Today"_s));
         QVERIFY(named(u"Nothing due today. 1 more later."_s));
         click(named(u"Overdue"_s));
         QVERIFY(named(u"Nothing overdue."_s));
