@@ -1,6 +1,5 @@
 import QtQuick
 import Velto.Design
-import Velto.Shell
 
 // The program's menu: under the strip in the black, which makes room for it, or in the open panel where it was asked for.
 FocusScope {
@@ -62,8 +61,9 @@ FocusScope {
             }
             // qmllint enable unqualified
             onVisibleChanged: {
-                if (visible && item)
-                    root.ui.menuHeight = item.implicitHeight + 16;
+                const entries = item as MenuEntries;
+                if (visible && entries)
+                    root.ui.menuHeight = entries.implicitHeight + 16;
             }
         }
     }
