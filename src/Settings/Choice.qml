@@ -23,6 +23,7 @@ ComboBox {
     leftPadding: 10
     rightPadding: 30
     currentIndex: root.options.findIndex(option => option.value === root.current)
+    Accessible.role: Accessible.ComboBox
     Accessible.name: root.label + ", " + root.displayText
     Accessible.onPressAction: root.popup.open()
     onActivated: index => {
@@ -42,6 +43,7 @@ ComboBox {
         font.weight: root.currentIndex === option.index ? Font.DemiBold : Font.Normal
         highlighted: root.highlightedIndex === option.index
         hoverEnabled: root.hoverEnabled
+        Accessible.role: Accessible.MenuItem
         Accessible.name: option.text
         Accessible.onPressAction: option.clicked()
     }

@@ -21,6 +21,7 @@ Button {
     implicitHeight: Math.round(contentItem.implicitHeight + 12)
     leftPadding: 14
     rightPadding: 14
+    Accessible.role: Accessible.Button
     Accessible.name: root.text.replace(/&&/g, "&")
     Accessible.ignored: !root.visible
     Accessible.onPressAction: root.press()

@@ -36,7 +36,10 @@ Item {
         spacing: 9
         text: root.label.replace(/&/g, "&&")
         checked: root.ticked
+        Accessible.role: Accessible.CheckBox
         Accessible.name: root.label
+        Accessible.checkable: true
+        Accessible.checked: box.checked
         Accessible.description: root.note
         Accessible.onPressAction: root.wanted(!root.ticked)
         Accessible.onToggleAction: root.wanted(!root.ticked)

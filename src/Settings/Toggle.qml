@@ -20,7 +20,10 @@ Switch {
     padding: 0
     spacing: 0
     checked: root.on
+    Accessible.role: Accessible.CheckBox
     Accessible.name: root.label
+    Accessible.checkable: true
+    Accessible.checked: root.checked
     Accessible.onPressAction: root.ask()
     Accessible.onToggleAction: root.ask()
     onToggled: {

@@ -71,7 +71,11 @@ QList<QQuickItem *> pressableBelow(QQuickItem *root)
 class WindowsTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase() { m_engine.addImportPath(u"qrc:/qt/qml"_s); }
+    void initTestCase()
+    {
+        tellWhatIsGreyed();
+        m_engine.addImportPath(u"qrc:/qt/qml"_s);
+    }
 
     void init()
     {
@@ -120,16 +124,17 @@ private Q_SLOTS:
     void aScreenReadersPressDoesWhatAClickDoes_data()
     {
         columns<int, QStringList, int>({"pane", "first", "effective"});
-        QTest::newRow("general") << 0 << QStringList() << 11;
-        QTest::newRow("general, a choice") << 0 << QStringList{u"Starting view, Custom"_s} << 4;
-        QTest::newRow("modules") << 1 << QStringList() << 16;
+        // The pane's own tab changes something where the pane looks into the keyring when it opens.
+        QTest::newRow("general") << 0 << QStringList() << 10;
+        QTest::newRow("general, a choice") << 0 << QStringList{u"Starting view, Custom"_s} << 5;
+        QTest::newRow("modules") << 1 << QStringList() << 15;
         QTest::newRow("claude") << 2 << QStringList() << 6;
         QTest::newRow("claude, asked") << 2 << QStringList{u"Connect…"_s} << 2;
-        QTest::newRow("work") << 3 << QStringList() << 5;
-        QTest::newRow("quillbox") << 4 << QStringList() << 5;
+        QTest::newRow("work") << 3 << QStringList() << 6;
+        QTest::newRow("quillbox") << 4 << QStringList() << 6;
         QTest::newRow("about") << 5 << QStringList() << 6;
         QTest::newRow("about, asked") << 5 << QStringList{u"Remove Velto's changes and quit…"_s} << 2;
-        QTest::newRow("welcome") << -1 << QStringList() << 13;
+        QTest::newRow("welcome") << -1 << QStringList() << 15;
         QTest::newRow("welcome, asked") << -1 << QStringList{u"What changes?"_s} << 1;
     }
 
@@ -148,7 +153,8 @@ private Q_SLOTS:
                     press(name);
                     QTest::qWait(50);
                 }
-                const auto controls = pressableBelow(m_window->contentItem());
+                QVERIFY(first.isEmpty() || overlay());
+                const auto controls = pressableBelow(first.isEmpty() ? m_window->contentItem() : overlay());
                 if (place >= controls.size()) {
                     QCOMPARE(effective, 0);
                     return;
@@ -256,7 +262,6 @@ private:
         m_window.reset(
             qobject_cast<QQuickWindow *>(component.createWithInitialProperties({{u"store"_s, QVariant::fromValue(store)}})));
         QVERIFY2(m_window, qPrintable(component.errorString()));
-        tellWhatIsGreyed();
         m_window->show();
         QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
     }
@@ -289,6 +294,14 @@ private:
         all += m_window->property("shown").toString() + QString::number(m_desk->loginItem.on);
         all.sort();
         return all.join(u'|');
+    }
+    /// Where dialogs and lists stand; what is under them can't be clicked.
+    QQuickItem *overlay() const
+    {
+        const auto children = m_window->contentItem()->childItems();
+        const auto found =
+            std::ranges::find_if(children, [](const QQuickItem *child) { return child->inherits("QQuickOverlay"); });
+        return found == children.end() ? nullptr : *found;
     }
     QQuickItem *named(const QString &name)
     {
