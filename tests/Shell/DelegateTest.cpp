@@ -146,6 +146,9 @@ private Q_SLOTS:
         QCOMPARE(d.frame(), kPeeking.adjusted(0, 0, 0, int(UI::kMostUnfolded)));
 
         d.line.answer(true);
+        QCOMPARE(d.line.tool(), u"one"_s); // the pills have only just come to their new place
+        d.wait(300);
+        d.line.answer(true);
         QCOMPARE(d.line.tool(), u"two"_s); // folded, as nobody has rested on this one
         QVERIFY(!d.ui.unfolded());
         d.wait(250);
