@@ -26,17 +26,24 @@ QImage coverage(const QPainterPath &outline, const QRect &area)
     return image;
 }
 
-/// No pixel keeps more than its share. Doing it again changes nothing: a frame may repaint a part of what is below only.
+/// No pixel keeps more than its share; in a window without transparency, of the light. Doing it again changes nothing: a frame
+/// may repaint a part of what is below only.
 void limit(QImage &picture, const QRect &area, const QImage &shares)
 {
+    const bool transparent = picture.hasAlphaChannel();
     const QRect within = area.intersected(picture.rect());
     for (int y = within.top(); y <= within.bottom(); ++y) {
         // Not scanLine(): the picture is being painted, and isn't to be copied.
         auto *line = reinterpret_cast<QRgb *>(const_cast<uchar *>(picture.constScanLine(y)));
         const uchar *share = shares.constScanLine(y - area.top()) - area.left();
         for (int x = within.left(); x <= within.right(); ++x) {
-            const uint alpha = uint(qAlpha(line[x]));
             const uint most = share[x];
+            if (!transparent) {
+                const int light = int(most);
+                line[x] = qRgb(std::min(qRed(line[x]), light), std::min(qGreen(line[x]), light), std::min(qBlue(line[x]), light));
+                continue;
+            }
+            const uint alpha = uint(qAlpha(line[x]));
             if (alpha <= most)
                 continue;
             const auto part = [&](int channel) { return int((uint(channel) * most + alpha / 2) / alpha); };
@@ -75,7 +82,7 @@ public:
         if (!painter || painter->device()->devType() != QInternal::Image)
             return;
         auto &picture = *static_cast<QImage *>(painter->device());
-        if (picture.format() != QImage::Format_ARGB32_Premultiplied)
+        if (picture.format() != QImage::Format_ARGB32_Premultiplied && picture.format() != QImage::Format_RGB32)
             return;
         const double scale = picture.devicePixelRatio();
         const QTransform toPixels = matrix()->toTransform() * QTransform::fromScale(scale, scale);
