@@ -38,7 +38,9 @@ class ViewsTest : public ViewPage {
         m_ui->setVelto({185, 24});
         QVariantMap properties;
         if (name == u"ExpandedView")
-            properties = {{u"ui"_s, QVariant::fromValue(m_ui.get())}, {u"contents"_s, QVariant::fromValue(m_contents.get())}};
+            properties = {{u"ui"_s, QVariant::fromValue(m_ui.get())},
+                          {u"contents"_s, QVariant::fromValue(m_contents.get())},
+                          {u"peekLine"_s, QVariant::fromValue(m_line.get())}};
         else
             properties = {{u"ui"_s, QVariant::fromValue(m_ui.get())},
                           {u"strip"_s, QVariant::fromValue(m_strip.get())},
@@ -79,7 +81,7 @@ private Q_SLOTS:
         };
         QCOMPARE(seen(), QStringList{});
         QCOMPARE(sessions(2, 0), QStringList{u"mint:* | 2"_s});
-        QCOMPARE(sessions(12, 3), QStringList{u"mint:* | 12 | amber:* | 3"_s});
+        QCOMPARE(sessions(12, 3), QStringList{u"mint:* | 1 | 2 | amber:* | 3"_s});
         addTodo(0);
         w.wait(0);
         QCOMPARE(sessions(2, 0), QStringList{u"(checklist) | 1 | mint:* | 2"_s});
@@ -130,8 +132,7 @@ private Q_SLOTS:
         showView(u"ExpandedView"_s, {780, 520});
         m_ui->openFocused();
         const auto top = [this] { return seen().mid(0, 2).join(u'/'); };
-        const QString tabs =
-            u"(house) | Home | (checklist) | Todos | (sparkle) | Agents | (point.3.connected.trianglepath.dotted) | Connect"_s;
+        const QString tabs = u"(house) | Home | (checklist) | Todos | (sparkle) | Agents | (puzzlepiece.extension) | Connect"_s;
         const QString buttons = u" | (%1) | (arrow.clockwise) | (gearshape)/"_s;
         QCOMPARE(top(), tabs + buttons.arg(u"pin"_s) + u"(checkmark.circle) | Nothing needs you right now"_s);
         addTodo(0);
@@ -141,8 +142,8 @@ private Q_SLOTS:
         w.applications.setRunning({u"com.obsproject.obs-studio"_s});
         click(named(u"Pin open"_s));
         QVERIFY(m_ui->pinned());
-        QVERIFY2(top().contains(u"coral:(record.circle) | Recording · quiet | (pin.fill)"_s)
-                     && top().endsWith(u"/(hand.raised.fill) | 1 waiting | (checklist) | 1 due"_s),
+        QVERIFY2(top().contains(u"coral:(record.circle) | Recording · quiet | ice:(pin.fill)"_s)
+                     && top().endsWith(u"/ice:(hand.raised.fill) | ice:1 waiting | ice:(checklist) | ice:1 due"_s),
                  qPrintable(top()));
         click(named(u"Unpin (closes when the pointer leaves)"_s));
         QVERIFY(!m_ui->pinned());
