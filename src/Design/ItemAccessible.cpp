@@ -126,52 +126,13 @@ void ItemAccessible::doAction(const QString &name)
         QMetaObject::invokeMethod(m_attached, toggles() ? "toggleAction" : "pressAction");
 }
 
-/// Screen readers are told of an item as soon as it has anything to tell, which is before its role is known. What the toolkit has
-/// answered for it by then is dropped once the role comes.
-class RoleWatch final : public QObject {
-    Q_OBJECT
-public:
-    static void begin(QQuickItem *item, QObject *attached)
-    {
-        if (attached->findChild<RoleWatch *>({}, Qt::FindDirectChildrenOnly))
-            return; // asked for once for each class that the item is of
-        auto *watch = new RoleWatch(item, attached);
-        connect(attached, SIGNAL(roleChanged()), watch, SLOT(look()));
-    }
-
-private Q_SLOTS:
-    void look()
-    {
-        if (!canBePressed(QAccessible::Role(m_attached->property("role").toInt())))
-            return;
-        QAccessibleInterface *known = QAccessible::queryAccessibleInterface(m_item);
-        if (known && !dynamic_cast<ItemAccessible *>(known))
-            QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(known));
-        deleteLater();
-    }
-
-private:
-    RoleWatch(QQuickItem *item, QObject *attached)
-        : QObject(attached)
-        , m_item(item)
-        , m_attached(attached)
-    {
-    }
-
-    QQuickItem *m_item;
-    QObject *m_attached;
-};
-
 QAccessibleInterface *interfaceOf(const QString &, QObject *object)
 {
     auto *item = qobject_cast<QQuickItem *>(object);
     QObject *attached = item ? attachedTo(item) : nullptr;
-    if (!attached)
+    if (!attached || attached->property("ignored").toBool()
+        || !canBePressed(QAccessible::Role(attached->property("role").toInt())))
         return nullptr;
-    if (!canBePressed(QAccessible::Role(attached->property("role").toInt()))) {
-        RoleWatch::begin(item, attached);
-        return nullptr;
-    }
     return new ItemAccessible(item, attached);
 }
 
@@ -187,4 +148,3 @@ void tellWhatIsGreyed()
 }
 
 } // namespace velto
-#include "ItemAccessible.moc"

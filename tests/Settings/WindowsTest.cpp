@@ -173,21 +173,6 @@ private Q_SLOTS:
         }
     }
 
-    void whatIsGreyedIsSoForAScreenReaderToo()
-    {
-        openPane(3);
-        QQuickItem *save = named(u"Save Linear API key"_s);
-        QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(save);
-        QVERIFY(interface->state().disabled);
-        QVERIFY(actionOf(save).isEmpty());
-        interface->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-        m_desk->background.finishAll();
-        QVERIFY(m_desk->keychain.entries.isEmpty());
-        named(u"Linear API key, Paste here"_s)->setProperty("text", u"x"_s);
-        QVERIFY(!interface->state().disabled);
-        QCOMPARE(interface->parent()->object()->isWindowType() || interface->parent()->indexOfChild(interface) >= 0, true);
-    }
-
     void aSwitchChangesWhatItSaysAtOnce()
     {
         openPane(0);
