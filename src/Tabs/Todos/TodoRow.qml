@@ -69,7 +69,7 @@ Item {
     }
 
     function press(): void {
-        root.source.press(root.todoId);
+        root.source.shown.press(root.todoId);
     }
     function rest(): void {
         let had = false;
