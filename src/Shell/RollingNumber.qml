@@ -37,18 +37,20 @@ Row {
             readonly property string digit: root.digits[index]
             property string before: digit
             property real turned: 1
+            property bool complete: false
 
             width: Math.ceil(slot.advanceWidth)
             height: Math.ceil(slot.height)
             clip: turned < 1
 
             onDigitChanged: {
-                if (Theme.reducedMotion) {
+                if (Theme.reducedMotion || !place.complete) {
                     before = digit;
                     return;
                 }
                 turn.restart();
             }
+            Component.onCompleted: place.complete = true
 
             NumberAnimation {
                 id: turn

@@ -123,10 +123,13 @@ private Q_SLOTS:
 
     void theListOfAnotherStoreIsNotWrittenOverTheFile()
     {
-        m_files.replace(m_path, encodeTodos({makeTodo(1, u"mine"_s)}));
+        m_files.replace(m_path, encodeTodos({makeTodo(1, u"mine"_s), makeTodo(2, u"done"_s)}));
         TodosSource &source = m_desk->start();
+        source.finish(u"2"_s); // goes to the store that it was taken from
         m_desk->mode = QuillboxMode::hub(QUrl(u"http://127.0.0.1:1"_s), u"t"_s);
         m_desk->quillbox->reconnect();
+        QVERIFY(!source.pendingDone());
+        QCOMPARE(titlesOf(decodeTodos(readFile(m_path)).value()), QStringList{u"mine"_s});
         m_desk->mode = {};
         m_desk->quillbox->reconnect();
         source.save(makeTodo(0, u"b"_s));
