@@ -44,7 +44,9 @@ Row {
             clip: turned < 1
 
             onDigitChanged: {
-                if (Theme.reducedMotion || !place.complete) {
+                // A count of nothing wasn't shown.
+                const shown = place.complete && (place.before !== "0" || root.digits.length > 1);
+                if (Theme.reducedMotion || !shown) {
                     before = digit;
                     return;
                 }

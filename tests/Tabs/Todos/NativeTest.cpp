@@ -89,7 +89,6 @@ private Q_SLOTS:
     {
         TodosSource &source = m_desk->start();
         source.save(makeTodo(0, u"a"_s));
-        source.refresh();
         const QByteArray foreign = encodeTodos({makeTodo(5, u"foreign"_s), makeTodo(6, u"done"_s)});
         writeFile(m_path, foreign);
         QTRY_VERIFY(m_desk->clock.pendingTimers() > 1); // the file is watched
