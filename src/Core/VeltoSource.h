@@ -5,7 +5,6 @@
 #include <QObject>
 #include <QString>
 #include <QUrl>
-#include <functional>
 
 namespace velto {
 
@@ -42,9 +41,8 @@ Q_SIGNALS:
     void tabWanted(velto::Tab tab);
     /// The user has changed what there is to read: every store is to read again.
     void refreshWanted();
+    /// There is news for the user.
+    void peekWanted(const velto::Peek &peek);
 };
-
-/// How a source raises a Peek; set by the Hub.
-using OnPeek = std::function<void(Peek)>;
 
 } // namespace velto

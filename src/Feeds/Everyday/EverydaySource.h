@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Core/Peek.h"
 #include "Core/SourceState.h"
-#include "Core/VeltoSource.h"
 #include "Feeds/Calendar/NextEvent.h"
 #include "Feeds/Everyday/NowPlaying.h"
 #include "Platform/Timer.h"
@@ -71,7 +71,6 @@ public:
     bool playing() const { return m_nowPlaying && m_nowPlaying->playing; }
     bool focusing() const { return m_focusEnd.has_value(); }
 
-    OnPeek onPeek;
     /// How many agents wait for the user.
     std::function<int()> waitingAgents = [] { return 0; };
 
@@ -88,6 +87,8 @@ public:
 
 Q_SIGNALS:
     void changed();
+    /// There is news for the user.
+    void peekWanted(const velto::Peek &peek);
 
 private:
     /// What others see; compared to tell whether anything has changed.

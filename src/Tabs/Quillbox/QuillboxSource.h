@@ -80,8 +80,6 @@ public:
     /// The sessions of other machines, in the hub's order.
     QList<VeltoSnapshot::Handoff> otherMac() const;
 
-    OnPeek onPeek;
-
     void refresh();
     /// Asks again without the wait between two fetches: after a write, and for a retry by hand. While a fetch is under way
     /// nothing more is asked.
@@ -108,8 +106,8 @@ private:
     QCoro::Task<> fetch();
     void take(const Result<VeltoSnapshot, HubError> &answer);
     void diff(const VeltoSnapshot &next);
-    void heardPeek(const VeltoSnapshot &next) const;
-    void handoffPeek(const VeltoSnapshot &next) const;
+    void heardPeek(const VeltoSnapshot &next);
+    void handoffPeek(const VeltoSnapshot &next);
     void publish();
     void publishRows();
     QString hostSlug() const;
