@@ -19,8 +19,6 @@ public:
     /// A step every `interval` milliseconds.
     explicit MovingItem(int interval, QQuickItem *parent = nullptr);
 
-    bool isMoving() const { return m_timer.isActive(); }
-
 protected:
     /// Whether the item would move if nothing else speaks against it. Call follow() when this changes.
     virtual bool wantsToMove() const = 0;

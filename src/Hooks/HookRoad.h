@@ -34,7 +34,6 @@ public:
 
     /// `failed` with a sentence for the user while calls don't arrive, as far as is known.
     SourceState state() const;
-    bool proving() const { return m_proving; }
 
     /// Listens; if the port is taken, finds out by whom, and tries again when that program ends.
     void listen();

@@ -32,7 +32,6 @@ Hub::Hub(const Needs &needs, QObject *parent)
                  {Tab::Agents, &needs.agents},
                  {Tab::Quillbox, &needs.quillbox},
                  {Tab::Connect, &needs.connect}})
-    , m_lastTabs(tabs())
     , m_updated(needs.clock.wallTime())
 {
     followSources();
@@ -150,12 +149,7 @@ void Hub::select(Tab tab)
 
 void Hub::fixSelection()
 {
-    const QList<Tab> visible = tabs();
-    if (visible != m_lastTabs) {
-        m_lastTabs = visible;
-        Q_EMIT tabsChanged();
-    }
-    if (!visible.contains(m_selected))
+    if (const QList<Tab> visible = tabs(); !visible.contains(m_selected))
         select(visible.value(0, Tab::Home));
 }
 

@@ -92,7 +92,6 @@ public:
 Q_SIGNALS:
     /// Something that the Hub or one of its sources publishes has changed.
     void changed();
-    void tabsChanged();
     void selectedChanged();
     void updatedChanged();
     void peekChanged();
@@ -110,7 +109,6 @@ private:
     Needs m_needs;
     PeekQueue m_peeks;
     std::map<Tab, VeltoSource *> m_sources;
-    QList<Tab> m_lastTabs;
     Tab m_selected = Tab::Home;
     QDateTime m_updated;
     bool m_recording = false;

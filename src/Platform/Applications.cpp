@@ -1,5 +1,7 @@
 #include "Platform/Applications.h"
 
+#include "Platform/Terminals.h"
+
 #include <algorithm>
 #include <array>
 
@@ -15,9 +17,6 @@ constexpr std::array kRecorders{
     "com.cleanshot.recorder"_L1,      "com.ecamm.EcammLive"_L1,      "com.descript.beachcube"_L1,
 };
 
-constexpr std::array kTerminals{"com.apple.Terminal"_L1, "com.googlecode.iterm2"_L1, "com.mitchellh.ghostty"_L1,
-                                "dev.warp.Warp-Stable"_L1};
-
 } // namespace
 
 bool Applications::recorderRuns() const
@@ -29,7 +28,7 @@ bool Applications::recorderRuns() const
 bool Applications::terminalInFront() const
 {
     const QString front = frontmost();
-    return std::ranges::any_of(kTerminals, [&front](QLatin1StringView terminal) { return front == terminal; })
+    return std::ranges::any_of(Terminals::kAll, [&front](Terminals::App app) { return front == Terminals::identifier(app); })
         || front.contains("Code"_L1) || front.contains("cursor"_L1);
 }
 

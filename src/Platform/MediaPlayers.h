@@ -10,10 +10,11 @@ namespace velto {
 
 /// A program that can play and is running.
 struct MediaPlayer {
+    /// The players that the logic knows.
+    enum class Known : quint8 { Spotify, Music, No };
+
     QString id; ///< what the calls below take
-    /// The application behind it, as Applications names it: "com.spotify.client", "com.apple.Music". A player that the logic
-    /// needn't know has its id here.
-    QString application;
+    Known known = Known::No;
 };
 
 /// What a player says that it plays.

@@ -214,11 +214,6 @@ QList<Agent> AgentsSource::waiting() const
     return members(Group::Waiting);
 }
 
-QList<Agent> AgentsSource::stale() const
-{
-    return members(Group::Stale);
-}
-
 int AgentsSource::runningCount() const
 {
     return count(Group::Running);

@@ -95,7 +95,6 @@ public:
 
     QList<Agent> running() const;
     QList<Agent> waiting() const;
-    QList<Agent> stale() const;
     int runningCount() const;
     int waitingCount() const;
     int staleCount() const;

@@ -55,7 +55,6 @@ public:
     bool exists() const { return m_connection != nullptr; }
     xcb_connection_t *connection() const { return m_connection; }
     xcb_window_t root() const { return m_root; }
-    int screenNumber() const { return m_screen; }
     xcb_atom_t atom(XcbAtom name) const;
 
     /// A property's 32-bit values, at most 4096 of them; empty if it is missing or of another kind.
