@@ -138,8 +138,8 @@ void Program::showPanel()
         {u"contents"_s, QVariant::fromValue(&m_contents)},
         {u"accessibility"_s, QVariant::fromValue(static_cast<Accessibility *>(&m_machine.platform.accessibility))},
     });
-    m_panel.setSource(QUrl(u"qrc:/qt/qml/Velto/Shell/VeltoView.qml"_s));
     tellWhatIsGreyed();
+    m_panel.setSource(QUrl(u"qrc:/qt/qml/Velto/Shell/VeltoView.qml"_s));
     auto *theme = Theme::of(m_panel.engine());
     const auto follow = [theme, this] {
         theme->setReducedMotion(m_machine.platform.accessibility.reducedMotion());

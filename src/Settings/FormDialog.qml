@@ -25,6 +25,9 @@ Dialog {
         border.color: Qt.alpha(root.palette.windowText, 0.2)
     }
     header: Item {
+        /// See ItemAccessible.
+        readonly property bool trapsFocus: true
+
         implicitHeight: title.height + 26
 
         FormHeading {

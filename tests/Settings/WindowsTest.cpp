@@ -173,6 +173,34 @@ private Q_SLOTS:
         }
     }
 
+    void whatIsGreyedOrUnderADialogIsSoForAScreenReaderToo()
+    {
+        openPane(3);
+        QQuickItem *save = named(u"Save Linear API key"_s);
+        QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(save);
+        QVERIFY(interface->state().disabled);
+        QVERIFY(actionOf(save).isEmpty());
+        interface->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        m_desk->background.finishAll();
+        QVERIFY(m_desk->keychain.entries.isEmpty());
+        named(u"Linear API key, Paste here"_s)->setProperty("text", u"x"_s);
+        QVERIFY(!interface->state().disabled);
+        QVERIFY(interface->parent()->indexOfChild(interface) >= 0);
+
+        openPane(5);
+        press(u"Remove Velto's changes and quit…"_s);
+        QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Cancel"_s);
+        const auto act = [](QQuickItem *control) {
+            QAccessible::queryAccessibleInterface(control)->actionInterface()->doAction(actionOf(control));
+        };
+        act(named(u"General"_s));
+        QCOMPARE(m_window->property("shown"), QVariant(5));
+        act(m_window->activeFocusItem());
+        QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Remove Velto's changes and quit…"_s);
+        act(named(u"General"_s));
+        QCOMPARE(m_window->property("shown"), QVariant(0));
+    }
+
     void aSwitchChangesWhatItSaysAtOnce()
     {
         openPane(0);

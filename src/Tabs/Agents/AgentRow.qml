@@ -110,6 +110,8 @@ Item {
 
         x: 14
         y: 17 * Theme.textScale - height / 2
+        width: Math.round(6 * Theme.textScale)
+        height: width
         visible: root.working
         color: root.tone
         live: root.working
@@ -117,9 +119,9 @@ Item {
     Rectangle {
         anchors.centerIn: dot
         visible: !root.working
-        width: 6
-        height: 6
-        radius: 3
+        width: dot.width
+        height: dot.width
+        radius: width / 2
         color: root.tone
     }
 

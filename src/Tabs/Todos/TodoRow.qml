@@ -28,6 +28,8 @@ Item {
     readonly property bool hasChips: root.dueText !== "" || root.person !== "" || root.commentCount !== ""
     /// Worked out without a positioner, which would come to it a frame later.
     readonly property real wanted: root.isHeading ? 30 * Theme.textScale : line.height + (more.active ? more.height + 10 : 0)
+    /// See ItemAccessible.
+    readonly property bool pressable: true
     /// Out of sight, until the list has another row for it.
     property bool resting: true
     /// It shows what it says when it is open. Set after `unfolding`, which tells that its height is to move there.

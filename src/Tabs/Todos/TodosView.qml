@@ -87,21 +87,32 @@ FocusScope {
         spacing: root.gap
 
         Item {
-            width: parent.width
-            height: Theme.controlHeight
+            id: bar
 
-            Row {
+            /// Whether the search stands under the choices, having no room beside them.
+            readonly property bool stacked: beside > width - 180 * Theme.textScale
+            readonly property real beside: filters.width + (scopes.visible ? scopes.width + root.gap : 0)
+
+            width: parent.width
+            height: stacked ? segments.height + root.gap + Theme.controlHeight : Theme.controlHeight
+
+            Flow {
                 id: segments
 
+                width: bar.stacked ? bar.width : bar.beside
                 spacing: root.gap
 
                 SegmentedControl {
+                    id: scopes
+
                     visible: root.source.shown.showsScopes
                     title: qsTr("List")
                     options: root.source.shown.scopes
                     onChosen: value => root.source.shown.chooseScope(value)
                 }
                 SegmentedControl {
+                    id: filters
+
                     title: qsTr("Show")
                     options: root.source.shown.filters
                     onChosen: value => root.source.shown.chooseFilter(value)
@@ -110,10 +121,9 @@ FocusScope {
             TextInputField {
                 id: search
 
-                anchors.left: segments.right
-                anchors.leftMargin: root.gap
-                anchors.right: add.left
-                anchors.rightMargin: 6
+                x: bar.stacked ? 0 : bar.beside + root.gap
+                y: bar.height - height
+                width: add.x - 6 - x
                 label: qsTr("Search")
                 prompt: qsTr("Search todos")
                 symbol: "magnifyingglass"
@@ -125,7 +135,7 @@ FocusScope {
                 id: add
 
                 anchors.right: parent.right
-                anchors.verticalCenter: parent.verticalCenter
+                anchors.verticalCenter: search.verticalCenter
                 symbol: "plus"
                 label: qsTr("New todo")
                 onClicked: root.source.newDraft()
@@ -139,8 +149,8 @@ FocusScope {
                 id: summary
 
                 anchors.left: parent.left
-                anchors.right: hint.left
-                anchors.rightMargin: 16
+                anchors.right: hint.visible ? hint.left : parent.right
+                anchors.rightMargin: hint.visible ? 16 : 0
                 words: root.source.shown.summary
                 color: root.source.shown.summaryUrgent ? Theme.ink(Theme.red) : Theme.glassSecondary
                 Accessible.role: Accessible.StaticText
@@ -151,6 +161,7 @@ FocusScope {
 
                 anchors.right: parent.right
                 anchors.baseline: summary.baseline
+                visible: implicitWidth + summary.implicitWidth + 16 <= parent.width
                 text: qsTr("↑↓ move · ↩ open · ⌘D done · ⌘N new")
                 size: Theme.textSmall
                 color: Theme.glassTertiary
