@@ -5,7 +5,6 @@
 #include "Tabs/Todos/Todo.h"
 
 #include <QObject>
-#include <functional>
 #include <optional>
 
 namespace velto {
@@ -32,9 +31,7 @@ class DraftForm : public QObject {
     Q_PROPERTY(QString moreText READ moreText NOTIFY changed FINAL)
     Q_PROPERTY(QString saveText READ saveText NOTIFY changed FINAL)
 public:
-    using Save = std::function<void(const Todo &)>;
-    using Cancel = std::function<void()>;
-    DraftForm(const Clock &clock, Save save, Cancel cancel, QObject *parent = nullptr);
+    explicit DraftForm(const Clock &clock, QObject *parent = nullptr);
 
     bool shown() const { return m_shown; }
     /// Opens the form on a copy of `draft`.
@@ -69,6 +66,9 @@ public:
     Q_INVOKABLE void cancel();
 
 Q_SIGNALS:
+    /// The user is done with the form.
+    void saveWanted(const velto::Todo &todo);
+    void cancelWanted();
     void shownChanged();
     /// What is in the form is different now. Typing sends it too.
     void changed();
@@ -82,8 +82,6 @@ private:
     void update();
 
     const Clock &m_clock;
-    Save m_save;
-    Cancel m_cancel;
     bool m_shown = false;
     Todo m_d;
     bool m_hasDate = false;
