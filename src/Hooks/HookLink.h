@@ -15,9 +15,9 @@ class HookLink : public QObject {
 public:
     explicit HookLink(const HookRoad::Needs &needs, QObject *parent = nullptr);
 
-    /// The hooks of this version, with the secret that stands now, are in Claude Code's settings.
+    /// The hooks of this version, with the current secret, are in Claude Code's settings.
     bool installed() const { return m_installed; }
-    /// Those of an older Velto, or of another secret, are.
+    /// Hooks of an older Velto, or with another secret, are.
     bool needsUpgrade() const { return m_needsUpgrade; }
     /// Why the last install() or remove() failed, as a sentence.
     const std::optional<QString> &error() const { return m_error; }
@@ -29,11 +29,11 @@ public:
 
     void install();
     void remove();
-    /// Begins to hear, or goes on where the port couldn't be had.
+    /// Starts to listen, or tries again if the port was taken.
     void listen() { m_road.listen(); }
-    /// Finds out in which form the hooks arrive, before the user agrees to them.
+    /// Finds out which form of the commands gets through, before the user agrees to them.
     void prepare() { m_road.prove(); }
-    /// Listens, and tries the road, once more.
+    /// Listens, and tests the road, once more.
     void tryAgain() { m_road.tryAgain(); }
     /// A session has ended a turn that began then: its hooks call, if they are installed and the road is open.
     void turnEnded(Instant since);

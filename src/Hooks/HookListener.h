@@ -19,9 +19,9 @@ class HookListener : public QObject {
     Q_OBJECT
 public:
     static constexpr quint16 kPort = 4747;
-    /// A question's name while its asker waits; never used again.
+    /// Identifies a question while its asker waits; never reused.
     using QuestionId = quint64;
-    /// False if the asker waits no longer.
+    /// Returns false if the asker no longer waits.
     using Reply = std::function<bool(std::optional<bool>)>;
 
     /// `port` is for tests; 0 lets the system choose.
@@ -29,7 +29,7 @@ public:
                  QObject *parent = nullptr);
     ~HookListener() override;
 
-    /// May be called again where the port couldn't be had.
+    /// May be called again if the port was taken.
     void start();
     bool running() const { return m_running; }
     quint16 port() const;
@@ -40,11 +40,11 @@ Q_SIGNALS:
     /// An event that nobody waits for.
     void told(const velto::HookEvent &event);
     /// A question: the sender waits until the reply is called, with an answer or with nothing. Only the first call counts, and
-    /// a reply that is thrown away uncalled is no decision. It may be called after the listener is gone.
+    /// a reply that is dropped uncalled means no decision. It may be called after the listener is gone.
     void asked(const velto::HookEvent &event, velto::HookListener::QuestionId id, const velto::HookListener::Reply &reply);
     /// The asker of a question that has no reply yet is gone.
     void withdrawn(velto::HookListener::QuestionId id);
-    /// A call has come that knows the secret, whatever it says; once for all that come together.
+    /// A call with the right secret has come, whatever it says; once for all that come together.
     void called();
     void runningChanged();
 
