@@ -13,7 +13,7 @@ class ToolRunner;
 
 /// What isn't committed or pushed in one git repository.
 struct RepoState {
-    QString name; ///< the last name of the path
+    QString name; ///< the last component of the path
     QString path;
     QString branch = QStringLiteral("?"); ///< "(detached)" without one, "?" if git doesn't tell
     qint64 dirty = 0; ///< entries that are changed, added, deleted or untracked
