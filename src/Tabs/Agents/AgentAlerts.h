@@ -21,11 +21,11 @@ class Clock;
 class Prefs;
 
 /// What is worth a Peek: the hook calls of Claude Code, and the steps between one listing of its sessions and the next. Knows
-/// which questions wait for the user, and by which signs they are over. UI thread only.
+/// which questions wait for the user, and what shows that they are over. UI thread only.
 class AgentAlerts : public QObject {
     Q_OBJECT
 public:
-    /// What the alerts lean on; all of it outlives them.
+    /// What the alerts use; all of it outlives them.
     struct Needs {
         Clock &clock;
         Prefs &prefs;
@@ -36,10 +36,10 @@ public:
     /// These are the sessions that are known now; an event takes the name of its session from them.
     void setAgents(const QList<Agent> &agents) { m_agents = agents; }
     /// Compares a listing that was begun at that time with the one before. Right after the start there is none, and what waits
-    /// already is no news. A listing that was begun earlier than the last one tells of the past, and isn't compared.
+    /// already is no news. A listing that was begun before the last one is outdated, and isn't compared.
     void compare(const QList<Agent> &listing, Instant begun);
     void hook(const HookEvent &event);
-    /// Asks the user, or leaves it to the terminal, which is an empty reply.
+    /// Asks the user, or leaves it to the terminal by an empty reply.
     void permission(const HookEvent &event, HookListener::QuestionId asker, const HookListener::Reply &reply);
     /// The asker of that question is gone.
     void withdrawn(HookListener::QuestionId asker);
@@ -49,13 +49,13 @@ public:
 
 Q_SIGNALS:
     void peekWanted(const velto::Peek &peek);
-    /// A question that was raised is over: its asker is gone, or has its answer from elsewhere.
+    /// A question that was raised is over: its asker is gone, or was answered elsewhere.
     void peekWithdrawn(const QUuid &id);
     /// What was raised with this news is no longer true of these sessions.
     void peeksRetracted(velto::Peek::News news, const QSet<QString> &sessions);
     /// A listing may show how a question ended.
     void listingWanted();
-    /// A session that has worked since then works no longer.
+    /// A session that had worked since then no longer does.
     void turnEnded(velto::Instant since);
 
 private:

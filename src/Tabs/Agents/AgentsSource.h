@@ -35,7 +35,7 @@ class AgentsSource : public VeltoSource {
     Q_PROPERTY(int runningCount READ runningCount NOTIFY changed FINAL)
     Q_PROPERTY(int waitingCount READ waitingCount NOTIFY changed FINAL)
     Q_PROPERTY(int staleCount READ staleCount NOTIFY changed FINAL)
-    /// The working sessions, and the waiting ones that are on show: the first six while a longer list is folded.
+    /// The working sessions, and the waiting ones on show: the first six while a longer list is folded.
     Q_PROPERTY(QAbstractItemModel *sessions READ sessionRows CONSTANT FINAL)
     Q_PROPERTY(bool waitingFolds READ waitingFolds NOTIFY changed FINAL)
     Q_PROPERTY(bool waitingExpanded READ waitingExpanded NOTIFY changed FINAL)
@@ -55,17 +55,17 @@ class AgentsSource : public VeltoSource {
     Q_PROPERTY(bool needsUpgrade READ needsUpgrade NOTIFY changed FINAL)
     /// Whether Claude Code's calls arrive: `failed` with a sentence while they don't.
     Q_PROPERTY(velto::SourceState hearing READ hearing NOTIFY changed FINAL)
-    /// What installHooks() adds, as text to agree to; it may change while the road is tried.
+    /// What installHooks() adds, as text to agree to; it may change while the road is tested.
     Q_PROPERTY(QString previewText READ preview NOTIFY changed FINAL)
     Q_PROPERTY(bool heard READ heard NOTIFY changed FINAL)
     Q_PROPERTY(bool goesPastProxy READ goesPastProxy NOTIFY changed FINAL)
     /// The last failure to connect or disconnect, in a sentence; empty if there was none.
     Q_PROPERTY(QString hookErrorText READ hookErrorText NOTIFY changed FINAL)
 public:
-    /// While folded, a list of this many waiting sessions at least shows one less.
+    /// A list of at least this many waiting sessions folds, and then shows one fewer.
     static constexpr int kFoldsFrom = 7;
 
-    /// What the source leans on; all of it outlives the source.
+    /// What the source uses; all of it outlives the source.
     struct Needs {
         Clock &clock;
         Background &background;
@@ -135,9 +135,9 @@ public:
 
     Q_INVOKABLE void installHooks() { m_hooks.install(); }
     Q_INVOKABLE void removeHooks() { m_hooks.remove(); }
-    /// The user is about to agree to the hooks: finds out in which form they arrive.
+    /// The user is about to agree to the hooks: finds out which form of the commands gets through.
     Q_INVOKABLE void prepareHooks() { m_hooks.prepare(); }
-    /// Listens, and tries the road, once more.
+    /// Listens, and tests the road, once more.
     Q_INVOKABLE void tryHearing() { m_hooks.tryAgain(); }
     Q_INVOKABLE void dismiss(const QString &id);
     Q_INVOKABLE void clearWaiting();

@@ -70,11 +70,11 @@ Q_SIGNALS:
     void saveWanted(const velto::Todo &todo);
     void cancelWanted();
     void shownChanged();
-    /// What is in the form is different now. Typing sends it too.
+    /// The content of the form has changed. Typing emits it too.
     void changed();
-    /// The title field is to take the focus: the form was opened, or asked for while it was open.
+    /// The title field should take the focus: the form was opened, or asked for while it was open.
     void titleFocusWanted();
-    /// The date is to take the focus: what stands there is none.
+    /// The date should take the focus: what is typed there isn't one.
     void dateFocusWanted();
 
 private:
@@ -87,7 +87,7 @@ private:
     bool m_hasDate = false;
     DateModel m_date;
     bool m_more = false;
-    Todo m_opened; ///< as it was when the form was opened
+    Todo m_opened; ///< as it stood when the form was opened
     QDate m_openedDate;
     RowModel m_priorities;
     RowModel m_scopes;
