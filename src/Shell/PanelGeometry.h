@@ -12,7 +12,7 @@ class QPainterPath;
 
 namespace velto {
 
-/// The sizes of the window. A question that is told whole makes the row of a Peek as much higher as it asks for.
+/// The sizes of the window. A question that is unfolded makes the row of a Peek higher by as much as it needs.
 enum class PanelSize : quint8 { Collapsed, Peeking, Unfolded, Expanded };
 
 /// Corner radii of the outline, in points.
