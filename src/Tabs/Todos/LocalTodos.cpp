@@ -23,8 +23,15 @@ LocalTodos::LocalTodos(Clock &clock, Background &background, ToolRunner &tools, 
     , m_background(background)
     , m_tools(tools)
     , m_tool(home)
-    , m_canEdit(m_tool.patched(files))
+    , m_files(files)
 {
+}
+
+bool LocalTodos::canEdit() const
+{
+    if (!m_canEdit)
+        m_canEdit = m_tool.patched(m_files);
+    return *m_canEdit;
 }
 
 void LocalTodos::setWatched(bool watched)

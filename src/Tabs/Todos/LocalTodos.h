@@ -25,8 +25,8 @@ public:
     LocalTodos(Clock &clock, Background &background, ToolRunner &tools, const Files &files, const QString &home,
                QObject *parent = nullptr);
 
-    /// Whether the tool can do more than mark a todo done. Found out once, at the start.
-    bool canEdit() const { return m_canEdit; }
+    /// Whether the tool can do more than mark a todo done. Determined once, when it is first asked for.
+    bool canEdit() const;
     /// Why the last reading failed, as the tool says it, which may be empty; no value if it didn't.
     const std::optional<QString> &problem() const { return m_problem; }
 
@@ -55,7 +55,8 @@ private:
     Background &m_background;
     ToolRunner &m_tools;
     TodoTool m_tool;
-    bool m_canEdit = false;
+    const Files &m_files;
+    mutable std::optional<bool> m_canEdit; ///< nothing until it is asked for
     std::optional<QDateTime> m_stamp; ///< of the database as it was last read
     int m_readings = 0; ///< under way
     std::optional<QString> m_problem;

@@ -70,7 +70,7 @@ private Q_SLOTS:
         QFETCH(QString, artist);
         QFETCH(QString, shown);
         Desk desk;
-        desk.players.players = {{{u"p"_s, u"p"_s}, MediaReport{u"P"_s, track, artist, State::Paused}}};
+        desk.players.players = {{{u"p"_s}, MediaReport{u"P"_s, track, artist, State::Paused}}};
         desk.source.loadMedia();
         const auto now = desk.source.nowPlaying();
         QCOMPARE(now ? now->track + u'/' + now->artist : QString(), shown);
