@@ -93,7 +93,7 @@ Item {
         radius: 12
         color: Theme.popover
         border.width: 1
-        border.color: Theme.at("white", 0.14)
+        border.color: Theme.at("white", Math.max(0.14, Theme.edgeFloor))
 
         // A press between the days is no press elsewhere.
         MouseArea {

@@ -59,7 +59,7 @@ FocusScope {
         radius: 18
         color: Theme.sheet
         border.width: 1
-        border.color: Theme.at("white", 0.12)
+        border.color: Theme.at("white", Math.max(0.12, Theme.edgeFloor))
 
         Column {
             id: column

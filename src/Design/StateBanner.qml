@@ -29,6 +29,8 @@ Item {
         anchors.fill: parent
         visible: !root.loading
         radius: Theme.radiusCard
+        border.width: Theme.cardEdge
+        border.color: "white"
         color: Theme.at(root.failed ? Theme.amber : "white", 0.08)
     }
 

@@ -17,6 +17,8 @@ public:
     virtual bool reducedMotion() const = 0;
     /// The text scale that the user chose, 1 to 2.
     virtual double textScale() const { return 1; }
+    /// Whether the user wants everything with strong edges.
+    virtual bool highContrast() const { return false; }
     /// Has the screen reader say `text` now, interrupting what it is saying.
     virtual void announce(const QString &text) = 0;
 

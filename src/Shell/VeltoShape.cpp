@@ -6,6 +6,7 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
+#include <QScopeGuard>
 
 namespace velto {
 
@@ -36,6 +37,12 @@ void VeltoShape::paint(QPainter *painter)
     painter->setPen(Qt::NoPen);
     const QPainterPath outline = veltoOutline(area, {m_top, m_bottom});
     painter->fillPath(outline, Qt::black);
+    const auto drawEdge = qScopeGuard([&] {
+        if (m_edge <= 0)
+            return;
+        painter->setClipPath(outline);
+        painter->strokePath(outline, QPen(Qt::white, 2 * m_edge));
+    });
     if (m_openness <= 0)
         return;
     QLinearGradient gradient(area.topLeft(), area.bottomLeft());

@@ -89,6 +89,8 @@ Item {
         width: parent.width
         height: parent.height - 2
         radius: Theme.radiusRow
+        border.width: Theme.cardEdge
+        border.color: "white"
         color: Theme.at("white", hover.lit || menu.active ? 0.09 : 0.05)
     }
     // Inside the row: the page cuts what stands over its sides.

@@ -215,7 +215,8 @@ Item {
             y: 2
             activeFocusOnTab: root.selected || activeFocus
             symbol: root.open ? "chevron.up" : "chevron.down"
-            label: root.open ? qsTr("Hides details") : qsTr("Shows details")
+            label: (root.open ? qsTr("Hides details: %1") : qsTr("Shows details: %1")).arg(root.title.slice(0, 200))
+            help: root.open ? qsTr("Hides details") : qsTr("Shows details")
             onClicked: root.press()
         }
     }

@@ -50,6 +50,12 @@ private Q_SLOTS:
         desk.source->save(makeTodo(std::numeric_limits<qint64>::max(), u"last"_s));
         desk.source->save(makeTodo(0, u"beyond"_s));
         QCOMPARE(desk.source->todos().back().id, 1);
+        // One that is gone by now can be had back all the same.
+        desk.start({makeTodo(1, u"a"_s)});
+        desk.changes->clear();
+        desk.source->done(makeTodo(77, u"gone"_s));
+        QCOMPARE(desk.changes->count(), 1);
+        QCOMPARE(desk.source->undoText(), u"Done: gone"_s);
     }
 
     void anEditKeepsWhatElseChangedMeanwhile()

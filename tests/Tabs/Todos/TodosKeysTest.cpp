@@ -240,7 +240,7 @@ private Q_SLOTS:
             reached += focused();
         }
         for (const QString &name :
-             {u"Mark done: Send the invoice"_s, u"Hides details"_s, u"Add a comment"_s, u"Edit: Send the invoice"_s})
+             {u"Mark done: Send the invoice"_s, u"Hides details: Send the invoice"_s, u"Add a comment"_s, u"Edit: Send the invoice"_s})
             QVERIFY2(reached.contains(name), qPrintable(reached.join(u'|')));
         QVERIFY(!reached.contains(u"Mark done: Water the plants"_s)); // that of the row one is on
         named(u"Edit: Send the invoice"_s)->forceActiveFocus(Qt::TabFocusReason);

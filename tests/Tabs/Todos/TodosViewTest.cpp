@@ -81,7 +81,7 @@ private Q_SLOTS:
         QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, row(u"Water the plants"_s)->mapToScene({100, 20}).toPoint());
         QCOMPARE(source().shown()->openID(), std::optional<qint64>(3)); // one at most
         QTRY_COMPARE(invoice->height(), folded);
-        click(named(u"Hides details"_s));
+        click(named(u"Hides details: Water the plants"_s));
         QVERIFY(!source().shown()->openID());
         QCOMPARE(source().shown()->selectedID(), std::optional<qint64>(3));
     }
