@@ -17,10 +17,10 @@ struct WaylandOffer {
 };
 /// Asks the compositor of the environment. Nothing for a build without Wayland.
 WaylandOffer askWayland();
-/// Has the toolkit leave the role of the strip's window to us. Called before the application object is made.
+/// Makes the toolkit leave the role of the strip's window to us. Called before the application object is made.
 void prepareLayers();
 
-/// Windows by Wayland. Null if the toolkit isn't on a compositor with a layer shell.
+/// Windows under Wayland. Null if the toolkit isn't on a compositor with a layer shell.
 std::unique_ptr<WindowSystem> makeWaylandWindowSystem(Clock &clock);
 
 } // namespace velto
