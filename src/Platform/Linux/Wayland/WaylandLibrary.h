@@ -10,6 +10,8 @@ namespace velto {
 struct WaylandLibrary {
     decltype(&wl_display_connect) displayConnect;
     decltype(&wl_display_disconnect) displayDisconnect;
+    decltype(&wl_display_dispatch) displayDispatch;
+    decltype(&wl_display_get_fd) displayGetFd;
     decltype(&wl_display_flush) displayFlush;
     decltype(&wl_display_roundtrip) displayRoundtrip;
     decltype(&wl_display_create_queue) displayCreateQueue;
