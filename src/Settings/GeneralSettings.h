@@ -27,6 +27,8 @@ class GeneralSettings : public QObject {
     Q_PROPERTY(bool shortcutDeclined READ shortcutDeclined NOTIFY changed FINAL)
     Q_PROPERTY(bool quietWhileRecording READ quietWhileRecording WRITE setQuietWhileRecording NOTIFY changed FINAL)
     Q_PROPERTY(bool login READ login WRITE setLogin NOTIFY changed FINAL)
+    /// Why the last wish about the login came to nothing; may be empty.
+    Q_PROPERTY(QString loginProblem READ loginProblem NOTIFY changed FINAL)
     Q_PROPERTY(int terminal READ terminal WRITE setTerminal NOTIFY changed FINAL)
     Q_PROPERTY(bool peekOnFinish READ peekOnFinish WRITE setPeekOnFinish NOTIFY changed FINAL)
     /// As typed: a whole number of tokens, 0 for none. Anything else leaves the budget alone.
@@ -62,7 +64,12 @@ public:
     bool quietWhileRecording() const;
     void setQuietWhileRecording(bool on);
     bool login() const { return m_login; }
+<<<<<<< mine
+    QString loginProblem() const;
+    /// Shows what became of it, which may differ.
+=======
     /// Then shows the actual outcome, which may differ.
+>>>>>>> merged
     void setLogin(bool on);
     int terminal() const;
     void setTerminal(int terminal);

@@ -22,11 +22,13 @@ public:
 
     bool enabled() const override;
     bool set(bool on) override;
+    QString problem() const override { return m_problem; }
 
 private:
     Files &m_files;
     QString m_path;
     QString m_program;
+    QString m_problem;
 };
 
 } // namespace velto
