@@ -121,7 +121,7 @@ ApplicationWindow {
             id: reason
 
             anchors.verticalCenter: parent.verticalCenter
-            x: 20
+            x: 24
             width: again.x - x - 12
             text: root.store.unsaved
             tone: FormText.Warning
@@ -131,7 +131,7 @@ ApplicationWindow {
             id: again
 
             anchors.right: parent.right
-            anchors.rightMargin: 20
+            anchors.rightMargin: 24
             anchors.verticalCenter: parent.verticalCenter
             text: qsTr("Try again")
             onClicked: root.store.saveAgain()
