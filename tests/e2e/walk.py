@@ -8,6 +8,7 @@ Usage: script/with-desktop --own-network tests/e2e/walk.py VELTO
 Ends with 77 if this machine can't try it.
 """
 
+import signal
 import subprocess
 import time
 
@@ -156,7 +157,7 @@ class Walk:
         if not locker:
             return
         until("the strip to hide behind the lock", lambda: here.strip() is None)
-        locker.terminate()
+        locker.send_signal(signal.SIGUSR1)  # as if the password had been typed
         locker.wait()
         self.closed("the strip after the lock")
 
