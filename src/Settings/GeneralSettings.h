@@ -64,12 +64,9 @@ public:
     bool quietWhileRecording() const;
     void setQuietWhileRecording(bool on);
     bool login() const { return m_login; }
-<<<<<<< mine
+    /// Why the program can't be started at login; empty if it can.
     QString loginProblem() const;
-    /// Shows what became of it, which may differ.
-=======
     /// Then shows the actual outcome, which may differ.
->>>>>>> merged
     void setLogin(bool on);
     int terminal() const;
     void setTerminal(int terminal);
