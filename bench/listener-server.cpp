@@ -19,7 +19,8 @@ int main(int argc, char **argv)
     velto::HookListener listener(defaults, std::make_unique<velto::PosixLoopbackServer>(), clock, 0);
     qint64 heard = 0;
     listener.onEvent = [&heard](const velto::HookEvent &) { ++heard; };
-    listener.onPermission = [](const velto::HookEvent &, const velto::HookListener::Reply &reply) { reply(std::nullopt); };
+    listener.onPermission = [](const velto::HookEvent &, velto::HookListener::QuestionId,
+                               const velto::HookListener::Reply &reply) { reply(std::nullopt); };
     listener.start();
     if (!listener.running())
         return 1;
