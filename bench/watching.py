@@ -25,10 +25,12 @@ class Velto(velto_desktop.Velto):
     def __init__(self, program):
         super().__init__(program)
         del self.environment["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"]
+        (self.home / "Downloads").mkdir()
 
     def tool(self, name, script):
         """A tool that Velto finds first, as a line for the shell."""
-        path = self.home / "bin" / name
+        path = self.home / ".local/bin" / name
+        path.parent.mkdir(parents=True, exist_ok=True)
         path.write_text(f"#!/bin/sh\n{script}\n")
         path.chmod(0o755)
 

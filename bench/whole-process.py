@@ -49,9 +49,9 @@ def paints(makes, watcher, count):
 
 
 def at_rest(make, seconds):
-    """With a `gh` that nobody is signed in to, and a `claude` without sessions."""
+    """With nothing connected, a `claude` without sessions, and the machine's own `gh`, if any, that nobody is signed in to. On a
+    machine where other programs start meanwhile, a look for recorders among them is in it."""
     with make() as program:
-        program.tool("gh", "echo 'gh: not signed in' >&2; exit 4")
         program.start()
         time.sleep(REST_AFTER_SECONDS)
         pid = program.process.pid
