@@ -62,7 +62,7 @@ struct TodosDesk {
     {
         files.contents.insert(QStringLiteral("/home/me/data/todos.json"), encodeTodos(benchTodos(count)));
         source = std::make_unique<TodosSource>(TodosSource::Needs{clock, background, tools, files, writer, places, quillbox});
-        source->setFilter(Filter::All);
+        source->shown()->setFilter(Filter::All);
     }
 };
 

@@ -59,9 +59,9 @@ Tab &tabOf(const benchmark::State &state)
     std::unique_ptr<Tab> &tab = tabs[state.range(0)];
     if (!tab)
         tab = std::make_unique<Tab>(int(state.range(0)));
-    tab->desk.source->setSearch({});
-    tab->desk.source->setOpenID(std::nullopt);
-    tab->desk.source->setSelectedID(std::nullopt);
+    tab->desk.source->shown()->setSearch({});
+    tab->desk.source->shown()->setOpenID(std::nullopt);
+    tab->desk.source->shown()->setSelectedID(std::nullopt);
     tab->frame();
     return *tab;
 }
@@ -88,7 +88,7 @@ void searchKeystroke(benchmark::State &state)
     const QStringList typed{u"c"_s, u"cu"_s, u"customer"_s, u"customer 1"_s, u"customer 12"_s, u"customer 1"_s, {}};
     int key = 0;
     for (auto _ : state) {
-        tab.desk.source->setSearch(typed[key++ % typed.size()]);
+        tab.desk.source->shown()->setSearch(typed[key++ % typed.size()]);
         tab.frame();
     }
 }
@@ -98,7 +98,7 @@ void stepOfTheSelection(benchmark::State &state)
 {
     Tab &tab = tabOf(state);
     for (auto _ : state) {
-        tab.desk.source->move(1);
+        tab.desk.source->shown()->move(1);
         tab.frame();
     }
 }
@@ -133,9 +133,9 @@ BENCHMARK(scrolling)->Apply(sizes);
 void rowOpened(benchmark::State &state)
 {
     Tab &tab = tabOf(state);
-    tab.desk.source->move(1);
+    tab.desk.source->shown()->move(1);
     for (auto _ : state) {
-        tab.desk.source->toggleSelected();
+        tab.desk.source->shown()->toggleSelected();
         tab.frame();
     }
 }
@@ -144,7 +144,7 @@ BENCHMARK(rowOpened)->Apply(sizes);
 void oneDone(benchmark::State &state)
 {
     Tab &tab = tabOf(state);
-    tab.desk.source->move(1);
+    tab.desk.source->shown()->move(1);
     for (auto _ : state) {
         tab.desk.source->finishSelected();
         tab.frame();

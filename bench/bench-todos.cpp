@@ -37,7 +37,7 @@ void searchKeystroke(benchmark::State &state)
     const QStringList typed{u"custom"_s, u"customer"_s, u"customer 1"_s, u"customer 12"_s};
     int key = 0;
     for (auto _ : state)
-        desk.source->setSearch(typed[key++ % typed.size()]);
+        desk.source->shown()->setSearch(typed[key++ % typed.size()]);
     state.SetComplexityN(state.range(0));
 }
 BENCHMARK(searchKeystroke)->Apply(sizes);
@@ -46,8 +46,8 @@ void firstSearchKeystroke(benchmark::State &state)
 {
     TodosDesk desk(int(state.range(0)));
     for (auto _ : state) {
-        desk.source->setSearch(u"c"_s);
-        desk.source->setSearch({});
+        desk.source->shown()->setSearch(u"c"_s);
+        desk.source->shown()->setSearch({});
     }
     state.SetComplexityN(state.range(0));
 }
@@ -58,7 +58,7 @@ void anotherFilter(benchmark::State &state)
     TodosDesk desk(int(state.range(0)));
     bool all = false;
     for (auto _ : state)
-        desk.source->setFilter(std::exchange(all, !all) ? Filter::All : Filter::Today);
+        desk.source->shown()->setFilter(std::exchange(all, !all) ? Filter::All : Filter::Today);
     state.SetComplexityN(state.range(0));
 }
 BENCHMARK(anotherFilter)->Apply(sizes);
@@ -68,7 +68,7 @@ void stepOfTheSelection(benchmark::State &state)
     TodosDesk desk(int(state.range(0)));
     int by = 1;
     for (auto _ : state)
-        desk.source->move(std::exchange(by, -by));
+        desk.source->shown()->move(std::exchange(by, -by));
     state.SetComplexityN(state.range(0));
 }
 BENCHMARK(stepOfTheSelection)->Apply(sizes);
@@ -76,7 +76,7 @@ BENCHMARK(stepOfTheSelection)->Apply(sizes);
 void oneDoneAndHadBack(benchmark::State &state)
 {
     TodosDesk desk(int(state.range(0)));
-    const Todo todo = desk.source->flat().value(desk.source->flat().size() / 2);
+    const Todo todo = desk.source->shown()->flat().value(desk.source->shown()->flat().size() / 2);
     for (auto _ : state) {
         desk.source->done(todo);
         desk.source->undoDone();

@@ -83,15 +83,14 @@ int main(int argc, char **argv)
         return draw(argc, argv, commandLine);
     }
     if (commandLine.check) {
-        if (const auto problem = velto::prepareGraphics(commandLine.display)) {
-            print(stderr, *problem + u'\n');
-            return 1;
-        }
+        const auto noDisplay = velto::prepareGraphics(commandLine.display);
+        if (noDisplay)
+            qputenv("QT_QPA_PLATFORM", "offscreen");
         introduce();
         const QApplication application(argc, argv);
         velto::speakLinux();
-        print(stdout, velto::checkReport());
-        return 0;
+        print(stdout, velto::checkReport(noDisplay));
+        return noDisplay ? 1 : 0;
     }
     velto::DBusActivation activation(velto::placesOfThisMachine().configuration, QStringLiteral(VELTO_APPLICATION_ID));
     if (!activation.claim()) {

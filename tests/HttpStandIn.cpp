@@ -126,6 +126,7 @@ QSslConfiguration HttpStandIn::trust() const
 
 void HttpStandIn::serve(QTcpSocket *socket)
 {
+    socket->setSocketOption(QAbstractSocket::LowDelayOption, 1); // or the body waits 40 ms for the acknowledgement of the head
     const auto read = [this, socket, bytes = QByteArray()]() mutable {
         bytes += socket->readAll();
         while (const std::optional<Request> request = takeRequest(bytes)) {

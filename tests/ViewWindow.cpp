@@ -126,7 +126,7 @@ QQuickItem *ViewWindow::showQml(const QString &qml, QSize size, const QVariantMa
     begin();
     QQmlComponent component(m_view->engine());
     component.setData((u"import QtQuick\nimport Velto.Design\n"_s + qml).toUtf8(), QUrl(u"qrc:/test.qml"_s));
-    auto *item = qobject_cast<QQuickItem *>(component.createWithInitialProperties(properties));
+    auto *item = component.isReady() ? qobject_cast<QQuickItem *>(component.createWithInitialProperties(properties)) : nullptr;
     if (!item) {
         qWarning("%s", qPrintable(component.errorString()));
         return nullptr;

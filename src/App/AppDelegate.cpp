@@ -43,7 +43,7 @@ AppDelegate::AppDelegate(Needs needs, QObject *parent)
         return pointer && stripRow().contains(*pointer);
     };
     connect(&m_needs.ui, &UI::unfoldedHeightChanged, this, [this] { layout(true); });
-    connect(&m_needs.ui, &UI::keyboardWanted, this, [this] { m_needs.panelWindow.takeFocus(); });
+    connect(&m_needs.ui, &UI::keyboardWanted, this, &AppDelegate::takeKeyboard);
     connect(&m_needs.ui, &UI::settingsWanted, this, &AppDelegate::showSettings);
     connect(&m_needs.hub, &Hub::peekChanged, this, &AppDelegate::peekChanged);
     connect(&m_needs.hub, &Hub::peekChanged, &m_needs.ui, &UI::questionChanged);
@@ -115,7 +115,7 @@ void AppDelegate::act(const QString &name)
 void AppDelegate::open(bool search)
 {
     if (m_needs.ui.expanded())
-        m_needs.panelWindow.takeFocus();
+        takeKeyboard();
     if (m_needs.hub.asking()) {
         m_needs.ui.openOnQuestion(); // what asks comes before what one came for
         return;
@@ -172,6 +172,12 @@ void AppDelegate::layout(bool animated)
         place(target);
 }
 
+void AppDelegate::takeKeyboard()
+{
+    m_needs.panelWindow.takeFocus();
+    m_needs.ui.awaitKeyboard();
+}
+
 QRect AppDelegate::stripRow() const
 {
     if (!m_frame || m_needs.ui.expanded())
@@ -204,7 +210,7 @@ void AppDelegate::expandedChanged()
     }
     m_needs.panelWindow.raise();
     if (m_needs.ui.takeFocusOnOpen())
-        m_needs.panelWindow.takeFocus();
+        takeKeyboard();
     m_refresh = m_needs.clock.after(450ms, [this] { m_needs.hub.refresh(false); });
 }
 
@@ -214,7 +220,7 @@ void AppDelegate::menuChanged()
     const bool open = m_needs.ui.menuOpen();
     m_needs.panelWindow.watchPresses(open || m_needs.ui.expanded());
     if (open)
-        m_needs.panelWindow.takeFocus();
+        takeKeyboard();
     else if (!m_needs.ui.expanded())
         m_needs.panelWindow.returnFocus();
 }

@@ -68,6 +68,7 @@ Q_SIGNALS:
 
 private:
     void layout(bool animated);
+    void takeKeyboard();
     void place(const QRect &frame);
     /// Where in the window the strip row is while the panel is closed; empty while it is open or hidden.
     QRect stripRow() const;

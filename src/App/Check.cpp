@@ -86,13 +86,14 @@ Checked port()
 
 } // namespace
 
-QString checkReport()
+QString checkReport(const std::optional<QString> &noDisplay)
 {
     ThisMachine machine;
     machine.platform.start();
     QString report = "velto %1\n"_L1.arg(QCoreApplication::applicationVersion());
-    const auto desktop = checkDesktop(machine.platform);
-    for (const auto &checked : desktop)
+    const auto display =
+        noDisplay ? QList<Checked>{{text("display"), {Support::State::Missing, *noDisplay}, {}}} : checkDisplay(machine.platform);
+    for (const auto &checked : display + checkSession())
         report += lineOf(checked);
     report += lineOf(port());
     report += lineOf(tool(machine, u"claude"_s, text("Claude Code"), text("install it, or put it on the PATH of your session")));
@@ -100,7 +101,7 @@ QString checkReport()
     report += lineOf(tool(machine, u"gh"_s, text("GitHub CLI"), text("install gh for reviews and builds")));
     report += lineOf(tool(machine, u"git"_s, text("git"), text("install git for repositories")));
     const auto players = machine.platform.players.running().size();
-    report += lineOf({text("media players"), {}, text("%n running").replace(u"%n"_s, QString::number(players))});
+    report += lineOf({text("media players"), {}, text("running: %1").arg(players)});
     machine.tools.stop();
     return report;
 }

@@ -45,9 +45,9 @@ Program::Program(CommandLine commandLine, Activation &activation)
     , m_delegate({m_machine.clock, m_stores.hub, m_stores.prefs, m_ui, m_outline, m_machine.platform.displays,
                   m_machine.platform.panelWindow, m_machine.platform.session})
     , m_standIn({m_stores.hub, m_stores.agents, m_machine.background, m_machine.tools, m_machine.defaults, m_machine.places})
-    , m_windows(m_machine.platform.appearance,
+    , m_windows(m_machine.platform.appearance, m_machine.platform.accessibility,
                 {m_stores.hub, m_stores.agents, m_stores.quillbox, m_stores.prefs, m_machine.background, m_machine.defaults,
-                 m_machine.platform.keychain, m_machine.platform.folderPanel, m_machine.platform.loginItem, m_stores.terminal,
+                 m_machine.writer, m_machine.platform.keychain, m_machine.platform.folderPanel, m_machine.platform.loginItem, m_stores.terminal,
                  m_machine.platform.hotKey, m_stores.installer, m_machine.tools, m_machine.places, HookListener::kPort,
                  QCoreApplication::applicationVersion()},
                 {m_stores.agents, m_stores.prefs, m_machine.background, m_machine.tools, m_machine.platform.loginItem,
@@ -138,12 +138,13 @@ void Program::showPanel()
         {u"contents"_s, QVariant::fromValue(&m_contents)},
         {u"accessibility"_s, QVariant::fromValue(static_cast<Accessibility *>(&m_machine.platform.accessibility))},
     });
-    m_panel.setSource(QUrl(u"qrc:/qt/qml/Velto/Shell/VeltoView.qml"_s));
     tellWhatIsGreyed();
+    m_panel.setSource(QUrl(u"qrc:/qt/qml/Velto/Shell/VeltoView.qml"_s));
     auto *theme = Theme::of(m_panel.engine());
     const auto follow = [theme, this] {
         theme->setReducedMotion(m_machine.platform.accessibility.reducedMotion());
         theme->setTextScale(m_machine.platform.accessibility.textScale());
+        theme->setHighContrast(m_machine.platform.accessibility.highContrast());
     };
     QObject::connect(&m_machine.platform.accessibility, &Accessibility::changed, theme, follow);
     follow();

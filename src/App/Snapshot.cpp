@@ -67,13 +67,13 @@ struct Scene {
 
 void openFirst(TodosSource &todos)
 {
-    if (const QList<Todo> list = todos.flat(); !list.isEmpty())
-        todos.press(QString::number(list.first().id));
+    if (const QList<Todo> list = todos.shown()->flat(); !list.isEmpty())
+        todos.shown()->press(QString::number(list.first().id));
 }
 
 void closeAndDraft(TodosSource &todos)
 {
-    todos.setOpenID(std::nullopt);
+    todos.shown()->setOpenID(std::nullopt);
     todos.newDraft();
 }
 

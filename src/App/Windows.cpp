@@ -1,5 +1,7 @@
 #include "App/Windows.h"
 
+#include "Design/Theme.h"
+#include "Platform/Accessibility.h"
 #include "Platform/Appearance.h"
 
 #include <QFont>
@@ -43,9 +45,11 @@ constexpr std::array<std::pair<const char *, QRgb>, 18> kDark{{
 
 } // namespace
 
-Windows::Windows(Appearance &appearance, const SettingsStore::Needs &settings, const Welcome::Needs &welcome, QObject *parent)
+Windows::Windows(Appearance &appearance, const Accessibility &accessibility, const SettingsStore::Needs &settings,
+                 const Welcome::Needs &welcome, QObject *parent)
     : QObject(parent)
     , m_appearance(appearance)
+    , m_accessibility(accessibility)
     , m_settingsNeeds(settings)
     , m_welcomeNeeds(welcome)
 {
@@ -94,11 +98,21 @@ QQuickWindow *Windows::make(const char *file, QObject *store)
         qobject_cast<QQuickWindow *>(component.createWithInitialProperties({{u"store"_s, QVariant::fromValue(store)}}));
     if (!window)
         qFatal("%s", qPrintable(component.errorString()));
+    followAccessibility();
+    connect(&m_accessibility, &Accessibility::changed, window, [this] { followAccessibility(); });
     paint(*window);
     connect(&m_appearance, &Appearance::changed, window, [this, window] { paint(*window); });
     window->setIcon(QIcon::fromTheme(QGuiApplication::desktopFileName()));
     center(*window);
     return window;
+}
+
+void Windows::followAccessibility()
+{
+    if (auto *theme = Theme::of(m_engine.get())) {
+        theme->setReducedMotion(m_accessibility.reducedMotion());
+        theme->setHighContrast(m_accessibility.highContrast());
+    }
 }
 
 void Windows::paint(QQuickWindow &window) const

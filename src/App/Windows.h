@@ -11,14 +11,15 @@ class QQuickWindow;
 
 namespace velto {
 
+class Accessibility;
 class Appearance;
 
 /// The ordinary windows: made at the first need, then kept with their state, also while closed. UI thread only.
 class Windows : public QObject {
     Q_OBJECT
 public:
-    Windows(Appearance &appearance, const SettingsStore::Needs &settings, const Welcome::Needs &welcome,
-            QObject *parent = nullptr);
+    Windows(Appearance &appearance, const Accessibility &accessibility, const SettingsStore::Needs &settings,
+            const Welcome::Needs &welcome, QObject *parent = nullptr);
     ~Windows() override;
 
     void showSettings();
@@ -32,11 +33,13 @@ Q_SIGNALS:
     void quitWanted();
 
 private:
+    void followAccessibility();
     QQuickWindow *make(const char *file, QObject *store);
     void paint(QQuickWindow &window) const;
     void center(QQuickWindow &window) const;
 
     Appearance &m_appearance;
+    const Accessibility &m_accessibility;
     SettingsStore::Needs m_settingsNeeds;
     Welcome::Needs m_welcomeNeeds;
     std::unique_ptr<QQmlEngine> m_engine; ///< of their own, so that the strip's stays small

@@ -18,6 +18,7 @@ struct Question {
     std::optional<QString> cwd; ///< its folder
     QString tool; ///< the tool's name; empty if none was given
     QJsonValue input = QJsonValue::Undefined; ///< all that the tool is given; undefined if nothing came
+    bool textIsCut = false; ///< the Peek's text leaves out the end of what the tool would do
 };
 
 /// One line that slides out of the strip. With `decide` it is a question.

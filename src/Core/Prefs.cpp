@@ -5,10 +5,11 @@
 #include "Platform/Places.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
+#include <QFile>
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <initializer_list>
 #include <optional>
 #include <type_traits>
@@ -235,11 +236,16 @@ void Prefs::setRepoRoots(const QStringList &value)
 
 QStringList Prefs::defaultRepoRoots(const QString &home)
 {
+    // By the names in the home folder: to look at one of them may take for ever, where it is another machine's.
+    QStringList present;
+    std::error_code error;
+    for (std::filesystem::directory_iterator at(QFile::encodeName(home).toStdString(), error), end; !error && at != end;
+         at.increment(error))
+        present.append(QFile::decodeName(at->path().filename().c_str()));
     QStringList roots;
     for (const auto name : {"src"_L1, "code"_L1, "Code"_L1, "Developer"_L1, "Projects"_L1, "dev"_L1, "repos"_L1, "GitHub"_L1}) {
-        const QString path = home + '/'_L1 + name;
-        if (QFileInfo::exists(path))
-            roots.append(path);
+        if (present.contains(name))
+            roots.append(home + '/'_L1 + name);
     }
     return roots;
 }

@@ -25,6 +25,8 @@ void UI::setExpanded(bool expanded)
     m_onQuestion = false; // the question has gone from under the pointer
     m_rest.reset();
     setUnfolded(false, false);
+    m_handover.reset();
+    setKeyboardKept(false);
     Q_EMIT expandedChanged();
     if (!m_expanded)
         awaitPointerGone();
@@ -82,10 +84,14 @@ void UI::holdUnfolded(bool hold)
 void UI::questionChanged()
 {
     setUnfolded(false, m_heldUnfolded);
-    if (asking && asking())
+    if (asking && asking()) {
         questionHovered(m_onQuestion);
-    else
-        m_rest.reset();
+        return;
+    }
+    m_rest.reset();
+    // Who rested on the strip row while a question was there hasn't come to open the panel.
+    if (!m_expanded)
+        awaitPointerGone();
 }
 
 void UI::setUnfoldedHeight(double height)
@@ -170,6 +176,28 @@ void UI::setRoom(QSizeF room)
         return;
     m_room = room;
     Q_EMIT roomChanged();
+}
+
+void UI::awaitKeyboard()
+{
+    if (m_keyboard)
+        return;
+    m_handover = m_clock.after(kHandover, [this] { setKeyboardKept(m_expanded && !m_keyboard); });
+}
+
+void UI::setKeyboard(bool here)
+{
+    m_keyboard = here;
+    if (!here)
+        return;
+    m_handover.reset();
+    setKeyboardKept(false);
+}
+
+void UI::setKeyboardKept(bool kept)
+{
+    if (std::exchange(m_keyboardKept, kept) != kept)
+        Q_EMIT keyboardKeptChanged();
 }
 
 void UI::setMenu(std::vector<MenuItem> menu)

@@ -31,6 +31,7 @@ class UI : public QObject {
     Q_PROPERTY(bool unfolded READ unfolded NOTIFY unfoldedChanged FINAL)
     Q_PROPERTY(double unfoldedHeight READ unfoldedHeight WRITE setUnfoldedHeight NOTIFY unfoldedHeightChanged FINAL)
     Q_PROPERTY(QSizeF velto READ velto NOTIFY veltoChanged FINAL)
+    Q_PROPERTY(bool keyboardKept READ keyboardKept NOTIFY keyboardKeptChanged FINAL)
     Q_PROPERTY(bool composited READ composited NOTIFY compositedChanged FINAL)
 public:
     /// How long the pointer may be away before the panel closes.
@@ -39,6 +40,8 @@ public:
     static constexpr std::chrono::milliseconds kRest{250};
     /// The height of a question's unfolded part at most, in points.
     static constexpr double kMostUnfolded = 300;
+    /// How long a desktop takes at most to hand over the keyboard.
+    static constexpr std::chrono::milliseconds kHandover{1000};
     /// How often it is looked whether the pointer under which the panel was closed has gone, should its going go unheard.
     static constexpr std::chrono::milliseconds kLook{1000};
 
@@ -68,6 +71,12 @@ public:
     /// The size of the display, which nothing of ours outgrows.
     QSizeF room() const { return m_room; }
     void setRoom(QSizeF room);
+    /// The desktop was asked for the keyboard and hasn't given it to the open panel: what the user types goes elsewhere.
+    bool keyboardKept() const { return m_keyboardKept; }
+    /// The desktop has been asked for the keyboard.
+    void awaitKeyboard();
+    /// The window has the keyboard, or lost it.
+    void setKeyboard(bool here);
     /// Whether the window can have half-transparent pixels.
     bool composited() const { return m_composited; }
     void setComposited(bool composited);
@@ -88,7 +97,7 @@ public:
     bool pointerInside() const { return m_pointerInside; }
     /// The pointer came to the window or left it.
     Q_INVOKABLE void pointerChanged(bool inside);
-    /// The pointer came to the strip row itself. One that was there when the panel closed hasn't come.
+    /// The pointer came to the strip row itself. One that was there when the panel closed, or a question left, hasn't come.
     Q_INVOKABLE void stripEntered();
     /// The strip was pressed.
     Q_INVOKABLE void tapped();
@@ -133,6 +142,7 @@ Q_SIGNALS:
     void questionWanted();
     void veltoChanged();
     void compositedChanged();
+    void keyboardKeptChanged();
     void menuOpenChanged();
     void menuHeightChanged();
     void menuChanged();
@@ -144,6 +154,7 @@ private:
     bool keptOpen() const;
     void awaitPointerGone();
     void setUnfolded(bool unfolded, bool held);
+    void setKeyboardKept(bool kept);
 
     Clock &m_clock;
     const Prefs &m_prefs;
@@ -156,6 +167,8 @@ private:
     bool m_onQuestion = false; ///< the pointer is
     double m_unfoldedHeight = 0;
     bool m_composited = true;
+    bool m_keyboard = false;
+    bool m_keyboardKept = false;
     bool m_pointerInside = false;
     bool m_menuOpen = false;
     bool m_leftMenu = false; ///< the pointer went while the menu was open
@@ -165,6 +178,7 @@ private:
     int m_sheets = 0;
     QSizeF m_velto{185, 32};
     TimerHandle m_collapseTask;
+    TimerHandle m_handover;
     TimerHandle m_rest; ///< until the question under the pointer unfolds, or folds behind it
     TimerHandle m_staysClosed; ///< while the pointer is where the panel was closed under it
 };

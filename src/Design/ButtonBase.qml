@@ -12,6 +12,8 @@ Item {
     property real corner: Theme.radiusControl
     /// Whether Return presses it. Where it doesn't, Return is left to what stands around it, a form's default button say.
     property bool takesReturn: true
+    /// See ItemAccessible.
+    readonly property bool pressable: true
     /// Off where something else shows who has the keyboard.
     property bool ringed: true
     property bool hovered: hover.hovered && root.enabled && !Theme.pointerRests

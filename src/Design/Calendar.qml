@@ -21,7 +21,9 @@ Item {
     property Item scene: null
     property Item before: null
     property bool over: false
-    readonly property int cell: 30
+    /// As large as the letters want it, and as the window has room for.
+    readonly property int cell: Math.min(30 * Theme.textScale, ((root.scene?.height ?? 520) - 52 - 12 * Theme.textScale) / 7.4)
+    readonly property int line: root.cell * 26 / 30
 
     parent: root.scene
     anchors.fill: parent
@@ -84,13 +86,14 @@ Item {
         readonly property bool flipped: root.scene !== null && below.y + height > root.scene.height - 16
 
         x: root.scene ? Math.round(Math.max(side, Math.min(below.x, root.scene.width - width - side))) : 0
-        y: Math.round(Math.max(8, flipped ? below.y - root.target.height - height - 8 : below.y))
+        y: Math.round(Math.max(8, Math.min(flipped ? below.y - root.target.height - height - 8 : below.y,
+                                           (root.scene?.height ?? 0) - height - 8)))
         width: 7 * root.cell + 20
         height: column.height + 18
         radius: 12
         color: Theme.popover
         border.width: 1
-        border.color: Theme.at("white", 0.14)
+        border.color: Theme.at("white", Math.max(0.14, Theme.edgeFloor))
 
         // A press between the days is no press elsewhere.
         MouseArea {
@@ -116,7 +119,7 @@ Item {
 
             Item {
                 width: 7 * root.cell
-                height: 26
+                height: root.line
 
                 PlainText {
                     x: 8
@@ -182,8 +185,8 @@ Item {
 
                         label: dayCell.isToday ? qsTr("%1, today").arg(dayCell.spoken) : dayCell.spoken
                         width: root.cell
-                        height: 28
-                        corner: 12
+                        height: Math.round(root.cell * 28 / 30)
+                        corner: height / 2 - 2
                         activeFocusOnTab: dayCell.index === root.date.place || dayCell.activeFocus
                         Accessible.selectable: true
                         Accessible.selected: dayCell.selected
@@ -200,9 +203,9 @@ Item {
 
                         Rectangle {
                             anchors.centerIn: parent
-                            width: 26
-                            height: 24
-                            radius: 12
+                            width: root.line
+                            height: root.cell * 24 / 30
+                            radius: height / 2
                             color: dayCell.selected ? Theme.at(Theme.ice, 0.85)
                                                     : Theme.at("white", dayCell.pressed ? 0.2 : dayCell.hovered ? 0.12 : 0)
                         }
@@ -219,9 +222,11 @@ Item {
             }
             Item {
                 width: 7 * root.cell
-                height: 26
+                height: Math.max(root.line, today.height)
 
                 PillButton {
+                    id: today
+
                     anchors.horizontalCenter: parent.horizontalCenter
                     anchors.bottom: parent.bottom
                     text: qsTr("Today")

@@ -12,17 +12,17 @@ Rectangle {
     /// The colour of the text, which is to be read wherever the chip scrolls to.
     property color ink: Theme.ink(root.tint, root.fill)
 
-    implicitWidth: row.implicitWidth + 16
-    implicitHeight: Math.max(words.height, root.symbol !== "" ? picture.height : 0) + 6 // at once, without the row
+    implicitWidth: row.implicitWidth + 2 * row.x
+    implicitHeight: Math.max(words.height, root.symbol !== "" ? picture.height : 0) + 2 * row.y // at once, without the row
     radius: root.height / 2
     color: Theme.at(root.tint, root.fill)
 
     Row {
         id: row
 
-        x: 8
-        y: 3
-        spacing: 4
+        x: Math.round(8 * Theme.textScale)
+        y: Math.round(3 * Theme.textScale)
+        spacing: 4 * Theme.textScale
 
         Symbol {
             id: picture
@@ -37,7 +37,7 @@ Rectangle {
             id: words
 
             anchors.verticalCenter: parent.verticalCenter
-            width: Math.min(implicitWidth, 220)
+            width: Math.min(implicitWidth, 220 * Theme.textScale)
             words: root.text
             size: Theme.textSmall
             weight: Font.Medium

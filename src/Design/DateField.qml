@@ -14,7 +14,7 @@ FocusScope {
     /// The user is changing the text, which then isn't put into its usual form.
     property bool typing: false
 
-    implicitWidth: 132
+    implicitWidth: Math.round(132 * Theme.textScale)
     implicitHeight: Theme.controlHeight
 
     function focusAll(): void {
@@ -50,7 +50,7 @@ FocusScope {
         anchors.fill: parent
         focus: true
         label: root.label
-        reserved: 20
+        reserved: 20 * Theme.textScale
         wrong: root.typing && root.date.unreadable
         input.Accessible.description: root.date.unreadable ? qsTr("Not a date") : root.date.spoken
         onEdited: text => {
@@ -80,8 +80,8 @@ FocusScope {
         anchors.right: parent.right
         anchors.rightMargin: 4
         anchors.verticalCenter: parent.verticalCenter
-        width: 22
-        height: 20
+        width: Math.round(22 * Theme.textScale)
+        height: Math.round(20 * Theme.textScale)
         corner: 6
         label: qsTr("Choose a date")
         onClicked: root.open()

@@ -20,6 +20,8 @@ Item {
     Rectangle {
         anchors.fill: parent
         radius: Theme.radiusCard
+        border.width: Theme.cardEdge
+        border.color: "white"
         color: Theme.at(root.tint, button.pressed ? 0.16 : button.hovered ? 0.11 : 0.08)
     }
 

@@ -1,5 +1,7 @@
 #include "Design/ItemAccessible.h"
 
+#include "Design/TabOrder.h"
+
 #include <QAccessible>
 #include <QAccessibleActionInterface>
 #include <QAccessibleObject>
@@ -20,23 +22,46 @@ QObject *attachedTo(const QObject *item)
     return found == item->children().end() ? nullptr : *found;
 }
 
-bool canBePressed(QAccessible::Role role)
+bool isIgnored(const QObject *attached)
 {
-    switch (role) {
-    case QAccessible::PushButton:
-    case QAccessible::CheckBox:
-    case QAccessible::RadioButton:
-    case QAccessible::ComboBox:
-    case QAccessible::MenuItem:
-    case QAccessible::PageTab:
-    case QAccessible::Link:
-        return true;
-    default:
-        return false;
+    return attached->property("ignored").toBool();
+}
+
+/// By its class, not by its role: screen readers ask as soon as there is anything to tell, which is before the role is known, and
+/// keep what they were answered.
+bool canBePressed(const QQuickItem *item)
+{
+    return item->inherits("QQuickAbstractButton") || item->inherits("QQuickComboBox")
+        || item->metaObject()->indexOfProperty("pressable") >= 0;
+}
+
+/// What a screen reader meets inside, without what only holds it.
+void collectInside(const QQuickItem *item, QList<QQuickItem *> &inside)
+{
+    for (QQuickItem *child : item->childItems()) {
+        const QObject *attached = attachedTo(child);
+        if (attached && !isIgnored(attached))
+            inside.append(child);
+        else
+            collectInside(child, inside);
     }
 }
 
-/// Something to press, with nothing inside. What it says of itself stands in the properties of the attached object.
+QList<QQuickItem *> inside(const QQuickItem *item)
+{
+    QList<QQuickItem *> result;
+    collectInside(item, result);
+    return result;
+}
+
+/// A dialog or a menu lies over it, which takes the presses of the pointer as well.
+bool isCovered(const QQuickItem *item)
+{
+    const QQuickItem *trap = item->window() ? openTrap(*item->window()) : nullptr;
+    return trap && trap != item && !trap->isAncestorOf(item);
+}
+
+/// Something to press. What it says of itself stands in the properties of the attached object.
 class ItemAccessible final : public QAccessibleObject, public QAccessibleActionInterface {
 public:
     ItemAccessible(QQuickItem *item, QObject *attached)
@@ -70,14 +95,22 @@ public:
     QAccessibleInterface *parent() const override
     {
         for (QQuickItem *above = item()->parentItem(); above && above->parentItem(); above = above->parentItem()) {
-            if (QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(above))
-                return interface;
+            const QObject *attached = attachedTo(above);
+            if (attached && !isIgnored(attached))
+                return QAccessible::queryAccessibleInterface(above);
         }
         return QAccessible::queryAccessibleInterface(item()->window());
     }
-    int childCount() const override { return 0; }
-    QAccessibleInterface *child(int) const override { return nullptr; }
-    int indexOfChild(const QAccessibleInterface *) const override { return -1; }
+    int childCount() const override { return int(inside(item()).size()); }
+    QAccessibleInterface *child(int index) const override
+    {
+        QQuickItem *found = inside(item()).value(index);
+        return found ? QAccessible::queryAccessibleInterface(found) : nullptr;
+    }
+    int indexOfChild(const QAccessibleInterface *child) const override
+    {
+        return int(inside(item()).indexOf(qobject_cast<QQuickItem *>(child->object())));
+    }
 
     void *interface_cast(QAccessible::InterfaceType type) override
     {
@@ -104,7 +137,9 @@ QAccessible::State ItemAccessible::state() const
     const auto is = [this](const char *name) { return m_attached->property(name).toBool(); };
     QAccessible::State state;
     state.disabled = !item()->isEnabled();
-    state.invisible = !item()->isVisible() || !item()->window() || !item()->window()->isVisible();
+    const QQuickWindow *window = item()->window();
+    state.invisible = !item()->isVisible() || qFuzzyIsNull(item()->opacity()) || !window || !window->isVisible();
+    state.offscreen = window && !QRect(window->position(), window->size()).intersects(rect());
     state.focusable = item()->activeFocusOnTab() || is("focusable");
     state.focused = item()->hasActiveFocus();
     state.checkable = is("checkable");
@@ -118,7 +153,7 @@ QAccessible::State ItemAccessible::state() const
 
 void ItemAccessible::doAction(const QString &name)
 {
-    if (!item()->isEnabled())
+    if (!item()->isEnabled() || isCovered(item()))
         return;
     if (name == setFocusAction())
         item()->forceActiveFocus(Qt::OtherFocusReason);
@@ -130,8 +165,7 @@ QAccessibleInterface *interfaceOf(const QString &, QObject *object)
 {
     auto *item = qobject_cast<QQuickItem *>(object);
     QObject *attached = item ? attachedTo(item) : nullptr;
-    if (!attached || attached->property("ignored").toBool()
-        || !canBePressed(QAccessible::Role(attached->property("role").toInt())))
+    if (!attached || isIgnored(attached) || !canBePressed(item))
         return nullptr;
     return new ItemAccessible(item, attached);
 }

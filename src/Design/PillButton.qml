@@ -11,13 +11,14 @@ ButtonBase {
     /// The one that Return presses wherever one is in its form.
     property bool primary: false
 
-    readonly property real lead: root.symbol === "" ? 0 : mark.width + 4
+    readonly property real side: Math.round(11 * Theme.textScale)
+    readonly property real lead: root.symbol === "" ? 0 : mark.width + 4 * Theme.textScale
     readonly property color ink: root.primary ? Theme.sheet : root.hovered ? "white" : Theme.glassPrimary
 
     label: root.text
     corner: root.height / 2
-    implicitWidth: title.implicitWidth + 22 + root.lead
-    implicitHeight: title.implicitHeight + 8
+    implicitWidth: title.implicitWidth + 2 * root.side + root.lead
+    implicitHeight: title.implicitHeight + Math.round(8 * Theme.textScale)
 
     PillButtonStyle {
         anchors.fill: parent
@@ -30,7 +31,7 @@ ButtonBase {
     Symbol {
         id: mark
 
-        x: 10
+        x: root.side - 1
         anchors.verticalCenter: parent.verticalCenter
         visible: root.symbol !== ""
         name: root.symbol
@@ -40,9 +41,9 @@ ButtonBase {
     PlainText {
         id: title
 
-        x: 11 + root.lead
+        x: root.side + root.lead
         anchors.verticalCenter: parent.verticalCenter
-        width: root.width - 22 - root.lead
+        width: root.width - 2 * root.side - root.lead
         words: root.text
         size: Theme.textSmall
         weight: root.primary ? Font.DemiBold : Font.Medium

@@ -1,6 +1,9 @@
 #include "Design/RoundedBox.h"
 
+#include "Design/Theme.h"
+
 #include <QPainter>
+#include <QQmlEngine>
 #include <algorithm>
 #include <cmath>
 
@@ -11,6 +14,14 @@ RoundedBox::RoundedBox(QQuickItem *parent)
 {
     setAntialiasing(true);
     connect(this, &RoundedBox::changed, this, [this] { update(); });
+}
+
+void RoundedBox::componentComplete()
+{
+    QQuickPaintedItem::componentComplete();
+    m_theme = Theme::of(qmlEngine(this));
+    if (m_theme)
+        connect(m_theme, &Theme::contrastChanged, this, [this] { update(); });
 }
 
 void RoundedBox::paint(QPainter *painter)
@@ -29,7 +40,10 @@ void RoundedBox::paint(QPainter *painter)
     if (edge == 0)
         return;
     painter->setBrush(Qt::NoBrush);
-    painter->setPen(QPen(m_edgeColor, edge));
+    QColor colour = m_edgeColor;
+    if (m_theme && colour.alpha() > 0)
+        colour.setAlphaF(std::max(colour.alphaF(), float(m_theme->edgeFloor())));
+    painter->setPen(QPen(colour, edge));
     const qreal middle = std::max(0.0, radius - edge / 2);
     painter->drawRoundedRect(area.adjusted(edge / 2, edge / 2, -edge / 2, -edge / 2), middle, middle);
 }

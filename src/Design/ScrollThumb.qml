@@ -19,11 +19,11 @@ Item {
     Rectangle {
         id: thumb
 
-        x: 4
+        x: Math.round((parent.width - width) / 2) + 1
         y: Math.max(0, Math.min(root.room, root.room * (root.area.contentY - root.area.originY) / root.way))
-        width: 4
-        height: Math.max(28, root.height * root.share)
-        radius: 2
+        width: 2 + Math.round(2 * Theme.textScale)
+        height: Math.max(28 * Theme.textScale, root.height * root.share)
+        radius: width / 2
         color: Theme.at("white", drag.active ? 0.5 : hover.hovered || root.area.moving ? 0.34 : 0.16)
     }
 

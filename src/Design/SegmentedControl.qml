@@ -48,7 +48,7 @@ Item {
         takesReturn: false
         // What has the keyboard may not give up its place before the keyboard has gone on.
         activeFocusOnTab: segment.selected || segment.activeFocus || (segment.index === 0 && root.current === null)
-        implicitWidth: words.implicitWidth + 24
+        implicitWidth: words.implicitWidth + Math.round(24 * Theme.textScale)
         implicitHeight: Theme.controlHeight - 4
         Accessible.role: Accessible.RadioButton
         Accessible.checkable: true

@@ -18,6 +18,8 @@ Rectangle {
     height: root.target ? root.target.height : 0
     visible: root.target !== null
     radius: root.height / 2
+    border.width: Theme.cardEdge
+    border.color: Theme.accent
     color: Theme.at(Theme.accent, 0.22)
 
     Behavior on x {

@@ -54,12 +54,12 @@ FocusScope {
 
     Rectangle {
         anchors.centerIn: parent
-        width: Math.min(640, parent.width - 56)
+        width: Math.min(640 * Theme.textScale, parent.width - 56)
         height: column.height + 2 * root.padding
         radius: 18
         color: Theme.sheet
         border.width: 1
-        border.color: Theme.at("white", 0.12)
+        border.color: Theme.at("white", Math.max(0.12, Theme.edgeFloor))
 
         Column {
             id: column
@@ -71,7 +71,7 @@ FocusScope {
 
             Item {
                 width: parent.width
-                height: Math.max(heading.implicitHeight, actions.height)
+                height: Math.max(heading.height, actions.height)
 
                 Row {
                     anchors.verticalCenter: parent.verticalCenter
@@ -86,7 +86,9 @@ FocusScope {
                     PlainText {
                         id: heading
 
-                        text: root.title
+                        width: Math.min(implicitWidth, column.width - actions.width - (root.symbol === "" ? 0 : 20 * Theme.textScale + Theme.gap) - Theme.gap)
+                        multiline: true
+                        words: root.title
                         size: Theme.textLarge
                         weight: Font.DemiBold
                         Accessible.role: Accessible.Heading

@@ -11,6 +11,8 @@ Item {
     /// Whether a failed feed offers to be read again.
     property bool retryable: false
 
+    readonly property real padding: root.loading ? 0 : Theme.paddingCard
+
     readonly property bool loading: root.feed.kind === SourceState.Loading
     readonly property bool failed: root.feed.kind === SourceState.Failed
     readonly property bool unavailable: root.feed.kind === SourceState.Unavailable
@@ -19,16 +21,26 @@ Item {
     signal retryWanted
 
     visible: root.loading || root.failed || root.unavailable
-    implicitHeight: root.visible ? Math.max(mark.height, words.height, button.visible ? button.height : 0) : 0
+    implicitHeight: root.visible ? Math.max(mark.height, words.height, button.visible ? button.height : 0) + 2 * root.padding : 0
     Accessible.role: Accessible.StatusBar
     Accessible.name: reason.text + (fix.visible ? " " + fix.text : "")
+
+    Rectangle {
+        anchors.fill: parent
+        visible: !root.loading
+        radius: Theme.radiusCard
+        border.width: Theme.cardEdge
+        border.color: "white"
+        color: Theme.at(root.failed ? Theme.amber : "white", 0.08)
+    }
 
     Item {
         id: mark
 
-        width: 19
-        height: 19
-        y: Math.max(0, (Math.min(words.height, reason.height) - height) / 2)
+        x: root.padding
+        y: words.y + Math.round((Math.min(words.height, reason.height) - height) / 2)
+        width: Math.round(19 * Theme.textScale)
+        height: width
 
         Spinner {
             anchors.centerIn: parent
@@ -49,7 +61,7 @@ Item {
         anchors.left: mark.right
         anchors.leftMargin: Theme.gap
         anchors.right: button.visible ? button.left : parent.right
-        anchors.rightMargin: button.visible ? Theme.gapSection : 0
+        anchors.rightMargin: button.visible ? Theme.gapSection : root.padding
         anchors.verticalCenter: parent.verticalCenter
         spacing: 2
 
@@ -78,6 +90,7 @@ Item {
         id: button
 
         anchors.right: parent.right
+        anchors.rightMargin: root.padding
         anchors.verticalCenter: parent.verticalCenter
         visible: root.unavailable || (root.failed && root.retryable)
         text: root.unavailable ? qsTr("Settings…") : qsTr("Try again")

@@ -72,12 +72,17 @@ QQuickItem *trapBelow(QQuickItem *item)
         if (inner)
             trap = inner;
         else if (child->property("trapsFocus").toBool())
-            trap = child;
+            trap = item->inherits("QQuickPopupItem") ? item : child; // a part of a dialog speaks for all of it
     }
     return trap;
 }
 
 } // namespace
+
+QQuickItem *openTrap(const QQuickWindow &window)
+{
+    return trapBelow(window.contentItem());
+}
 
 TabOrder::TabOrder(QQuickWindow &window, QObject *parent)
     : QObject(parent)
@@ -88,7 +93,7 @@ TabOrder::TabOrder(QQuickWindow &window, QObject *parent)
 
 void TabOrder::step(bool forward)
 {
-    QQuickItem *const trap = trapBelow(m_window.contentItem());
+    QQuickItem *const trap = openTrap(m_window);
     const QList<QQuickItem *> controls = controlsBelow(trap ? trap : m_window.contentItem());
     if (controls.isEmpty())
         return;

@@ -96,6 +96,14 @@ QEasingCurve Theme::spring()
     return curve;
 }
 
+void Theme::setHighContrast(bool high)
+{
+    if (m_highContrast == high)
+        return;
+    m_highContrast = high;
+    Q_EMIT contrastChanged();
+}
+
 void Theme::setReducedMotion(bool reduced)
 {
     if (m_reducedMotion == reduced)

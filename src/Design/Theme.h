@@ -27,8 +27,8 @@ class Theme : public QObject {
     Q_PROPERTY(QColor coral MEMBER kCoral CONSTANT FINAL)
     // Text
     Q_PROPERTY(QColor glassPrimary MEMBER kGlassPrimary CONSTANT FINAL)
-    Q_PROPERTY(QColor glassSecondary MEMBER kGlassSecondary CONSTANT FINAL)
-    Q_PROPERTY(QColor glassTertiary MEMBER kGlassTertiary CONSTANT FINAL)
+    Q_PROPERTY(QColor glassSecondary READ glassSecondary NOTIFY contrastChanged FINAL)
+    Q_PROPERTY(QColor glassTertiary READ glassTertiary NOTIFY contrastChanged FINAL)
     // Plain signal colours, where a view asks for a colour and not for a tone
     Q_PROPERTY(QColor red MEMBER kRed CONSTANT FINAL)
     Q_PROPERTY(QColor orange MEMBER kOrange CONSTANT FINAL)
@@ -37,6 +37,11 @@ class Theme : public QObject {
     // What stands over the panel
     Q_PROPERTY(QColor sheet MEMBER kSheet CONSTANT FINAL)
     Q_PROPERTY(QColor popover MEMBER kPopover CONSTANT FINAL)
+
+    // Edges where the desktop asks for high contrast; else 0
+    Q_PROPERTY(qreal edgeFloor READ edgeFloor NOTIFY contrastChanged FINAL)
+    Q_PROPERTY(int cardEdge READ cardEdge NOTIFY contrastChanged FINAL)
+    Q_PROPERTY(bool highContrast READ highContrast WRITE setHighContrast NOTIFY contrastChanged FINAL)
 
     // Type, in logical pixels
     Q_PROPERTY(QString family READ family CONSTANT FINAL)
@@ -94,6 +99,7 @@ public:
     /// same.
     static constexpr qreal kLightestRow = 0.1;
     static constexpr qreal kLegible = 4.5;
+    static constexpr qreal kStrongEdge = 0.85;
 
     static constexpr int kTextTiny = 10;
     static constexpr int kTextSmall = 11;
@@ -143,6 +149,15 @@ public:
     double textScale() const { return m_textScale; }
     void setTextScale(double scale);
     int controlHeight() const { return qRound(kControlHeight * m_textScale); }
+    /// Whether the desktop asks for strong edges: quiet texts are white then, and what is a fill alone has an edge.
+    bool highContrast() const { return m_highContrast; }
+    void setHighContrast(bool high);
+    QColor glassSecondary() const { return m_highContrast ? QColor(Qt::white) : kGlassSecondary; }
+    QColor glassTertiary() const { return m_highContrast ? QColor(Qt::white) : kGlassTertiary; }
+    /// The least opacity of an edge.
+    qreal edgeFloor() const { return m_highContrast ? kStrongEdge : 0; }
+    /// The width of an edge around cards and rows, in logical pixels.
+    int cardEdge() const { return m_highContrast ? 1 : 0; }
     /// Whether the desktop asks for less motion.
     bool reducedMotion() const { return m_reducedMotion; }
     void setReducedMotion(bool reduced);
@@ -168,6 +183,7 @@ public:
     Q_INVOKABLE QColor at(const QColor &color, qreal opacity) const;
 
 Q_SIGNALS:
+    void contrastChanged();
     void motionChanged();
     void textScaleChanged();
     void pointerRestsChanged();
@@ -176,6 +192,7 @@ Q_SIGNALS:
 private:
     int moving(int duration) const { return m_reducedMotion ? 0 : duration; }
 
+    bool m_highContrast = false;
     bool m_reducedMotion = false;
     double m_textScale = 1;
     bool m_pointerRests = false;

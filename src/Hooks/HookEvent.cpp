@@ -36,18 +36,16 @@ std::optional<QString> text(const QJsonObject &object, QLatin1StringView key, qs
     return value ? std::optional(first(*value, count)) : std::nullopt;
 }
 
+/// What the tool would touch or run, uncut.
 std::optional<QString> detailOf(const QJsonObject &input)
 {
-    auto detail = text(input, "file_path"_L1);
-    if (detail)
-        detail = lastPathComponent(*detail);
+    if (const auto path = text(input, "file_path"_L1))
+        return lastPathComponent(*path);
     for (const auto key : {"command"_L1, "url"_L1, "pattern"_L1}) {
-        if (!detail)
-            detail = text(input, key);
+        if (auto detail = text(input, key))
+            return detail;
     }
-    if (detail)
-        detail = first(*detail, kMaxToolDetail).replace(u'\n', u' ');
-    return detail;
+    return std::nullopt;
 }
 
 } // namespace
@@ -73,8 +71,11 @@ std::optional<HookEvent> HookEvent::parse(QByteArrayView body, const QDateTime &
     event.tool = text(object, "tool_name"_L1, kMaxTool);
     event.wholeTool = object.value("tool_name"_L1).toString();
     event.toolInput = object.value("tool_input"_L1);
-    if (event.toolInput.isObject())
-        event.toolDetail = detailOf(event.toolInput.toObject());
+    const auto detail = detailOf(event.toolInput.toObject());
+    if (detail)
+        event.toolDetail = first(*detail, kMaxToolDetail).replace(u'\n', u' ');
+    event.toolIsCut =
+        event.tool.value_or(QString()).size() < event.wholeTool.size() || (detail && event.toolDetail->size() < detail->size());
     event.at = now;
     return event;
 }

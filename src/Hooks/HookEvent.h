@@ -18,6 +18,7 @@ struct HookEvent {
     std::optional<QString> notification; ///< a Notification's type, such as "permission_prompt"; at most 40 characters
     std::optional<QString> tool; ///< at most 40 characters
     std::optional<QString> toolDetail; ///< what the tool would touch or run; at most 80 characters, on one line
+    bool toolIsCut = false; ///< `tool` or `toolDetail` says less than what came
     QString wholeTool; ///< the tool's name uncut; empty if there is none
     QJsonValue toolInput = QJsonValue::Undefined; ///< all that the tool is given, of whatever form; undefined if nothing came
     QDateTime at; ///< when it was parsed

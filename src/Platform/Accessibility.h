@@ -17,6 +17,8 @@ public:
     virtual bool reducedMotion() const = 0;
     /// How much larger than usual the user wants letters to be: 1 to 2.
     virtual double textScale() const { return 1; }
+    /// Whether the desktop is to show everything with strong edges.
+    virtual bool highContrast() const { return false; }
     /// Has the screen reader say `text` now, ahead of what it is saying.
     virtual void announce(const QString &text) = 0;
 

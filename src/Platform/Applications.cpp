@@ -26,6 +26,11 @@ bool Applications::recorderRuns() const
     return std::ranges::any_of(kRecorders, [&all](QLatin1StringView recorder) { return all.contains(recorder); });
 }
 
+bool Applications::lockerRuns() const
+{
+    return running().contains(kScreenLocker);
+}
+
 bool Applications::terminalInFront() const
 {
     const QString front = frontmost();

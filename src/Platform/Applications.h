@@ -7,9 +7,11 @@
 
 namespace velto {
 
+inline constexpr auto kScreenLocker = QLatin1StringView("screen-locker");
+
 /// The applications of the desktop. Within Platform they go by identifiers that are the same everywhere: any recorder of this
-/// desktop is "com.obsproject.obs-studio", any terminal "com.apple.Terminal" unless it has an identifier of its own. UI thread
-/// only; answers come from memory.
+/// desktop is "com.obsproject.obs-studio", any terminal "com.apple.Terminal" unless it has an identifier of its own, any program
+/// that locks the screen is kScreenLocker. UI thread only; answers come from memory.
 class Applications : public QObject {
     Q_OBJECT
 public:
@@ -17,6 +19,8 @@ public:
 
     /// A screen recorder runs.
     bool recorderRuns() const;
+    /// A program has the user's screen locked.
+    bool lockerRuns() const;
     /// What has the user's keyboard is a terminal, or an editor with one in it.
     bool terminalInFront() const;
 

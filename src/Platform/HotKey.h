@@ -20,6 +20,10 @@ public:
     virtual Support support() const = 0;
     /// The keys as the desktop calls them, if it let the user choose; else empty.
     virtual QString keys() const { return {}; }
+    /// Whether the desktop would ask the user once more for a key that they declined.
+    virtual bool canAskAgain() const { return false; }
+    /// Has it ask.
+    virtual void askAgain() { }
 
 Q_SIGNALS:
     /// Of what support() or keys() say.

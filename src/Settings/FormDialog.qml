@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Controls.Fusion
 import QtQuick.Templates as T
+import Velto.Design
 import Velto.Settings
 
 /// What a window asks before it goes on: over its middle, and nothing else can be reached until it is answered.
@@ -22,9 +23,12 @@ Dialog {
         radius: 10
         color: root.palette.window
         border.width: 1
-        border.color: Qt.alpha(root.palette.windowText, 0.2)
+        border.color: Qt.alpha(root.palette.windowText, Math.max(0.2, Theme.edgeFloor))
     }
     header: Item {
+        /// See ItemAccessible.
+        readonly property bool trapsFocus: true
+
         implicitHeight: title.height + 26
 
         FormHeading {

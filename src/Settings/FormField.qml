@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls.Fusion
+import Velto.Design
 
 /// The text field of a window.
 TextField {
@@ -28,6 +29,6 @@ TextField {
         radius: 6
         color: root.palette.base
         border.width: root.activeFocus ? 2 : 1
-        border.color: root.activeFocus ? root.palette.highlight : Qt.alpha(root.palette.windowText, 0.25)
+        border.color: root.activeFocus ? root.palette.highlight : Qt.alpha(root.palette.windowText, Math.max(0.25, Theme.edgeFloor))
     }
 }

@@ -1,4 +1,5 @@
 import QtQuick
+import Velto.Design
 
 /// What stands behind a button or a picker.
 Rectangle {
@@ -14,7 +15,7 @@ Rectangle {
     color: root.filled ? Qt.darker(root.palette.active.highlight, root.down ? 1.15 : root.hovered ? 1.06 : 1)
                        : Qt.alpha(root.palette.active.windowText, root.down ? 0.16 : root.hovered ? 0.11 : root.flat ? 0 : 0.07)
     border.width: root.flat || root.filled ? 0 : 1
-    border.color: Qt.alpha(root.palette.active.windowText, 0.14)
+    border.color: Qt.alpha(root.palette.active.windowText, Math.max(0.14, Theme.edgeFloor))
 
     Rectangle {
         anchors.fill: parent

@@ -1,4 +1,5 @@
 import QtQuick
+import Velto.Design
 import Velto.Settings
 
 /// A group of rows on one card, under its heading.
@@ -22,7 +23,7 @@ Column {
         radius: 8
         color: root.palette.base
         border.width: 1
-        border.color: Qt.alpha(root.palette.windowText, 0.12)
+        border.color: Qt.alpha(root.palette.windowText, Math.max(0.12, Theme.edgeFloor))
 
         Column {
             id: column

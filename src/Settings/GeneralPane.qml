@@ -41,6 +41,12 @@ SettingsPane {
         FormRow {
             title: qsTr("Shortcut")
             note: root.general.shortcutText
+
+            FormButton {
+                visible: root.general.shortcutDeclined
+                text: qsTr("Ask Again…")
+                onClicked: root.general.askForShortcut()
+            }
         }
     }
     FormSection {

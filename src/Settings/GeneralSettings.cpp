@@ -106,6 +106,16 @@ QString GeneralSettings::shortcutText() const
     return support.reason.isEmpty() ? tr("⌃⌥N is used by another app — open Velto from the menu bar icon") : support.reason;
 }
 
+bool GeneralSettings::shortcutDeclined() const
+{
+    return m_needs.hotKey.canAskAgain();
+}
+
+void GeneralSettings::askForShortcut()
+{
+    m_needs.hotKey.askAgain();
+}
+
 bool GeneralSettings::quietWhileRecording() const
 {
     return m_needs.prefs.quietWhileRecording();

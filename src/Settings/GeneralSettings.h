@@ -24,6 +24,7 @@ class GeneralSettings : public QObject {
     Q_PROPERTY(QString modeLine READ modeLine NOTIFY changed FINAL)
     Q_PROPERTY(int openMode READ openMode WRITE setOpenMode NOTIFY changed FINAL)
     Q_PROPERTY(QString shortcutText READ shortcutText NOTIFY changed FINAL)
+    Q_PROPERTY(bool shortcutDeclined READ shortcutDeclined NOTIFY changed FINAL)
     Q_PROPERTY(bool quietWhileRecording READ quietWhileRecording WRITE setQuietWhileRecording NOTIFY changed FINAL)
     Q_PROPERTY(bool login READ login WRITE setLogin NOTIFY changed FINAL)
     Q_PROPERTY(int terminal READ terminal WRITE setTerminal NOTIFY changed FINAL)
@@ -38,7 +39,7 @@ public:
         Prefs &prefs;
         LoginItem &loginItem;
         TerminalApp &terminal;
-        const HotKey &hotKey;
+        HotKey &hotKey;
     };
     explicit GeneralSettings(const Needs &needs, QObject *parent = nullptr);
 
@@ -55,6 +56,9 @@ public:
     int openMode() const;
     void setOpenMode(int mode);
     QString shortcutText() const;
+    /// The user declined the key, and the desktop can ask them again.
+    bool shortcutDeclined() const;
+    Q_INVOKABLE void askForShortcut();
     bool quietWhileRecording() const;
     void setQuietWhileRecording(bool on);
     bool login() const { return m_login; }

@@ -36,7 +36,7 @@ FormDialog {
                     radius: 6
                     color: root.palette.base
                     border.width: 1
-                    border.color: Qt.alpha(root.palette.windowText, 0.16)
+                    border.color: Qt.alpha(root.palette.windowText, Math.max(0.16, Theme.edgeFloor))
                 }
                 text: root.text
                 font.family: Theme.fixedFamily

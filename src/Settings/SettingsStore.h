@@ -31,7 +31,7 @@ public:
         FolderPanel &folderPanel;
         LoginItem &loginItem;
         TerminalApp &terminal;
-        const HotKey &hotKey;
+        HotKey &hotKey;
         HookInstaller &installer;
         const ToolRunner &tools;
         const Places &places;

@@ -57,7 +57,7 @@ Item {
             radius: 5 * root.growth
             color: box.checked ? root.palette.highlight : root.palette.base
             border.width: box.checked ? 0 : 1
-            border.color: Qt.alpha(root.palette.windowText, box.hovered ? 0.65 : 0.45)
+            border.color: Qt.alpha(root.palette.windowText, Math.max(box.hovered ? 0.65 : 0.45, Theme.edgeFloor))
 
             Symbol {
                 anchors.centerIn: parent

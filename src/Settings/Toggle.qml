@@ -41,16 +41,16 @@ Switch {
         y: (root.height - height) / 2
         place: root.checked ? 1 : 0
         stretch: root.down ? 2 : 0
-        track: root.checked ? root.palette.highlight : Qt.alpha(root.palette.windowText, root.hovered ? 0.3 : 0.22)
+        track: root.checked ? root.palette.highlight : Qt.alpha(root.palette.windowText, Theme.highContrast ? 0.6 : root.hovered ? 0.3 : 0.22)
 
         Behavior on track {
             ColorAnimation {
-                duration: 120
+                duration: Theme.fadeDuration
             }
         }
         Behavior on place {
             NumberAnimation {
-                duration: 120
+                duration: Theme.fadeDuration
                 easing.type: Easing.OutQuad
             }
         }

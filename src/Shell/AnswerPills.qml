@@ -25,7 +25,7 @@ Row {
 
         text: qsTr("Deny")
         tone: root.tone
-        label: qsTr("Deny: %1").arg(Plain.line(root.line.text))
+        label: qsTr("Deny: %1").arg(Plain.line(root.line.spoken))
         onPressBegan: root.line.pressBegan()
         onClicked: root.line.answer(false)
     }
@@ -34,7 +34,7 @@ Row {
 
         text: qsTr("Allow")
         tone: root.tone
-        label: qsTr("Allow: %1").arg(Plain.line(root.line.text))
+        label: qsTr("Allow: %1").arg(Plain.line(root.line.spoken))
         onPressBegan: root.line.pressBegan()
         onClicked: root.line.answer(true)
     }

@@ -46,12 +46,15 @@ Item {
         visible: opacity > 0
 
         readonly property real side: (width - root.ui.velto.width) / 2
+        // The black begins beside its flare: the facts are in the middle of what is seen.
+        readonly property real flare: 6
 
         Behavior on opacity {
             Spring {}
         }
 
         Item {
+            x: facts.flare / 2
             width: facts.side
             height: parent.height
 
@@ -84,7 +87,7 @@ Item {
             }
         }
         Item {
-            x: facts.width - width
+            x: facts.width - width - facts.flare / 2
             width: facts.side
             height: parent.height
 
@@ -148,8 +151,9 @@ Item {
         readonly property bool wanted: root.ui.unfolded && root.peekLine.inParts && root.peekLine.onShow && !root.ui.expanded
         readonly property real wantedHeight: item ? (item as UnfoldedQuestion).wanted : 0
 
-        anchors.horizontalCenter: parent.horizontalCenter
-        width: peekRow.width - 36
+        // From the row's symbol to the end of its answers.
+        x: peekRow.x + 22
+        width: peekRow.width - 22 - 14
         height: 300 // of which the black shows what is wanted
         y: peekRow.y + peekRow.height
         opacity: wanted ? 1 : 0

@@ -124,11 +124,25 @@ FocusScope {
         }
     }
 
+    NoticeBar {
+        id: keyboard
+
+        x: 24
+        y: header.y + header.height + 14 + root.asked
+        width: root.width - 48
+        visible: root.ui.keyboardKept
+        symbol: "exclamationmark.triangle"
+        tint: Theme.orange
+        text: qsTr("Your desktop hasn't given Velto the keyboard: what you type goes to the window behind. To type here, press a text field or ask again.")
+        action: qsTr("Ask again")
+        onClicked: root.ui.askForKeyboard()
+    }
+
     Row {
         id: highlights
 
         x: 24
-        y: header.y + header.height + 14 + root.asked
+        y: header.y + header.height + 14 + root.asked + (keyboard.visible ? keyboard.height + 10 : 0)
         height: Math.round(24 * Theme.textScale)
         spacing: 6
 
@@ -158,7 +172,7 @@ FocusScope {
         readonly property int side: 8
 
         x: 24 - side
-        y: highlights.y + highlights.height + 14
+        y: highlights.y + (highlights.implicitWidth > 0 ? highlights.height + 14 : 0)
         width: root.width - 2 * x
         height: root.height - y - 22
         clip: true

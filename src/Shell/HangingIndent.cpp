@@ -20,6 +20,7 @@ void HangingIndent::apply()
         return;
     const QScopedValueRollback applying(m_applying, true);
     QTextBlockFormat format;
+    format.setLineHeight(m_leading, QTextBlockFormat::LineDistanceHeight);
     format.setLeftMargin(m_indent);
     format.setTextIndent(-m_indent);
     QTextCursor all(text);

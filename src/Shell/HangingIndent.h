@@ -13,6 +13,7 @@ class HangingIndent : public QObject {
     QML_ELEMENT
     Q_PROPERTY(QQuickTextDocument *document MEMBER m_document WRITE setDocument NOTIFY changed FINAL)
     Q_PROPERTY(double indent MEMBER m_indent NOTIFY changed FINAL)
+    Q_PROPERTY(double leading MEMBER m_leading NOTIFY changed FINAL)
     Q_PROPERTY(bool continued MEMBER m_continued NOTIFY changed FINAL)
 public:
     using QObject::QObject;
@@ -28,6 +29,7 @@ Q_SIGNALS:
 private:
     QPointer<QQuickTextDocument> m_document;
     double m_indent = 0;
+    double m_leading = 0; ///< pixels between two lines
     bool m_continued = false;
     bool m_applying = false; ///< which the text reports as a change
 };

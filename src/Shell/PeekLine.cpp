@@ -30,6 +30,11 @@ PeekLine::Tone PeekLine::tone() const
     return Tone::Info;
 }
 
+QString PeekLine::spoken() const
+{
+    return inParts() && m_peek.question->textIsCut ? m_peek.text + u'…' : m_peek.text;
+}
+
 QString PeekLine::hint() const
 {
     return actionLabel().isEmpty() ? tr("Opens Velto") : tr("%1s").arg(actionLabel());
@@ -71,7 +76,8 @@ void PeekLine::answer(bool allowed)
 void PeekLine::follow()
 {
     m_onShow = m_hub.hasPeek();
-    if (m_onShow && m_hub.peek().id != m_peek.id) {
+    const bool another = m_onShow && m_hub.peek().id != m_peek.id;
+    if (another) {
         m_peek = m_hub.peek();
         m_isQuestion = m_peek.isQuestion();
         m_peek.decide = {}; // the queue alone answers
@@ -81,6 +87,8 @@ void PeekLine::follow()
         ++m_serial;
     }
     Q_EMIT changed();
+    if (another)
+        Q_EMIT replaced();
     count();
 }
 

@@ -19,6 +19,7 @@ class PeekLine : public QObject {
     Q_PROPERTY(int serial READ serial NOTIFY changed FINAL)
     Q_PROPERTY(QString symbol READ symbol NOTIFY changed FINAL)
     Q_PROPERTY(QString text READ text NOTIFY changed FINAL)
+    Q_PROPERTY(QString spoken READ spoken NOTIFY changed FINAL)
     Q_PROPERTY(Tone tone READ tone NOTIFY changed FINAL)
     Q_PROPERTY(bool isQuestion READ isQuestion NOTIFY changed FINAL)
     Q_PROPERTY(bool inParts READ inParts NOTIFY changed FINAL)
@@ -43,6 +44,8 @@ public:
     int serial() const { return m_serial; }
     QString symbol() const { return m_peek.symbol; }
     QString text() const { return m_peek.text; }
+    /// The text as the row's and its pills' names say it: it doesn't hide that it is cut.
+    QString spoken() const;
     Tone tone() const;
     bool isQuestion() const { return m_isQuestion; }
     /// A question that is told in parts, each fit to be shown as it is; otherwise its text tells it.
@@ -73,6 +76,8 @@ public:
 
 Q_SIGNALS:
     void changed();
+    /// Another Peek is on show; all of it is known.
+    void replaced();
     void waitingChanged();
 
 private:

@@ -13,7 +13,7 @@ Item {
     readonly property color tone: root.tones[root.line.tone]
 
     Accessible.role: Accessible.Button
-    Accessible.name: Plain.line(root.line.text)
+    Accessible.name: Plain.line(root.line.spoken)
     Accessible.description: root.line.hint
     Accessible.onPressAction: root.line.act()
     Component.onCompleted: symbol.bounce()
@@ -33,11 +33,7 @@ Item {
 
     Connections {
         target: root.line
-        property int serial: root.line.serial
-        function onChanged(): void {
-            if (serial === root.line.serial)
-                return;
-            serial = root.line.serial;
+        function onReplaced(): void {
             symbol.bounce();
         }
     }

@@ -23,7 +23,7 @@ Item {
     height: root.barHeight + (unfolded.visible ? Math.min((unfolded.item as UnfoldedQuestion).wanted, unfolded.height) : 0)
     activeFocusOnTab: true
     Accessible.role: Accessible.Grouping
-    Accessible.name: Plain.line(root.line.text)
+    Accessible.name: Plain.line(root.line.spoken)
     Accessible.description: qsTr("Tab goes on to Deny and Allow")
     Accessible.focusable: true
     Keys.onRightPressed: pills.choose(false)
@@ -45,11 +45,7 @@ Item {
     // Another question in the same place: what one was about to press isn't meant for it.
     Connections {
         target: root.line
-        property int serial: root.line.serial
-        function onChanged(): void {
-            if (serial === root.line.serial)
-                return;
-            serial = root.line.serial;
+        function onReplaced(): void {
             if (pills.focused)
                 root.forceActiveFocus(Qt.OtherFocusReason);
         }
@@ -113,7 +109,8 @@ Item {
                     setSource("UnfoldedQuestion.qml", {
                         line: root.line,
                         ui: root.ui,
-                        takesKeyboard: true
+                        takesKeyboard: true,
+                        ground: Theme.popover
                     });
                 else
                     source = "";

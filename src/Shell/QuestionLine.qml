@@ -3,7 +3,8 @@ import Velto.Design
 import Velto.Shell
 
 // A question on one line: who asks, with what tool, to do what. The parts differ in their look, so that none can pose as another. The
-// name gives way first, then what would be done, and the tool last of all; whatever is cut ends in "…".
+// name gives way first, then what would be done; the tool takes smaller letters, and is cut only where it fills all of the row.
+// Whatever is cut ends in "…".
 Item {
     id: root
 
@@ -13,10 +14,14 @@ Item {
     readonly property int gap: 8
     /// A name is never more than a third of the row that this stands in.
     property real longestName: 520 / 3
-    readonly property real leastName: Math.min(name.implicitWidth, 64)
-    readonly property real leastDetail: Math.min(detail.implicitWidth, 72)
+    readonly property real leastName: Math.min(name.implicitWidth, 24)
+    readonly property real leastDetail: Math.min(detail.implicitWidth, 16)
     readonly property real leastPlace: root.line.place === "" ? 0 : root.gap + Math.min(place.implicitWidth, 48)
     readonly property real room: root.width - chevron.width - 2 * root.gap
+    readonly property real roomBeside: root.room - chip.width - root.gap
+    /// What a name keeps before a long command, unless the tool needs it.
+    readonly property real usualName: Math.min(name.implicitWidth, root.room / 5, root.roomBeside - root.leastDetail)
+    readonly property real longestTool: root.room - root.leastName - root.leastDetail - root.gap - 12
 
     height: 22
     Accessible.ignored: true
@@ -25,7 +30,7 @@ Item {
         id: name
 
         anchors.verticalCenter: parent.verticalCenter
-        width: Math.min(implicitWidth, root.longestName, Math.max(root.leastName, root.room - chip.width - root.gap - detail.implicitWidth))
+        width: Math.min(implicitWidth, root.longestName, Math.max(root.usualName, root.leastName, root.roomBeside - detail.implicitWidth))
         text: root.line.session
         color: Theme.glassSecondary
         size: Theme.textBody
@@ -47,12 +52,21 @@ Item {
 
             x: 6
             anchors.verticalCenter: parent.verticalCenter
-            width: Math.min(implicitWidth, Math.max(40, root.room - root.leastName - root.leastDetail - root.gap - 12))
+            width: Math.min(implicitWidth, Math.max(40, root.longestTool))
             text: root.line.tool
             color: "white"
-            size: Theme.textBody
+            size: usual.advanceWidth > root.longestTool ? Theme.textSmall : Theme.textBody
             weight: Font.DemiBold
             Accessible.ignored: true
+
+            TextMetrics {
+                id: usual
+
+                font.family: tool.font.family
+                font.weight: tool.font.weight
+                font.pixelSize: Math.round(Theme.textBody * Theme.textScale)
+                text: tool.text
+            }
         }
     }
     PlainText {

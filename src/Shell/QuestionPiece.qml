@@ -2,7 +2,7 @@ import QtQuick
 import Velto.Design
 import Velto.Shell
 
-// A few lines of the whole question: plain text that one can select. What goes and what comes stands on a band of its colour.
+// A few lines of a question: a field with its name beside it, or a part of what would be run or written. It can be selected and copied.
 Item {
     id: root
 
@@ -11,6 +11,7 @@ Item {
     required property int look
     required property bool beside
     required property bool continued
+    required property bool begins
     required property bool ends
 
     /// A press into the text takes the keyboard.
@@ -19,13 +20,14 @@ Item {
     readonly property bool plain: root.look === 0
     readonly property bool removed: root.look === 2
     readonly property bool added: root.look === 3
-    readonly property real column: root.beside ? 92 : 0
-    readonly property real gutter: root.beside ? 0 : 14
+    readonly property bool inBlock: !root.beside && !root.plain
+    readonly property real column: root.beside ? Math.round(92 * Theme.textScale) : 0
+    readonly property real gutter: root.inBlock ? 18 : 0
+    readonly property real padding: root.inBlock ? 7 : 0
+    readonly property real above: root.beside || root.label === "" ? 0 : top.implicitHeight + 5
     readonly property color tint: root.removed ? Theme.coral : root.added ? Theme.mint : "transparent"
 
-    readonly property real above: root.beside || root.label === "" ? 0 : top.implicitHeight + 4
-
-    implicitHeight: root.above + body.implicitHeight + (root.ends ? 8 : 0)
+    implicitHeight: block.y + block.height + (root.ends ? 9 : 0)
 
     PlainText {
         id: top
@@ -37,14 +39,29 @@ Item {
         size: Theme.textSmall
         Accessible.ignored: true
     }
-    Rectangle {
-        anchors.fill: body
-        anchors.leftMargin: -root.gutter
-        visible: !root.beside
-        color: root.removed || root.added ? Theme.at(root.tint, 0.12) : Theme.at("white", root.plain ? 0 : 0.05)
+    // Round where the block begins and ends.
+    Item {
+        id: block
+
+        y: root.above
+        width: root.width
+        height: body.y + body.implicitHeight + (root.ends ? root.padding : 0) - y
+        clip: true
+
+        Rectangle {
+            readonly property real over: root.begins ? 0 : radius
+            readonly property real under: root.ends ? 0 : radius
+
+            y: -over
+            width: parent.width
+            height: parent.height + over + under
+            radius: 7
+            visible: root.inBlock
+            color: root.removed || root.added ? Theme.at(root.tint, 0.15) : Theme.at("white", 0.06)
+        }
     }
     PlainText {
-        x: 4
+        x: 6
         y: body.y
         visible: root.removed || root.added
         text: root.removed ? "−" : "+"
@@ -57,8 +74,8 @@ Item {
         id: body
 
         x: root.column + root.gutter
-        y: root.above
-        width: root.width - x
+        y: root.above + (root.begins ? root.padding : 0)
+        width: root.width - x - (root.inBlock ? 10 : 0)
         readOnly: true
         selectByMouse: true
         persistentSelection: true
@@ -66,24 +83,32 @@ Item {
         text: root.words
         textFormat: TextEdit.PlainText
         horizontalAlignment: TextEdit.AlignLeft
-        wrapMode: root.plain ? TextEdit.Wrap : TextEdit.WrapAnywhere
+        wrapMode: TextEdit.Wrap
+        tabStopDistance: 4 * letter.advanceWidth
         color: root.plain ? Theme.glassPrimary : Theme.at("white", 0.92)
         selectionColor: Theme.at(Theme.ice, 0.35)
         selectedTextColor: "white"
         renderType: Text.NativeRendering
         font.family: root.plain ? Theme.family : Theme.fixedFamily
-        font.pixelSize: Theme.textSmall
+        font.pixelSize: Math.round(Theme.textSmall * Theme.textScale)
         font.weight: Font.Normal
         Accessible.role: Accessible.StaticText
         Accessible.name: (root.label === "" ? "" : root.label + ": ") + (root.removed ? "− " : root.added ? "+ " : "") + root.words
         onTextChanged: indent.apply()
         Component.onCompleted: indent.apply()
 
+        TextMetrics {
+            id: letter
+
+            font: body.font
+            text: "0"
+        }
         HangingIndent {
             id: indent
 
             document: body.textDocument
             indent: root.plain ? 0 : 14
+            leading: 2
             continued: root.continued
         }
     }

@@ -23,6 +23,12 @@ qsizetype endOfPiece(QStringView text, qsizetype start)
     return end;
 }
 
+/// A field stands apart from the next, and so does what has a heading; a part of a difference doesn't.
+bool standsApart(const QuestionPart &part, const QuestionPart &next)
+{
+    return part.beside || next.beside || !next.label.isEmpty();
+}
+
 } // namespace
 
 void QuestionRows::set(const QList<QuestionPart> &parts)
@@ -70,11 +76,12 @@ QVariant QuestionRows::data(const QModelIndex &index, int role) const
         return part.beside;
     case Continued:
         return piece.continued;
+    case Begins:
+        return piece.start == 0 && (piece.part == 0 || standsApart(m_parts.at(piece.part - 1), part));
     case Ends: {
-        // A row of a field stands apart from the next; a part of a difference doesn't.
         const bool whole = piece.start + piece.length >= part.text.size();
         const qsizetype next = piece.part + 1;
-        return whole && (part.beside || next == m_parts.size() || m_parts.at(next).beside);
+        return whole && (next == m_parts.size() || standsApart(part, m_parts.at(next)));
     }
     default:
         return {};
@@ -83,7 +90,8 @@ QVariant QuestionRows::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> QuestionRows::roleNames() const
 {
-    return {{Label, "label"}, {Text, "words"}, {Look, "look"}, {Beside, "beside"}, {Continued, "continued"}, {Ends, "ends"}};
+    return {{Label, "label"},         {Text, "words"},    {Look, "look"}, {Beside, "beside"},
+            {Continued, "continued"}, {Begins, "begins"}, {Ends, "ends"}};
 }
 
 } // namespace velto

@@ -24,7 +24,7 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
 private:
-    enum Role : int { Label = Qt::UserRole, Text, Look, Beside, Continued, Ends };
+    enum Role : int { Label = Qt::UserRole, Text, Look, Beside, Continued, Begins, Ends };
     struct Piece {
         qsizetype part;
         qsizetype start;

@@ -75,6 +75,19 @@ bool isNothing(const QJsonValue &value)
         || (value.isString() && value.toString().isEmpty()) || (value.isArray() && value.toArray().isEmpty());
 }
 
+/// A text as JSON has it, so that it can't pose as one more argument.
+QString quoted(const QString &text)
+{
+    const QString list = written(QJsonArray{text});
+    return list.sliced(1, list.size() - 2);
+}
+
+bool isWord(const QString &text)
+{
+    const auto fits = [](QChar c) { return (c.unicode() < 0x80 && c.isLetterOrNumber()) || u"_-."_s.contains(c); };
+    return !text.isEmpty() && std::ranges::all_of(text, fits);
+}
+
 /// The beginning of the arguments on one line.
 QString argumentsLine(const QJsonValue &input)
 {
@@ -84,10 +97,9 @@ QString argumentsLine(const QJsonValue &input)
     const QJsonObject object = input.toObject();
     for (auto each = object.begin(); each != object.end() && line.size() < kLongestRow; ++each) {
         line += line.isEmpty() ? QString() : u", "_s;
-        line += each.key().left(kLongestRow) + ": "_L1;
-        // A text is quoted, so that it can't pose as one more argument.
-        const QString value = each->isString() ? written(QJsonArray{each->toString().left(kLongestRow)}) : written(*each);
-        line += each->isString() ? value.sliced(1, value.size() - 2) : value.left(kLongestRow);
+        const QString key = each.key().left(kLongestRow);
+        line += (isWord(key) ? key : quoted(key)) + ": "_L1;
+        line += each->isString() ? quoted(each->toString().left(kLongestRow)) : written(*each).left(kLongestRow);
     }
     return line;
 }
@@ -174,6 +186,11 @@ private:
     /// What a file tool writes: one change or several, or all of a file.
     void takeChanges()
     {
+        // Once, unless it says otherwise.
+        if (const QJsonValue all = m_rest.value("replace_all"_L1); all.isBool()) {
+            field(Texts::tr("Replaces"), all.toBool() ? Texts::tr("every place in the file") : QString(), Look::Words);
+            m_rest.remove("replace_all"_L1);
+        }
         m_parts += change(m_rest);
         const QJsonArray edits = m_rest.value("edits"_L1).toArray();
         const bool clear = std::ranges::all_of(edits, [](const QJsonValue &edit) { return edit.isObject(); });

@@ -37,18 +37,22 @@ Row {
             readonly property string digit: root.digits[index]
             property string before: digit
             property real turned: 1
+            property bool complete: false
 
             width: Math.ceil(slot.advanceWidth)
             height: Math.ceil(slot.height)
             clip: turned < 1
 
             onDigitChanged: {
-                if (Theme.reducedMotion) {
+                // A count of nothing wasn't shown.
+                const shown = place.complete && (place.before !== "0" || root.digits.length > 1);
+                if (Theme.reducedMotion || !shown) {
                     before = digit;
                     return;
                 }
                 turn.restart();
             }
+            Component.onCompleted: place.complete = true
 
             NumberAnimation {
                 id: turn

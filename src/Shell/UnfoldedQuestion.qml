@@ -11,6 +11,8 @@ Item {
     required property PeekLine line
     required property UI ui
     property bool takesKeyboard: false
+    /// What it stands on.
+    property color ground: Theme.panelColor(0)
 
     /// The height that shows all of it, as far as that is known; 0 before.
     readonly property real wanted: list.contentHeight > 0 ? list.contentHeight + 18 : 0
@@ -39,12 +41,35 @@ Item {
         Accessible.name: qsTr("The whole question")
 
         delegate: QuestionPiece {
-            width: ListView.view.width - 12
+            width: ListView.view.width - (thumb.visible ? 12 : 0)
             takesKeyboard: root.takesKeyboard
         }
     }
+    // What goes on below fades out, so that it doesn't look cut.
+    Rectangle {
+        readonly property real below: list.contentHeight + list.originY - list.contentY - list.height
+
+        y: list.y + list.height - height
+        width: parent.width
+        height: 22
+        visible: below > 0.5
+        opacity: Math.min(1, below / height)
+        gradient: Gradient {
+            GradientStop {
+                position: 0
+                color: Theme.at(root.ground, 0)
+            }
+            GradientStop {
+                position: 1
+                color: root.ground
+            }
+        }
+    }
     ScrollThumb {
+        id: thumb
+
         anchors.right: parent.right
+        anchors.rightMargin: -2
         y: list.y
         height: list.height
         area: list

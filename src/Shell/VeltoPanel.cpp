@@ -120,9 +120,16 @@ bool VeltoPanel::event(QEvent *event)
     return handled;
 }
 
+void VeltoPanel::focusInEvent(QFocusEvent *event)
+{
+    QQuickView::focusInEvent(event);
+    m_ui.setKeyboard(true);
+}
+
 void VeltoPanel::focusOutEvent(QFocusEvent *event)
 {
     QQuickView::focusOutEvent(event);
+    m_ui.setKeyboard(false);
     m_ui.focusLost();
 }
 

@@ -24,11 +24,12 @@ class ShapeNode final : public FrameNode {
 public:
     using FrameNode::FrameNode;
 
-    void set(QSizeF size, OutlineRadii radii, double openness)
+    void set(QSizeF size, OutlineRadii radii, double openness, double edge)
     {
         m_size = size;
         m_radii = radii;
         m_openness = openness;
+        m_edge = edge;
         markDirty(DirtyMaterial);
     }
 
@@ -42,7 +43,12 @@ public:
         painter->setClipRegion(*state->clipRegion());
         painter->setTransform(matrix()->toTransform(), true);
         painter->setRenderHint(QPainter::Antialiasing);
-        painter->fillPath(veltoOutline(rect(), m_radii), brush());
+        const QPainterPath outline = veltoOutline(rect(), m_radii);
+        painter->fillPath(outline, brush());
+        if (m_edge <= 0)
+            return;
+        painter->setClipPath(outline, Qt::IntersectClip);
+        painter->strokePath(outline, QPen(Qt::white, 2 * m_edge));
     }
 
 private:
@@ -61,6 +67,7 @@ private:
     QSizeF m_size;
     OutlineRadii m_radii;
     double m_openness = 0;
+    double m_edge = 0;
 };
 
 } // namespace
@@ -76,7 +83,7 @@ QSGNode *VeltoShape::updatePaintNode(QSGNode *before, UpdatePaintNodeData *)
     auto *node = static_cast<ShapeNode *>(before);
     if (!node)
         node = new ShapeNode(window());
-    node->set(size(), {m_top, m_bottom}, m_openness);
+    node->set(size(), {m_top, m_bottom}, m_openness, m_edge);
     return node;
 }
 

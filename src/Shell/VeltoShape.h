@@ -12,6 +12,8 @@ class VeltoShape : public QQuickItem {
     Q_PROPERTY(double topRadius READ topRadius WRITE setTopRadius NOTIFY changed FINAL)
     Q_PROPERTY(double bottomRadius READ bottomRadius WRITE setBottomRadius NOTIFY changed FINAL)
     Q_PROPERTY(double openness READ openness WRITE setOpenness NOTIFY changed FINAL)
+    /// The width of a white line inside the outline, in logical pixels; 0 for none.
+    Q_PROPERTY(double edge READ edge WRITE setEdge NOTIFY changed FINAL)
 public:
     explicit VeltoShape(QQuickItem *parent = nullptr);
 
@@ -21,6 +23,9 @@ public:
     void setBottomRadius(double radius) { set(m_bottom, radius); }
     double openness() const { return m_openness; }
     void setOpenness(double openness) { set(m_openness, openness); }
+
+    double edge() const { return m_edge; }
+    void setEdge(double edge) { set(m_edge, edge); }
 
 Q_SIGNALS:
     void changed();
@@ -42,6 +47,7 @@ private:
     double m_top = 6;
     double m_bottom = 10;
     double m_openness = 0;
+    double m_edge = 0;
 };
 
 } // namespace velto

@@ -24,6 +24,7 @@ Item {
         topRadius: root.outline.top
         bottomRadius: root.outline.bottom
         openness: root.ui.expanded ? 1 : 0
+        edge: Theme.highContrast ? 1.5 : 0
 
         Behavior on width {
             enabled: root.moves

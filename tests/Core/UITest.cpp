@@ -54,6 +54,40 @@ private Q_SLOTS:
         there = true;
         w.ui.stripEntered();
         QVERIFY(w.ui.expanded());
+
+        // Who overshot a question's answers opens nothing when the question has gone either.
+        there = false;
+        w.ui.close();
+        bool asks = true;
+        w.ui.asking = [&asks] { return asks; };
+        there = true;
+        w.ui.stripEntered();
+        asks = false;
+        w.ui.questionChanged();
+        w.wait(5000);
+        w.ui.stripEntered();
+        QVERIFY(!w.ui.expanded());
+    }
+
+    void desktopThatKeepsTheKeyboardIsTold()
+    {
+        World w;
+        w.ui.openFocused();
+        w.ui.awaitKeyboard();
+        w.wait(999);
+        QVERIFY(!w.ui.keyboardKept());
+        w.wait(1);
+        QVERIFY(w.ui.keyboardKept());
+        w.ui.setKeyboard(true); // after all
+        QVERIFY(!w.ui.keyboardKept());
+        w.ui.awaitKeyboard();
+        w.wait(1000);
+        QVERIFY(!w.ui.keyboardKept());
+        w.ui.setKeyboard(false);
+        w.ui.awaitKeyboard();
+        w.ui.close();
+        w.wait(1000);
+        QVERIFY(!w.ui.keyboardKept());
     }
 
     void clickModeOpensOnATapOnly()

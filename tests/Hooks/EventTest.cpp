@@ -19,7 +19,7 @@ std::optional<HookEvent> parse(QByteArrayView body)
 QString detail(const QByteArray &input)
 {
     const auto event = parse("{\"hook_event_name\":\"x\",\"tool_input\":" + input + "}");
-    return event ? event->toolDetail.value_or(u"-"_s) : u"no event"_s;
+    return event ? event->toolDetail.value_or(u"-"_s) + (event->toolIsCut ? u"…"_s : QString()) : u"no event"_s;
 }
 
 } // namespace
@@ -106,8 +106,10 @@ private Q_SLOTS:
         QCOMPARE(event->message, std::optional(QString(199, u'm')));
         QCOMPARE(event->tool, std::optional(QString(40, u't')));
         QCOMPARE(event->wholeTool, QString(41, u't')); // for the screen nothing is cut
-        QCOMPARE(detail("{\"command\":\"" + QByteArray(78, 'c') + face + "more\"}"), QString(78, u'c') + QString::fromUtf8(face));
-        QCOMPARE(detail("{\"command\":\"" + QByteArray(79, 'c') + face + "\"}"), QString(79, u'c'));
+        QVERIFY(event->toolIsCut);
+        QCOMPARE(detail("{\"command\":\"" + QByteArray(78, 'c') + face + "more\"}"),
+                 QString(78, u'c') + QString::fromUtf8(face) + u'…');
+        QCOMPARE(detail("{\"command\":\"" + QByteArray(79, 'c') + face + "\"}"), QString(79, u'c') + u'…');
     }
 };
 

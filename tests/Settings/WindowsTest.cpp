@@ -1,4 +1,6 @@
+#include "App/Windows.h"
 #include "Design/ItemAccessible.h"
+#include "Platform/Appearance.h"
 #include "RunTests.h"
 #include "Settings/Desk.h"
 #include "Warnings.h"
@@ -88,7 +90,7 @@ private Q_SLOTS:
 
     void cleanup()
     {
-        m_window.reset();
+        m_own.reset();
         m_welcome.reset();
         m_desk.reset();
         const QStringList warnings = Warnings::stop();
@@ -173,6 +175,34 @@ private Q_SLOTS:
         }
     }
 
+    void whatIsGreyedOrUnderADialogIsSoForAScreenReaderToo()
+    {
+        openPane(3);
+        QQuickItem *save = named(u"Save Linear API key"_s);
+        QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(save);
+        QVERIFY(interface->state().disabled);
+        QVERIFY(actionOf(save).isEmpty());
+        interface->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        m_desk->background.finishAll();
+        QVERIFY(m_desk->keychain.entries.isEmpty());
+        named(u"Linear API key, Paste here"_s)->setProperty("text", u"x"_s);
+        QVERIFY(!interface->state().disabled);
+        QVERIFY(interface->parent()->indexOfChild(interface) >= 0);
+
+        openPane(5);
+        press(u"Remove Velto's changes and quit…"_s);
+        QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Cancel"_s);
+        const auto act = [](QQuickItem *control) {
+            QAccessible::queryAccessibleInterface(control)->actionInterface()->doAction(actionOf(control));
+        };
+        act(named(u"General"_s));
+        QCOMPARE(m_window->property("shown"), QVariant(5));
+        act(m_window->activeFocusItem());
+        QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Remove Velto's changes and quit…"_s);
+        act(named(u"General"_s));
+        QCOMPARE(m_window->property("shown"), QVariant(0));
+    }
+
     void aSwitchChangesWhatItSaysAtOnce()
     {
         openPane(0);
@@ -204,56 +234,69 @@ private Q_SLOTS:
         named(u"Linear API key, Paste here"_s)->forceActiveFocus(Qt::TabFocusReason);
         m_window->requestActivate();
         for (const Qt::Key key : {Qt::Key_X, Qt::Key_Tab, Qt::Key_Return})
-            QTest::keyClick(m_window.get(), key);
+            QTest::keyClick(m_window, key);
         m_desk->background.finishAll();
         QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Linear API key, Saved"_s);
-        QTest::keyClick(m_window.get(), Qt::Key_Tab);
-        QTest::keyClick(m_window.get(), Qt::Key_Return);
+        QTest::keyClick(m_window, Qt::Key_Tab);
+        QTest::keyClick(m_window, Qt::Key_Return);
         m_desk->background.finishAll();
         QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Linear API key, Paste here"_s);
     }
 
-    void returnStartsFromAnywhereInTheWelcome()
+    /// The windows as the program has them: the welcome closes once it is through, and the reset, asked for twice, ends the
+    /// program.
+    void theProgramHearsHowTheyEnd()
     {
-        m_welcome = std::make_unique<Welcome>(m_desk->welcome);
-        const QSignalSpy done(m_welcome.get(), &Welcome::done);
-        open("WelcomeWindow.qml", m_welcome.get());
-        m_window->requestActivate();
+        class : public Appearance {
+            void follow() override { }
+            bool dark() const override { return true; }
+        } appearance;
+        Windows windows(appearance, m_desk->needs, m_desk->welcome);
+        const QSignalSpy welcomed(&windows, &Windows::welcomed);
+        const QSignalSpy quit(&windows, &Windows::quitWanted);
+        const auto takeWindow = [this] {
+            const auto all = QGuiApplication::topLevelWindows();
+            const auto visible = std::ranges::find_if(all, &QWindow::isVisible);
+            m_window = visible == all.end() ? nullptr : qobject_cast<QQuickWindow *>(*visible);
+            QVERIFY(m_window && QTest::qWaitForWindowActive(m_window));
+        };
+        windows.showWelcome();
+        takeWindow();
         named(u"Todos"_s)->forceActiveFocus(Qt::TabFocusReason);
-        QTest::keyClick(m_window.get(), Qt::Key_Return);
-        QCOMPARE(done.count(), 1);
-    }
+        QTest::keyClick(m_window, Qt::Key_Return); // from anywhere in it
+        QCOMPARE(welcomed.count(), 1);
+        QVERIFY(!m_window->isVisible());
 
-    void theResetIsAskedForTwice()
-    {
-        const QSignalSpy quit(m_desk->settings.about(), &AboutSettings::quitWanted);
-        openPane(5);
-        press(u"Remove Velto's changes and quit…"_s);
-        QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Cancel"_s);
-        QTest::keyClick(m_window.get(), Qt::Key_Return);
-        QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Remove Velto's changes and quit…"_s);
-        QCOMPARE(quit.count(), 0);
-        press(u"Remove Velto's changes and quit…"_s);
-        QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Cancel"_s);
-        QTest::keyClick(m_window.get(), Qt::Key_Tab);
-        QTest::keyClick(m_window.get(), Qt::Key_Return);
-        QCOMPARE(quit.count(), 1);
+        windows.showSettings();
+        takeWindow();
+        QVERIFY(QMetaObject::invokeMethod(m_window, "show", Q_ARG(int, 5)));
+        for (const bool sure : {false, true}) {
+            press(u"Remove Velto's changes and quit…"_s);
+            QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Cancel"_s);
+            if (sure)
+                QTest::keyClick(m_window, Qt::Key_Tab);
+            QTest::keyClick(m_window, Qt::Key_Return);
+            QCOMPARE(quit.count(), int(sure));
+            if (!sure)
+                QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Remove Velto's changes and quit…"_s);
+        }
     }
 
 private:
     void open(const char *file, QObject *store)
     {
         QQmlComponent component(&m_engine, QUrl(u"qrc:/qt/qml/Velto/Settings/"_s + QLatin1StringView(file)));
-        m_window.reset(
+        m_own.reset(
             qobject_cast<QQuickWindow *>(component.createWithInitialProperties({{u"store"_s, QVariant::fromValue(store)}})));
+        m_window = m_own.get();
         QVERIFY2(m_window, qPrintable(component.errorString()));
         m_window->show();
-        QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+        QVERIFY(QTest::qWaitForWindowExposed(m_window));
     }
     void openPane(int index)
     {
         open("SettingsWindow.qml", &m_desk->settings);
-        QVERIFY(QMetaObject::invokeMethod(m_window.get(), "show", Q_ARG(int, index)));
+        QVERIFY(QMetaObject::invokeMethod(m_window, "show", Q_ARG(int, index)));
         m_desk->background.finishAll();
         QCoreApplication::processEvents();
     }
@@ -305,7 +348,7 @@ private:
     void click(QQuickItem *control)
     {
         control->forceActiveFocus(Qt::TabFocusReason); // which brings it into sight
-        QTest::mouseClick(m_window.get(), Qt::LeftButton, {},
+        QTest::mouseClick(m_window, Qt::LeftButton, {},
                           control->mapToScene(QPointF(control->width() / 2, control->height() / 2)).toPoint());
     }
 
@@ -313,7 +356,8 @@ private:
     QString m_done;
     std::unique_ptr<Desk> m_desk;
     std::unique_ptr<Welcome> m_welcome;
-    std::unique_ptr<QQuickWindow> m_window;
+    QQuickWindow *m_window = nullptr;
+    std::unique_ptr<QQuickWindow> m_own;
 };
 
 } // namespace velto

@@ -55,8 +55,9 @@ private Q_SLOTS:
         // The field that sounds harmless isn't all that a foreign tool is given.
         row("a foreign tool", u"mcp__sh__run"_s, QJsonObject{{u"command"_s, u"rm"_s}, {u"file_path"_s, u"README"_s}},
             u"mcp__sh__run|command: \"rm\", file_path: \"README\"|"_s);
-        row("an argument in an argument", u"mcp__a__b"_s, QJsonObject{{u"a"_s, u"x\", b: \"y"_s}},
-            u"mcp__a__b|a: \"x\\\", b: \\\"y\"|"_s);
+        row("an argument in an argument", u"mcp__a__b"_s,
+            QJsonObject{{u"a"_s, u"x\", b: \"y"_s}, {u"c: 1, d"_s, 2}, {QString(), 3}},
+            u"mcp__a__b|\"\": 3, a: \"x\\\", b: \\\"y\", \"c: 1, d\": 2|"_s);
         row("a list", u"x"_s, QJsonArray{1, u"a"_s}, u"x|[1,\"a\"]|"_s);
         row("nothing", u"x"_s, QJsonObject(), u"x||"_s);
         row("not even a tool", QString(), QJsonValue(QJsonValue::Undefined), u"||"_s);
@@ -94,8 +95,8 @@ private Q_SLOTS:
                                                          {u"old_string"_s, u"one\ntwo\nthree"_s},
                                                          {u"new_string"_s, u"one\n2\nthree\nfour"_s},
                                                          {u"replace_all"_s, true}}))),
-                 (QStringList{u"File: /x/y"_s, u"one"_s, u"−two"_s, u"+2"_s, u"three"_s, u"+four"_s,
-                              u"Also given: {\"replace_all\":true}"_s, here, folder}));
+                 (QStringList{u"File: /x/y"_s, u"Replaces: every place in the file"_s, u"one"_s, u"−two"_s, u"+2"_s, u"three"_s,
+                              u"+four"_s, here, folder}));
         QCOMPARE(told(questionParts(question(u"Write"_s, QJsonObject{{u"file_path"_s, u"/x"_s}, {u"content"_s, u"a\nb\n"_s}}))),
                  (QStringList{u"File: /x"_s, u"+a\nb"_s, here, folder}));
         QCOMPARE(told(questionParts(question(u"ExitPlanMode"_s, QJsonObject{{u"plan"_s, u"# Plan\n1. Go"_s}}))),

@@ -2,6 +2,7 @@
 
 The same on X11 (xdotool, xterm, ImageMagick) and on Wayland (sway, foot, grim and the program `wayland-hand`)."""
 
+import json
 import os
 import pathlib
 import shutil
@@ -11,9 +12,9 @@ import time
 
 from velto_desktop import Failure, Geometry, skip, until, xdotool
 
-# evdev's numbers (linux/input-event-codes.h) and X11's names of the keys that are pressed here.
-KEYS = {"Escape": 1}
-LEFT_BUTTON = 272
+# evdev's numbers (linux/input-event-codes.h) of what is pressed here, by X11's names and numbers.
+KEYS = {"Escape": 1, "Return": 28, "ctrl": 29, "n": 49}
+BUTTONS = {1: 272, 3: 273}
 BLACK = 6  # of 255: what is no brighter is the strip
 
 
@@ -84,10 +85,10 @@ class Desk:
         except Failure as failure:
             raise Failure(f"{failure} (the strip is at {last[0]})") from None
 
-    def click(self, x, y):
+    def click(self, x, y, button=1):
         self.move(x, y)
         time.sleep(0.3)
-        self.button()
+        self.button(button)
 
 
 def read_ppm(data):
@@ -115,8 +116,8 @@ class X11Desk(Desk):
     def move(self, x, y):
         xdotool("mousemove", "--sync", x, y)
 
-    def button(self):
-        xdotool("click", 1)
+    def button(self, button=1):
+        xdotool("click", button)
 
     def key(self, name):
         xdotool("key", name)
@@ -138,8 +139,9 @@ class WaylandDesk(Desk):
     def __init__(self, hand):
         super().__init__()
         self.hand = subprocess.Popen([hand], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
-        width, height, _ = self.picture()
-        self.do(f"size {width} {height}")
+        self.output = "HEADLESS-1"
+        self.corner = (0, 0)
+        self.show(self.output)
 
     def __exit__(self, *rest):
         self.hand.kill()
@@ -153,28 +155,67 @@ class WaylandDesk(Desk):
             raise Failure(f"the hand can't {line!r}")
 
     def picture(self):
-        return read_ppm(subprocess.run(["grim", "-t", "ppm", "-"], capture_output=True, check=True).stdout)
+        picture = ["grim", "-o", self.output, "-t", "ppm", "-"]
+        return read_ppm(subprocess.run(picture, capture_output=True, check=True).stdout)
 
     def move(self, x, y):
         # Some surfaces take a pointer in only when it moves within them.
-        self.do(f"move {x - 1} {y}")
+        x, y = x + self.corner[0], y + self.corner[1]
+        self.do(f"move {max(0, x - 1)} {y}")
         self.do(f"move {x} {y}")
 
-    def button(self):
-        self.do(f"press {LEFT_BUTTON}")
+    def button(self, button=1):
+        self.do(f"press {BUTTONS[button]}")
         time.sleep(0.1)
-        self.do(f"release {LEFT_BUTTON}")
+        self.do(f"release {BUTTONS[button]}")
 
     def key(self, name):
-        self.do(f"keys {KEYS[name]}")
+        self.do("keys " + " ".join(str(KEYS[each]) for each in name.split("+")))
 
     def type(self, text):
         self.do(f"text {text}")
         time.sleep(0.5)
 
     def fill_screen(self):
-        subprocess.run(["swaymsg", "fullscreen", "enable"], capture_output=True, check=True)
+        self.swaymsg("fullscreen", "enable")
         time.sleep(1)
+
+    def copy(self, text):
+        subprocess.run(["wl-copy", text], check=True, timeout=20)
+
+
+    @staticmethod
+    def swaymsg(*words):
+        done = subprocess.run(["swaymsg", "-r", *map(str, words)], capture_output=True, text=True, check=True, timeout=20)
+        return json.loads(done.stdout)
+
+    @staticmethod
+    def copy(text):
+        subprocess.run(["wl-copy", text], check=True, timeout=20)
+
+    @staticmethod
+    def lock():
+        """The locker that has the screen, or nothing if there is none here."""
+        return subprocess.Popen(["swaylock", "--color", "224422"]) if shutil.which("swaylock") else None
+
+    def can_unplug(self):
+        version = self.swaymsg("-t", "get_version")
+        return (version["major"], version["minor"]) >= (1, 8)
+
+    def outputs(self):
+        return {each["name"]: each for each in self.swaymsg("-t", "get_outputs")}
+
+    def show(self, name):
+        """From here on pictures and the pointer are those of this output."""
+        self.output = name
+        if name not in self.outputs():
+            raise Failure(f"there is no output {name}")
+        everything = [each["rect"] for each in self.outputs().values()]
+        place = self.outputs()[name]["rect"]
+        self.corner = place["x"], place["y"]
+        width = max(each["x"] + each["width"] for each in everything)
+        height = max(each["y"] + each["height"] for each in everything)
+        self.do(f"size {width} {height}")
 
 
 def desk(hand=None):

@@ -50,7 +50,7 @@ def by_keys(velto, todos):
     until("the others to be out of the list", lambda: "First thing" + ROW not in velto.names())
     velto.key("Down", "Third thing" + ROW)
     velto.key("Return", lambda: "Add a comment" in velto.names())
-    for name in ("Mark done: Third thing", "Hides details", "Add a comment"):
+    for name in ("Mark done: Third thing", "Hides details: Third thing", "Add a comment"):
         velto.key("Tab", name)
     write("a comment")
     xdotool("key", "Return")

@@ -1,5 +1,7 @@
 #include "Platform/Linux/ApplicationNames.h"
 
+#include "Platform/Applications.h"
+
 #include <QHash>
 #include <QList>
 #include <algorithm>
@@ -113,6 +115,9 @@ constexpr std::array kRecorders{
     RecorderName{"gjs", "org.gnome.Shell.Screencast", true},
 };
 
+/// Those that run only while the screen is locked.
+constexpr std::array<QByteArrayView, 7> kLockers{"swaylock", "gtklock", "hyprlock", "waylock", "i3lock", "slock", "xsecurelock"};
+
 QLatin1StringView known(const QString &name)
 {
     static const auto kTable = [] {
@@ -135,8 +140,10 @@ QString identifierForClass(const QString &instance, const QString &windowClass)
     return windowClass.isEmpty() ? instance : windowClass;
 }
 
-std::optional<Recorder> recorderForProcess(QByteArrayView name, const std::function<QByteArray()> &arguments)
+std::optional<WatchedProgram> watchedProgram(QByteArrayView name, const std::function<QByteArray()> &arguments)
 {
+    if (std::ranges::find(kLockers, name) != kLockers.end())
+        return WatchedProgram{QString(kScreenLocker), true, false};
     for (const RecorderName &each : kRecorders) {
         if (each.name != name)
             continue;
@@ -145,7 +152,7 @@ std::optional<Recorder> recorderForProcess(QByteArrayView name, const std::funct
                               return word == each.argument || word.endsWith('/' + each.argument.toByteArray());
                           });
         if (fits)
-            return Recorder{QString(kRecorder), each.mayRest};
+            return WatchedProgram{QString(kRecorder), false, each.mayRest};
     }
     return std::nullopt;
 }

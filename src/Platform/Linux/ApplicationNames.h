@@ -11,13 +11,14 @@ namespace velto {
 /// The identifier of the application whose windows carry this WM_CLASS; the class itself for one that isn't known.
 /// Empty without both.
 QString identifierForClass(const QString &instance, const QString &windowClass);
-/// A screen recorder, as its process tells.
-struct Recorder {
+/// A screen recorder, or a program that has the screen locked while it runs, as its process tells.
+struct WatchedProgram {
     QString identifier;
+    bool locks = false;
     bool mayRest = false; ///< its program is open for other things too: it records only while it takes in a video stream
 };
 /// Nothing for any other program. `name` is that of the process (as in /proc/PID/comm: 15 bytes at most); `arguments` gives its
 /// command line (as in /proc/PID/cmdline), and is asked only where the name doesn't tell.
-std::optional<Recorder> recorderForProcess(QByteArrayView name, const std::function<QByteArray()> &arguments);
+std::optional<WatchedProgram> watchedProgram(QByteArrayView name, const std::function<QByteArray()> &arguments);
 
 } // namespace velto

@@ -4,6 +4,7 @@
 #include "Platform/Linux/DBusAsk.h"
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -27,6 +28,12 @@ constexpr auto kTextScaleKey = "text-scaling-factor"_L1;
 constexpr auto kPlasmaFontGroup = "org.kde.kdeglobals.General"_L1;
 constexpr auto kPlasmaFontKey = "font"_L1; // "Noto Sans,10,-1,5,..."
 constexpr double kPlasmaUsual = 10; // points
+constexpr auto kAppearance = "org.freedesktop.appearance"_L1;
+constexpr auto kContrastKey = "contrast"_L1;
+constexpr uint kMoreContrast = 1;
+constexpr auto kGnomeAccess = "org.gnome.desktop.a11y.interface"_L1;
+constexpr auto kGnomeContrastKey = "high-contrast"_L1;
+constexpr auto kPlasmaSchemeKey = "ColorScheme"_L1; // in the font's group; "BreezeHighContrast", say
 constexpr auto kPlasmaGroup = "org.kde.kdeglobals.KDE"_L1;
 constexpr auto kPlasmaKey = "AnimationDurationFactor"_L1;
 
@@ -123,8 +130,10 @@ void AtspiAccessibility::askStatus()
 /// anyway.
 void AtspiAccessibility::askSettings()
 {
-    for (const auto &[group, key] : {std::pair(kGnomeGroup, kGnomeKey), std::pair(kGnomeGroup, kTextScaleKey),
-                                     std::pair(kPlasmaGroup, kPlasmaKey), std::pair(kPlasmaFontGroup, kPlasmaFontKey)}) {
+    for (const auto &[group, key] :
+         {std::pair(kGnomeGroup, kGnomeKey), std::pair(kGnomeGroup, kTextScaleKey), std::pair(kPlasmaGroup, kPlasmaKey),
+          std::pair(kPlasmaFontGroup, kPlasmaFontKey), std::pair(kAppearance, kContrastKey),
+          std::pair(kGnomeAccess, kGnomeContrastKey), std::pair(kPlasmaFontGroup, kPlasmaSchemeKey)}) {
         DBusMethod read{kPortalService, kPortalPath, kSettings, u"Read"_s, {QString(group), QString(key)}, true};
         ask(m_session, read, this, [this, group = QString(group), key = QString(key)](const QVariant &value) {
             if (value.isValid())
@@ -144,6 +153,11 @@ double AtspiAccessibility::textScale() const
 {
     const double plasma = m_plasmaPoints / kPlasmaUsual;
     return std::clamp(std::max(m_textScale, plasma), 1.0, 2.0);
+}
+
+bool AtspiAccessibility::highContrast() const
+{
+    return m_contrastWanted || m_contrastInGnome || m_contrastInPlasma;
 }
 
 /// A window's alert event never reaches the screen reader from this toolkit; an alert item that is shown does. See the view.
@@ -174,7 +188,7 @@ void AtspiAccessibility::setScreenReader(bool on)
 
 void AtspiAccessibility::setting(const QString &group, const QString &key, const QVariant &value)
 {
-    const auto known = [this] { return std::pair(reducedMotion(), textScale()); };
+    const auto known = [this] { return std::tuple(reducedMotion(), textScale(), highContrast()); };
     const auto before = known();
     if (group == kGnomeGroup && key == kGnomeKey)
         m_stillInPortal = !value.toBool();
@@ -184,6 +198,12 @@ void AtspiAccessibility::setting(const QString &group, const QString &key, const
         m_textScale = value.toDouble();
     else if (group == kPlasmaFontGroup && key == kPlasmaFontKey)
         m_plasmaPoints = value.toString().section(u',', 1, 1).toDouble();
+    else if (group == kAppearance && key == kContrastKey)
+        m_contrastWanted = value.toUInt() == kMoreContrast;
+    else if (group == kGnomeAccess && key == kGnomeContrastKey)
+        m_contrastInGnome = value.toBool();
+    else if (group == kPlasmaFontGroup && key == kPlasmaSchemeKey)
+        m_contrastInPlasma = value.toString().remove(u' ').contains("HighContrast"_L1, Qt::CaseInsensitive);
     if (before != known())
         Q_EMIT changed();
 }

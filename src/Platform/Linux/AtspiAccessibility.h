@@ -29,6 +29,7 @@ public:
     bool screenReaderOn() const override { return m_screenReader; }
     bool reducedMotion() const override;
     double textScale() const override;
+    bool highContrast() const override;
     void announce(const QString &text) override;
 
 private Q_SLOTS:
@@ -52,6 +53,9 @@ private:
     std::optional<bool> m_stillInPortal; ///< by enable-animations
     double m_textScale = 1; ///< by text-scaling-factor
     double m_plasmaPoints = 0; ///< of Plasma's general font; 0 as long as it isn't known
+    bool m_contrastWanted = false; ///< by the appearance's contrast
+    bool m_contrastInGnome = false; ///< by high-contrast
+    bool m_contrastInPlasma = false; ///< by the name of the colour scheme
     std::optional<bool> m_stillInPlasma; ///< by AnimationDurationFactor
 };
 

@@ -1,6 +1,7 @@
 #include "Platform/Linux/DesktopCheck.h"
 
 #include "Platform/Linux/LinuxPlatform.h"
+#include "Platform/Posix/Descriptor.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusInterface>
@@ -10,7 +11,10 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QScreen>
+#include <algorithm>
 #include <array>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -45,6 +49,38 @@ QVariant property(const QDBusConnection &bus, const QString &service, const QStr
     return answer.isValid() ? answer.value().variant() : QVariant();
 }
 
+QString text(const char *words)
+{
+    return QCoreApplication::translate("DesktopCheck", words);
+}
+
+/// The name of the program at the other end of the Wayland display's socket; empty without one.
+QString compositor()
+{
+    const QString display = qEnvironmentVariable("WAYLAND_DISPLAY");
+    const QByteArray path = QFile::encodeName(QDir(qEnvironmentVariable("XDG_RUNTIME_DIR")).filePath(display));
+    const Descriptor end(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (display.isEmpty() || !end || std::size_t(path.size()) >= sizeof address.sun_path)
+        return {};
+    std::copy(path.cbegin(), path.cend(), address.sun_path);
+    ucred peer{};
+    socklen_t size = sizeof peer;
+    if (::connect(end.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0
+        || ::getsockopt(end.get(), SOL_SOCKET, SO_PEERCRED, &peer, &size) != 0)
+        return {};
+    QFile name("/proc/%1/comm"_L1.arg(QString::number(peer.pid)));
+    return name.open(QIODevice::ReadOnly) ? QString::fromUtf8(name.readAll()).trimmed() : QString();
+}
+
+QString desktop()
+{
+    QStringList words{qEnvironmentVariable("XDG_CURRENT_DESKTOP"), qEnvironmentVariable("XDG_SESSION_TYPE"), compositor()};
+    words.removeAll(QString());
+    return words.join(u", "_s);
+}
+
 QString displays()
 {
     QStringList list;
@@ -55,7 +91,10 @@ QString displays()
                         .arg(screen->size().width())
                         .arg(screen->size().height())
                         .arg(screen->devicePixelRatio()));
-    return QGuiApplication::platformName() + u", Qt "_s + QString::fromLatin1(qVersion()) + u": "_s + list.join(u", "_s);
+    const QString way = QGuiApplication::platformName().startsWith("wayland"_L1) ? text("a Wayland layer surface")
+        : qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")                         ? text("X11")
+                                                                                 : text("X11 through XWayland");
+    return way + u", Qt "_s + QString::fromLatin1(qVersion()) + u": "_s + list.join(u", "_s);
 }
 
 Support trayOn(const QDBusConnection &bus)
@@ -88,23 +127,28 @@ Support keyOn(const QDBusConnection &bus, LinuxPlatform &platform)
 
 } // namespace
 
-QList<Checked> checkDesktop(LinuxPlatform &platform)
+QList<Checked> checkDisplay(LinuxPlatform &platform)
 {
-    const auto text = [](const char *words) { return QCoreApplication::translate("DesktopCheck", words); };
-    const auto session = QDBusConnection::sessionBus();
-    const auto system = QDBusConnection::systemBus();
-    const bool login = offered(system, u"org.freedesktop.login1"_s);
-    const bool saver = offered(session, u"org.freedesktop.ScreenSaver"_s) || offered(session, u"org.gnome.ScreenSaver"_s);
+    const auto key = keyOn(QDBusConnection::sessionBus(), platform);
     return {
         {text("display"), {}, displays()},
-        {text("desktop"), {}, qEnvironmentVariable("XDG_CURRENT_DESKTOP") + u' ' + qEnvironmentVariable("XDG_SESSION_TYPE")},
+        {text("desktop"), {}, desktop()},
         {text("above full screen"), platform.panelWindow.support(), {}},
         {text("half-transparent"),
          platform.panelWindow.composited() ? Support{} : missing(text("no compositor runs; nothing moves slowly then")),
          {}},
-        {text("global key"), keyOn(session, platform), {}},
+        {text("global key"), key, key.works() && !platform.keyByPortal ? u"Control-Alt-N"_s : QString()},
         {text("window in front"), platform.applications.support(), {}},
         {text("copied links"), platform.clipboard.support(), {}},
+    };
+}
+
+QList<Checked> checkSession()
+{
+    const auto session = QDBusConnection::sessionBus();
+    const bool login = offered(QDBusConnection::systemBus(), u"org.freedesktop.login1"_s);
+    const bool saver = offered(session, u"org.freedesktop.ScreenSaver"_s) || offered(session, u"org.gnome.ScreenSaver"_s);
+    return {
         {text("session bus"), session.isConnected() ? Support{} : missing(text("DBUS_SESSION_BUS_ADDRESS leads nowhere")), {}},
         {text("tray"), trayOn(session), {}},
         {text("keyring"),
@@ -114,7 +158,9 @@ QList<Checked> checkDesktop(LinuxPlatform &platform)
          {}},
         {text("lock signals"),
          login || saver ? Support{} : missing(text("neither logind nor a screen saver tells when the screen is locked")),
-         login ? u"logind"_s : QString()},
+         login       ? u"logind"_s
+             : saver ? text("a screen saver")
+                     : QString()},
     };
 }
 

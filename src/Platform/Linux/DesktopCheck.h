@@ -16,9 +16,11 @@ struct Checked {
     QString detail; ///< which, where or how; may be empty
 };
 
-/// What this desktop offers, for a report. Needs the application object; asks the buses and waits for them, some seconds at
+/// What the display offers, for a report. Needs the application object; asks the session bus and waits for it, some seconds at
 /// most, and changes nothing: a key that is grabbed for this is given back.
-QList<Checked> checkDesktop(LinuxPlatform &platform);
+QList<Checked> checkDisplay(LinuxPlatform &platform);
+/// The same for what the buses offer, with a display or without.
+QList<Checked> checkSession();
 
 /// The program that listens on that loopback port, as "name (process)"; empty if nobody does or it is another user's.
 QString listenerOn(int port);

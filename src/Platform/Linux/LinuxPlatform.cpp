@@ -171,6 +171,9 @@ void LinuxPlatform::start()
     windows->start();
     const auto sessionBus = QDBusConnection::sessionBus();
     session.start(QDBusConnection::systemBus(), sessionBus);
+    const auto followLocker = [this] { session.setLockerRuns(applications.lockerRuns()); };
+    QObject::connect(&applications, &Applications::runningChanged, &session, followLocker);
+    followLocker();
     accessibility.start(sessionBus);
     players.start(sessionBus);
     keychain.follow(sessionBus);

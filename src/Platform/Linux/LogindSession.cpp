@@ -173,9 +173,19 @@ void LogindSession::setSaver(const QString &interface, bool active)
     update();
 }
 
+void LogindSession::setLockerRuns(bool runs)
+{
+    if (std::exchange(m_lockerRuns, runs) == runs)
+        return;
+    // It is what answers a request, and speaks for the end of that too.
+    m_requested = false;
+    m_request.reset();
+    update();
+}
+
 void LogindSession::update()
 {
-    const bool now = m_hint || m_requested || !m_savers.isEmpty();
+    const bool now = m_hint || m_requested || m_lockerRuns || !m_savers.isEmpty();
     if (std::exchange(m_locked, now) != now)
         Q_EMIT lockedChanged();
 }

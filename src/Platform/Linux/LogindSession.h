@@ -12,8 +12,8 @@ namespace velto {
 
 class Clock;
 
-/// Locked as long as logind's hint for the session or any of the desktops' screen savers says so. A request to lock counts
-/// for a few seconds, until a locker has answered it: not every locker reports, and a strip that never comes back is worse.
+/// Locked as long as logind's hint for the session or any of the desktops' screen savers says so, or a locker runs that tells
+/// nobody. A request to lock counts for a few seconds, until a locker has answered it: a strip that never comes back is worse.
 /// Knows nothing before start(), and waits for no answer.
 class LogindSession final : public Session {
     Q_OBJECT
@@ -22,6 +22,8 @@ public:
 
     void start(const QDBusConnection &system, const QDBusConnection &session);
     bool locked() const override { return m_locked; }
+    /// A program that locks the screen runs, or has ended.
+    void setLockerRuns(bool runs);
 
 private Q_SLOTS:
     void propertiesChanged(const QString &interface, const QVariantMap &changed, const QStringList &invalidated);
@@ -46,6 +48,7 @@ private:
     DBusOwners m_saverOwners;
     bool m_hint = false;
     bool m_requested = false;
+    bool m_lockerRuns = false;
     TimerHandle m_request;
     QSet<QString> m_savers; ///< the interfaces of those that are active
     bool m_locked = false;

@@ -71,6 +71,12 @@ PortalHotKey::PortalHotKey(Defaults &defaults, const QString &application, std::
 bool PortalHotKey::registerHotKey(std::function<void()> action)
 {
     m_action = std::move(action);
+    connect(&m_owners, &DBusOwners::gone, this, &PortalHotKey::portalGone);
+    connect(&m_owners, &DBusOwners::came, this, [this] {
+        if (std::exchange(m_lost, false))
+            lookForPortal();
+    });
+    m_owners.follow(m_sessionBus(), kPortal);
     lookForPortal();
     return true;
 }
@@ -99,6 +105,20 @@ void PortalHotKey::lookForPortal()
                     });
             });
         });
+}
+
+/// It may crash, or be replaced in an update; what it gave goes with it.
+void PortalHotKey::portalGone()
+{
+    m_lost = true;
+    m_session = {};
+    become({Support::State::Missing, tr("The desktop's portal for global keys has ended")});
+}
+
+void PortalHotKey::sessionClosed()
+{
+    m_session = {};
+    become({Support::State::Denied, tr("The desktop has taken Velto's global key back")});
 }
 
 void PortalHotKey::missing(const QString &desktop)
@@ -147,11 +167,26 @@ void PortalHotKey::sessionAnswered(uint code, const QVariantMap &results)
         return;
     }
     auto bus = m_sessionBus();
-    bus.connect(kPortal, kPath, kShortcuts, u"Activated"_s, this,
-                SLOT(activated(QDBusObjectPath, QString, qulonglong, QVariantMap)));
-    bus.connect(kPortal, kPath, kShortcuts, u"ShortcutsChanged"_s, this, SLOT(shortcutsChanged(QDBusMessage)));
+    // A later session has the name of the first.
+    if (!std::exchange(m_listening, true)) {
+        bus.connect(kPortal, kPath, kShortcuts, u"Activated"_s, this,
+                    SLOT(activated(QDBusObjectPath, QString, qulonglong, QVariantMap)));
+        bus.connect(kPortal, kPath, kShortcuts, u"ShortcutsChanged"_s, this, SLOT(shortcutsChanged(QDBusMessage)));
+        bus.connect(kPortal, m_session.path(), u"org.freedesktop.portal.Session"_s, u"Closed"_s, this, SLOT(sessionClosed()));
+    }
     if (m_defaults.value(kDeclined).toBool())
         bindAnswered(kCancelled, {});
+    else
+        bind();
+}
+
+void PortalHotKey::askAgain()
+{
+    if (!canAskAgain())
+        return;
+    m_defaults.set(kDeclined, false);
+    if (m_session.path().isEmpty())
+        createSession();
     else
         bind();
 }
@@ -166,8 +201,8 @@ void PortalHotKey::bind()
 void PortalHotKey::bindAnswered(uint code, const QVariantMap &results)
 {
     const auto trigger = code == 0 ? triggerOf(results.value(u"shortcuts"_s)) : std::nullopt;
-    if (code == kCancelled)
-        m_defaults.set(kDeclined, true);
+    if (const bool declined = code == kCancelled; declined != m_defaults.value(kDeclined).toBool())
+        m_defaults.set(kDeclined, declined);
     if (trigger)
         become({}, *trigger);
     else

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/HotKey.h"
+#include "Platform/Linux/DBusOwners.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -24,17 +25,21 @@ public:
     bool registerHotKey(std::function<void()> action) override;
     Support support() const override { return m_support; }
     QString keys() const override { return m_keys; }
+    bool canAskAgain() const override { return m_support.state == Support::State::Denied; }
+    void askAgain() override;
 
 private Q_SLOTS:
     void sessionAnswered(uint code, const QVariantMap &results);
     void bindAnswered(uint code, const QVariantMap &results);
     void activated(const QDBusObjectPath &session, const QString &shortcut, qulonglong time, const QVariantMap &options);
     void shortcutsChanged(const QDBusMessage &message);
+    void sessionClosed();
 
 private:
     void lookForPortal();
     void createSession();
     void bind();
+    void portalGone();
     void missing(const QString &desktop);
     void become(const Support &support, const QString &keys = {});
     /// Calls the portal; its answer, which comes as a signal of an object named in advance, goes to `slot`.
@@ -45,6 +50,9 @@ private:
     std::function<QDBusConnection()> m_sessionBus;
     std::function<void()> m_action;
     QDBusObjectPath m_session;
+    DBusOwners m_owners;
+    bool m_lost = false; ///< the portal was there, and went
+    bool m_listening = false;
     Support m_support;
     QString m_keys;
     int m_requests = 0;

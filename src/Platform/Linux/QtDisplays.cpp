@@ -4,6 +4,8 @@
 #include <QScreen>
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace velto {
 
 namespace {
@@ -46,9 +48,15 @@ double statusBarThicknessFor(double panelHeight)
     return panelHeight >= 1 && panelHeight <= kHighestPanel ? panelHeight : kPlainThickness;
 }
 
-QtDisplays::QtDisplays(XcbServer &server, QObject *parent)
+bool isBuiltIn(const QString &output)
+{
+    return output.startsWith("DSI-"_L1) || output.startsWith("eDP-"_L1) || output.startsWith("LVDS-"_L1);
+}
+
+QtDisplays::QtDisplays(XcbServer &server, const QString &system, QObject *parent)
     : Displays(parent)
     , m_server(server)
+    , m_builtIn(builtInPanel(system))
 {
     const auto screens = QGuiApplication::screens();
     for (auto *screen : screens)
@@ -102,6 +110,13 @@ QList<Display> QtDisplays::all() const
                                                 : screen->availableGeometry().top() - screen->geometry().top();
         display.statusBarThickness = statusBarThicknessFor(panel);
         display.main = screen == QGuiApplication::primaryScreen();
+        if (const QSizeF housing = m_builtIn && isBuiltIn(display.name) ? housingOn(*m_builtIn, display.frame.size()) : QSizeF();
+            !housing.isEmpty()) {
+            const double side = (display.frame.width() - housing.width()) / 2;
+            display.safeAreaTop = housing.height();
+            display.auxiliaryTopLeft = QRectF(display.frame.topLeft(), QSizeF(side, housing.height()));
+            display.auxiliaryTopRight = display.auxiliaryTopLeft->translated(side + housing.width(), 0);
+        }
         displays.append(display);
     }
     return displays;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Displays.h"
+#include "Platform/Linux/DisplayPanels.h"
 #include "Platform/Linux/X11/XcbServer.h"
 
 class QScreen;
@@ -19,11 +20,16 @@ int topPanelHeight(const QList<TopStrut> &struts, const QRect &native);
 /// The status bar's thickness for a panel of that height, in device-independent pixels. What is too high for a panel isn't one.
 double statusBarThicknessFor(double panelHeight);
 
-/// The toolkit's screens. A change is told in a later turn of the event loop, once for all that changed together.
+/// Whether an output of that name is part of the device, as the kernel's connectors are called.
+bool isBuiltIn(const QString &output);
+
+/// The toolkit's screens, with the camera housing of the built-in one. A change is told in a later turn of the event loop, once
+/// for all that changed together.
 class QtDisplays final : public Displays {
     Q_OBJECT
 public:
-    explicit QtDisplays(XcbServer &server, QObject *parent = nullptr);
+    /// `system` is where the kernel tells of the machine.
+    explicit QtDisplays(XcbServer &server, const QString &system = QStringLiteral("/sys"), QObject *parent = nullptr);
 
     QList<Display> all() const override;
 
@@ -33,6 +39,7 @@ private:
     QList<TopStrut> topStruts() const;
 
     XcbServer &m_server;
+    std::optional<DisplayPanel> m_builtIn;
     bool m_pending = false;
 };
 

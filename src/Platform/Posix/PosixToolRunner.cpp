@@ -26,7 +26,6 @@ namespace velto {
 
 namespace {
 
-constexpr auto kLastWords = 2s;
 constexpr auto kLastGrace = 300ms; ///< what a tool that is asked to end gets when the program ends
 constexpr auto kLongestPause = 250ms;
 constexpr std::chrono::duration<double> kLongestTimeout = 24h;
@@ -94,8 +93,9 @@ struct PosixToolRunner::Child {
     bool succeeded() const { return exited && WIFEXITED(status) && WEXITSTATUS(status) == 0; }
 };
 
-PosixToolRunner::PosixToolRunner(const QStringList &searchPath, qsizetype maximumOutput)
+PosixToolRunner::PosixToolRunner(const QStringList &searchPath, qsizetype maximumOutput, std::chrono::milliseconds lastWords)
     : m_maximumOutput(maximumOutput)
+    , m_lastWords(lastWords)
 {
     for (const QString &folder : searchPath)
         m_searchPath.push_back(nativePath(folder));
@@ -243,7 +243,7 @@ RunResult PosixToolRunner::run(const QStringList &args, const QString &cwd, std:
     End end = drain(child, start + std::chrono::ceil<std::chrono::milliseconds>(limit));
     // A tool that has closed its streams and stays gets what one that is asked to end would.
     if (end == End::Closed)
-        end = awaitExit(child, start + std::chrono::ceil<std::chrono::milliseconds>(limit) + kLastWords);
+        end = awaitExit(child, start + std::chrono::ceil<std::chrono::milliseconds>(limit) + m_lastWords);
     return conclude(child, end, timeout);
 }
 
@@ -259,7 +259,7 @@ RunResult PosixToolRunner::conclude(Child &child, End end, std::chrono::duration
     } else if (end != End::Closed && child.pid > 0) {
         ::kill(child.pid, SIGTERM);
         if (end == End::Deadline)
-            drain(child, std::chrono::steady_clock::now() + kLastWords);
+            drain(child, std::chrono::steady_clock::now() + m_lastWords);
         leave(child);
     }
     switch (end) {

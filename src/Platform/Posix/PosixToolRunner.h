@@ -20,7 +20,9 @@ public:
     /// What a tool may print, both streams together, before it is given up.
     static constexpr qsizetype kMaximumOutput = qsizetype{64} * 1024 * 1024;
 
-    explicit PosixToolRunner(const QStringList &searchPath, qsizetype maximumOutput = kMaximumOutput);
+    /// `lastWords` is what a tool gets that is asked to end because its time is up.
+    explicit PosixToolRunner(const QStringList &searchPath, qsizetype maximumOutput = kMaximumOutput,
+                             std::chrono::milliseconds lastWords = std::chrono::seconds(2));
     PosixToolRunner(const PosixToolRunner &) = delete;
     PosixToolRunner &operator=(const PosixToolRunner &) = delete;
     /// No run may be under way.
@@ -55,6 +57,7 @@ private:
     std::vector<std::string> m_searchPath;
     std::vector<std::string> m_environment;
     qsizetype m_maximumOutput;
+    std::chrono::milliseconds m_lastWords;
     int m_stopped = -1; ///< reads as closed once stop() was called
     std::atomic<int> m_stopper{-1};
     std::mutex m_leftMutex;

@@ -89,6 +89,8 @@ Item {
         width: parent.width
         height: parent.height - 2
         radius: Theme.radiusRow
+        border.width: Theme.cardEdge
+        border.color: "white"
         color: Theme.at("white", hover.lit || menu.active ? 0.09 : 0.05)
     }
     // Inside the row: the page cuts what stands over its sides.
@@ -110,6 +112,8 @@ Item {
 
         x: 14
         y: 17 * Theme.textScale - height / 2
+        width: Math.round(6 * Theme.textScale)
+        height: width
         visible: root.working
         color: root.tone
         live: root.working
@@ -117,9 +121,9 @@ Item {
     Rectangle {
         anchors.centerIn: dot
         visible: !root.working
-        width: 6
-        height: 6
-        radius: 3
+        width: dot.width
+        height: dot.width
+        radius: width / 2
         color: root.tone
     }
 

@@ -193,7 +193,7 @@ void AgentsSource::ask(const HookEvent &event, const QString &name, HookListener
         if (self)
             self->questionEnded(id, name, answer, inTime);
     };
-    peek.question = Question{name, event.cwd, event.wholeTool, event.toolInput};
+    peek.question = Question{name, event.cwd, event.wholeTool, event.toolInput, event.toolIsCut};
     m_questions.add({asker, peek.id, peek.session, m_needs.clock.now()});
     lookAgainIn(kFirstLook);
     raise(std::move(peek));

@@ -253,7 +253,10 @@ int AgentsSource::hiddenWaiting() const
 
 QString AgentsSource::scannedText() const
 {
-    return m_lastScan ? tr("Scanned %1 ago").arg(ago(*m_lastScan, m_needs.clock.wallTime())) : QString();
+    if (!m_lastScan)
+        return {};
+    const QDateTime now = m_needs.clock.wallTime();
+    return m_lastScan->secsTo(now) < 60 ? tr("Scanned just now") : tr("Scanned %1 ago").arg(ago(*m_lastScan, now));
 }
 
 AgentsSource::Group AgentsSource::groupOf(const Agent &agent, const QDateTime &now) const

@@ -9,7 +9,6 @@ FocusScope {
     required property AgentsSource source
     required property UI ui
     readonly property bool takesArrows: true
-
     Component.onCompleted: {
         if (!root.source.scanned)
             root.source.scan();
@@ -148,7 +147,7 @@ FocusScope {
             PillButton {
                 anchors.right: parent.right
                 anchors.verticalCenter: parent.verticalCenter
-                anchors.verticalCenterOffset: 3
+                anchors.verticalCenterOffset: 6 // as the heading keeps its distance from what is above
                 visible: !heading.working
                 text: qsTr("Clear waiting")
                 help: qsTr("Hide these sessions from the velto. Running sessions are never cleared.")
@@ -169,6 +168,11 @@ FocusScope {
         }
 
         footer: Column {
+            id: footer
+
+            // No row at all, only what there is to say about that: in the middle of the page.
+            readonly property bool bare: list.count === 0 && otherMac.count === 0 && tools.count === 0
+
             width: list.width
             topPadding: 6
             spacing: 10
@@ -206,8 +210,8 @@ FocusScope {
             }
             EmptyNote {
                 anchors.horizontalCenter: parent.horizontalCenter
-                topPadding: 48
-                bottomPadding: 32
+                topPadding: 72
+                bottomPadding: 6
                 visible: root.source.empty && otherMac.count === 0
                 symbol: "sparkle"
                 text: qsTr("No agents are running right now")
@@ -232,6 +236,7 @@ FocusScope {
                 }
             }
             Row {
+                x: footer.bare ? Math.round((footer.width - width) / 2) : 0
                 visible: root.source.hooksInstalled
                 spacing: 10
 
@@ -253,6 +258,7 @@ FocusScope {
                 }
             }
             Row {
+                x: footer.bare ? Math.round((footer.width - width) / 2) : 0
                 topPadding: 4
                 spacing: 10
 

@@ -14,6 +14,8 @@ Sheet {
     onCancelled: root.done()
 
     PlainText {
+        id: told
+
         width: parent.width
         multiline: true
         text: qsTr("Velto adds this to ~/.claude/settings.json and keeps your other settings and hooks. A backup is saved first, and Disconnect removes it again.")
@@ -23,6 +25,8 @@ Sheet {
         Accessible.name: text
     }
     PlainText {
+        id: proxy
+
         width: parent.width
         visible: root.source.goesPastProxy
         multiline: true
@@ -33,11 +37,12 @@ Sheet {
     }
     Rectangle {
         width: parent.width
-        height: Math.min(code.height + 20, 220)
+        // As high as the panel has room for.
+        height: Math.min(code.height + 20, Math.max(72, root.height - 130 - told.height - (proxy.visible ? proxy.height : 0) - buttons.height))
         radius: 10
         color: Theme.at("black", 0.45)
-        border.width: 1
-        border.color: Theme.at("white", code.activeFocus ? 0.4 : 0.08)
+        border.width: code.activeFocus ? 2 : 1
+        border.color: code.activeFocus ? Theme.ice : Theme.at("white", Math.max(0.08, Theme.edgeFloor))
         clip: true
 
         Flickable {
@@ -72,7 +77,7 @@ Sheet {
                 selectionColor: Theme.at(Theme.ice, 0.4)
                 selectedTextColor: "white"
                 font.family: Theme.fixedFamily
-                font.pixelSize: 11
+                font.pixelSize: Math.round(Theme.textSmall * Theme.textScale)
                 activeFocusOnTab: true
                 Accessible.role: Accessible.EditableText
                 Accessible.readOnly: true
@@ -90,6 +95,8 @@ Sheet {
         }
     }
     Row {
+        id: buttons
+
         anchors.right: parent.right
         spacing: 8
 

@@ -62,6 +62,7 @@ GlassCard {
 
             PlainText {
                 width: parent.width
+                multiline: true
                 text: root.source.needsUpgrade ? qsTr("Reconnect live updates") : qsTr("Know the moment an agent finishes")
                 size: Theme.textTitle
                 weight: Font.DemiBold

@@ -90,13 +90,18 @@ FocusScope {
                 width: parent.width
 
                 Item {
+                    id: mode
+
+                    /// Whether the choice stands under the words, having no room beside them.
+                    readonly property bool stacked: width - picker.width - 14 < 260 * Theme.textScale
+
                     width: parent.width
-                    height: Math.max(words.height, picker.height)
+                    height: mode.stacked ? words.height + 10 + picker.height : Math.max(words.height, picker.height)
 
                     Column {
                         id: words
 
-                        width: picker.x - 14
+                        width: mode.stacked ? mode.width : mode.width - picker.width - 14
                         spacing: 3
 
                         PlainText {
@@ -108,6 +113,7 @@ FocusScope {
                         }
                         PlainText {
                             width: parent.width
+                            multiline: true
                             text: qsTr("Choose a mode, then make it yours.")
                             color: Theme.glassSecondary
                             Accessible.role: Accessible.StaticText
@@ -126,8 +132,8 @@ FocusScope {
                     SegmentedControl {
                         id: picker
 
-                        anchors.right: parent.right
-                        anchors.verticalCenter: parent.verticalCenter
+                        x: mode.stacked ? 0 : mode.width - width
+                        y: mode.stacked ? mode.height - height : Math.round((mode.height - height) / 2)
                         title: qsTr("Mode")
                         options: root.source.modes
                         onChosen: value => root.source.chooseMode(value)

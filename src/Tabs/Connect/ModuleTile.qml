@@ -21,6 +21,8 @@ Rectangle {
 
     implicitHeight: Math.max(80 * Theme.textScale, column.height + 20)
     radius: Theme.radiusRow
+    border.width: Theme.cardEdge
+    border.color: "white"
     color: root.on ? Theme.at(Theme.accent, 0.12) : Theme.at("white", 0.06)
     Accessible.role: Accessible.Grouping
     Accessible.name: root.label

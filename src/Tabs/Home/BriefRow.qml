@@ -38,6 +38,8 @@ Item {
         width: parent.width
         height: parent.height - 2
         radius: Theme.radiusRow
+        border.width: Theme.cardEdge
+        border.color: "white"
         color: Theme.at("white", hover.lit ? 0.09 : 0.05)
     }
     FocusRing {

@@ -163,7 +163,7 @@ void DayBrief::addTodos(const QList<Todo> &todos, bool late)
     TodosSource &store = m_page.stores.todos;
     const Filter filter = late ? Filter::Overdue : Filter::Today;
     const auto show = [open = m_page.ways.openTab, &store, filter] {
-        store.setFilter(filter);
+        store.shown()->setFilter(filter);
         open(Tab::Todos);
     };
     m_page.add({late ? u"late"_s : u"due"_s, late ? u"exclamationmark.circle"_s : u"checklist"_s,

@@ -31,9 +31,7 @@ GlassCard {
                 text: qsTr("Copy a link and it shows up here: play a video without leaving your work, or open a pull request in one click.")
                 size: Theme.textBody
                 color: Theme.glassSecondary
-                wrapMode: Text.Wrap
-                elide: Text.ElideNone
-                maximumLineCount: 3
+                multiline: true
                 Accessible.role: Accessible.StaticText
                 Accessible.name: text
             }

@@ -33,7 +33,9 @@ QList<QByteArray> itemRoles()
 RowModel::Row rowOf(const HomeItem &item)
 {
     const QString from = item.source.isEmpty() ? QString() : HomeSource::tr("From: %1").arg(item.source);
-    return {item.id, item.symbol, int(item.tone), item.title, item.detail, from, item.action ? item.action->label : QString()};
+    // One session that waits is named by the title already.
+    const QString beside = item.title.startsWith(item.detail) ? QString() : item.detail;
+    return {item.id, item.symbol, int(item.tone), item.title, beside, from, item.action ? item.action->label : QString()};
 }
 
 bool oneOf(const QString &id, std::initializer_list<QLatin1StringView> ids)

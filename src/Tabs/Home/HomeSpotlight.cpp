@@ -21,6 +21,7 @@ void HomeSpotlight::set(const std::optional<Agent> &agent, const QDateTime &now)
         return;
     m_agent = agent;
     m_age = age;
+    m_recent = agent && startOf(*agent).secsTo(now) < 60;
     Q_EMIT changed();
 }
 
@@ -31,7 +32,8 @@ QString HomeSpotlight::stateText() const
 
 QString HomeSpotlight::spoken() const
 {
-    QStringList parts{title(), stateText(), detail(), tr("%1 ago").arg(m_age)};
+    const QString age = m_recent ? tr("just now") : tr("%1 ago").arg(m_age);
+    QStringList parts{title(), stateText(), detail(), age};
     parts.removeAll(QString());
     return parts.join(u", "_s);
 }

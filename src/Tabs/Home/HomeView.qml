@@ -149,7 +149,6 @@ FocusScope {
                     id: connect
 
                     anchors.right: parent.right
-                    anchors.rightMargin: 8
                     anchors.verticalCenter: parent.verticalCenter
                     text: qsTr("Connect")
                     onClicked: root.source.openConnect()

@@ -51,7 +51,9 @@ void NativeTodos::save(const QList<Todo> &todos)
 {
     ++m_saves;
     m_forgotten = false;
-    m_writer.write(m_path, [file = m_file, todos, now = m_clock.wallTime()] { return file->write(todos, now); });
+    m_writer.write(
+        m_path, [file = m_file, todos, now = m_clock.wallTime()] { return file->write(todos, now); }, this,
+        [this] { watch(); }); // the first save makes what is watched
 }
 
 void NativeTodos::forget()

@@ -91,7 +91,7 @@ Column {
             prompt: qsTr("Add a comment")
             // Not bound: what is typed is the store's at once, which therefore has no news of it.
             Component.onCompleted: text = root.typed
-            onEdited: text => root.source.typeComment(root.todoId, text)
+            onEdited: text => root.source.shown.typeComment(root.todoId, text)
             onAccepted: {
                 root.source.addComment(root.todoId, text);
                 text = "";

@@ -48,6 +48,51 @@ bool take(const QJsonObject &object, QLatin1StringView key, QList<Comment> &fiel
     return value.isArray();
 }
 
+/// Where the object that begins at `from` ends; nothing if it doesn't. What stands in it isn't looked at.
+std::optional<qsizetype> endOfObject(QByteArrayView json, qsizetype from)
+{
+    bool inText = false;
+    for (qsizetype at = from, depth = 0; at < json.size(); ++at) {
+        const char c = json[at];
+        if (inText && c == '\\')
+            ++at;
+        else if (c == '"')
+            inText = !inText;
+        else if (!inText && (c == '{' || c == '['))
+            ++depth;
+        else if (!inText && (c == '}' || c == ']') && --depth == 0)
+            return at + 1;
+    }
+    return std::nullopt;
+}
+
+/// Hands over the objects of an array, in order, until `take` gives false. False too if it is no such array.
+template <typename Take> bool eachObject(QByteArrayView json, Take take)
+{
+    qsizetype at = json.startsWith("\xEF\xBB\xBF") ? 3 : 0;
+    const auto next = [&] {
+        while (at < json.size() && (json[at] == ' ' || json[at] == '\t' || json[at] == '\n' || json[at] == '\r'))
+            ++at;
+        return at < json.size() ? json[at] : '\0';
+    };
+    if (next() != '[')
+        return false;
+    ++at;
+    for (bool first = true; !first || next() != ']'; first = false) {
+        const auto end = next() == '{' ? endOfObject(json, at) : std::nullopt;
+        if (!end || !take(json.sliced(at, *end - at)))
+            return false;
+        at = *end;
+        if (next() == ']')
+            break;
+        if (next() != ',')
+            return false;
+        ++at;
+    }
+    ++at;
+    return next() == '\0' && at == json.size();
+}
+
 /// A number of its own for each: rows and changes go by it.
 void makeDistinct(QList<Todo> &todos)
 {
@@ -146,21 +191,27 @@ QByteArray encodeTodos(const QList<Todo> &todos)
 
 std::optional<QList<Todo>> decodeTodos(const QByteArray &json)
 {
-    const QJsonDocument document = QJsonDocument::fromJson(json);
-    if (!document.isArray())
-        return std::nullopt;
     QList<Todo> todos;
-    for (const QJsonValueConstRef entry : document.array()) {
-        const QJsonObject object = entry.toObject();
+    QSet<QString> shared; // most of these texts are the same in many todos
+    const auto share = [&shared](QString &text) { text = *shared.insert(text); };
+    // One object at a time: a document of the whole takes many times the memory of the list, and leaves it in pieces.
+    const bool whole = eachObject(json, [&](QByteArrayView slice) {
+        const QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromRawData(slice.data(), slice.size()));
+        const QJsonObject object = document.object();
         Todo &todo = todos.emplaceBack();
-        if (!take(object, "id"_L1, todo.id) || !take(object, "title"_L1, todo.title) || !take(object, "details"_L1, todo.details)
-            || !take(object, "due"_L1, todo.due) || !take(object, "who"_L1, todo.who) || !take(object, "project"_L1, todo.project)
-            || !take(object, "scope"_L1, todo.scope) || !take(object, "prio"_L1, todo.prio)
-            || !take(object, "comments"_L1, todo.comments))
-            return std::nullopt;
+        if (!document.isObject() || !take(object, "id"_L1, todo.id) || !take(object, "title"_L1, todo.title)
+            || !take(object, "details"_L1, todo.details) || !take(object, "due"_L1, todo.due) || !take(object, "who"_L1, todo.who)
+            || !take(object, "project"_L1, todo.project) || !take(object, "scope"_L1, todo.scope)
+            || !take(object, "prio"_L1, todo.prio) || !take(object, "comments"_L1, todo.comments))
+            return false;
+        for (QString *text : {&todo.due, &todo.who, &todo.project, &todo.scope})
+            share(*text);
         todo.unknown = without(
             object, {"id"_L1, "title"_L1, "details"_L1, "due"_L1, "who"_L1, "project"_L1, "scope"_L1, "prio"_L1, "comments"_L1});
-    }
+        return true;
+    });
+    if (!whole)
+        return std::nullopt;
     makeDistinct(todos);
     return todos;
 }

@@ -25,7 +25,7 @@ ListView {
     height: Math.max(0, parent.height - y)
     visible: count > 0 && height > 44 // with the form open there may be no room
     clip: true
-    model: root.source.rows
+    model: root.source.shown.rows
     spacing: 2
     currentIndex: -1
     keyNavigationEnabled: false // the arrows move the selection

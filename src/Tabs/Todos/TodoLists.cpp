@@ -120,14 +120,14 @@ int TodoLists::count(const QString &scope, Filter filter, const QString &today) 
         std::ranges::count_if(m_todos, [&](const Todo &todo) { return todo.scope == scope && passes(filter, todo, today); }));
 }
 
-QString summaryText(const TodoLists::Result &result)
+QString summaryText(const TodoLists::Totals &totals)
 {
     QStringList pieces;
-    pieces += result.dueHere == 0 ? Words::tr("Nothing due today") : Words::tr("%1 due today").arg(result.dueHere);
-    if (result.overdueHere > 0)
-        pieces += Words::tr("%1 overdue").arg(result.overdueHere);
-    if (result.highHere > 0)
-        pieces += Words::tr("%1 high priority").arg(result.highHere);
+    pieces += totals.dueHere == 0 ? Words::tr("Nothing due today") : Words::tr("%1 due today").arg(totals.dueHere);
+    if (totals.overdueHere > 0)
+        pieces += Words::tr("%1 overdue").arg(totals.overdueHere);
+    if (totals.highHere > 0)
+        pieces += Words::tr("%1 high priority").arg(totals.highHere);
     return pieces.join(u" · "_s);
 }
 

@@ -24,8 +24,7 @@ public:
         QString project; ///< "other" for the todos without one
         QList<qsizetype> todos; ///< places in the list, most urgent first
     };
-    struct Result {
-        QList<Group> groups; ///< the most urgent project first
+    struct Totals {
         int dueNow = 0; ///< in all scopes, as the next
         int overdue = 0;
         QSet<QString> scopes;
@@ -33,6 +32,11 @@ public:
         int dueHere = 0;
         int overdueHere = 0;
         int highHere = 0; ///< due and of the highest priority
+
+        bool operator==(const Totals &) const = default;
+    };
+    struct Result : Totals {
+        QList<Group> groups; ///< the most urgent project first
     };
 
     const QList<Todo> &todos() const { return m_todos; }
@@ -54,6 +58,6 @@ private:
 bool matches(const Todo &todo, const QString &search);
 
 /// "2 due today · 1 overdue"
-QString summaryText(const TodoLists::Result &result);
+QString summaryText(const TodoLists::Totals &totals);
 
 } // namespace velto

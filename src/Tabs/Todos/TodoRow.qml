@@ -28,6 +28,8 @@ Item {
     readonly property bool hasChips: root.dueText !== "" || root.person !== "" || root.commentCount !== ""
     /// Worked out without a positioner, which would come to it a frame later.
     readonly property real wanted: root.isHeading ? 30 * Theme.textScale : line.height + (more.active ? more.height + 10 : 0)
+    /// See ItemAccessible.
+    readonly property bool pressable: true
     /// Out of sight, until the list has another row for it.
     property bool resting: true
     /// It shows what it says when it is open. Set after `unfolding`, which tells that its height is to move there.
@@ -69,7 +71,7 @@ Item {
     }
 
     function press(): void {
-        root.source.press(root.todoId);
+        root.source.shown.press(root.todoId);
     }
     function rest(): void {
         let had = false;
@@ -213,7 +215,8 @@ Item {
             y: 2
             activeFocusOnTab: root.selected || activeFocus
             symbol: root.open ? "chevron.up" : "chevron.down"
-            label: root.open ? qsTr("Hides details") : qsTr("Shows details")
+            label: (root.open ? qsTr("Hides details: %1") : qsTr("Shows details: %1")).arg(root.title.slice(0, 200))
+            help: root.open ? qsTr("Hides details") : qsTr("Shows details")
             onClicked: root.press()
         }
     }

@@ -1,5 +1,7 @@
 #include "Tabs/Todos/TodoRows.h"
 
+#include "Core/LongestRun.h"
+
 #include <QCoreApplication>
 #include <algorithm>
 
@@ -27,6 +29,115 @@ QVariantList commentsOf(const Todo &todo)
 
 } // namespace
 
+void TodoRows::setContent(const Content &content, const Days &days)
+{
+    const TodoRowsChange change = changeBetween(m_content, content, days == m_days, m_open, m_selected);
+    removeAllBut(change);
+    m_days = days;
+    reorder(adopt(content, change), change.from);
+    insertNew(content, change);
+    announce(change.changed);
+}
+
+void TodoRows::removeAllBut(const TodoRowsChange &change)
+{
+    const auto &[from, oldEnd, origins, changed] = change;
+    std::vector<bool> stays(std::size_t(oldEnd - from), false);
+    for (const qsizetype origin : origins) {
+        if (origin >= 0)
+            stays[std::size_t(origin - from)] = true;
+    }
+    for (qsizetype end = oldEnd; end > from;) {
+        qsizetype first = end;
+        while (first > from && !stays[std::size_t(first - 1 - from)])
+            --first;
+        if (first == end) {
+            --end;
+            continue;
+        }
+        beginRemoveRows({}, int(first), int(end - 1));
+        m_content.rows.remove(first, end - first);
+        endRemoveRows();
+        end = first;
+    }
+}
+
+/// Gives the rows that are left their new values. Returns which new rows those of the middle are now, in their old order.
+QList<qsizetype> TodoRows::adopt(const Content &content, const TodoRowsChange &change)
+{
+    const auto &[from, oldEnd, origins, changed] = change;
+    QList<std::pair<qsizetype, qsizetype>> left;
+    for (qsizetype i = 0; i < origins.size(); ++i) {
+        if (origins[i] >= 0)
+            left.append({origins[i], i});
+    }
+    std::ranges::sort(left);
+    QList<qsizetype> current;
+    for (const auto &[old, now] : left)
+        current.append(now);
+
+    QList<Row> rows = content.rows.first(from);
+    for (const qsizetype now : current)
+        rows.append(content.rows[from + now]);
+    rows += content.rows.sliced(from + origins.size());
+    m_content = {content.todos, content.projects, rows};
+    return current;
+}
+
+void TodoRows::reorder(QList<qsizetype> current, qsizetype from)
+{
+    const std::vector<bool> stays = longestIncreasing(current);
+    QList<qsizetype> moving;
+    for (qsizetype i = 0; i < current.size(); ++i) {
+        if (!stays[std::size_t(i)])
+            moving.append(current[i]);
+    }
+    QList<qsizetype> target = current;
+    std::ranges::sort(target);
+    std::ranges::sort(moving);
+    for (const qsizetype row : moving) {
+        // Everything before it in the target stands in order already, so right behind its predecessor is its place.
+        const auto place = std::ranges::lower_bound(target, row);
+        const qsizetype to = place == target.begin() ? 0 : current.indexOf(*std::prev(place)) + 1;
+        const qsizetype at = current.indexOf(row);
+        if (!beginMoveRows({}, int(from + at), int(from + at), {}, int(from + to)))
+            continue; // it stands there already
+        const qsizetype landing = to > at ? to - 1 : to;
+        m_content.rows.move(from + at, from + landing);
+        current.move(at, landing);
+        endMoveRows();
+    }
+}
+
+void TodoRows::insertNew(const Content &content, const TodoRowsChange &change)
+{
+    const auto &[from, oldEnd, origins, changed] = change;
+    for (qsizetype i = 0; i < origins.size();) {
+        qsizetype end = i;
+        while (end < origins.size() && origins[end] < 0)
+            ++end;
+        if (end > i) {
+            beginInsertRows({}, int(from + i), int(from + end - 1));
+            m_content.rows.insert(from + i, end - i, {});
+            std::copy(content.rows.begin() + from + i, content.rows.begin() + from + end, m_content.rows.begin() + from + i);
+            endInsertRows();
+        }
+        i = end + 1;
+    }
+}
+
+void TodoRows::announce(const std::vector<bool> &changed)
+{
+    for (std::size_t i = 0; i < changed.size();) {
+        std::size_t end = i;
+        while (end < changed.size() && changed[end])
+            ++end;
+        if (end > i)
+            Q_EMIT dataChanged(index(int(i)), index(int(end - 1)));
+        i = end + 1;
+    }
+}
+
 void TodoRows::mark(std::optional<qint64> &held, std::optional<qint64> id, const QList<int> &roles)
 {
     if (held == id)
@@ -51,13 +162,6 @@ void TodoRows::setCommentText(qint64 id, const QString &text)
     // The field that it was typed in has it already; an empty one is to be emptied.
     if (const int place = placeOf(id); place >= 0 && text.isEmpty())
         Q_EMIT dataChanged(index(place), index(place), {CommentText});
-}
-
-int TodoRows::placeOf(std::optional<qint64> id) const
-{
-    const auto found = std::ranges::find_if(
-        m_content.rows, [&](const Row &row) { return id && !row.isHeading() && m_content.todos[row.todo].id == *id; });
-    return found == m_content.rows.end() ? -1 : int(found - m_content.rows.begin());
 }
 
 int TodoRows::rowCount(const QModelIndex &parent) const

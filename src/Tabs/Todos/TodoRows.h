@@ -1,11 +1,11 @@
 #pragma once
 
 #include "Tabs/Todos/Todo.h"
+#include "Tabs/Todos/TodoRowsChange.h"
 #include "Tabs/Todos/TodoTexts.h"
 
 #include <QAbstractListModel>
 #include <QHash>
-#include <QStringList>
 #include <optional>
 #include <vector>
 
@@ -38,17 +38,8 @@ public:
         CommentText, ///< commentText: what was typed in the row's comment field so far
     };
 
-    struct Row {
-        qsizetype todo = -1; ///< a place in Content::todos; -1 for a heading
-        qsizetype project = -1; ///< a place in Content::projects; -1 for a todo
-
-        bool isHeading() const { return todo < 0; }
-    };
-    struct Content {
-        QList<Todo> todos;
-        QStringList projects;
-        QList<Row> rows;
-    };
+    using Content = TodoContent;
+    using Row = TodoContent::Row;
 
     using QAbstractListModel::QAbstractListModel;
 
@@ -60,21 +51,17 @@ public:
     void setCommentText(qint64 id, const QString &text);
     const Content &content() const { return m_content; }
     /// The place of a todo's row; -1 if it has none.
-    int placeOf(std::optional<qint64> id) const;
+    int placeOf(std::optional<qint64> id) const { return m_content.placeOf(id); }
 
     int rowCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
 private:
-    using Origins = QList<qsizetype>;
-    Origins originsOf(const Content &content, qsizetype from, qsizetype oldEnd, qsizetype newEnd) const;
-    void keepAnchor(Origins &origins) const;
-    std::vector<bool> changesTo(const Content &content, const Days &days, qsizetype from, const Origins &origins) const;
-    void removeAllBut(const Origins &origins, qsizetype from, qsizetype oldEnd);
-    QList<qsizetype> adopt(const Content &content, qsizetype from, const Origins &origins);
+    void removeAllBut(const TodoRowsChange &change);
+    QList<qsizetype> adopt(const Content &content, const TodoRowsChange &change);
     void reorder(QList<qsizetype> current, qsizetype from);
-    void insertNew(const Content &content, qsizetype from, const Origins &origins);
+    void insertNew(const Content &content, const TodoRowsChange &change);
     void announce(const std::vector<bool> &changed);
     QVariant todoData(const Todo &todo, int role) const;
     void mark(std::optional<qint64> &held, std::optional<qint64> id, const QList<int> &roles);

@@ -15,7 +15,7 @@ bool takeFromAnywhere(TodosSource &todos, QKeyCombination key)
     }
     if (key == (Qt::CTRL | Qt::Key_F)) {
         Q_EMIT todos.tabWanted(Tab::Todos);
-        todos.askForSearch();
+        Q_EMIT todos.searchFocusWanted();
         return true;
     }
     if (key == QKeyCombination(Qt::Key_Escape) && todos.draft()) {
@@ -37,11 +37,11 @@ bool takeOnShow(TodosSource &todos, QKeyCombination key)
     }
     const bool down = key == QKeyCombination(Qt::Key_Down);
     if ((down || key == QKeyCombination(Qt::Key_Up)) && !todos.draft()) {
-        todos.move(down ? 1 : -1);
+        todos.shown()->move(down ? 1 : -1);
         return true;
     }
     if (key == QKeyCombination(Qt::Key_Return)) {
-        todos.toggleSelected();
+        todos.shown()->toggleSelected();
         return true;
     }
     return false;

@@ -13,6 +13,13 @@ struct TodosSourceType {
     QML_UNCREATABLE("Made in C++")
 };
 
+struct ShownTodosType {
+    Q_GADGET
+    QML_FOREIGN(velto::ShownTodos)
+    QML_NAMED_ELEMENT(ShownTodos)
+    QML_UNCREATABLE("Made in C++")
+};
+
 struct DraftFormType {
     Q_GADGET
     QML_FOREIGN(velto::DraftForm)

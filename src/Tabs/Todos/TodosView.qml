@@ -17,26 +17,32 @@ FocusScope {
 
     onVisibleChanged: {
         if (root.visible)
-            root.source.appeared();
+            root.source.shown.appeared();
     }
-    Component.onCompleted: root.source.appeared()
+    Component.onCompleted: root.source.shown.appeared()
     // What comes here from a field, which has no use for it: it has moved the selection, and the keyboard goes along.
     Keys.onUpPressed: root.leaveField()
     Keys.onDownPressed: root.leaveField()
 
     Connections {
         target: root.source // qmllint disable type
-        function onFocusSearchChanged(): void {
+        function onSearchFocusWanted(): void {
             search.focusAll();
-        }
-        function onSelectionMoved(): void {
-            list.goTo(root.source.selectedRow);
         }
         function onChanged(): void {
             root.settled = true;
         }
         function onRowAboutToMove(): void {
             list.glide();
+        }
+    }
+    Connections {
+        target: root.source.shown
+        function onSelectionMoved(): void {
+            list.goTo(root.source.shown.selectedRow);
+        }
+        function onChanged(): void {
+            root.settled = true;
         }
     }
     Connections {
@@ -56,13 +62,13 @@ FocusScope {
         }
     }
     function leaveField(): void {
-        const row = list.itemAtIndex(root.source.selectedRow);
+        const row = list.itemAtIndex(root.source.shown.selectedRow);
         if (row && !root.source.form.shown)
             list.focusRow(row);
     }
     // From the form.
     function comeBack(): void {
-        const row = list.itemAtIndex(root.source.selectedRow);
+        const row = list.itemAtIndex(root.source.shown.selectedRow);
         // What was in sight is so again once the form has gone.
         list.still = true;
         if (row && (root.before instanceof TodoRow || !root.before?.visible))
@@ -81,45 +87,55 @@ FocusScope {
         spacing: root.gap
 
         Item {
-            width: parent.width
-            height: Theme.controlHeight
+            id: bar
 
-            Row {
+            /// Whether the search stands under the choices, having no room beside them.
+            readonly property bool stacked: beside > width - 180 * Theme.textScale
+            readonly property real beside: filters.width + (scopes.visible ? scopes.width + root.gap : 0)
+
+            width: parent.width
+            height: stacked ? segments.height + root.gap + Theme.controlHeight : Theme.controlHeight
+
+            Flow {
                 id: segments
 
+                width: bar.stacked ? bar.width : bar.beside
                 spacing: root.gap
 
                 SegmentedControl {
-                    visible: root.source.showsScopes
+                    id: scopes
+
+                    visible: root.source.shown.showsScopes
                     title: qsTr("List")
-                    options: root.source.scopes
-                    onChosen: value => root.source.chooseScope(value)
+                    options: root.source.shown.scopes
+                    onChosen: value => root.source.shown.chooseScope(value)
                 }
                 SegmentedControl {
+                    id: filters
+
                     title: qsTr("Show")
-                    options: root.source.filters
-                    onChosen: value => root.source.chooseFilter(value)
+                    options: root.source.shown.filters
+                    onChosen: value => root.source.shown.chooseFilter(value)
                 }
             }
             TextInputField {
                 id: search
 
-                anchors.left: segments.right
-                anchors.leftMargin: root.gap
-                anchors.right: add.left
-                anchors.rightMargin: 6
+                x: bar.stacked ? 0 : bar.beside + root.gap
+                y: bar.height - height
+                width: add.x - 6 - x
                 label: qsTr("Search")
                 prompt: qsTr("Search todos")
                 symbol: "magnifyingglass"
                 clearable: true
-                text: root.source.search
-                onEdited: text => root.source.search = text
+                text: root.source.shown.search
+                onEdited: text => root.source.shown.search = text
             }
             IconButton {
                 id: add
 
                 anchors.right: parent.right
-                anchors.verticalCenter: parent.verticalCenter
+                anchors.verticalCenter: search.verticalCenter
                 symbol: "plus"
                 label: qsTr("New todo")
                 onClicked: root.source.newDraft()
@@ -133,10 +149,10 @@ FocusScope {
                 id: summary
 
                 anchors.left: parent.left
-                anchors.right: hint.left
-                anchors.rightMargin: 16
-                words: root.source.summary
-                color: root.source.summaryUrgent ? Theme.ink(Theme.red) : Theme.glassSecondary
+                anchors.right: hint.visible ? hint.left : parent.right
+                anchors.rightMargin: hint.visible ? 16 : 0
+                words: root.source.shown.summary
+                color: root.source.shown.summaryUrgent ? Theme.ink(Theme.red) : Theme.glassSecondary
                 Accessible.role: Accessible.StaticText
                 Accessible.name: text
             }
@@ -145,6 +161,7 @@ FocusScope {
 
                 anchors.right: parent.right
                 anchors.baseline: summary.baseline
+                visible: implicitWidth + summary.implicitWidth + 16 <= parent.width
                 text: qsTr("↑↓ move · ↩ open · ⌘D done · ⌘N new")
                 size: Theme.textSmall
                 color: Theme.glassTertiary
@@ -221,7 +238,7 @@ FocusScope {
         y: list.y
         width: parent.width
         height: list.height - 2
-        visible: list.visible && root.source.selectedRow < 0
+        visible: list.visible && root.source.shown.selectedRow < 0
         activeFocusOnTab: true
         Accessible.role: Accessible.List
         Accessible.name: list.Accessible.name
@@ -255,11 +272,11 @@ FocusScope {
         // In the middle of what is free, a little high.
         x: Math.round((root.width - width) / 2)
         y: Math.round(list.start + Math.max(2, (root.height - list.start - height) * 0.38))
-        visible: root.source.emptyText !== "" && !root.source.form.shown
-        symbol: root.source.emptySymbol
-        text: root.source.emptyText
-        action: root.source.emptyButton
-        onClicked: root.source.pressEmptyButton()
+        visible: root.source.shown.emptyText !== "" && !root.source.form.shown
+        symbol: root.source.shown.emptySymbol
+        text: root.source.shown.emptyText
+        action: root.source.shown.emptyButton
+        onClicked: root.source.shown.pressEmptyButton()
     }
     ScrollFade {
         area: list

@@ -139,7 +139,6 @@ private Q_SLOTS:
         QTest::newRow("never comes") << QByteArray() << Manner::Silent;
         QTest::newRow("hangs up") << QByteArray() << Manner::Hangup;
         QTest::newRow("is cut off") << QByteArray(1000, ' ') << Manner::CutOff;
-        QTest::newRow("trickles") << QByteArray(1000, ' ') << Manner::Trickle;
     }
 
     void whatIsNoAnswerIsAPhrase()

@@ -33,20 +33,22 @@ private Q_SLOTS:
         QFETCH(QString, windowClass);
         QTEST(identifierForClass(instance, windowClass), "identifier");
     }
-    void recordersByProcess()
+    void programsByProcess()
     {
-        const auto recorder = [](const char *name, const QByteArray &arguments = {}) {
-            const auto found = recorderForProcess(name, [&arguments] { return arguments; });
-            return !found ? u"none"_s : found->mayRest ? u"may rest"_s : found->identifier;
+        const auto program = [](const char *name, const QByteArray &arguments = {}) {
+            const auto found = watchedProgram(name, [&arguments] { return arguments; });
+            return !found ? u"none"_s : found->locks ? u"locks"_s : found->mayRest ? u"may rest"_s : found->identifier;
         };
         for (const char *name : {"obs", "simplescreenrec", "wf-recorder", "wl-screenrec"})
-            QCOMPARE(recorder(name), u"com.obsproject.obs-studio"_s);
-        QCOMPARE(recorder("gpu-screen-reco", "/usr/bin/gpu-screen-recorder"), u"com.obsproject.obs-studio"_s);
-        QCOMPARE(recorder("ffmpeg", QByteArray("ffmpeg\0-f\0x11grab", 17)), u"com.obsproject.obs-studio"_s);
-        QCOMPARE(recorder("spectacle"), u"may rest"_s);
-        QCOMPARE(recorder("gpu-screen-reco", "gpu-screen-recorder-gtk"), u"none"_s); // its window only
-        QCOMPARE(recorder("ffmpeg", "film.mkv"), u"none"_s);
-        QCOMPARE(recorder("obscura"), u"none"_s);
+            QCOMPARE(program(name), u"com.obsproject.obs-studio"_s);
+        QCOMPARE(program("gpu-screen-reco", "/usr/bin/gpu-screen-recorder"), u"com.obsproject.obs-studio"_s);
+        QCOMPARE(program("ffmpeg", QByteArray("ffmpeg\0-f\0x11grab", 17)), u"com.obsproject.obs-studio"_s);
+        QCOMPARE(program("spectacle"), u"may rest"_s);
+        QCOMPARE(program("gpu-screen-reco", "gpu-screen-recorder-gtk"), u"none"_s); // its window only
+        QCOMPARE(program("ffmpeg", "film.mkv"), u"none"_s);
+        QCOMPARE(program("obscura"), u"none"_s);
+        QCOMPARE(program("swaylock"), u"locks"_s);
+        QCOMPARE(program("swayidle"), u"none"_s); // waits for the time to lock
     }
 };
 

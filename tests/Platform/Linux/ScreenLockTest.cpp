@@ -104,6 +104,14 @@ private Q_SLOTS:
         QTRY_VERIFY(m_session->locked());
         m_clock.advance(std::chrono::seconds(11));
         QVERIFY(!m_session->locked());
+        // One that tells nobody, but is seen to run.
+        m_logind->emitSignal(kPath, kSession, u"Lock"_s, {});
+        QTRY_VERIFY(m_session->locked());
+        m_session->setLockerRuns(true);
+        m_clock.advance(std::chrono::minutes(1));
+        QVERIFY(m_session->locked());
+        m_session->setLockerRuns(false);
+        QVERIFY(!m_session->locked());
     }
     void requestThatALockerAnswers()
     {

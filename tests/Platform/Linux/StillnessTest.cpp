@@ -18,7 +18,7 @@ const auto kSettings = u"org.freedesktop.portal.Settings"_s;
 
 } // namespace
 
-/// A screen reader and the wish for less motion are noticed, at the start and later.
+/// A screen reader and the wishes for less motion, larger letters and more contrast are noticed, at the start and later.
 class StillnessTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -83,6 +83,54 @@ private Q_SLOTS:
         portal.emitSignal(kPortalPath, kSettings, u"SettingChanged"_s,
                           {u"org.gnome.desktop.interface"_s, u"enable-animations"_s, QVariant::fromValue(QDBusVariant(true))});
         QTRY_VERIFY(!accessibility.reducedMotion());
+    }
+    void followsWhileRunning_data()
+    {
+        columns<QString, QString, QVariant, QVariant, bool, double>({"group", "key", "wanted", "usual", "contrast", "scale"});
+        const auto general = u"org.kde.kdeglobals.General"_s;
+        QTest::newRow("contrast") << u"org.freedesktop.appearance"_s << u"contrast"_s << QVariant(1U) << QVariant(0U) << true
+                                  << 1.0;
+        QTest::newRow("GNOME's contrast") << u"org.gnome.desktop.a11y.interface"_s << u"high-contrast"_s << QVariant(true)
+                                          << QVariant(false) << true << 1.0;
+        QTest::newRow("Plasma's contrast") << general << u"ColorScheme"_s << QVariant(u"Breeze High Contrast"_s)
+                                           << QVariant(u"BreezeDark"_s) << true << 1.0;
+        QTest::newRow("text") << u"org.gnome.desktop.interface"_s << u"text-scaling-factor"_s << QVariant(1.5) << QVariant(1.0)
+                              << false << 1.5;
+        QTest::newRow("text without end") << u"org.gnome.desktop.interface"_s << u"text-scaling-factor"_s << QVariant(9.0)
+                                          << QVariant(0.5) << false << 2.0;
+        QTest::newRow("Plasma's text") << general << u"font"_s << QVariant(u"Noto Sans,15,-1,5,50"_s)
+                                       << QVariant(u"Noto Sans,10,-1,5,50"_s) << false << 1.5;
+    }
+    void followsWhileRunning()
+    {
+        QFETCH(QString, group);
+        QFETCH(QString, key);
+        QFETCH(QVariant, wanted);
+        QFETCH(QVariant, usual);
+        QFETCH(bool, contrast);
+        QFETCH(double, scale);
+        PrivateBus bus;
+        if (!bus.works())
+            QSKIP("no dbus-daemon");
+        PlayedService portal(bus.connect(), u"org.freedesktop.portal.Desktop"_s);
+        const QTemporaryDir home;
+        PosixFiles files;
+        AtspiAccessibility accessibility(files, home.path());
+        accessibility.start(bus.connect());
+        QTRY_VERIFY(portal.asked.size() > 0);
+        const auto say = [&](const QVariant &value) {
+            portal.emitSignal(kPortalPath, kSettings, u"SettingChanged"_s,
+                              {group, key, QVariant::fromValue(QDBusVariant(value))});
+        };
+        const QSignalSpy changes(&accessibility, &Accessibility::changed);
+        say(wanted);
+        QTRY_COMPARE(changes.size(), 1);
+        QCOMPARE(accessibility.highContrast(), contrast);
+        QCOMPARE(accessibility.textScale(), scale);
+        say(usual);
+        QTRY_COMPARE(changes.size(), 2);
+        QVERIFY(!accessibility.highContrast());
+        QCOMPARE(accessibility.textScale(), 1.0);
     }
 };
 

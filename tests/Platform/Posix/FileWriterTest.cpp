@@ -46,7 +46,6 @@ private Q_SLOTS:
                 tries.append(second);
             m_clock.advance(1s);
         }
-        qDebug() << tries;
         QCOMPARE(tries, QList<int>({1, 2, 4, 8, 16, 32, 62, 92}));
         QCOMPARE(m_writer->problems(), QStringList{u"Full."_s});
         m_failure.clear();

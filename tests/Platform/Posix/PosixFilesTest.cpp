@@ -170,6 +170,20 @@ private Q_SLOTS:
         QCOMPARE(filesIn(m_folder->path()), QStringList{u"file.json"_s});
     }
 
+    void whatAKillLeftIsSweptAndNoWriteUnderWay()
+    {
+        const QString folder = QFileInfo(m_path).path();
+        writeFile(folder + u"/.velto-0a.tmp"_s, "left");
+        writeFile(folder + u"/.velto-notes"_s, "the user's");
+        PosixFiles files;
+        QVERIFY(!files.replace(m_path, kNew, [&] {
+            files.sweep(m_path);
+            return true;
+        }));
+        QCOMPARE(readFile(m_path), kNew);
+        QCOMPARE(filesIn(folder), QStringList({u".velto-notes"_s, QFileInfo(m_path).fileName()}));
+    }
+
     void readingIsBoundedAndNeverWaits()
     {
         PosixFiles files;

@@ -141,7 +141,7 @@ private Q_SLOTS:
             QCOMPARE(m.home.headlineTone(), HomeSource::Bad);
             m.home.run(u"late"_s);
             QCOMPARE(m.hub.selected(), Tab::Todos);
-            QCOMPARE(m.todos.filter(), Filter::Overdue);
+            QCOMPARE(m.todos.shown()->filter(), Filter::Overdue);
         }
     }
 

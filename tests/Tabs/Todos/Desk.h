@@ -59,13 +59,13 @@ struct Desk : StoreDesk {
     QList<Todo> inFile() const { return decodeTodos(fakeFiles.contents.value(kFile)).value_or(QList<Todo>()); }
     void wait(std::chrono::milliseconds time) { clock.advance(time); }
 
-    QString role(int row, TodoRows::Role role) const { return source->rows()->index(row, 0).data(role).toString(); }
+    QString role(int row, TodoRows::Role role) const { return source->shown()->rows()->index(row, 0).data(role).toString(); }
     /// The rows on show, by title; headings in brackets.
     QStringList shown() const
     {
         QStringList titles;
-        for (int i = 0; i < source->rows()->rowCount(); ++i) {
-            const bool heading = source->rows()->index(i, 0).data(TodoRows::IsHeading).toBool();
+        for (int i = 0; i < source->shown()->rows()->rowCount(); ++i) {
+            const bool heading = source->shown()->rows()->index(i, 0).data(TodoRows::IsHeading).toBool();
             titles += heading ? u'[' + role(i, TodoRows::Title) + u']' : role(i, TodoRows::Title);
         }
         return titles;

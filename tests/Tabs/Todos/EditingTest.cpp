@@ -50,6 +50,12 @@ private Q_SLOTS:
         desk.source->save(makeTodo(std::numeric_limits<qint64>::max(), u"last"_s));
         desk.source->save(makeTodo(0, u"beyond"_s));
         QCOMPARE(desk.source->todos().back().id, 1);
+        // One that is gone by now can be had back all the same.
+        desk.start({makeTodo(1, u"a"_s)});
+        desk.changes->clear();
+        desk.source->done(makeTodo(77, u"gone"_s));
+        QCOMPARE(desk.changes->count(), 1);
+        QCOMPARE(desk.source->undoText(), u"Done: gone"_s);
     }
 
     void anEditKeepsWhatElseChangedMeanwhile()
@@ -76,8 +82,8 @@ private Q_SLOTS:
     {
         Desk desk;
         TodosSource &source = desk.start({makeTodo(1, u"a"_s, Desk::kToday)});
-        source.press(u"1"_s);
-        source.typeComment(u"1"_s, u" hello "_s);
+        source.shown()->press(u"1"_s);
+        source.shown()->typeComment(u"1"_s, u" hello "_s);
         QCOMPARE(desk.role(1, TodoRows::CommentText), u" hello "_s);
         source.addComment(u"1"_s, u" hello "_s);
         QCOMPARE(desk.role(1, TodoRows::CommentText), QString());
@@ -168,22 +174,22 @@ private Q_SLOTS:
     {
         Desk desk;
         TodosSource &source = desk.start({makeTodo(1, u"a"_s, Desk::kToday)});
-        source.setSearch(u"nothing like it"_s);
+        source.shown()->setSearch(u"nothing like it"_s);
         source.newDraft();
         source.form()->setTitle(u"later"_s);
         source.form()->setHasDate(false);
         source.form()->chooseScope(u"personal"_s);
         source.form()->save();
         QCOMPARE(desk.shown(), QStringList({u"[No project]"_s, u"later"_s}));
-        QCOMPARE(source.selected().value_or(Todo{}).title, u"later"_s);
-        QCOMPARE(source.scope() + rawValue(source.filter()), u"personalUpcoming"_s);
+        QCOMPARE(source.shown()->selected().value_or(Todo{}).title, u"later"_s);
+        QCOMPARE(source.shown()->scope() + rawValue(source.shown()->filter()), u"personalUpcoming"_s);
     }
 
     void aNewDraftIsDueToday()
     {
         Desk desk;
         TodosSource &source = desk.start();
-        source.setScope(u"personal"_s);
+        source.shown()->setScope(u"personal"_s);
         source.newDraft();
         QCOMPARE(source.draft(), std::optional(makeTodo(0, {}, Desk::kToday, 2, {}, u"personal"_s)));
         DraftForm &form = *source.form();

@@ -1,5 +1,5 @@
 #include "RunTests.h"
-#include "Tabs/Todos/LocalTodos.h"
+#include "Tabs/Todos/TodoTool.h"
 #include "Tabs/Todos/TodoDates.h"
 #include "Tabs/Todos/TodoJson.h"
 #include "Tabs/Todos/TodoTexts.h"

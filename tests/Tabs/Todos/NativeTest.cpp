@@ -1,15 +1,39 @@
 #include "Platform/Posix/FilesTesting.h"
 #include "Platform/Posix/PosixFiles.h"
+#include "Platform/Posix/ThreadPoolBackground.h"
 #include "RunTests.h"
 #include "Tabs/Todos/Desk.h"
 
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
+#include <cstdio>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace velto {
+
+/// Tells on standard output how many todos there are, each time they are on the disk.
+[[noreturn]] void addTodosUntilKilled(const QString &folder)
+{
+    FaultyCalls calls;
+    PosixFiles files(calls);
+    ThreadPoolBackground lane(1);
+    Desk desk;
+    FileWriter writer(lane, desk.clock);
+    desk.files = &files;
+    desk.places.data = folder;
+    desk.quillbox = std::make_unique<QuillboxSource>(QuillboxSource::Needs{desk.clock, desk.machine, desk.client, folder});
+    TodosSource source({desk.clock, desk.background, desk.tools, files, writer, desk.places, *desk.quillbox});
+    for (;;) {
+        source.save(makeTodo(0, u"todo"_s, Desk::kToday));
+        writer.finish(std::chrono::hours(1));
+        std::printf("%d\n", int(source.todos().size()));
+        std::fflush(stdout);
+    }
+}
 
 class NativeTest : public QObject {
     Q_OBJECT
@@ -65,7 +89,6 @@ private Q_SLOTS:
     {
         TodosSource &source = m_desk->start();
         source.save(makeTodo(0, u"a"_s));
-        source.refresh();
         const QByteArray foreign = encodeTodos({makeTodo(5, u"foreign"_s), makeTodo(6, u"done"_s)});
         writeFile(m_path, foreign);
         QTRY_VERIFY(m_desk->clock.pendingTimers() > 1); // the file is watched
@@ -99,10 +122,13 @@ private Q_SLOTS:
 
     void theListOfAnotherStoreIsNotWrittenOverTheFile()
     {
-        m_files.replace(m_path, encodeTodos({makeTodo(1, u"mine"_s)}));
+        m_files.replace(m_path, encodeTodos({makeTodo(1, u"mine"_s), makeTodo(2, u"done"_s)}));
         TodosSource &source = m_desk->start();
+        source.finish(u"2"_s); // goes to the store that it was taken from
         m_desk->mode = QuillboxMode::hub(QUrl(u"http://127.0.0.1:1"_s), u"t"_s);
         m_desk->quillbox->reconnect();
+        QVERIFY(!source.pendingDone());
+        QCOMPARE(titlesOf(decodeTodos(readFile(m_path)).value()), QStringList{u"mine"_s});
         m_desk->mode = {};
         m_desk->quillbox->reconnect();
         source.save(makeTodo(0, u"b"_s));
@@ -165,6 +191,31 @@ private Q_SLOTS:
             QCOMPARE(readFile(m_path), encodeTodos(source.todos()));
         }
         QVERIFY(refused >= 8); // or the faults met nothing
+    }
+
+    void aKillAtAnyMomentLosesNoTodo()
+    {
+        const int kills = qEnvironmentVariable("VELTO_KILLS", u"20"_s).toInt();
+        qsizetype announced = 0;
+        for (int kill = 0; kill < kills; ++kill) {
+            QProcess child;
+            child.start(QCoreApplication::applicationFilePath(), {u"--add-until-killed"_s, m_desk->places.data});
+            const qsizetype least = announced + 1 + kill % 3;
+            while (announced < least) {
+                QVERIFY(child.canReadLine() || child.waitForReadyRead());
+                while (child.canReadLine())
+                    announced = child.readLine().trimmed().toInt();
+            }
+            QThread::usleep(ulong(kill % 100 * 20)); // each time a little later within a write
+            child.kill();
+            QVERIFY(child.waitForFinished());
+            while (child.canReadLine())
+                announced = child.readLine().trimmed().toInt();
+            const auto stored = decodeTodos(readFile(m_path));
+            QVERIFY(stored && (stored->size() == announced || stored->size() == announced + 1));
+            announced = stored->size();
+        }
+        QCOMPARE(filesIn(m_desk->places.data, u"*.kept-*"_s), QStringList());
     }
 
 private:

@@ -129,6 +129,16 @@ private Q_SLOTS:
         QVERIFY(settles([this] { return posts().size() == 1; }));
         QCOMPARE(posts().value(0).target, QByteArray("/api/todo/7/done"));
         QCOMPARE(posts().value(0).body, QByteArray("{}"));
+
+        // Also to a hub that the user has left by then.
+        m_todos = {record(9, u"another"_s)};
+        m_desk->quillbox->fetchAgain();
+        QVERIFY(settles([&] { return source.todos().size() == 1; }));
+        source.finish(u"9"_s);
+        m_desk->mode = {};
+        m_desk->quillbox->reconnect();
+        QVERIFY(settles([this] { return posts().size() == 2; }));
+        QCOMPARE(posts().value(1).target, QByteArray("/api/todo/9/done"));
     }
 
     void aSnapshotInTheMiddleOfTheUndoBringsItBackOnce()
@@ -173,12 +183,12 @@ private Q_SLOTS:
         source.retry();
         QVERIFY(settles([&] { return source.state().kind() == SourceState::Kind::Failed; }));
         QCOMPARE(source.todos().size(), 1);
-        source.setSearch(u"no such thing"_s);
+        source.shown()->setSearch(u"no such thing"_s);
         QVERIFY(m_desk->shown().isEmpty());
-        QCOMPARE(source.emptyText(), QString());
+        QCOMPARE(source.shown()->emptyText(), QString());
         init();
-        m_desk->source->setSearch(u"no such thing"_s);
-        QVERIFY(!m_desk->source->emptyText().isEmpty());
+        m_desk->source->shown()->setSearch(u"no such thing"_s);
+        QVERIFY(!m_desk->source->shown()->emptyText().isEmpty());
     }
 
     void theEndMayComeInTheMiddle()

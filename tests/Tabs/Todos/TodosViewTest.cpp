@@ -21,11 +21,11 @@ private Q_SLOTS:
         QVERIFY(named(u"No open todos."_s));
         QVERIFY(!list());
         press(Qt::Key_Down); // there is nowhere to go
-        QVERIFY(!source().selectedID());
-        source().setSearch(u"x"_s);
+        QVERIFY(!source().shown()->selectedID());
+        source().shown()->setSearch(u"x"_s);
         m_view->grabWindow();
         QVERIFY(named(u"Nothing matches “x”."_s));
-        source().setSearch({});
+        source().shown()->setSearch({});
         m_view->grabWindow();
         click(named(u"Add one"_s));
         QVERIFY(source().draft());
@@ -40,7 +40,7 @@ private Q_SLOTS:
         QVERIFY(named(u"Nothing overdue."_s));
         click(named(u"Show all"_s));
         QCOMPARE(titles(), QStringList{u"Later"_s});
-        source().setSearch(u"<i>x</i>"_s);
+        source().shown()->setSearch(u"<i>x</i>"_s);
         m_view->grabWindow();
         QVERIFY(named(u"Nothing matches “<i>x</i>”."_s));
         QVERIFY(!named(u"Show all"_s));
@@ -74,16 +74,16 @@ private Q_SLOTS:
         QQuickItem *invoice = row(u"Send the invoice"_s);
         const double folded = invoice->height();
         click(invoice);
-        QCOMPARE(source().openID(), std::optional<qint64>(2));
+        QCOMPARE(source().shown()->openID(), std::optional<qint64>(2));
         QTRY_VERIFY(named(u"To the <b>new</b> address:\nhttps://example.com"_s)); // as it is written
         QVERIFY(named(u"Nov 20, 2026, 9:00 AM, She asked again"_s));
         QTRY_VERIFY(invoice->height() > folded + 80);
         QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, row(u"Water the plants"_s)->mapToScene({100, 20}).toPoint());
-        QCOMPARE(source().openID(), std::optional<qint64>(3)); // one at most
+        QCOMPARE(source().shown()->openID(), std::optional<qint64>(3)); // one at most
         QTRY_COMPARE(invoice->height(), folded);
-        click(named(u"Hides details"_s));
-        QVERIFY(!source().openID());
-        QCOMPARE(source().selectedID(), std::optional<qint64>(3));
+        click(named(u"Hides details: Water the plants"_s));
+        QVERIFY(!source().shown()->openID());
+        QCOMPARE(source().shown()->selectedID(), std::optional<qint64>(3));
     }
 
     void theListsAreChosenWhereThereAreSeveral()
@@ -134,8 +134,8 @@ private Q_SLOTS:
     void whatIsTypedSurvivesChanges()
     {
         show(some(), 700);
-        source().chooseFilter(u"All"_s);
-        source().press(u"2"_s);
+        source().shown()->chooseFilter(u"All"_s);
+        source().shown()->press(u"2"_s);
         m_view->grabWindow();
         click(named(u"Add a comment"_s));
         type(u"one thought"_s);
@@ -156,9 +156,9 @@ private Q_SLOTS:
         QCOMPARE(field->property("text").toString(), u"one thought"_s);
 
         // Out of sight and back.
-        source().setSearch(u"train"_s);
+        source().shown()->setSearch(u"train"_s);
         QTRY_VERIFY(!field || !field->isVisible());
-        source().setSearch({});
+        source().shown()->setSearch({});
         QTRY_VERIFY(named(u"Add a comment"_s));
         QCOMPARE(named(u"Add a comment"_s)->property("text").toString(), u"one thought"_s);
         click(named(u"Add a comment"_s));
@@ -228,18 +228,18 @@ private Q_SLOTS:
             }
             return standing.size() == list()->property("count").toInt() ? QString() : u"too few"_s;
         };
-        source().chooseFilter(u"Upcoming"_s);
+        source().shown()->chooseFilter(u"Upcoming"_s);
         QCOMPARE(overlapping(), QString());
         source().finish(u"6"_s); // the last one: no other row moves
         m_view->grabWindow();
         QTRY_VERIFY(!list()->property("moving").toBool());
         // Higher rows where lower ones were, and back, at once.
         for (const QString &filter : {u"Today"_s, u"Upcoming"_s, u"All"_s}) {
-            source().chooseFilter(filter);
+            source().shown()->chooseFilter(filter);
             QCOMPARE(overlapping(), QString());
         }
         // A high row that comes back, open, among others.
-        source().press(u"2"_s);
+        source().shown()->press(u"2"_s);
         source().finish(u"2"_s);
         QTRY_COMPARE(overlapping(), QString());
         source().undoDone();
@@ -253,7 +253,7 @@ private Q_SLOTS:
         for (int round = 0; round < 6; ++round) {
             show(many(100));
             Theme::of(m_view->engine())->setReducedMotion(false);
-            source().setSearch(u"Todo number 1"_s);
+            source().shown()->setSearch(u"Todo number 1"_s);
             QCoreApplication::processEvents();
             m_view->grabWindow();
             close();
@@ -274,12 +274,12 @@ private Q_SLOTS:
         QCOMPARE(changes.count(), 0);
         QCOMPARE(frames.count(), before); // nothing new, nothing drawn
         for (const QString &text : {u"9"_s, u"99"_s, u"999"_s, u"99"_s, QString()}) {
-            source().setSearch(text);
+            source().shown()->setSearch(text);
             m_view->grabWindow();
             QVERIFY(!rows().isEmpty() && rows().size() < 60);
             QVERIFY(titles().first().contains(text));
         }
-        source().finish(source().rows()->index(1, 0).data(TodoRows::TodoId).toString());
+        source().finish(source().shown()->rows()->index(1, 0).data(TodoRows::TodoId).toString());
         m_view->grabWindow();
         QVERIFY(rows().size() < 60);
     }

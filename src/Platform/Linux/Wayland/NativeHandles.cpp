@@ -1,7 +1,9 @@
 #include "Platform/Linux/Wayland/NativeHandles.h"
 
 #include <QGuiApplication>
+#include <QPointingDevice>
 #include <qpa/qplatformnativeinterface.h>
+#include <qpa/qwindowsysteminterface.h>
 
 namespace velto {
 
@@ -31,6 +33,17 @@ wl_surface *nativeSurface(QWindow *window)
 {
     auto *interface = native();
     return interface ? static_cast<wl_surface *>(interface->nativeResourceForWindow("surface", window)) : nullptr;
+}
+
+void makePointerMouse()
+{
+    constexpr int kButtons = 5;
+    if (!native() || QPointingDevice::primaryPointingDevice()->type() == QInputDevice::DeviceType::Mouse)
+        return;
+    using Capability = QInputDevice::Capability;
+    QWindowSystemInterface::registerInputDevice(
+        new QPointingDevice(QStringLiteral("mouse"), 0, QInputDevice::DeviceType::Mouse, QPointingDevice::PointerType::Generic,
+                            Capability::Position | Capability::Hover | Capability::Scroll, 1, kButtons, {}, {}, qGuiApp));
 }
 
 } // namespace velto

@@ -9,11 +9,15 @@ struct wl_surface;
 namespace velto {
 
 /// The toolkit's own objects of the Wayland protocol. Qt 6.4 tells them by a private header only (6.5 has public names for
-/// the display and a screen's output, none for a window's surface); this is the one file that includes it.
+/// the display and a screen's output, none for a window's surface); NativeHandles.cpp is the one file that includes such headers.
 /// Null where there is none: another platform plugin, or a window without a surface.
 wl_display *nativeDisplay();
 wl_output *nativeOutput(QScreen *screen);
 /// Gone with the window's hiding and its destroy().
 wl_surface *nativeSurface(QWindow *window);
+
+/// Makes the pointer a mouse. Where the compositor knows gestures, the toolkit takes every press for a finger's on a touchpad,
+/// and a finger has no buttons: each press would do what the left and the right one do. Needs the application object.
+void makePointerMouse();
 
 } // namespace velto

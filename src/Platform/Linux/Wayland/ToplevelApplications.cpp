@@ -114,7 +114,7 @@ void end(const Toplevel &toplevel)
 ToplevelApplications::ToplevelApplications(WaylandServer &server, Clock &clock, QObject *parent)
     : Applications(parent)
     , m_server(server)
-    , m_recorders(clock)
+    , m_processes(clock)
 {
 }
 
@@ -132,8 +132,8 @@ void ToplevelApplications::start()
 {
     if (m_wlr || m_plasma)
         return;
-    connect(&m_recorders, &RecorderProcesses::changed, this, &ToplevelApplications::updateSoon);
-    m_recorders.start();
+    connect(&m_processes, &WatchedProcesses::changed, this, &ToplevelApplications::updateSoon);
+    m_processes.start();
     m_wlr = m_server.bind<zwlr_foreign_toplevel_manager_v1>(zwlr_foreign_toplevel_manager_v1_interface, kWlrVersion);
     if (m_wlr)
         zwlr_foreign_toplevel_manager_v1_add_listener(m_wlr, &kWlrManager, this);
@@ -183,7 +183,7 @@ void ToplevelApplications::updateSoon()
 void ToplevelApplications::update()
 {
     m_pending = false;
-    QStringList running = m_recorders.running();
+    QStringList running = m_processes.running();
     QString frontmost;
     for (const auto &[address, toplevel] : m_toplevels) {
         const QString identifier = identifierForClass({}, toplevel->application);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Applications.h"
-#include "Platform/Linux/RecorderProcesses.h"
+#include "Platform/Linux/WatchedProcesses.h"
 #include "Platform/Linux/Wayland/WaylandServer.h"
 
 #include <memory>
@@ -42,7 +42,7 @@ private:
     zwlr_foreign_toplevel_manager_v1 *m_wlr = nullptr;
     org_kde_plasma_window_management *m_plasma = nullptr;
     std::unordered_map<Toplevel *, std::unique_ptr<Toplevel>> m_toplevels;
-    RecorderProcesses m_recorders;
+    WatchedProcesses m_processes;
     QStringList m_running;
     QString m_frontmost;
     bool m_pending = false;

@@ -2,6 +2,7 @@
 
 #include "Platform/Linux/Wayland/DataControlClipboard.h"
 #include "Platform/Linux/Wayland/LayerPanelWindow.h"
+#include "Platform/Linux/Wayland/NativeHandles.h"
 #include "Platform/Linux/Wayland/ToplevelApplications.h"
 
 namespace velto {
@@ -54,6 +55,7 @@ std::unique_ptr<WindowSystem> makeWaylandWindowSystem(Clock &clock)
     auto system = std::make_unique<WaylandWindowSystem>(clock);
     if (!system->works())
         return nullptr;
+    makePointerMouse();
     return system;
 }
 

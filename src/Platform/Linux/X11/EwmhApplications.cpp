@@ -22,7 +22,7 @@ EwmhApplications::EwmhApplications(XcbServer &server, Clock &clock, bool guest, 
     : Applications(parent)
     , m_server(server)
     , m_guest(guest)
-    , m_recorders(clock)
+    , m_processes(clock)
 {
 }
 
@@ -48,8 +48,8 @@ void EwmhApplications::start()
             updateSoon();
         }
     });
-    connect(&m_recorders, &RecorderProcesses::changed, this, &EwmhApplications::updateRunning);
-    m_recorders.start();
+    connect(&m_processes, &WatchedProcesses::changed, this, &EwmhApplications::updateRunning);
+    m_processes.start();
     update();
 }
 
@@ -73,8 +73,8 @@ void EwmhApplications::update()
     m_pending = false;
     const auto windows = m_server.values(m_server.root(), m_server.atom(XcbAtom::ClientList));
     readClasses(windows);
-    if (!m_recorders.followsStarts())
-        m_recorders.look();
+    if (!m_processes.followsStarts())
+        m_processes.look();
     updateRunning();
     updateFrontmost();
 }
@@ -110,7 +110,7 @@ void EwmhApplications::readClasses(const std::vector<quint32> &windows)
 
 void EwmhApplications::updateRunning()
 {
-    QStringList now = m_recorders.running();
+    QStringList now = m_processes.running();
     for (const auto &identifier : std::as_const(m_windows))
         if (!identifier.isEmpty())
             now.append(identifier);

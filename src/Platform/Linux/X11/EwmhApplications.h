@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Applications.h"
-#include "Platform/Linux/RecorderProcesses.h"
+#include "Platform/Linux/WatchedProcesses.h"
 #include "Platform/Linux/X11/XcbServer.h"
 
 #include <QHash>
@@ -32,7 +32,7 @@ private:
 
     XcbServer &m_server;
     bool m_guest;
-    RecorderProcesses m_recorders;
+    WatchedProcesses m_processes;
     QHash<xcb_window_t, QString> m_windows; ///< identifier of each window; empty until it has told its class
     QStringList m_running;
     QString m_frontmost;

@@ -1,4 +1,4 @@
-#include "Platform/Linux/RecorderProcesses.h"
+#include "Platform/Linux/WatchedProcesses.h"
 
 #include "Platform/Linux/ApplicationNames.h"
 
@@ -12,6 +12,7 @@
 #include <string>
 #include <sys/auxv.h>
 #include <sys/inotify.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -50,6 +51,13 @@ QByteArray content(const std::string &path)
     return result;
 }
 
+/// Another user's screen is no matter of ours.
+bool isOwn(const std::string &process)
+{
+    struct stat status = {};
+    return ::stat(process.c_str(), &status) == 0 && status.st_uid == ::getuid();
+}
+
 /// Whether it has buffers of the media server's open: a stream comes in or goes out.
 bool streams(const std::string &process)
 {
@@ -65,24 +73,24 @@ bool streams(const std::string &process)
 
 } // namespace
 
-struct RecorderProcesses::Followed {
+struct WatchedProcesses::Followed {
     QString identifier;
     Descriptor end;
     std::unique_ptr<QSocketNotifier> notifier; ///< goes before its descriptor
 };
 
-RecorderProcesses::RecorderProcesses(Clock &clock, QObject *parent)
+WatchedProcesses::WatchedProcesses(Clock &clock, QObject *parent)
     : QObject(parent)
     , m_clock(clock)
 {
 }
 
-RecorderProcesses::~RecorderProcesses()
+WatchedProcesses::~WatchedProcesses()
 {
     m_startNotifier.reset();
 }
 
-void RecorderProcesses::start()
+void WatchedProcesses::start()
 {
     // The loader of this program is that of nearly all the others.
     Dl_info loader{};
@@ -95,14 +103,14 @@ void RecorderProcesses::start()
     }
     if (m_starts) {
         m_startNotifier = std::make_unique<QSocketNotifier>(m_starts.get(), QSocketNotifier::Read);
-        connect(m_startNotifier.get(), &QSocketNotifier::activated, this, &RecorderProcesses::programStarted);
+        connect(m_startNotifier.get(), &QSocketNotifier::activated, this, &WatchedProcesses::programStarted);
     }
     look();
 }
 
 /// A start while things settle is told of right after it, so that each is looked at once it has settled; those before come
 /// under the same look. So what starts together, as Velto's own tools do, is looked at once.
-void RecorderProcesses::programStarted()
+void WatchedProcesses::programStarted()
 {
     m_startNotifier->setEnabled(false);
     m_soon = m_clock.after(kCalm, [this] {
@@ -115,7 +123,7 @@ void RecorderProcesses::programStarted()
     });
 }
 
-void RecorderProcesses::look()
+void WatchedProcesses::look()
 {
     const QStringList before = running();
     bool resting = false;
@@ -127,16 +135,16 @@ void RecorderProcesses::look()
         if (std::from_chars(number.begin(), number.end(), process).ptr != number.end() || process <= 0)
             continue;
         const auto path = [process] { return "/proc/" + std::to_string(process); };
-        const auto recorder = recorderForProcess(nameOf(::dirfd(processes.get()), entry->d_name, room),
-                                                 [&path] { return content(path() + "/cmdline"); });
-        if (!recorder)
+        const auto program = watchedProgram(nameOf(::dirfd(processes.get()), entry->d_name, room),
+                                            [&path] { return content(path() + "/cmdline"); });
+        if (!program || (program->locks && !isOwn(path())))
             continue;
-        resting = resting || recorder->mayRest;
-        const bool records = !recorder->mayRest || streams(path());
-        if (records && !m_recorders.contains(process))
-            follow(process, recorder->identifier);
-        else if (!records)
-            m_recorders.remove(process);
+        resting = resting || program->mayRest;
+        const bool counts = !program->mayRest || streams(path());
+        if (counts && !m_followed.contains(process))
+            follow(process, program->identifier);
+        else if (!counts)
+            m_followed.remove(process);
     }
     if (!resting)
         m_resting.reset();
@@ -146,22 +154,22 @@ void RecorderProcesses::look()
         Q_EMIT changed();
 }
 
-void RecorderProcesses::follow(int process, const QString &identifier)
+void WatchedProcesses::follow(int process, const QString &identifier)
 {
-    auto recorder = std::make_shared<Followed>();
-    recorder->identifier = identifier;
-    recorder->end = Descriptor(int(::syscall(SYS_pidfd_open, process, 0)));
-    if (!recorder->end)
+    auto program = std::make_shared<Followed>();
+    program->identifier = identifier;
+    program->end = Descriptor(int(::syscall(SYS_pidfd_open, process, 0)));
+    if (!program->end)
         return;
-    recorder->notifier = std::make_unique<QSocketNotifier>(recorder->end.get(), QSocketNotifier::Read);
-    connect(recorder->notifier.get(), &QSocketNotifier::activated, this, [this, process] { over(process); });
-    m_recorders.insert(process, recorder);
+    program->notifier = std::make_unique<QSocketNotifier>(program->end.get(), QSocketNotifier::Read);
+    connect(program->notifier.get(), &QSocketNotifier::activated, this, [this, process] { over(process); });
+    m_followed.insert(process, program);
 }
 
-void RecorderProcesses::over(int process)
+void WatchedProcesses::over(int process)
 {
     // The notifier is in the middle of its own signal: it goes with the event loop's next turn.
-    const auto ended = m_recorders.take(process);
+    const auto ended = m_followed.take(process);
     if (!ended)
         return;
     ended->notifier->setEnabled(false);
@@ -170,11 +178,11 @@ void RecorderProcesses::over(int process)
     Q_EMIT changed();
 }
 
-QStringList RecorderProcesses::running() const
+QStringList WatchedProcesses::running() const
 {
     QStringList identifiers;
-    for (const auto &recorder : m_recorders)
-        identifiers.append(recorder->identifier);
+    for (const auto &program : m_followed)
+        identifiers.append(program->identifier);
     return identifiers;
 }
 

@@ -12,13 +12,14 @@ class QSocketNotifier;
 
 namespace velto {
 
-/// The screen recorders that run, with or without a window: a recorder that works is often nothing but a tray icon. The kernel
-/// tells when a program starts, by its loader being opened, and when a recorder ends; until then nothing is looked at.
-class RecorderProcesses final : public QObject {
+/// The screen recorders that run, with or without a window, and the programs that lock the screen: a recorder that works is
+/// often nothing but a tray icon, and not every locker tells the session. The kernel tells when a program starts, by its loader
+/// being opened, and when one of these ends; until then nothing is looked at.
+class WatchedProcesses final : public QObject {
     Q_OBJECT
 public:
-    explicit RecorderProcesses(Clock &clock, QObject *parent = nullptr);
-    ~RecorderProcesses() override;
+    explicit WatchedProcesses(Clock &clock, QObject *parent = nullptr);
+    ~WatchedProcesses() override;
 
     /// Looks, and follows what starts from then on; up to three seconds behind.
     void start();
@@ -42,7 +43,7 @@ private:
     std::unique_ptr<QSocketNotifier> m_startNotifier;
     TimerHandle m_soon;
     TimerHandle m_resting; ///< while a program runs that may begin to record at any moment
-    QHash<int, std::shared_ptr<Followed>> m_recorders;
+    QHash<int, std::shared_ptr<Followed>> m_followed;
 };
 
 } // namespace velto

@@ -1,0 +1,102 @@
+#pragma once
+
+#include "Core/SourceState.h"
+#include "Platform/Timer.h"
+#include "Tabs/Quillbox/QuillboxMode.h"
+#include "Tabs/Todos/LocalTodos.h"
+#include "Tabs/Todos/NativeTodos.h"
+#include "Tabs/Todos/Todo.h"
+
+#include <QObject>
+#include <optional>
+#include <qcoro/qcorotask.h>
+
+namespace velto {
+
+class Background;
+class Clock;
+class FileWriter;
+class Files;
+class QuillboxSource;
+class ToolRunner;
+struct HubCall;
+struct Places;
+
+/// Where the todos are kept: in Velto's own file, in the Quillbox on this machine or on a memory hub, whichever the
+/// QuillboxSource is connected to. A change shows in todos() at once and then goes to the store; one that the store refuses is
+/// told in error(), and the list is read again. Lives on the UI thread, which waits for no disk.
+class TodoKeeper : public QObject {
+    Q_OBJECT
+public:
+    /// What the keeper leans on; all of it outlives the keeper.
+    struct Needs {
+        Clock &clock;
+        Background &background;
+        ToolRunner &tools;
+        Files &files;
+        FileWriter &writer;
+        const Places &places;
+        QuillboxSource &quillbox;
+    };
+    explicit TodoKeeper(const Needs &needs, QObject *parent = nullptr);
+    ~TodoKeeper() override;
+
+    /// All open todos, in the order of the store.
+    const QList<Todo> &todos() const { return m_todos; }
+    /// A todo of the list; null if it isn't there. Good until the list changes.
+    const Todo *find(qint64 id) const;
+    /// As find(), or the todo that may still be had back.
+    const Todo *standing(qint64 id) const;
+
+    SourceState state() const;
+    QString label() const;
+    bool canEdit() const;
+    bool canAdd() const;
+    /// Why the last change failed; empty if it didn't, or if that was dismissed.
+    const QString &error() const { return m_error; }
+    void dismissError();
+    /// What stands between the list and the store, and the button beside it; empty if nothing does.
+    QString note() const;
+    QString noteAction() const;
+    void pressNote();
+
+    /// Looks whether the store holds something else by now. A hub tells that by itself.
+    void refresh();
+    /// Stores a new todo (its number is 0) or a changed one, and returns it, with its number if that is given here. A todo
+    /// without a title isn't stored.
+    std::optional<Todo> save(const Todo &todo);
+    void comment(const Todo &todo, const QString &text);
+    /// Takes a todo off the list. The store hears of it after five seconds, with the next done, or when another store takes its
+    /// place.
+    void done(const Todo &todo);
+    void undoDone();
+    /// The todo that can still be had back.
+    const std::optional<Todo> &pendingDone() const { return m_pendingDone; }
+
+Q_SIGNALS:
+    /// Any of the above may be different.
+    void changed();
+
+private:
+    void followStore();
+    void takeSnapshot();
+    void takeFile(QList<Todo> todos);
+    void takeDatabase(const QList<Todo> &todos);
+    void setTodos(const QList<Todo> &todos);
+    void setError(const QString &error);
+    Todo saveNative(Todo todo);
+    void keepNative();
+    void commitPendingDone();
+    QCoro::Task<> tellHub(HubCall call);
+
+    Needs m_needs;
+    QuillboxMode m_mode; ///< the store that the list and what is under way belong to
+    NativeTodos m_native;
+    LocalTodos m_local;
+    QList<Todo> m_todos;
+    QString m_error;
+    std::optional<Todo> m_pendingDone;
+    TimerHandle m_undoTime;
+};
+
+} // namespace velto
