@@ -18,9 +18,11 @@ int main(int argc, char **argv)
     velto::SystemClock clock;
     velto::HookListener listener(defaults, std::make_unique<velto::PosixLoopbackServer>(), clock, 0);
     qint64 heard = 0;
-    listener.onEvent = [&heard](const velto::HookEvent &) { ++heard; };
-    listener.onPermission = [](const velto::HookEvent &, velto::HookListener::QuestionId,
-                               const velto::HookListener::Reply &reply) { reply(std::nullopt); };
+    QObject::connect(&listener, &velto::HookListener::told, [&heard] { ++heard; });
+    QObject::connect(&listener, &velto::HookListener::asked,
+                     [](const velto::HookEvent &, velto::HookListener::QuestionId, const velto::HookListener::Reply &reply) {
+                         reply(std::nullopt);
+                     });
     listener.start();
     if (!listener.running())
         return 1;

@@ -17,7 +17,7 @@ class DateModel : public QObject {
     Q_PROPERTY(QString text READ text NOTIFY changed FINAL)
     /// The same, as a screen reader says it.
     Q_PROPERTY(QString spoken READ spoken NOTIFY changed FINAL)
-    /// What was typed last is no date; the date is the one before it.
+    /// What was typed last isn't a date; the date is the one before it.
     Q_PROPERTY(bool unreadable READ unreadable NOTIFY changed FINAL)
     /// The month that the calendar shows: "November 2026".
     Q_PROPERTY(QString month READ month NOTIFY changed FINAL)
@@ -25,7 +25,7 @@ class DateModel : public QObject {
     Q_PROPERTY(QStringList weekdays READ weekdays CONSTANT FINAL)
     /// Six weeks, 42 rows: place, day ("yyyy-MM-dd"), number (text), inMonth, isToday, selected, spoken.
     Q_PROPERTY(QAbstractItemModel *days READ days CONSTANT FINAL)
-    /// The place of the date among the days; where another month is on show, that of its first day.
+    /// The place of the date among the days; if another month is on show, that of its first day.
     Q_PROPERTY(int place READ place NOTIFY changed FINAL)
 public:
     explicit DateModel(const Clock &clock, QObject *parent = nullptr);
@@ -43,7 +43,7 @@ public:
 
     /// Takes what the user has typed so far, as the language writes dates, in short or in full, or as "yyyy-MM-dd".
     Q_INVOKABLE void type(const QString &text);
-    /// The calendar comes on show, at the date's month.
+    /// The calendar is about to be shown, at the date's month.
     Q_INVOKABLE void open();
     /// Back to the date of open().
     Q_INVOKABLE void cancel();

@@ -4,7 +4,7 @@
 
 namespace velto {
 
-/// The names of the first so many, as one list in words.
+/// The first few names, as one list in words.
 template <typename List, typename Name> QString firstOf(const List &list, int count, Name name)
 {
     QStringList names;

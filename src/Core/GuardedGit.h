@@ -15,13 +15,13 @@ namespace velto {
 ToolEnvironment guardedGit();
 
 /// Asks git for the state of one folder that someone else may have filled: an unpacked archive can name programs in its own
-/// configuration, in that of its submodules and in what they include. Of those, none is started; the programs that the user's own
-/// configuration names, such as git-lfs, work as ever. Blocks; use it for one reading.
+/// configuration, in that of its submodules and in what they include. None of those is started; the programs that the user's own
+/// configuration names, such as git-lfs, work as always. Blocks; use it for one reading.
 class GuardedGit {
 public:
     explicit GuardedGit(ToolRunner &tools);
 
-    /// What `git status --porcelain=v2 --branch` prints for the work tree at `path`. Nothing if that is none, or can't be read,
+    /// What `git status --porcelain=v2 --branch` prints for the work tree at `path`. Nothing if it isn't one, or can't be read,
     /// or can't be made safe. Blocks for up to 12 seconds for each git that it takes: three, and two to three a submodule.
     std::optional<QByteArray> status(const QString &path);
 

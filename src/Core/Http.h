@@ -19,7 +19,7 @@ class QNetworkReply;
 
 namespace velto {
 
-/// One question to a web service.
+/// One request to a web service.
 struct HttpRequest {
     QUrl url;
     QByteArray method = QByteArrayLiteral("GET");
@@ -27,16 +27,16 @@ struct HttpRequest {
     std::optional<QByteArray> body = {};
     /// How long the service may stay silent. The whole exchange may take four times as long.
     std::chrono::milliseconds timeout = std::chrono::seconds(60);
-    /// The largest body that is taken in, in bytes.
+    /// The largest body that is accepted, in bytes.
     qint64 maximum = 16 * 1024 * 1024;
 };
 
-/// What came of it.
+/// The outcome.
 struct HttpReply {
     /// Nothing if there was no whole answer: no such host, no route, a broken certificate, silence, an early end, too much.
     std::optional<int> status = {};
     QByteArray body = {};
-    /// Without a status: why, in a sentence. Holds no header and no part of a body.
+    /// If there is no status: why, in a sentence. Holds no header and no part of a body.
     QString fault = {};
 };
 
@@ -44,8 +44,8 @@ struct HttpReply {
 QString whyNoJson(const QByteArray &body, const QString &parser);
 
 /// HTTP/1.1 for the readers of services: no cookies, no cache, no stored credentials. Redirects are followed within their origin
-/// only; one that isn't followed is an answer with its own status. What carries a body is sent once, also if the service closes
-/// without an answer. A service that asks to be left alone for a while (Retry-After, RFC 9110) gets no request in that time: it
+/// only; one that isn't followed is an answer with its own status. A request with a body is sent once, even if the service closes
+/// without answering. A service that asks to be left alone for a while (Retry-After, RFC 9110) gets no request in that time: it
 /// is answered with the same status, for up to an hour. UI thread only; the transfer itself runs elsewhere. Destroying it ends
 /// what is under way, as a fault.
 class Http {
@@ -54,7 +54,7 @@ public:
     /// is large.
     Http() = default;
     explicit Http(QSslConfiguration tls);
-    /// Through the proxies that the desktop is set to; no request goes out before they are known.
+    /// Through the desktop's proxies; no request goes out before they are known.
     explicit Http(Background &background, Proxies::Find find = &QNetworkProxyFactory::systemProxyForQuery);
     Http(const Http &) = delete;
     Http &operator=(const Http &) = delete;

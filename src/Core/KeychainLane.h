@@ -20,12 +20,12 @@ class KeychainLane : public QObject {
     Q_OBJECT
 public:
     KeychainLane(Background &background, Keychain &keychain, QObject *parent = nullptr);
-    /// What still waits goes on with nothing. What is to be written is written all the same, after what is under way; a reading
-    /// that hasn't begun is given up.
+    /// What still waits continues with nothing. Pending writes are done all the same, after what is under way; a reading
+    /// that hasn't begun is dropped.
     ~KeychainLane() override;
 
     QCoro::Task<std::optional<QString>> get(QString name);
-    /// Done once the keyring has answered; whether it is kept, or erased, now.
+    /// Done once the keyring has answered; whether the secret is now stored, or erased.
     QCoro::Task<bool> put(QString name, std::optional<QString> value);
 
 private:

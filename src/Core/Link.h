@@ -9,11 +9,11 @@ namespace velto {
 /// The longest text that is looked at as a link, in bytes.
 constexpr int kLongestLink = 8192;
 
-/// The one link that a text is, white space around it aside: an absolute address with a host. Nothing for anything else, also
-/// not for a text with a link in it.
+/// The link that a text consists of, surrounding white space aside: an absolute address with a host. Nothing for anything else,
+/// nor for a text with a link in it.
 std::optional<QUrl> linkIn(const QString &text);
 
-/// Whether this may be opened: http or https, with a host. Anything else could start any program.
+/// Whether this may be opened: http or https, with a host. Anything else might start any program.
 bool opensInBrowser(const QUrl &url);
 
 /// What the user typed as a link for a browser: http or https, and https if it has no scheme.

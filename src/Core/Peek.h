@@ -12,7 +12,7 @@
 
 namespace velto {
 
-/// What a question asks for, whole and as it came. It is for the screen alone: never compared, spoken, logged or kept.
+/// What a question asks for, complete and unchanged. For the screen only: never compared, spoken, logged or stored.
 struct Question {
     QString session; ///< the name of the session that asks
     std::optional<QString> cwd; ///< its folder
@@ -40,7 +40,7 @@ struct Peek {
     Decide decide;
     /// What the row and its unfolded part show of a question; without it they show the text.
     std::optional<Question> question = std::nullopt;
-    /// Quiet words after the text, the name of the session that a line is about, say; empty for none.
+    /// Secondary words after the text, such as the name of the session that the line is about; empty for none.
     QString beside = QString();
     News news = News::Other;
     QString session = {}; ///< which one the news is about

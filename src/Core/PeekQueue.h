@@ -11,8 +11,8 @@ namespace velto {
 class Accessibility;
 class Clock;
 
-/// The one queue that everything with something to say goes through. PeekTimeline says what is so at a time; this gives it the
-/// time with one timer, tells who looks on, and answers the questions that have ended. UI thread only.
+/// The one queue for everything that has something to say. PeekTimeline says what holds at a given time; this gives it the
+/// time with one timer, tells those who watch, and answers the questions that have ended. UI thread only.
 class PeekQueue : public QObject {
     Q_OBJECT
 public:
@@ -34,7 +34,7 @@ public:
     void retract(Peek::News news, const QSet<QString> &sessions);
     /// The user pressed a button over the row of this Peek; an answer or a dismissal may follow when it is released.
     void pressBegan(const QUuid &id);
-    /// The Peek on show stands somewhere else now. What was pressed in its old place, or just after, wasn't meant for it.
+    /// The Peek on show has moved. A press in its old place, or just afterwards, wasn't meant for it.
     void moved();
     /// Whether a press on this Peek counts: it is the one on show, and was there long enough to be read when the press began.
     bool takesPress(const QUuid &id) const;

@@ -17,9 +17,9 @@ public:
     static constexpr std::chrono::seconds kStay{4};
     static constexpr std::chrono::seconds kSpokenStay{10};
     static constexpr std::chrono::seconds kQuestionStay{28};
-    /// An asker that waits no longer than this isn't worth a question: nobody reads and answers one in less.
+    /// An asker that waits no longer than this isn't worth a question: nobody reads and answers one faster.
     static constexpr std::chrono::seconds kLeast{3};
-    /// As many play for a quarter of an hour: what comes then would be old news by its turn.
+    /// This many play for a quarter of an hour: what comes after them would be old news by its turn.
     static constexpr int kMostWaiting = 200;
     /// Where more lines than this with the same news wait, one line tells them all.
     static constexpr int kMostOfOneNews = 5;
@@ -37,7 +37,7 @@ public:
     /// Queues a Peek behind those of its rank; drops it if the same text is on show or waits, unless both are questions of two
     /// sessions. So is what comes last of all while kMostWaiting wait.
     void offer(Peek peek, Instant now);
-    /// Ends what is over by now, and shows what is next. `stay` is how long a line stays that comes on show.
+    /// Ends what is over by now, and shows what is next. `stay` is how long a line that comes on show remains.
     void update(Instant now, std::chrono::seconds stay);
     /// When update() will have something to do; nothing at rest.
     std::optional<Instant> nextDeadline() const;
@@ -46,7 +46,7 @@ public:
     void finish(std::optional<bool> answer);
     /// The asker of this question is gone, or has its answer from elsewhere.
     void withdraw(const QUuid &question);
-    /// Takes back what waits of this news: it is no longer true of these sessions.
+    /// Takes back waiting lines with this news: it is no longer true of these sessions.
     void retract(Peek::News news, const QSet<QString> &sessions);
     /// Drops everything.
     void clear();

@@ -13,7 +13,7 @@ class Clock;
 class Defaults;
 struct Places;
 
-/// What the user has chosen. Every write is stored at once, and announces changed() after it has landed. A stored value that is
+/// The user's choices. Every write is stored at once, and changed() follows once it has landed. A stored value that is
 /// missing or of a wrong type reads as the default. Secrets never live here. UI thread only.
 class Prefs : public QObject {
     Q_OBJECT
@@ -32,7 +32,7 @@ public:
     /// Whether the user wants this module.
     bool isOn(Module module) const;
     bool anyOn() const;
-    /// Turns one module on or off. Touching a single one always drops the preset.
+    /// Turns one module on or off. Changing a single one always drops the preset.
     void set(Module module, bool on);
     /// Chooses a preset of modules; Custom leaves them as they are. Callers refresh the Hub right after.
     void selectMode(Mode mode) { selectMode(mode, {}); }
@@ -54,7 +54,7 @@ public:
     void setJiraSite(const QString &value) { change(m_jiraSite, value); }
     const QString &jiraEmail() const { return m_jiraEmail.value; }
     void setJiraEmail(const QString &value) { change(m_jiraEmail, value); }
-    /// Tokens a day; 0 is no budget.
+    /// Tokens per day; 0 for no budget.
     qint64 dailyBudget() const { return m_dailyBudget.value; }
     void setDailyBudget(qint64 value) { change(m_dailyBudget, value); }
     bool quietWhileRecording() const { return m_quietWhileRecording.value; }

@@ -12,8 +12,8 @@ namespace velto {
 
 class Background;
 
-/// Which proxies the desktop wants a request to go through. Finding out may load a script from the network, from a server that
-/// keeps silent, inside the toolkit: so it is done in the background, one at a time. UI thread.
+/// The proxies that the desktop wants a request to go through. Finding out may load a script from the network, from a server that
+/// never answers, inside the toolkit: so it is done in the background, one at a time. UI thread.
 class Proxies final : public QObject {
     Q_OBJECT
 public:
@@ -21,7 +21,7 @@ public:
     using Done = std::function<void(std::optional<QList<QNetworkProxy>>)>;
 
     explicit Proxies(Background &background, Find find = &QNetworkProxyFactory::systemProxyForQuery);
-    /// Answers all that still wait with nothing.
+    /// Answers all that are still waiting with nothing.
     ~Proxies() override;
 
     /// `done` runs once: with the proxies in the order in which they are to be tried, or with nothing after the limit.

@@ -8,7 +8,7 @@ namespace velto {
 /// What a function that can fail returns: a value, or the error in its place.
 template <typename Value, typename Error> class Result {
 public:
-    /// An error that says nothing, until something is assigned.
+    /// An empty error, until something is assigned.
     Result()
         : m_either(std::in_place_index<1>)
     {
@@ -23,11 +23,11 @@ public:
     }
 
     explicit operator bool() const { return m_either.index() == 0; }
-    /// Only where there is a value.
+    /// Call only if there is a value.
     const Value &operator*() const & { return std::get<0>(m_either); }
     Value &&operator*() && { return std::get<0>(std::move(m_either)); }
     const Value *operator->() const { return &std::get<0>(m_either); }
-    /// Only where there is none.
+    /// Call only if there is none.
     const Error &error() const { return std::get<1>(m_either); }
 
 private:

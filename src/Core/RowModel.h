@@ -7,8 +7,8 @@
 
 namespace velto {
 
-/// A list for views whose rows keep their identity: it takes a whole new list, works out what came, went, moved and changed
-/// by id, and announces no more than that. So an open menu, a hover or the focus survives a new reading. UI thread only.
+/// A list for views whose rows keep their identity: it takes a whole new list, works out what was added, removed, moved and
+/// changed by id, and announces no more than that. So an open menu, a hover or the focus survives a refresh. UI thread only.
 class RowModel final : public QAbstractListModel {
     Q_OBJECT
 public:

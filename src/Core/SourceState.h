@@ -15,10 +15,10 @@ class SourceState {
     Q_PROPERTY(QString fix READ fix FINAL)
 public:
     enum class Kind : int { // QML of Qt 6.4 reads an enum of a gadget as an int, whatever its size
-        Ready, ///< the feed has data that is current
+        Ready, ///< the feed has current data
         Loading, ///< the first read is under way
         Failed, ///< the last read failed; message() says why
-        Unavailable, ///< the feed can't work as things stand; reason() says why, fix() what to do
+        Unavailable, ///< the feed can't work for now; reason() says why, fix() what to do
     };
     Q_ENUM(Kind)
 

@@ -16,7 +16,6 @@ namespace velto {
 namespace {
 
 constexpr auto kKey = "terminalApp"_L1;
-constexpr std::array kAll{TerminalApp::App::Terminal, TerminalApp::App::ITerm, TerminalApp::App::Ghostty, TerminalApp::App::Warp};
 /// Someone who installed another terminal than the one that is always there most likely wants it.
 constexpr std::array kPreferred{TerminalApp::App::ITerm, TerminalApp::App::Ghostty, TerminalApp::App::Warp};
 
@@ -29,21 +28,6 @@ TerminalApp::TerminalApp(Defaults &defaults, Terminals &terminals, const Places 
 {
 }
 
-QString TerminalApp::name(App app)
-{
-    switch (app) {
-    case App::Terminal:
-        return u"Terminal"_s;
-    case App::ITerm:
-        return u"iTerm"_s;
-    case App::Ghostty:
-        return u"Ghostty"_s;
-    case App::Warp:
-        return u"Warp"_s;
-    }
-    Q_UNREACHABLE();
-}
-
 bool TerminalApp::installed(App app) const
 {
     return m_terminals.installed(app);
@@ -53,8 +37,8 @@ TerminalApp::App TerminalApp::current() const
 {
     const QString stored = m_defaults.value(kKey).toString();
     const auto chosen =
-        std::ranges::find_if(kAll, [&](App app) { return Terminals::storedName(app) == stored && installed(app); });
-    if (chosen != kAll.end())
+        std::ranges::find_if(Terminals::kAll, [&](App app) { return Terminals::identifier(app) == stored && installed(app); });
+    if (chosen != Terminals::kAll.end())
         return *chosen;
     const auto found = std::ranges::find_if(kPreferred, [this](App app) { return installed(app); });
     return found == kPreferred.end() ? App::Terminal : *found;
@@ -62,7 +46,7 @@ TerminalApp::App TerminalApp::current() const
 
 void TerminalApp::setCurrent(App app)
 {
-    m_defaults.set(kKey, Terminals::storedName(app));
+    m_defaults.set(kKey, Terminals::identifier(app));
 }
 
 void TerminalApp::launch(const QString &command) const

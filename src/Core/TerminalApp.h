@@ -17,7 +17,7 @@ public:
 
     TerminalApp(Defaults &defaults, Terminals &terminals, const Places &places);
 
-    static QString name(App app);
+    static QString name(App app) { return Terminals::name(app); }
     bool installed(App app) const;
 
     /// The user's choice if it is installed, otherwise the first one found, otherwise Terminal.

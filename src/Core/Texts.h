@@ -14,9 +14,9 @@ QString today(const Clock &clock, int offset);
 QString ago(const QDateTime &date, const QDateTime &now);
 /// A moment's local time in the user's short form, without a date: "14:30", "2:30 PM".
 QString shortTime(const QDateTime &moment);
-/// A count in few characters: "999", "2k", "2.5M".
+/// A count in a few characters: "999", "2k", "2.5M".
 QString compact(qint64 count);
-/// The last line that says something, trimmed and kept to a length that a banner can show; empty if there is none.
+/// The last line that isn't blank, trimmed and cut to a length that a banner can show; empty if there is none.
 QString lastLine(const QString &text);
 /// A path with the home folder written as "~".
 QString withTilde(const QString &path, const QString &home);

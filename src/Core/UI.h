@@ -17,7 +17,7 @@ namespace velto {
 class Clock;
 class Prefs;
 
-/// The state of the panel: open or not, and what pointer, taps and the keyboard do to it. UI thread only.
+/// The state of the panel: whether it is open, and what the pointer, taps and the keyboard do to it. UI thread only.
 class UI : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool expanded READ expanded NOTIFY expandedChanged FINAL)
@@ -42,7 +42,7 @@ public:
     static constexpr double kMostUnfolded = 300;
     /// How long a desktop takes at most to hand over the keyboard.
     static constexpr std::chrono::milliseconds kHandover{1000};
-    /// How often it is looked whether the pointer under which the panel was closed has gone, should its going go unheard.
+    /// How often to check whether the pointer under which the panel was closed has gone, in case its leaving goes unheard.
     static constexpr std::chrono::milliseconds kLook{1000};
 
     UI(Clock &clock, const Prefs &prefs, QObject *parent = nullptr);
@@ -68,7 +68,7 @@ public:
     /// The size of the camera housing, or of what stands for it.
     QSizeF velto() const { return m_velto; }
     void setVelto(QSizeF size);
-    /// The size of the display, which nothing of ours outgrows.
+    /// The size of the display, which nothing of ours exceeds.
     QSizeF room() const { return m_room; }
     void setRoom(QSizeF room);
     /// The desktop was asked for the keyboard and hasn't given it to the open panel: what the user types goes elsewhere.
@@ -85,9 +85,9 @@ public:
     std::function<bool()> unfinished;
     /// Whether a question is on show. Who comes to answer it may pass over the strip row.
     std::function<bool()> asking;
-    /// Whether the pointer is over the strip row in truth. What the window hears of it is late while its size changes.
+    /// Whether the pointer is really over the strip row. What the window hears of it is late while its size changes.
     std::function<bool()> pointerOnStrip;
-    /// Where the pointer is in truth, in the window's coordinates; nothing if that can't be told.
+    /// Where the pointer really is, in the window's coordinates; nothing if that can't be determined.
     std::function<std::optional<QPoint>()> pointer;
     Q_INVOKABLE void sheetOpened() { ++m_sheets; }
     Q_INVOKABLE void sheetClosed() { --m_sheets; }
@@ -97,7 +97,8 @@ public:
     bool pointerInside() const { return m_pointerInside; }
     /// The pointer came to the window or left it.
     Q_INVOKABLE void pointerChanged(bool inside);
-    /// The pointer came to the strip row itself. One that was there when the panel closed, or a question left, hasn't come.
+    /// The pointer came to the strip row itself. One that was already there when the panel closed or a question left doesn't
+    /// count.
     Q_INVOKABLE void stripEntered();
     /// The strip was pressed.
     Q_INVOKABLE void tapped();
@@ -111,9 +112,9 @@ public:
     /// The user asked for the menu. The panel stays as it is until the menu closes; under the strip the black makes room for it.
     Q_INVOKABLE void askForMenu();
     Q_INVOKABLE void closeMenu();
-    /// Closes the menu and does what stands at this place.
+    /// Closes the menu and runs the item at this index.
     Q_INVOKABLE void chooseFromMenu(int index);
-    /// Does what this key stands for in the menu; false if it stands for nothing.
+    /// Runs the menu item that has this key; false if there is none.
     Q_INVOKABLE bool pressMenuKey(int key, int modifiers);
     bool menuOpen() const { return m_menuOpen; }
     /// The room that the menu takes under the strip; 0 without one.
@@ -121,7 +122,7 @@ public:
     void setMenuHeight(double height);
     /// The user asked for the settings window.
     Q_INVOKABLE void askForSettings() { Q_EMIT settingsWanted(); }
-    /// Somebody is about to type in the panel, which may have been opened without the keyboard.
+    /// The user is about to type in the panel, which may have been opened without the keyboard.
     Q_INVOKABLE void askForKeyboard() { Q_EMIT keyboardWanted(); }
     /// The window lost the keyboard, or the user pressed somewhere else.
     void focusLost();

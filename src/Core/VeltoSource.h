@@ -5,14 +5,13 @@
 #include <QObject>
 #include <QString>
 #include <QUrl>
-#include <functional>
 
 namespace velto {
 
 struct Peek;
 
 /// The object behind one tab. Lives on the UI thread; announces every change of what it publishes with changed(), and
-/// nothing else: a refresh that finds the same world is silent.
+/// nothing else: a refresh that finds nothing new is silent.
 class VeltoSource : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString title READ title CONSTANT FINAL)
@@ -30,21 +29,20 @@ public:
     virtual QUrl makeView() const = 0;
     /// Another store has changed, or the user's choices: for a tab that shows what the others know.
     virtual void worldChanged() { }
-    /// A key of the open panel that neither the panel itself nor a field being typed in has a use for. Each visible tab is asked,
+    /// A key of the open panel that neither the panel itself nor a text field with the focus uses. Each visible tab is asked,
     /// the one that is `onShow` and the others, until one takes it and returns true. Return and Enter are both Qt::Key_Return.
     virtual bool takeKey(QKeyCombination /*key*/, bool /*onShow*/) { return false; }
-    /// Something is being written here: the panel doesn't close by itself.
+    /// Something is being typed here: the panel doesn't close by itself.
     virtual bool unfinished() const { return false; }
 
 Q_SIGNALS:
     void changed();
     /// The user wants to go on in another tab.
     void tabWanted(velto::Tab tab);
-    /// The user has changed what there is to read: every store is to read again.
+    /// The user has changed what there is to read: every store should read again.
     void refreshWanted();
+    /// There is news for the user.
+    void peekWanted(const velto::Peek &peek);
 };
-
-/// How a source raises a Peek; set by the Hub.
-using OnPeek = std::function<void(Peek)>;
 
 } // namespace velto

@@ -4,7 +4,7 @@
 
 namespace velto {
 
-/// The texts of functions that belong to no class: Words::tr("…"). What an entry of a catalogue is for is told by its text alone.
+/// The texts of functions that belong to no class: Words::tr("…"). A catalogue finds its entry by the text alone.
 class Words {
     Q_DECLARE_TR_FUNCTIONS(velto::Words)
 };

@@ -4,7 +4,7 @@
 
 namespace velto {
 
-/// Why a reader of a service gave up, in words for the user. Thrown inside coroutines and caught there; never holds a token.
+/// Why reading from a service failed, in words for the user. Thrown inside coroutines and caught there; never holds a token.
 struct WorkError {
     QString errorDescription;
 };

@@ -2,8 +2,9 @@
 
 namespace velto {
 
-/// Has screen readers told what the toolkit leaves out of what can be pressed: that it is greyed out. And a control that is greyed,
-/// or that lies under a dialog, takes no action from them. To be called before QML makes any item; more often does no harm.
+/// Tells screen readers what the toolkit leaves out about what can be pressed: that it is disabled. And a control that is
+/// disabled, or lies under a dialog, takes no action from them. To be called before QML makes any item; calling it again does no
+/// harm.
 void tellWhatIsGreyed();
 
 } // namespace velto

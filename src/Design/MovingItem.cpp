@@ -68,7 +68,7 @@ bool MovingItem::mayMove() const
 void MovingItem::follow()
 {
     const bool moves = wantsToMove() && mayMove();
-    if (moves == isMoving())
+    if (moves == bool(m_timer))
         return;
     m_elapsed = 0;
     if (moves) {

@@ -22,10 +22,8 @@ public:
     /// A step every `interval` milliseconds.
     explicit MovingItem(int interval, QQuickItem *parent = nullptr);
 
-    bool isMoving() const { return m_timer != nullptr; }
-
 protected:
-    /// Whether the item would move if nothing else speaks against it. Call follow() when this changes.
+    /// Whether the item should move if nothing else prevents it. Call follow() when this changes.
     virtual bool wantsToMove() const = 0;
     void follow();
     /// Milliseconds of motion so far, counted in steps; 0 whenever it stands still.

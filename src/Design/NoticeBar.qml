@@ -16,7 +16,7 @@ Rectangle {
     implicitHeight: Math.max(32, words.height + 14)
     radius: Theme.radiusRow
     color: Theme.at(root.tint, 0.1)
-    Accessible.role: Accessible.AlertMessage
+    Accessible.role: Accessible.Notification
     Accessible.name: root.text
 
     onVisibleChanged: {

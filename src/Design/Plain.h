@@ -8,7 +8,7 @@
 
 namespace velto {
 
-/// Text from outside as views may show it, on one line or on several; PlainText uses it, and whatever names a control to a screen
+/// Text from outside as views may show it, on one line or several; used by PlainText, and by whatever names a control to a screen
 /// reader.
 class Plain : public QObject {
     Q_OBJECT

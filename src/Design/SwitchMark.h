@@ -7,7 +7,7 @@
 namespace velto {
 
 /// The track of a switch and its thumb, as large as the item. Drawn by hand: at a scale such as 150 % two of the scene graph's
-/// round rectangles, one in the other, come out uneven.
+/// rounded rectangles, one inside the other, come out uneven.
 class SwitchMark : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT

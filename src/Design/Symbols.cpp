@@ -2,8 +2,6 @@
 
 #include <QFile>
 #include <QFontDatabase>
-#include <QPainter>
-#include <QtMath>
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -54,26 +52,6 @@ QString symbolFamily()
 {
     static const QString family = loadFont();
     return family;
-}
-
-QImage symbolImage(QStringView name, int size, const QColor &color, qreal devicePixelRatio)
-{
-    const QString glyph = symbolGlyph(name);
-    if (glyph.isEmpty() || size <= 0)
-        return {};
-    const int pixels = qCeil(size * devicePixelRatio);
-    QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QFont font(symbolFamily());
-    font.setPixelSize(pixels);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::TextAntialiasing);
-    painter.setFont(font);
-    painter.setPen(color);
-    painter.drawText(image.rect(), Qt::AlignCenter, glyph);
-    painter.end();
-    image.setDevicePixelRatio(devicePixelRatio);
-    return image;
 }
 
 } // namespace velto

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QColor>
-#include <QImage>
 #include <QLatin1StringView>
 #include <QString>
 #include <QStringView>
@@ -23,9 +21,5 @@ QString symbolGlyph(QStringView name);
 
 /// The family of the symbol font. Loads it on the first call, which needs a QGuiApplication; empty if that failed.
 QString symbolFamily();
-
-/// The symbol as a picture of `size` logical pixels square, for places that take no text, such as a tray icon. Null for an
-/// unknown name.
-QImage symbolImage(QStringView name, int size, const QColor &color, qreal devicePixelRatio = 1);
 
 } // namespace velto

@@ -7,11 +7,11 @@ class QQuickWindow;
 
 namespace velto {
 
-/// What keeps the keyboard and the pointer to itself in this window: the last that is open of those with a true property
+/// The item that keeps the keyboard and the pointer to itself in this window: the last open one with a true property
 /// `trapsFocus`. Null if there is none.
 QQuickItem *openTrap(const QQuickWindow &window);
 
-/// Tab and Shift-Tab go through a window's controls as they stand, row by row: the toolkit's own order is that of their making,
+/// Tab and Shift-Tab go through a window's controls as they are laid out, row by row: the toolkit goes by their creation,
 /// which a scrolling list shuffles. What has a true property `comesFirst` comes before the rest; what has a true property
 /// `staysTogether` is gone through before what stands beside it. While something with a true property `trapsFocus` is open they
 /// stay inside it. UI thread only.

@@ -59,9 +59,9 @@ class Theme : public QObject {
     Q_PROPERTY(int radiusRow MEMBER kRadiusRow CONSTANT FINAL)
     Q_PROPERTY(int radiusControl MEMBER kRadiusControl CONSTANT FINAL)
     Q_PROPERTY(int paddingCard MEMBER kPaddingCard CONSTANT FINAL)
-    /// The height of a field, a segmented control and whatever stands in a row with them.
+    /// The height of a field, a segmented control and whatever shares a row with them.
     Q_PROPERTY(int controlHeight READ controlHeight NOTIFY textScaleChanged FINAL)
-    /// How much larger than drawn letters and symbols are, and with them rows and controls: 1 to 2.
+    /// The scale of letters and symbols, and with them of rows and controls: 1 to 2.
     Q_PROPERTY(double textScale READ textScale WRITE setTextScale NOTIFY textScaleChanged FINAL)
     Q_PROPERTY(int gap MEMBER kGap CONSTANT FINAL)
     Q_PROPERTY(int gapTight MEMBER kGapTight CONSTANT FINAL)
@@ -161,7 +161,7 @@ public:
     /// Whether the desktop asks for less motion.
     bool reducedMotion() const { return m_reducedMotion; }
     void setReducedMotion(bool reduced);
-    /// Whether something came up under a pointer that hasn't moved since: what is under it doesn't light up, and says no help.
+    /// Whether something appeared under a pointer that hasn't moved since: what is under it doesn't light up or show help.
     bool pointerRests() const { return m_pointerRests; }
     void setPointerRests(bool rests);
     /// Whether the views are drawn into a picture: plain fills stand in for glass, and nothing moves.
@@ -179,7 +179,7 @@ public:
     /// The colour of a text: `color`, lightened as far as it takes to be read at 4.5 to 1 (WCAG 2, AA) on the lightest ground
     /// that a text can come to stand on, tinted with `fill` of the colour itself. Symbols and fills keep their colours.
     Q_INVOKABLE static QColor ink(const QColor &color, qreal fill = 0);
-    /// A colour at the given opacity, times what opacity it has itself.
+    /// A colour at the given opacity, multiplied by its own.
     Q_INVOKABLE QColor at(const QColor &color, qreal opacity) const;
 
 Q_SIGNALS:

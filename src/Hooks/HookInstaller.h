@@ -33,10 +33,10 @@ public:
     /// What install() adds, as text to agree to.
     QString preview() const;
 
-    /// The commands go past the proxy. To begin with as those do that stand in the file.
+    /// Whether the commands bypass the proxy. Initially as the commands in the file do.
     bool goesPastProxy() const { return m_pastProxy; }
     void setGoesPastProxy(bool on) { m_pastProxy = on; }
-    /// The command that tells of events.
+    /// The command that reports events.
     QString eventCommand(bool pastProxy) const;
 
 private:
@@ -46,7 +46,7 @@ private:
     std::optional<QString> edit(Change change);
     Outcome attempt(Change change, QString &copy, QString &problem);
     std::optional<QString> backUp(const QByteArray &bytes, QString &copy);
-    /// The file's bytes; nothing if they can't be had or aren't text.
+    /// The file's bytes; nothing if they can't be read or aren't text.
     std::optional<QByteArray> text() const;
 
     Files &m_files;

@@ -263,28 +263,23 @@ void HookListener::deliver()
 {
     const QPointer<HookListener> self(this);
     auto news = m_link->take();
-    if (const auto call = onCall; call && (!news.arrivals.empty() || news.knocked))
-        call();
+    if (!news.arrivals.empty() || news.knocked)
+        Q_EMIT called();
     if (!self)
         return;
     for (auto &[event, question] : news.arrivals) {
         event.at = m_clock.wallTime();
-        // What is called may be set anew or destroy the listener, which answers what is left.
-        if (!question) {
-            if (const auto call = onEvent)
-                call(event);
-        } else if (const auto call = onPermission) {
-            auto reply = std::make_shared<Question>(m_link, *question);
-            call(event, *question, [reply = std::move(reply)](std::optional<bool> decision) { return reply->answer(decision); });
+        if (question) {
+            const auto reply = std::make_shared<Question>(m_link, *question);
+            Q_EMIT asked(event, *question, [reply](std::optional<bool> decision) { return reply->answer(decision); });
         } else {
-            m_link->answer(*question, std::nullopt);
+            Q_EMIT told(event);
         }
         if (!self)
             return;
     }
     for (const auto question : news.withdrawn) {
-        if (const auto call = onWithdrawn)
-            call(question);
+        Q_EMIT withdrawn(question);
         if (!self)
             return;
     }

@@ -19,9 +19,9 @@ class HookListener : public QObject {
     Q_OBJECT
 public:
     static constexpr quint16 kPort = 4747;
-    /// A question's name while its asker waits; never used again.
+    /// Identifies a question while its asker waits; never reused.
     using QuestionId = quint64;
-    /// False if the asker waits no longer.
+    /// Returns false if the asker no longer waits.
     using Reply = std::function<bool(std::optional<bool>)>;
 
     /// `port` is for tests; 0 lets the system choose.
@@ -29,23 +29,23 @@ public:
                  QObject *parent = nullptr);
     ~HookListener() override;
 
-    /// Events that nobody waits for. Called on the UI thread.
-    std::function<void(const HookEvent &)> onEvent;
-    /// A question: the sender waits until the reply is called, with an answer or with nothing. Only the first call counts, and
-    /// a reply that is thrown away uncalled is no decision. It may be called after the listener is gone. UI thread.
-    std::function<void(const HookEvent &, QuestionId, Reply)> onPermission;
-    /// A call has come that knows the secret, whatever it says; once for all that come together. UI thread.
-    std::function<void()> onCall;
-    /// The asker of a question that onPermission was given and that has no reply yet is gone. UI thread.
-    std::function<void(QuestionId)> onWithdrawn;
-
-    /// May be called again where the port couldn't be had.
+    /// May be called again if the port was taken.
     void start();
     bool running() const { return m_running; }
     quint16 port() const;
     quint16 wantedPort() const { return m_wantedPort; }
 
 Q_SIGNALS:
+    // On the UI thread. A slot may destroy the listener, which answers what is left.
+    /// An event that nobody waits for.
+    void told(const velto::HookEvent &event);
+    /// A question: the sender waits until the reply is called, with an answer or with nothing. Only the first call counts, and
+    /// a reply that is dropped uncalled means no decision. It may be called after the listener is gone.
+    void asked(const velto::HookEvent &event, velto::HookListener::QuestionId id, const velto::HookListener::Reply &reply);
+    /// The asker of a question that has no reply yet is gone.
+    void withdrawn(velto::HookListener::QuestionId id);
+    /// A call with the right secret has come, whatever it says; once for all that come together.
+    void called();
     void runningChanged();
 
 private:

@@ -25,16 +25,16 @@ public:
 
     explicit HookRequest(QByteArray token);
 
-    /// Takes the next bytes; `finished` says that none will follow. Once it answered anything but More, that stays the answer.
+    /// Takes the next bytes; `finished` says that none will follow. Once the answer is anything but More, it stays that.
     State feed(QByteArrayView bytes, bool finished);
 
     State state() const { return m_state; }
     Path path() const { return m_path; }
-    /// All that came after the header, also if it is more or less than was announced. Good until the next feed() or release().
+    /// All that came after the header, even if it is more or less than was announced. Good until the next feed() or release().
     QByteArrayView body() const { return QByteArrayView(m_buffer).sliced(m_bodyStart); }
     /// The sender announced less than it sent, or was judged early: more may be on its way.
     bool mayHaveMore() const;
-    /// Gives the memory back.
+    /// Frees the memory.
     void release();
 
 private:

@@ -37,10 +37,7 @@ HookRoad::HookRoad(Needs needs, QObject *parent)
     , m_needs(needs)
 {
     if (m_needs.listener)
-        m_needs.listener->onCall = [self = QPointer(this)] {
-            if (self)
-                self->heard();
-        };
+        connect(m_needs.listener, &HookListener::called, this, &HookRoad::heard);
 }
 
 SourceState HookRoad::state() const

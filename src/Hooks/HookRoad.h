@@ -25,32 +25,31 @@ public:
         ToolRunner &tools;
         const Machine &machine;
         HookInstaller &installer;
-        HookListener *listener; ///< null: then nothing is heard, and that is no trouble
+        HookListener *listener; ///< may be null: then nothing is heard, and that isn't a failure
     };
-    /// So many turns in a row that end without a call are no accident: one that the user breaks off makes none.
+    /// This many turns in a row without a call are no accident. One alone may be: a turn that the user interrupts makes none.
     static constexpr int kSilentTurns = 3;
 
     explicit HookRoad(Needs needs, QObject *parent = nullptr);
 
     /// `failed` with a sentence for the user while calls don't arrive, as far as is known.
     SourceState state() const;
-    bool proving() const { return m_proving; }
 
     /// Listens; if the port is taken, finds out by whom, and tries again when that program ends.
     void listen();
     /// Runs the event command once, with an empty body, in the user's login shell, as it stands or as it would stand in Claude
-    /// Code's settings, and sees whether it arrives. If only a command that goes past the proxy does, the installer is told.
+    /// Code's settings, and sees whether it arrives. If only a command that bypasses the proxy does, the installer is told.
     void prove();
-    /// Whatever may be wrong, once more.
+    /// Tries again whatever failed.
     void tryAgain();
-    /// A turn of a session is over that began at that time.
+    /// A turn of a session that began at that time is over.
     void turnEnded(Instant began);
-    /// Nothing is installed that could call.
+    /// Nothing that could call is installed any longer.
     void forget();
 
 Q_SIGNALS:
     void changed();
-    /// Commands that go past the proxy are needed, or aren't.
+    /// Whether the commands must bypass the proxy has changed.
     void formChanged();
 
 private:
@@ -64,7 +63,7 @@ private:
     Needs m_needs;
     std::optional<PortHolder> m_holder;
     Proof m_proof = Proof::None;
-    QString m_tried; ///< what was, in vain
+    QString m_tried; ///< what was tried in vain
     bool m_proving = false;
     int m_calls = 0;
     std::optional<Instant> m_lastCall;
@@ -72,7 +71,7 @@ private:
     TimerHandle m_arrival;
 };
 
-/// The command line that runs `command` as the user's terminal would: with what their shell's start files say. `shell` is the
+/// The command line that runs `command` as the user's terminal would, with their shell's start files read. `shell` is the
 /// path of the login shell.
 QStringList inLoginShell(const QString &shell, const QString &command);
 

@@ -19,13 +19,13 @@ struct SettingsHook {
 /// The new bytes of the settings, or one sentence about what is wrong with the old ones.
 using SettingsText = std::variant<QByteArray, QString>;
 
-/// Edits of Claude Code's settings.json, bytes in and bytes out (https://code.claude.com/docs/en/hooks tells its shape).
-/// Pure and total: any bytes give one of the two. The result is laid out as Claude Code lays it out; keys keep their order, also
+/// Edits of Claude Code's settings.json, bytes in and bytes out (its shape: https://code.claude.com/docs/en/hooks).
+/// Pure and total: any input gives one of the two. The result is laid out as Claude Code lays it out; keys keep their order, also
 /// where one stands twice, and numbers their spelling. A group of hooks is ours if one of its commands holds `marker`.
 
 /// Takes our groups out of each hook's event, and puts one for the hook behind what stands there.
 SettingsText withHooks(QByteArrayView settings, const std::vector<SettingsHook> &hooks, QByteArrayView marker);
-/// Takes our groups out of each hook's event, and what is empty then with them.
+/// Takes our groups out of each hook's event, and whatever is empty as a result.
 SettingsText withoutHooks(QByteArrayView settings, const std::vector<SettingsHook> &hooks, QByteArrayView marker);
 
 } // namespace velto

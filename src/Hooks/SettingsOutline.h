@@ -9,8 +9,8 @@
 namespace velto {
 
 /// Claude Code's settings, opened up as far as an edit of the hooks needs it: the object at the top, the object under "hooks",
-/// and the lists of groups in that. Everything else is kept as the text that it is printed as. Big files thus cost little more
-/// than their own size.
+/// and the lists of groups in that. Everything else is kept as the text that it is printed as. Big files therefore cost little
+/// more than their own size.
 struct SettingsNode {
     enum class Kind : quint8 { Text, Object, Array };
 
@@ -25,7 +25,7 @@ std::variant<SettingsNode, QString> outlineOf(QByteArrayView json);
 
 /// What a parser takes that refuses the first half of a surrogate pair where it stands alone; printing gives the escape back.
 QByteArray withHalvesAsBytes(QByteArrayView json);
-/// Two blanks a level, and text as JSON.stringify of JavaScript writes it.
+/// Two spaces per level, and text as JavaScript's JSON.stringify writes it.
 QByteArray printed(const SettingsNode &root);
 void appendQuoted(QByteArray &out, QByteArrayView text);
 

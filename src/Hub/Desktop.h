@@ -23,7 +23,7 @@ class VideoPlayer;
 class Workspace;
 struct Places;
 
-/// What the stores need of the machine that they run on. All of it outlives them.
+/// What the stores need from the machine they run on. All of it outlives them.
 struct Desktop {
     Clock &clock;
     Background &background;

@@ -32,17 +32,10 @@ Hub::Hub(const Needs &needs, QObject *parent)
                  {Tab::Agents, &needs.agents},
                  {Tab::Quillbox, &needs.quillbox},
                  {Tab::Connect, &needs.connect}})
-    , m_lastTabs(tabs())
     , m_updated(needs.clock.wallTime())
 {
     followSources();
     m_needs.agents.setOtherMac(m_needs.quillbox.otherMacRows());
-    const auto raise = [this](Peek peek) { show(std::move(peek)); };
-    m_needs.quillbox.onPeek = raise;
-    m_needs.agents.onPeek = raise;
-    m_needs.agents.onWithdraw = [this](const QUuid &question) { m_peeks.withdraw(question); };
-    m_needs.agents.onRetract = [this](Peek::News news, const QSet<QString> &sessions) { m_peeks.retract(news, sessions); };
-    m_needs.everyday.onPeek = raise;
     m_needs.everyday.waitingAgents = [this] {
         return m_needs.prefs.isOn(Prefs::Module::Agents) ? m_needs.agents.waitingCount() : 0;
     };
@@ -55,13 +48,7 @@ Hub::Hub(const Needs &needs, QObject *parent)
 
 Hub::~Hub()
 {
-    // The sources outlive the Hub.
-    m_needs.quillbox.onPeek = {};
-    m_needs.agents.onPeek = {};
-    m_needs.agents.onWithdraw = {};
-    m_needs.agents.onRetract = {};
-    m_needs.everyday.onPeek = {};
-    m_needs.everyday.waitingAgents = {};
+    m_needs.everyday.waitingAgents = [] { return 0; }; // it outlives the Hub
 }
 
 void Hub::followSources()
@@ -73,7 +60,11 @@ void Hub::followSources()
     for (const auto &[tab, source] : m_sources) {
         connect(source, &VeltoSource::tabWanted, this, &Hub::open);
         connect(source, &VeltoSource::refreshWanted, this, [this] { refresh(true); });
+        connect(source, &VeltoSource::peekWanted, this, &Hub::show);
     }
+    connect(&m_needs.everyday, &EverydaySource::peekWanted, this, &Hub::show);
+    connect(&m_needs.agents, &AgentsSource::peekWithdrawn, &m_peeks, &PeekQueue::withdraw);
+    connect(&m_needs.agents, &AgentsSource::peeksRetracted, &m_peeks, &PeekQueue::retract);
     for (const VeltoSource *source : std::initializer_list<VeltoSource *>{&m_needs.todos, &m_needs.agents, &m_needs.quillbox})
         connect(source, &VeltoSource::changed, this, &Hub::sourceChanged);
     connect(&m_needs.signalsSource, &SignalsSource::changed, this, &Hub::sourceChanged);
@@ -158,12 +149,7 @@ void Hub::select(Tab tab)
 
 void Hub::fixSelection()
 {
-    const QList<Tab> visible = tabs();
-    if (visible != m_lastTabs) {
-        m_lastTabs = visible;
-        Q_EMIT tabsChanged();
-    }
-    if (!visible.contains(m_selected))
+    if (const QList<Tab> visible = tabs(); !visible.contains(m_selected))
         select(visible.value(0, Tab::Home));
 }
 

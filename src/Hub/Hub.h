@@ -27,7 +27,7 @@ class TodosSource;
 class WorkSource;
 class Workspace;
 
-/// The one store that the whole presentation looks at: it stands above the sources, decides which tabs exist, refreshes on a
+/// The one store that the whole presentation observes: it stands above the sources, decides which tabs exist, refreshes on a
 /// fixed schedule, forwards every change of a source as a change of its own, knows whether a screen is being recorded, and holds
 /// the queue of Peeks. UI thread only; has no failures of its own.
 class Hub : public QObject {
@@ -36,7 +36,7 @@ class Hub : public QObject {
     Q_PROPERTY(QDateTime updated READ updated NOTIFY updatedChanged FINAL)
     Q_PROPERTY(bool recording READ recording NOTIFY recordingChanged FINAL)
 public:
-    /// What the Hub leans on; all of it outlives the Hub.
+    /// What the Hub uses; all of it outlives the Hub.
     struct Needs {
         Clock &clock;
         Accessibility &accessibility;
@@ -68,9 +68,9 @@ public:
 
     /// Selects a tab if it is visible, and the first one otherwise.
     Q_INVOKABLE void open(velto::Tab tab);
-    /// Offers a key of the open panel to the visible tabs. True if one has taken it.
+    /// Offers a key of the open panel to the visible tabs. True if one of them used it.
     bool takeKey(QKeyCombination key);
-    /// Something is being written in a visible tab.
+    /// Something is being typed in a visible tab.
     bool unfinished() const;
     /// Asks every source to read again; returns at once. `force` overrides the sources that keep longer intervals of their own.
     Q_INVOKABLE void refresh(bool force);
@@ -92,12 +92,11 @@ public:
 Q_SIGNALS:
     /// Something that the Hub or one of its sources publishes has changed.
     void changed();
-    void tabsChanged();
     void selectedChanged();
     void updatedChanged();
     void peekChanged();
     void recordingChanged();
-    /// The panel is to open, with the keyboard.
+    /// The panel should open, with the keyboard.
     void panelWanted();
 
 private:
@@ -110,7 +109,6 @@ private:
     Needs m_needs;
     PeekQueue m_peeks;
     std::map<Tab, VeltoSource *> m_sources;
-    QList<Tab> m_lastTabs;
     Tab m_selected = Tab::Home;
     QDateTime m_updated;
     bool m_recording = false;

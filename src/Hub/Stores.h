@@ -22,7 +22,7 @@ namespace velto {
 
 class HookListener;
 
-/// Every store, in the order in which they lean on each other. UI thread only.
+/// Every store, in the order in which they depend on each other. UI thread only.
 class Stores {
 public:
     /// `listener` may be null: then no hook is heard. `selection` decides whether there is a memory hub.

@@ -5,7 +5,7 @@
 
 namespace velto {
 
-/// What the user has asked of the desktop to see and hear better. UI thread only; answers come from memory.
+/// What the user has set the desktop to do so as to see and hear better. UI thread only; answers come from memory.
 class Accessibility : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool screenReaderOn READ screenReaderOn NOTIFY changed FINAL)
@@ -15,11 +15,11 @@ public:
 
     virtual bool screenReaderOn() const = 0;
     virtual bool reducedMotion() const = 0;
-    /// How much larger than usual the user wants letters to be: 1 to 2.
+    /// The text scale that the user chose, 1 to 2.
     virtual double textScale() const { return 1; }
-    /// Whether the desktop is to show everything with strong edges.
+    /// Whether the user wants everything with strong edges.
     virtual bool highContrast() const { return false; }
-    /// Has the screen reader say `text` now, ahead of what it is saying.
+    /// Has the screen reader say `text` now, interrupting what it is saying.
     virtual void announce(const QString &text) = 0;
 
 Q_SIGNALS:

@@ -10,14 +10,14 @@ class Appearance : public QObject {
 public:
     using QObject::QObject;
 
-    /// Begins to follow the desktop, if it doesn't yet; the application's font is set now and whenever the user changes it.
-    /// Called before the first ordinary window; the strip has a look of its own.
+    /// Starts to follow the desktop, if it hasn't yet; sets the application's font now and whenever the user changes it.
+    /// Called before the first ordinary window; the strip has its own look.
     virtual void follow() = 0;
     /// Whether the user asked for dark windows, where the toolkit doesn't know by itself.
     virtual bool dark() const = 0;
 
 Q_SIGNALS:
-    /// Of what dark() says, or of the application's font.
+    /// dark() or the application's font has changed.
     void changed();
 };
 

@@ -1,5 +1,7 @@
 #include "Platform/Applications.h"
 
+#include "Platform/Terminals.h"
+
 #include <algorithm>
 #include <array>
 
@@ -14,9 +16,6 @@ constexpr std::array kRecorders{
     "net.telestream.screenflow11"_L1, "com.loom.desktop"_L1,         "fm.riverside.desktop"_L1,
     "com.cleanshot.recorder"_L1,      "com.ecamm.EcammLive"_L1,      "com.descript.beachcube"_L1,
 };
-
-constexpr std::array kTerminals{"com.apple.Terminal"_L1, "com.googlecode.iterm2"_L1, "com.mitchellh.ghostty"_L1,
-                                "dev.warp.Warp-Stable"_L1};
 
 } // namespace
 
@@ -34,7 +33,7 @@ bool Applications::lockerRuns() const
 bool Applications::terminalInFront() const
 {
     const QString front = frontmost();
-    return std::ranges::any_of(kTerminals, [&front](QLatin1StringView terminal) { return front == terminal; })
+    return std::ranges::any_of(Terminals::kAll, [&front](Terminals::App app) { return front == Terminals::identifier(app); })
         || front.contains("Code"_L1) || front.contains("cursor"_L1);
 }
 

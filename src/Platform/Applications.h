@@ -21,17 +21,17 @@ public:
     bool recorderRuns() const;
     /// A program has the user's screen locked.
     bool lockerRuns() const;
-    /// What has the user's keyboard is a terminal, or an editor with one in it.
+    /// The application with the keyboard focus is a terminal, or an editor that has one built in.
     bool terminalInFront() const;
 
     virtual QStringList running() const = 0;
-    /// The application that has the user's keyboard; empty if that can't be told.
+    /// The application with the keyboard focus; empty if that can't be determined.
     virtual QString frontmost() const = 0;
-    /// Whether frontmost() can be told for all applications.
+    /// Whether frontmost() can be determined for every application.
     virtual Support support() const { return {}; }
 
 Q_SIGNALS:
-    /// Some application was launched or ended.
+    /// An application started or ended.
     void runningChanged();
     void frontmostChanged();
 };

@@ -10,7 +10,7 @@
 
 namespace velto {
 
-/// A pool of threads for slow work: outside tools, files, parsing.
+/// A thread pool for slow work: outside tools, files, parsing.
 class Background {
 public:
     Background() = default;

@@ -18,17 +18,17 @@ public:
     Clipboard &operator=(const Clipboard &) = delete;
     virtual ~Clipboard() = default;
 
-    /// Goes up by at least one with every copy, by whatever program. Costs no round trip to the display.
+    /// Grows with every copy that any program makes. Costs no round trip to the display.
     virtual int changeCount() const = 0;
-    /// The text, from the program that holds it. Waits for that program: for what the user asks for, not for looking.
+    /// The text, from the program that owns it. Waits for that program, so use it for what the user asked for, not to peek.
     virtual QString text() const = 0;
     /// The same without waiting. `done` runs on the UI thread, unless `context` is gone by then, and may run before read()
     /// returns; with nothing if there is no text, if it is longer than `longest` bytes, if it is marked as a secret, and if
-    /// another read() began meanwhile. If the program that holds it keeps silent, it runs with nothing after a few seconds, and
+    /// another read() began meanwhile. If the program that owns it stays silent, it runs with nothing after a few seconds, and
     /// again should the text come later.
     virtual void read(int longest, QObject *context, std::function<void(std::optional<QString>)> done) = 0;
     virtual void setText(const QString &text) = 0;
-    /// Whether copies of all programs are noticed.
+    /// Whether copies made by every program are noticed.
     virtual Support support() const { return {}; }
 };
 

@@ -6,7 +6,7 @@
 namespace velto {
 
 /// The user's settings, by key. Types survive: a bool comes back as a bool, an integer as an integer (qlonglong), a real as a
-/// double, a list of text as QStringList, a date as QDateTime. A write is on the disk soon after. UI thread only.
+/// double, a list of text as QStringList, a date as QDateTime. A write reaches the disk shortly afterwards. UI thread only.
 class Defaults {
 public:
     Defaults() = default;

@@ -30,7 +30,7 @@ public:
     virtual QList<Display> all() const = 0;
 
 Q_SIGNALS:
-    /// A display came, went, moved, changed its size, its scale or its work area.
+    /// A display was added, removed or moved, or its size, scale or work area changed.
     void changed();
 };
 

@@ -35,8 +35,8 @@ public:
     FileTree &operator=(const FileTree &) = delete;
     virtual ~FileTree() = default;
 
-    /// Tells `found` of each file below `folder`, at any depth and in any order, whose name is something followed by `suffix`.
-    /// Links to files are followed, links to folders below `folder` are not. What can't be read is passed over.
+    /// Calls `found` for each file below `folder`, at any depth and in any order, whose name is something followed by `suffix`.
+    /// Links to files are followed, links to folders below `folder` are not. What can't be read is skipped.
     virtual void each(const QString &folder, std::string_view suffix,
                       const std::function<void(const TreeFile &)> &found) const = 0;
 

@@ -12,9 +12,9 @@ namespace velto {
 class Background;
 class Clock;
 
-/// Brings the newest state of a few files to the disk, away from the UI thread: one write after the other, in the order in which
-/// they were asked for. A state that is overtaken before its turn isn't written. What can't be written is tried again with
-/// growing pauses, as soon as another file could be written, when somebody asks for it, and once more at the end. UI thread.
+/// Writes the newest state of a few files to the disk, off the UI thread: one write after the other, in the order in which
+/// they were asked for. A state that is superseded before its turn isn't written. A failed write is tried again with
+/// growing pauses, as soon as another file could be written, on request, and once more at the end. UI thread.
 class FileWriter : public QObject {
     Q_OBJECT
 public:
@@ -31,30 +31,30 @@ public:
 
     Background &lane() { return m_lane; }
 
-    /// Takes the place of what waits for the same file. `saved` is called on the UI thread once this state is on the disk, unless
+    /// Replaces what waits for the same file. `saved` is called on the UI thread once this state is on the disk, unless
     /// `context` is gone by then or a newer state took its place.
     void write(const QString &path, Write write, QObject *context = nullptr, std::function<void()> saved = {});
-    /// The newest state of this file is on the disk.
+    /// Whether the newest state of this file is on the disk.
     bool isSaved(const QString &path) const;
     /// Why it isn't, in one sentence; empty while it is, or is about to be.
     QString problem(const QString &path) const;
     /// The same for all files.
     QStringList problems() const;
-    /// Tries at once what has failed: the user asks for it, or is back, or space may have come back.
+    /// Retries at once what has failed: the user asked for it or is back, or there may be space again.
     void tryAgain();
-    /// The program ends: waits for the write under way and tries everything else once more, for `limit` at most. Gives what
-    /// couldn't be saved, a sentence each.
+    /// The program is ending: waits for the write under way and retries everything else once, for `limit` at most. Returns what
+    /// couldn't be saved, one sentence each.
     QStringList finish(std::chrono::milliseconds limit);
 
     /// What the user should know of this file, until they have read it: the newest sentence.
     void say(const QString &path, const QString &sentence);
     QString word(const QString &path) const;
-    /// The same of all files.
+    /// The same for all files.
     QStringList words() const;
     void dismissWords();
 
 Q_SIGNALS:
-    /// A problem or a word is another one now, or a state has reached the disk.
+    /// A problem or a word has changed, or a state has reached the disk.
     void changed();
 
 private:

@@ -32,9 +32,9 @@ public:
         Private, ///< its owner's alone; what was tighter stays so
     };
 
-    /// Puts `bytes` in place of the file as one step: after a crash, a kill or a full disk the old file or the new one
-    /// stands whole. A symbolic link is followed and stays a link; an existing file keeps its mode unless it is to be private.
-    /// Missing folders are made. `stillWanted`, if given, is asked right before the new file takes its place; false gives up
+    /// Replaces the file's contents with `bytes` atomically: after a crash, a kill or a full disk the old file or the new one
+    /// is there, whole. A symbolic link is followed and stays a link; an existing file keeps its mode unless it is to be private.
+    /// Missing folders are created. `stillWanted`, if given, is asked right before the new file takes its place; false gives up
     /// and leaves the old file. Returns nothing on success.
     virtual std::optional<FileError> replace(const QString &path, const QByteArray &bytes,
                                              const std::function<bool()> &stillWanted = {}, Mode mode = Mode::Kept) = 0;
@@ -43,8 +43,8 @@ public:
     virtual void sweep(const QString &path) = 0;
 };
 
-/// Keeps `bytes` in a file of its own whose name begins with `prefix` and goes on with the time; a file that stands there already
-/// is never written over. Gives the whole path, or why there is no such copy. Blocks; any thread.
+/// Keeps `bytes` in a new file whose name is `prefix` followed by the time; a file that is already there
+/// is never overwritten. Returns the full path, or why there is no copy. Blocks; any thread.
 std::variant<QString, FileError> keepCopy(Files &files, const QString &prefix, const QDateTime &now, const QByteArray &bytes);
 
 } // namespace velto

@@ -13,10 +13,10 @@ class HotKey : public QObject {
 public:
     using QObject::QObject;
 
-    /// Has `action` called on the UI thread at each press of Control-Alt-N, or of the keys that the user chose instead, whatever
-    /// has the focus. False if it won't be, as far as that is known by now.
+    /// Calls `action` on the UI thread at each press of Control-Alt-N, or of the keys that the user chose instead, whatever
+    /// has the focus. False if it is known by now that it won't be.
     virtual bool registerHotKey(std::function<void()> action) = 0;
-    /// What has become of it; may change at any time.
+    /// Whether the key works; may change at any time.
     virtual Support support() const = 0;
     /// The keys as the desktop calls them, if it let the user choose; else empty.
     virtual QString keys() const { return {}; }
@@ -26,7 +26,7 @@ public:
     virtual void askAgain() { }
 
 Q_SIGNALS:
-    /// Of what support() or keys() say.
+    /// support() or keys() has changed.
     void changed();
 };
 

@@ -15,7 +15,7 @@ public:
         Read, ///< more bytes
         Wait, ///< nothing until the reply is sent through LoopbackServer::reply
         Close, ///< the connection is over; the peer has nothing more to send
-        Linger, ///< over as well, but the peer may still be sending: it is heard out for a moment, so that it gets the reply
+        Linger, ///< likewise, but the peer may still be sending: it is read for a moment longer, so that it gets the reply
     };
 
     LoopbackConnection() = default;
@@ -26,7 +26,7 @@ public:
     /// New bytes, or none with `finished` when the peer has finished sending. Bytes appended to `reply` are sent, and
     /// the connection is closed once they are.
     virtual Want received(QByteArrayView bytes, bool finished, QByteArray &reply) = 0;
-    /// The reply that `received` gave is on its way: the place for work that the peer needn't wait for.
+    /// The reply that `received` gave is on its way: do here what the peer needn't wait for.
     virtual void replied() { }
 };
 
@@ -40,11 +40,11 @@ public:
     LoopbackServer() = default;
     LoopbackServer(const LoopbackServer &) = delete;
     LoopbackServer &operator=(const LoopbackServer &) = delete;
-    /// Sends what reply() was given, closes every connection and ends the thread.
+    /// Sends the replies given so far, closes every connection and ends the thread.
     virtual ~LoopbackServer() = default;
 
     /// Binds 127.0.0.1:`port` (0 lets the system choose) and starts serving. `make` is called on the server's thread for
-    /// each connection. False if the port can't be had. UI thread.
+    /// each connection. False if the port can't be bound. UI thread.
     virtual bool listen(quint16 port, MakeConnection make) = 0;
     /// The port in use; 0 when not listening.
     virtual quint16 port() const = 0;

@@ -14,7 +14,7 @@ struct PortHolder {
     QString name; ///< as the system lists it
 };
 
-/// What this machine says of itself.
+/// What is known about this machine.
 class Machine {
 public:
     Machine() = default;
@@ -24,7 +24,7 @@ public:
 
     /// The name that its user gave it, as it is now; empty if it has none. Quick enough for the UI thread.
     virtual QString displayName() const = 0;
-    /// Who takes connections to 127.0.0.1:`port`, where the system tells: of the user's own programs, and not this one. Any
+    /// Who listens at 127.0.0.1:`port`, if the system tells: one of the user's own programs, other than this one. Any
     /// thread; blocks for some milliseconds.
     virtual std::optional<PortHolder> holderOf(quint16 port) const = 0;
     /// Calls `ended` once on the UI thread when that program has ended, unless `context` is gone by then.

@@ -10,10 +10,11 @@ namespace velto {
 
 /// A program that can play and is running.
 struct MediaPlayer {
+    /// The players that the logic knows.
+    enum class Known : quint8 { Spotify, Music, No };
+
     QString id; ///< what the calls below take
-    /// The application behind it, as Applications names it: "com.spotify.client", "com.apple.Music". A player that the logic
-    /// needn't know has its id here.
-    QString application;
+    Known known = Known::No;
 };
 
 /// What a player says that it plays.
@@ -32,12 +33,12 @@ class MediaPlayers : public QObject {
 public:
     using QObject::QObject;
 
-    /// The players that run, from memory, in an order that stays while they do.
+    /// The running players, from memory, in an order that is stable while they run.
     virtual QList<MediaPlayer> running() const = 0;
     /// Asks a player what it plays. `done` runs on the UI thread, unless `context` is gone by then; with nothing after any
     /// failure, at the latest after ten seconds.
     virtual void ask(const QString &id, QObject *context, std::function<void(std::optional<MediaReport>)> done) = 0;
-    /// Has a player pause, or play on. Nobody hears of a failure.
+    /// Pauses a player, or lets it play on. Failures are silent.
     virtual void playPause(const QString &id) = 0;
 
 Q_SIGNALS:

@@ -18,14 +18,14 @@ class PanelWindow : public QObject {
 public:
     using QObject::QObject;
 
-    /// Makes `window`, not yet shown, such a window. Called once.
+    /// Makes `window`, which isn't shown yet, such a window. Called once.
     virtual void adopt(QWindow *window) = 0;
     /// Moves and sizes it, in device-independent pixels.
     virtual void place(const QRect &frame) = 0;
     virtual void show() = 0;
     virtual void hide() = 0;
     virtual void raise() = 0;
-    /// Gives it the keyboard, and remembers who had it.
+    /// Takes the keyboard, and remembers who had it.
     virtual void takeFocus() = 0;
     /// Gives the keyboard back, if the window still has it.
     virtual void returnFocus() = 0;

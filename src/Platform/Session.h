@@ -10,12 +10,12 @@ class Session : public QObject {
 public:
     using QObject::QObject;
 
-    /// While it is locked, nothing of the program may be on screen.
+    /// While it is locked, the program may show nothing.
     virtual bool locked() const = 0;
 
 Q_SIGNALS:
     void lockedChanged();
-    /// The machine slept and is awake again: wall time has jumped.
+    /// The machine has woken up: wall time has jumped.
     void woke();
 };
 

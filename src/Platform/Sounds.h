@@ -12,7 +12,7 @@ public:
     Sounds &operator=(const Sounds &) = delete;
     virtual ~Sounds() = default;
 
-    /// Plays the desktop's counterpart of a sound that goes by this name elsewhere ("Glass"). Silent if there is none.
+    /// Plays the desktop's counterpart of the sound of this name ("Glass"). Silent if there is none.
     virtual void play(const QString &name) = 0;
 };
 

@@ -9,7 +9,7 @@ namespace velto {
 
 struct MenuItem {
     QString title; ///< empty for a separator
-    /// The key that does the same while the menu is open, and how it is written beside the title; may be none.
+    /// The key that does the same while the menu is open, and how it is written beside the title; may be empty.
     QKeyCombination key;
     QString keyText;
     std::function<void()> action;

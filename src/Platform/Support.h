@@ -4,7 +4,7 @@
 
 namespace velto {
 
-/// Whether this desktop does one thing for us, and if not, why and what the user can do about it.
+/// Whether this desktop offers something we need, and if not, why and what the user can do about it.
 struct Support {
     enum class State : quint8 {
         Works,

@@ -4,19 +4,38 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-QString Terminals::storedName(App app)
+namespace {
+
+struct Names {
+    QLatin1StringView name;
+    QLatin1StringView identifier;
+};
+
+constexpr Names namesOf(Terminals::App app)
 {
     switch (app) {
-    case App::Terminal:
-        return u"com.apple.Terminal"_s;
-    case App::ITerm:
-        return u"com.googlecode.iterm2"_s;
-    case App::Ghostty:
-        return u"com.mitchellh.ghostty"_s;
-    case App::Warp:
-        return u"dev.warp.Warp-Stable"_s;
+    case Terminals::App::Terminal:
+        break;
+    case Terminals::App::ITerm:
+        return {"iTerm"_L1, "com.googlecode.iterm2"_L1};
+    case Terminals::App::Ghostty:
+        return {"Ghostty"_L1, "com.mitchellh.ghostty"_L1};
+    case Terminals::App::Warp:
+        return {"Warp"_L1, "dev.warp.Warp-Stable"_L1};
     }
-    Q_UNREACHABLE();
+    return {"Terminal"_L1, "com.apple.Terminal"_L1};
+}
+
+} // namespace
+
+QString Terminals::name(App app)
+{
+    return namesOf(app).name;
+}
+
+QString Terminals::identifier(App app)
+{
+    return namesOf(app).identifier;
 }
 
 } // namespace velto

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <array>
 
 namespace velto {
 
@@ -9,6 +10,8 @@ class Terminals {
 public:
     /// Terminal is the desktop's own, which is always there.
     enum class App : quint8 { Terminal, ITerm, Ghostty, Warp };
+
+    static constexpr std::array kAll{App::Terminal, App::ITerm, App::Ghostty, App::Warp};
 
     Terminals() = default;
     Terminals(const Terminals &) = delete;
@@ -19,8 +22,10 @@ public:
     /// Runs a shell command line in a new window of that terminal; returns at once and reports nothing.
     virtual void launch(App app, const QString &commandLine) = 0;
 
-    /// The name under which the settings keep a choice, the same on every platform.
-    static QString storedName(App app);
+    /// Its name for people.
+    static QString name(App app);
+    /// The identifier under which the settings keep a choice, and by which Applications knows it; the same on every platform.
+    static QString identifier(App app);
 };
 
 } // namespace velto

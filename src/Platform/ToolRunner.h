@@ -10,10 +10,10 @@
 
 namespace velto {
 
-/// Variables that a tool gets beside those that the program was started with; one without a value is taken away.
+/// Environment variables for a tool, on top of the program's own; one without a value is unset.
 using ToolEnvironment = QList<std::pair<QByteArray, std::optional<QByteArray>>>;
 
-/// What became of one run of an outside tool.
+/// The outcome of one run of an outside tool.
 struct RunResult {
     bool ok = false; ///< it started, ended within its time, and its exit status was 0
     QByteArray out; ///< everything it wrote to its standard output, also when it failed

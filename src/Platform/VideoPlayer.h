@@ -13,10 +13,10 @@ class VideoPlayer : public QObject {
 public:
     using QObject::QObject;
 
-    /// Whether this machine has what it takes.
+    /// Whether this machine has what it needs.
     virtual bool installed() const = 0;
     /// Shows `html`, as if it came from `base`, over `place` (device pixels within the window whose native handle is
-    /// `window`), in the stead of what was shown before.
+    /// `window`), in place of what was shown before.
     virtual void open(const QString &html, const QUrl &base, quintptr window, const QRect &place) = 0;
     virtual void move(const QRect &place) = 0;
     virtual void close() = 0;
@@ -24,7 +24,7 @@ public:
 Q_SIGNALS:
     /// It ended by itself, or couldn't start.
     void failed();
-    /// The user, with the keyboard in the video, wants it gone.
+    /// The user closed it by a key pressed in the video.
     void closeWanted();
 };
 

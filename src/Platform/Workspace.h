@@ -13,7 +13,7 @@ public:
     Workspace &operator=(const Workspace &) = delete;
     virtual ~Workspace() = default;
 
-    /// Opens a link with the user's program for it. Anything but http and https is refused. False if nothing was started.
+    /// Opens a link in the user's default program. Anything but http and https is refused. False if nothing was started.
     virtual bool open(const QUrl &url) = 0;
     /// Shows a file or folder, selected, in the user's file manager.
     virtual bool showInFileManager(const QString &path) = 0;

@@ -11,7 +11,7 @@ class HookInstaller;
 class Keychain;
 class LoginItem;
 
-/// The version, and the way to take back all that Velto did to this machine. UI thread only.
+/// The version, and the way to undo all that Velto did to this machine. UI thread only.
 class AboutSettings : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString version READ version CONSTANT FINAL)

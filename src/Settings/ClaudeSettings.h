@@ -39,11 +39,11 @@ public:
     QString preview() const;
     /// The user is about to agree to the hooks.
     Q_INVOKABLE void prepare();
-    /// Listens, and tries the road, once more.
+    /// Listens, and tests the road, once more.
     Q_INVOKABLE void tryAgain();
     Q_INVOKABLE void connectHooks();
     Q_INVOKABLE void disconnectHooks();
-    /// Looks at the disk again; called as the pane comes up and when the user comes back to it.
+    /// Looks at the disk again; called when the pane is shown and when the user returns to it.
     Q_INVOKABLE void reread() { Q_EMIT changed(); }
 
 Q_SIGNALS:

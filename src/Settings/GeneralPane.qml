@@ -68,6 +68,8 @@ SettingsPane {
 
         FormRow {
             title: qsTr("Open Velto when you log in")
+            note: root.general.loginProblem
+            noteTone: FormText.Warning
 
             Toggle {
                 label: qsTr("Open Velto when you log in")

@@ -126,6 +126,11 @@ void GeneralSettings::setQuietWhileRecording(bool on)
     m_needs.prefs.setQuietWhileRecording(on);
 }
 
+QString GeneralSettings::loginProblem() const
+{
+    return m_needs.loginItem.problem();
+}
+
 void GeneralSettings::setLogin(bool on)
 {
     m_login = m_needs.loginItem.set(on);

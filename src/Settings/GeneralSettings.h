@@ -27,9 +27,11 @@ class GeneralSettings : public QObject {
     Q_PROPERTY(bool shortcutDeclined READ shortcutDeclined NOTIFY changed FINAL)
     Q_PROPERTY(bool quietWhileRecording READ quietWhileRecording WRITE setQuietWhileRecording NOTIFY changed FINAL)
     Q_PROPERTY(bool login READ login WRITE setLogin NOTIFY changed FINAL)
+    /// Why the last wish about the login came to nothing; may be empty.
+    Q_PROPERTY(QString loginProblem READ loginProblem NOTIFY changed FINAL)
     Q_PROPERTY(int terminal READ terminal WRITE setTerminal NOTIFY changed FINAL)
     Q_PROPERTY(bool peekOnFinish READ peekOnFinish WRITE setPeekOnFinish NOTIFY changed FINAL)
-    /// As typed: a whole number of tokens, 0 for none. What is no such number leaves the budget alone.
+    /// As typed: a whole number of tokens, 0 for none. Anything else leaves the budget alone.
     Q_PROPERTY(QString dailyBudget READ dailyBudget WRITE setDailyBudget NOTIFY changed FINAL)
     Q_PROPERTY(QString dailyPriority READ dailyPriority WRITE setDailyPriority NOTIFY changed FINAL)
 public:
@@ -62,7 +64,9 @@ public:
     bool quietWhileRecording() const;
     void setQuietWhileRecording(bool on);
     bool login() const { return m_login; }
-    /// Shows what became of it, which may differ.
+    /// Why the program can't be started at login; empty if it can.
+    QString loginProblem() const;
+    /// Then shows the actual outcome, which may differ.
     void setLogin(bool on);
     int terminal() const;
     void setTerminal(int terminal);
@@ -73,7 +77,7 @@ public:
     QString dailyPriority() const;
     void setDailyPriority(const QString &text);
 
-    /// Reads what may have changed behind its back; called as the pane comes up and when the user comes back to it.
+    /// Reads what may have changed elsewhere; called when the pane is shown and when the user returns to it.
     Q_INVOKABLE void reread();
 
 Q_SIGNALS:

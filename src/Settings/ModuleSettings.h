@@ -10,7 +10,7 @@ namespace velto {
 class FolderPanel;
 class Hub;
 
-/// Which modules show, and which folders are looked through. UI thread only.
+/// Which modules are shown, and which folders are searched. UI thread only.
 class ModuleSettings : public QObject {
     Q_OBJECT
     /// module, label, detail, on
@@ -29,7 +29,7 @@ public:
     /// By its raw value.
     Q_INVOKABLE void set(const QString &module, bool on);
     Q_INVOKABLE void removeFolder(const QString &folder);
-    /// Asks the user for folders and takes each once.
+    /// Asks the user for folders and adds each once.
     Q_INVOKABLE void chooseFolders();
 
 Q_SIGNALS:

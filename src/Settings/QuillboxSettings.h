@@ -12,8 +12,8 @@ class Keychain;
 class Prefs;
 class QuillboxSource;
 
-/// The connection to a memory hub: tries an address and a token, and keeps them once the hub has taken them. Whether they are
-/// used is decided elsewhere, see QuillboxMode. UI thread only; waits for no keyring.
+/// The connection to a memory hub: tests an address and a token, and stores them once the hub has accepted them. Whether they are
+/// used is decided in QuillboxMode. UI thread only; waits for no keyring.
 class QuillboxSettings : public QObject {
     Q_OBJECT
     /// The connection that there is.
@@ -25,7 +25,7 @@ class QuillboxSettings : public QObject {
     Q_PROPERTY(bool testing READ testing NOTIFY changed FINAL)
     Q_PROPERTY(bool canTest READ canTest NOTIFY changed FINAL)
     Q_PROPERTY(bool canDisconnect READ canDisconnect NOTIFY changed FINAL)
-    /// What became of the last test; empty before the first.
+    /// The outcome of the last test; empty before the first.
     Q_PROPERTY(QString result READ result NOTIFY changed FINAL)
     Q_PROPERTY(bool succeeded READ succeeded NOTIFY changed FINAL)
 public:
@@ -47,11 +47,11 @@ public:
     const QString &result() const { return m_result; }
     bool succeeded() const { return m_succeeded; }
 
-    /// Asks the hub, and stores the address and the token if it takes them. Without a token the stored one is tried.
+    /// Asks the hub, and stores the address and the token if it accepts them. Without a token the stored one is tested.
     Q_INVOKABLE void test();
     /// Forgets the address and the token, and the tokens of the work tools with them.
     Q_INVOKABLE void disconnectHub();
-    /// Asks the keyring; called as the pane comes up and when the user comes back to it.
+    /// Asks the keyring; called when the pane is shown and when the user returns to it.
     Q_INVOKABLE void reread();
 
 Q_SIGNALS:
@@ -72,7 +72,7 @@ private:
     QString m_token;
     bool m_tokenSaved = false;
     bool m_testing = false;
-    int m_attempt = 0; ///< counts the tests, and what ends one
+    int m_attempt = 0; ///< counts the tests, and whatever ends one
     QString m_result;
     bool m_succeeded = false;
 };

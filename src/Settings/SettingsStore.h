@@ -9,6 +9,8 @@
 
 namespace velto {
 
+class FileWriter;
+
 /// What the settings window shows, pane by pane. UI thread only.
 class SettingsStore : public QObject {
     Q_OBJECT
@@ -18,6 +20,8 @@ class SettingsStore : public QObject {
     Q_PROPERTY(velto::TokenSettings *tokens READ tokens CONSTANT FINAL)
     Q_PROPERTY(velto::QuillboxSettings *quillbox READ quillbox CONSTANT FINAL)
     Q_PROPERTY(velto::AboutSettings *about READ about CONSTANT FINAL)
+    /// What of the user's isn't on the disk yet, and why; empty if all is.
+    Q_PROPERTY(QString unsaved READ unsaved NOTIFY unsavedChanged FINAL)
 public:
     /// All of it outlives this.
     struct Needs {
@@ -27,6 +31,7 @@ public:
         Prefs &prefs;
         Background &background;
         Defaults &defaults;
+        FileWriter &writer;
         Keychain &keychain;
         FolderPanel &folderPanel;
         LoginItem &loginItem;
@@ -46,8 +51,14 @@ public:
     TokenSettings *tokens() { return &m_tokens; }
     QuillboxSettings *quillbox() { return &m_quillbox; }
     AboutSettings *about() { return &m_about; }
+    QString unsaved() const;
+    Q_INVOKABLE void saveAgain();
+
+Q_SIGNALS:
+    void unsavedChanged();
 
 private:
+    FileWriter &m_writer;
     GeneralSettings m_general;
     ModuleSettings m_modules;
     ClaudeSettings m_claude;

@@ -107,6 +107,37 @@ ApplicationWindow {
         }
     }
 
+    footer: Rectangle {
+        visible: root.store.unsaved !== ""
+        implicitHeight: Math.max(reason.implicitHeight, again.implicitHeight) + 20
+        color: root.palette.window
+
+        Rectangle {
+            width: parent.width
+            height: 1
+            color: Qt.alpha(root.palette.windowText, 0.14)
+        }
+        FormText {
+            id: reason
+
+            anchors.verticalCenter: parent.verticalCenter
+            x: 24
+            width: again.x - x - 12
+            text: root.store.unsaved
+            tone: FormText.Warning
+            Accessible.role: Accessible.Notification
+        }
+        FormButton {
+            id: again
+
+            anchors.right: parent.right
+            anchors.rightMargin: 24
+            anchors.verticalCenter: parent.verticalCenter
+            text: qsTr("Try again")
+            onClicked: root.store.saveAgain()
+        }
+    }
+
     Loader {
         id: content
 

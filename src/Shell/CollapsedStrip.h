@@ -18,7 +18,7 @@ class CollapsedStrip : public QObject {
     Q_OBJECT
     Q_PROPERTY(Left left READ left NOTIFY changed FINAL)
     Q_PROPERTY(Right right READ right NOTIFY changed FINAL)
-    /// The countdown, or how long it is to the next event.
+    /// The countdown, or the time left until the next event.
     Q_PROPERTY(QString leftText READ leftText NOTIFY changed FINAL)
     Q_PROPERTY(int todos READ todos NOTIFY changed FINAL)
     Q_PROPERTY(bool overdue READ overdue NOTIFY changed FINAL)
@@ -58,7 +58,7 @@ public:
     /// Sessions that work, and sessions that wait for the user; 0 while the module is off.
     int running() const { return m_now.running; }
     int waiting() const { return m_now.waiting; }
-    /// There is nothing to show: the strip is drawn no larger than the housing.
+    /// There is nothing to show: the strip is no larger than the housing.
     bool quiet() const { return m_now.quiet; }
     /// The whole strip in one sentence, for a screen reader.
     QString spoken() const { return m_now.spoken; }
@@ -69,7 +69,7 @@ public:
     Tone summaryTone() const { return m_now.summaryTone; }
 
 Q_SIGNALS:
-    /// Sent only when something of the above is different now.
+    /// Emitted only if any of the above has changed.
     void changed();
 
 private:

@@ -4,7 +4,7 @@
 
 namespace velto {
 
-/// Takes away whatever stands outside the round lower corners of the black, which is as large as this item. The scene graph
+/// Removes whatever lies outside the rounded lower corners of the black, which is as large as this item. The scene graph
 /// clips to rectangles only; while the black moves, the contents of the panel reach into its corners. Put it over them.
 class CornerCut : public QQuickItem {
     Q_OBJECT

@@ -17,7 +17,7 @@ FocusScope {
 
     focus: true
     Accessible.role: Accessible.Pane
-    Accessible.name: qsTr("Velto")
+    Accessible.name: tabs.selectedTab ? qsTr("Velto: %1").arg((tabs.selectedTab as TabButton).title) : qsTr("Velto")
 
     Item {
         id: header

@@ -7,7 +7,7 @@
 
 namespace velto {
 
-/// Indents all rows of a line but its first, so that a line that goes on can't be taken for the next. UI thread only.
+/// Indents all rows of a wrapped line but its first, so that its continuation can't be taken for the next line. UI thread only.
 class HangingIndent : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -20,7 +20,7 @@ public:
 
     void setDocument(QQuickTextDocument *document);
 
-    /// Does it to the text as it is now. With `continued` the text begins in the middle of a line.
+    /// Applies it to the text as it is now. With `continued` the text begins in the middle of a line.
     Q_INVOKABLE void apply();
 
 Q_SIGNALS:

@@ -47,7 +47,7 @@ public:
     bool recording() const { return m_now.recording; }
     QString refreshLabel() const { return m_now.refreshLabel; }
 
-    /// Shows a tab from now on whatever the Hub has selected, also one that isn't among the visible ones: for a picture of it.
+    /// Shows this tab from now on whatever the Hub has selected, even one that isn't visible: for pictures.
     void showAlways(Tab tab);
     /// Opens a tab by its raw value.
     Q_INVOKABLE void open(const QString &tab);

@@ -49,11 +49,6 @@ QSizeF measureHousing(const Display &display)
     return {kHousingWidthWithout, display.statusBarThickness};
 }
 
-QRect panelFrame(const Display &display, QSizeF housing, PanelSize size, double unfolded)
-{
-    return hangFrom(display, panelSize(housing, size, unfolded));
-}
-
 QRect hangFrom(const Display &display, QSizeF size)
 {
     const QSizeF room = display.frame.size().expandedTo({1, 1});

@@ -12,7 +12,7 @@ class QPainterPath;
 
 namespace velto {
 
-/// The sizes of the window. A question that is told whole makes the row of a Peek as much higher as it asks for.
+/// The sizes of the window. A question that is unfolded makes the row of a Peek higher by as much as it needs.
 enum class PanelSize : quint8 { Collapsed, Peeking, Unfolded, Expanded };
 
 /// Corner radii of the outline, in points.
@@ -39,9 +39,6 @@ QSizeF measureHousing(const Display &display);
 
 /// How large each state is around a housing of that size; `unfolded` is the height of what stands under the row.
 QSizeF panelSize(QSizeF housing, PanelSize size, double unfolded = 0);
-
-/// Where the window goes: centred at the top edge of the display. Never empty, and never wider or higher than the display.
-QRect panelFrame(const Display &display, QSizeF housing, PanelSize size, double unfolded = 0);
 
 /// Where something of this size hangs from the display's top edge, in its middle. Never empty, and never larger than the display.
 QRect hangFrom(const Display &display, QSizeF size);

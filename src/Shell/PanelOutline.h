@@ -11,7 +11,7 @@ class CollapsedStrip;
 class Hub;
 class UI;
 
-/// The outline that the black takes in the present state of the panel; the view moves towards it. It hangs from the top centre
+/// The outline of the black in the current state of the panel; the view moves towards it. It hangs from the top centre
 /// of the window. UI thread only.
 class PanelOutline : public QObject {
     Q_OBJECT

@@ -40,11 +40,11 @@ public:
     PeekLine(Hub &hub, const AgentsSource &agents, QObject *parent = nullptr);
 
     bool onShow() const { return m_onShow; }
-    /// Goes up with each new Peek.
+    /// Grows with each new Peek.
     int serial() const { return m_serial; }
     QString symbol() const { return m_peek.symbol; }
     QString text() const { return m_peek.text; }
-    /// The text as the row's and its pills' names say it: it doesn't hide that it is cut.
+    /// The text as the names of the row and its pills have it, which says when it is cut.
     QString spoken() const;
     Tone tone() const;
     bool isQuestion() const { return m_isQuestion; }
@@ -52,15 +52,15 @@ public:
     bool inParts() const { return m_peek.question.has_value(); }
     QString session() const { return m_question.session; }
     QString tool() const { return m_question.tool; }
-    /// What the tool would do, or that nothing is known of it.
+    /// What the tool would do, or that nothing is known about it.
     QString detail() const;
     QString place() const { return m_question.place; }
     /// The detail is a command, a path or the like.
     bool exact() const { return m_question.exact; }
     bool hasDetail() const { return !m_question.detail.isEmpty(); }
-    /// Quiet words beside the text.
+    /// Secondary words beside the text.
     QString beside() const { return m_peek.beside; }
-    /// The whole question, while somebody looks at it.
+    /// The whole question, while it is unfolded.
     Q_INVOKABLE QAbstractItemModel *unfold();
     Q_INVOKABLE void fold();
     /// The word on the row's pill; empty if it has none.

@@ -7,7 +7,7 @@
 namespace velto {
 
 /// The whole of a question as rows of a list. A part of it is cut into pieces of a few lines, and a piece is made fit to be shown
-/// when somebody looks at it: so the longest question costs no more than what of it is in sight. UI thread only.
+/// when it comes into sight: so the longest question costs no more than its visible part. UI thread only.
 class QuestionRows : public QAbstractListModel {
     Q_OBJECT
 public:

@@ -31,10 +31,10 @@ struct QuestionPart {
 
 QuestionLine questionLine(const Question &question);
 
-/// All of it: first what would be done, then who asks.
+/// The whole question: first what would be done, then who asks.
 QList<QuestionPart> questionParts(const Question &question);
 
-/// The step from one text to another, line by line: what stays, what goes and what comes, as parts.
+/// The difference between two texts, line by line: what stays, goes and comes, as parts.
 QList<QuestionPart> difference(const QString &before, const QString &after);
 
 } // namespace velto

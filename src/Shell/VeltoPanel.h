@@ -26,9 +26,9 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    /// The field that keys would go to if the window had them.
+    /// The field that would get the keys if the window had the keyboard.
     QQuickItem *textField() const;
-    /// Cuts what the outline doesn't cover, so that presses beside it reach what is behind.
+    /// Cuts away what the outline doesn't cover, so that presses beside it reach what is behind.
     void outlineMoved();
     void outlineChanged();
     QRegion wantedMask() const;

@@ -131,19 +131,20 @@ Item {
         place: null
     }
 
-    // A screen reader says the name of an alert that comes into view, and that of one which changes.
+    // A screen reader says the name of a notification that comes into view; an alert's, or one that changes, Orca passes over.
     Item {
         id: announcement
 
-        Accessible.role: Accessible.AlertMessage
-        Accessible.name: ""
-        Accessible.ignored: Accessible.name === ""
+        visible: false
+        Accessible.role: Accessible.Notification
+        Accessible.name: said.text
+        Accessible.ignored: said.text === "" // what isn't in the tree yet can't come into view
 
         Connections {
             target: root.accessibility
-            // Cleared in between: the same text set again wouldn't be said again.
+            // Hidden in between: what is there already doesn't come.
             function onAnnouncementRequested(text: string): void {
-                announcement.Accessible.name = "";
+                announcement.visible = false;
                 said.text = Plain.line(text);
                 said.restart();
             }
@@ -154,14 +155,16 @@ Item {
             property string text
 
             interval: 0
-            onTriggered: announcement.Accessible.name = said.text
+            onTriggered: announcement.visible = true
         }
         // What was answered or has gone isn't left to be read.
         Connections {
             target: root.peekLine
             function onChanged(): void {
-                if (!root.peekLine.onShow)
-                    announcement.Accessible.name = "";
+                if (root.peekLine.onShow)
+                    return;
+                announcement.visible = false;
+                said.text = "";
             }
         }
     }

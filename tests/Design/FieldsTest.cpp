@@ -265,7 +265,7 @@ private Q_SLOTS:
     {
         show(u"NoticeBar { objectName: 'bar'; width: 300; symbol: 'info.circle'; text: 'Done: <b>a</b>'; action: 'Undo'\n"
              "onClicked: root.said = 'undone' }"_s);
-        QCOMPARE(accessible(item(u"bar"_s))->role(), QAccessible::AlertMessage);
+        QCOMPARE(accessible(item(u"bar"_s))->role(), QAccessible::Notification);
         QCOMPARE(accessible(item(u"bar"_s))->text(QAccessible::Name), u"Done: <b>a</b>"_s);
         press(Qt::Key_Tab);
         QCOMPARE(focused(), u"Undo"_s);

@@ -26,15 +26,16 @@ public:
     explicit Fixture(bool takesQuestions = true)
         : listener(std::make_unique<HookListener>(m_defaults, std::make_unique<velto::PosixLoopbackServer>(), clock, 0))
     {
-        listener->onEvent = [this](const HookEvent &event) { events.append(event); };
+        QObject::connect(listener.get(), &HookListener::told, [this](const HookEvent &event) { events.append(event); });
         if (takesQuestions) {
-            listener->onPermission = [this](const HookEvent &event, HookListener::QuestionId id,
-                                            const HookListener::Reply &reply) {
-                questions.append(event);
-                ids.append(id);
-                replies.push_back(reply);
-            };
-            listener->onWithdrawn = [this](HookListener::QuestionId id) { withdrawn.append(id); };
+            QObject::connect(listener.get(), &HookListener::asked,
+                             [this](const HookEvent &event, HookListener::QuestionId id, const HookListener::Reply &reply) {
+                                 questions.append(event);
+                                 ids.append(id);
+                                 replies.push_back(reply);
+                             });
+            QObject::connect(listener.get(), &HookListener::withdrawn,
+                             [this](HookListener::QuestionId id) { withdrawn.append(id); });
         }
         listener->start();
     }
@@ -160,10 +161,10 @@ private Q_SLOTS:
     {
         Fixture fixture;
         int calls = 0;
-        fixture.listener->onEvent = [&](const HookEvent &) {
+        connect(fixture.listener.get(), &HookListener::told, this, [&] {
             ++calls;
             fixture.listener.reset();
-        };
+        });
         // Both lie ready before the event loop runs again.
         auto event = fixture.client(fixture.request("/event", kStop));
         auto question = fixture.ask();

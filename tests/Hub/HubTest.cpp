@@ -46,11 +46,9 @@ private Q_SLOTS:
         w.wait(0);
         w.hub.open(Tab::Agents);
         QCOMPARE(w.hub.selected(), Tab::Agents);
-        const QSignalSpy tabs(&w.hub, &Hub::tabsChanged);
         w.prefs.set(Prefs::Module::Agents, false);
-        QCOMPARE(tabs.count(), 0); // not before the change has landed
+        QCOMPARE(w.hub.selected(), Tab::Agents); // until the change has landed
         w.wait(0);
-        QCOMPARE(tabs.count(), 1);
         QVERIFY(!w.hub.tabs().contains(Tab::Agents));
         QCOMPARE(w.hub.selected(), Tab::Home);
         w.hub.open(Tab::Quillbox);

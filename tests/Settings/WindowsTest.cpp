@@ -212,7 +212,18 @@ private Q_SLOTS:
         m_desk->loginItem.allowed = false;
         press(u"Open Velto when you log in"_s);
         QCOMPARE(named(u"Open Velto when you log in"_s)->property("checked"), QVariant(false));
+        QVERIFY(saying(u"It can't be written: Read-only file system."_s));
+        // And where what was set can't be stored, every pane says so.
+        bool full = true;
+        m_desk->writer.write(u"/full/settings.json"_s, [&full] {
+            return FileWriter::Outcome{full ? std::optional(FileError{u"The disk is full."_s}) : std::nullopt, {}};
+        });
+        m_desk->background.finishAll();
         openPane(1);
+        QVERIFY(saying(u"Not saved yet. The disk is full. Velto keeps trying."_s));
+        full = false;
+        press(u"Try again"_s);
+        QVERIFY(!named(u"Try again"_s));
         press(u"Todos"_s);
         QVERIFY(!m_desk->prefs.isOn(Prefs::Module::Todos));
     }
@@ -251,7 +262,7 @@ private Q_SLOTS:
             void follow() override { }
             bool dark() const override { return true; }
         } appearance;
-        Windows windows(appearance, m_desk->needs, m_desk->welcome);
+        Windows windows(appearance, m_desk->accessibility, m_desk->needs, m_desk->welcome);
         const QSignalSpy welcomed(&windows, &Windows::welcomed);
         const QSignalSpy quit(&windows, &Windows::quitWanted);
         const auto takeWindow = [this] {
@@ -338,6 +349,15 @@ private:
                 return control;
         }
         return nullptr;
+    }
+    /// Whether this can be read.
+    bool saying(const QString &sentence) const
+    {
+        const std::function<bool(QQuickItem *)> says = [&](QQuickItem *item) {
+            return item->isVisible()
+                && (item->property("text").toString() == sentence || std::ranges::any_of(item->childItems(), says));
+        };
+        return says(m_window->contentItem());
     }
     void press(const QString &name)
     {

@@ -39,15 +39,15 @@ private Q_SLOTS:
         QCOMPARE(measureHousing(laptop()), QSizeF(185, 32));
         QCOMPARE(measureHousing(main), QSizeF(120, 24));
         QCOMPARE(panelSize({300, 32}, PanelSize::Peeking), QSizeF(624, 68)); // wider with a wide housing
-        QCOMPARE(panelFrame(left, {120, 24}, PanelSize::Collapsed), QRect(-1072, 0, 224, 24));
+        QCOMPARE(hangFrom(left, panelSize({120, 24}, PanelSize::Collapsed)), QRect(-1072, 0, 224, 24));
     }
 
     void neverLeavesASmallDisplay()
     {
         const Display tiny = display({100, 50, 640, 300});
-        QCOMPARE(panelFrame(tiny, {120, 24}, PanelSize::Expanded), QRect(100, 50, 640, 300));
+        QCOMPARE(hangFrom(tiny, panelSize({120, 24}, PanelSize::Expanded)), QRect(100, 50, 640, 300));
         const Display none = display({0, 0, 0, 0});
-        QVERIFY(panelFrame(none, {120, 24}, PanelSize::Expanded).isValid());
+        QVERIFY(hangFrom(none, panelSize({120, 24}, PanelSize::Expanded)).isValid());
     }
 
     void theOutlineFlaresAtTheTopAndRoundsAtTheBottom()

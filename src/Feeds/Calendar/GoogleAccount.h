@@ -26,10 +26,10 @@ class GoogleAccount : public QObject {
 public:
     /// The name of the tokens in the keychain.
     static const QString tokenKey;
-    /// Tells what waits whether it's still wanted: held weakly over each wait.
+    /// Tells a waiting task whether it is still wanted: held weakly across each wait.
     using Life = std::shared_ptr<const bool>;
 
-    /// What it leans on; all of it outlives it.
+    /// What it uses; all of it outlives it.
     struct Needs {
         Clock &clock;
         Background &background;
@@ -45,7 +45,7 @@ public:
     ~GoogleAccount() override;
 
     bool configured() const { return m_needs.client.configured(); }
-    /// Whether the keychain holds tokens, as the last look into it found; one that is locked tells nothing new.
+    /// Whether the keychain held tokens at the last lookup; a locked one changes nothing.
     bool linked() const { return m_linked; }
     /// Whether the keychain is locked; unlock() opens its dialog.
     bool locked() const { return m_locked; }
@@ -53,17 +53,17 @@ public:
     /// Ends with this object, and when the account is forgotten.
     const Life &link() const { return m_link; }
 
-    /// Sends the user to Google's page, and waits without a time limit for what it hands out.
+    /// Sends the user to Google's page, and waits without a time limit for the code it hands out.
     QCoro::Task<GoogleTokens> signIn();
     /// Gives up waiting for the browser.
     void cancelSignIn();
     /// What the keychain holds.
     QCoro::Task<std::optional<GoogleTokens>> load();
-    /// Whether the keychain has kept them.
+    /// Whether the keychain has stored them.
     QCoro::Task<bool> save(const GoogleTokens &tokens);
-    /// A token that is good for a minute at least; renewed and saved if need be.
+    /// A token that is valid for at least another minute; renewed and saved if necessary.
     QCoro::Task<QString> accessToken(std::optional<GoogleTokens> tokens);
-    /// Ends what is under way and takes the tokens out of the keychain.
+    /// Ends what is under way and removes the tokens from the keychain.
     void forget();
 
 Q_SIGNALS:
@@ -84,7 +84,7 @@ private:
     bool m_linked;
     bool m_locked = false;
     KeychainLane m_keychain;
-    QPointer<SignInListener> m_listener; ///< while the browser is waited for
+    QPointer<SignInListener> m_listener; ///< while waiting for the browser
     Life m_life = std::make_shared<bool>(true); ///< ends with this object
     Life m_link = std::make_shared<bool>(true);
 };

@@ -34,7 +34,7 @@ class GoogleCalendar : public MeetingFeed {
     Q_PROPERTY(QAbstractItemModel *calendars READ calendarRows CONSTANT FINAL)
     Q_PROPERTY(bool hasCalendars READ hasCalendars NOTIFY changed FINAL)
 public:
-    /// What it leans on; all of it outlives it.
+    /// What it uses; all of it outlives it.
     struct Needs {
         Clock &clock;
         Background &background;
@@ -50,7 +50,7 @@ public:
     ~GoogleCalendar() override;
 
     const QList<GoogleCalendarInfo> &calendars() const { return m_state.calendars; }
-    /// Those that were not over when they were read, by their start.
+    /// Meetings that were not over when they were read, by start time.
     const QList<GoogleMeeting> &meetings() const override { return m_state.meetings; }
     bool answered() const override { return m_state.answered; }
     std::optional<QString> error() const override { return m_state.error; }
@@ -60,7 +60,7 @@ public:
     QList<GoogleCalendarInfo> choices() const;
     /// A sign-in is under way, until its first load is done. It has no time limit: the user may take any time in the browser.
     bool connecting() const { return m_state.connecting; }
-    /// Whether the keychain holds tokens, as the last look into it found; until the first look, whether the user chose Google.
+    /// Whether the keychain held tokens at the last lookup; before the first one, whether the user chose Google.
     bool linked() const override { return m_state.linked; }
     bool configured() const { return m_account.configured(); }
 
@@ -73,15 +73,15 @@ public:
     Q_INVOKABLE void connect();
     /// Gives up the sign-in that waits for the browser.
     Q_INVOKABLE void cancelConnecting();
-    /// Forgets the account and goes back to meetings that the user adds.
+    /// Forgets the account and returns to meetings that the user adds.
     Q_INVOKABLE void disconnect();
-    /// Reads calendars and meetings anew if there are tokens; returns at once.
+    /// Reads calendars and meetings again if there are tokens; returns at once.
     Q_INVOKABLE void refresh() override;
     /// Shows or leaves out the meetings of one calendar from now on.
     Q_INVOKABLE void choose(const QString &calendarID, bool chosen);
 
 private:
-    /// What others see; compared to tell whether anything has changed.
+    /// What others see, kept to detect whether anything has changed.
     struct State {
         QList<GoogleCalendarInfo> calendars = {};
         QList<GoogleMeeting> meetings = {};

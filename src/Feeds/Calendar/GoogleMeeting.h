@@ -19,8 +19,8 @@ struct GoogleCalendarInfo {
     bool operator==(const GoogleCalendarInfo &) const = default;
 };
 
-/// One meeting of the coming day. All texts are foreign: show them plain, and open the link through Workspace, which refuses
-/// anything but http and https.
+/// One meeting of the coming day. All texts are untrusted: show them as plain text, and open the link through Workspace, which
+/// refuses anything but http and https.
 struct GoogleMeeting {
     QString id;
     QString title;
@@ -33,18 +33,18 @@ struct GoogleMeeting {
 };
 
 /// The calendars in a reply, in its order; an item that lacks an id or a name is left out.
-/// Throws WorkError if it is no JSON. https://developers.google.com/calendar/api/v3/reference/calendarList/list
+/// Throws WorkError if it isn't JSON. https://developers.google.com/calendar/api/v3/reference/calendarList/list
 QList<GoogleCalendarInfo> parseCalendars(const QByteArray &json);
 
 /// The meetings in a reply, in its order; an event that isn't one is left out.
-/// Throws WorkError if it is no JSON. https://developers.google.com/calendar/api/v3/reference/events/list
+/// Throws WorkError if it isn't JSON. https://developers.google.com/calendar/api/v3/reference/events/list
 QList<GoogleMeeting> parseMeetings(const QByteArray &json, const QString &calendarID);
 
 /// One event as a meeting; nothing for one that was cancelled, takes a whole day or can't be read.
 /// https://developers.google.com/calendar/api/v3/reference/events#resource
 std::optional<GoogleMeeting> meetingOf(const QJsonObject &event, const QString &calendarID);
 
-/// An instant in the internet's form, to the second, with an offset or a Z: RFC 3339, section 5.6.
+/// An internet timestamp, to the second, with an offset or a Z: RFC 3339, section 5.6.
 std::optional<QDateTime> internetDateTime(const QString &text);
 
 } // namespace velto

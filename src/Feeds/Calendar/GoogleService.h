@@ -19,13 +19,13 @@ struct GoogleEndpoints {
     QUrl calendar = QUrl(QStringLiteral("https://www.googleapis.com/calendar/v3"));
 };
 
-/// As what this program is known to Google.
+/// The identity under which Google knows this program.
 struct GoogleClient {
     QString id;
     QString secret;
 
     bool configured() const { return !id.isEmpty() && !secret.isEmpty(); }
-    /// What this build was given; empty in a build without.
+    /// As given to this build; empty in a build without one.
     static GoogleClient ofThisBuild();
 };
 
@@ -39,7 +39,7 @@ struct GoogleTokens {
 
     /// As text for the keychain, with the instant as seconds since 2001-01-01 UTC.
     QString toJson() const;
-    /// Nothing if it isn't a whole record.
+    /// Nothing if the record isn't complete.
     static std::optional<GoogleTokens> fromJson(const QString &text);
 };
 
@@ -55,14 +55,14 @@ QUrl authorizationUrl(const GoogleEndpoints &endpoints, const GoogleClient &clie
                       const QString &verifier, const QString &state);
 
 /// Asks the token endpoint, oauth2.googleapis.com. Google keeps 100 refresh tokens for an account and a client; the oldest goes
-/// without a word, and the user signs in again. Throws WorkError.
+/// silently, and the user signs in again. Throws WorkError.
 /// https://developers.google.com/identity/protocols/oauth2/native-app#exchange-authorization-code
 QCoro::Task<QJsonObject> tokenRequest(Http &http, QUrl endpoint, QMap<QString, QString> form);
 
 /// The text under this name, if it's one that can be sent as a token.
 std::optional<QString> tokenIn(const QJsonObject &reply, const QString &name);
 
-/// When what this reply handed out stops being valid: in an hour if it doesn't say.
+/// When what this reply granted expires: in an hour if it doesn't say.
 QDateTime expiryIn(const QJsonObject &reply, const QDateTime &now);
 
 /// The user's list of calendars: its first page, of 100 entries.

@@ -19,7 +19,7 @@ public:
     virtual const QList<GoogleMeeting> &meetings() const = 0;
     /// Whether the user has connected the service.
     virtual bool linked() const = 0;
-    /// Whether a reading has come to its end since it was connected, and what is wrong if it failed.
+    /// Whether a reading has finished since it was connected, and what is wrong if it failed.
     virtual bool answered() const = 0;
     virtual std::optional<QString> error() const = 0;
     /// Whether the keyring keeps the account locked away; unlock() opens its dialog.

@@ -19,14 +19,14 @@ struct NextEvent {
     std::optional<QUrl> joinURL;
 
     /// The meeting that the user typed in, an hour long. Nothing if it has no title or is over. A link that a browser wouldn't
-    /// open is left away; one without a scheme ("meet.example.com/abc") is taken for https.
+    /// open is left out; one without a scheme ("meet.example.com/abc") is taken for https.
     static std::optional<NextEvent> typedIn(const QString &title, const QDateTime &start, const QString &link,
                                             const QDateTime &now);
     static NextEvent from(const GoogleMeeting &meeting);
 
-    /// When it is, as people say it: "in 15 min", "at 14:30", "now · until 15:30".
+    /// When it is, in words: "in 15 min", "at 14:30", "now · until 15:30".
     QString relative(const QDateTime &now) const;
-    /// When relative() reads differently next; nothing if it stays as it is.
+    /// When relative() next changes; nothing if it won't.
     std::optional<QDateTime> nextTurn(const QDateTime &now) const;
     /// Where it is; may be empty.
     QString detail() const;

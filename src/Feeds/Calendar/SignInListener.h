@@ -23,14 +23,14 @@ struct SignInAnswer {
 /// matter.
 SignInAnswer answerIn(const QByteArray &request, const QString &state);
 
-/// Waits on a port of this machine for the browser to come back from a sign-in, and sends it off with a word of thanks. Whatever
-/// else comes, such as a question for an icon or someone without the right state, gets no answer and ends nothing.
+/// Waits on a port of this machine for the browser to come back from a sign-in, and thanks the user there. Whatever
+/// else comes, such as a request for an icon or one without the right state, gets no answer and ends nothing.
 /// UI thread only.
 class SignInListener : public QObject {
     Q_OBJECT
 public:
     explicit SignInListener(QObject *parent = nullptr);
-    /// Drops whoever has no answer. A wait goes on with nothing.
+    /// Drops connections that have no answer yet. A pending wait continues with nothing.
     ~SignInListener() override;
 
     /// Listens, and returns the port, which the system picks. Throws WorkError.
@@ -39,7 +39,7 @@ public:
     /// Waits for the answer to the sign-in with this state, however long it takes; an empty one if it is given up. Called once,
     /// after start().
     QCoro::Task<Answer> callback(QString state);
-    /// Gives it up.
+    /// Gives up waiting.
     void cancel();
 
 private:

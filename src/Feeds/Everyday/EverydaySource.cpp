@@ -145,15 +145,14 @@ void EverydaySource::warnOf(const NextEvent &event)
         text += tr(" · 1 agent still waits on you");
     else if (waiting != 0)
         text += tr(" · %1 agents still wait on you").arg(waiting);
-    if (onPeek)
-        onPeek({.symbol = u"calendar"_s,
-                .text = text,
-                .tone = Peek::Tone::Warn,
-                .tab = Tab::Home,
-                .resume = {},
-                .cwd = {},
-                .url = event.joinURL,
-                .decide = {}});
+    Q_EMIT peekWanted({.symbol = u"calendar"_s,
+                       .text = text,
+                       .tone = Peek::Tone::Warn,
+                       .tab = Tab::Home,
+                       .resume = {},
+                       .cwd = {},
+                       .url = event.joinURL,
+                       .decide = {}});
 }
 
 void EverydaySource::endFocus()
@@ -162,15 +161,14 @@ void EverydaySource::endFocus()
         return;
     m_focusEnd.reset();
     publish();
-    if (onPeek)
-        onPeek({.symbol = u"timer"_s,
-                .text = tr("Focus time is up · %1 min done").arg(focusMinutes()),
-                .tone = Peek::Tone::Good,
-                .tab = Tab::Home,
-                .resume = {},
-                .cwd = {},
-                .url = {},
-                .decide = {}});
+    Q_EMIT peekWanted({.symbol = u"timer"_s,
+                       .text = tr("Focus time is up · %1 min done").arg(focusMinutes()),
+                       .tone = Peek::Tone::Good,
+                       .tab = Tab::Home,
+                       .resume = {},
+                       .cwd = {},
+                       .url = {},
+                       .decide = {}});
     m_needs.sounds.play(u"Glass"_s);
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Core/Peek.h"
 #include "Core/SourceState.h"
-#include "Core/VeltoSource.h"
 #include "Feeds/Calendar/NextEvent.h"
 #include "Feeds/Everyday/NowPlaying.h"
 #include "Platform/Timer.h"
@@ -18,7 +18,7 @@ class Prefs;
 class Sounds;
 
 /// The small things of the working day: the next calendar event with its warning, the focus countdown, and what is playing.
-/// Its own tick of 15 seconds looks at the clock; in between it wakes only when a text that it publishes turns.
+/// Its own tick of 15 seconds checks the clock; in between it wakes only when a text that it publishes changes.
 ///
 /// What plays comes from the platform's players (MediaPlayers), and the decisions stand here: Spotify wins if it runs, even
 /// paused. Where the platform has Music, that comes next. On Linux there is no such program: any other MPRIS player takes its
@@ -38,7 +38,7 @@ class EverydaySource : public QObject {
     Q_PROPERTY(QString focusRemaining READ focusRemaining NOTIFY changed FINAL)
     Q_PROPERTY(int focusMinutes READ focusMinutes CONSTANT FINAL)
 public:
-    /// What the source leans on; all of it outlives the source.
+    /// What the source uses; all of it outlives the source.
     struct Needs {
         Clock &clock;
         Prefs &prefs;
@@ -51,8 +51,8 @@ public:
 
     std::optional<NextEvent> nextEvent() const { return m_nextEvent; }
     SourceState calendarState() const { return m_calendarState; }
-    /// The same for the eyes: once the account has answered, an empty calendar isn't one that is still read, and what is wrong
-    /// with it is told.
+    /// The same, to be shown: once the account has answered, an empty calendar no longer counts as loading, and what is wrong
+    /// with it is reported.
     SourceState calendarToShow() const;
     /// Opens the dialog of the keyring that keeps the meetings' account.
     void unlock();
@@ -71,26 +71,27 @@ public:
     bool playing() const { return m_nowPlaying && m_nowPlaying->playing; }
     bool focusing() const { return m_focusEnd.has_value(); }
 
-    OnPeek onPeek;
     /// How many agents wait for the user.
     std::function<int()> waitingAgents = [] { return 0; };
 
     /// Asks for fresh meetings and for what plays; returns at once.
     Q_INVOKABLE void refresh();
-    /// Takes the next event anew from what is stored. No network.
+    /// Determines the next event again from what is stored. No network.
     Q_INVOKABLE void loadCalendar();
-    /// Asks the players. Of several askings under way the last one to finish wins.
+    /// Asks the players. Of several such rounds under way the last one to finish wins.
     void loadMedia();
-    /// Has the player on show pause or play on, and shows that at once.
+    /// Pauses the player on show or lets it play on, and shows that at once.
     Q_INVOKABLE void playPause();
     Q_INVOKABLE void startFocus();
     Q_INVOKABLE void stopFocus();
 
 Q_SIGNALS:
     void changed();
+    /// There is news for the user.
+    void peekWanted(const velto::Peek &peek);
 
 private:
-    /// What others see; compared to tell whether anything has changed.
+    /// What others see, kept to detect whether anything has changed.
     struct Published {
         std::optional<NextEvent> nextEvent;
         QString relative;
@@ -103,7 +104,7 @@ private:
 
         bool operator==(const Published &) const = default;
     };
-    /// One asking of several players.
+    /// One round of asking several players.
     struct Asking {
         QList<MediaPlayer> players;
         QList<std::optional<NowPlaying>> answers;

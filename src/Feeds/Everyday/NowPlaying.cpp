@@ -9,29 +9,30 @@ namespace velto {
 
 namespace {
 
-struct KnownPlayer {
-    QLatin1StringView application;
-    QLatin1StringView name;
-};
+using Known = MediaPlayer::Known;
 
 /// In the order in which they win.
-constexpr std::array kKnown{
-    KnownPlayer{"com.spotify.client"_L1, "Spotify"_L1},
-    KnownPlayer{"com.apple.Music"_L1, "Music"_L1},
-};
+constexpr std::array kKnown{Known::Spotify, Known::Music};
 
 QString nameOf(const MediaPlayer &player, const MediaReport &report)
 {
-    const auto known = std::ranges::find(kKnown, player.application, &KnownPlayer::application);
-    return known == kKnown.end() ? report.player.trimmed() : QString(known->name);
+    switch (player.known) {
+    case Known::Spotify:
+        return u"Spotify"_s;
+    case Known::Music:
+        return u"Music"_s;
+    case Known::No:
+        break;
+    }
+    return report.player.trimmed();
 }
 
 } // namespace
 
 QList<MediaPlayer> playersToAsk(const QList<MediaPlayer> &running)
 {
-    for (const KnownPlayer &known : kKnown) {
-        const auto found = std::ranges::find(running, known.application, &MediaPlayer::application);
+    for (const Known known : kKnown) {
+        const auto found = std::ranges::find(running, known, &MediaPlayer::known);
         if (found != running.end())
             return {*found};
     }

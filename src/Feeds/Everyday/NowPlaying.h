@@ -21,7 +21,7 @@ struct NowPlaying {
 QList<MediaPlayer> playersToAsk(const QList<MediaPlayer> &running);
 
 /// What one player's answer means. Nothing if it has stopped, names no track, or failed; also if a name holds a tab, since some
-/// platforms hand over track, artist and state in one line with tabs between them, and all shall show the same.
+/// platforms return track, artist and state in one line separated by tabs, and all should show the same.
 std::optional<NowPlaying> nowPlaying(const MediaPlayer &player, const std::optional<MediaReport> &report);
 
 /// Which of several answers is shown: one that plays before one that pauses, then the one at `shown`, then the first.

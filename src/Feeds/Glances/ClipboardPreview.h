@@ -17,7 +17,7 @@ struct ClipboardPreview {
     bool operator==(const ClipboardPreview &) const = default;
 };
 
-/// What there is to say of a copied text without asking anyone. Nothing if it isn't a link.
+/// What can be said of a copied text without asking anyone. Nothing if it isn't a link.
 std::optional<ClipboardPreview> previewOf(const QString &text);
 
 /// Whether more can be learned of a link with YouTube's oEmbed.

@@ -16,7 +16,7 @@ class ToolRunner;
 /// What a look at the Downloads folder found.
 struct Transfers {
     int count = 0; ///< unfinished downloads
-    /// When the folder was changed last, once that can be relied on: a folder of the same stamp needn't be listed again.
+    /// When the folder was last changed, once that is reliable: a folder with the same stamp needn't be listed again.
     std::optional<std::filesystem::file_time_type> stamp;
     std::shared_ptr<FolderChanges> changes; ///< since this was found; null where nobody tells
 
@@ -24,15 +24,15 @@ struct Transfers {
     bool stillSo() const;
 };
 
-/// Counts the unfinished downloads right in a folder, hidden ones too; 0 if it can't be listed. A folder that hasn't changed
+/// Counts the unfinished downloads directly in a folder, hidden ones too; 0 if it can't be listed. A folder that hasn't changed
 /// since `before` costs one look at its stamp, however many entries it has. Blocks for the disk.
 Transfers readTransfers(const FileTree &tree, const QString &folder, const Transfers &before, const QDateTime &now);
 
 /// How many workflow runs are listed, at most ten: `gh run list --json` (https://cli.github.com/manual/gh_run_list). 0 if the
-/// text is no such listing. Any thread.
+/// text isn't such a listing. Any thread.
 int parseFailedBuilds(QByteArrayView listing);
 
-/// How many of the last workflow runs failed, says the GitHub CLI of the folder that this program runs in. 0 without it,
+/// How many of the last workflow runs failed, according to the GitHub CLI in the folder that this program runs in. 0 without it,
 /// nothing after any failure. Blocks for up to 22 seconds.
 std::optional<int> readFailedBuilds(ToolRunner &tools);
 

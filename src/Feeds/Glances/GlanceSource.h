@@ -18,8 +18,8 @@ class Prefs;
 class ToolRunner;
 
 /// What can be seen at a glance: the link that the user just copied, downloads that still run, failed builds on GitHub. Keeps
-/// its own time of 8 seconds; GitHub, while it fails, is asked ever less often, down to every five minutes. Shows no failure:
-/// what can't be told isn't there. Lives on the UI thread, never blocks it.
+/// its own time of 8 seconds; while GitHub fails, it is asked less and less often, down to every five minutes. Shows no failure:
+/// what can't be read isn't shown. Lives on the UI thread, never blocks it.
 class GlanceSource : public QObject {
     Q_OBJECT
     Q_PROPERTY(int failedBuilds READ failedBuilds NOTIFY changed FINAL)
@@ -28,7 +28,7 @@ class GlanceSource : public QObject {
     Q_PROPERTY(QUrl playingVideo READ playingVideoUrl NOTIFY changed FINAL)
     Q_PROPERTY(bool hasVideo READ hasVideo NOTIFY changed FINAL)
 public:
-    /// What the source leans on; all of it outlives the source.
+    /// What the source uses; all of it outlives the source.
     struct Needs {
         Clock &clock;
         Background &background;
@@ -54,7 +54,7 @@ public:
     /// The user's Downloads folder.
     const QString &downloads() const { return m_needs.downloads; }
 
-    /// Looks at everything anew, GitHub too; returns at once.
+    /// Looks at everything again, GitHub too; returns at once.
     Q_INVOKABLE void refresh();
     /// Has the preview show a video.
     void setPlayingVideo(const QUrl &url);

@@ -6,7 +6,7 @@
 
 namespace velto {
 
-/// A page that holds a player, and the address that it is to come from.
+/// A page that holds a player, and the address that it should appear to come from.
 struct VideoPage {
     QString html;
     QUrl base;

@@ -1,4 +1,4 @@
-#include "Feeds/Repositories/RepoState.h"
+#include "Feeds/Repositories/RepoSearch.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "Feeds/Repositories/RepoSearch.h"
+
 #include <QByteArrayView>
 #include <QList>
 #include <QString>
 #include <QStringList>
-#include <functional>
 
 namespace velto {
 
@@ -12,7 +13,7 @@ class ToolRunner;
 
 /// What isn't committed or pushed in one git repository.
 struct RepoState {
-    QString name; ///< the last name of the path
+    QString name; ///< the last component of the path
     QString path;
     QString branch = QStringLiteral("?"); ///< "(detached)" without one, "?" if git doesn't tell
     qint64 dirty = 0; ///< entries that are changed, added, deleted or untracked
@@ -28,13 +29,6 @@ struct RepoState {
 /// What `git status --porcelain=v2 --branch` printed in the repository at `path` (https://git-scm.com/docs/git-status). Any
 /// thread.
 RepoState parseStatus(const QString &path, QByteArrayView output);
-
-/// Hears of each folder before it is looked at, and says whether to; called on the thread of the walk.
-using EnterFolder = std::function<bool(const QString &)>;
-
-/// The repositories at these folders and up to three levels below them, in ascending order of their paths. Each stands there
-/// once, under its own path rather than that of a link to it. Blocks for the disk.
-QStringList findRepos(const QStringList &roots, const EnterFolder &enter = {});
 
 /// The states of the first 200 of these repositories, read one after another; one that can't be read, or not safely (see
 /// GuardedGit), is left out. Blocks for up to 12 seconds for each git that is run, three a repository and more for submodules;

@@ -25,10 +25,10 @@ struct MCPHealth {
     std::optional<QString> error; ///< why nothing is known, in one sentence
 };
 
-/// The servers of a listing as it was printed: lines of "name: detail - status text". Other lines are passed over. Any thread.
+/// The servers of a listing as it was printed: lines of "name: detail - status text". Other lines are skipped. Any thread.
 QList<MCPServer> parseServers(QByteArrayView listing);
 
-/// Asks Claude Code which servers are configured and whether they connect, which it tries there and then: half a minute if one of
+/// Asks Claude Code which servers are configured and whether they connect, which it tests on the spot: half a minute if one of
 /// them hangs. Blocks for up to 62 seconds; never on the UI thread.
 MCPHealth mcpHealth(ToolRunner &tools);
 

@@ -22,8 +22,8 @@ class ToolRunner;
 
 /// The three slow signals, each kept fresh at its own pace: today's token use, the health of Claude Code's MCP servers, and the
 /// repositories with unsaved work. Raises no Peeks. Lives on the UI thread, never blocks it.
-/// Each signal has at most one reading under way. One that is asked for meanwhile follows right after it if it was forced, and
-/// otherwise waits for its next turn. A walk that is stuck in a folder, of a disk that hangs, is given up, and later ones pass by
+/// Each signal has at most one reading under way. Another one requested meanwhile follows right after it if it was forced, and
+/// otherwise waits for its next turn. A walk that is stuck in a folder of a hanging disk is abandoned, and later ones skip
 /// that folder until it answers.
 class SignalsSource : public QObject {
     Q_OBJECT
@@ -46,7 +46,7 @@ public:
     /// Sums up the tokens of the day that `now` belongs to. Called in the background, one call at a time.
     using ReadUsage = std::function<TokenUsage(const QDateTime &now)>;
 
-    /// What the source leans on; all of it outlives the source.
+    /// What the source uses; all of it outlives the source.
     struct Needs {
         Clock &clock;
         Background &background;
@@ -118,7 +118,7 @@ private:
     Signal m_repoWalk{Prefs::Module::Repos, std::chrono::seconds(300), &SignalsSource::readRepos, {}};
     Signal m_mcpCheck{Prefs::Module::Mcp, std::chrono::seconds(600), &SignalsSource::readMcp, {}};
     std::shared_ptr<RepoWalk> m_walk; ///< the one under way
-    QSet<QString> m_hanging; ///< folders that walks given up are stuck in
+    QSet<QString> m_hanging; ///< folders that abandoned walks are stuck in
     TimerHandle m_walkWatch;
 
     TokenUsage m_tokens;

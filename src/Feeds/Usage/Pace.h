@@ -10,7 +10,7 @@ namespace velto {
 
 /// What counts against a daily budget: everything but what was re-read from the cache.
 qint64 budgeted(const TokenUsage &usage);
-/// How the day's budget will go, in a sentence. Nothing without a budget (0) or before anything was counted.
+/// How the day's budget will fare, in a sentence. Nothing without a budget (0) or before anything was counted.
 std::optional<QString> pace(const TokenUsage &usage, qint64 budget, const QDateTime &now);
 /// "Good morning." and so on, by the local hour.
 QString greeting(const QDateTime &now);

@@ -7,7 +7,7 @@
 
 namespace velto {
 
-/// Logs may hold any number: a sum stops at what it can hold.
+/// Logs may hold any number: sums saturate.
 inline qint64 sumOf(qint64 a, qint64 b)
 {
     using Limits = std::numeric_limits<qint64>;
@@ -22,7 +22,7 @@ struct TokenUsage {
     qint64 output = 0; ///< tokens that the model wrote
     qint64 cacheRead = 0; ///< tokens sent that came out of the cache
     qint64 cacheWrite = 0; ///< tokens sent that went into the cache
-    qint64 turns = 0; ///< log lines of the model's that were counted
+    qint64 turns = 0; ///< counted log lines with an answer of the model
     std::optional<QDateTime> first; ///< the earliest of them, in UTC
     /// What counts against the budget (input, output, cacheWrite), by the hours since midnight. The last of a longer day holds
     /// the rest.

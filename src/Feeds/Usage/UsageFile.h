@@ -15,14 +15,14 @@ namespace velto {
 /// a file nor, beyond the longest line that is parsed, with a line. One thread at a time; blocks for the disk.
 class UsageFile {
 public:
-    /// A line of so many bytes, or more, is passed over.
+    /// A line of this many bytes, or more, is skipped.
     static constexpr std::size_t kTooLong = 2'000'000;
     using Found = std::function<void(const UsageLine &)>;
 
     /// Gives up between two buffers once `stopped` is true.
     explicit UsageFile(const std::atomic_bool &stopped);
 
-    /// Tells `found` of each line of the model's between the offsets `begin` and `end` of the file that ends there with a line
+    /// Calls `found` for each line of the model between the offsets `begin` and `end` of the file that ends there with a line
     /// feed. Returns the offset after the last line feed, where the next reading goes on; `begin` if there is none or the file
     /// can't be read.
     quint64 read(const QString &path, quint64 begin, quint64 end, const Found &found);

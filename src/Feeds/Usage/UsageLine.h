@@ -10,8 +10,8 @@ namespace velto {
 /// What a log line of Claude Code says about one answer of the model: its time and its tokens.
 ///
 /// Such a line is one JSON object with `type` "assistant", a `timestamp` and a `message` that holds `usage`. Nothing documents
-/// the format; it is taken from the logs of Claude Code 2.1. A count that is missing or no integer is 0. Of a key that stands
-/// twice the last one is meant.
+/// the format; it is taken from the logs of Claude Code 2.1. A count that is missing or not an integer is 0. If a key occurs
+/// twice, the last one counts.
 struct UsageLine {
     qint64 at = 0; ///< milliseconds since 1970, UTC
     qint64 input = 0;

@@ -18,15 +18,15 @@ QString claudeLogs(const QString &home);
 /// is never opened, and of the others only what was added since the last reading is read. Nothing is kept but the sums and how
 /// far each file was read.
 ///
-/// Any thread; one reading at a time. A reading blocks for the disk, so it belongs into the background. It never fails: what
-/// can't be read or isn't understood is passed over.
+/// Any thread; one reading at a time. A reading blocks for the disk, so it belongs in the background. It never fails: what
+/// can't be read or isn't understood is skipped.
 class UsageReader {
 public:
     UsageReader(const FileTree &tree, QString logs);
 
     /// The sums of the day that `now` belongs to, in the local time zone, as the logs stand.
     TokenUsage read(const QDateTime &now);
-    /// Makes a reading under way, and every later one, end early: the program is ending. Any thread.
+    /// Ends a reading under way, and every later one, early: the program is ending. Any thread.
     void stop() { m_stopped = true; }
 
 private:

@@ -21,7 +21,7 @@ class TokenSettings : public QObject {
     Q_PROPERTY(QString jiraEmail READ jiraEmail WRITE setJiraEmail NOTIFY changed FINAL)
     /// The keyring is locked, so that nobody can tell what is saved.
     Q_PROPERTY(bool locked READ locked NOTIFY changed FINAL)
-    /// Raised at each change, so that a view asks isSaved() again.
+    /// Grows with each change, so that a view asks isSaved() again.
     Q_PROPERTY(int revision READ revision NOTIFY changed FINAL)
 public:
     /// All of it outlives this.
@@ -32,7 +32,7 @@ public:
     void setJiraSite(const QString &site);
     QString jiraEmail() const;
     void setJiraEmail(const QString &email);
-    /// The site and the address are typed: stores them, and reads anew if one of them is another.
+    /// Stores the site and the address as typed, and reads again if one of them has changed.
     Q_INVOKABLE void readAnew();
     bool locked() const;
     Q_INVOKABLE void unlock();
@@ -46,7 +46,7 @@ public:
     /// Trims and stores it and reads anew; nothing happens if nothing is left.
     Q_INVOKABLE void save(const QString &name, const QString &token);
     Q_INVOKABLE void remove(const QString &name);
-    /// Asks the keyring; called as the pane comes up and when the user comes back to it.
+    /// Asks the keyring; called when the pane is shown and when the user returns to it.
     Q_INVOKABLE void reread();
 
 Q_SIGNALS:

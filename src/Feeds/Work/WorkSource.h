@@ -31,7 +31,7 @@ PullRequests loadPRs(ToolRunner &tools);
 class WorkSource : public QObject {
     Q_OBJECT
 public:
-    /// What the source leans on; all of it outlives the source.
+    /// What the source uses; all of it outlives the source.
     struct Needs {
         Clock &clock;
         Background &background;

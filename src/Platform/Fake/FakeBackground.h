@@ -6,7 +6,7 @@
 
 namespace velto {
 
-/// A pool that works when a test says so, on the test's own thread.
+/// A pool that works when the test tells it to, on the test's own thread.
 class FakeBackground final : public Background {
 public:
     void start(std::function<void()> work, std::function<void()> done) override

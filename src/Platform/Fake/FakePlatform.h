@@ -79,6 +79,10 @@ public:
 
     bool enabled() const override { return on; }
     bool set(bool wanted) override { return on = wanted && allowed; }
+    QString problem() const override
+    {
+        return allowed ? QString() : QStringLiteral("It can't be written: Read-only file system.");
+    }
 };
 
 class FakeVideoPlayer final : public VideoPlayer {

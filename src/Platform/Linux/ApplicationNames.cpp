@@ -90,6 +90,7 @@ constexpr std::array kNames{
     Names{"tabby"_L1, kTerminal},
     Names{"rio"_L1, kTerminal},
     Names{"contour"_L1, kTerminal},
+    Names{"org.freedesktop.weston.wayland-terminal"_L1, kTerminal},
     Names{"com.raggesilver.blackbox"_L1, kTerminal},
 };
 

@@ -9,7 +9,7 @@
 namespace velto {
 
 /// The identifier of the application whose windows carry this WM_CLASS; the class itself for one that isn't known.
-/// Empty without both.
+/// Empty if both are.
 QString identifierForClass(const QString &instance, const QString &windowClass);
 /// A screen recorder, or a program that has the screen locked while it runs, as its process tells.
 struct WatchedProgram {

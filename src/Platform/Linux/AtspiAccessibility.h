@@ -13,11 +13,11 @@ namespace velto {
 
 class Files;
 
-/// What tells of stillness before any desktop service has answered: the desktop's own files.
+/// Whether motion is unwanted, from the desktop's own files: known before any desktop service has answered.
 /// `kdeglobals` and `gtkSettings` are the files' contents.
 bool reducedMotionInFiles(const QByteArray &kdeglobals, const QByteArray &gtkSettings, bool isPlasma);
 
-/// The screen reader by the accessibility bus, stillness by the desktop portal's settings or the desktop's files.
+/// The screen reader through the accessibility bus, reduced motion through the portal's settings or the desktop's files.
 /// Announces through the view's own accessible tree. Knows nothing before start(), and waits for no answer.
 class AtspiAccessibility final : public Accessibility {
     Q_OBJECT

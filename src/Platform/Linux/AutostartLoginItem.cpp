@@ -2,7 +2,9 @@
 
 #include "Platform/Files.h"
 
+#include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -79,13 +81,18 @@ bool AutostartLoginItem::enabled() const
 
 bool AutostartLoginItem::set(bool on)
 {
-    if (on)
-        m_files.replace(m_path,
-                        "[Desktop Entry]\nType=Application\nName=Velto\nIcon=" VELTO_APPLICATION_ID "\nTryExec="
-                            + desktopString(m_program) + "\nExec=" + desktopExec(m_program)
-                            + "\nTerminal=false\nX-GNOME-Autostart-enabled=true\n");
-    else
-        QFile::remove(m_path);
+    m_problem.clear();
+    if (on) {
+        const auto error = m_files.replace(
+            m_path,
+            "[Desktop Entry]\nType=Application\nName=Velto\nIcon=" VELTO_APPLICATION_ID "\nTryExec=" + desktopString(m_program)
+                + "\nExec=" + desktopExec(m_program) + "\nTerminal=false\nX-GNOME-Autostart-enabled=true\n");
+        if (error)
+            m_problem = error->message;
+    } else if (QFile file(m_path); file.exists() && !file.remove()) {
+        m_problem = QCoreApplication::translate("AutostartLoginItem", "%1 can't be removed: %2.")
+                        .arg(QFileInfo(m_path).fileName(), file.errorString());
+    }
     return enabled();
 }
 

@@ -14,7 +14,7 @@ QByteArray desktopExec(const QString &program);
 /// Whether this desktop entry starts `program` at login.
 bool startsAtLogin(const QByteArray &entry, const QString &program);
 
-/// An entry of ours in the user's autostart folder.
+/// Our entry in the user's autostart folder.
 class AutostartLoginItem final : public LoginItem {
 public:
     /// `configuration` is the folder of the desktop's own files (XDG_CONFIG_HOME), `program` the absolute path to start.
@@ -22,11 +22,13 @@ public:
 
     bool enabled() const override;
     bool set(bool on) override;
+    QString problem() const override { return m_problem; }
 
 private:
     Files &m_files;
     QString m_path;
     QString m_program;
+    QString m_problem;
 };
 
 } // namespace velto

@@ -19,7 +19,7 @@ struct DBusMethod {
     std::chrono::milliseconds limit{-1}; ///< how long to wait for the answer; negative: as long as the bus usually does
 };
 
-/// Calls it without waiting. `done` gets the first value of the answer, out of its variants, or an invalid one after any
+/// Calls it without waiting. `done` gets the first value of the answer, unwrapped from variants, or an invalid one after any
 /// failure; on `context`'s thread, and never once that is gone.
 void ask(const QDBusConnection &bus, const DBusMethod &method, QObject *context, std::function<void(QVariant)> done);
 

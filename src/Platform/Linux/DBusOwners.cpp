@@ -25,7 +25,11 @@ void DBusOwners::follow(const QDBusConnection &bus, const QString &service)
     m_watcher->addWatchedService(service);
     const auto name = u"org.freedesktop.DBus"_s;
     ask(bus, {name, u"/org/freedesktop/DBus"_s, name, u"GetNameOwner"_s, {service}}, this,
-        [this, service](const QVariant &owner) { setOwner(service, owner.toString()); });
+        [this, service](const QVariant &owner) {
+            // The toolkit may hand over the answer after the news of a change that came behind it.
+            if (!m_owners.contains(service))
+                setOwner(service, owner.toString());
+        });
 }
 
 bool DBusOwners::sent(const QDBusMessage &signal, const QString &service) const
@@ -36,11 +40,12 @@ bool DBusOwners::sent(const QDBusMessage &signal, const QString &service) const
 
 void DBusOwners::setOwner(const QString &service, const QString &owner)
 {
-    if (m_owners.value(service) == owner)
-        return;
-    if (!m_owners.value(service).isEmpty())
-        Q_EMIT gone(service);
+    const QString before = m_owners.value(service);
     m_owners.insert(service, owner);
+    if (before == owner)
+        return;
+    if (!before.isEmpty())
+        Q_EMIT gone(service);
     if (!owner.isEmpty())
         Q_EMIT came(service);
 }

@@ -9,20 +9,20 @@ class QDBusServiceWatcher;
 
 namespace velto {
 
-/// Who owns the names of services that are listened to. Any program may send any signal, so one counts only if it comes from
-/// the owner of the name; and to have the toolkit look that up would wait for the bus.
+/// Who owns the names of the services we listen to. Any program may send any signal, so one counts only if it comes from
+/// the owner of the name; letting the toolkit look that up would wait for the bus.
 class DBusOwners final : public QObject {
     Q_OBJECT
 public:
     explicit DBusOwners(QObject *parent = nullptr);
 
-    /// Asks for the owner and follows it from then on; waits for nothing.
+    /// Asks for the owner and follows it from then on; doesn't block.
     void follow(const QDBusConnection &bus, const QString &service);
     /// Whether the signal comes from the owner of that service's name.
     bool sent(const QDBusMessage &signal, const QString &service) const;
 
 Q_SIGNALS:
-    /// The service has an owner, or another one; what the last one said is over.
+    /// The service has a new owner; what the previous one said no longer holds.
     void came(const QString &service);
     void gone(const QString &service);
 

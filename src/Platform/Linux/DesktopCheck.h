@@ -9,7 +9,7 @@ namespace velto {
 
 struct LinuxPlatform;
 
-/// One thing that a desktop or a machine does for us.
+/// One thing that the desktop or the machine provides.
 struct Checked {
     QString what;
     Support support; ///< whether, and if not, what to do about it

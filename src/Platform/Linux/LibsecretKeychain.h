@@ -11,7 +11,7 @@ namespace velto {
 
 /// The desktop's keyring, through libsecret. The library is loaded at the first use (linked, it cost 1.3 MB and 1.6 ms at
 /// every start), and without it there are no secrets. Reading waits 3 seconds at most and never for the user: a locked
-/// keyring gives nothing, has its own dialog opened once, and again for unlock(). Writing waits for that dialog, up to
+/// keyring yields nothing; its own dialog is opened once, and again for unlock(). Writing waits for that dialog, up to
 /// 30 seconds. Once it follows the session bus, it hears when another program unlocks the keyring
 /// (https://specifications.freedesktop.org/secret-service-spec/latest/).
 class LibsecretKeychain final : public Keychain {

@@ -92,7 +92,10 @@ std::unique_ptr<WindowSystem> makeWindowSystem(XcbServer &server, Clock &clock)
     if (QGuiApplication::platformName().startsWith(QLatin1StringView(kWayland)))
         if (auto system = makeWaylandWindowSystem(clock))
             return system;
-    return std::make_unique<X11WindowSystem>(server, clock, keyboardRoad());
+    auto x11 = std::make_unique<X11WindowSystem>(server, clock, keyboardRoad());
+    if (onWayland() && QGuiApplication::platformName() == QLatin1StringView(kX11))
+        return makeGuestWindowSystem(clock, std::move(x11));
+    return x11;
 }
 
 std::unique_ptr<HotKey> makeHotKey(XcbServer &server, Defaults &defaults)

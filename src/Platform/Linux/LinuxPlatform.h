@@ -26,12 +26,12 @@ class Defaults;
 
 /// Chooses the display that the toolkit will open, before there is an application object: Wayland where the compositor has a
 /// layer shell, else X11, which may be XWayland. `wanted`, or without it VELTO_DISPLAY, is "x11" or "wayland" and settles it.
-/// Returns one sentence for the user if there is none to be had. Should the one there is refuse, the making of the application
+/// Returns one sentence for the user if there is none. Should the one there is refuse, the making of the application
 /// object says so on the standard error and ends the program with status 1, where the toolkit itself would abort. A
 /// QT_QPA_PLATFORM that names neither X11 nor Wayland is left as it is.
 std::optional<QString> prepareGraphics(const QString &wanted = {});
 
-/// Everything that a Linux desktop does for us, in the order in which the pieces lean on each other.
+/// Everything that a Linux desktop does for us, in the order in which the pieces depend on each other.
 /// Construction needs the application object (QApplication for the tray) and does next to nothing.
 struct LinuxPlatform {
     LinuxPlatform(Clock &clock, Files &files, Defaults &defaults, const Places &places);

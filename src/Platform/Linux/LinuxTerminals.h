@@ -6,7 +6,7 @@
 
 namespace velto {
 
-/// The terminals on the search path. The desktop's own is found by its settings and customs; there is no iTerm.
+/// The terminals on the search path. The desktop's own is found by its settings and conventions; there is no iTerm.
 class LinuxTerminals final : public Terminals {
 public:
     explicit LinuxTerminals(Places places);

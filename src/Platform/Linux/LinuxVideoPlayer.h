@@ -10,11 +10,11 @@ class QProcess;
 namespace velto {
 
 /// A process of its own with the browser engine (velto-video), whose window becomes a part of ours. So the engine is loaded
-/// with the first video only, its memory goes with the sheet, and a Velto without it still runs.
+/// with the first video only, its memory is freed with the sheet, and Velto runs without it too.
 class LinuxVideoPlayer final : public VideoPlayer {
     Q_OBJECT
 public:
-    /// Where the player may be, the first that is there taken; with none given, where an installation has it.
+    /// Where the player may be: the first path that exists is taken; with none given, where an installation has it.
     explicit LinuxVideoPlayer(QStringList places = {}, QObject *parent = nullptr);
     ~LinuxVideoPlayer() override;
 

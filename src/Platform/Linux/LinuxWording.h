@@ -21,7 +21,7 @@ private:
     QString m_install;
 };
 
-/// Has the application speak so. Called once, before the first text is made.
+/// Installs these words for the application. Called once, before the first text is made.
 void speakLinux();
 
 } // namespace velto

@@ -14,7 +14,7 @@ class Clock;
 
 /// Locked as long as logind's hint for the session or any of the desktops' screen savers says so, or a locker runs that tells
 /// nobody. A request to lock counts for a few seconds, until a locker has answered it: a strip that never comes back is worse.
-/// Knows nothing before start(), and waits for no answer.
+/// Knows nothing before start(), and never blocks.
 class LogindSession final : public Session {
     Q_OBJECT
 public:

@@ -31,10 +31,10 @@ bool isPlayer(const QString &service)
 }
 
 /// A second instance of a program has a suffix behind its name: "vlc.instance7389".
-QString applicationOf(const QString &service)
+MediaPlayer::Known knownAs(const QString &service)
 {
     const bool spotify = service.mid(kPrefix.size()).section(u'.', 0, 0).compare("spotify"_L1, Qt::CaseInsensitive) == 0;
-    return spotify ? u"com.spotify.client"_s : service;
+    return spotify ? MediaPlayer::Known::Spotify : MediaPlayer::Known::No;
 }
 
 /// A dictionary of an answer; empty if it is anything else.
@@ -117,7 +117,7 @@ QList<MediaPlayer> MprisPlayers::running() const
 {
     QList<MediaPlayer> players;
     for (const auto &service : m_services)
-        players.append({service, applicationOf(service)});
+        players.append({service, knownAs(service)});
     return players;
 }
 

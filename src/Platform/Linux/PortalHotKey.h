@@ -11,9 +11,9 @@ namespace velto {
 
 class Defaults;
 
-/// The global key by the desktop's portal (org.freedesktop.portal.GlobalShortcuts), where the display gives no program one:
+/// The global key through the desktop's portal (org.freedesktop.portal.GlobalShortcuts), where the display gives no program one:
 /// under Wayland, also to windows that come through XWayland. The desktop asks the user and may let them choose other keys;
-/// who declined isn't asked again at the next start.
+/// a user who declined isn't asked again at the next start.
 /// https://flatpak.github.io/xdg-desktop-portal/docs/doc-org.freedesktop.portal.GlobalShortcuts.html
 class PortalHotKey final : public HotKey {
     Q_OBJECT
@@ -42,7 +42,7 @@ private:
     void portalGone();
     void missing(const QString &desktop);
     void become(const Support &support, const QString &keys = {});
-    /// Calls the portal; its answer, which comes as a signal of an object named in advance, goes to `slot`.
+    /// Calls the portal; its answer, a signal from an object named in advance, goes to `slot`.
     void request(const QString &method, const QVariantList &arguments, QVariantMap options, const char *slot);
 
     Defaults &m_defaults;

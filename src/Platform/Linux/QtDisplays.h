@@ -17,7 +17,8 @@ struct TopStrut {
 
 /// The height of the panel at the top of the display `native`, in the X server's pixels; 0 without one.
 int topPanelHeight(const QList<TopStrut> &struts, const QRect &native);
-/// The status bar's thickness for a panel of that height, in device-independent pixels. What is too high for a panel isn't one.
+/// The status bar's thickness for a panel of that height, in device-independent pixels. Something too high to be a panel counts
+/// as none.
 double statusBarThicknessFor(double panelHeight);
 
 /// Whether an output of that name is part of the device, as the kernel's connectors are called.

@@ -6,7 +6,7 @@
 
 namespace velto {
 
-/// Links go to the user's browser, files to the file manager on the session bus, or else to whatever opens folders.
+/// Links go to the user's browser, files to the file manager on the session bus, or failing that to whatever opens folders.
 class XdgWorkspace final : public QObject, public Workspace {
     Q_OBJECT
 public:

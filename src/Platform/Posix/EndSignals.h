@@ -8,8 +8,8 @@
 
 namespace velto {
 
-/// Lets the program end as by its menu when it is asked to end from outside: SIGTERM, SIGINT, SIGHUP. The second one ends it at
-/// once, whatever it does then. One object at a time; needs an event loop.
+/// Ends the program as its menu does when it is asked to end from outside: SIGTERM, SIGINT, SIGHUP. The second one ends it at
+/// once, whatever it is doing. One object at a time; needs an event loop.
 class EndSignals {
 public:
     /// `ended` is called on the UI thread.

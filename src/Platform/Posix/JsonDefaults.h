@@ -18,9 +18,9 @@ class SettingsFile;
 ///
 /// Bools, integers, text and lists of text are plain JSON, reals with a fraction too; a whole real is {"real": "2"} and a date
 /// {"date": "2026-11-21T09:00:00.000Z"}, so that neither comes back as something else. Keys and values that this program doesn't
-/// know stay in the file, and so does what another program changes there, but for the keys that are set here. A file that can't
-/// be understood reads as empty and is copied aside (".damaged-" and the time) before it is written over; one that can't be read
-/// at all is never written over.
+/// know stay in the file, and so does what another program changes there, except for keys that are set here. A file that can't
+/// be parsed reads as empty and is copied aside (".damaged-" and the time) before it is overwritten; one that can't be read
+/// at all is never overwritten.
 class JsonDefaults final : public Defaults {
 public:
     JsonDefaults(Files &files, FileWriter &writer, const Clock &clock, QString path);

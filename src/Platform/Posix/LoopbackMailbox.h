@@ -19,7 +19,7 @@ public:
 
     LoopbackMailbox();
 
-    /// Readable when there is mail; -1 if the system gave none.
+    /// Readable when there is mail; -1 if the system had no descriptor left.
     int descriptor() const { return m_event.get(); }
     void post(ConnectionId connection, QByteArray reply);
     void stop();

@@ -9,7 +9,7 @@ namespace velto {
 
 /// Files on a POSIX system. A write goes to a new file in the folder of the old one, is forced to the disk, and takes the old
 /// one's place by a rename; whatever fails on the way, the old file stands whole and the new one is gone. A file whose owner made
-/// it read-only is respected, also by root. Missing folders are made for the user alone (0700). A new file is locked (flock)
+/// it read-only is left alone, even by root. Missing folders are created for the user alone (0700). A new file is locked (flock)
 /// until it takes its place: one without a lock is what a kill has left.
 class PosixFiles final : public Files {
 public:

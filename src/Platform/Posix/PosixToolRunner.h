@@ -13,11 +13,11 @@ namespace velto {
 
 /// Runs tools through /usr/bin/env, with the environment that the program was started with but for PATH. A tool inherits no
 /// descriptor and no signal state of ours. One thread serves one tool: the caller's.
-/// A tool that outlasts its time is asked to end and left to itself; what remains of it is reaped by later runs, and ends with
+/// A tool that exceeds its time is asked to end and then left alone; what remains of it is reaped by later runs, and ends with
 /// the program at the latest. Each tool leads a process group of its own, so that what it started ends with it then.
 class PosixToolRunner final : public ToolRunner {
 public:
-    /// What a tool may print, both streams together, before it is given up.
+    /// What a tool may print, both streams together, before it is abandoned.
     static constexpr qsizetype kMaximumOutput = qsizetype{64} * 1024 * 1024;
 
     /// `lastWords` is what a tool gets that is asked to end because its time is up.
@@ -34,7 +34,7 @@ public:
     bool toolInstalled(const QString &name) const override;
     bool mayBeSignedIn(const QString &name) const override;
 
-    /// Gives up every run under way, and fails every later one: the program is ending. Returns at once; within a third of a
+    /// Abandons every run under way, and fails every later one: the program is ending. Returns at once; within a third of a
     /// second the runs have ended, and their tools with them, willing or not. Any thread.
     void stop();
 

@@ -4,8 +4,8 @@
 
 namespace velto {
 
-/// From now on the program has so long to end in order. Whatever still hangs then, a disk, a keyring or a name server, it ends
-/// with this exit status all the same.
+/// From now on the program has this long to end in order. Whatever still hangs then, be it a disk, a keyring or a name server, it
+/// ends with this exit status all the same.
 void endsWithin(std::chrono::milliseconds limit, int status);
 
 } // namespace velto

@@ -8,8 +8,8 @@
 
 namespace velto {
 
-/// A small pool of threads. Its end waits for all work, so tools are given up first (see PosixToolRunner) and the program limits
-/// its end (see endsWithin).
+/// A small thread pool. Its destructor waits for all work, so tools are abandoned first (see PosixToolRunner) and the program
+/// limits its end (see endsWithin).
 class ThreadPoolBackground final : public Background {
 public:
     /// Most work waits for a tool, so there may be more of it at once than there are cores. With one thread it is done in order.
@@ -18,7 +18,7 @@ public:
 
     void start(std::function<void()> work, std::function<void()> done) override;
 
-    /// Keeps what is started from now on until release(), which starts it: so that the first frame has the machine for itself.
+    /// Holds back what is started from now on until release(), so that the first frame has the machine to itself.
     /// UI thread, like release().
     void hold() { m_holding = true; }
     void release();

@@ -35,7 +35,7 @@ struct Agent {
     bool operator==(const Agent &) const = default;
 };
 
-/// The sessions of a listing as it was printed; nothing if it is not such a listing. Any thread.
+/// The sessions of a listing as it was printed; nothing if it isn't such a listing. Any thread.
 std::optional<QList<Agent>> parseAgents(QByteArrayView listing);
 
 /// Asks Claude Code for its live sessions: working ones first, the newest leading. Nothing if the listing failed.

@@ -9,7 +9,7 @@
 namespace velto {
 
 /// rowId, agentId, title, stateWord, detail, age, folder, working, canResume, spoken: a session as its row shows it and as a
-/// screen reader says it. Texts that a session lacks are empty. Who begins to work, or stops, gets another row.
+/// screen reader says it. Texts that a session lacks are empty. A session that starts or stops working gets another row.
 QList<QByteArray> agentRoles();
 RowModel::Row agentRow(const Agent &agent, const QDateTime &now);
 

@@ -39,19 +39,20 @@ QList<RowModel::Row> rowsOf(const QList<Agent> &agents, const QDateTime &now)
 AgentsSource::AgentsSource(Needs needs, QObject *parent)
     : VeltoSource(parent)
     , m_needs(std::move(needs))
-    , m_road({m_needs.clock, m_needs.background, m_needs.tools, m_needs.machine, m_needs.installer, m_needs.listener.get()})
+    , m_hooks({m_needs.clock, m_needs.background, m_needs.tools, m_needs.machine, m_needs.installer, m_needs.listener.get()})
+    , m_alerts({m_needs.clock, m_needs.prefs, m_needs.applications})
     , m_sessionRows(agentRoles())
     , m_toolRows(toolRoles())
 {
-    readHooks();
     publish();
     // The ids that the user dismissed, and whether the module is on, live in the preferences.
     connect(&m_needs.prefs, &Prefs::changed, this, [this] { m_needs.clock.post(this, [this] { publish(); }); });
-    connect(&m_road, &HookRoad::changed, this, [this] { publish(); });
-    connect(&m_road, &HookRoad::formChanged, this, [this] {
-        readHooks();
-        publish();
-    });
+    connect(&m_hooks, &HookLink::changed, this, [this] { publish(); });
+    connect(&m_alerts, &AgentAlerts::peekWanted, this, &AgentsSource::peekWanted);
+    connect(&m_alerts, &AgentAlerts::peekWithdrawn, this, &AgentsSource::peekWithdrawn);
+    connect(&m_alerts, &AgentAlerts::peeksRetracted, this, &AgentsSource::peeksRetracted);
+    connect(&m_alerts, &AgentAlerts::listingWanted, this, &AgentsSource::refresh);
+    connect(&m_alerts, &AgentAlerts::turnEnded, &m_hooks, &HookLink::turnEnded);
     listen();
 }
 
@@ -64,22 +65,10 @@ void AgentsSource::listen()
 {
     if (!m_needs.listener)
         return;
-    m_needs.listener->onEvent = [self = QPointer(this)](const HookEvent &event) {
-        if (self)
-            self->hook(event);
-    };
-    m_needs.listener->onPermission = [self = QPointer(this)](const HookEvent &event, HookListener::QuestionId asker,
-                                                             const HookListener::Reply &reply) {
-        if (self)
-            self->permission(event, asker, reply);
-        else
-            reply(std::nullopt);
-    };
-    m_needs.listener->onWithdrawn = [self = QPointer(this)](HookListener::QuestionId asker) {
-        if (self)
-            self->withdrawn(asker);
-    };
-    m_road.listen();
+    connect(m_needs.listener.get(), &HookListener::told, this, &AgentsSource::hook);
+    connect(m_needs.listener.get(), &HookListener::asked, this, &AgentsSource::permission);
+    connect(m_needs.listener.get(), &HookListener::withdrawn, this, &AgentsSource::withdrawn);
+    m_hooks.listen();
 }
 
 QString AgentsSource::title() const
@@ -101,9 +90,9 @@ void AgentsSource::refresh()
 {
     if (!m_needs.prefs.isOn(Prefs::Module::Agents))
         return;
-    m_road.listen();
+    m_hooks.listen();
     if (!m_needs.tools.toolInstalled(u"claude"_s)) {
-        m_agents.clear();
+        setAgents({});
         m_state = SourceState::unavailable(tr("Claude Code isn't installed on this Mac."),
                                            tr("Scan still finds other AI tools like Codex, Cursor and Ollama."));
         publish();
@@ -137,22 +126,22 @@ void AgentsSource::apply(const std::optional<QList<Agent>> &listing, Instant beg
         publish();
         return;
     }
-    m_agents = *listing;
+    setAgents(*listing);
     m_state = SourceState::ready();
     publish();
-    // One that was begun earlier than what is known already tells of the past: no step from one to the other ever happened.
-    if (m_latestCompared && begun < *m_latestCompared)
-        return;
-    m_latestCompared = begun;
-    QMap<QString, Agent> byId;
-    for (const Agent &agent : *listing)
-        byId.insert(agent.id, agent);
-    takeBack(*listing, begun);
-    // Right after the start there is nothing to compare with: what waits already is no news.
-    if (const auto previous = std::exchange(m_previous, std::move(byId))) {
-        diff(*previous, *listing);
-        watchTurns(*previous, *listing);
-    }
+    m_alerts.compare(*listing, begun);
+}
+
+void AgentsSource::setAgents(const QList<Agent> &agents)
+{
+    m_agents = agents;
+    m_alerts.setAgents(agents);
+}
+
+void AgentsSource::hook(const HookEvent &event)
+{
+    m_alerts.hook(event);
+    refresh();
 }
 
 void AgentsSource::scan()
@@ -189,9 +178,9 @@ void AgentsSource::publish(Announce announce)
                    m_state,           m_tools,
                    m_scanning,        scannedText(),
                    m_waitingExpanded, offersHooks(),
-                   m_hooksInstalled,  m_needsUpgrade,
-                   hearing(),         m_needs.installer.goesPastProxy(),
-                   m_hookError};
+                   hooksInstalled(),  needsUpgrade(),
+                   hearing(),         goesPastProxy(),
+                   m_hooks.error()};
     QList<Agent> running;
     QList<Agent> waiting;
     for (const Agent &agent : m_agents) {
@@ -225,11 +214,6 @@ QList<Agent> AgentsSource::waiting() const
     return members(Group::Waiting);
 }
 
-QList<Agent> AgentsSource::stale() const
-{
-    return members(Group::Stale);
-}
-
 int AgentsSource::runningCount() const
 {
     return count(Group::Running);
@@ -249,6 +233,16 @@ int AgentsSource::hiddenWaiting() const
 {
     const int waiting = waitingCount();
     return !m_waitingExpanded && waiting >= kFoldsFrom ? waiting - (kFoldsFrom - 1) : 0;
+}
+
+bool AgentsSource::offersHooks() const
+{
+    return m_state == SourceState::ready() && m_needs.prefs.isOn(Prefs::Module::Agents) && !m_hooks.installed();
+}
+
+SourceState AgentsSource::hearing() const
+{
+    return m_needs.prefs.isOn(Prefs::Module::Agents) ? m_hooks.hearing() : SourceState::ready();
 }
 
 QString AgentsSource::scannedText() const

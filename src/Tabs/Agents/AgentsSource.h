@@ -5,13 +5,12 @@
 #include "Core/SourceState.h"
 #include "Core/VeltoSource.h"
 #include "Hooks/HookEvent.h"
-#include "Hooks/HookRoad.h"
-#include "Platform/Timer.h"
+#include "Hooks/HookLink.h"
+#include "Hooks/HookListener.h"
 #include "Tabs/Agents/Agent.h"
-#include "Tabs/Agents/OpenQuestions.h"
+#include "Tabs/Agents/AgentAlerts.h"
 #include "Tabs/Agents/ToolProcess.h"
 
-#include <QMap>
 #include <memory>
 
 namespace velto {
@@ -36,7 +35,7 @@ class AgentsSource : public VeltoSource {
     Q_PROPERTY(int runningCount READ runningCount NOTIFY changed FINAL)
     Q_PROPERTY(int waitingCount READ waitingCount NOTIFY changed FINAL)
     Q_PROPERTY(int staleCount READ staleCount NOTIFY changed FINAL)
-    /// The working sessions, and the waiting ones that are on show: the first six while a longer list is folded.
+    /// The working sessions, and the waiting ones on show: the first six while a longer list is folded.
     Q_PROPERTY(QAbstractItemModel *sessions READ sessionRows CONSTANT FINAL)
     Q_PROPERTY(bool waitingFolds READ waitingFolds NOTIFY changed FINAL)
     Q_PROPERTY(bool waitingExpanded READ waitingExpanded NOTIFY changed FINAL)
@@ -56,17 +55,17 @@ class AgentsSource : public VeltoSource {
     Q_PROPERTY(bool needsUpgrade READ needsUpgrade NOTIFY changed FINAL)
     /// Whether Claude Code's calls arrive: `failed` with a sentence while they don't.
     Q_PROPERTY(velto::SourceState hearing READ hearing NOTIFY changed FINAL)
-    /// What installHooks() adds, as text to agree to; it may change while the road is tried.
+    /// What installHooks() adds, as text to agree to; it may change while the road is tested.
     Q_PROPERTY(QString previewText READ preview NOTIFY changed FINAL)
     Q_PROPERTY(bool heard READ heard NOTIFY changed FINAL)
     Q_PROPERTY(bool goesPastProxy READ goesPastProxy NOTIFY changed FINAL)
     /// The last failure to connect or disconnect, in a sentence; empty if there was none.
     Q_PROPERTY(QString hookErrorText READ hookErrorText NOTIFY changed FINAL)
 public:
-    /// While folded, a list of this many waiting sessions at least shows one less.
+    /// A list of at least this many waiting sessions folds, and then shows one fewer.
     static constexpr int kFoldsFrom = 7;
 
-    /// What the source leans on; all of it outlives the source.
+    /// What the source uses; all of it outlives the source.
     struct Needs {
         Clock &clock;
         Background &background;
@@ -93,13 +92,9 @@ public:
     SourceState state() const { return m_state; }
     const QList<ToolProcess> &tools() const { return m_tools; }
     bool scanning() const { return m_scanning; }
-    std::optional<QDateTime> lastScan() const { return m_lastScan; }
-    bool hooksInstalled() const { return m_hooksInstalled; }
-    std::optional<QString> hookError() const { return m_hookError; }
 
     QList<Agent> running() const;
     QList<Agent> waiting() const;
-    QList<Agent> stale() const;
     int runningCount() const;
     int waitingCount() const;
     int staleCount() const;
@@ -114,39 +109,36 @@ public:
     QString scannedText() const;
     /// All is well, and there is nothing to show.
     bool isEmpty() const { return m_state == SourceState::ready() && m_agents.isEmpty() && m_tools.isEmpty(); }
-    bool offersHooks() const;
-    bool needsUpgrade() const { return m_needsUpgrade; }
-    QString hookErrorText() const { return m_hookError.value_or(QString()); }
 
+    bool offersHooks() const;
+    bool hooksInstalled() const { return m_hooks.installed(); }
+    bool needsUpgrade() const { return m_hooks.needsUpgrade(); }
+    QString hookErrorText() const { return m_hooks.error().value_or(QString()); }
     SourceState hearing() const;
     bool heard() const { return hearing() == SourceState::ready(); }
-    bool goesPastProxy() const;
-
-    OnPeek onPeek;
-    /// A question that was raised is over: its asker is gone, or has its answer from elsewhere.
-    std::function<void(const QUuid &peek)> onWithdraw;
-    /// What was raised with this news is no longer true of these sessions.
-    std::function<void(Peek::News, const QSet<QString> &sessions)> onRetract;
+    bool goesPastProxy() const { return m_hooks.goesPastProxy(); }
+    QString preview() const { return m_hooks.preview(); }
 
     Q_INVOKABLE void refresh();
     /// One pass over other AI tools and the listing. Does nothing while one is under way.
     Q_INVOKABLE void scan();
     /// What a memory hub tells of the user's other machine. Outlives the source.
     void setOtherMac(QAbstractItemModel *rows) { m_otherMac = rows; }
+    // What the listener hears; see AgentAlerts.
     void hook(const HookEvent &event);
-    /// The next question of no session in particular is one that the user wants to try: it's shown also where a session's would
-    /// be left to the terminal.
-    void expectTrial() { m_expectsTrial = true; }
-    void permission(const HookEvent &event, HookListener::QuestionId asker, const HookListener::Reply &reply);
-    /// The asker of that question is gone.
-    void withdrawn(HookListener::QuestionId asker);
-    Q_INVOKABLE void installHooks();
-    Q_INVOKABLE void removeHooks();
-    QString preview() const;
-    /// The user is about to agree to the hooks: finds out in which form they arrive.
-    Q_INVOKABLE void prepareHooks();
-    /// Listens, and tries the road, once more.
-    Q_INVOKABLE void tryHearing();
+    void permission(const HookEvent &event, HookListener::QuestionId asker, const HookListener::Reply &reply)
+    {
+        m_alerts.permission(event, asker, reply);
+    }
+    void withdrawn(HookListener::QuestionId asker) { m_alerts.withdrawn(asker); }
+    void expectTrial() { m_alerts.expectTrial(); }
+
+    Q_INVOKABLE void installHooks() { m_hooks.install(); }
+    Q_INVOKABLE void removeHooks() { m_hooks.remove(); }
+    /// The user is about to agree to the hooks: finds out which form of the commands gets through.
+    Q_INVOKABLE void prepareHooks() { m_hooks.prepare(); }
+    /// Listens, and tests the road, once more.
+    Q_INVOKABLE void tryHearing() { m_hooks.tryAgain(); }
     Q_INVOKABLE void dismiss(const QString &id);
     Q_INVOKABLE void clearWaiting();
     Q_INVOKABLE void toggleWaiting();
@@ -156,6 +148,11 @@ public:
     Q_INVOKABLE QString terminalName() const;
     /// Shows the session's folder in the file manager.
     Q_INVOKABLE void openFolder(const QString &id) const;
+
+Q_SIGNALS:
+    /// See AgentAlerts.
+    void peekWithdrawn(const QUuid &id);
+    void peeksRetracted(velto::Peek::News news, const QSet<QString> &sessions);
 
 private:
     enum class Group : quint8 { Running, Waiting, Stale };
@@ -180,24 +177,10 @@ private:
     enum class Announce : quint8 { IfChanged, Always };
 
     void listen();
-    void readHooks();
     void startListing();
     void apply(const std::optional<QList<Agent>> &listing, Instant begun);
+    void setAgents(const QList<Agent> &agents);
     void publish(Announce announce = Announce::IfChanged);
-    void diff(const QMap<QString, Agent> &previous, const QList<Agent> &listing);
-    void watchTurns(const QMap<QString, Agent> &previous, const QList<Agent> &listing);
-    void takeBack(const QList<Agent> &listing, Instant begun);
-    void raise(Peek peek) const;
-    void retract(Peek::News news, const QSet<QString> &sessions) const;
-    void withdraw(const QList<QUuid> &questions) const;
-    void notified(const HookEvent &event, const QString &name);
-    void ask(const HookEvent &event, const QString &name, HookListener::QuestionId asker, const HookListener::Reply &reply);
-    void questionEnded(const QUuid &peek, const QString &name, std::optional<bool> answer, bool inTime);
-    void lookAgainIn(std::chrono::seconds delay);
-    static Peek needsYou(const QString &text, const QString &session);
-    void donePeek(const QString &session, const QString &text, const std::optional<QString> &resume,
-                  const std::optional<QString> &cwd);
-    QString nameFor(const HookEvent &event) const;
     Group groupOf(const Agent &agent, const QDateTime &now) const;
     /// Now, in UTC: a local time asks the system for its zone whenever it's compared.
     QDateTime instant() const;
@@ -209,29 +192,13 @@ private:
     QList<Agent> m_agents;
     SourceState m_state = SourceState::loading();
     QList<ToolProcess> m_tools;
-    bool m_expectsTrial = false;
     bool m_scanning = false;
     std::optional<QDateTime> m_lastScan;
     bool m_waitingExpanded = false;
-    bool m_hooksInstalled = false;
-    bool m_needsUpgrade = false;
-    std::optional<QString> m_hookError;
-    /// The listing before this one; nothing until the first.
-    std::optional<QMap<QString, Agent>> m_previous;
-    QMap<QString, QDateTime> m_lastDonePeek;
-    HookRoad m_road;
-    OpenQuestions m_questions;
-    QHash<QString, Instant> m_turns; ///< by session: since when it is seen to work
-    struct Notice {
-        QString text;
-        Instant at;
-    };
-    QHash<QString, Notice> m_notices; ///< by session: the last Notification that was raised
-    QHash<QString, Instant> m_saidDone; ///< by session, as long as a listing may not know of it yet
-    TimerHandle m_lookAgain;
-    std::optional<Instant> m_latestCompared; ///< when that listing was begun
     int m_listingsUnderWay = 0;
     bool m_listingWanted = false;
+    HookLink m_hooks;
+    AgentAlerts m_alerts;
     Published m_published;
     RowModel m_sessionRows;
     RowModel m_toolRows;

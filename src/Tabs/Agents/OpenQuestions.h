@@ -20,12 +20,12 @@ public:
         Instant came;
         bool seenWaiting = false; ///< a listing that was begun later shows its session waiting for it
     };
-    /// For this long after an answer, whatever else announces the same question is late.
+    /// For this long after an answer, anything else that announces the same question is late.
     static constexpr std::chrono::seconds kAftermath{15};
 
     bool isEmpty() const { return m_open.isEmpty(); }
     void add(Question question) { m_open.append(std::move(question)); }
-    /// It is over; whether the user answered it.
+    /// It is over; `answered`: by the user's answer.
     void close(const QUuid &peek, bool answered, Instant now);
     /// The user has just been told of a question of the session, in another way.
     void announced(const QString &session, Instant now);

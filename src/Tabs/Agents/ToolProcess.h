@@ -9,7 +9,7 @@ class ToolRunner;
 
 /// Another AI tool seen running on this machine.
 struct ToolProcess {
-    QString name; ///< its display name, and what it is told by
+    QString name; ///< its display name, which identifies it
     QString symbol;
     int count = 0; ///< processes
     QString since; ///< elapsed time of the oldest, as `ps` prints it

@@ -28,9 +28,9 @@ class CalendarForm : public QObject {
     /// The meeting being typed in; it counts once it is saved.
     Q_PROPERTY(QString title MEMBER m_title NOTIFY edited FINAL)
     Q_PROPERTY(velto::DateModel *day READ day CONSTANT FINAL)
-    /// The time of day, as one types it.
+    /// The time of day, as it is typed.
     Q_PROPERTY(QString time READ time WRITE setTime NOTIFY edited FINAL)
-    /// What was typed last is no time.
+    /// What was typed last isn't a time.
     Q_PROPERTY(bool timeUnreadable READ timeUnreadable NOTIFY edited FINAL)
     Q_PROPERTY(QString link MEMBER m_link NOTIFY edited FINAL)
     /// What was just done, for the user to see.
@@ -75,7 +75,7 @@ Q_SIGNALS:
     void edited();
 
 private:
-    /// What changed() speaks of, as last announced.
+    /// What changed() last announced.
     struct Seen {
         bool google = false;
         bool linked = false;

@@ -112,7 +112,7 @@ GlassCard {
         multiline: true
         words: root.form.errorText
         color: Theme.ink(Theme.coral)
-        Accessible.role: Accessible.AlertMessage
+        Accessible.role: Accessible.Notification
         Accessible.name: text
     }
     Column {
@@ -182,7 +182,7 @@ GlassCard {
                 visible: text !== ""
                 text: root.form.doneText
                 color: Theme.mint
-                Accessible.role: Accessible.AlertMessage
+                Accessible.role: Accessible.Notification
                 Accessible.name: text
             }
         }

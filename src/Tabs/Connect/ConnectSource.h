@@ -44,7 +44,7 @@ class ConnectSource : public VeltoSource {
     Q_PROPERTY(bool calendarFormOpen READ calendarFormOpen NOTIFY changed FINAL)
     Q_PROPERTY(bool mcpFormOpen READ mcpFormOpen NOTIFY changed FINAL)
     Q_PROPERTY(bool usageOpen READ usageOpen NOTIFY changed FINAL)
-    /// The tokens of each hour of today, as parts of the greatest, and the greatest in words.
+    /// Today's tokens for each hour, as fractions of the maximum, and the maximum in words.
     Q_PROPERTY(QList<double> usageHours READ usageHours NOTIFY changed FINAL)
     Q_PROPERTY(QString usageMost READ usageMost NOTIFY changed FINAL)
     /// The same for a screen reader: the hours that have any.
@@ -97,9 +97,9 @@ public:
     McpForm *mcp() { return &m_mcp; }
     QAbstractItemModel *salesConnectors() { return &m_sales; }
 
-    /// The tab came on show.
+    /// The tab has come into view.
     Q_INVOKABLE void appeared();
-    /// Stores a token, and turns the module on that it is for.
+    /// Stores a token, and turns on the module that it is for.
     Q_INVOKABLE void saveToken(const QString &name, const QString &token);
     Q_INVOKABLE void chooseMode(const QString &value);
     /// By a module's raw value.
@@ -117,7 +117,7 @@ public:
 Q_SIGNALS:
     /// The user wants to see what connecting Claude Code's hooks adds.
     void hooksWanted();
-    /// The user goes on in a window of its own, which the panel would cover.
+    /// The user continues in another window, which the panel would cover.
     void otherWindowWanted();
     /// A form was opened; the view brings it into sight.
     void formOpened(const QString &module);

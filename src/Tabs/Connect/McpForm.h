@@ -11,7 +11,7 @@ class SignalsSource;
 class TerminalApp;
 
 /// The MCP servers that Claude Code knows, and a way to add one. Everything that changes them runs in the user's terminal, so
-/// that Claude Code stays the only one who keeps them. UI thread only.
+/// that Claude Code alone keeps them. UI thread only.
 class McpForm : public QObject {
     Q_OBJECT
     /// name, detail, status ("ok", "auth" or "failed"), statusText, actionLabel (empty while connected)
@@ -39,7 +39,7 @@ public:
     bool canAdd() const;
     QString problem() const;
 
-    /// "Sign in" or "Inspect", by what the server needs.
+    /// "Sign in" or "Inspect", depending on what the server needs.
     Q_INVOKABLE void act(const QString &name);
     Q_INVOKABLE void copyEndpoint(const QString &name);
     /// Does nothing unless there is a name and an https address.

@@ -58,7 +58,7 @@ public:
     /// The row for a feed that isn't ready. True if the feed is ready.
     bool addUnlessReady(const QString &id, const QString &symbol, const QString &name, const SourceState &state,
                         const std::function<void()> &unlock = {});
-    /// What the user has entered and can lose, or may think lost.
+    /// What the user has entered and could lose, or may think lost.
     void addFiles(FileWriter &writer);
     HomeItem::Action openTab(const QString &label, Tab tab) const;
     /// Nothing for a link that may not be opened.

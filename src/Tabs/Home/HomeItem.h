@@ -26,7 +26,7 @@ struct HomeItem {
     bool checking = false; ///< a first read is under way
 
     bool urgent() const { return tone == Tone::Bad || tone == Tone::Warn; }
-    /// What the row does can't be compared; two rows that look alike do alike.
+    /// What the row does can't be compared; rows that look alike do the same.
     bool operator==(const HomeItem &other) const
     {
         return id == other.id && symbol == other.symbol && tone == other.tone && title == other.title && detail == other.detail

@@ -17,7 +17,7 @@ class TerminalApp;
 class VideoPlayer;
 
 /// The brief: what needs the user now, out of everything that the other stores know. It has no data of its own. The list is
-/// built once for each change of those stores, when somebody asks, however many ask. UI thread only.
+/// built at most once for each change of those stores, when somebody asks. UI thread only.
 class HomeSource : public VeltoSource {
     Q_OBJECT
     Q_MOC_INCLUDE("Platform/VideoPlayer.h")
@@ -32,12 +32,12 @@ class HomeSource : public VeltoSource {
     /// Which subjects aren't set up yet, as one line; empty if all are.
     Q_PROPERTY(QString setupText READ setupText NOTIFY changed FINAL)
     Q_PROPERTY(bool guideShown READ guideShown NOTIFY changed FINAL)
-    /// A video is to be played in the panel; what the player is to show, and whence it comes.
+    /// A video should be played in the panel; what the player should show, and where it comes from.
     Q_PROPERTY(bool videoShown READ videoShown NOTIFY changed FINAL)
     Q_PROPERTY(QString videoHtml READ videoHtml NOTIFY changed FINAL)
     Q_PROPERTY(QUrl videoBase READ videoBase NOTIFY changed FINAL)
     Q_PROPERTY(velto::VideoPlayer *videoPlayer READ videoPlayer CONSTANT FINAL)
-    /// What became of a press, where it isn't plain to see; empty again after a while.
+    /// The outcome of a press where it isn't obvious; empty again after a while.
     Q_PROPERTY(QString noticeText READ noticeText NOTIFY changed FINAL)
 public:
     enum Tone : int { Bad, Warn, Info, Off }; // as HomeItem::Tone, by the names that views use
@@ -87,13 +87,13 @@ public:
     Q_INVOKABLE void dismissGuide();
     Q_INVOKABLE void openVideoInBrowser();
     Q_INVOKABLE void closeVideo();
-    /// In the panel; in the browser where the player isn't installed.
+    /// In the panel, or in the browser if the player isn't installed.
     void playVideo(const QUrl &url);
 
     void worldChanged() override;
 
 private:
-    /// What views see beside the rows; compared to tell whether anything has changed.
+    /// What views see besides the rows, kept to detect whether anything has changed.
     struct Published {
         QList<HomeItem> items;
         QString greeting;

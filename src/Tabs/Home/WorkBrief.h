@@ -6,7 +6,7 @@ namespace velto {
 
 struct WorkItem;
 
-/// The rows of what comes from outside: reviews, issues, mentions, builds, servers, repositories and their like. Each function
+/// The rows about what comes from outside: reviews, issues, mentions, builds, servers, repositories and the like. Each function
 /// adds those of its subject.
 class WorkBrief {
     Q_DECLARE_TR_FUNCTIONS(velto::WorkBrief)

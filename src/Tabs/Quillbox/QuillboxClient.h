@@ -15,7 +15,7 @@ namespace velto {
 class Background;
 class Http;
 
-/// Why a call to a hub came to nothing.
+/// Why a call to a hub failed.
 struct HubError {
     static constexpr auto kDomain = "hub";
     static constexpr int kNotConnected = 0;
@@ -28,8 +28,8 @@ struct HubError {
     bool operator==(const HubError &) const = default;
 };
 
-/// The one place that speaks to a Quillbox hub. Keeps nothing and retries nothing. UI thread only; what it hands out stays
-/// good when it goes, and the caller checks after the co_await whether its own object still lives.
+/// The one place that talks to a Quillbox hub. Keeps nothing and retries nothing. UI thread only; its tasks stay
+/// valid when it is gone, and the caller checks after the co_await whether its own object still lives.
 class QuillboxClient {
 public:
     template <typename Value> using Answer = QCoro::Task<Result<Value, HubError>>;
@@ -45,7 +45,7 @@ public:
     Answer<QByteArray> request(QString path, QByteArray method, std::optional<QJsonObject> json, QuillboxMode mode) const;
     /// What the selected hub knows.
     Answer<VeltoSnapshot> snapshot() const;
-    /// Nothing if this hub takes this token, otherwise why it doesn't. Changes nothing.
+    /// Nothing if this hub accepts this token, otherwise why it doesn't. Changes nothing.
     QCoro::Task<std::optional<QString>> test(QUrl url, QString token) const;
 
 private:

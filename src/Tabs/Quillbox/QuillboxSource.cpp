@@ -194,34 +194,34 @@ void QuillboxSource::diff(const VeltoSnapshot &next)
         m_seenHandoffs->insert(handoff.id, handoff.at);
 }
 
-void QuillboxSource::heardPeek(const VeltoSnapshot &next) const
+void QuillboxSource::heardPeek(const VeltoSnapshot &next)
 {
     const auto unheard = std::ranges::find_if(next.heard, [this](const auto &heard) { return !m_seenHeard->contains(heard.id); });
-    if (unheard == next.heard.end() || !onPeek)
+    if (unheard == next.heard.end())
         return;
     Peek peek;
     peek.symbol = u"ear"_s;
     peek.text = nameOf(*unheard);
     peek.tone = Peek::Tone::Warn;
     peek.tab = Tab::Quillbox;
-    onPeek(std::move(peek));
+    Q_EMIT peekWanted(peek);
 }
 
-void QuillboxSource::handoffPeek(const VeltoSnapshot &next) const
+void QuillboxSource::handoffPeek(const VeltoSnapshot &next)
 {
     const auto isNews = [this, slug = hostSlug()](const VeltoSnapshot::Handoff &handoff) {
         const auto seen = m_seenHandoffs->constFind(handoff.id);
         return (seen == m_seenHandoffs->cend() || *seen != handoff.at) && !cameFrom(handoff, slug);
     };
     const auto news = std::ranges::find_if(next.handoffs, isNews);
-    if (news == next.handoffs.end() || !onPeek)
+    if (news == next.handoffs.end())
         return;
     Peek peek;
     peek.symbol = u"laptopcomputer"_s;
     peek.text = tr("Other Mac · %1").arg(nameOf(*news));
     peek.tone = Peek::Tone::Info;
     peek.tab = Tab::Agents;
-    onPeek(std::move(peek));
+    Q_EMIT peekWanted(peek);
 }
 
 void QuillboxSource::publish()

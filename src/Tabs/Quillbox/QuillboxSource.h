@@ -22,7 +22,7 @@ struct HubError;
 
 /// The connection to the user's memory: which one there is, what the hub last said, and what of it was news. Lives on the UI
 /// thread, never blocks it. There is one fetch under way at most, and none within ten seconds of the last; an answer that
-/// arrives after a change of the connection is dropped.
+/// arrives after the connection has changed is dropped.
 class QuillboxSource : public VeltoSource {
     Q_OBJECT
     Q_PROPERTY(velto::SourceState state READ state NOTIFY changed FINAL)
@@ -42,7 +42,7 @@ class QuillboxSource : public VeltoSource {
     /// There is neither a card nor a row.
     Q_PROPERTY(bool empty READ isEmpty NOTIFY changed FINAL)
 public:
-    /// What the source leans on; all of it outlives the source.
+    /// What the source uses; all of it outlives the source.
     struct Needs {
         Clock &clock;
         const Machine &machine;
@@ -80,15 +80,13 @@ public:
     /// The sessions of other machines, in the hub's order.
     QList<VeltoSnapshot::Handoff> otherMac() const;
 
-    OnPeek onPeek;
-
     void refresh();
     /// Asks again without the wait between two fetches: after a write, and for a retry by hand. While a fetch is under way
     /// nothing more is asked.
     Q_INVOKABLE void fetchAgain();
     /// Forgets everything and begins anew with the connection that is selected now.
     void reconnect();
-    /// Opens the card's answer, for good.
+    /// Reveals the card's answer for good.
     Q_INVOKABLE void openAnswer();
 
 Q_SIGNALS:
@@ -108,8 +106,8 @@ private:
     QCoro::Task<> fetch();
     void take(const Result<VeltoSnapshot, HubError> &answer);
     void diff(const VeltoSnapshot &next);
-    void heardPeek(const VeltoSnapshot &next) const;
-    void handoffPeek(const VeltoSnapshot &next) const;
+    void heardPeek(const VeltoSnapshot &next);
+    void handoffPeek(const VeltoSnapshot &next);
     void publish();
     void publishRows();
     QString hostSlug() const;

@@ -54,7 +54,7 @@ struct VeltoSnapshot {
     /// How many memories of each kind were written today, in the order of the document.
     QList<std::pair<QString, qint64>> writtenToday;
 
-    /// Takes the document only as a whole: a missing key or a value of another type anywhere fails it. The error says what
+    /// Accepts the document only as a whole: it fails on any missing key and any value of another type. The error says what
     /// is wrong with which key, and repeats nothing of the document but its own keys.
     static Result<VeltoSnapshot, QString> decode(const QByteArray &json);
 

@@ -8,11 +8,9 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-DraftForm::DraftForm(const Clock &clock, Save save, Cancel cancel, QObject *parent)
+DraftForm::DraftForm(const Clock &clock, QObject *parent)
     : QObject(parent)
     , m_clock(clock)
-    , m_save(std::move(save))
-    , m_cancel(std::move(cancel))
     , m_date(clock)
     , m_priorities({"value", "text", "selected"})
     , m_scopes({"value", "text", "selected"})
@@ -119,12 +117,12 @@ void DraftForm::save()
     }
     Todo todo = m_d;
     todo.due = m_hasDate ? textOf(m_date.date()) : QString();
-    m_save(todo);
+    Q_EMIT saveWanted(todo);
 }
 
 void DraftForm::cancel()
 {
-    m_cancel();
+    Q_EMIT cancelWanted();
 }
 
 void DraftForm::update()

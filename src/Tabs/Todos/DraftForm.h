@@ -5,7 +5,6 @@
 #include "Tabs/Todos/Todo.h"
 
 #include <QObject>
-#include <functional>
 #include <optional>
 
 namespace velto {
@@ -32,9 +31,7 @@ class DraftForm : public QObject {
     Q_PROPERTY(QString moreText READ moreText NOTIFY changed FINAL)
     Q_PROPERTY(QString saveText READ saveText NOTIFY changed FINAL)
 public:
-    using Save = std::function<void(const Todo &)>;
-    using Cancel = std::function<void()>;
-    DraftForm(const Clock &clock, Save save, Cancel cancel, QObject *parent = nullptr);
+    explicit DraftForm(const Clock &clock, QObject *parent = nullptr);
 
     bool shown() const { return m_shown; }
     /// Opens the form on a copy of `draft`.
@@ -69,12 +66,15 @@ public:
     Q_INVOKABLE void cancel();
 
 Q_SIGNALS:
+    /// The user is done with the form.
+    void saveWanted(const velto::Todo &todo);
+    void cancelWanted();
     void shownChanged();
-    /// What is in the form is different now. Typing sends it too.
+    /// The content of the form has changed. Typing emits it too.
     void changed();
-    /// The title field is to take the focus: the form was opened, or asked for while it was open.
+    /// The title field should take the focus: the form was opened, or asked for while it was open.
     void titleFocusWanted();
-    /// The date is to take the focus: what stands there is none.
+    /// The date should take the focus: what is typed there isn't one.
     void dateFocusWanted();
 
 private:
@@ -82,14 +82,12 @@ private:
     void update();
 
     const Clock &m_clock;
-    Save m_save;
-    Cancel m_cancel;
     bool m_shown = false;
     Todo m_d;
     bool m_hasDate = false;
     DateModel m_date;
     bool m_more = false;
-    Todo m_opened; ///< as it was when the form was opened
+    Todo m_opened; ///< as it stood when the form was opened
     QDate m_openedDate;
     RowModel m_priorities;
     RowModel m_scopes;

@@ -15,7 +15,7 @@ class Clock;
 class Files;
 class ToolRunner;
 
-/// The todos that a Quillbox on this machine keeps. Its database is looked at every two seconds while it is wanted, and read in
+/// The todos that a Quillbox on this machine keeps. Its database is checked every two seconds while watched, and read in
 /// the background; of several readings under way the last one to finish wins. Changes reach its tool one after the other, and
 /// each is followed by a reading. UI thread.
 class LocalTodos : public QObject {
@@ -25,9 +25,9 @@ public:
     LocalTodos(Clock &clock, Background &background, ToolRunner &tools, const Files &files, const QString &home,
                QObject *parent = nullptr);
 
-    /// Whether the tool can do more than mark a todo done. Found out once, when it is asked first.
+    /// Whether the tool can do more than mark a todo done. Determined once, when it is first asked for.
     bool canEdit() const;
-    /// Why the last reading failed, as the tool says it, which may be nothing; no value if it didn't.
+    /// Why the last reading failed, as the tool says it, which may be empty; no value if it didn't.
     const std::optional<QString> &problem() const { return m_problem; }
 
     void setWatched(bool watched);
@@ -40,7 +40,7 @@ public:
 Q_SIGNALS:
     /// The list was read.
     void replaced(const QList<velto::Todo> &todos);
-    /// problem() may be another one.
+    /// problem() may have changed.
     void changed();
     /// The tool refused a change, and this is the last line of what it said.
     void refused(const QString &line);

@@ -24,11 +24,12 @@ public:
     ~NativeTodos() override;
 
     const QString &path() const { return m_path; }
-    /// The list in the file; an empty one if there is none or it makes no sense, and then the writer has a word on it. Blocks.
+    /// The list in the file; an empty one if there is no file or it makes no sense, and then the writer has a word about it.
+    /// Blocks.
     QList<Todo> load();
-    /// Has the whole list written.
+    /// Queues the whole list for writing.
     void save(const QList<Todo> &todos);
-    /// The list to be saved next isn't a later state of the file: what the file holds by then is copied first.
+    /// The next list to be saved isn't a later state of the file: what the file holds by then is copied first.
     void forget();
     /// Looks, in the background, whether another program has changed the file. It is watched too, where the system can.
     void look();
@@ -47,7 +48,7 @@ private:
     std::shared_ptr<TodoFile> m_file; ///< on the writer's lane only, once load() is through
     int m_saves = 0;
     bool m_forgotten = false;
-    QByteArray m_doubtful; ///< the digest of what couldn't be made out, perhaps since it was only half written
+    QByteArray m_doubtful; ///< the digest of what couldn't be read, perhaps because it was only half written
     QByteArray m_told; ///< the one that the user was told of
     QFileSystemWatcher m_watcher;
     TimerHandle m_soon;

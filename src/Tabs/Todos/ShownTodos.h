@@ -45,7 +45,7 @@ public:
 
     /// Shows this list. `ready` is false while the store can't be reached, so that an empty list means nothing.
     void setTodos(const QList<Todo> &todos, bool ready);
-    /// Takes in another date: the machine slept over midnight, or the clock was set.
+    /// Notices that the date has changed: the machine slept over midnight, or the clock was set.
     void update();
 
     QList<Group> groups() const;
@@ -83,7 +83,7 @@ public:
     QString emptyText() const;
     QString emptyButton() const;
 
-    /// The tab came on show.
+    /// The tab has come into view.
     Q_INVOKABLE void appeared();
     Q_INVOKABLE void chooseScope(const QString &value);
     Q_INVOKABLE void chooseFilter(const QString &value);
@@ -103,18 +103,18 @@ public:
     void toggleSelected();
 
 Q_SIGNALS:
-    /// Something of the above is different, apart from the rows, the search and the selection.
+    /// Any of the above has changed, apart from the rows, the search and the selection.
     void changed();
     void searchChanged();
     void selectionChanged();
-    /// The user moved the selection, which is to come into sight.
+    /// The user moved the selection, which should come into sight.
     void selectionMoved();
     /// "Add one" was pressed.
     void draftWanted();
 
 private:
     enum class Empty : quint8 { Not, NoMatch, NothingOverdue, NothingNow, NoTodos };
-    /// What is compared to tell whether anything has changed.
+    /// Kept to detect whether anything has changed.
     struct Published {
         QString scope;
         Filter filter = Filter::Today;
@@ -133,7 +133,7 @@ private:
     TodoLists m_lists;
     bool m_ready = true;
     TodoLists::Result m_result;
-    std::optional<TodoLists::Cut> m_cut; ///< what m_result was made for; nothing if the list is another one by now
+    std::optional<TodoLists::Cut> m_cut; ///< what m_result was made for; nothing if the list has changed since
     Days m_days;
     QString m_scope = QStringLiteral("office");
     Filter m_filter = Filter::Today;

@@ -29,12 +29,12 @@ struct Todo {
     QString scope = QStringLiteral("office"); ///< the area of life that the list is cut by
     qint64 prio = 2; ///< 1 is the highest
     QList<Comment> comments; ///< oldest first
-    QJsonObject unknown = {}; ///< what else the file says of it, which another program may have use for
+    QJsonObject unknown = {}; ///< what else the file says of it, which another program may need
 
     bool operator==(const Todo &) const = default;
 
     bool overdue(const QString &today) const;
-    /// Due by today, which what is overdue is too.
+    /// Due by today, which includes overdue.
     bool dueNow(const QString &today) const;
 };
 
@@ -50,17 +50,17 @@ QString rawValue(Filter filter);
 /// The same, as the user reads it.
 QString label(Filter filter);
 std::optional<Filter> filterFromRawValue(const QString &raw);
-/// Whether a todo stands under this filter. One without a date is upcoming.
+/// Whether a todo passes this filter. One without a date is upcoming.
 bool passes(Filter filter, const Todo &todo, const QString &today);
 
-/// Order of the code points, as dates and everything else in a list of todos are compared.
+/// By code points, which is how dates and everything else in a list of todos are compared.
 bool sortsBefore(const QString &a, const QString &b);
 
 /// A "yyyy-MM-dd" as a day; an invalid date if it isn't one.
 QDate dayOf(const QString &text);
 QString textOf(QDate day);
 
-/// Cuts the body that a store keeps into details and comments.
+/// Splits the body that a store keeps into details and comments.
 void readBody(const QString &body, Todo &todo);
 
 } // namespace velto

@@ -10,12 +10,12 @@
 namespace velto {
 
 /// The file of the todos, and what it held when it was last read or written here. A file that holds something else, because it is
-/// damaged or another program changed it, is copied to a name of its own before it is replaced; one that can't be read, and so
-/// not be copied, isn't replaced. Used on one thread at a time.
+/// damaged or another program changed it, is copied to a new name before it is replaced; one that can't be read, and so
+/// can't be copied, isn't replaced. Used on one thread at a time.
 class TodoFile {
 public:
     struct Reading {
-        std::optional<QList<Todo>> todos; ///< nothing if they can't be made out
+        std::optional<QList<Todo>> todos; ///< nothing if they can't be parsed
         QByteArray digest; ///< of what was read
         std::optional<FileError> error;
     };

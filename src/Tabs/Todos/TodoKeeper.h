@@ -28,7 +28,7 @@ struct Places;
 class TodoKeeper : public QObject {
     Q_OBJECT
 public:
-    /// What the keeper leans on; all of it outlives the keeper.
+    /// What the keeper uses; all of it outlives the keeper.
     struct Needs {
         Clock &clock;
         Background &background;
@@ -60,7 +60,7 @@ public:
     QString noteAction() const;
     void pressNote();
 
-    /// Looks whether the store holds something else by now. A hub tells that by itself.
+    /// Checks whether the store has changed. A hub reports that by itself.
     void refresh();
     /// Stores a new todo (its number is 0) or a changed one, and returns it, with its number if that is given here. A todo
     /// without a title isn't stored.
@@ -70,11 +70,11 @@ public:
     /// place.
     void done(const Todo &todo);
     void undoDone();
-    /// The todo that can still be had back.
+    /// The todo whose done mark can still be undone.
     const std::optional<Todo> &pendingDone() const { return m_pendingDone; }
 
 Q_SIGNALS:
-    /// Any of the above may be different.
+    /// Any of the above may have changed.
     void changed();
 
 private:

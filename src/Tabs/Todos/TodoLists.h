@@ -7,8 +7,8 @@
 
 namespace velto {
 
-/// What the tab, the strip and the brief take from a list of todos. It is made in one pass; what doesn't depend on the date,
-/// the filter or the search is kept until there is another list. UI thread only.
+/// What the tab, the strip and the brief need from a list of todos. Computed in one pass; what doesn't depend on the date,
+/// the filter or the search is kept until the list changes. UI thread only.
 class TodoLists {
 public:
     /// What is on show.
@@ -42,7 +42,7 @@ public:
     const QList<Todo> &todos() const { return m_todos; }
     void setTodos(const QList<Todo> &todos);
     Result cut(const Cut &cut);
-    /// How many todos of a scope stand under a filter, whatever is searched for.
+    /// How many todos of a scope pass a filter, whatever is searched for.
     int count(const QString &scope, Filter filter, const QString &today) const;
 
 private:

@@ -11,15 +11,15 @@
 
 namespace velto {
 
-/// The list as the tab shows it: the heading of each project and its todos, in one flat list. Rows keep their identity by id
-/// over a new reading, so that what is typed and where the focus is stay. Texts are made when a row asks for them, which only
+/// The list as the tab shows it: the heading of each project and its todos, in one flat list. Rows keep their identity, by id,
+/// across a refresh, so that typed text and the focus stay. Texts are made when a row asks for them, which only
 /// the rows on screen do. UI thread only.
 class TodoRows final : public QAbstractListModel {
     Q_OBJECT
 public:
     /// In QML by the names behind them; all of them are set in every row, and empty where they don't apply.
     enum Role : int {
-        RowId = Qt::UserRole, ///< rowId: text, unlike that of any other row
+        RowId = Qt::UserRole, ///< rowId: text, unique among the rows
         IsHeading, ///< isHeading: a project's heading, which has a title and nothing else
         TodoId, ///< todoId: text, what the calls of TodosSource take
         Title, ///< title

@@ -27,12 +27,12 @@ struct TodoTool {
 };
 
 struct LocalReading {
-    std::optional<QList<Todo>> todos; ///< nothing if the database can't be read now, because another program holds it say
+    std::optional<QList<Todo>> todos; ///< nothing if the database can't be read now, perhaps because it is locked
     QString problem; ///< why, as the tool says it; may be empty
 };
 /// The open todos of the database at this path; none if there is no such file. Blocks. Any thread.
 LocalReading loadTodos(ToolRunner &tools, const QString &database);
-/// The same, from what `sqlite3 -json` printed; what makes no sense shortens the list.
+/// The same, from what `sqlite3 -json` printed; entries that make no sense are left out.
 QList<Todo> parseTodos(const QByteArray &json);
 
 } // namespace velto

@@ -14,12 +14,13 @@ TodosSource::TodosSource(const Needs &needs, QObject *parent)
     , m_needs(needs)
     , m_keeper(needs)
     , m_shown(needs.clock)
-    , m_form(
-          needs.clock, [this](const Todo &todo) { save(todo); }, [this] { setDraft(std::nullopt); })
+    , m_form(needs.clock)
 {
     connect(&m_keeper, &TodoKeeper::changed, this, &TodosSource::follow);
     connect(&m_shown, &ShownTodos::changed, this, &TodosSource::publish);
     connect(&m_shown, &ShownTodos::draftWanted, this, &TodosSource::newDraft);
+    connect(&m_form, &DraftForm::saveWanted, this, &TodosSource::save);
+    connect(&m_form, &DraftForm::cancelWanted, this, [this] { setDraft(std::nullopt); });
     follow();
 }
 

@@ -81,20 +81,20 @@ public:
 
     // By the id that a row has; a todo that is gone by now is left alone.
     Q_INVOKABLE void edit(const QString &id);
-    /// Adds the comment, and empties commentText.
+    /// Adds the comment, and clears commentText.
     Q_INVOKABLE void addComment(const QString &id, const QString &text);
     Q_INVOKABLE void finish(const QString &id);
     /// Marks the selected todo done, and selects the next one.
     void finishSelected();
 
 Q_SIGNALS:
-    /// The search field is to take the focus.
+    /// The search field should take the focus.
     void searchFocusWanted();
-    /// A row is about to go or to come back by the user's choice, and the others to make room.
+    /// A row is about to go or come back at the user's request, and the others to make room.
     void rowAboutToMove();
 
 private:
-    /// What is compared to tell whether anything has changed.
+    /// Kept to detect whether anything has changed.
     struct Published {
         int list = 0;
         SourceState state;

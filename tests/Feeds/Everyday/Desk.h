@@ -32,7 +32,7 @@ struct Desk : StoreDesk {
     Desk()
     {
         prefs.set(Prefs::Module::Calendar, true);
-        source.onPeek = [this](const Peek &peek) { peeks.append(peek); };
+        QObject::connect(&source, &EverydaySource::peekWanted, [this](const Peek &peek) { peeks.append(peek); });
     }
 
     /// The user adds a meeting in the Connect tab.

@@ -54,14 +54,6 @@ private Q_SLOTS:
         QCOMPARE(desk.peeks.size(), 1);
     }
 
-    void soundComesWithoutAPeek()
-    {
-        Desk desk;
-        desk.source.onPeek = {};
-        desk.source.startFocus();
-        desk.clock.advance(25min);
-        QCOMPARE(desk.sounds.played.size(), 1);
-    }
     void clockThatJumps()
     {
         // Slept over the end, slept a little, and set back; what remains a second later, or nothing if the period has ended.
@@ -80,10 +72,7 @@ private Q_SLOTS:
     void peekThatStartsTheNextPeriod()
     {
         Desk desk;
-        desk.source.onPeek = [&desk](const Peek &peek) {
-            desk.peeks.append(peek);
-            desk.source.startFocus();
-        };
+        connect(&desk.source, &EverydaySource::peekWanted, &desk.source, &EverydaySource::startFocus);
         desk.source.startFocus();
         desk.clock.advance(50min);
         QCOMPARE(desk.peeks.size(), 2);

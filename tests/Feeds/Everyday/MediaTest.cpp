@@ -10,9 +10,10 @@ using State = MediaReport::State;
 /// Which player is shown, and what of it.
 class MediaTest : public QObject {
     Q_OBJECT
-    static FakeMediaPlayers::Player player(const QString &id, const QString &track, State state, const QString &application = {})
+    static FakeMediaPlayers::Player player(const QString &id, const QString &track, State state,
+                                           MediaPlayer::Known known = MediaPlayer::Known::No)
     {
-        return {{id, application.isEmpty() ? id : application}, MediaReport{id.toUpper(), track, u"Artist"_s, state}};
+        return {{id, known}, MediaReport{id.toUpper(), track, u"Artist"_s, state}};
     }
 
 private Q_SLOTS:
@@ -22,8 +23,8 @@ private Q_SLOTS:
         QTest::addColumn<Players>("players");
         QTest::addColumn<QString>("shown"); // player and track
         QTest::addColumn<int>("asked");
-        const auto spotify = [](State state) { return player(u"s"_s, u"song"_s, state, u"com.spotify.client"_s); };
-        const auto music = player(u"m"_s, u"tune"_s, State::Playing, u"com.apple.Music"_s);
+        const auto spotify = [](State state) { return player(u"s"_s, u"song"_s, state, MediaPlayer::Known::Spotify); };
+        const auto music = player(u"m"_s, u"tune"_s, State::Playing, MediaPlayer::Known::Music);
         const auto vlc = player(u"vlc"_s, u"film"_s, State::Playing);
         const auto mpv = player(u"mpv"_s, u"clip"_s, State::Playing);
         const auto paused = player(u"firefox"_s, u"page"_s, State::Paused);
@@ -37,7 +38,7 @@ private Q_SLOTS:
         QTest::newRow("playing before paused") << Players{paused, stopped, mpv} << u"MPV clip"_s << 3;
         QTest::newRow("paused before stopped") << Players{stopped, paused} << u"FIREFOX page"_s << 2;
         QTest::newRow("first of two") << Players{mpv, vlc} << u"MPV clip"_s << 2;
-        QTest::newRow("one that fails") << Players{{{u"x"_s, u"x"_s}, std::nullopt}, vlc} << u"VLC film"_s << 2;
+        QTest::newRow("one that fails") << Players{{{u"x"_s}, std::nullopt}, vlc} << u"VLC film"_s << 2;
         QTest::newRow("stopped") << Players{stopped} << QString() << 1;
     }
     void showsOnePlayer()
@@ -69,7 +70,7 @@ private Q_SLOTS:
         QFETCH(QString, artist);
         QFETCH(QString, shown);
         Desk desk;
-        desk.players.players = {{{u"p"_s, u"p"_s}, MediaReport{u"P"_s, track, artist, State::Paused}}};
+        desk.players.players = {{{u"p"_s}, MediaReport{u"P"_s, track, artist, State::Paused}}};
         desk.source.loadMedia();
         const auto now = desk.source.nowPlaying();
         QCOMPARE(now ? now->track + u'/' + now->artist : QString(), shown);

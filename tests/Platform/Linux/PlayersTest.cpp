@@ -77,8 +77,8 @@ private Q_SLOTS:
         QSignalSpy changes(m_players.get(), &MediaPlayers::changed);
         auto spotify = player("spotify");
         QTRY_COMPARE(running(), (QStringList{name("spotify"), name("vlc.instance7")}));
-        QCOMPARE(m_players->running().front().application, u"com.spotify.client"_s);
-        QCOMPARE(m_players->running().back().application, name("vlc.instance7"));
+        QCOMPARE(m_players->running().front().known, MediaPlayer::Known::Spotify);
+        QCOMPARE(m_players->running().back().known, MediaPlayer::Known::No);
         spotify.reset();
         QTRY_COMPARE(running().size(), 1);
         QCOMPARE(changes.size(), 2);

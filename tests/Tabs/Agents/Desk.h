@@ -19,7 +19,7 @@ struct Desk : StoreDesk {
         : listener(std::move(with))
     {
         tools.installed.insert(QStringLiteral("claude"));
-        source.onPeek = [this](const Peek &peek) { peeks.append(peek); };
+        QObject::connect(&source, &VeltoSource::peekWanted, [this](const Peek &peek) { peeks.append(peek); });
     }
 
     void list(const QByteArray &json) { tools.answers[QStringLiteral("claude agents --json")] = {true, json, {}}; }

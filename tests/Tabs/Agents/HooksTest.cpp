@@ -162,7 +162,7 @@ private Q_SLOTS:
         };
         desk.refresh(listing("waiting"));
         QList<QUuid> over;
-        desk.source.onWithdraw = [&over](const QUuid &peek) { over.append(peek); };
+        connect(&desk.source, &AgentsSource::peekWithdrawn, this, [&over](const QUuid &peek) { over.append(peek); });
         const auto reply = [](std::optional<bool>) { return true; };
         desk.list(listing("busy")); // begun before the question, it ends after
         desk.source.refresh();
@@ -226,10 +226,10 @@ private Q_SLOTS:
     {
         Desk desk;
         QSet<QString> back;
-        desk.source.onRetract = [&back](Peek::News news, const QSet<QString> &sessions) {
+        connect(&desk.source, &AgentsSource::peeksRetracted, this, [&back](Peek::News news, const QSet<QString> &sessions) {
             if (news == Peek::News::Finished)
                 back += sessions;
-        };
+        });
         const QByteArray busy = "[{\"sessionId\":\"" + kSession.toUtf8() + "\",\"startedAt\":1,\"status\":\"busy\"}]";
         desk.source.hook(from(u"Stop"_s));
         desk.clock.advance(2s);
@@ -244,7 +244,6 @@ private Q_SLOTS:
     {
         columns<QString, int>({"why", "peeks"});
         QTest::newRow("module off") << u"off"_s << 0;
-        QTest::newRow("nobody shows Peeks") << u"deaf"_s << 0;
         QTest::newRow("terminal in front") << u"com.mitchellh.ghostty"_s << 0;
         QTest::newRow("editor in front") << u"com.todesktop.cursor"_s << 0;
         QTest::newRow("a question in words") << u"words"_s << 1;
@@ -258,8 +257,6 @@ private Q_SLOTS:
         asked.tool = why == u"words"_s ? u"AskUserQuestion"_s : u"Bash"_s;
         if (why == u"off"_s)
             desk.prefs.set(Prefs::Module::Agents, false);
-        else if (why == u"deaf"_s)
-            desk.source.onPeek = {};
         else
             desk.applications.frontmostNow = why;
         int unanswered = 0;

@@ -159,7 +159,7 @@ private Q_SLOTS:
         QCOMPARE(desk.background.pending(), 1);
         desk.background.finishAll();
         QVERIFY(!desk.source.scanning());
-        QCOMPARE(desk.source.lastScan(), desk.clock.wallTime());
+        QCOMPARE(desk.source.scannedText(), u"Scanned just now"_s);
         QCOMPARE(desk.source.tools().size(), 1);
         QCOMPARE(desk.source.toolRows()->data(desk.source.toolRows()->index(0, 0), Qt::UserRole + 3), u"running 5m"_s);
         QCOMPARE(desk.source.state(), SourceState::loading());

@@ -258,7 +258,7 @@ private Q_SLOTS:
     {
         Morning m;
         m.prefs.set(Prefs::Module::Media, true);
-        m.players.players = {{{u"mpv"_s, u"mpv"_s}, MediaReport{u"mpv"_s, u"Tone"_s, {}, MediaReport::State::Playing}}};
+        m.players.players = {{{u"mpv"_s}, MediaReport{u"mpv"_s, u"Tone"_s, {}, MediaReport::State::Playing}}};
         m.everyday.refresh();
         QCOMPARE(m.item(u"media"_s).title, u"Tone"_s);
         QCOMPARE(m.item(u"media"_s).detail, u"mpv"_s);

@@ -37,7 +37,7 @@ class QuillboxSourceTest : public QObject {
         Desk()
         {
             machine.name = u"Sam’s Desk"_s;
-            source.onPeek = [this](const Peek &peek) { peeks.append(peek); };
+            QObject::connect(&source, &VeltoSource::peekWanted, [this](const Peek &peek) { peeks.append(peek); });
         }
         /// The hub says this at the next tick.
         void say(const HttpReply &reply)

@@ -1,8 +1,8 @@
 #include "RunTests.h"
-#include "Tabs/Todos/TodoTool.h"
 #include "Tabs/Todos/TodoDates.h"
 #include "Tabs/Todos/TodoJson.h"
 #include "Tabs/Todos/TodoTexts.h"
+#include "Tabs/Todos/TodoTool.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -239,8 +239,8 @@ private Q_SLOTS:
             press(Qt::Key_Tab);
             reached += focused();
         }
-        for (const QString &name :
-             {u"Mark done: Send the invoice"_s, u"Hides details: Send the invoice"_s, u"Add a comment"_s, u"Edit: Send the invoice"_s})
+        for (const QString &name : {u"Mark done: Send the invoice"_s, u"Hides details: Send the invoice"_s, u"Add a comment"_s,
+                                    u"Edit: Send the invoice"_s})
             QVERIFY2(reached.contains(name), qPrintable(reached.join(u'|')));
         QVERIFY(!reached.contains(u"Mark done: Water the plants"_s)); // that of the row one is on
         named(u"Edit: Send the invoice"_s)->forceActiveFocus(Qt::TabFocusReason);

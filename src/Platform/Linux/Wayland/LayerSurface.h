@@ -28,9 +28,9 @@ public:
     QScreen *screen() const { return m_role ? m_screen.data() : nullptr; }
     /// Brings the window up on that screen. Waits for the compositor once. False if the compositor is gone.
     bool show(QScreen *screen);
-    /// Takes it away, with all that the toolkit and the compositor hold of it.
+    /// Removes it, with all that the toolkit and the compositor hold for it.
     void hide();
-    /// Takes effect together with the first picture of that size, so that no frame shows an old picture in a new place.
+    /// Takes effect together with the first frame of that size, so that no old frame is shown in a new place.
     void resize(QSize size);
     /// Takes effect at once.
     void setKeyboard(Keyboard keyboard);
@@ -38,7 +38,7 @@ public:
     bool hasOnDemand() const { return m_server.version(zwlr_layer_shell_v1_interface) >= 4; }
     /// Null while hidden.
     wl_surface *surface() const;
-    /// Has what was asked for take effect, unless a picture that will carry it is on its way.
+    /// Applies what was asked for, unless a frame that will carry it is on its way.
     void commit();
 
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -34,6 +34,7 @@ bool loadWayland()
         auto &f = functions;
         return library && resolve(library, "wl_display_connect", f.displayConnect)
             && resolve(library, "wl_display_disconnect", f.displayDisconnect)
+            && resolve(library, "wl_display_dispatch", f.displayDispatch) && resolve(library, "wl_display_get_fd", f.displayGetFd)
             && resolve(library, "wl_display_flush", f.displayFlush)
             && resolve(library, "wl_display_roundtrip", f.displayRoundtrip)
             && resolve(library, "wl_display_create_queue", f.displayCreateQueue)

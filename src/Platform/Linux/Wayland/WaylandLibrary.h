@@ -4,12 +4,14 @@
 
 namespace velto {
 
-/// The functions of libwayland-client that are used, loaded at their first need: who runs X11 never has that library in
+/// The functions of libwayland-client that are used, loaded when first needed: under X11 that library is never in
 /// memory (it costs 120 kB and 36 kB that are written to). The generated headers call them by the macros below; include this
 /// file ahead of them.
 struct WaylandLibrary {
     decltype(&wl_display_connect) displayConnect;
     decltype(&wl_display_disconnect) displayDisconnect;
+    decltype(&wl_display_dispatch) displayDispatch;
+    decltype(&wl_display_get_fd) displayGetFd;
     decltype(&wl_display_flush) displayFlush;
     decltype(&wl_display_roundtrip) displayRoundtrip;
     decltype(&wl_display_create_queue) displayCreateQueue;

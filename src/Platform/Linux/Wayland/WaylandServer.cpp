@@ -32,14 +32,15 @@ QHash<QByteArray, quint32> waylandGlobals(const QByteArray &display)
     return globals;
 }
 
-WaylandServer::WaylandServer(QObject *parent)
+WaylandServer::WaylandServer(Connection connection, QObject *parent)
     : QObject(parent)
-    , m_display(nativeDisplay())
+    , m_connection(connection)
 {
-    if (!m_display || !loadWayland()) {
-        m_display = nullptr;
+    if (!loadWayland())
         return;
-    }
+    m_display = connection == Connection::Toolkit ? nativeDisplay() : wayland().displayConnect(nullptr);
+    if (!m_display)
+        return;
     auto *queue = wayland().displayCreateQueue(m_display);
     auto *display = static_cast<wl_display *>(wayland().proxyCreateWrapper(m_display));
     wayland().proxySetQueue(reinterpret_cast<wl_proxy *>(display), queue);
@@ -51,6 +52,10 @@ WaylandServer::WaylandServer(QObject *parent)
     // From here on the toolkit's event loop brings what changes, and the events of all that is bound.
     wayland().proxySetQueue(reinterpret_cast<wl_proxy *>(m_registry), nullptr);
     wayland().eventQueueDestroy(queue);
+    if (m_connection == Connection::Own) {
+        m_notifier = std::make_unique<QSocketNotifier>(wayland().displayGetFd(m_display), QSocketNotifier::Read);
+        connect(m_notifier.get(), &QSocketNotifier::activated, this, &WaylandServer::dispatch);
+    }
     m_compositor = bind<wl_compositor>(wl_compositor_interface, 1);
     m_seat = bind<wl_seat>(wl_seat_interface, 1);
 }
@@ -64,6 +69,18 @@ WaylandServer::~WaylandServer()
     if (m_compositor)
         wl_compositor_destroy(m_compositor);
     wl_registry_destroy(m_registry);
+    m_notifier.reset();
+    if (m_connection == Connection::Own)
+        wayland().displayDisconnect(m_display);
+}
+
+/// There is something to read, so it doesn't wait.
+void WaylandServer::dispatch()
+{
+    if (wayland().displayDispatch(m_display) < 0)
+        m_notifier->setEnabled(false); // the compositor has gone; the toolkit hears of that too
+    else
+        flush();
 }
 
 void *WaylandServer::bindAny(const wl_interface &interface, quint32 most) const

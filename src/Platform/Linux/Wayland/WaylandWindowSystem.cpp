@@ -35,6 +35,39 @@ private:
     DataControlClipboard m_clipboard;
 };
 
+class GuestWindowSystem final : public WindowSystem {
+public:
+    GuestWindowSystem(Clock &clock, std::unique_ptr<WindowSystem> x11)
+        : m_x11(std::move(x11))
+        , m_server(WaylandServer::Connection::Own)
+        , m_applications(m_server, clock)
+        , m_clipboard(m_server, clock)
+    {
+    }
+
+    bool tellsWindows() const { return m_server.exists() && m_applications.support().works(); }
+    bool tellsCopies() const { return m_server.exists() && m_clipboard.support().works(); }
+    std::unique_ptr<WindowSystem> x11() && { return std::move(m_x11); }
+    PanelWindow &panelWindow() override { return m_x11->panelWindow(); }
+    Applications &applications() override { return tellsWindows() ? m_applications : m_x11->applications(); }
+    Clipboard &clipboard() override { return tellsCopies() ? m_clipboard : m_x11->clipboard(); }
+    void start() override
+    {
+        if (tellsWindows())
+            m_applications.start();
+        else
+            m_x11->start();
+        if (tellsCopies())
+            m_clipboard.start();
+    }
+
+private:
+    std::unique_ptr<WindowSystem> m_x11;
+    WaylandServer m_server;
+    ToplevelApplications m_applications;
+    DataControlClipboard m_clipboard;
+};
+
 } // namespace
 
 WaylandOffer askWayland()
@@ -48,6 +81,14 @@ void prepareLayers()
 {
     // Qt gives a window with BypassWindowManagerHint no role then.
     qputenv("QT_WAYLAND_USE_BYPASSWINDOWMANAGERHINT", "1");
+}
+
+std::unique_ptr<WindowSystem> makeGuestWindowSystem(Clock &clock, std::unique_ptr<WindowSystem> x11)
+{
+    auto guest = std::make_unique<GuestWindowSystem>(clock, std::move(x11));
+    if (guest->tellsWindows() || guest->tellsCopies())
+        return guest;
+    return std::move(*guest).x11();
 }
 
 std::unique_ptr<WindowSystem> makeWaylandWindowSystem(Clock &clock)

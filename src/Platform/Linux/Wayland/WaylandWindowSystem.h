@@ -17,10 +17,14 @@ struct WaylandOffer {
 };
 /// Asks the compositor of the environment. Nothing for a build without Wayland.
 WaylandOffer askWayland();
-/// Has the toolkit leave the role of the strip's window to us. Called before the application object is made.
+/// Makes the toolkit leave the role of the strip's window to us. Called before the application object is made.
 void prepareLayers();
 
-/// Windows by Wayland. Null if the toolkit isn't on a compositor with a layer shell.
+/// Windows under Wayland. Null if the toolkit isn't on a compositor with a layer shell.
 std::unique_ptr<WindowSystem> makeWaylandWindowSystem(Clock &clock);
+
+/// Windows by `x11`, which is a guest of a Wayland desktop. What that guest isn't told, the window in front and what is
+/// copied, comes from the compositor, as far as it tells. Returns `x11` itself if it tells nothing.
+std::unique_ptr<WindowSystem> makeGuestWindowSystem(Clock &clock, std::unique_ptr<WindowSystem> x11);
 
 } // namespace velto

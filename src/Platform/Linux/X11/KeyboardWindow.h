@@ -7,7 +7,7 @@ namespace velto {
 
 /// Has the keyboard for the strip's window where that one gets none: desktops that run X11 programs under Wayland give it to
 /// windows that they manage. One transparent pixel, on screen only while the panel wants the keyboard; what arrives here
-/// goes on to the panel, whose items are what input methods see. Its end gives the keyboard back to who had it before.
+/// goes on to the panel, whose items are what input methods see. Destroying it gives the keyboard back to whoever had it.
 /// UI thread only.
 class KeyboardWindow final : public QRasterWindow {
     Q_OBJECT
@@ -15,9 +15,9 @@ public:
     explicit KeyboardWindow(QWindow *panel);
     ~KeyboardWindow() override;
 
-    /// Asks the desktop for the keyboard. The panel hears of it as of a keyboard of its own.
+    /// Asks the desktop for the keyboard. The panel learns of it as if it had the keyboard itself.
     void take();
-    /// Ends it.
+    /// Gives it back.
     void giveBack();
 
     QObject *focusObject() const override;

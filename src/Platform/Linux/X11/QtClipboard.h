@@ -7,7 +7,7 @@
 
 namespace velto {
 
-/// The desktop's clipboard. Counts from the moment it is made.
+/// The desktop's clipboard. Counts copies from its construction on.
 class QtClipboard final : public QObject, public Clipboard {
     Q_OBJECT
 public:

@@ -7,7 +7,7 @@
 
 namespace velto {
 
-/// Windows by X11, also through XWayland.
+/// Windows under X11, and through XWayland.
 class X11WindowSystem final : public WindowSystem {
 public:
     X11WindowSystem(XcbServer &server, Clock &clock, KeyboardRoad road)

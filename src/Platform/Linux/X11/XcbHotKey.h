@@ -8,7 +8,7 @@
 
 namespace velto {
 
-/// Control-Alt-N, grabbed on the root window once for each combination of lock modifiers, and anew when the keyboard changes.
+/// Control-Alt-N, grabbed on the root window once for each combination of lock modifiers, and again when the keyboard changes.
 class XcbHotKey final : public HotKey {
     Q_OBJECT
 public:

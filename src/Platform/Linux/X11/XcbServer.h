@@ -19,7 +19,7 @@ struct XcbFree {
 /// A reply of the X server; null if it answered with an error.
 template <typename Reply> using XcbReply = std::unique_ptr<Reply, XcbFree>;
 
-/// The names that the window manager's conventions go by (Extended Window Manager Hints, ICCCM, XEmbed tray, KWin).
+/// The atoms of the window manager's conventions (Extended Window Manager Hints, ICCCM, XEmbed tray, KWin).
 enum class XcbAtom : quint8 {
     ActiveWindow,
     ClientList,
@@ -55,7 +55,6 @@ public:
     bool exists() const { return m_connection != nullptr; }
     xcb_connection_t *connection() const { return m_connection; }
     xcb_window_t root() const { return m_root; }
-    int screenNumber() const { return m_screen; }
     xcb_atom_t atom(XcbAtom name) const;
 
     /// A property's 32-bit values, at most 4096 of them; empty if it is missing or of another kind.
@@ -65,9 +64,9 @@ public:
     /// Whether the window exists and can have the keyboard.
     bool viewable(xcb_window_t window) const;
     xcb_window_t selectionOwner(xcb_atom_t selection) const;
-    /// Has selectionOwnerChanged() emitted for that selection.
+    /// Makes selectionOwnerChanged() report that selection.
     void followSelection(xcb_atom_t selection) const;
-    /// Has buttonPressed() emitted for every button on the screen, whoever gets it. False without the input extension 2.1.
+    /// Makes buttonPressed() report every button press on the screen, whoever gets it. False without the input extension 2.1.
     bool watchButtons(bool on);
 
 Q_SIGNALS:
@@ -85,7 +84,7 @@ Q_SIGNALS:
     void obscured(xcb_window_t window);
     /// A grabbed key on the root window; repeats come as presses. `time` is the server's, in milliseconds.
     void keyChanged(bool pressed, xcb_keycode_t key, quint32 time);
-    /// The keyboard has other keys or modifiers now.
+    /// The keyboard's keys or modifiers have changed.
     void keyboardChanged();
     void buttonPressed();
 

@@ -1,11 +1,9 @@
-// What AgentsSource makes of events: the hook calls of Claude Code, the steps between two listings, and the Peeks of both.
+#include "Tabs/Agents/AgentAlerts.h"
 
 #include "Core/Prefs.h"
 #include "Core/Texts.h"
-#include "Hooks/HookInstaller.h"
 #include "Platform/Applications.h"
 #include "Platform/Clock.h"
-#include "Tabs/Agents/AgentsSource.h"
 
 #include <QPointer>
 #include <QSet>
@@ -28,80 +26,28 @@ constexpr std::chrono::seconds kListingLags{3};
 
 } // namespace
 
-void AgentsSource::readHooks()
+AgentAlerts::AgentAlerts(const Needs &needs, QObject *parent)
+    : QObject(parent)
+    , m_needs(needs)
 {
-    m_needsUpgrade = m_needs.installer.needsUpgrade();
-    m_hooksInstalled = !m_needsUpgrade && m_needs.installer.present();
 }
 
-bool AgentsSource::offersHooks() const
+void AgentAlerts::compare(const QList<Agent> &listing, Instant begun)
 {
-    return m_state == SourceState::ready() && m_needs.prefs.isOn(Prefs::Module::Agents) && !m_hooksInstalled;
-}
-
-void AgentsSource::installHooks()
-{
-    m_hookError = m_needs.installer.install();
-    if (!m_hookError) {
-        m_hooksInstalled = true;
-        m_needsUpgrade = false;
-        m_road.prove();
-    }
-    publish();
-}
-
-void AgentsSource::removeHooks()
-{
-    m_hookError = m_needs.installer.uninstall();
-    if (!m_hookError) {
-        m_hooksInstalled = false;
-        m_needsUpgrade = false;
-        m_road.forget();
-    }
-    publish();
-}
-
-QString AgentsSource::preview() const
-{
-    return m_needs.installer.preview();
-}
-
-SourceState AgentsSource::hearing() const
-{
-    return m_needs.prefs.isOn(Prefs::Module::Agents) ? m_road.state() : SourceState::ready();
-}
-
-bool AgentsSource::goesPastProxy() const
-{
-    return m_needs.installer.goesPastProxy();
-}
-
-void AgentsSource::prepareHooks()
-{
-    m_road.prove();
-}
-
-void AgentsSource::tryHearing()
-{
-    m_road.tryAgain();
-}
-
-/// A session that has done its turn calls, if its hooks are installed and the road is open.
-void AgentsSource::watchTurns(const QMap<QString, Agent> &previous, const QList<Agent> &listing)
-{
-    const auto now = m_needs.clock.now();
-    const auto turns = std::exchange(m_turns, {});
-    for (const Agent &agent : listing) {
-        if (agent.isWorking())
-            m_turns.insert(agent.id, turns.value(agent.id, now));
-    }
-    for (auto turn = turns.cbegin(); turn != turns.cend(); ++turn) {
-        if (m_hooksInstalled && !m_turns.contains(turn.key()) && previous.contains(turn.key()))
-            m_road.turnEnded(*turn);
+    if (m_latestCompared && begun < *m_latestCompared)
+        return;
+    m_latestCompared = begun;
+    QMap<QString, Agent> byId;
+    for (const Agent &agent : listing)
+        byId.insert(agent.id, agent);
+    takeBack(listing, begun);
+    if (const auto previous = std::exchange(m_previous, std::move(byId))) {
+        announceSteps(*previous, listing);
+        watchTurns(*previous, listing);
     }
 }
 
-void AgentsSource::hook(const HookEvent &event)
+void AgentAlerts::hook(const HookEvent &event)
 {
     const QString name = nameFor(event);
     const QString session = event.sessionId.value_or(name);
@@ -115,10 +61,9 @@ void AgentsSource::hook(const HookEvent &event)
     } else if (event.event == "Notification"_L1) {
         notified(event, name);
     }
-    refresh();
 }
 
-void AgentsSource::notified(const HookEvent &event, const QString &name)
+void AgentAlerts::notified(const HookEvent &event, const QString &name)
 {
     const QString session = event.sessionId.value_or(name);
     const auto now = m_needs.clock.now();
@@ -135,10 +80,10 @@ void AgentsSource::notified(const HookEvent &event, const QString &name)
     if (std::ranges::none_of(m_notices, [&peek](const Notice &notice) { return notice.text == peek.text; })
         || m_notices.contains(session))
         m_notices.insert(session, {peek.text, now});
-    raise(std::move(peek));
+    Q_EMIT peekWanted(peek);
 }
 
-void AgentsSource::permission(const HookEvent &event, HookListener::QuestionId asker, const HookListener::Reply &reply)
+void AgentAlerts::permission(const HookEvent &event, HookListener::QuestionId asker, const HookListener::Reply &reply)
 {
     const QString name = nameFor(event);
     const QString session = event.sessionId.value_or(QString());
@@ -149,7 +94,7 @@ void AgentsSource::permission(const HookEvent &event, HookListener::QuestionId a
     const bool tried = m_expectsTrial && !event.sessionId;
     m_expectsTrial = m_expectsTrial && !tried;
     const bool wanted = m_needs.prefs.isOn(Prefs::Module::Agents) && !m_needs.applications.terminalInFront();
-    if (!onPeek || (!wanted && !tried)) {
+    if (!wanted && !tried) {
         reply(std::nullopt);
         return;
     }
@@ -161,14 +106,14 @@ void AgentsSource::permission(const HookEvent &event, HookListener::QuestionId a
         Peek peek = needsYou(tr("%1 needs you").arg(name), session);
         peek.resume = event.sessionId;
         peek.cwd = event.cwd;
-        raise(std::move(peek));
+        Q_EMIT peekWanted(peek);
         return;
     }
     ask(event, name, asker, reply);
 }
 
-void AgentsSource::ask(const HookEvent &event, const QString &name, HookListener::QuestionId asker,
-                       const HookListener::Reply &reply)
+void AgentAlerts::ask(const HookEvent &event, const QString &name, HookListener::QuestionId asker,
+                      const HookListener::Reply &reply)
 {
     QStringList what;
     for (const auto &part : {event.tool, event.toolDetail}) {
@@ -196,10 +141,10 @@ void AgentsSource::ask(const HookEvent &event, const QString &name, HookListener
     peek.question = Question{name, event.cwd, event.wholeTool, event.toolInput, event.toolIsCut};
     m_questions.add({asker, peek.id, peek.session, m_needs.clock.now()});
     lookAgainIn(kFirstLook);
-    raise(std::move(peek));
+    Q_EMIT peekWanted(peek);
 }
 
-void AgentsSource::questionEnded(const QUuid &peek, const QString &name, std::optional<bool> answer, bool inTime)
+void AgentAlerts::questionEnded(const QUuid &peek, const QString &name, std::optional<bool> answer, bool inTime)
 {
     m_questions.close(peek, answer.has_value(), m_needs.clock.now());
     lookAgainIn(kFirstLook);
@@ -210,26 +155,26 @@ void AgentsSource::questionEnded(const QUuid &peek, const QString &name, std::op
     late.text = tr("Too late: %1 no longer waits for that answer").arg(name);
     late.tone = Peek::Tone::Warn;
     late.tab = Tab::Agents;
-    raise(std::move(late));
+    Q_EMIT peekWanted(late);
 }
 
-void AgentsSource::withdrawn(HookListener::QuestionId asker)
+void AgentAlerts::withdrawn(HookListener::QuestionId asker)
 {
     if (const auto peek = m_questions.askedBy(asker))
         withdraw({*peek});
 }
 
 /// A session may be answered in its terminal, which no hook tells: while a question waits, the listing is looked at.
-void AgentsSource::lookAgainIn(std::chrono::seconds delay)
+void AgentAlerts::lookAgainIn(std::chrono::seconds delay)
 {
     m_lookAgain = m_needs.clock.after(delay, [this] {
-        refresh();
+        Q_EMIT listingWanted();
         if (!m_questions.isEmpty())
             lookAgainIn(kNextLook);
     });
 }
 
-void AgentsSource::diff(const QMap<QString, Agent> &previous, const QList<Agent> &listing)
+void AgentAlerts::announceSteps(const QMap<QString, Agent> &previous, const QList<Agent> &listing)
 {
     const auto now = m_needs.clock.now();
     QSet<QString> ids;
@@ -246,7 +191,7 @@ void AgentsSource::diff(const QMap<QString, Agent> &previous, const QList<Agent>
         Peek peek = needsYou(tr("%1 needs you").arg(agent.title()), agent.session());
         peek.resume = agent.sessionId;
         peek.cwd = agent.cwd;
-        raise(std::move(peek));
+        Q_EMIT peekWanted(peek);
     }
     // A session that was working and has left the listing has finished.
     for (const Agent &agent : previous) {
@@ -256,7 +201,7 @@ void AgentsSource::diff(const QMap<QString, Agent> &previous, const QList<Agent>
 }
 
 /// What a listing shows to be over or untrue.
-void AgentsSource::takeBack(const QList<Agent> &listing, Instant begun)
+void AgentAlerts::takeBack(const QList<Agent> &listing, Instant begun)
 {
     withdraw(m_questions.overBy(listing, begun));
     // A hook call says that a session is done a moment before the listing knows.
@@ -274,27 +219,33 @@ void AgentsSource::takeBack(const QList<Agent> &listing, Instant begun)
     retract(Peek::News::Finished, certain);
 }
 
-void AgentsSource::raise(Peek peek) const
+void AgentAlerts::watchTurns(const QMap<QString, Agent> &previous, const QList<Agent> &listing)
 {
-    if (onPeek)
-        onPeek(std::move(peek));
-}
-
-void AgentsSource::retract(Peek::News news, const QSet<QString> &sessions) const
-{
-    if (onRetract && !sessions.isEmpty())
-        onRetract(news, sessions);
-}
-
-void AgentsSource::withdraw(const QList<QUuid> &questions) const
-{
-    for (const QUuid &question : questions) {
-        if (onWithdraw)
-            onWithdraw(question);
+    const auto now = m_needs.clock.now();
+    const auto turns = std::exchange(m_turns, {});
+    for (const Agent &agent : listing) {
+        if (agent.isWorking())
+            m_turns.insert(agent.id, turns.value(agent.id, now));
+    }
+    for (auto turn = turns.cbegin(); turn != turns.cend(); ++turn) {
+        if (!m_turns.contains(turn.key()) && previous.contains(turn.key()))
+            Q_EMIT turnEnded(*turn);
     }
 }
 
-Peek AgentsSource::needsYou(const QString &text, const QString &session)
+void AgentAlerts::retract(Peek::News news, const QSet<QString> &sessions)
+{
+    if (!sessions.isEmpty())
+        Q_EMIT peeksRetracted(news, sessions);
+}
+
+void AgentAlerts::withdraw(const QList<QUuid> &questions)
+{
+    for (const QUuid &question : questions)
+        Q_EMIT peekWithdrawn(question);
+}
+
+Peek AgentAlerts::needsYou(const QString &text, const QString &session)
 {
     Peek peek;
     peek.symbol = u"hand.raised.fill"_s;
@@ -305,8 +256,8 @@ Peek AgentsSource::needsYou(const QString &text, const QString &session)
     return peek;
 }
 
-void AgentsSource::donePeek(const QString &session, const QString &text, const std::optional<QString> &resume,
-                            const std::optional<QString> &cwd)
+void AgentAlerts::donePeek(const QString &session, const QString &text, const std::optional<QString> &resume,
+                           const std::optional<QString> &cwd)
 {
     if (!m_needs.prefs.peekOnFinish())
         return;
@@ -328,10 +279,10 @@ void AgentsSource::donePeek(const QString &session, const QString &text, const s
     peek.cwd = cwd;
     peek.news = Peek::News::Finished;
     peek.session = resume.value_or(session);
-    raise(std::move(peek));
+    Q_EMIT peekWanted(peek);
 }
 
-QString AgentsSource::nameFor(const HookEvent &event) const
+QString AgentAlerts::nameFor(const HookEvent &event) const
 {
     const auto agent = std::ranges::find(m_agents, event.sessionId, &Agent::sessionId);
     if (agent != m_agents.end())

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "Core/SourceState.h"
+#include "Hooks/HookRoad.h"
+
+#include <QObject>
+#include <optional>
+
+namespace velto {
+
+/// The link to Claude Code as the user has it: whether its hooks are in Claude Code's settings, and whether their calls arrive.
+/// Puts them in and takes them out again. UI thread.
+class HookLink : public QObject {
+    Q_OBJECT
+public:
+    explicit HookLink(const HookRoad::Needs &needs, QObject *parent = nullptr);
+
+    /// The hooks of this version, with the current secret, are in Claude Code's settings.
+    bool installed() const { return m_installed; }
+    /// Hooks of an older Velto, or with another secret, are.
+    bool needsUpgrade() const { return m_needsUpgrade; }
+    /// Why the last install() or remove() failed, as a sentence.
+    const std::optional<QString> &error() const { return m_error; }
+    /// Whether calls arrive: `failed` with a sentence while they don't.
+    SourceState hearing() const { return m_road.state(); }
+    bool goesPastProxy() const;
+    /// What install() adds, as text to agree to.
+    QString preview() const;
+
+    void install();
+    void remove();
+    /// Starts to listen, or tries again if the port was taken.
+    void listen() { m_road.listen(); }
+    /// Finds out which form of the commands gets through, before the user agrees to them.
+    void prepare() { m_road.prove(); }
+    /// Listens, and tests the road, once more.
+    void tryAgain() { m_road.tryAgain(); }
+    /// A session has ended a turn that began then: its hooks call, if they are installed and the road is open.
+    void turnEnded(Instant since);
+
+Q_SIGNALS:
+    /// Any of the above may be different.
+    void changed();
+
+private:
+    void read();
+
+    HookInstaller &m_installer;
+    HookRoad m_road;
+    bool m_installed = false;
+    bool m_needsUpgrade = false;
+    std::optional<QString> m_error;
+};
+
+} // namespace velto
