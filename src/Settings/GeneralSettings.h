@@ -64,7 +64,7 @@ public:
     bool quietWhileRecording() const;
     void setQuietWhileRecording(bool on);
     bool login() const { return m_login; }
-    /// Why the program can't be started at login; empty if it can.
+    /// Why the last setLogin() failed, as a sentence; empty if it worked.
     QString loginProblem() const;
     /// Then shows the actual outcome, which may differ.
     void setLogin(bool on);

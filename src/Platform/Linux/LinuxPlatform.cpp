@@ -165,6 +165,7 @@ LinuxPlatform::LinuxPlatform(Clock &clock, Files &files, Defaults &defaults, con
     // The choice was for us alone: a terminal that we start makes its own.
     if (std::exchange(platformChosenHere, false))
         qunsetenv(kPlatformVariable);
+    layersPrepared();
     if (handlerBefore)
         qInstallMessageHandler(std::exchange(handlerBefore, nullptr));
 }
