@@ -11,6 +11,7 @@
 #include "Platform/Places.h"
 #include "Tabs/Quillbox/QuillboxClient.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
+#include "Tabs/Todos/TodoJson.h"
 #include "Tabs/Todos/TodosSource.h"
 
 namespace velto {
@@ -38,6 +39,8 @@ inline QList<Todo> benchTodos(int count)
 
 struct NamelessMachine final : Machine {
     QString displayName() const override { return {}; }
+    std::optional<PortHolder> holderOf(quint16) const override { return std::nullopt; }
+    void whenEnded(qint64, QObject *, std::function<void()>) const override { }
 };
 
 /// A source with so many todos in its file, all of them on show.

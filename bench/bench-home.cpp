@@ -4,6 +4,7 @@
 #include "World.h"
 
 #include "Tabs/Home/HomeBrief.h"
+#include "Tabs/Todos/TodoJson.h"
 
 #include <QCoreApplication>
 #include <QDir>

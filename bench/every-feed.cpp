@@ -157,19 +157,19 @@ void pass(int milliseconds)
 }
 
 /// What came of the feeds, so that nobody takes an idle run for a quick one.
-QJsonObject found(const Hub &hub, Stores &stores)
+QJsonObject found(const Stores &stores)
 {
-    const SignalsSource &slow = signalsSource;
+    const SignalsSource &slow = stores.signalsSource;
     return {{u"tokens"_s, slow.tokensUsed()},
             {u"servers"_s, slow.mcpCount()},
             {u"repositories"_s, slow.repos().size()},
-            {u"reviews"_s, work.prs().size()},
-            {u"issues"_s, work.issues().size()},
-            {u"mentions"_s, work.mentions().size()},
+            {u"reviews"_s, stores.work.prs().size()},
+            {u"issues"_s, stores.work.issues().size()},
+            {u"mentions"_s, stores.work.mentions().size()},
             {u"meetings"_s, stores.google.meetings().size()},
-            {u"transfers"_s, glances.activeTransfers()},
-            {u"builds"_s, glances.failedBuilds()},
-            {u"clipboard"_s, glances.clipboard() ? glances.clipboard()->title : QString()}};
+            {u"transfers"_s, stores.glances.activeTransfers()},
+            {u"builds"_s, stores.glances.failedBuilds()},
+            {u"clipboard"_s, stores.glances.clipboard() ? stores.glances.clipboard()->title : QString()}};
 }
 
 } // namespace
@@ -185,14 +185,14 @@ int main(int argc, char **argv)
     QJsonObject figures;
     {
         Stores stores(machinery.desktop(), nullptr, [] { return QuillboxMode(); });
-        Panel panel(machinery, stores.hub, stores.prefs);
+        Panel panel(machinery, stores);
         panel.contents.open(QString::fromLatin1(argv[3]));
         Frames frames;
         QObject::connect(&panel.window, &QQuickWindow::frameSwapped, &application, [&frames] { frames.drawn(); });
         // The first readings began with the stores, beside the window's own start.
         pass(span);
         figures[u"start"_s] = frames.report(application);
-        figures[u"found"_s] = found(stores.hub, stores);
+        figures[u"found"_s] = found(stores);
         pass(span);
         figures[u"rest"_s] = frames.report(application);
         QTimer::singleShot(0, &application, [&stores] {

@@ -1,16 +1,21 @@
 // Watches, from outside, the first window that appears at the top of the screen, and says when it was mapped, painted, moved and
-// drawn into. Each line: what, CLOCK_MONOTONIC nanoseconds, window, x, y, width, height. Both programs of a comparison are
-// watched the same way. "painted" is the first moment at which a third of the window's middle row is opaque black: before it, a
-// window shows what lay under it.
+// drawn into. Each line: what, CLOCK_MONOTONIC nanoseconds, window, x, y, width, height, and the nanoseconds that the main thread
+// of the window's program has worked (0 before its window is known). Both programs of a comparison are watched the same way.
+// "painted" is the first moment at which a third of the window's middle row is opaque black: before it, a window shows what lay
+// under it.
 //
 // The kinds: "ready" (now start the program), "mapped", "painted", "configured", "drawn". Ends with its standard output or by
 // SIGTERM.
+#include <array>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <fcntl.h>
 #include <memory>
+#include <string>
+#include <unistd.h>
 #include <xcb/damage.h>
 #include <xcb/xcb.h>
 
@@ -33,13 +38,29 @@ constexpr int kTopEdge = 8; // the strip touches the top; other windows of a des
 constexpr int kSmallest = 20; // helper windows of toolkits and window managers are a few pixels wide,
 constexpr int kHighest = 200; // and those of compositors as large as the screen
 
-bool say(const char *what, xcb_window_t window, const Box &box)
-{
-    const auto now = std::chrono::steady_clock::now().time_since_epoch();
-    const auto stamp = std::chrono::duration_cast<std::chrono::nanoseconds>(now).count();
-    std::printf("%s %lld %u %d %d %d %d\n", what, static_cast<long long>(stamp), window, box.x, box.y, box.width, box.height);
-    return std::fflush(stdout) == 0;
-}
+/// What the main thread of a process has worked, in nanoseconds. The file stays open, since it is read at each frame.
+class Work {
+public:
+    Work() = default;
+    Work(const Work &) = delete;
+    Work &operator=(const Work &) = delete;
+    ~Work() { ::close(m_file); }
+
+    void follow(std::uint32_t process)
+    {
+        const std::string path = "/proc/" + std::to_string(process) + "/task/" + std::to_string(process) + "/schedstat";
+        m_file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    }
+    long long nanoseconds() const
+    {
+        std::array<char, 64> text{};
+        const auto length = ::pread(m_file, text.data(), text.size() - 1, 0);
+        return length > 0 ? std::atoll(text.data()) : 0;
+    }
+
+private:
+    int m_file = -1;
+};
 
 class Watcher {
 public:
@@ -91,6 +112,26 @@ public:
     }
 
 private:
+    bool say(const char *what, xcb_window_t window, const Box &box) const
+    {
+        const auto now = std::chrono::steady_clock::now().time_since_epoch();
+        const auto stamp = std::chrono::duration_cast<std::chrono::nanoseconds>(now).count();
+        std::printf("%s %lld %u %d %d %d %d %lld\n", what, static_cast<long long>(stamp), window, box.x, box.y, box.width,
+                    box.height, m_work.nanoseconds());
+        return std::fflush(stdout) == 0;
+    }
+
+    std::uint32_t processOf(xcb_window_t window) const
+    {
+        const Reply<xcb_intern_atom_reply_t> atom(
+            xcb_intern_atom_reply(m_connection, xcb_intern_atom(m_connection, 0, 11, "_NET_WM_PID"), nullptr));
+        const Reply<xcb_get_property_reply_t> value(xcb_get_property_reply(
+            m_connection, xcb_get_property(m_connection, 0, window, atom ? atom->atom : XCB_NONE, XCB_ATOM_CARDINAL, 0, 1),
+            nullptr));
+        const bool there = value && xcb_get_property_value_length(value.get()) == sizeof(std::uint32_t);
+        return there ? *static_cast<const std::uint32_t *>(xcb_get_property_value(value.get())) : 0;
+    }
+
     // From its making on, so that no drawing is missed.
     void watch(xcb_window_t window)
     {
@@ -107,6 +148,7 @@ private:
             return true;
         }
         m_window = window;
+        m_work.follow(processOf(window));
         m_box = {at->x, at->y, at->width, at->height};
         return say("mapped", window, m_box) && (!showsBlack() || paintedNow());
     }
@@ -150,6 +192,7 @@ private:
     xcb_window_t m_window = XCB_NONE;
     std::uint8_t m_damageEvent = 0;
     Box m_box;
+    Work m_work;
     bool m_painted = false;
 };
 

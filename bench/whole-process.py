@@ -1,249 +1,104 @@
 #!/usr/bin/python3
-"""Velto as a whole beside a bare QML window of the strip's size, in one run: start, memory, rest, the panel, a question.
+"""Velto as a whole beside a bare QML window of the strip's size, in one run: start, memory, rest, pictures, the panel, a question,
+long lists.
 
-Usage: script/with-desktop --own-network bench/whole-process.py [--quick] VELTO FLOOR WATCHER. Figures are medians of alternating
-runs; what counts is the ratio, since machines differ. Ceilings are printed beside the figures and never fail the run.
+Usage: script/with-desktop --own-network bench/whole-process.py [--quick] [--only NAME] VELTO FLOOR WATCHER. Figures are medians of
+alternating runs; what counts is the ratio and the processor time, since machines differ. Goals are printed beside the figures and
+never fail the run.
 """
 
 import argparse
 import json
+import os
 import pathlib
-import queue
-import signal
+import resource
 import statistics
 import subprocess
 import sys
-import threading
+import tempfile
 import time
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "tests/e2e"))
-from velto_desktop import AGENTS_TAB, DENY, GUARD_SECONDS, PEEK_ROW_HEIGHT, Failure, Velto, screen_size, until, xdotool  # noqa: E402
+from panel_figures import measures
+from watching import Failure, Floor, Velto, children_cpu_ms, first_paint_ms, memory_mb, rest
 
-PANEL_HEIGHT = 520
-MANY_SESSIONS = 500
-SCROLL_NOTCHES = 120
-SCROLL_PAUSE_MS = 25
 REST_AFTER_SECONDS = 5
+GOALS = {
+    "first paint, ms": "1.15 times",
+    "RSS at rest, MB": "1.2 times",
+    "CPU at rest, ms a minute": "2",
+    "switches a second": "0.2",
+    "CPU of its tools at rest, ms in three minutes": "50",
+    "eight pictures, s": "3",
+    "panel: CPU a frame, ms": "1.5",
+    "CPU a frame while scrolling, ms": "4",
+    "worst frame while scrolling, CPU ms": "16.7",
+    "5000 sessions, 2500 working: MB above none, scrolled": "40",
+    "100000 todos: MB, searched": "150",
+    "question: the same, the slowest": "500",
+}
 
 
-class Floor(Velto):
-    """The bare window, started and stopped the same way."""
-
-    def find_window(self):
-        return next(iter(xdotool("search", "--onlyvisible", "--name", "^Bare window$").split()), None)
-
-
-class Watcher:
-    """What bench/watch-window sees, as (what, seconds, width, height)."""
-
-    def __init__(self, program):
-        self.process = subprocess.Popen([program], stdout=subprocess.PIPE, text=True)
-        self.events = queue.Queue()
-        threading.Thread(target=self.read, daemon=True).start()
-        self.wait_for("ready")
-
-    def read(self):
-        for line in self.process.stdout:
-            what, stamp, _, _, _, width, height = line.split()
-            self.events.put((what, int(stamp) / 1e9, int(width), int(height)))
-
-    def wait_for(self, *kinds, since=0.0, seconds=20.0):
-        end = time.monotonic() + seconds
-        while True:
-            try:
-                event = self.events.get(timeout=max(0.01, end - time.monotonic()))
-            except queue.Empty:
-                raise Failure(f"the window was never {' or '.join(kinds)}") from None
-            if event[0] in kinds and event[1] >= since:
-                return event
-
-    def frames(self, since):
-        """Drawings since then, those within 4 ms counted as one frame."""
-        stamps = []
-        while not self.events.empty():
-            what, stamp, _, _ = self.events.get()
-            if what == "drawn" and stamp >= since and (not stamps or stamp - stamps[-1] > 0.004):
-                stamps.append(stamp)
-        return len(stamps)
-
-    def stop(self):
-        self.process.send_signal(signal.SIGTERM)
-        self.process.wait(5)
-
-
-def threads(pid):
-    return [task for task in pathlib.Path(f"/proc/{pid}/task").iterdir()]
-
-
-def cpu_seconds(pid):
-    return sum(int((task / "schedstat").read_text().split()[0]) for task in threads(pid)) / 1e9
-
-
-def switches(pid):
-    lines = (line for task in threads(pid) for line in (task / "status").read_text().splitlines())
-    return sum(int(line.split()[1]) for line in lines if "ctxt_switches" in line)
-
-
-def memory_mb(pid):
-    text = pathlib.Path(f"/proc/{pid}/smaps_rollup").read_text()
-    values = {line.split()[0]: int(line.split()[1]) / 1024 for line in text.splitlines() if line.endswith("kB")}
-    return values["Rss:"], values["Pss:"]
-
-
-def first_paint_ms(make, watcher_program):
-    watcher = Watcher(watcher_program)
-    with make() as program:
-        start = time.monotonic()
-        program.launch()
-        try:
-            return (watcher.wait_for("painted")[1] - start) * 1000
-        finally:
-            watcher.stop()
+def paints(makes, watcher, count):
+    each = {make: [] for make in makes}
+    for _ in range(count):
+        for make in makes:
+            each[make].append(first_paint_ms(make, watcher))
+    return {make: {"first paint, ms": statistics.median(paint for paint, _ in runs),
+                   "first paint, CPU ms of the main thread": statistics.median(cpu for _, cpu in runs)}
+            for make, runs in each.items()}
 
 
 def at_rest(make, seconds):
-    """Memory after a while; then processor time and switches, in seconds with and without a tick among them."""
+    """With nothing connected, a `claude` without sessions, and the machine's own `gh`, if any, that nobody is signed in to. On a
+    machine where other programs start meanwhile, a look for recorders among them is in it."""
     with make() as program:
         program.start()
         time.sleep(REST_AFTER_SECONDS)
         pid = program.process.pid
         rss, pss = memory_mb(pid)
-        cpu, switched = [cpu_seconds(pid)], [switches(pid)]
-        for _ in range(seconds):
-            time.sleep(1)
-            cpu.append(cpu_seconds(pid))
-            switched.append(switches(pid))
-        each = sorted((after - before) * 1000 for before, after in zip(cpu, cpu[1:]))
-        quiet = each[: max(1, len(each) * 9 // 10)]
-        return {
-            "RSS at rest, MB": rss,
-            "PSS at rest, MB": pss,
-            "CPU at rest, ms a minute": sum(each) / len(each) * 60,
-            "CPU between ticks, ms a minute": sum(quiet) / len(quiet) * 60,
-            "switches a second": (switched[-1] - switched[0]) / seconds,
-        }
+        before = children_cpu_ms(pid)
+        figures = rest(pid, seconds)
+        tools = (children_cpu_ms(pid) - before) * 180 / seconds
+        return {"RSS at rest, MB": rss, "PSS at rest, MB": pss, **figures, "CPU of its tools at rest, ms in three minutes": tools}
 
 
-def open_panel(velto):
-    """The pointer arrives on the strip. Returns the moment."""
-    start = time.monotonic()
-    xdotool("mousemove", screen_size()[0] // 2, 4)
-    until("the panel to open", lambda: velto.geometry().height >= PANEL_HEIGHT, pause=0.02)
-    return start
+def pictures(velto, rounds):
+    """The eight pictures of --snapshot, each round in a new home."""
+    times, cpus = [], []
+    for _ in range(rounds):
+        with Velto(velto) as program, tempfile.TemporaryDirectory() as folder:
+            start, before = time.monotonic(), resource.getrusage(resource.RUSAGE_CHILDREN)
+            subprocess.run([velto, "--snapshot", folder], env=program.environment, check=True, stdout=subprocess.DEVNULL)
+            after = resource.getrusage(resource.RUSAGE_CHILDREN)
+            times.append(time.monotonic() - start)
+            cpus.append(after.ru_utime + after.ru_stime - before.ru_utime - before.ru_stime)
+            if len(os.listdir(folder)) != 8:
+                raise Failure(f"{len(os.listdir(folder))} pictures instead of eight")
+    return {"eight pictures, s": statistics.median(times), "eight pictures, CPU s": statistics.median(cpus)}
 
 
-def close_panel(velto, strip):
-    velto.leave()
-    until("the panel to close", lambda: velto.geometry().height <= strip.height, pause=0.02)
-
-
-def panel_figures(make, watcher_program, rounds):
-    watcher = Watcher(watcher_program)
-    with make() as velto:
-        strip = velto.start()
-        pid = velto.process.pid
-        first_frames, per_frame, rss = [], [], []
-        for _ in range(rounds):
-            watcher.frames(0)
-            before = cpu_seconds(pid)
-            start = open_panel(velto)
-            first_frames.append((watcher.wait_for("drawn", since=start)[1] - start) * 1000)
-            velto.settled(what="the open panel to stand still")
-            per_frame.append((cpu_seconds(pid) - before) * 1000 / (1 + watcher.frames(start)))
-            close_panel(velto, strip)
-            time.sleep(0.2)
-            rss.append(memory_mb(pid)[0])
-        watcher.stop()
-        return {
-            "panel: first frame, ms after the pointer": statistics.median(first_frames),
-            "panel: CPU a frame, ms": statistics.median(per_frame),
-            f"panel: MB more after {rounds} openings than after 1": rss[-1] - rss[0],
-        }
-
-
-def working_sessions(count):
-    """What `claude agents --json` prints with so many sessions at work."""
-    now = time.time() * 1000
-    each = ("id", "name", "state", "cwd", "startedAt")
-    return [dict(zip(each, (f"s{i}", f"session {i}", "working", f"/home/me/p{i}", int(now) - i))) for i in range(count)]
-
-
-def long_list_figures(make, watcher_program, rounds):
-    """The Agents tab with many sessions: the panel opens on it, then the wheel turns through the list."""
-    watcher = Watcher(watcher_program)
-    with make() as velto:
-        listing = velto.home / "listing.json"
-        listing.write_text(json.dumps(working_sessions(MANY_SESSIONS)))
-        (velto.home / "bin/claude").write_text(f"#!/bin/sh\ncase $1 in agents) cat '{listing}' ;; *) echo '[]' ;; esac\n")
-        velto.start("--search")
-        pid = velto.process.pid
-        velto.settled(lambda at: at.height == PANEL_HEIGHT, "the panel to open")
-        velto.open_tab(AGENTS_TAB)
-        xdotool("key", "Escape")
-        strip = velto.settled(lambda at: at.height < PANEL_HEIGHT, "the panel to close")
-        first_frames, per_frame, per_second = [], [], []
-        for _ in range(rounds):
-            watcher.frames(0)
-            start = open_panel(velto)
-            first_frames.append((watcher.wait_for("drawn", since=start)[1] - start) * 1000)
-            velto.settled(what="the open panel to stand still")
-            at = velto.geometry()
-            xdotool("mousemove", "--sync", at.x + at.width // 2, at.y + at.height * 2 // 3)
-            watcher.frames(0)
-            before, start = cpu_seconds(pid), time.monotonic()
-            xdotool("click", "--repeat", SCROLL_NOTCHES, "--delay", SCROLL_PAUSE_MS, 5)
-            frames = watcher.frames(start)
-            per_second.append(frames / (time.monotonic() - start))
-            per_frame.append((cpu_seconds(pid) - before) * 1000 / max(1, frames))
-            close_panel(velto, strip)
-        watcher.stop()
-        return {
-            f"{MANY_SESSIONS} sessions: panel's first frame, ms after the pointer": statistics.median(first_frames),
-            f"{MANY_SESSIONS} sessions: frames a second while scrolling": statistics.median(per_second),
-            f"{MANY_SESSIONS} sessions: CPU a frame while scrolling, ms": statistics.median(per_frame),
-        }
-
-
-def question_figures(make, watcher_program, rounds):
-    watcher = Watcher(watcher_program)
-    with make() as velto:
-        strip = velto.start()
-        times = []
-        for number in range(rounds):
-            watcher.frames(0)
-            velto.token()
-            start = time.monotonic()
-            curl = velto.ask(command=f"make {number}")
-            watcher.wait_for("drawn", "configured", since=start)
-            times.append((time.monotonic() - start) * 1000)
-            velto.settled(lambda at: at.height == strip.height + PEEK_ROW_HEIGHT, "the question to slide out")
-            time.sleep(GUARD_SECONDS + 0.1)
-            velto.press(DENY)
-            curl.communicate(timeout=10)
-            velto.leave()
-            velto.settled(lambda at: at == strip, "the strip to be back")
-        watcher.stop()
-        return {"question: first frame, ms after curl's start": statistics.median(times)}
+def goal(name):
+    return next((f"goal {what}" for key, what in GOALS.items() if name.endswith(key)), "")
 
 
 def report(velto, floor, alone):
-    ceilings = {"first paint, ms": 1.4, "RSS at rest, MB": 1.4}
-    print(f"\n{'':58}{'velto':>10}{'floor':>10}{'ratio':>8}  at most")
+    print(f"\n{'':70}{'velto':>10}{'floor':>10}{'ratio':>8}")
     for name, figure in velto.items():
-        ratio = f"{figure / floor[name]:.2f}" if floor[name] >= 0.01 else "-"
-        print(f"{name:58}{figure:10.2f}{floor[name]:10.2f}{ratio:>8}  {ceilings.get(name, '')}")
+        ratio = f"{figure / floor[name]:.2f}" if floor.get(name, 0) >= 0.01 else "-"
+        print(f"{name:70}{figure:10.2f}{floor[name]:10.2f}{ratio:>8}  {goal(name)}")
     for name, figure in alone.items():
-        print(f"{name:58}{figure:10.2f}")
+        print(f"{name:70}{figure:10.2f}{'':18}  {goal(name)}")
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--quick", action="store_true", help="fewer and shorter runs")
+    parser.add_argument("--only", help="what has this in its name: start, rest, pictures, panel, sessions, todos, questions")
     parser.add_argument("--json", help="write the figures there too")
     for name in ("velto", "floor", "watcher"):
         parser.add_argument(name)
     args = parser.parse_args()
-    starts, rest_seconds, openings, questions = (5, 15, 20, 5) if args.quick else (15, 60, 100, 15)
+    starts, rest_seconds, rounds = (5, 30, 1) if args.quick else (15, 180, 3)
 
     def make_velto():
         return Velto(args.velto)
@@ -251,20 +106,24 @@ def main():
     def make_floor():
         return Floor(args.floor)
 
-    paints = {make_velto: [], make_floor: []}
-    for _ in range(starts):
-        for make, each in paints.items():
-            each.append(first_paint_ms(make, args.watcher))
-    figures = {make: {"first paint, ms": statistics.median(each)} for make, each in paints.items()}
-    for make, each in figures.items():
-        each.update(at_rest(make, rest_seconds))
+    def wanted(name):
+        return not args.only or args.only in name
 
+    figures = {make_velto: {}, make_floor: {}}
+    if wanted("start"):
+        figures = paints(list(figures), args.watcher, starts)
+    if wanted("rest"):
+        for make, each in figures.items():
+            each.update(at_rest(make, rest_seconds))
     alone = {}
-    for measure, rounds in ((panel_figures, openings), (long_list_figures, 5), (question_figures, questions)):
+    whole = [("pictures", lambda: pictures(args.velto, rounds)), *measures(make_velto, args.watcher, args.quick)]
+    for name, measure in whole:
+        if not wanted(name):
+            continue
         try:
-            alone.update(measure(make_velto, args.watcher, rounds))
+            alone.update(measure())
         except Failure as failure:
-            print(f"{measure.__name__}: {failure}", file=sys.stderr)
+            print(f"{name}: {failure}", file=sys.stderr)
     report(figures[make_velto], figures[make_floor], alone)
     if args.json:
         everything = {"velto": figures[make_velto], "floor": figures[make_floor], "alone": alone}

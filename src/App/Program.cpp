@@ -6,10 +6,12 @@
 #include "Platform/Activation.h"
 #include "Platform/Clock.h"
 #include "Platform/Posix/PosixLoopbackServer.h"
+#include "Platform/Posix/ProgramEnd.h"
 #include "Platform/Session.h"
 
 #include <QApplication>
 #include <QQmlEngine>
+#include <QSignalBlocker>
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
@@ -70,6 +72,10 @@ Program::Program(CommandLine commandLine, Activation &activation)
     m_panel.engine()->addImportPath(u"qrc:/qt/qml"_s);
     if (m_commandLine.testBackdrop)
         showBackdrop(*m_commandLine.testBackdrop);
+    beforeExit([this] {
+        m_machine.tools.stop();
+        saveTheRest();
+    });
     showPanel();
     // Nothing is painted while the screen is locked.
     m_paintedAnyway = m_machine.clock.after(kLongestFirstFrame, [this] { m_machine.background.release(); });
@@ -78,7 +84,14 @@ Program::Program(CommandLine commandLine, Activation &activation)
 
 Program::~Program()
 {
+    beforeExit({});
     m_machine.tools.stop();
+    saveTheRest();
+}
+
+void Program::saveTheRest()
+{
+    const QSignalBlocker quiet(m_machine.writer); // the views may have lost their display
     for (const QString &lost : m_machine.writer.finish(kLastWrites))
         qWarning("%s", qPrintable(lost));
 }

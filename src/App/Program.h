@@ -32,6 +32,7 @@ private:
     void showBackdrop(const QString &kind);
     void painted();
     void sweep();
+    void saveTheRest();
     void followStandIn();
 
     Activation &m_activation;

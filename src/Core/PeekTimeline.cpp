@@ -83,6 +83,10 @@ void PeekTimeline::gather(Peek::News news)
             entry.parts.push_back(std::move(entry.peek));
         else
             all.told = entry.told;
+        if (all.parts.empty()) {
+            all.parts = std::move(entry.parts); // they are of different sessions already
+            continue;
+        }
         for (Peek &part : entry.parts) {
             if (std::ranges::find(all.parts, part.session, &Peek::session) == all.parts.end())
                 all.parts.push_back(std::move(part));

@@ -14,12 +14,20 @@ namespace velto {
 
 namespace {
 
-/// What `Accessible.name` and its like have made at an item; null if there is none.
+/// What `Accessible.name` and its like have made at an item; null if there is none. The toolkit's own check boxes and switches
+/// come with one of their own, which stays empty beside the one that is written to.
 QObject *attachedTo(const QObject *item)
 {
-    const auto found =
-        std::ranges::find_if(item->children(), [](const QObject *child) { return child->inherits("QQuickAccessibleAttached"); });
-    return found == item->children().end() ? nullptr : *found;
+    QObject *found = nullptr;
+    for (QObject *child : item->children()) {
+        if (!child->inherits("QQuickAccessibleAttached"))
+            continue;
+        if (child->property("role").toInt() != QAccessible::NoRole)
+            return child;
+        if (!found)
+            found = child;
+    }
+    return found;
 }
 
 bool isIgnored(const QObject *attached)
@@ -64,9 +72,8 @@ bool isCovered(const QQuickItem *item)
 /// Something to press. What it says of itself stands in the properties of the attached object.
 class ItemAccessible final : public QAccessibleObject, public QAccessibleActionInterface {
 public:
-    ItemAccessible(QQuickItem *item, QObject *attached)
+    explicit ItemAccessible(QQuickItem *item)
         : QAccessibleObject(item)
-        , m_attached(attached)
     {
         QObject::connect(item, &QQuickItem::enabledChanged, item, [item] {
             QAccessible::State changed;
@@ -76,12 +83,12 @@ public:
         });
     }
 
-    QAccessible::Role role() const override { return QAccessible::Role(m_attached->property("role").toInt()); }
+    QAccessible::Role role() const override { return QAccessible::Role(attached()->property("role").toInt()); }
     QString text(QAccessible::Text text) const override
     {
         if (text == QAccessible::Name)
-            return m_attached->property("name").toString();
-        return text == QAccessible::Description ? m_attached->property("description").toString() : QString();
+            return attached()->property("name").toString();
+        return text == QAccessible::Description ? attached()->property("description").toString() : QString();
     }
     QAccessible::State state() const override;
     QRect rect() const override
@@ -129,12 +136,12 @@ private:
     QQuickItem *item() const { return static_cast<QQuickItem *>(object()); }
     bool toggles() const { return role() == QAccessible::CheckBox; }
 
-    QObject *m_attached; ///< the item's child
+    QObject *attached() const { return attachedTo(item()); } // the item's child, and never null
 };
 
 QAccessible::State ItemAccessible::state() const
 {
-    const auto is = [this](const char *name) { return m_attached->property(name).toBool(); };
+    const auto is = [properties = attached()](const char *name) { return properties->property(name).toBool(); };
     QAccessible::State state;
     state.disabled = !item()->isEnabled();
     const QQuickWindow *window = item()->window();
@@ -158,7 +165,7 @@ void ItemAccessible::doAction(const QString &name)
     if (name == setFocusAction())
         item()->forceActiveFocus(Qt::OtherFocusReason);
     else if (name == toggleAction() || name == pressAction())
-        QMetaObject::invokeMethod(m_attached, toggles() ? "toggleAction" : "pressAction");
+        QMetaObject::invokeMethod(attached(), toggles() ? "toggleAction" : "pressAction");
 }
 
 QAccessibleInterface *interfaceOf(const QString &, QObject *object)
@@ -167,7 +174,7 @@ QAccessibleInterface *interfaceOf(const QString &, QObject *object)
     QObject *attached = item ? attachedTo(item) : nullptr;
     if (!attached || isIgnored(attached) || !canBePressed(item))
         return nullptr;
-    return new ItemAccessible(item, attached);
+    return new ItemAccessible(item);
 }
 
 } // namespace

@@ -4,9 +4,30 @@
 
 #include <QQmlEngine>
 #include <QQuickWindow>
-#include <QTimerEvent>
+#include <QTimer>
 
 namespace velto {
+
+namespace {
+
+/// The one for this interval, for as long as anybody holds it. UI thread.
+std::shared_ptr<QTimer> sharedTimer(int interval)
+{
+    static QHash<int, std::weak_ptr<QTimer>> timers;
+    std::shared_ptr<QTimer> timer = timers[interval].lock();
+    if (!timer) {
+        // Who lets go of it may be in the middle of its signal.
+        timer = std::shared_ptr<QTimer>(new QTimer, [](QTimer *last) {
+            last->stop();
+            last->deleteLater();
+        });
+        timer->start(interval);
+        timers.insert(interval, timer);
+    }
+    return timer;
+}
+
+} // namespace
 
 MovingItem::MovingItem(int interval, QQuickItem *parent)
     : QQuickPaintedItem(parent)
@@ -47,20 +68,21 @@ bool MovingItem::mayMove() const
 void MovingItem::follow()
 {
     const bool moves = wantsToMove() && mayMove();
-    if (moves == m_timer.isActive())
+    if (moves == bool(m_timer))
         return;
     m_elapsed = 0;
-    if (moves)
-        m_timer.start(m_interval, this);
-    else
-        m_timer.stop();
+    if (moves) {
+        m_timer = sharedTimer(m_interval);
+        connect(m_timer.get(), &QTimer::timeout, this, &MovingItem::step);
+    } else {
+        disconnect(m_timer.get(), nullptr, this, nullptr);
+        m_timer.reset();
+    }
     update();
 }
 
-void MovingItem::timerEvent(QTimerEvent *event)
+void MovingItem::step()
 {
-    if (event->timerId() != m_timer.timerId())
-        return;
     m_elapsed += m_interval;
     update();
 }

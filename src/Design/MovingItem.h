@@ -1,17 +1,20 @@
 #pragma once
 
-#include <QBasicTimer>
 #include <QPointer>
 #include <QQuickPaintedItem>
 #include <QtQml/qqml.h>
+#include <memory>
+
+class QTimer;
 
 namespace velto {
 
 class Theme;
 
 /// A small item that moves for as long as it is on show. It draws at a rate of its own instead of the display's, since a
-/// pulse in the strip may run for hours; each step repaints the item's own few pixels and nothing else. It stands still,
-/// without a timer, while it is hidden, while its window is, and while motion is reduced or a picture is taken.
+/// pulse in the strip may run for hours; each step repaints the item's own few pixels and nothing else. All that move at one
+/// rate make their steps in the same frames. It stands still, without a timer, while it is hidden, while its window is, and while
+/// motion is reduced or a picture is taken.
 class MovingItem : public QQuickPaintedItem {
     Q_OBJECT
     QML_ANONYMOUS
@@ -28,14 +31,14 @@ protected:
 
     void componentComplete() override;
     void itemChange(ItemChange change, const ItemChangeData &data) override;
-    void timerEvent(QTimerEvent *event) override;
 
 private:
     bool mayMove() const;
+    void step();
 
     const int m_interval;
     int m_elapsed = 0;
-    QBasicTimer m_timer;
+    std::shared_ptr<QTimer> m_timer;
     QPointer<Theme> m_theme;
     QMetaObject::Connection m_windowShown;
 };

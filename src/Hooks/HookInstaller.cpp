@@ -24,6 +24,21 @@ QByteArray marker()
     return QStringView(HookInstaller::kMarker).toUtf8();
 }
 
+/// The file's bytes; nothing if they can't be read or aren't text.
+std::optional<QByteArray> text(const Files &files, const QString &path)
+{
+    constexpr int kAttempts = 5;
+    for (int tried = 1;; ++tried) {
+        const auto content = files.read(path, kLargest);
+        const auto *bytes = std::get_if<QByteArray>(&content);
+        if (!bytes)
+            return std::nullopt;
+        if (bytes->trimmed().endsWith('}') || tried == kAttempts)
+            return bytes->isValidUtf8() ? std::optional(*bytes) : std::nullopt;
+        std::this_thread::sleep_for(kTornPause);
+    }
+}
+
 } // namespace
 
 HookInstaller::HookInstaller(Files &files, const Clock &clock, const QString &home, const QString &token)
@@ -32,7 +47,7 @@ HookInstaller::HookInstaller(Files &files, const Clock &clock, const QString &ho
     , m_settings(home + "/.claude/settings.json"_L1)
     , m_token(token)
 {
-    const auto settings = text();
+    const auto settings = text(m_files, m_settings);
     m_pastProxy = settings && settings->contains(marker()) && settings->contains(QStringView(kPastProxy).toUtf8());
 }
 
@@ -139,35 +154,17 @@ std::optional<QString> HookInstaller::backUp(const QByteArray &bytes, QString &c
     return std::nullopt;
 }
 
-std::optional<QByteArray> HookInstaller::text() const
+std::function<HookInstaller::Standing()> HookInstaller::reader() const
 {
-    constexpr int kAttempts = 5;
-    for (int tried = 1;; ++tried) {
-        const auto content = m_files.read(m_settings, kLargest);
-        const auto *bytes = std::get_if<QByteArray>(&content);
-        if (!bytes)
-            return std::nullopt;
-        if (bytes->trimmed().endsWith('}') || tried == kAttempts)
-            return bytes->isValidUtf8() ? std::optional(*bytes) : std::nullopt;
-        std::this_thread::sleep_for(kTornPause);
-    }
-}
-
-bool HookInstaller::present() const
-{
-    const auto settings = text();
-    return settings && settings->contains(marker());
-}
-
-bool HookInstaller::needsUpgrade() const
-{
-    const auto settings = text();
-    if (!settings || !settings->contains(marker()))
-        return false;
-    if (m_pastProxy && !settings->contains(QStringView(kPastProxy).toUtf8()))
-        return true;
-    // Before permission questions there was no such path.
-    return !settings->contains(m_token.toUtf8()) || !settings->contains("/permission");
+    return [&files = m_files, path = m_settings, token = m_token.toUtf8(), pastProxy = m_pastProxy] {
+        const auto settings = text(files, path);
+        if (!settings || !settings->contains(marker()))
+            return Standing::Absent;
+        // Before permission questions there was no such path.
+        const bool current = settings->contains(token) && settings->contains("/permission")
+            && (!pastProxy || settings->contains(QStringView(kPastProxy).toUtf8()));
+        return current ? Standing::Current : Standing::Outdated;
+    };
 }
 
 QString HookInstaller::preview() const

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -26,10 +27,17 @@ public:
     std::optional<QString> install();
     std::optional<QString> uninstall();
 
-    /// Velto's hooks are in the file, whatever their version.
-    bool present() const;
-    /// Velto's hooks are in the file, but with another secret or of an older version.
-    bool needsUpgrade() const;
+    /// How Velto's hooks stand in the file.
+    enum class Standing : quint8 {
+        Absent, ///< or the file can't be read
+        Outdated, ///< with another secret or of an older version
+        Current,
+    };
+    Standing standing() const { return reader()(); }
+    /// Reads the file as the installer would now: on any thread, and when the installer has gone. The files must not have.
+    std::function<Standing()> reader() const;
+    bool present() const { return standing() != Standing::Absent; }
+    bool needsUpgrade() const { return standing() == Standing::Outdated; }
     /// What install() adds, as text to agree to.
     QString preview() const;
 
@@ -46,8 +54,6 @@ private:
     std::optional<QString> edit(Change change);
     Outcome attempt(Change change, QString &copy, QString &problem);
     std::optional<QString> backUp(const QByteArray &bytes, QString &copy);
-    /// The file's bytes; nothing if they can't be read or aren't text.
-    std::optional<QByteArray> text() const;
 
     Files &m_files;
     const Clock &m_clock;

@@ -1,7 +1,5 @@
 #include "Hooks/HookLink.h"
 
-#include "Hooks/HookInstaller.h"
-
 namespace velto {
 
 HookLink::HookLink(const HookRoad::Needs &needs, QObject *parent)
@@ -9,18 +7,28 @@ HookLink::HookLink(const HookRoad::Needs &needs, QObject *parent)
     , m_installer(needs.installer)
     , m_road(needs)
 {
-    read();
+    stand(m_installer.standing());
     connect(&m_road, &HookRoad::changed, this, &HookLink::changed);
     connect(&m_road, &HookRoad::formChanged, this, [this] {
-        read();
+        stand(m_installer.standing());
         Q_EMIT changed();
     });
 }
 
-void HookLink::read()
+void HookLink::stand(HookInstaller::Standing standing)
 {
-    m_needsUpgrade = m_installer.needsUpgrade();
-    m_installed = !m_needsUpgrade && m_installer.present();
+    const bool were = installed();
+    m_standing = standing;
+    if (were && !installed())
+        m_road.forget();
+}
+
+void HookLink::found(HookInstaller::Standing standing)
+{
+    if (standing == m_standing)
+        return;
+    stand(standing);
+    Q_EMIT changed();
 }
 
 bool HookLink::goesPastProxy() const
@@ -35,10 +43,10 @@ QString HookLink::preview() const
 
 void HookLink::install()
 {
+    ++m_edits;
     m_error = m_installer.install();
     if (!m_error) {
-        m_installed = true;
-        m_needsUpgrade = false;
+        stand(HookInstaller::Standing::Current);
         m_road.prove();
     }
     Q_EMIT changed();
@@ -46,10 +54,10 @@ void HookLink::install()
 
 void HookLink::remove()
 {
+    ++m_edits;
     m_error = m_installer.uninstall();
     if (!m_error) {
-        m_installed = false;
-        m_needsUpgrade = false;
+        stand(HookInstaller::Standing::Absent);
         m_road.forget();
     }
     Q_EMIT changed();
@@ -57,7 +65,7 @@ void HookLink::remove()
 
 void HookLink::turnEnded(Instant since)
 {
-    if (m_installed)
+    if (installed())
         m_road.turnEnded(since);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Core/SourceState.h"
+#include "Hooks/HookInstaller.h"
 #include "Hooks/HookRoad.h"
 
 #include <QObject>
@@ -16,9 +17,9 @@ public:
     explicit HookLink(const HookRoad::Needs &needs, QObject *parent = nullptr);
 
     /// The hooks of this version, with the current secret, are in Claude Code's settings.
-    bool installed() const { return m_installed; }
+    bool installed() const { return m_standing == HookInstaller::Standing::Current; }
     /// Hooks of an older Velto, or with another secret, are.
-    bool needsUpgrade() const { return m_needsUpgrade; }
+    bool needsUpgrade() const { return m_standing == HookInstaller::Standing::Outdated; }
     /// Why the last install() or remove() failed, as a sentence.
     const std::optional<QString> &error() const { return m_error; }
     /// Whether calls arrive: `failed` with a sentence while they don't.
@@ -29,6 +30,10 @@ public:
 
     void install();
     void remove();
+    /// How the hooks stand in the file by now, which others write too. To be read by HookInstaller::standing().
+    void found(HookInstaller::Standing standing);
+    /// Counts what was put in and taken out here: what was read before is no longer so.
+    int edits() const { return m_edits; }
     /// Starts to listen, or tries again if the port was taken.
     void listen() { m_road.listen(); }
     /// Finds out which form of the commands gets through, before the user agrees to them.
@@ -43,12 +48,12 @@ Q_SIGNALS:
     void changed();
 
 private:
-    void read();
+    void stand(HookInstaller::Standing standing);
 
     HookInstaller &m_installer;
     HookRoad m_road;
-    bool m_installed = false;
-    bool m_needsUpgrade = false;
+    HookInstaller::Standing m_standing = HookInstaller::Standing::Absent;
+    int m_edits = 0;
     std::optional<QString> m_error;
 };
 

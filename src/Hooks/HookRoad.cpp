@@ -24,10 +24,14 @@ constexpr std::chrono::milliseconds kArrival{400};
 QStringList inLoginShell(const QString &shell, const QString &command)
 {
     // Many set a proxy where only an interactive shell reads it.
-    static const QStringList kBoth{u"bash"_s, u"zsh"_s, u"fish"_s, u"ksh"_s, u"dash"_s, u"sh"_s};
+    static const QStringList kBoth{u"zsh"_s, u"fish"_s, u"ksh"_s, u"dash"_s, u"sh"_s};
     if (shell.isEmpty())
         return {u"/bin/sh"_s, u"-c"_s, command};
-    if (kBoth.contains(QFileInfo(shell).fileName()))
+    const QString name = QFileInfo(shell).fileName();
+    // Bash reads one file or the other: a terminal's shell has what the login's exported, and reads its own.
+    if (name == "bash"_L1)
+        return {shell, u"-l"_s, u"-c"_s, uR"(exec "$0" -i -c "$1")"_s, shell, command};
+    if (kBoth.contains(name))
         return {shell, u"-i"_s, u"-l"_s, u"-c"_s, command};
     return {shell, u"-c"_s, command};
 }

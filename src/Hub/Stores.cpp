@@ -21,7 +21,7 @@ Stores::Stores(const Desktop &d, std::unique_ptr<HookListener> listener, Quillbo
                      [reader = usage](const QDateTime &now) { return reader->read(now); }})
     , everyday({d.clock, prefs, google, d.players, d.sounds})
     , work({d.clock, d.background, d.tools, d.http, d.keychain, prefs})
-    , glances({d.clock, d.background, d.tools, d.clipboard, d.http, prefs, d.places.downloads})
+    , glances({d.clock, d.background, d.tools, d.fileTree, d.clipboard, d.http, prefs, d.places.downloads})
     , home({{prefs, agents, everyday, work, todos, glances, signalsSource, quillbox},
             terminal,
             d.workspace,

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -12,6 +13,18 @@ struct TreeFile {
     std::string path; ///< full, in the bytes of the file system
     qint64 modified = 0; ///< milliseconds since 1970
     quint64 size = 0; ///< bytes
+};
+
+/// What happens to a folder from the making of this on.
+class FolderChanges {
+public:
+    FolderChanges() = default;
+    FolderChanges(const FolderChanges &) = delete;
+    FolderChanges &operator=(const FolderChanges &) = delete;
+    virtual ~FolderChanges() = default;
+
+    /// Whether something came to the folder, went from it or got another name since the last call. Quick; one thread at a time.
+    virtual bool any() = 0;
 };
 
 /// Looks through trees of folders that hold hundreds of files, many times a day. Safe from any thread; blocks for the disk.
@@ -26,6 +39,9 @@ public:
     /// Links to files are followed, links to folders below `folder` are not. What can't be read is skipped.
     virtual void each(const QString &folder, std::string_view suffix,
                       const std::function<void(const TreeFile &)> &found) const = 0;
+
+    /// Follows what happens right in a folder. Null where the system doesn't tell, as for a folder of another computer.
+    virtual std::unique_ptr<FolderChanges> changesIn(const QString &folder) const = 0;
 };
 
 } // namespace velto

@@ -39,6 +39,9 @@ public:
                           const ToolEnvironment &environment) = 0;
     /// Whether an executable of this name stands on the search path that run() gives its tools.
     virtual bool toolInstalled(const QString &name) const = 0;
+    /// False if a tool that is of use only to who is signed in to it says, without being run, that nobody is. Any thread; reads a
+    /// file.
+    virtual bool mayBeSignedIn(const QString &) const { return true; }
 };
 
 } // namespace velto

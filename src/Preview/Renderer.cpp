@@ -23,16 +23,22 @@ namespace velto {
 
 namespace {
 
-constexpr auto kSettling = 600ms;
+constexpr auto kStill = 100ms; ///< without a frame for this long, a view has its shape
+constexpr auto kSettling = 600ms; ///< at most
 
 QColor background(bool dark)
 {
     return dark ? QColor::fromRgbF(0.12F, 0.12F, 0.12F) : QColor::fromRgbF(0.16F, 0.2F, 0.3F);
 }
 
-void letSettle()
+/// Whatever a view still loads or moves draws a frame.
+void letSettle(const QQuickWindow &window)
 {
     QEventLoop loop;
+    QTimer still;
+    still.setInterval(kStill);
+    QObject::connect(&still, &QTimer::timeout, &loop, &QEventLoop::quit);
+    QObject::connect(&window, &QQuickWindow::frameSwapped, &still, qOverload<>(&QTimer::start));
     QTimer::singleShot(kSettling, &loop, &QEventLoop::quit);
     loop.exec();
 }
@@ -75,7 +81,7 @@ std::optional<QString> Renderer::render(const QUrl &view, const QVariantMap &pro
     window.setColor(background(dark));
     window.setGeometry({QCursor::pos() + QPoint(1, 1), size}); // not under the pointer, which would open the panel
     window.show();
-    letSettle();
+    letSettle(window);
     return write(window.grabWindow(), path);
 }
 

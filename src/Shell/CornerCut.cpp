@@ -1,13 +1,11 @@
 #include "Shell/CornerCut.h"
 
+#include "Shell/FrameNode.h"
 #include "Shell/PanelGeometry.h"
 
 #include <QImage>
 #include <QPainter>
 #include <QPainterPath>
-#include <QQuickWindow>
-#include <QSGRenderNode>
-#include <QSGRendererInterface>
 #include <algorithm>
 
 namespace velto {
@@ -53,12 +51,9 @@ void limit(QImage &picture, const QRect &area, const QImage &shares)
 }
 
 /// The last node of its window that paints here. It works on the pixels of the frame, which only the software scene graph has.
-class CutNode final : public QSGRenderNode {
+class CutNode final : public FrameNode {
 public:
-    explicit CutNode(QQuickWindow *window)
-        : m_window(window)
-    {
-    }
+    using FrameNode::FrameNode;
 
     void set(QSizeF size, OutlineRadii radii)
     {
@@ -72,13 +67,9 @@ public:
         const double height = std::min(m_radii.bottom, m_size.height());
         return {0, m_size.height() - height, m_size.width(), height};
     }
-    RenderingFlags flags() const override { return BoundedRectRendering; }
-    StateFlags changedStates() const override { return {}; }
-
     void render(const RenderState *) override
     {
-        auto *painter =
-            static_cast<QPainter *>(m_window->rendererInterface()->getResource(m_window, QSGRendererInterface::PainterResource));
+        QPainter *const painter = this->painter();
         if (!painter || painter->device()->devType() != QInternal::Image)
             return;
         auto &picture = *static_cast<QImage *>(painter->device());
@@ -98,7 +89,6 @@ public:
     }
 
 private:
-    QQuickWindow *m_window;
     QSizeF m_size;
     OutlineRadii m_radii;
 };

@@ -1,12 +1,12 @@
 #include "Shell/VeltoShape.h"
 
 #include "Design/Theme.h"
+#include "Shell/FrameNode.h"
 #include "Shell/PanelGeometry.h"
 
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
-#include <QScopeGuard>
 
 namespace velto {
 
@@ -14,41 +14,83 @@ namespace {
 
 constexpr int kSteps = 24; // of the gradient; straight from one to the next
 
-QColor withAlpha(QColor color, double alpha)
+/// Opaque, so that the outline is painted once.
+QColor blackened(const QColor &color, double openness)
 {
-    color.setAlphaF(float(alpha));
-    return color;
+    return QColor::fromRgbF(color.redF() * float(openness), color.greenF() * float(openness), color.blueF() * float(openness));
 }
+
+class ShapeNode final : public FrameNode {
+public:
+    using FrameNode::FrameNode;
+
+    void set(QSizeF size, OutlineRadii radii, double openness, double edge)
+    {
+        m_size = size;
+        m_radii = radii;
+        m_openness = openness;
+        m_edge = edge;
+        markDirty(DirtyMaterial);
+    }
+
+    QRectF rect() const override { return {{}, m_size}; }
+
+    void render(const RenderState *state) override
+    {
+        QPainter *const painter = this->painter();
+        if (!painter || m_size.isEmpty())
+            return;
+        painter->setClipRegion(*state->clipRegion());
+        painter->setTransform(matrix()->toTransform(), true);
+        painter->setRenderHint(QPainter::Antialiasing);
+        const QPainterPath outline = veltoOutline(rect(), m_radii);
+        painter->fillPath(outline, brush());
+        if (m_edge <= 0)
+            return;
+        painter->setClipPath(outline, Qt::IntersectClip);
+        painter->strokePath(outline, QPen(Qt::white, 2 * m_edge));
+    }
+
+private:
+    QBrush brush() const
+    {
+        if (m_openness <= 0)
+            return Qt::black;
+        QLinearGradient gradient(rect().topLeft(), rect().bottomLeft());
+        for (int step = 0; step <= kSteps; ++step) {
+            const double place = double(step) / kSteps;
+            gradient.setColorAt(place, blackened(Theme::panelColor(place), m_openness));
+        }
+        return gradient;
+    }
+
+    QSizeF m_size;
+    OutlineRadii m_radii;
+    double m_openness = 0;
+    double m_edge = 0;
+};
 
 } // namespace
 
 VeltoShape::VeltoShape(QQuickItem *parent)
-    : QQuickPaintedItem(parent)
+    : QQuickItem(parent)
 {
-    setAntialiasing(true);
+    setFlag(ItemHasContents);
 }
 
-void VeltoShape::paint(QPainter *painter)
+QSGNode *VeltoShape::updatePaintNode(QSGNode *before, UpdatePaintNodeData *)
 {
-    const QRectF area = boundingRect();
-    if (area.isEmpty())
-        return;
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(Qt::NoPen);
-    const QPainterPath outline = veltoOutline(area, {m_top, m_bottom});
-    painter->fillPath(outline, Qt::black);
-    const auto drawEdge = qScopeGuard([&] {
-        if (m_edge <= 0)
-            return;
-        painter->setClipPath(outline);
-        painter->strokePath(outline, QPen(Qt::white, 2 * m_edge));
-    });
-    if (m_openness <= 0)
-        return;
-    QLinearGradient gradient(area.topLeft(), area.bottomLeft());
-    for (int step = 0; step <= kSteps; ++step)
-        gradient.setColorAt(double(step) / kSteps, withAlpha(Theme::panelColor(double(step) / kSteps), m_openness));
-    painter->fillPath(outline, gradient);
+    auto *node = static_cast<ShapeNode *>(before);
+    if (!node)
+        node = new ShapeNode(window());
+    node->set(size(), {m_top, m_bottom}, m_openness, m_edge);
+    return node;
+}
+
+void VeltoShape::geometryChange(const QRectF &now, const QRectF &before)
+{
+    QQuickItem::geometryChange(now, before);
+    update();
 }
 
 } // namespace velto

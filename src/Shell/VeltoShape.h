@@ -1,11 +1,12 @@
 #pragma once
 
-#include <QQuickPaintedItem>
+#include <QQuickItem>
 
 namespace velto {
 
-/// The black outline, and with `openness` from 0 to 1 the open panel's gradient inside it.
-class VeltoShape : public QQuickPaintedItem {
+/// The black outline, and with `openness` from 0 to 1 the open panel's gradient inside it. It is painted into the frame itself:
+/// it is as large as the window, and moves.
+class VeltoShape : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(double topRadius READ topRadius WRITE setTopRadius NOTIFY changed FINAL)
@@ -26,10 +27,12 @@ public:
     double edge() const { return m_edge; }
     void setEdge(double edge) { set(m_edge, edge); }
 
-    void paint(QPainter *painter) override;
-
 Q_SIGNALS:
     void changed();
+
+protected:
+    QSGNode *updatePaintNode(QSGNode *before, UpdatePaintNodeData *) override;
+    void geometryChange(const QRectF &now, const QRectF &before) override;
 
 private:
     template <typename T> void set(T &field, const T &value)

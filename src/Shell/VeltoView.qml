@@ -49,14 +49,11 @@ Item {
     }
 
     // What the black doesn't cover isn't there.
-    Item {
-        anchors.horizontalCenter: parent.horizontalCenter
+    CentredClip {
         width: shape.width - 2 * shape.topRadius
         height: shape.height
-        clip: true
 
         CollapsedView {
-            anchors.horizontalCenter: parent.horizontalCenter
             width: root.width
             height: root.height
             visible: opacity > 0
@@ -70,7 +67,7 @@ Item {
         Loader {
             id: panel
 
-            anchors.horizontalCenter: parent.horizontalCenter
+            x: (root.width - width) / 2
             width: Math.min(780, root.ui.room.width)
             height: Math.min(520, root.ui.room.height)
             visible: shape.openness > 0

@@ -13,7 +13,7 @@ import shutil
 import subprocess
 import time
 
-from velto_desktop import GUARD_SECONDS, PANEL, PEEK_ROW_HEIGHT, Velto, check_machine, expect, run, screen_size, skip, until, write, xdotool
+from velto_desktop import GUARD_SECONDS, PANEL, PEEK_ROW_HEIGHT, SCALE, Velto, check_machine, expect, run, screen_size, skip, until, write, xdotool
 
 CLOCKS = ("/usr/lib/*/faketime/libfaketime.so.1", "/usr/lib64/faketime/libfaketime.so.1", "/usr/lib/faketime/libfaketime.so.1")
 REVIEW = {"title": "Page by key, not by offset", "url": "https://github.com/acme/api/pull/12", "repository": {"name": "api"}}
@@ -66,6 +66,7 @@ class Morning(Velto):
     def picture(self, width=840, height=560):
         self.steps += 1
         if self.pictures:
+            width, height = round(width * SCALE), round(height * SCALE)
             left = (screen_size()[0] - width) // 2
             file = pathlib.Path(self.pictures) / f"morning-{self.steps}.png"
             subprocess.run(["import", "-window", "root", "-crop", f"{width}x{height}+{left}+0", "+repage", str(file)], check=True)

@@ -28,14 +28,15 @@ PORT = 4747
 WINDOW_NAME = "^Velto$"
 SETTINGS = "velto/settings.json"  # under $XDG_CONFIG_HOME
 TOKEN_KEY = "hookToken"
-PEEK_ROW_HEIGHT = 36
-PEEK_WIDTH = 520  # at least
+SCALE = float(os.environ.get("QT_SCALE_FACTOR", "1"))  # of the display: all places and sizes are in its pixels
+PEEK_ROW_HEIGHT = round(36 * SCALE)
+PEEK_WIDTH = round(520 * SCALE)  # at least
 GUARD_SECONDS = 0.3  # a press earlier than this after the question slid in is no answer
 
 # For a desktop that can't be asked what is on the screen: the middle of each pill, from the window's right edge and its lower edge.
 ALLOW = (46, 18)
 DENY = (104, 18)
-PANEL = (780, 520)
+PANEL = (round(780 * SCALE), round(520 * SCALE))
 TABS = ("Home", "Todos", "Agents", "Connect")
 
 
@@ -262,8 +263,9 @@ class Velto:
             if node.get_role() != Atspi.Role.APPLICATION:
                 if not states.contains(Atspi.StateType.SHOWING):
                     return
-                at = Atspi.Component.get_extents(node, Atspi.CoordType.SCREEN)
-                found.append((node.get_name(), node.get_description(), Geometry(at.x, at.y, at.width, at.height),
+                at = Atspi.Component.get_extents(node, Atspi.CoordType.SCREEN)  # in points
+                found.append((node.get_name(), node.get_description(),
+                              Geometry(*(round(each * SCALE) for each in (at.x, at.y, at.width, at.height))),
                               states.contains(Atspi.StateType.FOCUSED), node))
             for index in range(node.get_child_count()):
                 child = node.get_child_at_index(index)

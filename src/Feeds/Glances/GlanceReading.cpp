@@ -1,6 +1,7 @@
 #include "Feeds/Glances/GlanceReading.h"
 
 #include "Core/GuardedGit.h"
+#include "Platform/FileTree.h"
 #include "Platform/ToolRunner.h"
 
 #include <QFile>
@@ -48,18 +49,25 @@ std::optional<fs::file_time_type> settled(fs::file_time_type stamp, const QDateT
 
 } // namespace
 
-Transfers readTransfers(const QString &folder, const Transfers &before, const QDateTime &now)
+bool Transfers::stillSo() const
+{
+    return stamp && changes && !changes->any();
+}
+
+Transfers readTransfers(const FileTree &tree, const QString &folder, const Transfers &before, const QDateTime &now)
 {
     if (folder.isEmpty())
         return {};
+    // Followed before it is read, so that nothing is missed in between.
+    std::shared_ptr<FolderChanges> changes = tree.changesIn(folder);
     const fs::path path(QFile::encodeName(folder).toStdString());
     std::error_code error;
     const auto stamp = fs::last_write_time(path, error);
     if (error)
         return {};
     if (before.stamp == stamp)
-        return before;
-    Transfers found{0, settled(stamp, now)};
+        return {before.count, before.stamp, std::move(changes)};
+    Transfers found{0, settled(stamp, now), std::move(changes)};
     for (auto entry = fs::directory_iterator(path, error); !error && entry != fs::directory_iterator(); entry.increment(error))
         found.count +=
             isUnfinished(std::string_view(entry->path().native()).substr(entry->path().native().rfind('/') + 1)) ? 1 : 0;
@@ -78,6 +86,8 @@ std::optional<int> readFailedBuilds(ToolRunner &tools)
 {
     if (!tools.toolInstalled(u"gh"_s))
         return 0;
+    if (!tools.mayBeSignedIn(u"gh"_s))
+        return std::nullopt;
     const RunResult result = tools.run(
         {u"gh"_s, u"run"_s, u"list"_s, u"--status"_s, u"failure"_s, u"--limit"_s, u"10"_s, u"--json"_s, u"databaseId"_s}, {},
         kListingLimit, guardedGit());

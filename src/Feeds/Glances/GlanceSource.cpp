@@ -46,7 +46,7 @@ void GlanceSource::refresh()
 void GlanceSource::look()
 {
     refreshClipboard();
-    if (!std::exchange(m_listing, true))
+    if (!m_listing && !m_transfers.stillSo())
         readDownloads();
     const bool due = !m_nextBuilds || *m_nextBuilds <= m_needs.clock.now();
     if (due && !m_asking && m_needs.prefs.anyOn())
@@ -55,10 +55,11 @@ void GlanceSource::look()
 
 void GlanceSource::readDownloads()
 {
+    m_listing = true;
     inBackground(
         m_needs.background, this,
-        [folder = m_needs.downloads, before = m_transfers, now = m_needs.clock.wallTime()] {
-            return readTransfers(folder, before, now);
+        [&tree = m_needs.fileTree, folder = m_needs.downloads, before = m_transfers, now = m_needs.clock.wallTime()] {
+            return readTransfers(tree, folder, before, now);
         },
         [this](const Transfers &transfers) {
             m_listing = false;

@@ -12,6 +12,7 @@ namespace velto {
 class Background;
 class Clipboard;
 class Clock;
+class FileTree;
 class Http;
 class Prefs;
 class ToolRunner;
@@ -32,6 +33,7 @@ public:
         Clock &clock;
         Background &background;
         ToolRunner &tools;
+        const FileTree &fileTree;
         Clipboard &clipboard;
         Http &http;
         const Prefs &prefs;

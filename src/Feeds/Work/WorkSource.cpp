@@ -50,6 +50,9 @@ std::optional<QList<WorkItem>> parsePRs(const QByteArray &output)
 
 PullRequests loadPRs(ToolRunner &tools)
 {
+    const PullRequests signedOut{{}, Words::tr("The GitHub CLI isn't signed in. Run `gh auth login`.")};
+    if (!tools.mayBeSignedIn(u"gh"_s))
+        return signedOut;
     const RunResult result = tools.run({u"gh"_s, u"search"_s, u"prs"_s, u"--review-requested=@me"_s, u"--state=open"_s,
                                         u"--json"_s, u"title,url,repository"_s, u"--limit"_s, u"20"_s},
                                        {}, kGhLimit, guardedGit());
@@ -58,7 +61,7 @@ PullRequests loadPRs(ToolRunner &tools)
             return {*items, std::nullopt};
     }
     if (result.err.contains("auth"_L1))
-        return {{}, Words::tr("The GitHub CLI isn't signed in. Run `gh auth login`.")};
+        return signedOut;
     return {{}, Words::tr("Couldn't ask GitHub: %1").arg(firstCharacters(result.err, kLongestError))};
 }
 

@@ -1,6 +1,7 @@
 #include "Platform/Linux/LibsecretKeychain.h"
 
 #include "Platform/Linux/DBusAsk.h"
+#include "Platform/Linux/SecretSearch.h"
 
 #include <QByteArray>
 #include <QDBusObjectPath>
@@ -26,6 +27,7 @@ constexpr auto kSecrets = "org.freedesktop.secrets"_L1;
 constexpr auto kSecretsPath = "/org/freedesktop/secrets"_L1;
 constexpr auto kCollection = "org.freedesktop.Secret.Collection"_L1;
 
+constexpr auto kSchemaName = "dev.velto.Secret";
 constexpr std::chrono::seconds kReading{3};
 constexpr std::chrono::seconds kWriting{30};
 
@@ -33,7 +35,7 @@ const SecretSchema *schema()
 {
     static const SecretSchema kSchema = [] {
         SecretSchema made{};
-        made.name = "dev.velto.Secret";
+        made.name = kSchemaName;
         made.flags = SECRET_SCHEMA_NONE;
         made.attributes[0] = {"service", SECRET_SCHEMA_ATTRIBUTE_STRING};
         return made;
@@ -348,7 +350,7 @@ void LibsecretKeychain::unlock()
 
 std::optional<QString> LibsecretKeychain::get(const QString &name) const
 {
-    const auto *api = secretApi();
+    const auto *api = hasSessionBus() && keyringHolds(QLatin1StringView(kSchemaName), name, kReading) ? secretApi() : nullptr;
     if (!api)
         return std::nullopt;
     const Deadline deadline(*api, kReading);

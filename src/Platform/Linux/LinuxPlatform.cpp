@@ -10,6 +10,7 @@
 #include <QGuiApplication>
 #include <QLibraryInfo>
 #include <QStandardPaths>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
@@ -66,7 +67,8 @@ bool onWayland()
 std::optional<QString> whyNotWayland(bool insists)
 {
     const QDir plugins(QLibraryInfo::path(QLibraryInfo::PluginsPath) + u"/platforms"_s);
-    if (plugins.entryList({u"libqwayland*"_s}, QDir::Files).isEmpty())
+    const auto names = plugins.entryList(QDir::Files);
+    if (std::ranges::none_of(names, [](const QString &name) { return name.startsWith("libqwayland"_L1); }))
         return QCoreApplication::translate("velto", "Qt's plugin for Wayland is missing (the package qt6-wayland).");
     const auto offer = askWayland();
     if (!offer.reachable)
@@ -163,6 +165,7 @@ LinuxPlatform::LinuxPlatform(Clock &clock, Files &files, Defaults &defaults, con
     // The choice was for us alone: a terminal that we start makes its own.
     if (std::exchange(platformChosenHere, false))
         qunsetenv(kPlatformVariable);
+    layersPrepared();
     if (handlerBefore)
         qInstallMessageHandler(std::exchange(handlerBefore, nullptr));
 }

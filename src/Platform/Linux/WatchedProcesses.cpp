@@ -23,12 +23,21 @@ namespace velto {
 namespace {
 
 constexpr auto kSettling = 1s; ///< a program has its own name a moment after its loader was opened
+constexpr auto kCalm = 1s; ///< before that: while many programs start, each other second goes by without a look
 constexpr auto kRestingPace = 2s;
 
 struct CloseFolder {
     void operator()(DIR *folder) const { ::closedir(folder); }
 };
 using Folder = std::unique_ptr<DIR, CloseFolder>;
+
+/// What it is called, from a folder for processes; null if it has gone. Into `room`, since this is asked of every process.
+QByteArrayView nameOf(int processes, const char *process, std::array<char, 64> &room)
+{
+    const Descriptor file(::openat(processes, (std::string(process) + "/comm").c_str(), O_RDONLY | O_CLOEXEC));
+    const ssize_t length = file ? ::read(file.get(), room.data(), room.size()) : 0;
+    return {room.data(), std::max<ssize_t>(length - 1, 0)}; // without the line's end
+}
 
 QByteArray content(const std::string &path)
 {
@@ -99,15 +108,18 @@ void WatchedProcesses::start()
     look();
 }
 
-/// A start during the wait is told of right after it, so that each is looked at once it has settled.
+/// A start while things settle is told of right after it, so that each is looked at once it has settled; those before come
+/// under the same look. So what starts together, as Velto's own tools do, is looked at once.
 void WatchedProcesses::programStarted()
 {
-    std::array<char, 4096> events; // NOLINT(cppcoreguidelines-pro-type-member-init): only emptied
-    while (::read(m_starts.get(), events.data(), events.size()) > 0) { }
     m_startNotifier->setEnabled(false);
-    m_soon = m_clock.after(kSettling, [this] {
-        look();
-        m_startNotifier->setEnabled(true);
+    m_soon = m_clock.after(kCalm, [this] {
+        std::array<char, 4096> events; // NOLINT(cppcoreguidelines-pro-type-member-init): only emptied
+        while (::read(m_starts.get(), events.data(), events.size()) > 0) { }
+        m_soon = m_clock.after(kSettling, [this] {
+            look();
+            m_startNotifier->setEnabled(true);
+        });
     });
 }
 
@@ -116,17 +128,19 @@ void WatchedProcesses::look()
     const QStringList before = running();
     bool resting = false;
     const Folder processes(::opendir("/proc"));
+    std::array<char, 64> room{};
     while (const dirent *entry = processes ? ::readdir(processes.get()) : nullptr) {
-        const QByteArrayView name(entry->d_name);
+        const QByteArrayView number(entry->d_name);
         int process = 0;
-        if (std::from_chars(name.begin(), name.end(), process).ptr != name.end() || process <= 0)
+        if (std::from_chars(number.begin(), number.end(), process).ptr != number.end() || process <= 0)
             continue;
-        const std::string path = "/proc/" + std::to_string(process);
-        const auto program = watchedProgram(content(path + "/comm").trimmed(), [&path] { return content(path + "/cmdline"); });
-        if (!program || (program->locks && !isOwn(path)))
+        const auto path = [process] { return "/proc/" + std::to_string(process); };
+        const auto program = watchedProgram(nameOf(::dirfd(processes.get()), entry->d_name, room),
+                                            [&path] { return content(path() + "/cmdline"); });
+        if (!program || (program->locks && !isOwn(path())))
             continue;
         resting = resting || program->mayRest;
-        const bool counts = !program->mayRest || streams(path);
+        const bool counts = !program->mayRest || streams(path());
         if (counts && !m_followed.contains(process))
             follow(process, program->identifier);
         else if (!counts)

@@ -21,7 +21,7 @@ public:
     explicit WatchedProcesses(Clock &clock, QObject *parent = nullptr);
     ~WatchedProcesses() override;
 
-    /// Looks, and follows what starts from then on; up to two seconds behind.
+    /// Looks, and follows what starts from then on; up to three seconds behind.
     void start();
     /// Whether a program that starts is noticed; otherwise look() is to be called when something changes on the desktop.
     bool followsStarts() const { return bool(m_starts); }

@@ -1,10 +1,17 @@
 #include "Platform/Posix/PosixFileTree.h"
 
+#include "Platform/Posix/Descriptor.h"
+
 #include <QFile>
+#include <algorithm>
+#include <array>
 #include <dirent.h>
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <memory>
+#include <sys/inotify.h>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 #include <vector>
 
 namespace velto {
@@ -66,7 +73,43 @@ private:
     TreeFile m_file;
 };
 
+/// File systems that others change without this kernel hearing of it; linux/magic.h lacks the one of FUSE.
+constexpr std::array<unsigned, 6> kShared{NFS_SUPER_MAGIC, SMB_SUPER_MAGIC, 0xff534d42, SMB2_SUPER_MAGIC, V9FS_MAGIC, 0x65735546};
+
+class InotifyChanges final : public FolderChanges {
+public:
+    explicit InotifyChanges(Descriptor events)
+        : m_events(std::move(events))
+    {
+    }
+
+    bool any() override
+    {
+        std::array<char, 4096> events; // NOLINT(cppcoreguidelines-pro-type-member-init): only emptied
+        bool some = false;
+        while (::read(m_events.get(), events.data(), events.size()) > 0)
+            some = true;
+        return some;
+    }
+
+private:
+    Descriptor m_events;
+};
+
 } // namespace
+
+std::unique_ptr<FolderChanges> PosixFileTree::changesIn(const QString &folder) const
+{
+    const QByteArray path = QFile::encodeName(folder);
+    struct statfs system = {};
+    if (::statfs(path.constData(), &system) != 0 || std::ranges::count(kShared, unsigned(system.f_type)) > 0)
+        return nullptr;
+    Descriptor events(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
+    constexpr unsigned kWanted = IN_CREATE | IN_DELETE | IN_MOVE | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
+    if (!events || ::inotify_add_watch(events.get(), path.constData(), kWanted) < 0)
+        return nullptr;
+    return std::make_unique<InotifyChanges>(std::move(events));
+}
 
 void PosixFileTree::each(const QString &folder, std::string_view suffix, const std::function<void(const TreeFile &)> &found) const
 {

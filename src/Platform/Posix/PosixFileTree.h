@@ -8,6 +8,7 @@ namespace velto {
 class PosixFileTree final : public FileTree {
 public:
     void each(const QString &folder, std::string_view suffix, const std::function<void(const TreeFile &)> &found) const override;
+    std::unique_ptr<FolderChanges> changesIn(const QString &folder) const override;
 };
 
 } // namespace velto

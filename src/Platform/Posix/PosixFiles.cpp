@@ -20,7 +20,8 @@ namespace velto {
 namespace {
 
 constexpr int kMostLinks = 40; // as the kernel has it
-const auto kTemporary = u".velto-%1.tmp"_s;
+constexpr auto kTemporaryStart = ".velto-"_L1;
+constexpr auto kTemporaryEnd = ".tmp"_L1;
 constexpr mode_t kPrivateFile = 0600;
 constexpr mode_t kPrivateFolder = 0700;
 
@@ -230,7 +231,7 @@ int PosixFiles::createBeside(const QByteArray &folder, QByteArray &path, int &fi
     constexpr int kAttempts = 8;
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         const quint64 random = QRandomGenerator::system()->generate64();
-        path = folder + '/' + kTemporary.arg(QString::number(random, 16)).toLatin1();
+        path = folder + '/' + QString(kTemporaryStart + QString::number(random, 16) + kTemporaryEnd).toLatin1();
         file = retried([&] { return m_calls.open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kPrivateFile); });
         if (file >= 0) {
             // Some file systems have no locks; there a sweep finds nothing unlocked either.
@@ -249,7 +250,10 @@ void PosixFiles::sweep(const QString &path)
     if (resolve(file) != 0)
         return;
     const QString folder = QFile::decodeName(folderOf(file));
-    for (const QString &name : QDir(folder).entryList({kTemporary.arg("*"_L1)}, QDir::Files | QDir::Hidden | QDir::NoSymLinks)) {
+    // Without a pattern, which would have half a megabyte of a library for expressions read at each start.
+    for (const QString &name : QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::NoSymLinks)) {
+        if (!name.startsWith(kTemporaryStart) || !name.endsWith(kTemporaryEnd))
+            continue;
         const QByteArray left = QFile::encodeName(folder + u'/' + name);
         const int opened = m_calls.open(left.constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0);
         if (opened < 0)

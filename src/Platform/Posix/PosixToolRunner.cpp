@@ -1,5 +1,6 @@
 #include "Platform/Posix/PosixToolRunner.h"
 
+#include "Platform/Posix/GitHubAccount.h"
 #include "Platform/Posix/SpawnPlan.h"
 
 #include <QCoreApplication>
@@ -136,14 +137,26 @@ void PosixToolRunner::stop()
         ::kill(-pid, SIGKILL);
 }
 
-bool PosixToolRunner::toolInstalled(const QString &name) const
+std::string PosixToolRunner::find(const QString &name) const
 {
     const std::string file = nativePath(name);
-    return std::ranges::any_of(m_searchPath, [&file](const std::string &folder) {
-        const std::string path = folder + '/' + file;
+    for (const std::string &folder : m_searchPath) {
+        std::string path = folder + '/' + file;
         struct stat facts { };
-        return ::access(path.c_str(), X_OK) == 0 && ::stat(path.c_str(), &facts) == 0 && S_ISREG(facts.st_mode);
-    });
+        if (::access(path.c_str(), X_OK) == 0 && ::stat(path.c_str(), &facts) == 0 && S_ISREG(facts.st_mode))
+            return path;
+    }
+    return {};
+}
+
+bool PosixToolRunner::toolInstalled(const QString &name) const
+{
+    return !find(name).empty();
+}
+
+bool PosixToolRunner::mayBeSignedIn(const QString &name) const
+{
+    return name != QLatin1StringView("gh") || githubAccountPossible(find(name), m_environment);
 }
 
 int PosixToolRunner::spawn(const QStringList &args, const QString &cwd, const ToolEnvironment &environment, Child &child) const

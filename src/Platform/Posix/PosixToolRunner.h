@@ -32,6 +32,7 @@ public:
     RunResult run(const QStringList &args, const QString &cwd, std::chrono::duration<double> timeout,
                   const ToolEnvironment &environment) override;
     bool toolInstalled(const QString &name) const override;
+    bool mayBeSignedIn(const QString &name) const override;
 
     /// Abandons every run under way, and fails every later one: the program is ending. Returns at once; within a third of a
     /// second the runs have ended, and their tools with them, willing or not. Any thread.
@@ -41,6 +42,8 @@ private:
     struct Child;
     enum class End : quint8 { Closed, Deadline, TooMuch, Stopped };
 
+    /// Where a tool of this name stands; empty if nowhere.
+    std::string find(const QString &name) const;
     /// Starts the tool; 0, or the system's error.
     int spawn(const QStringList &args, const QString &cwd, const ToolEnvironment &environment, Child &child) const;
     End drain(Child &child, std::chrono::steady_clock::time_point deadline) const;

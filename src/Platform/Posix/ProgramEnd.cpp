@@ -3,8 +3,31 @@
 #include <cstdlib>
 #include <thread>
 #include <unistd.h>
+#include <utility>
 
 namespace velto {
+
+namespace {
+
+std::function<void()> lastDeed; // exit() takes no arguments
+
+void doLastDeed()
+{
+    const auto last = std::exchange(lastDeed, {});
+    if (!last)
+        return;
+    last();
+    // The other threads still use what would be taken down now.
+    std::_Exit(EXIT_FAILURE);
+}
+
+} // namespace
+
+void beforeExit(std::function<void()> last)
+{
+    [[maybe_unused]] static const int once = std::atexit(&doLastDeed);
+    lastDeed = std::move(last);
+}
 
 void endsWithin(std::chrono::milliseconds limit, int status)
 {

@@ -24,6 +24,14 @@ constexpr std::chrono::seconds kNextLook{8};
 /// How long a listing may still call a session working after its Stop.
 constexpr std::chrono::seconds kListingLags{3};
 
+/// Whether a "done" of this moment still holds off the next one. A moment in the future was written before the clock was set
+/// back, and holds nothing off. Both in UTC: in local time, each comparison has the system look for the time zone.
+bool isLately(const QDateTime &moment, const QDateTime &now)
+{
+    const qint64 passed = moment.msecsTo(now);
+    return passed >= 0 && passed < kDonePeekMilliseconds;
+}
+
 } // namespace
 
 AgentAlerts::AgentAlerts(const Needs &needs, QObject *parent)
@@ -41,6 +49,9 @@ void AgentAlerts::compare(const QList<Agent> &listing, Instant begun)
     for (const Agent &agent : listing)
         byId.insert(agent.id, agent);
     takeBack(listing, begun);
+    // Not for each session that is done: thousands may be at once.
+    m_lastDonePeek.removeIf(
+        [now = m_needs.clock.wallTime().toUTC()](const auto &entry) { return !isLately(entry.value(), now); });
     if (const auto previous = std::exchange(m_previous, std::move(byId))) {
         announceSteps(*previous, listing);
         watchTurns(*previous, listing);
@@ -261,13 +272,10 @@ void AgentAlerts::donePeek(const QString &session, const QString &text, const st
 {
     if (!m_needs.prefs.peekOnFinish())
         return;
-    const QDateTime now = m_needs.clock.wallTime();
-    // A moment in the future was written before the clock was set back, and holds nothing off.
-    m_lastDonePeek.removeIf([&now](const auto &entry) {
-        const qint64 passed = entry.value().msecsTo(now);
-        return passed < 0 || passed >= kDonePeekMilliseconds;
-    });
-    if (m_lastDonePeek.contains(session) || m_needs.applications.terminalInFront())
+    const QDateTime now = m_needs.clock.wallTime().toUTC();
+    const auto last = m_lastDonePeek.constFind(session);
+    const bool saidLately = last != m_lastDonePeek.cend() && isLately(*last, now);
+    if (saidLately || m_needs.applications.terminalInFront())
         return;
     m_lastDonePeek.insert(session, now);
 

@@ -106,13 +106,22 @@ void AgentsSource::refresh()
 
 void AgentsSource::startListing()
 {
+    struct Seen {
+        std::optional<QList<Agent>> listing;
+        HookInstaller::Standing hooks;
+    };
     ++m_listingsUnderWay;
     inBackground(
         m_needs.background, this,
-        [&tools = m_needs.tools, &files = m_needs.files, home = m_needs.places.home] { return loadAgents(tools, files, home); },
-        [this, begun = m_needs.clock.now()](const std::optional<QList<Agent>> &listing) {
+        [&tools = m_needs.tools, &files = m_needs.files, hooks = m_needs.installer.reader(), home = m_needs.places.home] {
+            return Seen{loadAgents(tools, files, home), hooks()};
+        },
+        [this, begun = m_needs.clock.now(), edits = m_hooks.edits()](const Seen &seen) {
             --m_listingsUnderWay;
-            apply(listing, begun);
+            // What was read before an edit of ours is no longer so.
+            if (edits == m_hooks.edits())
+                m_hooks.found(seen.hooks);
+            apply(seen.listing, begun);
             if (std::exchange(m_listingWanted, false))
                 refresh();
         });

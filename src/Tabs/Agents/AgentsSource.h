@@ -18,7 +18,6 @@ namespace velto {
 class Applications;
 class Background;
 class Files;
-class HookInstaller;
 class Machine;
 class Prefs;
 class TerminalApp;

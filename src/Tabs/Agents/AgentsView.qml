@@ -105,7 +105,7 @@ FocusScope {
 
         header: Column {
             width: list.width
-            spacing: 4
+            spacing: 8
             bottomPadding: 4
 
             HooksCard {

@@ -165,10 +165,10 @@ void ConnectSource::act(const QString &module)
         return;
     switch (*known) {
     case Module::Agents:
-        if (agents()->hooksInstalled())
-            agents()->tryHearing();
-        else
+        if (agents()->heard())
             Q_EMIT hooksWanted();
+        else
+            agents()->tryHearing();
         break;
     case Module::Prs:
         m_needs.clipboard.setText(tr("brew install gh && gh auth login"));

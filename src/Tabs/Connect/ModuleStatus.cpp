@@ -107,10 +107,10 @@ ModuleStatus::Status ModuleStatus::agents() const
 {
     if (!m_needs.tools.toolInstalled(u"claude"_s))
         return {tr("Claude Code isn't installed. The scan still finds Codex, Cursor and Ollama."), false};
-    if (!m_needs.agents.hooksInstalled())
-        return {tr("Connect for instant alerts and Allow/Deny from the velto."), false, tr("Connect")};
     if (const SourceState &hearing = m_needs.agents.hearing(); hearing != SourceState::ready())
         return {wordsOf(hearing), false, tr("Try again")};
+    if (!m_needs.agents.hooksInstalled())
+        return {tr("Connect for instant alerts and Allow/Deny from the velto."), false, tr("Connect")};
     return {tr("Live alerts and Allow/Deny are on.")};
 }
 

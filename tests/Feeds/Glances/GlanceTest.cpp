@@ -7,6 +7,7 @@
 #include "Platform/Fake/FakePlatform.h"
 #include "Platform/Fake/FakeToolRunner.h"
 #include "Platform/Places.h"
+#include "Platform/Posix/PosixFileTree.h"
 #include "RunTests.h"
 
 #include <QJsonDocument>
@@ -35,12 +36,13 @@ struct GlanceDesk {
     FakeClock clock{QDateTime::currentDateTime().addSecs(60)};
     FakeBackground background;
     FakeToolRunner tools;
+    PosixFileTree tree;
     FakeClipboard clipboard;
     FakeDefaults defaults;
     Prefs prefs{defaults, {}, clock};
     Http http{youTube.trust()};
     QTemporaryDir downloads;
-    GlanceSource source{{clock, background, tools, clipboard, http, prefs, downloads.path(), youTube.url(u"/oembed"_s)}};
+    GlanceSource source{{clock, background, tools, tree, clipboard, http, prefs, downloads.path(), youTube.url(u"/oembed"_s)}};
     QSignalSpy changes{&source, &GlanceSource::changed};
 };
 
@@ -173,13 +175,14 @@ private Q_SLOTS:
         FakeClock clock;
         FakeBackground background;
         FakeToolRunner tools;
+        const PosixFileTree tree;
         FakeClipboard clipboard;
         FakeDefaults defaults;
         const Prefs prefs(defaults, {}, clock);
         Http http(youTube.trust());
         clipboard.setText(u"https://youtu.be/1"_s);
         auto source = std::make_unique<GlanceSource>(
-            GlanceSource::Needs{clock, background, tools, clipboard, http, prefs, {}, youTube.url(u"/oembed"_s)});
+            GlanceSource::Needs{clock, background, tools, tree, clipboard, http, prefs, {}, youTube.url(u"/oembed"_s)});
         source->refresh();
         youTube.answer = [&](const auto &) {
             source.reset();
@@ -206,6 +209,7 @@ private Q_SLOTS:
         desk.clock.advance(8s);
         desk.background.finishAll();
         QCOMPARE(desk.changes.size(), 2);
+        QVERIFY(QFile(desk.downloads.filePath(u"b.part"_s)).open(QIODevice::WriteOnly)); // a folder at rest isn't read
         desk.clock.advance(10min); // a disk and a tool that hang
         QCOMPARE(desk.background.pending(), 2);
     }

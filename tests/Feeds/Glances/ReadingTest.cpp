@@ -1,5 +1,6 @@
 #include "Feeds/Glances/GlanceReading.h"
 #include "Platform/Fake/FakeToolRunner.h"
+#include "Platform/Posix/PosixFileTree.h"
 #include "RunTests.h"
 
 #include <QDir>
@@ -17,6 +18,7 @@ using namespace Qt::StringLiterals;
 /// What stands in the Downloads folder, and what the GitHub CLI prints.
 class ReadingTest : public QObject {
     Q_OBJECT
+    PosixFileTree m_tree;
     QTemporaryDir m_folder;
     QDateTime m_now = QDateTime::currentDateTime().addSecs(60);
 
@@ -37,24 +39,31 @@ private Q_SLOTS:
         for (const auto *name : {"part", ".part", "a.partial", "b.part.zip", "c.", "d.downloads", "part.txt"})
             make(name);
         QVERIFY(QDir(m_folder.path()).mkpath(u"folder.part/inner.part"_s));
-        QCOMPARE(readTransfers(m_folder.path(), {}, m_now).count, 7);
-        QCOMPARE(readTransfers(m_folder.filePath(u"none"_s), {}, m_now).count, 0);
-        QCOMPARE(readTransfers(m_folder.filePath(u"a.part"_s), {}, m_now).count, 0);
-        QCOMPARE(readTransfers({}, {}, m_now).count, 0);
+        QCOMPARE(readTransfers(m_tree, m_folder.path(), {}, m_now).count, 7);
+        QCOMPARE(readTransfers(m_tree, m_folder.filePath(u"none"_s), {}, m_now).count, 0);
+        QCOMPARE(readTransfers(m_tree, m_folder.filePath(u"a.part"_s), {}, m_now).count, 0);
+        QCOMPARE(readTransfers(m_tree, {}, {}, m_now).count, 0);
     }
 
     void folderThatRestsIsNotListedAgain()
     {
         make("a.part");
         // What was just changed may change again without a trace.
-        QVERIFY(!readTransfers(m_folder.path(), {}, QDateTime::currentDateTime()).stamp);
-        Transfers seen = readTransfers(m_folder.path(), {}, m_now);
+        QVERIFY(!readTransfers(m_tree, m_folder.path(), {}, QDateTime::currentDateTime()).stamp);
+        Transfers seen = readTransfers(m_tree, m_folder.path(), {}, m_now);
         QVERIFY(seen.stamp);
         seen.count = 7;
-        QCOMPARE(readTransfers(m_folder.path(), seen, m_now).count, 7);
+        QCOMPARE(readTransfers(m_tree, m_folder.path(), seen, m_now).count, 7);
         QTest::qSleep(20); // the stamp goes by the tick of the kernel's clock
+        seen = readTransfers(m_tree, m_folder.path(), seen, m_now);
+        QVERIFY(seen.stillSo()); // not even its stamp need be looked at
         make("b.part");
-        QCOMPARE(readTransfers(m_folder.path(), seen, m_now).count, 2);
+        QVERIFY(!seen.stillSo());
+        seen = readTransfers(m_tree, m_folder.path(), seen, m_now);
+        QCOMPARE(seen.count, 2);
+        QVERIFY(::unlink((m_folder.path().toUtf8() + "/b.part").constData()) == 0);
+        QVERIFY(!seen.stillSo());
+        QVERIFY(!readTransfers(m_tree, m_folder.filePath(u"none"_s), {}, m_now).stillSo());
     }
 
     void readsListingsOfRuns_data()

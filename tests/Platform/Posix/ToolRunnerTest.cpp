@@ -111,6 +111,35 @@ private Q_SLOTS:
         QVERIFY2(absent.err.contains(u"absent"_s), qPrintable(absent.err));
     }
 
+    /// Told by what the GitHub CLI leaves on the disk, which saves running it.
+    void knowsWhetherSomebodyMayBeSignedInToGitHub()
+    {
+        const QByteArray hosts = m_first.filePath(u"hosts.yml"_s).toLocal8Bit();
+        const auto possible = [](const QByteArray &folder) {
+            qputenv("GH_CONFIG_DIR", folder);
+            return PosixToolRunner({QString::fromLocal8Bit(folder)}).mayBeSignedIn(u"gh"_s);
+        };
+        const auto write = [&hosts](const QByteArray &text) {
+            QFile file(QString::fromLocal8Bit(hosts));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(text);
+        };
+        const QByteArray folder = m_first.path().toLocal8Bit();
+        QVERIFY(QFile::copy(u"/bin/true"_s, m_first.filePath(u"gh"_s)));
+        QVERIFY(!possible(folder));
+        write("{}\n"); // after a `gh auth logout`
+        QVERIFY(!possible(folder));
+        qputenv("GH_TOKEN", "secret");
+        QVERIFY(possible(folder));
+        qunsetenv("GH_TOKEN");
+        write("github.com:\n    user: me\n");
+        QVERIFY(possible(folder));
+        // Whatever stands in for the CLI may keep its files elsewhere.
+        script(m_second, u"gh"_s, "exit 0");
+        QVERIFY(possible(m_second.path().toLocal8Bit()));
+        qunsetenv("GH_CONFIG_DIR");
+    }
+
     void worksInTheFolderItIsGiven()
     {
         QCOMPARE(QString::fromUtf8(sh(u"pwd"_s, 20s, m_first.path()).out), m_first.path() + u'\n');

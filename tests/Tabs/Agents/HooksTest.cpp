@@ -348,6 +348,13 @@ private Q_SLOTS:
         QVERIFY(desk.source.hookErrorText().isEmpty());
         QVERIFY(desk.source.hooksInstalled());
         QVERIFY(!desk.source.offersHooks());
+        // Others write that file too.
+        const QByteArray connected = desk.files.contents.take(settings);
+        desk.refresh("[]");
+        QVERIFY(desk.source.offersHooks());
+        desk.files.contents.insert(settings, connected);
+        desk.refresh("[]");
+        QVERIFY(desk.source.hooksInstalled());
         desk.source.removeHooks();
         QVERIFY(desk.source.offersHooks());
         desk.prefs.set(Prefs::Module::Agents, false);

@@ -101,9 +101,10 @@ private Q_SLOTS:
         FakeFiles files;
         {
             Desk desk;
+            HookInstaller installer(files, desk.clock, desk.places.home, QString(48, u'a'));
             auto source = std::make_unique<AgentsSource>(
                 AgentsSource::Needs{desk.clock, background, tools, files, desk.applications, desk.workspace, desk.prefs,
-                                    desk.terminal, desk.places, desk.installer, desk.machine, nullptr});
+                                    desk.terminal, desk.places, installer, desk.machine, nullptr});
             tools.installed.insert(u"claude"_s);
             source->refresh();
             source->scan();

@@ -10,6 +10,8 @@ WaylandOffer askWayland()
 
 void prepareLayers() { }
 
+void layersPrepared() { }
+
 std::unique_ptr<WindowSystem> makeWaylandWindowSystem(Clock &)
 {
     return nullptr;

@@ -5,9 +5,15 @@
 #include "Platform/Linux/Wayland/NativeHandles.h"
 #include "Platform/Linux/Wayland/ToplevelApplications.h"
 
+#include <QOpenGLContext>
+
 namespace velto {
 
 namespace {
+
+constexpr auto kWithoutOpenGl = "QT_WAYLAND_CLIENT_BUFFER_INTEGRATION";
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): set before the application object
+bool openGlLeftOut = false;
 
 class WaylandWindowSystem final : public WindowSystem {
 public:
@@ -81,6 +87,11 @@ void prepareLayers()
 {
     // Qt gives a window with BypassWindowManagerHint no role then.
     qputenv("QT_WAYLAND_USE_BYPASSWINDOWMANAGERHINT", "1");
+    // Nothing of ours is drawn by OpenGL, and asking for it brings in Mesa with LLVM: 13 MB.
+    if (!qEnvironmentVariableIsSet(kWithoutOpenGl)) {
+        qputenv(kWithoutOpenGl, "none");
+        openGlLeftOut = true;
+    }
 }
 
 std::unique_ptr<WindowSystem> makeGuestWindowSystem(Clock &clock, std::unique_ptr<WindowSystem> x11)
@@ -89,6 +100,15 @@ std::unique_ptr<WindowSystem> makeGuestWindowSystem(Clock &clock, std::unique_pt
     if (guest->tellsWindows() || guest->tellsCopies())
         return guest;
     return std::move(*guest).x11();
+}
+
+void layersPrepared()
+{
+    if (!std::exchange(openGlLeftOut, false))
+        return;
+    // The toolkit looks for OpenGL when it is first asked about it.
+    QOpenGLContext::supportsThreadedOpenGL();
+    qunsetenv(kWithoutOpenGl);
 }
 
 std::unique_ptr<WindowSystem> makeWaylandWindowSystem(Clock &clock)

@@ -19,6 +19,8 @@ struct WaylandOffer {
 WaylandOffer askWayland();
 /// Makes the toolkit leave the role of the strip's window to us. Called before the application object is made.
 void prepareLayers();
+/// Once the application object is there: the programs that we start may have what was left out for us alone.
+void layersPrepared();
 
 /// Windows under Wayland. Null if the toolkit isn't on a compositor with a layer shell.
 std::unique_ptr<WindowSystem> makeWaylandWindowSystem(Clock &clock);
