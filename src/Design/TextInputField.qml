@@ -91,7 +91,8 @@ FocusScope {
         passwordCharacter: "•"
         Accessible.role: Accessible.EditableText
         Accessible.name: root.label
-        Accessible.description: root.prompt === root.label ? "" : root.prompt
+        // The toolkit tells no name of a field for secrets.
+        Accessible.description: root.prompt === root.label && !root.secure ? "" : root.prompt
         Accessible.editable: true
         Accessible.focusable: true
         onEditingFinished: root.finished()
