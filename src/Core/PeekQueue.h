@@ -24,8 +24,8 @@ public:
     const std::optional<Peek> &onShow() const { return m_timeline.onShow(); }
     int waiting() const { return m_timeline.waiting(); }
 
-    /// Offers a Peek. While `quiet`, or while the same text is on show or waiting, it is dropped (see PeekTimeline), and a
-    /// question is answered with nothing at once.
+    /// Offers a Peek. While `quiet`, or while the same text is on show or waiting, it is dropped, and a question is answered
+    /// with nothing at once.
     void show(Peek peek, bool quiet);
     /// Ends the Peek on show and drops everything that waits; their questions get no answer.
     void dismiss();

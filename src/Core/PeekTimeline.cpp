@@ -38,12 +38,7 @@ void PeekTimeline::insert(Entry entry)
 
 void PeekTimeline::offer(Peek peek, Instant now)
 {
-    // Two sessions that ask the same each wait for their own answer.
-    const auto apart = [&peek](const Peek &other) {
-        return peek.isQuestion() && other.isQuestion() && !peek.session.isEmpty() && !other.session.isEmpty()
-            && peek.session != other.session;
-    };
-    const auto sameText = [&](const Peek &other) { return other.text == peek.text && !apart(other); };
+    const auto sameText = [&peek](const Peek &other) { return other.text == peek.text; };
     const auto tellsIt = [&sameText](const Entry &entry) {
         return sameText(entry.peek) || std::ranges::any_of(entry.parts, sameText);
     };

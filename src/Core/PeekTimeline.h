@@ -34,8 +34,8 @@ public:
     Instant shownAt() const { return m_shownAt; }
     int waiting() const { return int(m_queue.size()); }
 
-    /// Queues a Peek behind those of its rank; drops it if the same text is on show or waits, unless both are questions of two
-    /// sessions. So is what comes last of all while kMostWaiting wait.
+    /// Queues a Peek behind those of its rank; drops it if the same text is on show or waits. So is what comes last of all while
+    /// kMostWaiting wait.
     void offer(Peek peek, Instant now);
     /// Ends what is over by now, and shows what is next. `stay` is how long a line that comes on show remains.
     void update(Instant now, std::chrono::seconds stay);

@@ -25,11 +25,10 @@ class PeekQueueTest : public QObject {
             peek.tone = tone;
             queue.show(std::move(peek), quiet);
         }
-        void ask(const QString &text, bool quiet = false, const QString &session = {})
+        void ask(const QString &text, bool quiet = false)
         {
             Peek peek;
             peek.text = text;
-            peek.session = session;
             peek.decide = [this, text](std::optional<bool> answer) {
                 answers.append(text + QLatin1String(!answer ? ":nothing" : *answer ? ":allow" : ":deny"));
             };
@@ -102,20 +101,6 @@ private Q_SLOTS:
         w.wait(4000 + 28000);
         w.show(u"one"_s);
         QCOMPARE(w.shown(), u"one"_s);
-
-        // Two sessions that ask the same wait for an answer each; one session asks a thing once.
-        World two;
-        for (const QString &session : {u"a"_s, u"b"_s, u"b"_s, QString()})
-            two.ask(u"npm test"_s, false, session);
-        QCOMPARE(two.queue.waiting(), 1);
-        QCOMPARE(two.answers.size(), 2);
-        two.wait(300);
-        two.queue.answer(two.id(), true);
-        two.queue.answer(two.id(), true); // the second press of a double click
-        QCOMPARE(two.shown(), u"npm test"_s);
-        two.wait(300);
-        two.queue.answer(two.id(), false);
-        QCOMPARE(two.answers.sliced(2), (QStringList{u"npm test:allow"_s, u"npm test:deny"_s}));
     }
 
     void staysLongerForQuestionsAndListeners()
