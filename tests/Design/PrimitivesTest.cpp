@@ -201,8 +201,7 @@ private:
     {
         QTest::qWait(50); // the frames of what has just changed
         const QSignalSpy frames(m_view.get(), &QQuickWindow::frameSwapped);
-        QTest::qWait(120);
-        return !frames.isEmpty();
+        return QTest::qWaitFor([&frames] { return !frames.isEmpty(); }, 120);
     }
     QQuickItem *show(const QString &qml, const QVariantMap &properties = {}) { return showQml(qml, {400, 300}, properties); }
 };
