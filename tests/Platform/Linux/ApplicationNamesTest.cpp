@@ -8,30 +8,17 @@ using namespace Qt::StringLiterals;
 class ApplicationNamesTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void names_data()
-    {
-        columns<QString, QString, QString>({"instance", "windowClass", "identifier"});
-        const auto terminal = u"com.apple.Terminal"_s;
-        QTest::newRow("xterm") << u"xterm"_s << u"XTerm"_s << terminal;
-        QTest::newRow("xterm under another name") << u"mail"_s << u"UXTerm"_s << terminal;
-        QTest::newRow("gnome-terminal") << u"gnome-terminal-server"_s << u"Gnome-terminal"_s << terminal;
-        QTest::newRow("kitty with a class of the user's") << u"kitty"_s << u"scratch"_s << terminal;
-        QTest::newRow("ghostty") << u"ghostty"_s << u"com.mitchellh.ghostty"_s << u"com.mitchellh.ghostty"_s;
-        QTest::newRow("OBS") << u"obs"_s << u"obs"_s << u"com.obsproject.obs-studio"_s;
-        QTest::newRow("Spotify") << u"spotify"_s << u"Spotify"_s << u"com.spotify.client"_s;
-        QTest::newRow("Code") << u"code"_s << u"Code"_s << u"com.microsoft.VSCode"_s;
-        QTest::newRow("VSCodium") << u"vscodium"_s << u"VSCodium"_s << u"com.microsoft.VSCode"_s;
-        QTest::newRow("Cursor") << u"cursor"_s << u"Cursor"_s << u"com.todesktop.cursor"_s;
-        QTest::newRow("an IDE keeps its own") << u"jetbrains-clion"_s << u"jetbrains-clion"_s << u"jetbrains-clion"_s;
-        QTest::newRow("an unknown one") << u"Navigator"_s << u"firefox-esr"_s << u"firefox-esr"_s;
-        QTest::newRow("no class") << u"tool"_s << QString() << u"tool"_s;
-        QTest::newRow("nothing") << QString() << QString() << QString();
-    }
     void names()
     {
-        QFETCH(QString, instance);
-        QFETCH(QString, windowClass);
-        QTEST(identifierForClass(instance, windowClass), "identifier");
+        const auto terminal = u"com.apple.Terminal"_s;
+        QCOMPARE(identifierForClass(u"mail"_s, u"UXTerm"_s), terminal); // under another name
+        QCOMPARE(identifierForClass(u"kitty"_s, u"scratch"_s), terminal); // with a class of the user's
+        QCOMPARE(identifierForClass(u"ghostty"_s, u"com.mitchellh.ghostty"_s), u"com.mitchellh.ghostty"_s);
+        QCOMPARE(identifierForClass(u"obs"_s, u"obs"_s), u"com.obsproject.obs-studio"_s);
+        QCOMPARE(identifierForClass(u"vscodium"_s, u"VSCodium"_s), u"com.microsoft.VSCode"_s);
+        for (const auto &own : {u"jetbrains-clion"_s, u"firefox-esr"_s, QString()})
+            QCOMPARE(identifierForClass(own, own), own);
+        QCOMPARE(identifierForClass(u"tool"_s, {}), u"tool"_s);
     }
     void programsByProcess()
     {

@@ -2,8 +2,6 @@
 #include "Platform/Linux/X11/LockModifiers.h"
 #include "RunTests.h"
 
-#include <QSet>
-
 using namespace velto;
 
 namespace {
@@ -35,14 +33,6 @@ private Q_SLOTS:
         QCOMPARE(altModifier(map), quint16(XCB_MOD_MASK_4));
         // A lock on the very modifier of the key must not take the key's own meaning away.
         QCOMPARE(lockModifiers(map), quint16(XCB_MOD_MASK_LOCK));
-    }
-    void everyCombinationOnce()
-    {
-        const auto combinations = lockCombinations(XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2 | XCB_MOD_MASK_5);
-        QCOMPARE(combinations.size(), 8);
-        QCOMPARE(QSet<quint16>(combinations.begin(), combinations.end()).size(), 8);
-        QVERIFY(combinations.contains(0));
-        QCOMPARE(lockCombinations(0), QList<quint16>{0});
     }
     void panelsOfSeveralDisplays()
     {

@@ -1,7 +1,9 @@
+#include "Platform/Linux/LinuxVideoPlayer.h"
 #include "Platform/Linux/XdgWorkspace.h"
 #include "RunTests.h"
 
 #include <QDesktopServices>
+#include <QSignalSpy>
 
 using namespace velto;
 using namespace Qt::StringLiterals;
@@ -34,6 +36,17 @@ private Q_SLOTS:
             QVERIFY2(!opened(link), link);
         for (const char *scheme : schemes)
             QDesktopServices::unsetUrlHandler(QString::fromLatin1(scheme));
+    }
+
+    void aPlayerOfVideosThatCantBeStartedFails()
+    {
+        LinuxVideoPlayer player({u"/nowhere/velto-video"_s});
+        QVERIFY(!player.installed());
+        const QSignalSpy failed(&player, &VideoPlayer::failed);
+        player.open({}, {}, 0, {});
+        player.move({1, 2, 3, 4});
+        player.close();
+        QCOMPARE(failed.count(), 1);
     }
 };
 

@@ -1,5 +1,4 @@
 #include "OtherProgram.h"
-#include "Platform/Linux/QtDisplays.h"
 #include "Platform/Linux/X11/XcbPanelWindow.h"
 #include "RunTests.h"
 #include "VirtualDesktop.h"
@@ -197,14 +196,6 @@ private Q_SLOTS:
         compositor.reset();
         QTRY_VERIFY(!m_panel->composited());
         QCOMPARE(changes.size(), 2);
-    }
-    void oneDisplay()
-    {
-        const auto displays = QtDisplays(*m_server).all();
-        QCOMPARE(displays.size(), 1);
-        QCOMPARE(displays.first().frame, QRectF(0, 0, 1280, 800));
-        QCOMPARE(displays.first().statusBarThickness, 24.0);
-        QVERIFY(displays.first().main);
     }
 };
 

@@ -80,15 +80,7 @@ private Q_SLOTS:
         m_bus.reset();
     }
 
-    void lockedAtTheStart()
-    {
-        m_logind->answers.insert(u"Get:LockedHint"_s, true);
-        begin();
-        QTRY_VERIFY(m_session->locked());
-        m_logind->emitPropertyChange(kPath, kSession, u"LockedHint"_s, false);
-        QTRY_VERIFY(!m_session->locked());
-    }
-    void startedByTheServiceManager()
+    void startedByTheServiceManagerOnALockedScreen()
     {
         qDBusRegisterMetaType<NamedPath>();
         m_logind->answers.remove(u"GetSessionByPID"_s);
@@ -96,6 +88,8 @@ private Q_SLOTS:
         m_logind->answers.insert(u"Get:LockedHint"_s, true);
         begin();
         QTRY_VERIFY(m_session->locked());
+        m_logind->emitPropertyChange(kPath, kSession, u"LockedHint"_s, false);
+        QTRY_VERIFY(!m_session->locked());
     }
     void requestThatNoLockerAnswers()
     {

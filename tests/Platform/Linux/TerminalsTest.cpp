@@ -39,25 +39,21 @@ private Q_SLOTS:
     }
     void cleanup() { qputenv("PATH", m_path); }
 
-    void styles_data()
-    {
-        columns<QString, QStringList>({"terminal", "arguments"});
-        QTest::newRow("gnome-terminal") << u"gnome-terminal"_s << QStringList{u"--"_s, u"p"_s, u"a b"_s};
-        QTest::newRow("konsole") << u"konsole"_s << QStringList{u"-e"_s, u"p"_s, u"a b"_s};
-        QTest::newRow("xterm") << u"xterm"_s << QStringList{u"-e"_s, u"p"_s, u"a b"_s};
-        QTest::newRow("ghostty") << u"ghostty"_s << QStringList{u"-e"_s, u"p"_s, u"a b"_s};
-        QTest::newRow("kitty") << u"kitty"_s << QStringList{u"p"_s, u"a b"_s};
-        QTest::newRow("foot") << u"foot"_s << QStringList{u"p"_s, u"a b"_s};
-        QTest::newRow("xfce4-terminal") << u"xfce4-terminal"_s << QStringList{u"-x"_s, u"p"_s, u"a b"_s};
-        QTest::newRow("a wrapper of it") << u"xfce4-terminal.wrapper"_s << QStringList{u"-e"_s, u"p"_s, u"a b"_s};
-        QTest::newRow("wezterm") << u"wezterm"_s << QStringList{u"start"_s, u"--"_s, u"p"_s, u"a b"_s};
-        QTest::newRow("lxterminal") << u"lxterminal"_s << QStringList{u"-e"_s, u"/tmp/s"_s};
-        QTest::newRow("warp") << u"warp-terminal"_s << QStringList{u"/tmp/s"_s};
-    }
     void styles()
     {
-        QFETCH(QString, terminal);
-        QTEST(terminalArguments(terminalStyle(terminal), {u"p"_s, u"a b"_s}, u"/tmp/s"_s), "arguments");
+        const auto row = [](const QString &terminal, const QStringList &arguments) {
+            QCOMPARE(terminalArguments(terminalStyle(terminal), {u"p"_s, u"a b"_s}, u"/tmp/s"_s), arguments);
+        };
+        for (const auto &terminal : {u"gnome-terminal"_s, u"kgx"_s})
+            row(terminal, {u"--"_s, u"p"_s, u"a b"_s});
+        for (const auto &terminal : {u"konsole"_s, u"xterm"_s, u"ghostty"_s, u"xfce4-terminal.wrapper"_s})
+            row(terminal, {u"-e"_s, u"p"_s, u"a b"_s});
+        for (const auto &terminal : {u"kitty"_s, u"foot"_s})
+            row(terminal, {u"p"_s, u"a b"_s});
+        row(u"xfce4-terminal"_s, {u"-x"_s, u"p"_s, u"a b"_s});
+        row(u"wezterm"_s, {u"start"_s, u"--"_s, u"p"_s, u"a b"_s});
+        row(u"lxterminal"_s, {u"-e"_s, u"/tmp/s"_s});
+        row(u"warp-terminal"_s, {u"/tmp/s"_s});
     }
 
     void theDesktopsOwnTerminal()
@@ -94,11 +90,9 @@ private Q_SLOTS:
         // The shell that takes over reads its own commands, from what stands for the terminal here.
         const auto command = shellCommand(path, u"cd '/' && echo \"first $PWD\" && false"_s);
         QProcess process;
-        process.setProcessEnvironment([this] {
-            auto environment = QProcessEnvironment::systemEnvironment();
-            environment.insert(u"HOME"_s, m_folder->path());
-            return environment;
-        }());
+        auto environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"HOME"_s, m_folder->path());
+        process.setProcessEnvironment(environment);
         process.start(command.first(), command.sliced(1));
         QVERIFY(process.waitForStarted());
         process.write("echo second $PWD\nexit\n");

@@ -27,11 +27,11 @@ private Q_SLOTS:
     }
     void namesTheCommandThatInstallsPackagesHere()
     {
-        const auto command = [](const QString &installer) { return says("brew install gh && gh auth login", installer); };
-        QCOMPARE(command(u"apt"_s), u"sudo apt install gh && gh auth login"_s);
-        QCOMPARE(command(u"dnf"_s), u"sudo dnf install gh && gh auth login"_s);
-        QCOMPARE(command(u"pacman"_s), u"sudo pacman -S github-cli && gh auth login"_s);
-        QCOMPARE(command(u"none"_s), u"sudo apt install gh && gh auth login"_s);
+        for (const auto &[installer, command] : {std::pair(u"apt"_s, u"apt install gh"_s),
+                                                 {u"dnf"_s, u"dnf install gh"_s},
+                                                 {u"pacman"_s, u"pacman -S github-cli"_s},
+                                                 {u"none"_s, u"apt install gh"_s}})
+            QCOMPARE(says("brew install gh && gh auth login", installer), u"sudo "_s + command + u" && gh auth login"_s);
     }
 };
 
