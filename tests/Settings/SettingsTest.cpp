@@ -41,13 +41,7 @@ private Q_SLOTS:
         QCOMPARE(desk.refreshes([&] { general.setMode(int(Prefs::Mode::Sales)); }), 1);
         QCOMPARE(general.modeLine(), u"Outreach, meetings, CRM and follow-ups"_s);
         QCOMPARE(desk.defaults.value(u"mode"_s).toString(), u"sales"_s);
-        general.setOpenMode(int(Prefs::OpenMode::Click));
-        general.setQuietWhileRecording(false);
-        general.setPeekOnFinish(false);
         general.setDailyPriority(u"ship it"_s);
-        QCOMPARE(desk.defaults.value(u"openMode"_s).toString(), u"click"_s);
-        QCOMPARE(desk.defaults.value(u"quietWhileRecording"_s), QVariant(false));
-        QCOMPARE(desk.defaults.value(u"peekOnFinish"_s), QVariant(false));
         QCOMPARE(general.dailyPriority(), u"ship it"_s);
 
         // A change from elsewhere shows too.
@@ -57,38 +51,19 @@ private Q_SLOTS:
         QCOMPARE(general.modeLine(), u"Your own mix"_s);
     }
 
-    void aBudgetIsAWholeNumber_data()
-    {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<qint64>("stored");
-        QTest::newRow("number") << u"1500000"_s << qint64(1500000);
-        QTest::newRow("blanks") << u" 12 "_s << qint64(12);
-        QTest::newRow("emptied") << QString() << qint64(0);
-        QTest::newRow("word") << u"many"_s << qint64(7);
-        QTest::newRow("negative") << u"-3"_s << qint64(7);
-        QTest::newRow("too large") << u"99999999999999999999"_s << qint64(7);
-    }
-
     void aBudgetIsAWholeNumber()
     {
-        QFETCH(QString, typed);
         Watched desk;
-        desk.prefs.setDailyBudget(7);
-        desk.settings.general()->setDailyBudget(typed);
-        QTEST(desk.prefs.dailyBudget(), "stored");
-    }
-
-    void theLoginSwitchShowsWhatBecameOfIt()
-    {
-        Watched desk;
-        desk.loginItem.allowed = false;
-        const QSignalSpy changed(desk.settings.general(), &GeneralSettings::changed);
-        desk.settings.general()->setLogin(true);
-        QVERIFY(!desk.settings.general()->login());
-        QCOMPARE(changed.count(), 1);
-        desk.loginItem.allowed = true;
-        desk.settings.general()->setLogin(true);
-        QVERIFY(desk.settings.general()->login());
+        for (const auto &[typed, stored] : {std::pair(u"1500000"_s, 1500000),
+                                            {u" 12 "_s, 12},
+                                            {QString(), 0},
+                                            {u"many"_s, 7},
+                                            {u"-3"_s, 7},
+                                            {u"99999999999999999999"_s, 7}}) {
+            desk.prefs.setDailyBudget(7);
+            desk.settings.general()->setDailyBudget(typed);
+            QCOMPARE(desk.prefs.dailyBudget(), stored);
+        }
     }
 
     void modulesAndFolders()
@@ -263,29 +238,20 @@ private Q_SLOTS:
         QVERIFY(desk.prefs.isOn(Prefs::Module::Usage));
     }
 
-    void finishingTheWelcomeDoesWhatWasTicked_data()
-    {
-        QTest::addColumn<bool>("login");
-        QTest::addColumn<bool>("hooks");
-        QTest::newRow("both") << true << true;
-        QTest::newRow("login only") << true << false;
-        QTest::newRow("hooks only") << false << true;
-    }
-
     void finishingTheWelcomeDoesWhatWasTicked()
     {
-        QFETCH(bool, login);
-        QFETCH(bool, hooks);
-        Watched desk;
-        desk.tools.installed.insert(u"claude"_s);
-        Welcome welcome(desk.welcome);
-        const QSignalSpy done(&welcome, &Welcome::done);
-        welcome.setProperty("login", login);
-        welcome.setProperty("hooks", hooks);
-        welcome.finish();
-        QCOMPARE(desk.loginItem.enabled(), login);
-        QCOMPARE(desk.installer.present(), hooks);
-        QCOMPARE(done.count(), 1);
+        for (const auto &[login, hooks] : {std::pair(true, true), {true, false}, {false, true}}) {
+            Watched desk;
+            desk.tools.installed.insert(u"claude"_s);
+            Welcome welcome(desk.welcome);
+            const QSignalSpy done(&welcome, &Welcome::done);
+            welcome.setProperty("login", login);
+            welcome.setProperty("hooks", hooks);
+            welcome.finish();
+            QCOMPARE(desk.loginItem.enabled(), login);
+            QCOMPARE(desk.installer.present(), hooks);
+            QCOMPARE(done.count(), 1);
+        }
     }
 };
 

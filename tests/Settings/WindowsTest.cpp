@@ -97,32 +97,6 @@ private Q_SLOTS:
         QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(u'\n')));
     }
 
-    void everyControlCanBeReachedByKeysAndHasAName_data()
-    {
-        QTest::addColumn<int>("pane");
-        QTest::addColumn<QStringList>("some");
-        QTest::newRow("general") << 0 << QStringList{u"Starting view, Custom"_s, u"What matters most today?"_s};
-        QTest::newRow("modules") << 1 << QStringList{u"AI agents"_s, u"Git repos with unsaved work"_s};
-        QTest::newRow("claude") << 2 << QStringList{u"Connect…"_s};
-        QTest::newRow("work") << 3 << QStringList{u"Linear API key, Paste here"_s, u"Site"_s, u"Save API token"_s};
-        QTest::newRow("quillbox") << 4 << QStringList{u"Hub address"_s, u"Access token, qb_…"_s, u"Test & Save"_s};
-        QTest::newRow("about") << 5 << QStringList{u"Remove Velto's changes and quit…"_s};
-        QTest::newRow("welcome") << -1 << QStringList{u"Mode, Custom"_s, u"Todos"_s, u"Start using Velto"_s};
-    }
-
-    void everyControlCanBeReachedByKeysAndHasAName()
-    {
-        QFETCH(int, pane);
-        QFETCH(QStringList, some);
-        openWindow(pane);
-        QStringList names;
-        for (QQuickItem *control : controlsBelow(m_window->contentItem()))
-            names += spoken(control);
-        QVERIFY2(!names.contains(QString()), qPrintable(names.join(u'|')));
-        for (const QString &name : some)
-            QVERIFY2(names.contains(name), qPrintable(name + u" in "_s + names.join(u'|')));
-    }
-
     void aScreenReadersPressDoesWhatAClickDoes_data()
     {
         columns<int, QStringList, int>({"pane", "first", "effective"});
