@@ -24,8 +24,12 @@ const QString kSegments =
 class FieldsTest : public ViewWindow {
     Q_OBJECT
 private Q_SLOTS:
-    void oneOfAFewIsChosenByKeys()
+    void oneOfAFewIsChosen()
     {
+        show(kSegments);
+        click(named(u"All"_s));
+        QCOMPARE(m_root->property("said").toString(), u"c"_s);
+        QVERIFY(focused().isEmpty()); // who works with the pointer sees no ring
         show(kSegments);
         QCOMPARE(accessible(item(u"control"_s))->text(QAccessible::Name), u"Show"_s);
         press(Qt::Key_Tab);
@@ -43,14 +47,6 @@ private Q_SLOTS:
         QCOMPARE(focused(), u"after"_s);
         press(Qt::Key_Backtab);
         QCOMPARE(focused(), u"Today"_s);
-    }
-
-    void oneOfAFewIsChosenWithThePointer()
-    {
-        show(kSegments);
-        click(named(u"All"_s));
-        QCOMPARE(m_root->property("said").toString(), u"c"_s);
-        QVERIFY(focused().isEmpty()); // who works with the pointer sees no ring
     }
 
     void aLineIsTyped()
@@ -259,18 +255,6 @@ private Q_SLOTS:
         click(named(u"Choose a date"_s));
         QVERIFY(item(u"field"_s)->property("opened").toBool());
         close(); // an open one goes with its window, and nothing crashes
-    }
-
-    void aNoticeIsSaid()
-    {
-        show(u"NoticeBar { objectName: 'bar'; width: 300; symbol: 'info.circle'; text: 'Done: <b>a</b>'; action: 'Undo'\n"
-             "onClicked: root.said = 'undone' }"_s);
-        QCOMPARE(accessible(item(u"bar"_s))->role(), QAccessible::Notification);
-        QCOMPARE(accessible(item(u"bar"_s))->text(QAccessible::Name), u"Done: <b>a</b>"_s);
-        press(Qt::Key_Tab);
-        QCOMPARE(focused(), u"Undo"_s);
-        press(Qt::Key_Return);
-        QCOMPARE(m_root->property("said").toString(), u"undone"_s);
     }
 
 private:

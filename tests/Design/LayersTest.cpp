@@ -17,27 +17,10 @@ const QString kMenu = u"Item { id: root; width: 400; height: 300\n"
 
 } // namespace
 
-/// Where Tab goes, and what stands over everything else: menus and sheets.
+/// Where Tab goes, and what stands over everything else: menus.
 class LayersTest : public ViewWindow {
     Q_OBJECT
 private Q_SLOTS:
-    void tabGoesAsTheControlsStand()
-    {
-        // Made in another order than they stand, one a little out of its row, one hidden, one off.
-        show(u"Item {\n"
-             "PillButton { text: 'third'; y: 100 }\n"
-             "PillButton { text: 'second'; x: 200; y: 2 }\n"
-             "PillButton { text: 'hidden'; y: 40; visible: false }\n"
-             "PillButton { text: 'off'; y: 60; enabled: false }\n"
-             "PillButton { text: 'first'; y: 4 }\n}"_s);
-        for (const QString &name : {u"first"_s, u"second"_s, u"third"_s, u"first"_s}) {
-            press(Qt::Key_Tab);
-            QCOMPARE(focused(), name);
-        }
-        press(Qt::Key_Backtab);
-        QCOMPARE(focused(), u"third"_s);
-    }
-
     void tabPassesAScrolledListAsOne()
     {
         show(u"Item { width: 400; height: 300\n"
@@ -94,30 +77,6 @@ private Q_SLOTS:
         QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, {20, 10});
         QVERIFY(m_root->property("open").toBool());
         close(); // an open one goes with its window, and nothing crashes
-    }
-
-    void aSheetKeepsTheKeyboard()
-    {
-        show(u"Item { id: root; width: 400; height: 300\n"
-             "property alias open: sheet.active\n"
-             "PillButton { id: button; text: 'button'; onClicked: sheet.active = true }\n"
-             "Loader { id: sheet; active: false\n"
-             "  sourceComponent: Sheet { target: button; title: 'Sure?'; onCancelled: sheet.active = false\n"
-             "    PillButton { text: 'yes' }\n"
-             "    PillButton { text: 'no'; focus: true } } }\n}"_s);
-        press(Qt::Key_Tab);
-        press(Qt::Key_Return);
-        QVERIFY(m_root->property("open").toBool());
-        QCOMPARE(focused(), u"no"_s);
-        press(Qt::Key_Tab);
-        QCOMPARE(focused(), u"yes"_s);
-        press(Qt::Key_Backtab);
-        QCOMPARE(focused(), u"no"_s);
-        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, {20, 10}); // what is behind takes no press
-        QVERIFY(m_root->property("open").toBool());
-        press(Qt::Key_Escape);
-        QVERIFY(!m_root->property("open").toBool());
-        QCOMPARE(focused(), u"button"_s);
     }
 
 private:

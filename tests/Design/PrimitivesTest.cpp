@@ -64,18 +64,10 @@ private Q_SLOTS:
         QCOMPARE(clicked.count(), 3);
         press(Qt::Key_Return, Qt::ControlModifier);
         QCOMPARE(clicked.count(), 3);
-        pressFor(m_view.get(), item->mapToScene({item->width() / 2, item->height() / 2}), 50);
+        pressFor(m_view.get(), item->mapToScene({item->width() / 2, item->height() / 2}), 5000); // a slow one counts
         QCOMPARE(clicked.count(), 4);
         QAccessible::queryAccessibleInterface(item)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
         QCOMPARE(clicked.count(), 5);
-    }
-
-    void aSlowPressCounts()
-    {
-        QQuickItem *item = show(u"PillButton { text: 'Undo' }"_s);
-        QSignalSpy clicked(item, SIGNAL(clicked()));
-        pressFor(m_view.get(), {10, 10}, 5000);
-        QCOMPARE(clicked.count(), 1);
     }
 
     void aPressOnAPillIsNotOneOnItsRow()
@@ -164,9 +156,11 @@ private Q_SLOTS:
         const QString bar = u"NoticeBar { width: 400; symbol: 'checkmark.circle'; text: 'It <b>went</b>.'; action: '%1' }"_s;
         QCOMPARE(seen(show(bar.arg(QString()))).join(u'/'), u"ice:(checkmark.circle) | It <b>went</b>."_s);
         QQuickItem *notice = show(bar.arg(u"Undo"_s));
+        QCOMPARE(QAccessible::queryAccessibleInterface(notice)->role(), QAccessible::Notification);
         const QSignalSpy clicked(notice, SIGNAL(clicked()));
         QTRY_COMPARE(seen(notice).join(u'/'), u"ice:(checkmark.circle) | It <b>went</b>. | Undo"_s);
         press(Qt::Key_Tab);
+        QCOMPARE(focused(), u"Undo"_s);
         press(Qt::Key_Return);
         QCOMPARE(clicked.count(), 1);
     }

@@ -2,10 +2,6 @@
 
 #include "Design/Theme.h"
 
-#include <QQmlComponent>
-#include <QQmlEngine>
-#include <memory>
-
 using namespace Qt::StringLiterals;
 
 namespace velto {
@@ -22,19 +18,6 @@ private Q_SLOTS:
             const double reached = Theme::spring().valueForProgress(seconds * 1000 / Theme::kSpringDuration);
             QVERIFY2(qAbs(reached - travel) < 0.0005, qPrintable(u"%1 at %2 s"_s.arg(reached).arg(seconds)));
         }
-    }
-
-    void animationsUseTheSpring()
-    {
-        QQmlEngine engine;
-        engine.addImportPath(u"qrc:/qt/qml"_s);
-        QQmlComponent component(&engine);
-        component.setData("import Velto.Design\nSpring {}", QUrl(u"qrc:/test.qml"_s));
-        const std::unique_ptr<QObject> spring(component.create());
-        QVERIFY2(spring, qPrintable(component.errorString()));
-        QCOMPARE(spring->property("duration").toInt(), Theme::kSpringDuration);
-        const auto easing = spring->property("easing").value<QEasingCurve>();
-        QCOMPARE(easing.valueForProgress(0.2), Theme::spring().valueForProgress(0.2));
     }
 
     /// Each text of the panel on the lightest ground that it can scroll to.
