@@ -49,59 +49,49 @@ class StripTest : public QObject {
     };
 
 private Q_SLOTS:
-    void theStripSaysWhatNeedsTheUser_data()
-    {
-        columns<QList<int>, int, int, QString, QString, QString>({"days", "working", "blocked", "sides", "spoken", "summary"});
-        QTest::newRow("quiet") << QList<int>{} << 0 << 0 << u"Nothing None"_s << u"Velto. 0 agents working"_s
-                               << u"Info Nothing needs you right now"_s;
-        QTest::newRow("working") << QList<int>{} << 2 << 0 << u"Running None"_s << u"Velto. 2 agents working"_s
-                                 << u"Info 2 agents working"_s;
-        QTest::newRow("some wait") << QList<int>{} << 1 << 3 << u"Running Waiting"_s
-                                   << u"Velto. 1 agents working, 3 waiting for you"_s
-                                   << u"Waiting 3 agents need your attention"_s;
-        QTest::newRow("later") << QList{1} << 0 << 0 << u"Nothing None"_s << u"Velto. 0 agents working"_s
-                               << u"Info Nothing needs you right now"_s;
-        QTest::newRow("one") << QList{0} << 0 << 0 << u"Todos None"_s << u"Velto. 1 todos due. 0 agents working"_s
-                             << u"Info 1 todo due"_s;
-        QTest::newRow("late") << QList{0, -1, -9} << 2 << 0 << u"Todos Working"_s
-                              << u"Velto. 3 todos due, 2 overdue. 2 agents working"_s << u"Overdue 3 todos due"_s;
-        QTest::newRow("a session waits") << QList{-1} << 1 << 1 << u"Todos Waiting"_s
-                                         << u"Velto. 1 todos due, 1 overdue. 1 agents working, 1 waiting for you"_s
-                                         << u"Waiting 1 agent need your attention"_s;
-    }
     void theStripSaysWhatNeedsTheUser()
     {
-        QFETCH(QList<int>, days);
-        QFETCH(int, working);
-        QFETCH(int, blocked);
-        Panel p;
-        for (const int day : days)
-            p.add(u"todo"_s, day);
-        p.setSessions(working, blocked);
-        p.refresh();
-        const auto sides =
-            QVariant::fromValue(p.strip.left()).toString() + u' ' + QVariant::fromValue(p.strip.right()).toString();
-        QTEST(sides, "sides");
-        QTEST(p.strip.spoken(), "spoken");
-        QTEST(QVariant::fromValue(p.strip.summaryTone()).toString() + u' ' + p.strip.summaryText(), "summary");
-        QCOMPARE(p.strip.quiet(), sides == u"Nothing None"_s);
-        p.ui.setExpanded(false);
-        QCOMPARE(p.outline.width(), p.strip.quiet() ? 185.0 : 289.0); // the housing alone, or a side of 52 on either hand
-        const auto right = p.strip.right(); // which the dot of a recording leaves alone
-        p.applications.setRunning({u"com.obsproject.obs-studio"_s});
-        QCOMPARE(p.strip.left(), CollapsedStrip::Left::Recording);
-        QCOMPARE(p.strip.right(), right);
-        p.applications.setRunning({});
-        p.prefs.set(Prefs::Module::Todos, false);
-        p.wait(0);
-        QCOMPARE(p.strip.todos(), 0);
-        QVERIFY(!p.strip.overdue());
-        QVERIFY(p.strip.left() != CollapsedStrip::Left::Todos);
-        QVERIFY(!p.highlights().contains(u"due"_s));
-        p.prefs.set(Prefs::Module::Agents, false);
-        p.wait(0);
-        QVERIFY(p.strip.quiet());
-        QCOMPARE(p.strip.spoken(), u"Velto. Nothing to report"_s);
+        for (const auto &[days, working, blocked, sides, spoken, summary] :
+             std::initializer_list<std::tuple<QList<int>, int, int, QString, QString, QString>>{
+                 {QList<int>{}, 0, 0, u"Nothing None"_s, u"Velto. 0 agents working"_s, u"Info Nothing needs you right now"_s},
+                 {QList<int>{}, 2, 0, u"Running None"_s, u"Velto. 2 agents working"_s, u"Info 2 agents working"_s},
+                 {QList<int>{}, 1, 3, u"Running Waiting"_s, u"Velto. 1 agents working, 3 waiting for you"_s,
+                  u"Waiting 3 agents need your attention"_s},
+                 {QList{1}, 0, 0, u"Nothing None"_s, u"Velto. 0 agents working"_s, u"Info Nothing needs you right now"_s},
+                 {QList{0}, 0, 0, u"Todos None"_s, u"Velto. 1 todos due. 0 agents working"_s, u"Info 1 todo due"_s},
+                 {QList{0, -1, -9}, 2, 0, u"Todos Working"_s, u"Velto. 3 todos due, 2 overdue. 2 agents working"_s,
+                  u"Overdue 3 todos due"_s},
+                 {QList{-1}, 1, 1, u"Todos Waiting"_s, u"Velto. 1 todos due, 1 overdue. 1 agents working, 1 waiting for you"_s,
+                  u"Waiting 1 agent need your attention"_s}}) {
+            Panel p;
+            for (const int day : days)
+                p.add(u"todo"_s, day);
+            p.setSessions(working, blocked);
+            p.refresh();
+            const QString shown =
+                QVariant::fromValue(p.strip.left()).toString() + u' ' + QVariant::fromValue(p.strip.right()).toString();
+            QCOMPARE(shown, sides);
+            QCOMPARE(p.strip.spoken(), spoken);
+            QCOMPARE(QVariant::fromValue(p.strip.summaryTone()).toString() + u' ' + p.strip.summaryText(), summary);
+            QCOMPARE(p.strip.quiet(), sides == u"Nothing None"_s);
+            p.ui.setExpanded(false);
+            QCOMPARE(p.outline.width(), p.strip.quiet() ? 185.0 : 289.0); // the housing alone, or a side of 52 on either hand
+            const auto right = p.strip.right(); // which the dot of a recording leaves alone
+            p.applications.setRunning({u"com.obsproject.obs-studio"_s});
+            QCOMPARE(p.strip.left(), CollapsedStrip::Left::Recording);
+            QCOMPARE(p.strip.right(), right);
+            p.applications.setRunning({});
+            p.prefs.set(Prefs::Module::Todos, false);
+            p.wait(0);
+            QCOMPARE(p.strip.todos(), 0);
+            QVERIFY(!p.strip.overdue());
+            QVERIFY(p.strip.left() != CollapsedStrip::Left::Todos);
+            QVERIFY(!p.highlights().contains(u"due"_s));
+            p.prefs.set(Prefs::Module::Agents, false);
+            p.wait(0);
+            QVERIFY(p.strip.quiet());
+            QCOMPARE(p.strip.spoken(), u"Velto. Nothing to report"_s);
+        }
     }
 
     void aTabThatGoesTakesItsFocusAlong()
