@@ -55,24 +55,20 @@ private Q_SLOTS:
         QCOMPARE(desk.source.calendarState().fix(), u"Add one yourself in the Connect tab."_s);
     }
 
-    void linksThatABrowserOpens_data()
-    {
-        columns<QString, QString>({"link", "expected"});
-        QTest::newRow("web") << u"http://zoom.example/j/1?pwd=a%20b"_s << u"http://zoom.example/j/1?pwd=a%20b"_s;
-        QTest::newRow("no scheme") << u"meet.example.com/abc"_s << u"https://meet.example.com/abc"_s;
-        for (const auto *none : {"", "  ", "room 4", "kitchen", "javascript:alert(1)", "javascript://x.example/%0aalert(1)",
-                                 "file:///etc/passwd", "-x", "https://", "https://a.example/ rm -rf", "https:// /x"})
-            QTest::newRow(none) << QString::fromUtf8(none) << QString();
-        QTest::newRow("endless") << u"https://a.example/"_s + QString(100'000, u'a') << QString();
-    }
     void linksThatABrowserOpens()
     {
-        QFETCH(QString, link);
-        QFETCH(QString, expected);
-        Desk desk;
-        desk.type(u"Standup"_s, desk.in(1h), link);
-        QCOMPARE(desk.source.nextEvent()->joinURL.value_or(QUrl()).toString(QUrl::FullyEncoded), expected);
-        QCOMPARE(desk.source.nextEvent()->joinURL.has_value(), !expected.isEmpty());
+        const auto opened = [](const QString &link) {
+            Desk desk;
+            desk.type(u"Standup"_s, desk.in(1h), link);
+            const auto url = desk.source.nextEvent()->joinURL;
+            return url ? url->toString(QUrl::FullyEncoded) : u"none"_s;
+        };
+        QCOMPARE(opened(u"http://zoom.example/j/1?pwd=a%20b"_s), u"http://zoom.example/j/1?pwd=a%20b"_s);
+        QCOMPARE(opened(u"meet.example.com/abc"_s), u"https://meet.example.com/abc"_s);
+        for (const auto *none : {"", "  ", "room 4", "kitchen", "javascript:alert(1)", "javascript://x.example/%0aalert(1)",
+                                 "file:///etc/passwd", "-x", "https://", "https://a.example/ rm -rf", "https:// /x"})
+            QVERIFY2(opened(QString::fromUtf8(none)) == u"none"_s, none);
+        QCOMPARE(opened(u"https://a.example/"_s + QString(100'000, u'a')), u"none"_s);
     }
 
     void googleMeetingsAreTakenAsTheyCame()
@@ -124,33 +120,25 @@ private Q_SLOTS:
         QCOMPARE(desk.google.refreshes, 1);
     }
 
-    void warnsOnceRightBefore_data()
-    {
-        QTest::addColumn<std::chrono::milliseconds>("ahead"); // of the tick
-        QTest::addColumn<bool>("warns");
-        QTest::newRow("300 s") << std::chrono::milliseconds(300s) << false;
-        QTest::newRow("299.999 s") << std::chrono::milliseconds(300s - 1ms) << true;
-        QTest::newRow("-59.999 s") << std::chrono::milliseconds(-60s + 1ms) << true;
-        QTest::newRow("-60 s") << std::chrono::milliseconds(-60s) << false;
-    }
     void warnsOnceRightBefore()
     {
-        QFETCH(std::chrono::milliseconds, ahead);
-        QFETCH(bool, warns);
-        Desk desk;
-        desk.useGoogle({{u"a"_s, u"Standup"_s, desk.in(ahead + 15s), desk.in(1h), QUrl(u"https://meet.example.com"_s), {}}});
-        desk.clock.advance(15s);
-        QCOMPARE(desk.peeks.size(), warns ? 1 : 0);
-        if (!warns)
-            return;
-        const Peek peek = desk.peeks.front();
-        QCOMPARE(peek.symbol, u"calendar"_s);
-        QCOMPARE(peek.tone, Peek::Tone::Warn);
-        QCOMPARE(peek.tab, std::optional(Tab::Home));
-        QCOMPARE(peek.url, std::optional(QUrl(u"https://meet.example.com"_s)));
-        QVERIFY(!peek.resume && !peek.cwd && !peek.decide);
-        desk.clock.advance(10min);
-        QCOMPARE(desk.peeks.size(), 1);
+        for (const auto &[ahead, warns] :
+             {std::pair<std::chrono::milliseconds, bool>(300s, false), {300s - 1ms, true}, {-60s + 1ms, true}, {-60s, false}}) {
+            Desk desk;
+            desk.useGoogle({{u"a"_s, u"Standup"_s, desk.in(ahead + 15s), desk.in(1h), QUrl(u"https://meet.example.com"_s), {}}});
+            desk.clock.advance(15s);
+            QCOMPARE(desk.peeks.size(), warns ? 1 : 0);
+            if (!warns)
+                continue;
+            const Peek peek = desk.peeks.front();
+            QCOMPARE(peek.symbol, u"calendar"_s);
+            QCOMPARE(peek.tone, Peek::Tone::Warn);
+            QCOMPARE(peek.tab, std::optional(Tab::Home));
+            QCOMPARE(peek.url, std::optional(QUrl(u"https://meet.example.com"_s)));
+            QVERIFY(!peek.resume && !peek.cwd && !peek.decide);
+            desk.clock.advance(10min);
+            QCOMPARE(desk.peeks.size(), 1);
+        }
     }
     void meetingsThatBeginTogetherAreAllAnnounced()
     {

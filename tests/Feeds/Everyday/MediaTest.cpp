@@ -17,64 +17,49 @@ class MediaTest : public QObject {
     }
 
 private Q_SLOTS:
-    void showsOnePlayer_data()
+    void showsOnePlayer()
     {
-        using Players = QList<FakeMediaPlayers::Player>;
-        QTest::addColumn<Players>("players");
-        QTest::addColumn<QString>("shown"); // player and track
-        QTest::addColumn<int>("asked");
+        const auto row = [](const char *name, const QList<FakeMediaPlayers::Player> &players, const QString &shown, int asked) {
+            Desk desk;
+            desk.players.players = players;
+            desk.source.loadMedia();
+            const auto now = desk.source.nowPlaying();
+            QVERIFY2((now ? now->app + u' ' + now->track : QString()) == shown && desk.players.asked.size() == asked, name);
+        };
         const auto spotify = [](State state) { return player(u"s"_s, u"song"_s, state, MediaPlayer::Known::Spotify); };
         const auto music = player(u"m"_s, u"tune"_s, State::Playing, MediaPlayer::Known::Music);
         const auto vlc = player(u"vlc"_s, u"film"_s, State::Playing);
         const auto mpv = player(u"mpv"_s, u"clip"_s, State::Playing);
         const auto paused = player(u"firefox"_s, u"page"_s, State::Paused);
         const auto stopped = player(u"amarok"_s, u"old"_s, State::Stopped);
-        QTest::newRow("none") << Players{} << QString() << 0;
-        QTest::newRow("Spotify wins") << Players{vlc, music, spotify(State::Playing)} << u"Spotify song"_s << 1;
-        QTest::newRow("Spotify wins paused") << Players{vlc, spotify(State::Paused)} << u"Spotify song"_s << 1;
-        QTest::newRow("Spotify wins stopped") << Players{vlc, spotify(State::Stopped)} << QString() << 1;
-        QTest::newRow("Music before others") << Players{vlc, music} << u"Music tune"_s << 1;
-        QTest::newRow("another, by its name") << Players{vlc} << u"VLC film"_s << 1;
-        QTest::newRow("playing before paused") << Players{paused, stopped, mpv} << u"MPV clip"_s << 3;
-        QTest::newRow("paused before stopped") << Players{stopped, paused} << u"FIREFOX page"_s << 2;
-        QTest::newRow("first of two") << Players{mpv, vlc} << u"MPV clip"_s << 2;
-        QTest::newRow("one that fails") << Players{{{u"x"_s}, std::nullopt}, vlc} << u"VLC film"_s << 2;
-        QTest::newRow("stopped") << Players{stopped} << QString() << 1;
-    }
-    void showsOnePlayer()
-    {
-        QFETCH(QList<FakeMediaPlayers::Player>, players);
-        QFETCH(QString, shown);
-        QFETCH(int, asked);
-        Desk desk;
-        desk.players.players = players;
-        desk.source.loadMedia();
-        const auto now = desk.source.nowPlaying();
-        QCOMPARE(now ? now->app + u' ' + now->track : QString(), shown);
-        QCOMPARE(desk.players.asked.size(), asked);
+        row("none", {}, QString(), 0);
+        row("Spotify wins", {vlc, music, spotify(State::Playing)}, u"Spotify song"_s, 1);
+        row("Spotify wins paused", {vlc, spotify(State::Paused)}, u"Spotify song"_s, 1);
+        row("Spotify wins stopped", {vlc, spotify(State::Stopped)}, QString(), 1);
+        row("Music before others", {vlc, music}, u"Music tune"_s, 1);
+        row("another, by its name", {vlc}, u"VLC film"_s, 1);
+        row("playing before paused", {paused, stopped, mpv}, u"MPV clip"_s, 3);
+        row("paused before stopped", {stopped, paused}, u"FIREFOX page"_s, 2);
+        row("first of two", {mpv, vlc}, u"MPV clip"_s, 2);
+        row("one that fails", {{{u"x"_s}, std::nullopt}, vlc}, u"VLC film"_s, 2);
+        row("stopped", {stopped}, QString(), 1);
     }
 
-    void readsTracks_data()
-    {
-        columns<QString, QString, QString>({"track", "artist", "shown"});
-        QTest::newRow("plain") << u"Song"_s << u"Band"_s << u"Song/Band"_s;
-        QTest::newRow("no artist") << u"Song"_s << QString() << u"Song/"_s;
-        QTest::newRow("no track") << u" \n"_s << u"Band"_s << QString();
-        QTest::newRow("tab in the track") << u"So\tng"_s << u"Band"_s << QString();
-        QTest::newRow("tab in the artist") << u"Song"_s << u"Ba\tnd"_s << QString();
-        QTest::newRow("markup") << u"<img src=x>"_s << u"&amp;"_s << u"<img src=x>/&amp;"_s;
-    }
     void readsTracks()
     {
-        QFETCH(QString, track);
-        QFETCH(QString, artist);
-        QFETCH(QString, shown);
-        Desk desk;
-        desk.players.players = {{{u"p"_s}, MediaReport{u"P"_s, track, artist, State::Paused}}};
-        desk.source.loadMedia();
-        const auto now = desk.source.nowPlaying();
-        QCOMPARE(now ? now->track + u'/' + now->artist : QString(), shown);
-        QVERIFY(!desk.source.playing());
+        const auto row = [](const QString &track, const QString &artist, const QString &shown) {
+            Desk desk;
+            desk.players.players = {{{u"p"_s}, MediaReport{u"P"_s, track, artist, State::Paused}}};
+            desk.source.loadMedia();
+            const auto now = desk.source.nowPlaying();
+            QCOMPARE(now ? now->track + u'/' + now->artist : QString(), shown);
+            QVERIFY(!desk.source.playing());
+        };
+        row(u"Song"_s, QString(), u"Song/"_s);
+        row(u" \n"_s, u"Band"_s, QString());
+        row(u"So\tng"_s, u"Band"_s, QString());
+        row(u"Song"_s, u"Ba\tnd"_s, QString());
+        row(u"<img src=x>"_s, u"&amp;"_s, u"<img src=x>/&amp;"_s);
     }
 
     void staysWithThePlayerOnShow()
