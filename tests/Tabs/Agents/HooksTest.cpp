@@ -55,6 +55,12 @@ private:
     MakeConnection m_make;
 };
 
+/// What Claude Code lists of the one session.
+QByteArray listing(const QByteArray &status)
+{
+    return R"([{"name":"fix","sessionId":")" + kSession.toUtf8() + R"(","startedAt":1,"status":")" + status + "\"}]";
+}
+
 } // namespace
 
 /// Hook calls, permission questions, and the card that connects them.
@@ -147,78 +153,66 @@ private Q_SLOTS:
         QCOMPARE(desk.peeks.last().text, u"Too late: proj no longer waits for that answer"_s);
     }
 
-    void aQuestionIsOverByManySigns_data()
-    {
-        columns<QString>({"sign"});
-        for (const char *sign : {"gone", "Stop", "SessionEnd", "asks again", "works", "left"})
-            QTest::newRow(sign) << QString::fromLatin1(sign);
-    }
     void aQuestionIsOverByManySigns()
     {
-        QFETCH(QString, sign);
-        Desk desk;
-        const auto listing = [](const char *status) {
-            return "[{\"sessionId\":\"" + kSession.toUtf8() + "\",\"startedAt\":1,\"status\":\"" + status + "\"}]";
-        };
-        desk.refresh(listing("waiting"));
-        QList<QUuid> over;
-        connect(&desk.source, &AgentsSource::peekWithdrawn, this, [&over](const QUuid &peek) { over.append(peek); });
-        const auto reply = [](std::optional<bool>) { return true; };
-        desk.list(listing("busy")); // begun before the question, it ends after
-        desk.source.refresh();
-        desk.clock.advance(1ms);
-        desk.source.permission(from(u"PermissionRequest"_s), 7, reply);
-        HookEvent other = from(u"Stop"_s);
-        other.sessionId = u"12345678-131d-43a7-b83d-daf04de24178"_s;
-        desk.source.hook(other);
-        desk.source.withdrawn(8);
-        desk.background.finishAll();
-        desk.clock.advance(1s);
-        desk.refresh(listing("waiting"));
-        QVERIFY(over.isEmpty());
-        if (sign == u"gone"_s)
-            desk.source.withdrawn(7);
-        else if (sign == u"asks again"_s)
-            desk.source.permission(from(u"PermissionRequest"_s), 9, reply);
-        else if (sign == u"works"_s)
-            desk.refresh(listing("busy"));
-        else if (sign == u"left"_s)
-            desk.refresh("[]");
-        else
-            desk.source.hook(from(sign));
-        QCOMPARE(over, QList{desk.peeks[0].id});
+        for (const QString &sign : {u"gone"_s, u"Stop"_s, u"SessionEnd"_s, u"asks again"_s, u"works"_s, u"left"_s}) {
+            Desk desk;
+            desk.refresh(listing("waiting"));
+            QList<QUuid> over;
+            connect(&desk.source, &AgentsSource::peekWithdrawn, this, [&over](const QUuid &peek) { over.append(peek); });
+            const auto reply = [](std::optional<bool>) { return true; };
+            desk.list(listing("busy")); // begun before the question, it ends after
+            desk.source.refresh();
+            desk.clock.advance(1ms);
+            desk.source.permission(from(u"PermissionRequest"_s), 7, reply);
+            HookEvent other = from(u"Stop"_s);
+            other.sessionId = u"12345678-131d-43a7-b83d-daf04de24178"_s;
+            desk.source.hook(other);
+            desk.source.withdrawn(8);
+            desk.background.finishAll();
+            desk.clock.advance(1s);
+            desk.refresh(listing("waiting"));
+            QVERIFY(over.isEmpty());
+            if (sign == u"gone"_s)
+                desk.source.withdrawn(7);
+            else if (sign == u"asks again"_s)
+                desk.source.permission(from(u"PermissionRequest"_s), 9, reply);
+            else if (sign == u"works"_s)
+                desk.refresh(listing("busy"));
+            else if (sign == u"left"_s)
+                desk.refresh("[]");
+            else
+                desk.source.hook(from(sign));
+            QCOMPARE(over, QList{desk.peeks[0].id});
+        }
     }
 
     void oneQuestionIsAnnouncedOnce()
     {
         Desk desk;
-        const auto listing = [&desk](const char *status) {
-            desk.refresh("[{\"name\":\"fix\",\"sessionId\":\"" + kSession.toUtf8() + "\",\"startedAt\":1,\"status\":\"" + status
-                         + "\"}]");
-        };
         HookEvent told = from(u"Notification"_s);
         told.message = u"Claude needs your permission"_s;
         told.notification = u"permission_prompt"_s;
-        listing("busy");
+        desk.refresh(listing("busy"));
         desk.source.permission(from(u"PermissionRequest"_s), 1, [](std::optional<bool>) { return true; });
         desk.source.hook(told);
-        listing("waiting");
+        desk.refresh(listing("waiting"));
         desk.peeks[0].decide(true);
         desk.clock.advance(15s);
         desk.source.hook(told);
-        listing("busy");
-        listing("waiting");
+        desk.refresh(listing("busy"));
+        desk.refresh(listing("waiting"));
         QCOMPARE(desk.peeks.size(), 1);
         desk.clock.advance(1ms);
         desk.source.hook(told);
         QCOMPARE(desk.texts().last(), u"Claude needs your permission"_s);
         QCOMPARE(desk.peeks.last().beside, u"fix"_s);
-        listing("busy");
-        listing("waiting"); // the same question
+        desk.refresh(listing("busy"));
+        desk.refresh(listing("waiting")); // the same question
         QCOMPARE(desk.peeks.size(), 2);
         desk.clock.advance(16s);
-        listing("busy");
-        listing("waiting");
+        desk.refresh(listing("busy"));
+        desk.refresh(listing("waiting"));
         QCOMPARE(desk.texts().last(), u"fix needs you"_s);
     }
 
@@ -230,45 +224,37 @@ private Q_SLOTS:
             if (news == Peek::News::Finished)
                 back += sessions;
         });
-        const QByteArray busy = "[{\"sessionId\":\"" + kSession.toUtf8() + "\",\"startedAt\":1,\"status\":\"busy\"}]";
         desk.source.hook(from(u"Stop"_s));
         desk.clock.advance(2s);
-        desk.refresh(busy); // not known there yet
+        desk.refresh(listing("busy")); // not known there yet
         QVERIFY(back.isEmpty());
         desk.clock.advance(1s);
-        desk.refresh(busy);
+        desk.refresh(listing("busy"));
         QCOMPARE(back, QSet{kSession});
     }
 
-    void leavesTheQuestionToTheTerminal_data()
-    {
-        columns<QString, int>({"why", "peeks"});
-        QTest::newRow("module off") << u"off"_s << 0;
-        QTest::newRow("terminal in front") << u"com.mitchellh.ghostty"_s << 0;
-        QTest::newRow("editor in front") << u"com.todesktop.cursor"_s << 0;
-        QTest::newRow("a question in words") << u"words"_s << 1;
-    }
     void leavesTheQuestionToTheTerminal()
     {
-        QFETCH(QString, why);
-        QFETCH(int, peeks);
-        Desk desk;
-        HookEvent asked = from(u"PermissionRequest"_s);
-        asked.tool = why == u"words"_s ? u"AskUserQuestion"_s : u"Bash"_s;
-        if (why == u"off"_s)
-            desk.prefs.set(Prefs::Module::Agents, false);
-        else
-            desk.applications.frontmostNow = why;
-        int unanswered = 0;
-        desk.source.permission(asked, 1, [&unanswered](std::optional<bool> answer) {
-            unanswered += !answer;
-            return true;
-        });
-        QCOMPARE(unanswered, 1);
-        QCOMPARE(desk.peeks.size(), peeks);
-        if (peeks == 1) {
-            QCOMPARE(desk.peeks[0].text, u"proj needs you"_s);
-            QVERIFY(!desk.peeks[0].isQuestion());
+        for (const auto &[why, peeks] : std::initializer_list<std::tuple<QString, int>>{
+                 {u"off"_s, 0}, {u"com.mitchellh.ghostty"_s, 0}, {u"com.todesktop.cursor"_s, 0}, {u"words"_s, 1}}) {
+            Desk desk;
+            HookEvent asked = from(u"PermissionRequest"_s);
+            asked.tool = why == u"words"_s ? u"AskUserQuestion"_s : u"Bash"_s;
+            if (why == u"off"_s)
+                desk.prefs.set(Prefs::Module::Agents, false);
+            else
+                desk.applications.frontmostNow = why;
+            int unanswered = 0;
+            desk.source.permission(asked, 1, [&unanswered](std::optional<bool> answer) {
+                unanswered += !answer;
+                return true;
+            });
+            QCOMPARE(unanswered, 1);
+            QCOMPARE(desk.peeks.size(), peeks);
+            if (peeks == 1) {
+                QCOMPARE(desk.peeks[0].text, u"proj needs you"_s);
+                QVERIFY(!desk.peeks[0].isQuestion());
+            }
         }
     }
 

@@ -105,17 +105,6 @@ private Q_SLOTS:
                      {"id":"e","state":"working","startedAt":5},{"id":"f","state":"paused","startedAt":9}])")),
                  (QStringList{u"c:working"_s, u"e:working"_s, u"b:working"_s, u"a:blocked"_s, u"f:paused"_s}));
     }
-
-    void titleIsWhatSaysMost()
-    {
-        Agent agent;
-        agent.id = u"id"_s;
-        QCOMPARE(agent.title(), u"id"_s);
-        agent.cwd = u"/home/me/proj/"_s;
-        QCOMPARE(agent.title(), u"proj"_s);
-        agent.name = u"Name"_s;
-        QCOMPARE(agent.title(), u"Name"_s);
-    }
 };
 
 static const Registered<ListingTest> registered;

@@ -65,11 +65,12 @@ private Q_SLOTS:
 
     void shortensElapsedTimes()
     {
-        const QList<std::pair<QString, QString>> cases{{u"3-04:05:06"_s, u"3d"_s}, {u"02:14:05"_s, u"2h"_s},
-                                                       {u"05:32"_s, u"5m"_s},      {u"00:40"_s, u"0m"_s},
-                                                       {u"40"_s, u"40"_s},         {{}, {}},
-                                                       {u"?:x"_s, u"?:x"_s}};
-        for (const auto &[etime, expected] : cases)
+        for (const auto &[etime, expected] : {std::pair(u"3-04:05:06"_s, u"3d"_s),
+                                              {u"02:14:05"_s, u"2h"_s},
+                                              {u"00:40"_s, u"0m"_s},
+                                              {u"40"_s, u"40"_s},
+                                              {QString(), QString()},
+                                              {u"?:x"_s, u"?:x"_s}})
             QCOMPARE(shortEtime(etime), expected);
     }
 };

@@ -69,68 +69,53 @@ QStringList wordsOf(const QString &line)
 class ConnectTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void hostileNamesStayOneWordOfTheCommandLine_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::newRow("single quotes") << u"it's 'quoted''"_s;
-        QTest::newRow("double quotes") << u"say \"hi\"\\"_s;
-        QTest::newRow("line feed") << u"a\nrm -rf b"_s;
-        QTest::newRow("substitution") << u"$(touch x) ${HOME} $HOME"_s;
-        QTest::newRow("backticks") << u"`touch x`"_s;
-        QTest::newRow("markup") << u"<b>&amp;</b><img src=x>"_s;
-        QTest::newRow("operators") << u"a; b & c | d > e # f * ? !"_s;
-        QTest::newRow("percent places") << u"%1 %2 %s"_s;
-    }
-
     void hostileNamesStayOneWordOfTheCommandLine()
     {
-        QFETCH(QString, name);
-        Desk d;
-        const QString url = u"https://mcp.example.com/'$(id)"_s;
-        d.tab.mcp()->setName(u"  "_s + name + u" "_s);
-        d.tab.mcp()->setUrl(url);
-        QVERIFY(d.tab.mcp()->canAdd());
-        d.tab.mcp()->add();
-        QCOMPARE(wordsOf(d.launchedLines().value(0)), QStringList({u"mcp"_s, u"add"_s, u"--transport"_s, u"http"_s, name, url}));
-        QVERIFY(d.tab.mcp()->name().isEmpty());
+        for (const QString &name : std::initializer_list<QString>{
+                 u"it's 'quoted''"_s, u"say \"hi\"\\"_s, u"a\nrm -rf b"_s, u"$(touch x) ${HOME} $HOME"_s, u"`touch x`"_s,
+                 u"<b>&amp;</b><img src=x>"_s, u"a; b & c | d > e # f * ? !"_s, u"%1 %2 %s"_s}) {
+            Desk d;
+            const QString url = u"https://mcp.example.com/'$(id)"_s;
+            d.tab.mcp()->setName(u"  "_s + name + u" "_s);
+            d.tab.mcp()->setUrl(url);
+            QVERIFY(d.tab.mcp()->canAdd());
+            d.tab.mcp()->add();
+            QCOMPARE(wordsOf(d.launchedLines().value(0)),
+                     QStringList({u"mcp"_s, u"add"_s, u"--transport"_s, u"http"_s, name, url}));
+            QVERIFY(d.tab.mcp()->name().isEmpty());
 
-        if (name.contains(u'\n'))
-            return; // no line of a listing
-        d.setServers((name + u": https://a.example/mcp - ! Needs authentication\n"_s).toUtf8());
-        d.tab.mcp()->act(name);
-        d.setServers((name + u": https://a.example/mcp - ✘ Failed to connect\n"_s).toUtf8());
-        d.tab.mcp()->act(name);
-        QCOMPARE(wordsOf(d.launchedLines().value(1)), QStringList({u"mcp"_s, u"login"_s, name}));
-        QCOMPARE(wordsOf(d.launchedLines().value(2)), QStringList({u"mcp"_s, u"get"_s, name}));
-        d.tab.mcp()->copyEndpoint(name);
-        QCOMPARE(d.clipboard.content, u"https://a.example/mcp"_s);
-    }
-
-    void onlyAnHttpsAddressIsAdded_data()
-    {
-        columns<QString, QString, bool>({"name", "url", "taken"});
-        QTest::newRow("https") << u"a"_s << u" https://a.example/mcp "_s << true;
-        QTest::newRow("upper case") << u"a"_s << u"HTTPS://a.example"_s << true;
-        QTest::newRow("no name") << u" "_s << u"https://a.example"_s << false;
-        QTest::newRow("http") << u"a"_s << u"http://a.example"_s << false;
-        QTest::newRow("script") << u"a"_s << u"javascript:alert(1)"_s << false;
-        QTest::newRow("no scheme") << u"a"_s << u"a.example"_s << false;
-        QTest::newRow("no host") << u"a"_s << u"https:///mcp"_s << false;
-        QTest::newRow("two lines") << u"a"_s << u"https://a.example/\nhttps://b.example/"_s << false;
+            if (name.contains(u'\n'))
+                continue; // no line of a listing
+            d.setServers((name + u": https://a.example/mcp - ! Needs authentication\n"_s).toUtf8());
+            d.tab.mcp()->act(name);
+            d.setServers((name + u": https://a.example/mcp - ✘ Failed to connect\n"_s).toUtf8());
+            d.tab.mcp()->act(name);
+            QCOMPARE(wordsOf(d.launchedLines().value(1)), QStringList({u"mcp"_s, u"login"_s, name}));
+            QCOMPARE(wordsOf(d.launchedLines().value(2)), QStringList({u"mcp"_s, u"get"_s, name}));
+            d.tab.mcp()->copyEndpoint(name);
+            QCOMPARE(d.clipboard.content, u"https://a.example/mcp"_s);
+        }
     }
 
     void onlyAnHttpsAddressIsAdded()
     {
-        QFETCH(QString, name);
-        QFETCH(QString, url);
-        QFETCH(bool, taken);
-        Desk d;
-        d.tab.mcp()->setName(name);
-        d.tab.mcp()->setUrl(url);
-        QCOMPARE(d.tab.mcp()->canAdd(), taken);
-        QCOMPARE(d.tab.mcp()->problem().isEmpty(), taken || url.isEmpty());
-        d.tab.mcp()->add();
-        QCOMPARE(d.launchedLines().size(), taken ? 1 : 0);
+        for (const auto &[name, url, taken] : std::initializer_list<std::tuple<QString, QString, bool>>{
+                 {u"a"_s, u" https://a.example/mcp "_s, true},
+                 {u"a"_s, u"HTTPS://a.example"_s, true},
+                 {u" "_s, u"https://a.example"_s, false},
+                 {u"a"_s, u"http://a.example"_s, false},
+                 {u"a"_s, u"javascript:alert(1)"_s, false},
+                 {u"a"_s, u"a.example"_s, false},
+                 {u"a"_s, u"https:///mcp"_s, false},
+                 {u"a"_s, u"https://a.example/\nhttps://b.example/"_s, false}}) {
+            Desk d;
+            d.tab.mcp()->setName(name);
+            d.tab.mcp()->setUrl(url);
+            QCOMPARE(d.tab.mcp()->canAdd(), taken);
+            QCOMPARE(d.tab.mcp()->problem().isEmpty(), taken || url.isEmpty());
+            d.tab.mcp()->add();
+            QCOMPARE(d.launchedLines().size(), taken ? 1 : 0);
+        }
     }
 
     void aTileTellsHowItsModuleIsDoing()

@@ -1,7 +1,6 @@
 #include "Tabs/Home/TabPage.h"
 
 #include <QQuickItem>
-#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 
@@ -31,38 +30,6 @@ private:
     }
 
 private Q_SLOTS:
-    void theKeyboardReachesEveryControl()
-    {
-        open({u"work"_s, u"calendar"_s, u"mcp"_s});
-        QStringList faults;
-        const QStringList round = tabRound(faults);
-        QCOMPARE(faults, QStringList());
-        QVERIFY(round.size() >= 35);
-        QVERIFY(round.indexOf(u"Linear API key"_s) > round.indexOf(u"Claude usage today"_s)); // in the order one reads
-    }
-
-    void everyControlAnswersAScreenReader()
-    {
-        QStringList pressed;
-        for (int place = 0;; ++place) {
-            begin();
-            open({u"work"_s, u"calendar"_s, u"mcp"_s});
-            QList<QQuickItem *> controls = items();
-            controls.removeIf([](QQuickItem *item) { return !item->isEnabled() || !item->property("pressable").toBool(); });
-            if (place >= controls.size())
-                break;
-            QQuickItem *const control = controls.at(place);
-            const QSignalSpy clicked(control, SIGNAL(clicked()));
-            QAccessibleActionInterface *actions = QAccessible::queryAccessibleInterface(control)->actionInterface();
-            actions->doAction(actions->actionNames().value(0));
-            if (clicked.count() == 1)
-                pressed += nameOf(control);
-            else
-                QFAIL(qPrintable(nameOf(control)));
-        }
-        QVERIFY2(pressed.size() >= 25, qPrintable(pressed.join(u'|')));
-    }
-
     void aTileReadsAsItsModuleIs()
     {
         open({});

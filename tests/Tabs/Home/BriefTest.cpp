@@ -67,6 +67,9 @@ class BriefTest : public QObject {
 private Q_SLOTS:
     void aQuietDeskIsAllClear()
     {
+        const World first;
+        QCOMPARE(first.home.headlineText(), u"Checking…"_s);
+        QCOMPARE(first.home.headlineTone(), HomeSource::Off);
         Morning m;
         QCOMPARE(m.ids(), QStringList{u"focus"_s});
         QCOMPARE(m.home.headlineText(), u"All clear"_s);
@@ -75,13 +78,6 @@ private Q_SLOTS:
         m.prefs.set(Prefs::Module::Focus, false);
         m.wait(0);
         QVERIFY(m.ids().isEmpty());
-    }
-
-    void aFirstReadingSaysThatItChecks()
-    {
-        World w;
-        QCOMPARE(w.home.headlineText(), u"Checking…"_s);
-        QCOMPARE(w.home.headlineTone(), HomeSource::Off);
     }
 
     void sessionsThatWaitComeFirstAndTheSpotlightSpeaksForThem()
@@ -107,41 +103,31 @@ private Q_SLOTS:
         QCOMPARE(m.home.headlineText(), u"1 thing needs you"_s);
     }
 
-    void todosCountWhatIsLateAndWhatIsDue_data()
-    {
-        columns<QList<std::tuple<QString, int, int, QString>>, QString, QString>({"todos", "late", "due"});
-        using Rows = QList<std::tuple<QString, int, int, QString>>;
-        QTest::newRow("one late") << Rows{{u"a"_s, -1, 2, {}}} << u"1 todo is overdue / a"_s << QString();
-        QTest::newRow("the most urgent one is named")
-            << Rows{{u"a"_s, -1, 2, {}}, {u"b"_s, -3, 1, {}}} << u"2 todos are overdue / b"_s << QString();
-        QTest::newRow("sales outrank the plain count")
-            << Rows{{u"a"_s, -1, 1, {}}, {u"b"_s, -2, 2, u"Sales Q4"_s}} << u"1 sales follow-up is overdue / b"_s << QString();
-        QTest::newRow("due today is not late")
-            << Rows{{u"a"_s, 0, 2, {}}, {u"b"_s, 1, 2, {}}} << QString() << u"1 todo due today / a"_s;
-        QTest::newRow("outreach") << Rows{{u"a"_s, 0, 2, u"outreach"_s}, {u"b"_s, 0, 1, u"outreach"_s}} << QString()
-                                  << u"2 sales follow-ups due today / b"_s;
-    }
-
     void todosCountWhatIsLateAndWhatIsDue()
     {
         using Rows = QList<std::tuple<QString, int, int, QString>>;
-        QFETCH(Rows, todos);
-        QFETCH(QString, late);
-        QFETCH(QString, due);
-        Morning m;
-        for (const auto &[title, days, prio, project] : todos)
-            m.add(title, days, prio, project);
-        const auto words = [&m](const QString &id) {
-            const HomeItem item = m.item(id);
-            return item.id.isEmpty() ? QString() : u"%1 / %2"_s.arg(item.title, item.detail);
-        };
-        QCOMPARE(words(u"late"_s), late);
-        QCOMPARE(words(u"due"_s), due);
-        if (!late.isEmpty()) {
-            QCOMPARE(m.home.headlineTone(), HomeSource::Bad);
-            m.home.run(u"late"_s);
-            QCOMPARE(m.hub.selected(), Tab::Todos);
-            QCOMPARE(m.todos.shown()->filter(), Filter::Overdue);
+        for (const auto &[todos, late, due] : std::initializer_list<std::tuple<Rows, QString, QString>>{
+                 {Rows{{u"a"_s, -1, 2, {}}}, u"1 todo is overdue / a"_s, QString()},
+                 {Rows{{u"a"_s, -1, 2, {}}, {u"b"_s, -3, 1, {}}}, u"2 todos are overdue / b"_s, QString()},
+                 {Rows{{u"a"_s, -1, 1, {}}, {u"b"_s, -2, 2, u"Sales Q4"_s}}, u"1 sales follow-up is overdue / b"_s, QString()},
+                 {Rows{{u"a"_s, 0, 2, {}}, {u"b"_s, 1, 2, {}}}, QString(), u"1 todo due today / a"_s},
+                 {Rows{{u"a"_s, 0, 2, u"outreach"_s}, {u"b"_s, 0, 1, u"outreach"_s}}, QString(),
+                  u"2 sales follow-ups due today / b"_s}}) {
+            Morning m;
+            for (const auto &[title, days, prio, project] : todos)
+                m.add(title, days, prio, project);
+            const auto words = [&m](const QString &id) {
+                const HomeItem item = m.item(id);
+                return item.id.isEmpty() ? QString() : u"%1 / %2"_s.arg(item.title, item.detail);
+            };
+            QCOMPARE(words(u"late"_s), late);
+            QCOMPARE(words(u"due"_s), due);
+            if (!late.isEmpty()) {
+                QCOMPARE(m.home.headlineTone(), HomeSource::Bad);
+                m.home.run(u"late"_s);
+                QCOMPARE(m.hub.selected(), Tab::Todos);
+                QCOMPARE(m.todos.shown()->filter(), Filter::Overdue);
+            }
         }
     }
 
@@ -211,32 +197,25 @@ private Q_SLOTS:
         QCOMPARE(changed.count(), 0);
     }
 
-    void paceTellsHowTheBudgetWillGo_data()
-    {
-        columns<qint64, qint64, int, QString>({"used", "budget", "elapsed", "text"});
-        QTest::newRow("no budget") << qint64(5) << qint64(0) << 700 << QString();
-        QTest::newRow("reached") << qint64(1'000'000) << qint64(1'000'000) << 700 << u"Daily budget of 1.0M reached"_s;
-        constexpr auto kMost = std::numeric_limits<qint64>::max(); // a log may hold any number
-        QTest::newRow("more than can be counted") << kMost << kMost << 700 << u"Daily budget of 9223372036854.8M reached"_s;
-        QTest::newRow("less than nothing") << -kMost << qint64(100'000) << 700 << u"100k left of today's 100k"_s;
-        QTest::newRow("early") << qint64(1000) << qint64(100'000) << 600 << u"99k left of today's 100k"_s;
-        QTest::newRow("on pace") << qint64(10) << qint64(1'000'000) << 601 << u"On pace to stay under your 1.0M budget today"_s;
-        QTest::newRow("will reach it") << qint64(50'000) << qint64(100'000) << 3600
-                                       << u"At this pace you reach your 100k budget at 11:00"_s;
-    }
-
     void paceTellsHowTheBudgetWillGo()
     {
-        QFETCH(qint64, used);
-        QFETCH(qint64, budget);
-        QFETCH(int, elapsed);
-        const QDateTime now(QDate(2026, 11, 21), QTime(10, 0));
-        TokenUsage usage;
-        usage.input = used;
-        usage.output = used == std::numeric_limits<qint64>::max() ? used : 0;
-        usage.cacheRead = 1'000'000'000; // doesn't count
-        usage.first = now.addSecs(-elapsed);
-        QTEST(pace(usage, budget, now).value_or(QString()), "text");
+        constexpr auto kMost = std::numeric_limits<qint64>::max();
+        for (const auto &[used, budget, elapsed, text] : std::initializer_list<std::tuple<qint64, qint64, int, QString>>{
+                 {qint64(5), qint64(0), 700, QString()},
+                 {qint64(1'000'000), qint64(1'000'000), 700, u"Daily budget of 1.0M reached"_s},
+                 {kMost, kMost, 700, u"Daily budget of 9223372036854.8M reached"_s},
+                 {-kMost, qint64(100'000), 700, u"100k left of today's 100k"_s},
+                 {qint64(1000), qint64(100'000), 600, u"99k left of today's 100k"_s},
+                 {qint64(10), qint64(1'000'000), 601, u"On pace to stay under your 1.0M budget today"_s},
+                 {qint64(50'000), qint64(100'000), 3600, u"At this pace you reach your 100k budget at 11:00"_s}}) {
+            const QDateTime now(QDate(2026, 11, 21), QTime(10, 0));
+            TokenUsage usage;
+            usage.input = used;
+            usage.output = used == std::numeric_limits<qint64>::max() ? used : 0;
+            usage.cacheRead = 1'000'000'000; // doesn't count
+            usage.first = now.addSecs(-elapsed);
+            QCOMPARE(pace(usage, budget, now).value_or(QString()), text);
+        }
     }
 
     void aLinkIsOfferedIfABrowserTakesIt()
@@ -273,27 +252,21 @@ private Q_SLOTS:
         QCOMPARE(at(17, 0), u"Good evening."_s);
     }
 
-    void videosAreFoundAndEscaped_data()
-    {
-        columns<QString, QString, QString>({"link", "id", "inPage"});
-        QTest::newRow("short") << u"https://youtu.be/abc123"_s << u"abc123"_s << u"/embed/abc123?autoplay=1"_s;
-        QTest::newRow("long") << u"https://www.youtube.com/watch?t=3&v=xY9_-z"_s << u"xY9_-z"_s << u"/embed/xY9%5F%2Dz?"_s;
-        QTest::newRow("shorts") << u"https://www.youtube.com/shorts/Ab1?si=x"_s << u"Ab1"_s << u"/embed/Ab1?"_s;
-        QTest::newRow("live") << u"https://m.youtube.com/live/Cd2"_s << u"Cd2"_s << u"/embed/Cd2?"_s;
-        QTest::newRow("channel") << u"https://www.youtube.com/@someone"_s << QString() << u"<video "_s;
-        QTest::newRow("hostile id") << u"https://youtu.be/x'%20onload='alert(1)"_s << u"x' onload='alert(1)"_s
-                                    << u"/embed/x%27%20onload%3D%27alert%281%29?"_s;
-        QTest::newRow("hostile link") << u"https://youtube.com/a'onerror='x"_s << QString() << u"a%27onerror=%27x"_s;
-    }
-
     void videosAreFoundAndEscaped()
     {
-        QFETCH(QString, link);
-        QFETCH(QString, id);
-        QFETCH(QString, inPage);
-        QCOMPARE(youtubeID(QUrl(link)).value_or(QString()), id);
-        const QString html = videoPage(QUrl(link)).html;
-        QVERIFY2(html.contains(inPage), qPrintable(html));
+        for (const auto &[link, id, inPage] : std::initializer_list<std::tuple<QString, QString, QString>>{
+                 {u"https://youtu.be/abc123"_s, u"abc123"_s, u"/embed/abc123?autoplay=1"_s},
+                 {u"https://www.youtube.com/watch?t=3&v=xY9_-z"_s, u"xY9_-z"_s, u"/embed/xY9%5F%2Dz?"_s},
+                 {u"https://www.youtube.com/shorts/Ab1?si=x"_s, u"Ab1"_s, u"/embed/Ab1?"_s},
+                 {u"https://m.youtube.com/live/Cd2"_s, u"Cd2"_s, u"/embed/Cd2?"_s},
+                 {u"https://www.youtube.com/@someone"_s, QString(), u"<video "_s},
+                 {u"https://youtu.be/x'%20onload='alert(1)"_s, u"x' onload='alert(1)"_s,
+                  u"/embed/x%27%20onload%3D%27alert%281%29?"_s},
+                 {u"https://youtube.com/a'onerror='x"_s, QString(), u"a%27onerror=%27x"_s}}) {
+            QCOMPARE(youtubeID(QUrl(link)).value_or(QString()), id);
+            const QString html = videoPage(QUrl(link)).html;
+            QVERIFY2(html.contains(inPage), qPrintable(html));
+        }
     }
 };
 

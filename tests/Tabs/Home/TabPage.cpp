@@ -21,34 +21,6 @@ void TabPage::click(QQuickItem *item)
     ViewPage::click(item);
 }
 
-QStringList TabPage::tabRound(QStringList &faults)
-{
-    QStringList round;
-    const QQuickItem *first = nullptr;
-    for (int i = 0; i < 200; ++i) {
-        QTest::keyClick(m_view.get(), Qt::Key_Tab);
-        QQuickItem *item = m_view->activeFocusItem();
-        if (!item || item == first)
-            break;
-        if (!first)
-            first = item;
-        // The page follows, at the pace of its animation.
-        const auto inSight = [&] {
-            m_view->grabWindow();
-            const double y = item->mapToItem(m_view->contentItem(), {0, 0}).y();
-            return y >= -1 && y + item->height() <= m_view->height() + 1;
-        };
-        if (!QTest::qWaitFor(inSight, 2000))
-            faults += nameOf(item) + u" is out of sight"_s;
-        round += nameOf(item);
-    }
-    for (QQuickItem *item : items()) {
-        if (item->activeFocusOnTab() && item->isEnabled() && (nameOf(item).isEmpty() || !round.contains(nameOf(item))))
-            faults += u"'%1' isn't reached"_s.arg(nameOf(item));
-    }
-    return round;
-}
-
 qsizetype TabPage::framesWhileNothingChanges(int milliseconds)
 {
     QTest::qWait(500); // what fades has come to rest

@@ -53,70 +53,51 @@ private Q_SLOTS:
         QVERIFY(!m_hub.requests.last().headers.contains("x-other"));
     }
 
-    void eachStatusHasItsSentence_data()
-    {
-        columns<int, QString>({"status", "text"});
-        const QString token = u"Quillbox at 127.0.0.1 didn't accept the token. Paste a new one in Settings → Quillbox."_s;
-        const QString problem = u"Quillbox at 127.0.0.1 had a problem (%1). Velto will try again in a minute."_s;
-        const QString other = u"Quillbox at 127.0.0.1 answered %1. Velto will try again in a minute."_s;
-        QTest::newRow("401") << 401 << token;
-        QTest::newRow("403") << 403 << token;
-        QTest::newRow("404")
-            << 404 << u"The Quillbox hub at 127.0.0.1 is older than this version of Velto. Update the hub, then press Refresh."_s;
-        for (const int status : {500, 503, 599})
-            QTest::addRow("%d", status) << status << problem.arg(status);
-        for (const int status : {201, 204, 302, 400, 429, 600})
-            QTest::addRow("%d", status) << status << other.arg(status);
-    }
-
     void eachStatusHasItsSentence()
     {
-        QFETCH(int, status);
-        QFETCH(QString, text);
-        m_hub.answer = [&](const auto &) { return Answer{status, status == 204 ? "" : kEmpty}; };
-        const auto answer = QCoro::waitFor(m_client.snapshot());
-        QVERIFY(!answer);
-        QCOMPARE(answer.error(), (HubError{status, text}));
-        QCOMPARE(QCoro::waitFor(m_client.test(m_mode.url(), u"t"_s)), text);
-        QCOMPARE(m_hub.requests.last().headers.value("authorization"), QByteArray("Bearer t"));
+        const QString token = u"Quillbox at 127.0.0.1 didn't accept the token. Paste a new one in Settings → Quillbox."_s;
+        const QString older =
+            u"The Quillbox hub at 127.0.0.1 is older than this version of Velto. Update the hub, then press Refresh."_s;
+        const QString problem = u"Quillbox at 127.0.0.1 had a problem (%1). Velto will try again in a minute."_s;
+        const QString other = u"Quillbox at 127.0.0.1 answered %1. Velto will try again in a minute."_s;
+        const QMap<int, QString> sentences{{204, other}, {302, other},   {401, token},   {403, token}, {404, older},
+                                           {429, other}, {500, problem}, {599, problem}, {600, other}};
+        for (auto each = sentences.begin(); each != sentences.end(); ++each) {
+            const int status = each.key();
+            const QString text = QString(each.value()).replace(u"%1"_s, QString::number(status));
+            m_hub.answer = [&](const auto &) { return Answer{status, status == 204 ? "" : kEmpty}; };
+            QCOMPARE(QCoro::waitFor(m_client.snapshot()).error(), (HubError{status, text}));
+            QCOMPARE(QCoro::waitFor(m_client.test(m_mode.url(), u"t"_s)), text);
+            QCOMPARE(m_hub.requests.last().headers.value("authorization"), QByteArray("Bearer t"));
+        }
     }
 
     void noAnswerHasOneSentence()
     {
-        m_hub.answer = [](const auto &) { return Answer{200, kEmpty, {}, HttpStandIn::Manner::CutOff}; };
-        const QString text = u"Can't reach Quillbox at 127.0.0.1. Check your internet connection, or the address in Settings."_s;
-        QCOMPARE(QCoro::waitFor(m_client.snapshot()).error(), (HubError{-1, text}));
-    }
-
-    void anAddressThatLeadsNowhereIsOneToo()
-    {
         const QString text = u"Can't reach Quillbox at %1. Check your internet connection, or the address in Settings."_s;
         const auto answer = [this](const char *url) { return QCoro::waitFor(m_client.test(QUrl(QLatin1StringView(url)), {})); };
+        m_hub.answer = [](const auto &) { return Answer{200, kEmpty, {}, HttpStandIn::Manner::CutOff}; };
+        QCOMPARE(QCoro::waitFor(m_client.snapshot()).error(), (HubError{-1, text.arg(u"127.0.0.1"_s)}));
         QCOMPARE(answer("http://hub.invalid"), text.arg(u"hub.invalid"_s));
         QCOMPARE(answer("hub:"), text.arg(u"the hub"_s));
         QCOMPARE(answer("file:///etc"), text.arg(u"the hub"_s));
     }
 
-    void aDocumentOfAnotherKindIsNotUnderstood_data()
-    {
-        columns<QByteArray, QString>({"body", "why"});
-        QTest::newRow("a page") << QByteArray("<html>Sign in</html>") << u"It is no JSON from byte 0 on"_s;
-        QTest::newRow("an older hub") << QByteArray(kEmpty).replace(", \"written_today\": {}", "")
-                                      << u"\"written_today\" is missing"_s;
-        QTest::newRow("cut off by the sender") << QByteArray(kEmpty).chopped(1) << u"It is no JSON from byte 62 on"_s;
-    }
-
     void aDocumentOfAnotherKindIsNotUnderstood()
     {
-        QFETCH(QByteArray, body);
-        QFETCH(QString, why);
-        m_hub.answer = [&](const auto &) { return Answer{200, body}; };
-        const auto answer = QCoro::waitFor(m_client.snapshot());
-        QCOMPARE(
-            answer.error(),
-            (HubError{0,
-                      u"Quillbox sent data this version of Velto doesn't understand. Update Velto or the hub. (%1)"_s.arg(why)}));
-        QCOMPARE(QCoro::waitFor(m_client.test(m_mode.url(), {})), std::nullopt); // a test asks for no more than a 200
+        for (const auto &[body, why] : std::initializer_list<std::tuple<QByteArray, QString>>{
+                 {QByteArray("<html>Sign in</html>"), u"It is no JSON from byte 0 on"_s},
+                 {QByteArray(kEmpty).replace(", \"written_today\": {}", ""), u"\"written_today\" is missing"_s},
+                 {QByteArray(kEmpty).chopped(1), u"It is no JSON from byte 62 on"_s}}) {
+            m_hub.answer = [&body = body](const auto &) { return Answer{200, body}; };
+            const auto answer = QCoro::waitFor(m_client.snapshot());
+            QCOMPARE(
+                answer.error(),
+                (HubError{
+                    0,
+                    u"Quillbox sent data this version of Velto doesn't understand. Update Velto or the hub. (%1)"_s.arg(why)}));
+            QCOMPARE(QCoro::waitFor(m_client.test(m_mode.url(), {})), std::nullopt); // a test asks for no more than a 200
+        }
     }
 
     void withoutAHubNothingGoesOut()

@@ -164,28 +164,21 @@ private Q_SLOTS:
         QVERIFY(source.errorText().startsWith(u"Couldn't save that change to Quillbox ("_s));
     }
 
-    void anOlderToolOnlyMarksDone_data()
-    {
-        columns<QByteArray, bool>({"script", "patched"});
-        QTest::newRow("older") << QByteArray("def done(id): pass") << false;
-        QTest::newRow("newer") << QByteArray("def comment(id): pass") << true;
-        QTest::newRow("not UTF-8") << QByteArray("def comment(id): '\xff'") << false;
-        QTest::newRow("none") << QByteArray() << false;
-    }
-
     void anOlderToolOnlyMarksDone()
     {
-        QFETCH(QByteArray, script);
-        QFETCH(bool, patched);
         const QString path = m_home->filePath(u"src/quillbox/todo/todo.py"_s);
-        if (script.isEmpty())
+        for (const auto &[script, patched] : {std::pair("def done(id): pass", false),
+                                              {"def comment(id): pass", true},
+                                              {"def comment(id): '\xff'", false},
+                                              {"", false}}) {
             QFile::remove(path);
-        else
-            writeFile(path, script);
-        const TodosSource &source = m_desk->start();
-        QCOMPARE(source.canEdit(), patched);
-        QCOMPARE(source.canAdd(), patched);
-        QCOMPARE(source.readOnlyNote().isEmpty(), patched);
+            if (*script)
+                writeFile(path, script);
+            const TodosSource &source = m_desk->start();
+            QCOMPARE(source.canEdit(), patched);
+            QCOMPARE(source.canAdd(), patched);
+            QCOMPARE(source.readOnlyNote().isEmpty(), patched);
+        }
     }
 
 private:
