@@ -68,6 +68,12 @@ private Q_SLOTS:
         QCOMPARE(clicked.count(), 4);
         QAccessible::queryAccessibleInterface(item)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
         QCOMPARE(clicked.count(), 5);
+        item->setEnabled(false);
+        pressFor(m_view.get(), item->mapToScene({item->width() / 2, item->height() / 2}), 50);
+        press(Qt::Key_Tab);
+        press(Qt::Key_Return);
+        QVERIFY(!item->hasActiveFocus());
+        QCOMPARE(clicked.count(), 5);
     }
 
     void aPressOnAPillIsNotOneOnItsRow()
@@ -86,17 +92,6 @@ private Q_SLOTS:
         press(Qt::Key_Return);
         QCOMPARE(pillClicked.count(), 2);
         QCOMPARE(rowClicked.count(), 1);
-    }
-
-    void disabledControlsDoNothing()
-    {
-        QQuickItem *item = show(u"PillButton { text: 'Scanning'; enabled: false }"_s);
-        QSignalSpy clicked(item, SIGNAL(clicked()));
-        pressFor(m_view.get(), {10, 10}, 50);
-        press(Qt::Key_Tab);
-        press(Qt::Key_Return);
-        QVERIFY(!item->hasActiveFocus());
-        QCOMPARE(clicked.count(), 0);
     }
 
     void helpAppearsInsideTheWindow()

@@ -25,33 +25,27 @@ private Q_SLOTS:
     {
         const QColor card = Theme::lightestGround();
         const auto on = [&](const QColor &tint, double fill) { return Theme::lightestGround(tint, fill); };
-        struct Pair {
-            const char *what;
-            QColor text;
-            QColor ground;
-        };
-        const Pair pairs[] = {
-            {"primary", Theme::kGlassPrimary, card},
-            {"secondary", Theme::kGlassSecondary, card},
-            {"tertiary", Theme::kGlassTertiary, card},
-            {"secondary on a tile", Theme::kGlassSecondary, on(Theme::kIce, 0.04)},
-            {"prompt in a field", Theme::kGlassTertiary, on(Qt::black, 0.2)},
-            {"a wrong thing", Theme::ink(Theme::kCoral), card},
-            {"overdue", Theme::ink(Theme::kRed), card},
-            {"a tile's wish", Theme::ink(Theme::kOrange), card},
-            {"a session that works", Theme::kMint, card},
-            {"a session that waits", Theme::kAmber, card},
-            {"chip, overdue", Theme::ink(Theme::kRed, 0.16), on(Theme::kRed, 0.16)},
-            {"chip, a person", Theme::ink(Theme::kCyan, 0.16), on(Theme::kCyan, 0.16)},
-            {"chip, quiet", Theme::ink(Theme::kGlassSecondary, 0.16), on(Theme::kGlassSecondary, 0.16)},
-            {"chip, under the pointer", Theme::ink(Theme::kIce, 0.24), on(Theme::kIce, 0.24)},
-            {"button", Theme::kGlassPrimary, on(Theme::kIce, 0.16)},
-            {"button, under the pointer", Qt::white, on(Theme::kIce, 0.2)},
-            {"white button, under the pointer", Qt::white, on(Qt::white, 0.2)},
-        };
-        for (const Pair &pair : pairs) {
-            const double ratio = Theme::contrast(pair.text, pair.ground);
-            QVERIFY2(ratio >= 4.5, qPrintable(u"%1: %2"_s.arg(QLatin1StringView(pair.what)).arg(ratio)));
+        for (const auto &[what, text, ground] : std::initializer_list<std::tuple<const char *, QColor, QColor>>{
+                 {"primary", Theme::kGlassPrimary, card},
+                 {"secondary", Theme::kGlassSecondary, card},
+                 {"tertiary", Theme::kGlassTertiary, card},
+                 {"secondary on a tile", Theme::kGlassSecondary, on(Theme::kIce, 0.04)},
+                 {"prompt in a field", Theme::kGlassTertiary, on(Qt::black, 0.2)},
+                 {"a wrong thing", Theme::ink(Theme::kCoral), card},
+                 {"overdue", Theme::ink(Theme::kRed), card},
+                 {"a tile's wish", Theme::ink(Theme::kOrange), card},
+                 {"a session that works", Theme::kMint, card},
+                 {"a session that waits", Theme::kAmber, card},
+                 {"chip, overdue", Theme::ink(Theme::kRed, 0.16), on(Theme::kRed, 0.16)},
+                 {"chip, a person", Theme::ink(Theme::kCyan, 0.16), on(Theme::kCyan, 0.16)},
+                 {"chip, quiet", Theme::ink(Theme::kGlassSecondary, 0.16), on(Theme::kGlassSecondary, 0.16)},
+                 {"chip, under the pointer", Theme::ink(Theme::kIce, 0.24), on(Theme::kIce, 0.24)},
+                 {"button", Theme::kGlassPrimary, on(Theme::kIce, 0.16)},
+                 {"button, under the pointer", Qt::white, on(Theme::kIce, 0.2)},
+                 {"white button, under the pointer", Qt::white, on(Qt::white, 0.2)},
+             }) {
+            const double ratio = Theme::contrast(text, ground);
+            QVERIFY2(ratio >= 4.5, qPrintable(u"%1: %2"_s.arg(QLatin1StringView(what)).arg(ratio)));
         }
         QCOMPARE(Theme::ink(Theme::kAmber), Theme::kAmber); // what can be read stays as it is
     }

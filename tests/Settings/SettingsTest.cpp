@@ -223,19 +223,11 @@ private Q_SLOTS:
         QCOMPARE(desk.cell(welcome.modules(), u"prs"_s, 2).toString(), u"needs the GitHub CLI"_s);
         welcome.set(u"prs"_s, true);
         QCOMPARE(desk.prefs.mode(), Prefs::Mode::Custom);
-    }
-
-    void aFinishedWelcomeIsNotRedone()
-    {
-        Watched desk;
         desk.prefs.setOnboarded(true);
-        desk.prefs.set(Prefs::Module::Usage, true);
-        desk.tools.installed.clear();
-        Welcome welcome(desk.welcome);
-        welcome.detect();
+        Welcome(desk.welcome).detect(); // once is enough
         desk.background.finishAll();
         QCOMPARE(desk.prefs.mode(), Prefs::Mode::Custom);
-        QVERIFY(desk.prefs.isOn(Prefs::Module::Usage));
+        QVERIFY(desk.prefs.isOn(Prefs::Module::Prs));
     }
 
     void finishingTheWelcomeDoesWhatWasTicked()

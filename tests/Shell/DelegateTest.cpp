@@ -80,14 +80,10 @@ private Q_SLOTS:
         d.ui.openFocused();
         d.wait(1000);
         QCOMPARE(d.frame(), kExpanded);
-    }
 
-    void withoutACompositorNothingMovesSlowly()
-    {
-        Desktop d;
+        // Without a compositor nothing moves slowly.
         d.panelWindow.alpha = false;
         Q_EMIT d.panelWindow.compositedChanged();
-        d.ui.openFocused();
         d.ui.close();
         QCOMPARE(d.frame(), kCollapsed);
     }

@@ -15,10 +15,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("listing");
         const QByteArray when = ",\"cwd\":\"/home/me/p\",\"startedAt\":" + QByteArray::number(1795250000000LL) + "}";
-        QTest::newRow("none") << QByteArray("[]");
         QTest::newRow("failed") << QByteArray("no JSON");
         QTest::newRow("no claude") << QByteArray();
-        QTest::newRow("working") << QByteArray("[{\"id\":\"a\",\"state\":\"working\"" + when + "]");
         QTest::newRow("stale") << QByteArray("[{\"id\":\"a\",\"state\":\"blocked\",\"startedAt\":1}]");
         QTest::newRow("hostile") << QByteArray("[{\"id\":\"a\",\"state\":\"blocked\",\"name\":\"<img src=x>\\u202e"
                                                + QByteArray(10000, 'x') + "\"" + when + "]");
