@@ -15,6 +15,15 @@ private:
     static constexpr auto kThanks = "HTTP/1.1 200 OK\r\nContent-Type: text/plain\r\nContent-Length: 53\r\n\r\n"
                                     "Google Calendar is connected. You can close this tab.";
 
+    /// From the button until it has ended, one way or the other.
+    static bool signIn(Desk &desk)
+    {
+        desk.calendar->connect();
+        Browser browser(desk);
+        browser.say(Browser::back(desk));
+        return desk.until([&] { return !desk.calendar->connecting(); });
+    }
+
 private Q_SLOTS:
     void theBrowserIsSentToGoogle()
     {
@@ -166,10 +175,7 @@ private Q_SLOTS:
     {
         Desk desk;
         desk.prefs.setGoogleCalendarIDs({QStringLiteral("old@example.com")});
-        desk.calendar->connect();
-        Browser browser(desk);
-        browser.say(Browser::back(desk));
-        QVERIFY(desk.until([&] { return !desk.calendar->connecting(); }));
+        QVERIFY(signIn(desk));
         QVERIFY(!desk.calendar->error());
         QVERIFY(!desk.prefs.googleCalendarIDs().contains(QStringLiteral("old@example.com")));
         QVERIFY(!desk.prefs.googleCalendarIDs().isEmpty());
@@ -195,64 +201,43 @@ private Q_SLOTS:
         QCOMPARE(desk.calendar->meetings().size(), 2);
 
         desk.keychain.keeps = false;
-        desk.calendar->connect();
-        Browser browser(desk);
-        browser.say(Browser::back(desk));
-        QVERIFY(desk.until([&] { return !desk.calendar->connecting(); }));
+        QVERIFY(signIn(desk));
         QCOMPARE(desk.calendar->error(), std::optional(QStringLiteral("The keyring couldn't keep the sign-in")));
-    }
-
-    void aFailedExchangeSaysWhyAndKeepsTheOldTokens_data()
-    {
-        columns<int, QByteArray, QString>({"status", "body", "error"});
-        const QString failed = QStringLiteral("Google sign-in failed");
-        const QString incomplete = QStringLiteral("Google did not return a refresh token");
-        QTest::newRow("refused") << 400 << QByteArray(R"({"error": "invalid_grant", "error_description": "Bad Request"})")
-                                 << failed;
-        QTest::newRow("unknown client") << 401 << QByteArray(R"({"error": "invalid_client"})") << failed;
-        QTest::newRow("too many") << 429 << QByteArray("<html>") << failed;
-        QTest::newRow("no content") << 204 << QByteArray() << failed;
-        QTest::newRow("away") << 503 << QByteArray("<html>") << failed;
-        QTest::newRow("empty") << 200 << QByteArray() << QStringLiteral("the answer can't be read: illegal value");
-        QTest::newRow("a page") << 200 << QByteArray("<html>") << QStringLiteral("a web page came in place of an answer");
-        QTest::newRow("a list") << 200 << QByteArray("[]") << failed;
-        QTest::newRow("no refresh token") << 200 << QByteArray(R"({"access_token": "a", "expires_in": 3599})") << incomplete;
-        QTest::newRow("no access token") << 200 << QByteArray(R"({"refresh_token": "a"})") << incomplete;
-        QTest::newRow("a number") << 200 << QByteArray(R"({"access_token": 1, "refresh_token": "a"})") << incomplete;
-        QTest::newRow("null") << 200 << QByteArray(R"({"access_token": "a", "refresh_token": null})") << incomplete;
-        QTest::newRow("a header in it") << 200 << QByteArray(R"({"access_token": "a\r\nX: y", "refresh_token": "a"})")
-                                        << incomplete;
-        QTest::newRow("endless") << 200 << QByteArray(2'000'000, ' ') << QStringLiteral("The answer was too large.");
     }
 
     void aFailedExchangeSaysWhyAndKeepsTheOldTokens()
     {
-        QFETCH(int, status);
-        QFETCH(QByteArray, body);
-        QFETCH(QString, error);
-        Desk desk;
-        desk.link();
-        desk.prefs.setCalendarSource(Prefs::CalendarSource::Manual);
-        const QHash<QString, QString> before = desk.keychain.entries;
-        desk.token = {status, body};
-        desk.calendar->connect();
-        Browser browser(desk);
-        browser.say(Browser::back(desk));
-        QVERIFY(desk.until([&] { return !desk.calendar->connecting(); }));
-        QCOMPARE(desk.calendar->errorText(), error);
-        QCOMPARE(desk.keychain.entries, before);
-        QCOMPARE(desk.prefs.calendarSource(), Prefs::CalendarSource::Manual);
-        QCOMPARE(desk.google.requests.size(), 1);
+        const auto row = [](int status, const QByteArray &body, const char *error) {
+            Desk desk;
+            desk.link();
+            desk.prefs.setCalendarSource(Prefs::CalendarSource::Manual);
+            const QHash<QString, QString> before = desk.keychain.entries;
+            desk.token = {status, body};
+            QVERIFY(signIn(desk));
+            QCOMPARE(desk.calendar->errorText(), QLatin1String(error));
+            QCOMPARE(desk.keychain.entries, before);
+            QCOMPARE(desk.prefs.calendarSource(), Prefs::CalendarSource::Manual);
+            QCOMPARE(desk.google.requests.size(), 1);
+        };
+        row(400, R"({"error": "invalid_grant", "error_description": "Bad Request"})", "Google sign-in failed");
+        row(204, "", "Google sign-in failed");
+        row(503, "<html>", "Google sign-in failed");
+        row(200, "", "the answer can't be read: illegal value");
+        row(200, "<html>", "a web page came in place of an answer");
+        row(200, "[]", "Google sign-in failed");
+        for (const char *incomplete :
+             {R"({"access_token": "a", "expires_in": 3599})", R"({"refresh_token": "a"})",
+              R"({"access_token": 1, "refresh_token": "a"})", R"({"access_token": "a", "refresh_token": null})",
+              R"({"access_token": "a\r\nX: y", "refresh_token": "a"})"})
+            row(200, incomplete, "Google did not return a refresh token");
+        row(200, QByteArray(2'000'000, ' '), "The answer was too large.");
     }
 
     void aLoadThatFailsAfterwardsLeavesTheUserSignedIn()
     {
         Desk desk;
         desk.list = {403, "{}"};
-        desk.calendar->connect();
-        Browser browser(desk);
-        browser.say(Browser::back(desk));
-        QVERIFY(desk.until([&] { return !desk.calendar->connecting(); }));
+        QVERIFY(signIn(desk));
         QCOMPARE(desk.calendar->errorText(), QStringLiteral("Google Calendar could not be refreshed"));
         QVERIFY(desk.kept());
         QCOMPARE(desk.prefs.calendarSource(), Prefs::CalendarSource::Google);

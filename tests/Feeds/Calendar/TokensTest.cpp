@@ -22,28 +22,23 @@ private Q_SLOTS:
         }
     }
 
-    void aRenewalKeepsTheRefreshToken_data()
-    {
-        columns<QByteArray, int>({"reply", "life"});
-        QTest::newRow("usual") << QByteArray(R"({"access_token": "new", "expires_in": 1800, "refresh_token": "other"})") << 1800;
-        QTest::newRow("no end") << QByteArray(R"({"access_token": "new"})") << 3600;
-        QTest::newRow("an end in words") << QByteArray(R"({"access_token": "new", "expires_in": "1800"})") << 3600;
-        QTest::newRow("in the past") << QByteArray(R"({"access_token": "new", "expires_in": -5})") << -5;
-    }
-
     void aRenewalKeepsTheRefreshToken()
     {
-        QFETCH(QByteArray, reply);
-        QFETCH(int, life);
-        Desk desk;
-        desk.link(0);
-        desk.token.body = reply;
-        QVERIFY(desk.refresh());
-        QCOMPARE(
-            desk.google.requests.value(0).body,
-            QByteArray("client_id=id.example&client_secret=s%26%2B%3D%C3%BC&grant_type=refresh_token&refresh_token=1//kept"));
-        const GoogleTokens expected{QStringLiteral("new"), QStringLiteral("1//kept"), desk.clock.wallTime().addSecs(life)};
-        QCOMPARE(desk.kept(), std::optional(expected));
+        const auto row = [](const QByteArray &reply, int life) {
+            Desk desk;
+            desk.link(0);
+            desk.token.body = reply;
+            QVERIFY(desk.refresh());
+            QCOMPARE(
+                desk.google.requests.value(0).body,
+                QByteArray("client_id=id.example&client_secret=s%26%2B%3D%C3%BC&grant_type=refresh_token&refresh_token=1//kept"));
+            const GoogleTokens expected{QStringLiteral("new"), QStringLiteral("1//kept"), desk.clock.wallTime().addSecs(life)};
+            QCOMPARE(desk.kept(), std::optional(expected));
+        };
+        row(R"({"access_token": "new", "expires_in": 1800, "refresh_token": "other"})", 1800);
+        row(R"({"access_token": "new"})", 3600);
+        row(R"({"access_token": "new", "expires_in": "1800"})", 3600);
+        row(R"({"access_token": "new", "expires_in": -5})", -5);
     }
 
     void anEndThatNobodyLivesToSeeDoesNoHarm()
@@ -56,28 +51,21 @@ private Q_SLOTS:
         QCOMPARE(desk.google.requests.last().headers.value("authorization"), QByteArray("Bearer new"));
     }
 
-    void aRefusedRenewalSaysSo_data()
-    {
-        columns<int, QByteArray, QString>({"status", "reply", "error"});
-        QTest::newRow("revoked") << 400 << QByteArray(R"({"error": "invalid_grant"})") << QStringLiteral("Google sign-in failed");
-        QTest::newRow("no token") << 200 << QByteArray("{}") << QStringLiteral("Google sign-in expired; reconnect Calendar");
-        QTest::newRow("wrong type") << 200 << QByteArray(R"({"access_token": []})")
-                                    << QStringLiteral("Google sign-in expired; reconnect Calendar");
-    }
-
     void aRefusedRenewalSaysSo()
     {
-        QFETCH(int, status);
-        QFETCH(QByteArray, reply);
-        QFETCH(QString, error);
-        Desk desk;
-        desk.link(0);
-        const auto before = desk.kept();
-        desk.token = {status, reply};
-        QVERIFY(desk.refresh());
-        QCOMPARE(desk.calendar->errorText(), error);
-        QCOMPARE(desk.kept(), before);
-        QCOMPARE(desk.google.requests.size(), 1);
+        const auto row = [](int status, const QByteArray &reply, const char *error) {
+            Desk desk;
+            desk.link(0);
+            const auto before = desk.kept();
+            desk.token = {status, reply};
+            QVERIFY(desk.refresh());
+            QCOMPARE(desk.calendar->errorText(), QLatin1String(error));
+            QCOMPARE(desk.kept(), before);
+            QCOMPARE(desk.google.requests.size(), 1);
+        };
+        row(400, R"({"error": "invalid_grant"})", "Google sign-in failed");
+        for (const char *reply : {"{}", R"({"access_token": []})"})
+            row(200, reply, "Google sign-in expired; reconnect Calendar");
     }
 
     void withoutTokensNothingIsAsked()

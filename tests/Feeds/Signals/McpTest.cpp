@@ -52,31 +52,26 @@ private Q_SLOTS:
         QCOMPARE(odd.size(), 6);
         QCOMPARE(odd.last().name, u"events"_s);
     }
-    void saysWhyNothingIsKnown_data()
-    {
-        columns<RunResult, qsizetype, QString>({"result", "servers", "why"});
-        const QByteArray one = "a: b - ✔ Connected\n";
-        const QString late = u"timed out after 60 s"_s;
-        QTest::newRow("works") << RunResult{true, one, u"a warning"_s} << qsizetype(1) << QString();
-        QTest::newRow("failed with a listing") << RunResult{false, one, u"x"_s} << qsizetype(1) << QString();
-        QTest::newRow("slow after a listing") << RunResult{false, one, late} << qsizetype(1) << QString();
-        QTest::newRow("none") << RunResult{true, fixture("mcp/none.txt"), {}} << qsizetype(0) << QString();
-        QTest::newRow("slow") << RunResult{false, {}, late} << qsizetype(0) << late;
-        QTest::newRow("silent") << RunResult{false, "Checking\n", u"\n\n"_s} << qsizetype(0) << u"no output"_s;
-        QTest::newRow("corrupt") << RunResult{false, {}, QString::fromUtf8(fixture("mcp/corrupt.err"))} << qsizetype(0)
-                                 << uR"(You can manually restore it by running: cp )"
-                                    uR"("/home/me/.claude/backups/.claude.json.backup.1795247620288" "/home/me/.claude.json")"_s;
-    }
     void saysWhyNothingIsKnown()
     {
-        QFETCH(RunResult, result);
-        QFETCH(QString, why);
-        FakeToolRunner tools;
-        tools.answers.insert(u"claude mcp list"_s, result);
-        const MCPHealth health = mcpHealth(tools);
-        QTEST(health.servers.size(), "servers");
-        QCOMPARE(health.error.value_or(QString()),
-                 why.isEmpty() ? QString() : u"Couldn't check MCP servers (claude mcp list: %1)."_s.arg(why));
+        const auto row = [](const RunResult &result, qsizetype servers, const QString &why) {
+            FakeToolRunner tools;
+            tools.answers.insert(u"claude mcp list"_s, result);
+            const MCPHealth health = mcpHealth(tools);
+            QCOMPARE(health.servers.size(), servers);
+            QCOMPARE(health.error.value_or(QString()),
+                     why.isEmpty() ? QString() : u"Couldn't check MCP servers (claude mcp list: %1)."_s.arg(why));
+        };
+        const QByteArray one = "a: b - ✔ Connected\n";
+        const QString late = u"timed out after 60 s"_s;
+        row({true, one, u"a warning"_s}, 1, {});
+        row({false, one, late}, 1, {}); // with a listing it doesn't matter
+        row({true, fixture("mcp/none.txt"), {}}, 0, {});
+        row({false, {}, late}, 0, late);
+        row({false, "Checking\n", u"\n\n"_s}, 0, u"no output"_s);
+        row({false, {}, QString::fromUtf8(fixture("mcp/corrupt.err"))}, 0,
+            uR"(You can manually restore it by running: cp )"
+            uR"("/home/me/.claude/backups/.claude.json.backup.1795247620288" "/home/me/.claude.json")"_s);
     }
 };
 
