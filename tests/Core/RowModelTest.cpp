@@ -58,26 +58,21 @@ private Q_SLOTS:
         }
     }
 
-    void movesNoMoreThanItMust_data()
-    {
-        columns<QString, QString, int>({"before", "after", "moves"});
-        QTest::newRow("to the top") << u"abcdefgh"_s << u"habcdefg"_s << 1;
-        QTest::newRow("to the end") << u"abcdefgh"_s << u"bcdefgha"_s << 1;
-        QTest::newRow("two swapped") << u"abcdefgh"_s << u"abedcfgh"_s << 2;
-        QTest::newRow("came and went only") << u"abcdefgh"_s << u"xaceygz"_s << 0;
-        QTest::newRow("reversed") << u"abcd"_s << u"dcba"_s << 3;
-    }
     void movesNoMoreThanItMust()
     {
-        QFETCH(QString, before);
-        QFETCH(QString, after);
-        QFETCH(int, moves);
-        RowModel model({"rowId", "value"});
-        model.setRows(named(before));
-        const Follower copy(model, kRoles);
-        model.setRows(named(after));
-        QCOMPARE(copy.rows, named(after));
-        QCOMPARE(copy.moves, moves);
+        const auto row = [](const QString &before, const QString &after, int moves) {
+            RowModel model({"rowId", "value"});
+            model.setRows(named(before));
+            const Follower copy(model, kRoles);
+            model.setRows(named(after));
+            QCOMPARE(copy.rows, named(after));
+            QCOMPARE(copy.moves, moves);
+        };
+        row(u"abcdefgh"_s, u"habcdefg"_s, 1); // to the top
+        row(u"abcdefgh"_s, u"bcdefgha"_s, 1); // to the end
+        row(u"abcdefgh"_s, u"abedcfgh"_s, 2); // two swapped
+        row(u"abcdefgh"_s, u"xaceygz"_s, 0); // came and went only
+        row(u"abcd"_s, u"dcba"_s, 3);
     }
 
     void touchesOnlyWhatChanged()
