@@ -29,33 +29,25 @@ class EventTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void readsWhatClaudeCodeSends_data()
-    {
-        columns<QString, QString, QString, QString>({"event", "message", "tool", "toolDetail"});
-        const QString none;
-        QTest::newRow("permission-bash") << u"PermissionRequest"_s << none << u"Bash"_s << u"touch made-by-bash.txt"_s;
-        QTest::newRow("permission-write") << u"PermissionRequest"_s << none << u"Write"_s << u"w.txt"_s;
-        QTest::newRow("permission-question") << u"PermissionRequest"_s << none << u"AskUserQuestion"_s << none;
-        QTest::newRow("stop") << u"Stop"_s << none << none << none;
-        QTest::newRow("notification-permission") << u"Notification"_s << u"Claude needs your permission"_s << none << none;
-    }
-
     void readsWhatClaudeCodeSends()
     {
-        QFETCH(QString, event);
-        QFETCH(QString, message);
-        QFETCH(QString, tool);
-        QFETCH(QString, toolDetail);
-        const auto read = parse(velto::fixture(QByteArray("hooks/") + QTest::currentDataTag() + ".json"));
-        QVERIFY(read);
-        QCOMPARE(read->event, event);
-        QCOMPARE(read->sessionId, std::optional(kSession));
-        QCOMPARE(read->cwd, std::optional(u"/home/me/proj"_s));
-        const auto optional = [](const QString &text) { return text.isNull() ? std::nullopt : std::optional(text); };
-        QCOMPARE(read->message, optional(message));
-        QCOMPARE(read->tool, optional(tool));
-        QCOMPARE(read->toolDetail, optional(toolDetail));
-        QCOMPARE(read->at, kNow);
+        using Text = std::optional<QString>;
+        const auto row = [](const char *file, const QString &event, const Text &message, const Text &tool, const Text &detail) {
+            const auto read = parse(velto::fixture(QByteArray("hooks/") + file + ".json"));
+            QVERIFY2(read, file);
+            QCOMPARE(read->event, event);
+            QCOMPARE(read->sessionId, std::optional(kSession));
+            QCOMPARE(read->cwd, std::optional(u"/home/me/proj"_s));
+            QCOMPARE(read->message, message);
+            QCOMPARE(read->tool, tool);
+            QCOMPARE(read->toolDetail, detail);
+            QCOMPARE(read->at, kNow);
+        };
+        row("permission-bash", u"PermissionRequest"_s, {}, u"Bash"_s, u"touch made-by-bash.txt"_s);
+        row("permission-write", u"PermissionRequest"_s, {}, u"Write"_s, u"w.txt"_s);
+        row("permission-question", u"PermissionRequest"_s, {}, u"AskUserQuestion"_s, {});
+        row("stop", u"Stop"_s, {}, {}, {});
+        row("notification-permission", u"Notification"_s, u"Claude needs your permission"_s, {}, {});
     }
 
     void failsWithoutAnEventName()

@@ -2,6 +2,7 @@
 #include "Fixture.h"
 #include "Hooks/Hooks.h"
 #include "Platform/Fake/FakeClock.h"
+#include "Platform/Fake/FakePlatform.h"
 #include "Platform/Posix/FilesTesting.h"
 #include "Platform/Posix/PosixFiles.h"
 #include "RunTests.h"
@@ -9,6 +10,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
@@ -118,44 +120,56 @@ private Q_SLOTS:
         QVERIFY(HookInstaller(m_files, m_clock, m_home->path(), u"another"_s).needsUpgrade());
     }
 
-    void whatIsThereIsFoundByItsText_data()
-    {
-        columns<QByteArray, bool, bool>({"settings", "present", "needsUpgrade"});
-        const QByteArray token = kToken.toUtf8();
-        QTest::newRow("nothing") << QByteArray("{}") << false << false;
-        QTest::newRow("other secret") << QByteArray("127.0.0.1:4747/permission") << true << true;
-        QTest::newRow("before questions") << "127.0.0.1:4747/event " + token << true << true;
-        QTest::newRow("current") << "127.0.0.1:4747/permission " + token << true << false;
-        QTest::newRow("not text") << "127.0.0.1:4747/ \xFF" + token << false << false;
-    }
     void whatIsThereIsFoundByItsText()
     {
-        QFETCH(QByteArray, settings);
         const HookInstaller installer(m_files, m_clock, m_home->path(), kToken);
         QVERIFY(!installer.present());
-        prepare(settings);
-        QTEST(installer.present(), "present");
-        QTEST(installer.needsUpgrade(), "needsUpgrade");
+        const auto row = [&](const QByteArray &settings, bool present, bool needsUpgrade) {
+            prepare(settings);
+            QVERIFY2(installer.present() == present && installer.needsUpgrade() == needsUpgrade, settings.constData());
+        };
+        const QByteArray token = kToken.toUtf8();
+        row("{}", false, false);
+        row("127.0.0.1:4747/permission", true, true); // with another secret
+        row("127.0.0.1:4747/event " + token, true, true); // from before questions
+        row("127.0.0.1:4747/permission " + token, true, false);
+        row("127.0.0.1:4747/ \xFF" + token, false, false); // no text
     }
 
-    void whatCannotBeEditedStaysAsItIs_data()
-    {
-        columns<QByteArray, int, int>({"settings", "mode", "copies"});
-        QTest::newRow("not JSON") << QByteArray("{") << 0600 << 0;
-        QTest::newRow("no object") << QByteArray("[]") << 0600 << 0;
-        QTest::newRow("empty") << QByteArray("") << 0600 << 0;
-        QTest::newRow("read-only") << QByteArray("{}") << 0444 << 1;
-    }
     void whatCannotBeEditedStaysAsItIs()
     {
-        QFETCH(QByteArray, settings);
-        QFETCH(int, mode);
-        prepare(settings, mode_t(mode));
-        HookInstaller installer(m_files, m_clock, m_home->path(), kToken);
-        const auto problem = installer.install();
-        QVERIFY(problem && !problem->isEmpty());
-        QCOMPARE(readFile(m_path), settings);
-        QTEST(int(filesIn(m_folder).size() - 1), "copies");
+        const auto row = [this](const QByteArray &settings, mode_t mode, int copies) {
+            init();
+            prepare(settings, mode);
+            HookInstaller installer(m_files, m_clock, m_home->path(), kToken);
+            const auto problem = installer.install();
+            QVERIFY(problem && !problem->isEmpty());
+            QCOMPARE(readFile(m_path), settings);
+            QCOMPARE(filesIn(m_folder).size() - 1, copies);
+        };
+        for (const char *none : {"{", "[]", ""})
+            row(none, 0600, 0);
+        row("{}", 0444, 1);
+    }
+
+    void itsSecretIsMadeOnceAndKept()
+    {
+        FakeDefaults defaults;
+        const auto token = hookToken(defaults);
+        QVERIFY(QRegularExpression(u"\\A[0-9a-f]{48}\\z"_s).match(token).hasMatch());
+        QCOMPARE(defaults.values.value(u"hookToken"_s), QVariant(token));
+        QCOMPARE(hookToken(defaults), token);
+        FakeDefaults others;
+        QVERIFY(hookToken(others) != token);
+
+        const auto longEnough = u"Any text of 32 characters, kept."_s;
+        defaults.values[u"hookToken"_s] = longEnough;
+        QCOMPARE(hookToken(defaults), longEnough);
+        for (const QVariant &stored :
+             {QVariant(longEnough.chopped(1)), QVariant(QStringList{longEnough, longEnough}), QVariant()}) {
+            defaults.values[u"hookToken"_s] = stored;
+            QCOMPARE(hookToken(defaults).size(), 48);
+        }
     }
 
     void aChangeByAnotherProgramIsTakenIn()

@@ -101,16 +101,6 @@ private Q_SLOTS:
   ],
   "text": "a/b é \u001f",
   "hooks": {
-    "Stop": [
-      {
-        "hooks": [
-          {
-            "type": "command",
-            "command": "curl '127.0.0.1:4747/event'"
-          }
-        ]
-      }
-    ],
     "PermissionRequest": [
       {
         "hooks": [
@@ -125,9 +115,10 @@ private Q_SLOTS:
   }
 })";
         const QByteArray settings = R"({"none":{},"list":[1,[]],"text":"a\/b \u00e9 \u001F"})";
-        QCOMPARE(with(settings), expected);
-        QCOMPARE(with(settings + "\r\n"), expected + '\n');
-        QCOMPARE(with("\xEF\xBB\xBF" + settings), "\xEF\xBB\xBF" + expected);
+        const auto laidOut = [](const QByteArray &bytes) { return bytesOf(withHooks(bytes, {kHooks[1]}, kMarker)); };
+        QCOMPARE(laidOut(settings), expected);
+        QCOMPARE(laidOut(settings + "\r\n"), expected + '\n');
+        QCOMPARE(laidOut("\xEF\xBB\xBF" + settings), "\xEF\xBB\xBF" + expected);
     }
 
     void editsTouchOnlyWhatIsOurs_data()
@@ -175,30 +166,27 @@ private Q_SLOTS:
         QCOMPARE(tokens(without(settings)), removed);
     }
 
-    void whatMakesNoSenseIsRefused_data()
+    void whatMakesNoSenseIsRefused()
     {
-        columns<QByteArray, QString>({"settings", "problem"});
+        const auto row = [](const QByteArray &settings, const QString &problem) {
+            QCOMPARE(std::get<QString>(withHooks(settings, kHooks, kMarker)), problem);
+            QCOMPARE(std::get<QString>(withoutHooks(settings, kHooks, kMarker)), problem);
+        };
         const auto at = [](int line, const char *problem) {
             return u"Line %1 of your Claude settings file: %2"_s.arg(line).arg(QLatin1StringView(problem));
         };
         const QString noObject = u"Your Claude settings file isn't valid JSON, so Velto left it alone."_s;
-        QTest::newRow("array") << QByteArray("[]") << noObject;
-        QTest::newRow("text") << QByteArray("\"{}\"") << noObject;
-        QTest::newRow("empty") << QByteArray() << at(1, "The document is empty.");
-        QTest::newRow("cut") << QByteArray("{") << at(1, "Missing a name for object member.");
-        QTest::newRow("comma") << QByteArray("{\n  \"a\": 1,\n}") << at(3, "Missing a name for object member.");
-        QTest::newRow("comment") << QByteArray("{} // mine") << at(1, "The document root must not be followed by other values.");
-        QTest::newRow("zero") << QByteArray("{}\n\0{", 5) << at(2, "There is a zero byte in it.");
-        QTest::newRow("not UTF-8") << QByteArray("{\"a\":\"\xC3(\"}") << at(1, "Invalid encoding in string.");
-        QTest::newRow("deep") << QByteArray("{\"a\":" + QByteArray(1000000, '[')) << at(1, "It is nested too deeply.");
+        row(QByteArray("[]"), noObject);
+        row(QByteArray("\"{}\""), noObject);
+        row(QByteArray(), at(1, "The document is empty."));
+        row(QByteArray("{"), at(1, "Missing a name for object member."));
+        row(QByteArray("{\n  \"a\": 1,\n}"), at(3, "Missing a name for object member."));
+        row(QByteArray("{} // mine"), at(1, "The document root must not be followed by other values."));
+        row(QByteArray("{}\n\0{", 5), at(2, "There is a zero byte in it."));
+        row(QByteArray("{\"a\":\"\xC3(\"}"), at(1, "Invalid encoding in string."));
+        row(QByteArray("{\"a\":" + QByteArray(1000000, '[')), at(1, "It is nested too deeply."));
     }
-    void whatMakesNoSenseIsRefused()
-    {
-        QFETCH(QByteArray, settings);
-        QFETCH(QString, problem);
-        QCOMPARE(std::get<QString>(withHooks(settings, kHooks, kMarker)), problem);
-        QCOMPARE(std::get<QString>(withoutHooks(settings, kHooks, kMarker)), problem);
-    }
+
     void realSettingsComeBackAsTheyWere()
     {
         for (const char *name : {"everyday", "odd-spellings", "empty-object"}) {
