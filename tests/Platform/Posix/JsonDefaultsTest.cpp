@@ -54,36 +54,32 @@ private Q_SLOTS:
         m_path = m_folder->filePath(u"velto/settings.json"_s);
     }
 
-    void typesSurviveARestart_data()
-    {
-        columns<QVariant, int>({"value", "type"});
-        const QDateTime moment(QDate(2026, 11, 21), QTime(9, 0, 1, 234));
-        QTest::newRow("false") << QVariant(false) << int(QMetaType::Bool);
-        QTest::newRow("int") << QVariant(7) << int(QMetaType::LongLong);
-        QTest::newRow("beyond doubles") << QVariant(Q_INT64_C(9007199254740993)) << int(QMetaType::LongLong);
-        QTest::newRow("least") << QVariant(std::numeric_limits<qint64>::min()) << int(QMetaType::LongLong);
-        QTest::newRow("fraction") << QVariant(0.1 + 0.2) << int(QMetaType::Double);
-        QTest::newRow("whole real") << QVariant(2.0) << int(QMetaType::Double);
-        QTest::newRow("huge real") << QVariant(1e300) << int(QMetaType::Double);
-        QTest::newRow("text") << QVariant(u"größe \"🙂\" \n"_s) << int(QMetaType::QString);
-        QTest::newRow("empty text") << QVariant(u""_s) << int(QMetaType::QString);
-        QTest::newRow("text like a date") << QVariant(moment.toString(Qt::ISODateWithMs)) << int(QMetaType::QString);
-        QTest::newRow("text like a number") << QVariant(u"12"_s) << int(QMetaType::QString);
-        QTest::newRow("list") << QVariant(QStringList{u"a"_s, u""_s}) << int(QMetaType::QStringList);
-        QTest::newRow("empty list") << QVariant(QStringList()) << int(QMetaType::QStringList);
-        QTest::newRow("date") << QVariant(moment) << int(QMetaType::QDateTime);
-        QTest::newRow("date in UTC") << QVariant(moment.toUTC()) << int(QMetaType::QDateTime);
-    }
     void typesSurviveARestart()
     {
-        QFETCH(QVariant, value);
-        QFETCH(int, type);
-        defaults()->set(u"key"_s, value);
-        const auto reopened = defaults();
-        QCOMPARE(reopened->value(u"key"_s).typeId(), type);
-        QCOMPARE(reopened->value(u"key"_s), value);
-        reopened->set(u"key"_s, QVariant());
-        QVERIFY(!defaults()->value(u"key"_s).isValid());
+        const QDateTime moment(QDate(2026, 11, 21), QTime(9, 0, 1, 234));
+        const auto row = [this](const QVariant &value, int type) {
+            defaults()->set(u"key"_s, value);
+            const auto reopened = defaults();
+            QCOMPARE(reopened->value(u"key"_s).typeId(), type);
+            QCOMPARE(reopened->value(u"key"_s), value);
+            reopened->set(u"key"_s, QVariant());
+            QVERIFY(!defaults()->value(u"key"_s).isValid());
+        };
+        row(false, QMetaType::Bool);
+        row(7, QMetaType::LongLong);
+        row(Q_INT64_C(9007199254740993), QMetaType::LongLong);
+        row(std::numeric_limits<qint64>::min(), QMetaType::LongLong);
+        row(0.1 + 0.2, QMetaType::Double);
+        row(2.0, QMetaType::Double);
+        row(1e300, QMetaType::Double);
+        row(u"größe \"🙂\" \n"_s, QMetaType::QString);
+        row(u""_s, QMetaType::QString);
+        row(moment.toString(Qt::ISODateWithMs), QMetaType::QString);
+        row(u"12"_s, QMetaType::QString);
+        row(QStringList{u"a"_s, u""_s}, QMetaType::QStringList);
+        row(QStringList(), QMetaType::QStringList);
+        row(moment, QMetaType::QDateTime);
+        row(moment.toUTC(), QMetaType::QDateTime);
     }
 
     void theFileIsPrivateAlsoIfItWasnt()
