@@ -90,57 +90,51 @@ private Q_SLOTS:
 
     /// Nothing that fills the panel stands outside its round corners, however far it is open, in a window with transparency or
     /// without.
-    void nothingStandsOutsideTheCorners_data()
-    {
-        columns<bool>({"transparent"});
-        QTest::newRow("opaque") << false;
-        QTest::newRow("transparent") << true;
-    }
-
     void nothingStandsOutsideTheCorners()
     {
-        QFETCH(const bool, transparent);
-        QVERIFY(show(u"Item { width: 300; height: 120; property real place: 0\n"
-                     "Rectangle { id: all; x: 14; width: 272; height: 60 + parent.place; color: 'white' }\n"
-                     "CornerCut { x: 0; width: 300; height: all.height; topRadius: 14; bottomRadius: 26 } }"_s));
-        QQuickItem *item = m_view->contentItem()->childItems().first();
-        // The offscreen platform's windows are opaque: what has transparency is painted into a picture that has it.
-        const double scale = m_view->effectiveDevicePixelRatio();
-        QImage clear(QSize(300, 120) * scale, QImage::Format_ARGB32_Premultiplied);
-        clear.setDevicePixelRatio(scale);
-        QQuickRenderControl control;
-        QQuickWindow window(&control);
-        if (transparent) {
-            window.setColor(Qt::transparent);
-            window.resize(300, 120);
-            window.setRenderTarget(QQuickRenderTarget::fromPaintDevice(&clear));
-            item->setParentItem(window.contentItem());
+        for (const bool transparent : {false, true}) {
+            QVERIFY(show(u"Item { width: 300; height: 120; property real place: 0\n"
+                         "Rectangle { id: all; x: 14; width: 272; height: 60 + parent.place; color: 'white' }\n"
+                         "CornerCut { x: 0; width: 300; height: all.height; topRadius: 14; bottomRadius: 26 } }"_s));
+            QQuickItem *item = m_view->contentItem()->childItems().first();
+            // The offscreen platform's windows are opaque: what has transparency is painted into a picture that has it.
+            const double scale = m_view->effectiveDevicePixelRatio();
+            QImage clear(QSize(300, 120) * scale, QImage::Format_ARGB32_Premultiplied);
+            clear.setDevicePixelRatio(scale);
+            QQuickRenderControl control;
+            QQuickWindow window(&control);
+            if (transparent) {
+                window.setColor(Qt::transparent);
+                window.resize(300, 120);
+                window.setRenderTarget(QQuickRenderTarget::fromPaintDevice(&clear));
+                item->setParentItem(window.contentItem());
+            }
+            const auto frame = [&] {
+                if (!transparent)
+                    return m_view->grabWindow();
+                control.polishItems();
+                control.beginFrame();
+                control.sync();
+                control.render();
+                control.endFrame();
+                return clear;
+            };
+            for (const double place : {0.0, 7.3, 20.0, 20.0, 11.9}) {
+                item->setProperty("place", place);
+                const QImage image = frame();
+                const auto at = [&](double x, double y) { return image.pixel(int(x * scale), int(y * scale)); };
+                const QRgb outside = transparent ? qRgba(0, 0, 0, 0) : qRgb(0, 0, 0);
+                const QRgb inside = qRgb(255, 255, 255);
+                const double bottom = 60 + place;
+                QCOMPARE(at(16, bottom - 4), outside);
+                QCOMPARE(at(283, bottom - 4), outside);
+                QCOMPARE(at(150, bottom - 3), inside);
+                QCOMPARE(at(16, bottom - 30), inside);
+                QCOMPARE(at(283, bottom - 30), inside);
+                QVERIFY(qRed(at(22, bottom - 8)) > 0); // as the outline has it
+            }
+            item->setParentItem(m_view->contentItem());
         }
-        const auto frame = [&] {
-            if (!transparent)
-                return m_view->grabWindow();
-            control.polishItems();
-            control.beginFrame();
-            control.sync();
-            control.render();
-            control.endFrame();
-            return clear;
-        };
-        for (const double place : {0.0, 7.3, 20.0, 20.0, 11.9}) {
-            item->setProperty("place", place);
-            const QImage image = frame();
-            const auto at = [&](double x, double y) { return image.pixel(int(x * scale), int(y * scale)); };
-            const QRgb outside = transparent ? qRgba(0, 0, 0, 0) : qRgb(0, 0, 0);
-            const QRgb inside = qRgb(255, 255, 255);
-            const double bottom = 60 + place;
-            QCOMPARE(at(16, bottom - 4), outside);
-            QCOMPARE(at(283, bottom - 4), outside);
-            QCOMPARE(at(150, bottom - 3), inside);
-            QCOMPARE(at(16, bottom - 30), inside);
-            QCOMPARE(at(283, bottom - 30), inside);
-            QVERIFY(qRed(at(22, bottom - 8)) > 0); // as the outline has it
-        }
-        item->setParentItem(m_view->contentItem());
     }
 
 private:

@@ -71,9 +71,9 @@ class ConnectTest : public QObject {
 private Q_SLOTS:
     void hostileNamesStayOneWordOfTheCommandLine()
     {
-        for (const QString &name : std::initializer_list<QString>{
-                 u"it's 'quoted''"_s, u"say \"hi\"\\"_s, u"a\nrm -rf b"_s, u"$(touch x) ${HOME} $HOME"_s, u"`touch x`"_s,
-                 u"<b>&amp;</b><img src=x>"_s, u"a; b & c | d > e # f * ? !"_s, u"%1 %2 %s"_s}) {
+        for (const QString &name :
+             {u"it's 'quoted''"_s, u"say \"hi\"\\"_s, u"a\nrm -rf b"_s, u"$(touch x) ${HOME} $HOME"_s, u"`touch x`"_s,
+              u"<b>&amp;</b><img src=x>"_s, u"a; b & c | d > e # f * ? !"_s, u"%1 %2 %s"_s}) {
             Desk d;
             const QString url = u"https://mcp.example.com/'$(id)"_s;
             d.tab.mcp()->setName(u"  "_s + name + u" "_s);

@@ -127,29 +127,25 @@ private Q_SLOTS:
         QCOMPARE(titlesOf(source.todos()), QStringList({u"it's “odd” %1"_s, u"a 'b' $(c) --d"_s}));
     }
 
-    void aToolThatFailsIsToldOf_data()
-    {
-        columns<QString, QString>({"title", "details"});
-        QTest::newRow("fails") << u"fail"_s << u"ValueError: no such project"_s;
-        QTest::newRow("fails without a word") << u"silent"_s << u"no details"_s;
-        QTest::newRow("hangs") << u"hang"_s << u"timed out after 0 s"_s;
-        QTest::newRow("prints rubbish") << u"rubbish"_s << QString(200, QChar::ReplacementCharacter) + u'…';
-    }
-
     void aToolThatFailsIsToldOf()
     {
-        QFETCH(QString, title);
-        QFETCH(QString, details);
-        TodosSource &source = loaded();
-        source.newDraft();
-        source.form()->setTitle(title);
-        source.form()->save();
-        QVERIFY(!source.form()->shown());
-        m_desk->background.finishAll();
-        QCOMPARE(source.errorText(), u"Couldn't save that change to Quillbox (%1). Your list was reloaded."_s.arg(details));
-        QCOMPARE(source.todos().size(), 2);
-        source.save(makeTodo(0, u"fine"_s));
-        QCOMPARE(source.errorText(), QString());
+        for (const auto &[title, details] : std::initializer_list<std::tuple<QString, QString>>{
+                 {u"fail"_s, u"ValueError: no such project"_s},
+                 {u"silent"_s, u"no details"_s},
+                 {u"hang"_s, u"timed out after 0 s"_s},
+                 {u"rubbish"_s, QString(200, QChar::ReplacementCharacter) + u'…'}}) {
+            init();
+            TodosSource &source = loaded();
+            source.newDraft();
+            source.form()->setTitle(title);
+            source.form()->save();
+            QVERIFY(!source.form()->shown());
+            m_desk->background.finishAll();
+            QCOMPARE(source.errorText(), u"Couldn't save that change to Quillbox (%1). Your list was reloaded."_s.arg(details));
+            QCOMPARE(source.todos().size(), 2);
+            source.save(makeTodo(0, u"fine"_s));
+            QCOMPARE(source.errorText(), QString());
+        }
     }
 
     void aFailedDoneComesBack()
