@@ -121,49 +121,43 @@ private Q_SLOTS:
         QCOMPARE(laidOut("\xEF\xBB\xBF" + settings), "\xEF\xBB\xBF" + expected);
     }
 
-    void editsTouchOnlyWhatIsOurs_data()
+    void editsTouchOnlyWhatIsOurs()
     {
-        columns<QByteArray, QByteArray, QByteArray>({"settings", "installed", "removed"});
+        const auto row = [](const char *name, const QByteArray &settings, const QByteArray &installed,
+                            const QByteArray &removed) {
+            QVERIFY2(tokens(with(settings)) == installed, (name + (": " + tokens(with(settings)))).constData());
+            QVERIFY2(tokens(without(settings)) == removed, (name + (": " + tokens(without(settings)))).constData());
+        };
         const auto hooks = [](const QByteArray &events) -> QByteArray { return "{\"hooks\":{" + events + "}}"; };
         const QByteArray ours = R"("Stop":[)" + kStopGroup + R"(],"PermissionRequest":[)" + kPermissionGroup + "]";
         const QByteArray other = R"({"matcher":"x","hooks":[{"command":"say 4747"}]})";
         const QByteArray older = R"({"hooks":[{"command":"curl -m 9 http:\/\/127.0.0.1:4747\/event"}]})";
         const QByteArray permission = R"("PermissionRequest":[)" + kPermissionGroup + "]";
 
-        QTest::newRow("nothing there") << QByteArray("{}") << hooks(ours) << QByteArray("{}");
-        QTest::newRow("hooks no object") << QByteArray(R"({"hooks":[1]})") << hooks(ours) << QByteArray("{}");
-        QTest::newRow("already ours") << hooks(ours) << hooks(ours) << QByteArray("{}");
-        QTest::newRow("older and others keep their places")
-            << hooks("\"Stop\":[" + older + ',' + other + ",{}," + older + "],\"Else\":[" + older + ']')
-            << hooks("\"Stop\":[" + other + ",{}," + kStopGroup + "],\"Else\":[" + tokens(older).replace("\\/", "/") + "],"
-                     + permission)
-            << hooks("\"Stop\":[" + other + ",{}],\"Else\":[" + tokens(older).replace("\\/", "/") + ']');
-        QTest::newRow("a mixed group is ours")
-            << hooks(R"("Stop":[{"hooks":[{"command":"mine"},{"command":"127.0.0.1:4747/"}]}])") << hooks(ours)
-            << QByteArray("{}");
+        row("nothing there", QByteArray("{}"), hooks(ours), QByteArray("{}"));
+        row("hooks no object", QByteArray(R"({"hooks":[1]})"), hooks(ours), QByteArray("{}"));
+        row("already ours", hooks(ours), hooks(ours), QByteArray("{}"));
+        row("older and others keep their places",
+            hooks("\"Stop\":[" + older + ',' + other + ",{}," + older + "],\"Else\":[" + older + ']'),
+            hooks("\"Stop\":[" + other + ",{}," + kStopGroup + "],\"Else\":[" + tokens(older).replace("\\/", "/") + "],"
+                  + permission),
+            hooks("\"Stop\":[" + other + ",{}],\"Else\":[" + tokens(older).replace("\\/", "/") + ']'));
+        row("a mixed group is ours", hooks(R"("Stop":[{"hooks":[{"command":"mine"},{"command":"127.0.0.1:4747/"}]}])"),
+            hooks(ours), QByteArray("{}"));
         const QByteArray odd = R"({"hooks":[{"command":"127.0.0.1:4747/"},5]},{"hooks":{"command":"127.0.0.1:4747/"}},)"
                                R"({"command":"127.0.0.1:4747/"},{"hooks":[{"command":["127.0.0.1:4747/"]}]})";
-        QTest::newRow("other shapes aren't ours")
-            << hooks("\"Stop\":[" + odd + ']') << hooks("\"Stop\":[" + odd + ',' + kStopGroup + "]," + permission)
-            << hooks("\"Stop\":[" + odd + ']');
-        QTest::newRow("half of a pair of escapes stays one") << QByteArray(R"({"a\udE00":"\ud83d\ude00 \uDfff \uD83D \\ud800"})")
-                                                             << R"({"a\ude00":"😀 \udfff \ud83d \\ud800","hooks":{)" + ours + "}}"
-                                                             << QByteArray(R"({"a\ude00":"😀 \udfff \ud83d \\ud800"})");
-        QTest::newRow("an event that is no list of groups") << hooks(R"("Stop":[{},7],"PermissionRequest":{"a":1},"Else":7)")
-                                                            << hooks(ours + R"(,"Else":7)") << hooks(R"("Else":7)");
-        QTest::newRow("keys that stand twice")
-            << QByteArray(R"({"a":1,"hooks":{"X":1},"a":2,"hooks":{"Stop":[)" + older + "],\"Stop\":[" + other + "]}}")
-            << QByteArray(R"({"a":1,"hooks":{"X":1},"a":2,"hooks":{"Stop":[],"Stop":[)" + other + ',' + kStopGroup + "],"
-                          + permission + "}}")
-            << QByteArray(R"({"a":1,"hooks":{"X":1},"a":2,"hooks":{"Stop":[)" + other + "]}}");
-    }
-    void editsTouchOnlyWhatIsOurs()
-    {
-        QFETCH(QByteArray, settings);
-        QFETCH(QByteArray, installed);
-        QFETCH(QByteArray, removed);
-        QCOMPARE(tokens(with(settings)), installed);
-        QCOMPARE(tokens(without(settings)), removed);
+        row("other shapes aren't ours", hooks("\"Stop\":[" + odd + ']'),
+            hooks("\"Stop\":[" + odd + ',' + kStopGroup + "]," + permission), hooks("\"Stop\":[" + odd + ']'));
+        row("half of a pair of escapes stays one", QByteArray(R"({"a\udE00":"\ud83d\ude00 \uDfff \uD83D \\ud800"})"),
+            R"({"a\ude00":"😀 \udfff \ud83d \\ud800","hooks":{)" + ours + "}}",
+            QByteArray(R"({"a\ude00":"😀 \udfff \ud83d \\ud800"})"));
+        row("an event that is no list of groups", hooks(R"("Stop":[{},7],"PermissionRequest":{"a":1},"Else":7)"),
+            hooks(ours + R"(,"Else":7)"), hooks(R"("Else":7)"));
+        row("keys that stand twice",
+            QByteArray(R"({"a":1,"hooks":{"X":1},"a":2,"hooks":{"Stop":[)" + older + "],\"Stop\":[" + other + "]}}"),
+            QByteArray(R"({"a":1,"hooks":{"X":1},"a":2,"hooks":{"Stop":[],"Stop":[)" + other + ',' + kStopGroup + "],"
+                       + permission + "}}"),
+            QByteArray(R"({"a":1,"hooks":{"X":1},"a":2,"hooks":{"Stop":[)" + other + "]}}"));
     }
 
     void whatMakesNoSenseIsRefused()

@@ -91,40 +91,31 @@ private Q_SLOTS:
         QCOMPARE(desk.http.requests.size(), 1);
     }
 
-    void whatGhPrintsBecomesALine_data()
-    {
-        columns<bool, QByteArray, QString, QString>({"ok", "out", "err", "text"});
-        const QString asking = u"Couldn't ask GitHub: "_s;
-        QTest::newRow("works") << true << fixture("worktools/gh.json") << u"a warning"_s << QString();
-        QTest::newRow("nothing waits") << true << QByteArray("[]\n") << QString() << QString();
-        QTest::newRow("signed out") << false << QByteArray() << u"To get started with GitHub CLI, please run:  gh auth login\n"_s
-                                    << kNotSignedIn;
-        QTest::newRow("any auth") << false << fixture("worktools/gh.json") << u"an author is missing"_s << kNotSignedIn;
-        QTest::newRow("offline") << false << QByteArray() << u"error connecting to api.github.com\n"_s
-                                 << asking + u"error connecting to api.github.com\n"_s;
-        QTest::newRow("long") << false << QByteArray() << QString(200, u'x') << asking + QString(120, u'x');
-        for (const char *out : {"", "{}", "[1]", "[{\"url\": \"x\"}, []]", "[{\"url\""})
-            QTest::newRow(out) << true << QByteArray(out) << QString() << asking;
-    }
-
     void whatGhPrintsBecomesALine()
     {
-        QFETCH(bool, ok);
-        QFETCH(QByteArray, out);
-        QFETCH(QString, err);
-        QFETCH(QString, text);
-        Desk desk;
-        desk.refresh();
         const QList<WorkItem> lines{
             {u"https://github.com/acme/api/pull/12"_s, u"api: Page by key"_s, QUrl(u"https://github.com/acme/api/pull/12"_s)},
             {u"https://github.com/acme/web/pull/3"_s, u"Without a repository"_s, QUrl(u"https://github.com/acme/web/pull/3"_s)},
             {u"https://github.com/acme/docs/pull/1"_s, u"docs"_s, QUrl(u"https://github.com/acme/docs/pull/1"_s)},
         };
-        QCOMPARE(desk.source->prs(), lines);
-        desk.tools.answers.insert(kGh, {ok, out, err});
-        desk.refresh();
-        QCOMPARE(desk.source->prState(), text.isEmpty() ? SourceState::ready() : SourceState::failed(text));
-        QCOMPARE(desk.source->prs().isEmpty(), !text.isEmpty() || out == "[]\n");
+        const auto row = [&lines](const RunResult &printed, const QString &text = QString()) {
+            Desk desk;
+            desk.refresh();
+            QCOMPARE(desk.source->prs(), lines);
+            desk.tools.answers.insert(kGh, printed);
+            desk.refresh();
+            QCOMPARE(desk.source->prState(), text.isEmpty() ? SourceState::ready() : SourceState::failed(text));
+            QCOMPARE(desk.source->prs().isEmpty(), !text.isEmpty() || printed.out == "[]\n");
+        };
+        const QString asking = u"Couldn't ask GitHub: "_s;
+        row({true, fixture("worktools/gh.json"), u"a warning"_s});
+        row({true, "[]\n", {}});
+        row({false, {}, u"To get started with GitHub CLI, please run:  gh auth login\n"_s}, kNotSignedIn);
+        row({false, fixture("worktools/gh.json"), u"an author is missing"_s}, kNotSignedIn);
+        row({false, {}, u"error connecting to api.github.com\n"_s}, asking + u"error connecting to api.github.com\n"_s);
+        row({false, {}, QString(200, u'x')}, asking + QString(120, u'x'));
+        for (const char *out : {"", "{}", "[1]", "[{\"url\": \"x\"}, []]", "[{\"url\""})
+            row({true, out, {}}, asking);
     }
 
     void theRealGhSaysItIsNotSignedIn()
