@@ -65,26 +65,21 @@ private Q_SLOTS:
         }
     }
 
-    void aFolderWithAnyNameIsOneWordForTheShell_data()
-    {
-        QTest::addColumn<QString>("program");
-        for (const auto *program : {"sh", "bash", "zsh", "fish"})
-            QTest::newRow(program) << QString::fromLatin1(program);
-    }
     void aFolderWithAnyNameIsOneWordForTheShell()
     {
-        QFETCH(QString, program);
-        if (QStandardPaths::findExecutable(program).isEmpty())
-            QSKIP("not installed");
         const QString folder = m_folder.path() + u"/it's \"a\" $(touch no) `x`\n; \\ -%1\\'; echo no #"_s;
         QVERIFY(QDir().mkpath(folder));
         QVERIFY(m_terminal.resumeClaude(m_session, folder));
         QString command = m_terminals.launched.front().second;
         command.replace(u"claude --resume "_s, u"pwd #"_s);
-        QProcess shell;
-        shell.start(program, {u"-c"_s, command});
-        QVERIFY(shell.waitForFinished());
-        QCOMPARE(QString::fromUtf8(shell.readAllStandardOutput()), folder + u'\n');
+        for (const auto &program : {u"sh"_s, u"bash"_s, u"zsh"_s, u"fish"_s}) {
+            if (program != u"sh"_s && QStandardPaths::findExecutable(program).isEmpty())
+                continue;
+            QProcess shell;
+            shell.start(program, {u"-c"_s, command});
+            QVERIFY2(shell.waitForFinished(), qPrintable(program));
+            QCOMPARE(QString::fromUtf8(shell.readAllStandardOutput()), folder + u'\n');
+        }
     }
 };
 

@@ -75,32 +75,26 @@ private Q_SLOTS:
         QCOMPARE(defaultTerminal(find(), u"KDE"_s, false), (TerminalProgram{standard, TerminalStyle::Plain}));
     }
 
-    void theWindowStays_data()
-    {
-        QTest::addColumn<QString>("shell");
-        for (const auto *shell : {"sh", "dash", "bash", "zsh", "fish"})
-            QTest::newRow(shell) << QString::fromLatin1(shell);
-    }
     void theWindowStays()
     {
-        QFETCH(QString, shell);
-        const auto path = QStandardPaths::findExecutable(shell);
-        if (path.isEmpty())
-            QSKIP("not installed");
-        // The shell that takes over reads its own commands, from what stands for the terminal here.
-        const auto command = shellCommand(path, u"cd '/' && echo \"first $PWD\" && false"_s);
-        QProcess process;
-        auto environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"HOME"_s, m_folder->path());
-        process.setProcessEnvironment(environment);
-        process.start(command.first(), command.sliced(1));
-        QVERIFY(process.waitForStarted());
-        process.write("echo second $PWD\nexit\n");
-        process.closeWriteChannel();
-        QVERIFY(process.waitForFinished());
-        const auto output = process.readAllStandardOutput();
-        QVERIFY2(output.contains("first /\n"), output.constData());
-        QVERIFY2(output.contains("second /\n"), output.constData());
+        for (const auto &shell : {u"sh"_s, u"dash"_s, u"bash"_s, u"zsh"_s, u"fish"_s}) {
+            const auto path = QStandardPaths::findExecutable(shell);
+            if (shell != u"sh"_s && path.isEmpty())
+                continue;
+            // The shell that takes over reads its own commands, from what stands for the terminal here.
+            const auto command = shellCommand(path, u"cd '/' && echo \"first $PWD\" && false"_s);
+            QProcess process;
+            auto environment = QProcessEnvironment::systemEnvironment();
+            environment.insert(u"HOME"_s, m_folder->path());
+            process.setProcessEnvironment(environment);
+            process.start(command.first(), command.sliced(1));
+            QVERIFY2(process.waitForStarted(), qPrintable(shell));
+            process.write("echo second $PWD\nexit\n");
+            process.closeWriteChannel();
+            QVERIFY2(process.waitForFinished(), qPrintable(shell));
+            const auto output = process.readAllStandardOutput();
+            QVERIFY2(output.contains("first /\n") && output.contains("second /\n"), output.constData());
+        }
     }
 
     void launchesDetached()
