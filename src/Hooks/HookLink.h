@@ -30,7 +30,7 @@ public:
 
     void install();
     void remove();
-    /// How the hooks stand in the file by now, which others write too. To be read by HookInstaller::standing().
+    /// How the hooks stand in the file by now, which others write too; HookInstaller::reader() tells on any thread.
     void found(HookInstaller::Standing standing);
     /// Counts what was put in and taken out here: what was read before is no longer so.
     int edits() const { return m_edits; }
