@@ -1,28 +1,66 @@
 #include "Platform/Linux/AutostartLoginItem.h"
+#include "Platform/Linux/LinuxVideoPlayer.h"
+#include "Platform/Linux/XdgWorkspace.h"
 #include "Platform/Posix/PosixFiles.h"
 #include "RunTests.h"
 
-#include <QProcess>
-#include <QStandardPaths>
+#include <QDesktopServices>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 
 using namespace velto;
 using namespace Qt::StringLiterals;
 
-/// The program starts at login from wherever it stands, and the desktop's own switch for it counts.
-class AutostartTest : public QObject {
+/// What the program starts, and what starts it: a link from outside opens a browser and never any other program; at login the
+/// program starts from wherever it stands, and the desktop's own switch for it counts.
+class StartsTest : public QObject {
     Q_OBJECT
+
+    QList<QUrl> m_opened;
+
+public Q_SLOTS:
+    void take(const QUrl &url) { m_opened.append(url); }
+
 private Q_SLOTS:
-    void execs()
+    void opensWhatABrowserTakes()
+    {
+        const auto opened = [this](const char *link) {
+            m_opened.clear();
+            XdgWorkspace().open(QUrl(QString::fromLatin1(link)));
+            return !m_opened.isEmpty();
+        };
+        const auto schemes = {"http", "https", "file", "ssh", "javascript", "mailto", "data", ""};
+        for (const char *scheme : schemes)
+            QDesktopServices::setUrlHandler(QString::fromLatin1(scheme), this, "take");
+        for (const char *link : {"https://a.example/x?y=$(touch z)#`id`", "http://a.example", "HTTPS://A.EXAMPLE/"})
+            QVERIFY2(opened(link), link);
+        for (const char *link : {"", "a.example", "//a.example", "https:///etc/passwd", "https:a", "file:///etc/passwd",
+                                 "file://a.example/x", "ssh://a.example", "javascript:alert(1)", "mailto:sam@acme.example",
+                                 "data://a.example/text", "https://a.example:99999999"})
+            QVERIFY2(!opened(link), link);
+        for (const char *scheme : schemes)
+            QDesktopServices::unsetUrlHandler(QString::fromLatin1(scheme));
+    }
+
+    void aPlayerOfVideosThatCantBeStartedFails()
+    {
+        LinuxVideoPlayer player({u"/nowhere/velto-video"_s});
+        QVERIFY(!player.installed());
+        const QSignalSpy failed(&player, &VideoPlayer::failed);
+        player.open({}, {}, 0, {});
+        player.move({1, 2, 3, 4});
+        player.close();
+        QCOMPARE(failed.count(), 1);
+    }
+
+    void entriesOfTheAutostartFolder()
     {
         QCOMPARE(desktopExec(u"/usr/bin/velto"_s), "\"/usr/bin/velto\"");
         QCOMPARE(desktopExec(u"/opt/my apps/velto"_s), "\"/opt/my apps/velto\"");
         QCOMPARE(desktopExec(u"/opt/100%/velto"_s), "\"/opt/100%%/velto\"");
         QCOMPARE(desktopExec(u"/o$t/a\"b"_s), "\"/o\\\\$t/a\\\\\"b\"");
         QCOMPARE(desktopExec(u"/a\\b"_s), "\"/a\\\\\\\\b\"");
-    }
-    void entries()
-    {
+
         const auto starts = [](const char *rest) {
             return startsAtLogin("[Desktop Entry]\n" + QByteArray(rest), u"/usr/bin/velto"_s);
         };
@@ -53,5 +91,5 @@ private Q_SLOTS:
     }
 };
 
-static const Registered<AutostartTest> kAdded;
-#include "AutostartTest.moc"
+static const Registered<StartsTest> kAdded;
+#include "StartsTest.moc"
