@@ -32,48 +32,41 @@ void pressFor(QQuickWindow *window, QPointF at, int held)
 class PrimitivesTest : public ViewWindow {
     Q_OBJECT
 private Q_SLOTS:
-    void controlsSpeakAndObeyKeys_data()
-    {
-        columns<QString, QString>({"qml", "name"});
-
-        QTest::newRow("icon button") << u"IconButton { symbol: 'pin'; label: 'Pin open' }"_s << u"Pin open"_s;
-        QTest::newRow("tab") << u"TabButton { title: 'Home'; symbol: 'house'; badge: 12 }"_s << u"Home, 12"_s;
-        QTest::newRow("pill button") << u"PillButton { text: 'Undo' }"_s << u"Undo"_s;
-        QTest::newRow("pill") << u"Pill { text: 'Allow'; label: 'Allow: rm'; tone: 'red' }"_s << u"Allow: rm"_s;
-        QTest::newRow("chip button") << u"ChipButton { text: '3 waiting' }"_s << u"3 waiting"_s;
-    }
-
     void controlsSpeakAndObeyKeys()
     {
-        QFETCH(const QString, qml);
-        QFETCH(const QString, name);
-        QQuickItem *item = show(qml);
-        QVERIFY(item);
-        QCOMPARE(nameOf(item), name);
-        const QAccessible::Role role = QAccessible::queryAccessibleInterface(item)->role();
-        QVERIFY(role == QAccessible::Button || role == QAccessible::PageTab);
+        for (const auto &[qml, name] : {std::pair(u"IconButton { symbol: 'pin'; label: 'Pin open' }"_s, u"Pin open"_s),
+                                        {u"TabButton { title: 'Home'; symbol: 'house'; badge: 12 }"_s, u"Home, 12"_s},
+                                        {u"PillButton { text: 'Undo' }"_s, u"Undo"_s},
+                                        {u"Pill { text: 'Allow'; label: 'Allow: rm'; tone: 'red' }"_s, u"Allow: rm"_s},
+                                        {u"ChipButton { text: '3 waiting' }"_s, u"3 waiting"_s}}) {
+            QQuickItem *item = show(qml);
+            QVERIFY(item);
+            QCOMPARE(nameOf(item), name);
+            const QAccessible::Role role = QAccessible::queryAccessibleInterface(item)->role();
+            QVERIFY(role == QAccessible::Button || role == QAccessible::PageTab);
 
-        QSignalSpy clicked(item, SIGNAL(clicked()));
-        const QImage plain = m_view->grabWindow();
-        press(Qt::Key_Tab);
-        QVERIFY(item->hasActiveFocus());
-        QVERIFY2(m_view->grabWindow() != plain, "the focus can't be seen");
-        press(Qt::Key_Space);
-        press(Qt::Key_Return);
-        press(Qt::Key_Enter);
-        QCOMPARE(clicked.count(), 3);
-        press(Qt::Key_Return, Qt::ControlModifier);
-        QCOMPARE(clicked.count(), 3);
-        pressFor(m_view.get(), item->mapToScene({item->width() / 2, item->height() / 2}), 5000); // a slow one counts
-        QCOMPARE(clicked.count(), 4);
-        QAccessible::queryAccessibleInterface(item)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-        QCOMPARE(clicked.count(), 5);
-        item->setEnabled(false);
-        pressFor(m_view.get(), item->mapToScene({item->width() / 2, item->height() / 2}), 50);
-        press(Qt::Key_Tab);
-        press(Qt::Key_Return);
-        QVERIFY(!item->hasActiveFocus());
-        QCOMPARE(clicked.count(), 5);
+            QSignalSpy clicked(item, SIGNAL(clicked()));
+            const QImage plain = m_view->grabWindow();
+            press(Qt::Key_Tab);
+            QVERIFY(item->hasActiveFocus());
+            QVERIFY2(m_view->grabWindow() != plain, "the focus can't be seen");
+            press(Qt::Key_Space);
+            press(Qt::Key_Return);
+            press(Qt::Key_Enter);
+            QCOMPARE(clicked.count(), 3);
+            press(Qt::Key_Return, Qt::ControlModifier);
+            QCOMPARE(clicked.count(), 3);
+            pressFor(m_view.get(), item->mapToScene({item->width() / 2, item->height() / 2}), 5000); // a slow one counts
+            QCOMPARE(clicked.count(), 4);
+            QAccessible::queryAccessibleInterface(item)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+            QCOMPARE(clicked.count(), 5);
+            item->setEnabled(false);
+            pressFor(m_view.get(), item->mapToScene({item->width() / 2, item->height() / 2}), 50);
+            press(Qt::Key_Tab);
+            press(Qt::Key_Return);
+            QVERIFY(!item->hasActiveFocus());
+            QCOMPARE(clicked.count(), 5);
+        }
     }
 
     void aPressOnAPillIsNotOneOnItsRow()
