@@ -3,7 +3,6 @@
 #include "RunTests.h"
 #include "World.h"
 
-#include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -144,18 +143,6 @@ private Q_SLOTS:
         }
     }
 
-    void theFocusTimerStartsCountsAndStops()
-    {
-        Morning m;
-        QCOMPARE(m.item(u"focus"_s).action->label, u"Start 25 min"_s);
-        m.home.run(u"focus"_s);
-        QCOMPARE(m.item(u"focus"_s).title, u"Focusing · 25:00 left"_s);
-        m.wait(61'000);
-        QCOMPARE(m.item(u"focus"_s).title, u"Focusing · 23:59 left"_s);
-        m.home.run(u"focus"_s);
-        QCOMPARE(m.item(u"focus"_s).title, u"Focus timer"_s);
-    }
-
     void whatIsNotSetUpStandsInOneLine()
     {
         Morning m;
@@ -185,18 +172,6 @@ private Q_SLOTS:
         QVERIFY(!m.ids().contains(u"priority"_s));
     }
 
-    void aTickThatChangesNothingIsSilent()
-    {
-        Morning m;
-        m.setSessions(1, 1);
-        m.refresh();
-        const QSignalSpy changed(&m.home, &VeltoSource::changed);
-        m.refresh();
-        m.wait(50'000);
-        m.background.finishAll();
-        QCOMPARE(changed.count(), 0);
-    }
-
     void paceTellsHowTheBudgetWillGo()
     {
         constexpr auto kMost = std::numeric_limits<qint64>::max();
@@ -218,9 +193,23 @@ private Q_SLOTS:
         }
     }
 
-    void aLinkIsOfferedIfABrowserTakesIt()
+    void whatRunsAndWhatWasCopiedStandsInItsRow()
     {
         Morning m;
+        QCOMPARE(m.item(u"focus"_s).action->label, u"Start 25 min"_s);
+        m.home.run(u"focus"_s);
+        QCOMPARE(m.item(u"focus"_s).title, u"Focusing · 25:00 left"_s);
+        m.wait(61'000);
+        QCOMPARE(m.item(u"focus"_s).title, u"Focusing · 23:59 left"_s);
+        m.home.run(u"focus"_s);
+        QCOMPARE(m.item(u"focus"_s).title, u"Focus timer"_s);
+
+        m.prefs.set(Prefs::Module::Media, true);
+        m.players.players = {{{u"mpv"_s}, MediaReport{u"mpv"_s, u"Tone"_s, {}, MediaReport::State::Playing}}};
+        m.everyday.refresh();
+        QCOMPARE(m.item(u"media"_s).title, u"Tone"_s);
+        QCOMPARE(m.item(u"media"_s).detail, u"mpv"_s); // there is no artist
+
         for (const auto &[link, label] :
              {std::pair(u"https://a.example/x"_s, u"Open"_s), std::pair(u"file://host/x"_s, QString()),
               std::pair(u"https://youtu.be/x"_s, u"Play"_s)}) {
@@ -233,23 +222,11 @@ private Q_SLOTS:
         }
     }
 
-    void aTrackWithoutAnArtistBeginsWithItsPlayer()
-    {
-        Morning m;
-        m.prefs.set(Prefs::Module::Media, true);
-        m.players.players = {{{u"mpv"_s}, MediaReport{u"mpv"_s, u"Tone"_s, {}, MediaReport::State::Playing}}};
-        m.everyday.refresh();
-        QCOMPARE(m.item(u"media"_s).title, u"Tone"_s);
-        QCOMPARE(m.item(u"media"_s).detail, u"mpv"_s);
-    }
-
     void greetingGoesByTheHour()
     {
-        const auto at = [](int hour, int minute) { return greeting(QDateTime(QDate(2026, 11, 21), QTime(hour, minute))); };
-        QCOMPARE(at(4, 59), u"Good evening."_s);
-        QCOMPARE(at(5, 0), u"Good morning."_s);
-        QCOMPARE(at(12, 0), u"Good afternoon."_s);
-        QCOMPARE(at(17, 0), u"Good evening."_s);
+        for (const auto &[hour, minute, words] : {std::tuple(4, 59, u"Good evening."_s), std::tuple(5, 0, u"Good morning."_s),
+                                                  std::tuple(12, 0, u"Good afternoon."_s), std::tuple(17, 0, u"Good evening."_s)})
+            QCOMPARE(greeting(QDateTime(QDate(2026, 11, 21), QTime(hour, minute))), words);
     }
 
     void videosAreFoundAndEscaped()
