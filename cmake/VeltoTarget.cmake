@@ -3,7 +3,10 @@ add_library(velto-options INTERFACE)
 target_compile_features(velto-options INTERFACE cxx_std_20)
 target_compile_options(velto-options INTERFACE
     -Wall -Wextra -Wshadow $<$<NOT:$<BOOL:$<TARGET_PROPERTY:VELTO_MAY_NARROW>>>:-Wconversion> -Wno-sign-conversion
-    -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+    -Wnon-virtual-dtor -Woverloaded-virtual)
+if(VELTO_WERROR)
+    target_compile_options(velto-options INTERFACE -Werror)
+endif()
 target_compile_definitions(velto-options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_KEYWORDS QT_NO_FOREACH QT_NO_URL_CAST_FROM_STRING
     QT_STRICT_ITERATORS QT_DISABLE_DEPRECATED_BEFORE=0x060400 QT_WARN_DEPRECATED_UP_TO=0x060400)
