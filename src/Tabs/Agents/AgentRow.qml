@@ -111,7 +111,8 @@ Item {
         id: dot
 
         x: 14
-        y: 17 * Theme.textScale - height / 2
+        anchors.verticalCenter: title.verticalCenter
+        anchors.verticalCenterOffset: -title.anchors.verticalCenterOffset // at its capitals
         width: Math.round(6 * Theme.textScale)
         height: width
         visible: root.working
