@@ -147,6 +147,8 @@ FocusScope {
         spacing: 6
 
         Repeater {
+            id: chips
+
             model: root.contents.highlights
 
             ChipButton {
@@ -172,7 +174,7 @@ FocusScope {
         readonly property int side: 8
 
         x: 24 - side
-        y: highlights.y + (highlights.implicitWidth > 0 ? highlights.height + 14 : 0)
+        y: highlights.y + (root.contents.nothingNeedsYou || chips.count > 0 ? highlights.height + 14 : 0)
         width: root.width - 2 * x
         height: root.height - y - 22
         clip: true
