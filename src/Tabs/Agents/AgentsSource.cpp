@@ -41,7 +41,8 @@ AgentsSource::AgentsSource(Needs needs, QObject *parent)
     , m_needs(std::move(needs))
     , m_hooks({m_needs.clock, m_needs.background, m_needs.tools, m_needs.machine, m_needs.installer, m_needs.listener.get()})
     , m_alerts({m_needs.clock, m_needs.prefs, m_needs.applications})
-    , m_watch(m_needs.clock, m_needs.background, {m_needs.fileTree, m_needs.files, m_needs.places.home + "/.claude/sessions"_L1})
+    , m_watch(m_needs.clock, m_needs.background,
+              {m_needs.fileTree, m_needs.files, m_needs.machine, m_needs.places.home + "/.claude/sessions"_L1})
     , m_sessionRows(agentRoles())
     , m_toolRows(toolRoles())
 {

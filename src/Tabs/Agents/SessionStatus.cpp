@@ -3,6 +3,7 @@
 #include "Platform/Background.h"
 #include "Platform/Clock.h"
 #include "Platform/Files.h"
+#include "Platform/Machine.h"
 
 #include <QFile>
 #include <QJsonDocument>
@@ -17,19 +18,12 @@ namespace {
 constexpr std::chrono::milliseconds kBetweenLooks{500};
 constexpr qint64 kLargestNote = 65536;
 
-std::optional<SessionStatus> parseNote(const QByteArray &bytes)
-{
-    const QJsonObject note = QJsonDocument::fromJson(bytes).object();
-    const SessionStatus status{note.value("sessionId"_L1).toString(), note.value("status"_L1).toString() == "waiting"_L1,
-                               note.value("statusUpdatedAt"_L1).toInteger()};
-    return status.session.isEmpty() || status.since == 0 ? std::nullopt : std::optional(status);
-}
-
 } // namespace
 
-SessionNotes::SessionNotes(const FileTree &tree, const Files &files, QString folder)
+SessionNotes::SessionNotes(const FileTree &tree, const Files &files, const Machine &machine, QString folder)
     : m_tree(tree)
     , m_files(files)
+    , m_machine(machine)
     , m_folder(std::move(folder))
 {
 }
@@ -42,16 +36,21 @@ QList<SessionStatus> SessionNotes::read()
         const QString path = QFile::decodeName(QByteArray::fromStdString(file.path));
         Note note = m_notes.value(path);
         if (note.modified != file.modified) {
-            // Claude Code writes over a note in place: one that is read amid that makes no sense, and is read again next time.
             const auto read = m_files.read(path, kLargestNote);
             const auto *bytes = std::get_if<QByteArray>(&read);
-            if (const auto status = bytes ? parseNote(*bytes) : std::nullopt)
-                note = {file.modified, *status};
-            if (note.status.session.isEmpty())
-                return;
+            const QJsonObject object = bytes ? QJsonDocument::fromJson(*bytes).object() : QJsonObject();
+            // Claude Code writes over a note in place: one that is read amid that makes no sense, and is read again next time.
+            if (const QString session = object.value("sessionId"_L1).toString(); !session.isEmpty()) {
+                note = {file.modified,
+                        object.value("pid"_L1).toInteger(),
+                        {session, object.value("status"_L1).toString() == "waiting"_L1,
+                         object.value("statusUpdatedAt"_L1).toInteger()}};
+            }
         }
         notes.insert(path, note);
-        sessions.append(note.status);
+        // One that was killed leaves its note behind.
+        if (!note.status.session.isEmpty() && (!note.status.waits || m_machine.lives(note.pid)))
+            sessions.append(note.status);
     });
     m_notes = std::move(notes);
     return sessions;

@@ -64,7 +64,7 @@ QByteArray listing(const QByteArray &status)
 /// What it notes of that session.
 QByteArray noteOf(const QByteArray &status, qint64 since)
 {
-    return R"({"sessionId":")" + kSession.toUtf8() + R"(","status":")" + status + R"(","statusUpdatedAt":)"
+    return R"({"pid":4711,"sessionId":")" + kSession.toUtf8() + R"(","status":")" + status + R"(","statusUpdatedAt":)"
         + QByteArray::number(since) + "}";
 }
 
@@ -163,7 +163,7 @@ private Q_SLOTS:
     void aQuestionIsOverByManySigns()
     {
         for (const QString &sign : {u"gone"_s, u"Stop"_s, u"SessionEnd"_s, u"asks again"_s, u"works"_s, u"left"_s,
-                                    u"noted at work"_s, u"note gone"_s}) {
+                                    u"noted at work"_s, u"note gone"_s, u"killed"_s}) {
             Desk desk;
             desk.refresh(listing("waiting"));
             QList<QUuid> over;
@@ -208,6 +208,8 @@ private Q_SLOTS:
                 noted("busy", 0ms);
             else if (sign == u"note gone"_s)
                 desk.files.contents.remove(note), look();
+            else if (sign == u"killed"_s)
+                desk.machine.dead.insert(4711), look();
             else
                 desk.source.hook(from(sign));
             QCOMPARE(over, QList{desk.peeks[0].id});
