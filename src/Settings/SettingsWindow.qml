@@ -43,6 +43,8 @@ ApplicationWindow {
         }
     ]
     property int shown: 0
+    /// What has the keyboard when it opens.
+    readonly property Item first: names.itemAt(root.shown)
 
     width: Math.max(560, root.minimumWidth)
     height: 520
@@ -86,6 +88,8 @@ ApplicationWindow {
             Accessible.name: qsTr("Sections")
 
             Repeater {
+                id: names
+
                 model: root.panes.length
 
                 PaneButton {
