@@ -35,13 +35,6 @@ class StripTest : public QObject {
             background.finishAll();
             ui.setExpanded(true);
         }
-        void add(const QString &title, int days)
-        {
-            Todo todo;
-            todo.title = title;
-            todo.due = textOf(clock.wallTime().date().addDays(days));
-            todos.save(todo);
-        }
         QString highlights()
         {
             QStringList texts;
@@ -83,7 +76,7 @@ private Q_SLOTS:
                   u"Waiting 1 agent need your attention"_s}}) {
             Panel p;
             for (const int day : days)
-                p.add(u"todo"_s, day);
+                p.addTodo(u"todo"_s, day);
             p.setSessions(working, blocked);
             p.refresh();
             const QString shown =
