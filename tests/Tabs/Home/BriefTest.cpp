@@ -38,25 +38,6 @@ struct Morning : World {
             result.append(row.first().toString());
         return result;
     }
-    void add(const QString &title, int days, int prio = 2, const QString &project = {})
-    {
-        Todo todo;
-        todo.title = title;
-        todo.due = textOf(clock.wallTime().toLocalTime().date().addDays(days));
-        todo.prio = prio;
-        todo.project = project;
-        todos.save(todo);
-    }
-    /// A meeting that the user typed in, so many seconds away.
-    void meetingIn(int seconds)
-    {
-        prefs.set(Prefs::Module::Calendar, true);
-        prefs.setMeetingTitle(u"Review"_s);
-        prefs.setMeetingURL(u"https://meet.example.com/x"_s);
-        prefs.setMeetingStart(clock.wallTime().addSecs(seconds));
-        everyday.loadCalendar();
-        wait(0);
-    }
 };
 
 } // namespace
@@ -114,7 +95,7 @@ private Q_SLOTS:
                   u"2 sales follow-ups due today / b"_s}}) {
             Morning m;
             for (const auto &[title, days, prio, project] : todos)
-                m.add(title, days, prio, project);
+                m.addTodo(title, days, prio, project);
             const auto words = [&m](const QString &id) {
                 const HomeItem item = m.item(id);
                 return item.id.isEmpty() ? QString() : u"%1 / %2"_s.arg(item.title, item.detail);
@@ -134,7 +115,7 @@ private Q_SLOTS:
     {
         for (const int seconds : {899, 900}) {
             Morning m;
-            m.meetingIn(seconds);
+            m.meetIn(seconds);
             QCOMPARE(m.rows(m.home.next()), QStringList({u"cal"_s, u"focus"_s}));
             QCOMPARE(m.rows(m.home.needs()), seconds < 900 ? QStringList{u"cal"_s} : QStringList());
             QCOMPARE(m.item(u"cal"_s).urgent(), seconds < 900);
@@ -158,7 +139,7 @@ private Q_SLOTS:
     void todayShowsFourRows()
     {
         Morning m;
-        m.add(u"a"_s, 0);
+        m.addTodo(u"a"_s, 0);
         m.prefs.setDailyPriority(u"ship it"_s);
         m.prefs.set(Prefs::Module::Work, true);
         m.keychain.put(u"Velto.linear"_s, u"t"_s);
