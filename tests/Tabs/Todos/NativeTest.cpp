@@ -4,10 +4,8 @@
 #include "RunTests.h"
 #include "Tabs/Todos/Desk.h"
 
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QThread>
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
@@ -190,25 +188,10 @@ private Q_SLOTS:
     void aKillAtAnyMomentLosesNoTodo()
     {
         const int kills = qEnvironmentVariable("VELTO_KILLS", u"20"_s).toInt();
-        qsizetype announced = 0;
-        for (int kill = 0; kill < kills; ++kill) {
-            QProcess child;
-            child.start(QCoreApplication::applicationFilePath(), {u"--add-until-killed"_s, m_desk->places.data});
-            const qsizetype least = announced + 1 + kill % 3;
-            while (announced < least) {
-                QVERIFY(child.canReadLine() || child.waitForReadyRead());
-                while (child.canReadLine())
-                    announced = child.readLine().trimmed().toInt();
-            }
-            QThread::usleep(ulong(kill % 100 * 20)); // each time a little later within a write
-            child.kill();
-            QVERIFY(child.waitForFinished());
-            while (child.canReadLine())
-                announced = child.readLine().trimmed().toInt();
+        killAtAnyMoment({u"--add-until-killed"_s, m_desk->places.data}, kills, [this] {
             const auto stored = decodeTodos(readFile(m_path));
-            QVERIFY(stored && (stored->size() == announced || stored->size() == announced + 1));
-            announced = stored->size();
-        }
+            return stored ? int(stored->size()) : -1;
+        });
         QCOMPARE(filesIn(m_desk->places.data, u"*.kept-*"_s), QStringList());
     }
 
