@@ -196,6 +196,11 @@ private Q_SLOTS:
 
     void whatChangedMeanwhileShowsOnReturn()
     {
+        openWindow(-1);
+        for (const bool login : {true, false}) {
+            m_welcome->setProperty("login", login);
+            QCOMPARE(named(u"Open Velto when I log in"_s)->property("checked").toBool(), login);
+        }
         openPane(2);
         QVERIFY(named(u"Connect…"_s));
         m_window->close();
