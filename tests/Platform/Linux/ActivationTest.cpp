@@ -74,6 +74,7 @@ private Q_SLOTS:
     void theDesktopReachesIt()
     {
         for (const bool startedByTheBus : {false, true}) {
+            init(); // another bus
             const auto first = program();
             first->listen(startedByTheBus);
             const QSignalSpy wanted(first.get(), &Activation::wanted);

@@ -1,5 +1,6 @@
-#include "Tabs/Agents/AgentsPage.h"
+#include "ViewPage.h"
 
+#include <QQuickItem>
 #include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
@@ -7,16 +8,36 @@ using namespace Qt::StringLiterals;
 namespace velto {
 
 /// The tab as a person sees it and works it with the keyboard, and what a refresh does to it.
-class AgentsViewTest : public AgentsPage {
+class AgentsViewTest : public ViewPage {
     Q_OBJECT
+
+    /// With this many sessions of each kind.
+    void show(int working = 0, int blocked = 0)
+    {
+        m_world->setSessions(working, blocked);
+        m_world->refresh();
+        ViewPage::show(m_world->agents, 400);
+        m_world->background.finishAll();
+    }
+    /// From top to bottom.
+    QList<QQuickItem *> rows() const { return rowsWith("isAgentRow"); }
+    QStringList ids() const
+    {
+        QStringList ids;
+        for (QQuickItem *shown : rows())
+            ids += shown->property("agentId").toString();
+        return ids;
+    }
+    QQuickItem *row(const QString &id) const { return rows().value(ids().indexOf(id)); }
 
 private Q_SLOTS:
     void everyStateDrawsWithoutAWarning()
     {
-        const QByteArray hostile = "<img src=x>\\u202e" + QByteArray(10000, 'x');
+        const QByteArray hostile =
+            R"([{"id":"a","state":"blocked","cwd":"/home/me/p","startedAt":1795250000000,"name":"<img>\u202e@"}])";
         for (const QByteArray &listing :
              {QByteArray("no JSON"), QByteArray(), QByteArray(R"([{"id":"a","state":"blocked","startedAt":1}])"),
-              R"([{"id":"a","state":"blocked","cwd":"/home/me/p","startedAt":1795250000000,"name":")" + hostile + "\"}]"}) {
+              QByteArray(hostile).replace("@", QByteArray(10000, 'x'))}) {
             begin();
             m_world->setListing(listing);
             if (listing.isEmpty())
