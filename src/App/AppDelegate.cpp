@@ -78,7 +78,7 @@ void AppDelegate::addStatusItem(StatusItem &item)
         {tr("Quit Velto"), Qt::CTRL | Qt::Key_Q, keyText(Qt::CTRL | Qt::Key_Q), [this] { Q_EMIT quitWanted(); }},
     };
     m_needs.ui.setMenu(menu);
-    item.show(tr("Velto"), menu);
+    item.show(tr("Velto"), menu, [this] { m_needs.ui.askForMenu(); });
 }
 
 void AppDelegate::addHotKey(HotKey &hotKey)

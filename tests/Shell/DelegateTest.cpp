@@ -222,6 +222,12 @@ private Q_SLOTS:
         QVERIFY(!d.panelWindow.focused);
         d.statusItem.menu.front().action();
         QVERIFY(d.panelWindow.focused);
+
+        // The tray draws no menu: the strip does.
+        d.ui.close();
+        d.statusItem.openMenu();
+        QVERIFY(d.ui.menuOpen());
+        QVERIFY(d.panelWindow.focused);
     }
 
     void doesWhatOtherProgramsAskForByName()
