@@ -43,6 +43,7 @@ AppDelegate::AppDelegate(Needs needs, QObject *parent)
         return pointer && stripRow().contains(*pointer);
     };
     connect(&m_needs.ui, &UI::unfoldedHeightChanged, this, [this] { layout(true); });
+    connect(&m_needs.ui, &UI::textScaleChanged, this, [this] { layout(true); });
     connect(&m_needs.ui, &UI::keyboardWanted, this, &AppDelegate::takeKeyboard);
     connect(&m_needs.ui, &UI::settingsWanted, this, &AppDelegate::showSettings);
     connect(&m_needs.hub, &Hub::peekChanged, this, &AppDelegate::peekChanged);

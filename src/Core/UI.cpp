@@ -178,6 +178,14 @@ void UI::setRoom(QSizeF room)
     Q_EMIT roomChanged();
 }
 
+void UI::setTextScale(double scale)
+{
+    if (scale == m_textScale)
+        return;
+    m_textScale = scale;
+    Q_EMIT textScaleChanged();
+}
+
 void UI::awaitKeyboard()
 {
     if (m_keyboard)

@@ -71,6 +71,9 @@ public:
     /// The size of the display, which nothing of ours exceeds.
     QSizeF room() const { return m_room; }
     void setRoom(QSizeF room);
+    /// How much larger than drawn the user wants letters, 1 to 2; the open panel grows with them.
+    double textScale() const { return m_textScale; }
+    void setTextScale(double scale);
     /// The desktop was asked for the keyboard and hasn't given it to the open panel: what the user types goes elsewhere.
     bool keyboardKept() const { return m_keyboardKept; }
     /// The desktop has been asked for the keyboard.
@@ -148,6 +151,7 @@ Q_SIGNALS:
     void menuHeightChanged();
     void menuChanged();
     void roomChanged();
+    void textScaleChanged();
     void keyboardWanted();
     void settingsWanted();
 
@@ -176,6 +180,7 @@ private:
     double m_menuHeight = 0;
     std::vector<MenuItem> m_menu;
     QSizeF m_room{780, 520};
+    double m_textScale = 1;
     int m_sheets = 0;
     QSizeF m_velto{185, 32};
     TimerHandle m_collapseTask;

@@ -11,6 +11,7 @@ namespace {
 constexpr double kHousingWidthWithout = 120;
 constexpr double kPeekMinimumWidth = 520;
 constexpr double kPeekSides = 220;
+constexpr QSizeF kLeftFree{128, 64};
 
 } // namespace
 
@@ -27,6 +28,12 @@ QSizeF panelSize(QSizeF housing, PanelSize size, double unfolded)
         break;
     }
     return {housing.width() + kStripSides, housing.height()};
+}
+
+QSizeF expandedSize(QSizeF display, double textScale)
+{
+    const QSize grown = (textScale * kExpandedSize).boundedTo(display - kLeftFree).toSize();
+    return QSizeF(2 * (grown.width() / 2), grown.height()).expandedTo(kExpandedSize).boundedTo(display);
 }
 
 std::optional<Display> chooseDisplay(const QList<Display> &displays)

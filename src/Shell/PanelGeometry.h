@@ -40,6 +40,10 @@ QSizeF measureHousing(const Display &display);
 /// How large each state is around a housing of that size; `unfolded` is the height of what stands under the row.
 QSizeF panelSize(QSizeF housing, PanelSize size, double unfolded = 0);
 
+/// How large the open panel is on a display of that size, with letters `textScale` times as large as drawn: it grows with them,
+/// and leaves some of the display free, so that the pointer has somewhere to go.
+QSizeF expandedSize(QSizeF display, double textScale);
+
 /// Where something of this size hangs from the display's top edge, in its middle. Never empty, and never larger than the display.
 QRect hangFrom(const Display &display, QSizeF size);
 

@@ -25,10 +25,18 @@ PanelOutline::PanelOutline(const Hub &hub, const UI &ui, const CollapsedStrip &s
     connect(&m_ui, &UI::expandedChanged, this, &PanelOutline::update);
     connect(&m_ui, &UI::hoveringChanged, this, &PanelOutline::update);
     connect(&m_ui, &UI::menuHeightChanged, this, &PanelOutline::update);
-    connect(&m_ui, &UI::roomChanged, this, &PanelOutline::update);
+    for (const auto grown : {&UI::roomChanged, &UI::textScaleChanged}) {
+        connect(&m_ui, grown, this, &PanelOutline::openSizeChanged);
+        connect(&m_ui, grown, this, &PanelOutline::update);
+    }
     connect(&m_ui, &UI::unfoldedHeightChanged, this, &PanelOutline::update);
     connect(&m_ui, &UI::veltoChanged, this, &PanelOutline::update);
     connect(&m_strip, &CollapsedStrip::changed, this, &PanelOutline::update);
+}
+
+QSizeF PanelOutline::openSize() const
+{
+    return expandedSize(m_ui.room(), m_ui.textScale());
 }
 
 PanelOutline::Shape PanelOutline::read() const
@@ -45,7 +53,7 @@ PanelOutline::Shape PanelOutline::read() const
 PanelOutline::Shape PanelOutline::withoutMenu() const
 {
     if (m_ui.expanded())
-        return {PanelSize::Expanded, kExpandedSize, {14, 26}};
+        return {PanelSize::Expanded, openSize(), {14, 26}};
     const QSizeF housing = m_ui.velto();
     if (m_hub.asking() && m_ui.unfoldedHeight() > 0)
         return {PanelSize::Unfolded, velto::panelSize(housing, PanelSize::Unfolded, m_ui.unfoldedHeight()), {6, 16}};

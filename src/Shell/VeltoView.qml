@@ -68,8 +68,8 @@ Item {
             id: panel
 
             x: (root.width - width) / 2
-            width: Math.min(780, root.ui.room.width)
-            height: Math.min(520, root.ui.room.height)
+            width: root.outline.openWidth
+            height: root.outline.openHeight
             visible: shape.openness > 0
             opacity: shape.openness
             enabled: root.ui.expanded

@@ -41,6 +41,9 @@ private Q_SLOTS:
         row("digits", u"Digits { anchors.verticalCenter: parent.verticalCenter; value: '0'; color: 'white' }"_s + dot);
         row("pill", u"Pill { y: 20; text: 'H'; tone: 'red' }"_s);
         row("button", u"PillButton { y: 20; text: 'H'; tint: 'red' }"_s);
+        row("field",
+            u"TextInputField { y: 10; width: 60; label: ''; text: 'HHHH' }"_s
+                + u"Rectangle { y: 20; x: 100; width: 8; height: 8; color: 'red' }"_s);
         row("chip",
             u"Item { y: 20; height: 20; width: 60; Rectangle { width: 60; height: chip.height; color: 'red' }\n"
             "Chip { id: chip; text: 'H'; tint: 'white'; fill: 0 } }"_s);
