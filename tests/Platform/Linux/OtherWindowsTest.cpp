@@ -1,7 +1,5 @@
 #include "OtherProgram.h"
 #include "Platform/Fake/FakeClock.h"
-#include "Platform/Linux/StatusIcon.h"
-#include "Platform/Linux/TrayStatusItem.h"
 #include "Platform/Linux/X11/EwmhApplications.h"
 #include "RunTests.h"
 
@@ -13,7 +11,7 @@
 using namespace velto;
 using namespace Qt::StringLiterals;
 
-/// What runs and what has the keyboard is known as soon as it changes; and a tray is, into which the icon goes.
+/// What runs and what has the keyboard is known as soon as it changes.
 class OtherWindowsTest : public QObject {
     Q_OBJECT
     std::unique_ptr<XcbServer> m_server;
@@ -59,34 +57,6 @@ private Q_SLOTS:
         QTRY_VERIFY(applications.running().contains(u"com.spotify.client"_s));
         QTRY_COMPARE(applications.frontmost(), u"com.spotify.client"_s);
     }
-    void trayThatComesLater()
-    {
-        TrayStatusItem item(*m_server, [] { return QDBusConnection(u"none"_s); });
-        item.show(u"Velto"_s, {{u"Open Velto"_s, {}, {}, [] {}}});
-        QVERIFY(!item.inTray());
-        OtherProgram tray;
-        const auto owner = tray.open(QRect(0, 780, 100, 20), QByteArray("t\0T\0", 4), false, false);
-        xcb_set_selection_owner(tray.connection(), owner, tray.atom("_NET_SYSTEM_TRAY_S0"), XCB_CURRENT_TIME);
-        xcb_flush(tray.connection());
-        QTRY_VERIFY(item.inTray());
-    }
-    void iconIsSharp()
-    {
-        const auto icon = statusIcon();
-        for (const int size : {16, 22, 24, 32, 48}) {
-            const auto image = icon.pixmap(QSize(size, size)).toImage();
-            QCOMPARE(image.size(), QSize(size, size));
-            // Down the middle: light outline, gap, light block, dark room, light outline; and nothing half lit in between.
-            QString column;
-            for (int y = 0; y < size; ++y) {
-                const auto colour = image.pixelColor(size / 2, y);
-                const auto sign = colour.lightness() > 200 && colour.alpha() > 250 ? u'L' : colour.lightness() < 20 ? u'd' : u'?';
-                if (column.isEmpty() || column.back() != sign)
-                    column.append(sign);
-            }
-            QCOMPARE(column, u"dLdLdLd"_s);
-        }
-    }
     /// Also one that another program turns into after a while.
     void aRecorderWithoutAWindow()
     {
@@ -107,6 +77,42 @@ private Q_SLOTS:
             QVERIFY(recorder.waitForFinished());
             QTRY_VERIFY(!recording());
         }
+    }
+    /// Given out by a media server that came after the program, and that goes while it does.
+    void aScreenCast()
+    {
+        const QTemporaryDir folder;
+        qputenv("PIPEWIRE_RUNTIME_DIR", folder.path().toLocal8Bit());
+        EwmhApplications applications(*m_server, m_clock);
+        applications.start();
+        const auto cast = [&applications] { return applications.running().contains(u"com.obsproject.obs-studio"_s); };
+        QProcess server;
+        server.start(u"pipewire"_s, {});
+        if (!server.waitForStarted())
+            QSKIP("pipewire is missing (script/bootstrap --for test installs it)");
+        QTRY_VERIFY(QFile::exists(folder.filePath(u"pipewire-0"_s)));
+        const auto give = [](QProcess &source, const QByteArray &properties) {
+            source.start(u"pw-cli"_s, {});
+            source.write("create-node spa-node-factory factory.name=videotestsrc library.name=videotestsrc/libspa-videotestsrc "
+                         "media.class=Video/Source "
+                         + properties + '\n');
+            return source.waitForStarted();
+        };
+        QProcess camera;
+        QProcess screen;
+        QVERIFY(give(camera, "media.role=Camera"));
+        QVERIFY(give(screen, "node.name=screen"));
+        QTRY_VERIFY((m_clock.advance(std::chrono::milliseconds(100)), cast()));
+        screen.kill();
+        QTRY_VERIFY(!cast());
+        screen.waitForFinished();
+        QVERIFY(give(screen, {}));
+        QTRY_VERIFY(cast());
+        server.kill();
+        QTRY_VERIFY(!cast());
+        for (QProcess *each : {&server, &camera, &screen})
+            each->kill(), each->waitForFinished();
+        qunsetenv("PIPEWIRE_RUNTIME_DIR");
     }
 };
 
