@@ -54,7 +54,10 @@ const ext_data_control_device_v1_listener DataControlClipboard::kDevice{
             auto &me = of(data);
             if (auto *before = std::exchange(me.m_selection, offer))
                 me.drop(before);
-            me.m_count += std::exchange(me.m_following, true) ? 1 : 0;
+            if (!std::exchange(me.m_following, true))
+                return;
+            ++me.m_count;
+            me.copied();
         },
     .finished =
         [](void *data, ext_data_control_device_v1 *device) {
