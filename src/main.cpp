@@ -2,6 +2,7 @@
 #include "App/CommandLine.h"
 #include "App/Program.h"
 #include "App/Snapshot.h"
+#include "Core/Texts.h"
 #include "Design/Symbols.h"
 #include "Platform/Linux/DBusActivation.h"
 #include "Platform/Linux/LinuxPlatform.h"
@@ -50,7 +51,7 @@ void introduce()
     // Starts faster and takes less memory than a driver, and an idle scene costs nothing. It is chosen before any window exists.
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     // The words are English, so dates and numbers between them are too, in the order and by the clock of the user's country.
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::system().territory()));
+    QLocale::setDefault(velto::english(QLocale::system()));
     QGuiApplication::setApplicationName(QStringLiteral("velto"));
     QGuiApplication::setApplicationVersion(QLatin1String(VELTO_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral(VELTO_APPLICATION_ID));

@@ -56,7 +56,8 @@ void GlanceSource::look()
     const bool rests = !m_listing && m_transfers.stillSo();
     if (!m_listing && !rests)
         readDownloads();
-    const auto now = m_needs.clock.now();
+    // The answer took a moment, so the turn that was meant comes a little early.
+    const auto now = m_needs.clock.now() + kInterval / 2;
     if ((!m_nextBuilds || *m_nextBuilds <= now) && !m_asking && m_needs.prefs.anyOn())
         readBuilds();
     if (!rests || m_asking) {

@@ -54,7 +54,7 @@ const ext_data_control_device_v1_listener DataControlClipboard::kDevice{
             auto &me = of(data);
             if (auto *before = std::exchange(me.m_selection, offer))
                 me.drop(before);
-            if (!std::exchange(me.m_following, true))
+            if (!me.m_following)
                 return;
             ++me.m_count;
             me.copied();
@@ -93,6 +93,15 @@ const ext_data_control_source_v1_listener DataControlClipboard::kSource{
         },
 };
 
+const wl_callback_listener DataControlClipboard::kStanding{
+    .done =
+        [](void *data, wl_callback *callback, uint32_t) {
+            of(data).m_standing = nullptr;
+            of(data).m_following = true;
+            wl_callback_destroy(callback);
+        },
+};
+
 DataControlClipboard::DataControlClipboard(WaylandServer &server, Clock &clock, QObject *parent)
     : QObject(parent)
     , m_server(server)
@@ -102,6 +111,8 @@ DataControlClipboard::DataControlClipboard(WaylandServer &server, Clock &clock, 
 
 DataControlClipboard::~DataControlClipboard()
 {
+    if (m_standing)
+        wl_callback_destroy(m_standing);
     for (const auto &offer : std::as_const(m_offers))
         ext_data_control_offer_v1_destroy(offer.object);
     if (m_source)
@@ -123,6 +134,9 @@ void DataControlClipboard::start()
         return;
     m_device = ext_data_control_manager_v1_get_data_device(m_manager, m_server.seat());
     ext_data_control_device_v1_add_listener(m_device, &kDevice, this);
+    // What was copied before we came arrives ahead of this. Where nothing was, KWin 5 says nothing.
+    m_standing = wl_display_sync(m_server.display());
+    wl_callback_add_listener(m_standing, &kStanding, this);
     ::signal(SIGPIPE, SIG_IGN); // whoever pastes may go in the middle
     m_server.flush();
 }
