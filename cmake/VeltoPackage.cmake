@@ -61,7 +61,7 @@ glance which Claude Code sessions wait for you and which are working.
 .
 When something changes, one line slides out of it; when a session wants
 to run a tool, that line asks, and the answer goes back to the session.
-It needs an X11 session, or XWayland under Wayland.")
+It runs under X11 and under Wayland.")
 set(CPACK_DEBIAN_VIDEO_DESCRIPTION
 "plays videos in the panel of Velto
 With this, a video whose link was copied plays in place. Without it the link

@@ -2,12 +2,13 @@
 #include "App/CommandLine.h"
 #include "App/Program.h"
 #include "App/Snapshot.h"
+#include "Core/Texts.h"
 #include "Platform/Linux/DBusActivation.h"
 #include "Platform/Linux/LinuxPlatform.h"
 #include "Platform/Linux/LinuxWording.h"
 #include "Platform/Posix/ProgramEnd.h"
 
-#include <QApplication>
+#include <QGuiApplication>
 #include <QLocale>
 #include <QQuickWindow>
 #include <algorithm>
@@ -36,7 +37,7 @@ int handOver(velto::Activation &activation, const velto::CommandLine &commandLin
 /// Draws the pictures that the command line asks for.
 int draw(int argc, char **argv, const velto::CommandLine &commandLine)
 {
-    const QApplication application(argc, argv);
+    const QGuiApplication application(argc, argv);
     velto::speakLinux();
     const auto problem = velto::takePictures(commandLine);
     if (problem)
@@ -49,9 +50,9 @@ void introduce()
     // Starts faster and takes less memory than a driver, and an idle scene costs nothing. It is chosen before any window exists.
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     // The words are English, so dates and numbers between them are too, in the order and by the clock of the user's country.
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::system().territory()));
-    QApplication::setApplicationName(QStringLiteral("velto"));
-    QApplication::setApplicationVersion(QLatin1String(VELTO_VERSION));
+    QLocale::setDefault(velto::english(QLocale::system()));
+    QGuiApplication::setApplicationName(QStringLiteral("velto"));
+    QGuiApplication::setApplicationVersion(QLatin1String(VELTO_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral(VELTO_APPLICATION_ID));
 }
 
@@ -87,7 +88,7 @@ int main(int argc, char **argv)
         if (noDisplay)
             qputenv("QT_QPA_PLATFORM", "offscreen");
         introduce();
-        const QApplication application(argc, argv);
+        const QGuiApplication application(argc, argv);
         velto::speakLinux();
         print(stdout, velto::checkReport(noDisplay));
         return noDisplay ? 1 : 0;
@@ -102,11 +103,11 @@ int main(int argc, char **argv)
         return 1;
     }
     introduce();
-    QApplication::setQuitOnLastWindowClosed(false);
-    QApplication application(argc, argv);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    QGuiApplication application(argc, argv);
     velto::speakLinux();
     const velto::Program program(commandLine, activation);
-    const int status = QApplication::exec();
+    const int status = QGuiApplication::exec();
     velto::endsWithin(kLongestEnd, status);
     return status;
 }

@@ -9,7 +9,7 @@
 #include "Platform/Posix/ProgramEnd.h"
 #include "Platform/Session.h"
 
-#include <QApplication>
+#include <QGuiApplication>
 #include <QQmlEngine>
 #include <QSignalBlocker>
 #include <cstdio>
@@ -157,6 +157,7 @@ void Program::showPanel()
     const auto follow = [theme, this] {
         theme->setReducedMotion(m_machine.platform.accessibility.reducedMotion());
         theme->setTextScale(m_machine.platform.accessibility.textScale());
+        m_ui.setTextScale(theme->textScale());
         theme->setHighContrast(m_machine.platform.accessibility.highContrast());
     };
     QObject::connect(&m_machine.platform.accessibility, &Accessibility::changed, theme, follow);

@@ -11,6 +11,7 @@
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQmlProperty>
+#include <QQuickItem>
 #include <QQuickWindow>
 #include <QScreen>
 #include <array>
@@ -53,6 +54,7 @@ Windows::Windows(Appearance &appearance, const Accessibility &accessibility, con
     , m_settingsNeeds(settings)
     , m_welcomeNeeds(welcome)
 {
+    qGuiApp->installEventFilter(this);
 }
 
 Windows::~Windows() = default;
@@ -64,9 +66,7 @@ void Windows::showSettings()
         connect(m_settings->about(), &AboutSettings::quitWanted, this, &Windows::quitWanted);
         m_settingsWindow.reset(make("SettingsWindow.qml", m_settings.get()));
     }
-    m_settingsWindow->show();
-    m_settingsWindow->raise();
-    m_settingsWindow->requestActivate();
+    show(*m_settingsWindow);
 }
 
 void Windows::showWelcome()
@@ -81,9 +81,38 @@ void Windows::showWelcome()
         m_welcomeWindow.reset(make("WelcomeWindow.qml", m_welcome.get()));
         m_welcome->detect();
     }
-    m_welcomeWindow->show();
-    m_welcomeWindow->raise();
-    m_welcomeWindow->requestActivate();
+    show(*m_welcomeWindow);
+}
+
+void Windows::show(QQuickWindow &window)
+{
+    window.show();
+    window.raise();
+    window.requestActivate();
+}
+
+bool Windows::eventFilter(QObject *, QEvent *event)
+{
+    const auto type = event->type();
+    if (type == QEvent::KeyPress)
+        m_byKeys = true;
+    else if (type == QEvent::MouseButtonPress || type == QEvent::TouchBegin)
+        m_byKeys = false;
+    return false;
+}
+
+// The toolkit marks what has the keyboard only after Tab, and not any more once one was in another window.
+void Windows::showWhereTheKeyboardIs(QQuickWindow &window) const
+{
+    if (!m_byKeys || !window.isActive())
+        return;
+    QQuickItem *item = window.activeFocusItem();
+    if (!item || item == window.contentItem() || !item->activeFocusOnTab())
+        item = window.property("first").value<QQuickItem *>();
+    if (!item)
+        return;
+    item->forceActiveFocus(Qt::TabFocusReason);
+    item->setProperty("focusReason", Qt::TabFocusReason); // it may have had the focus before
 }
 
 QQuickWindow *Windows::make(const char *file, QObject *store)
@@ -102,6 +131,7 @@ QQuickWindow *Windows::make(const char *file, QObject *store)
     connect(&m_accessibility, &Accessibility::changed, window, [this] { followAccessibility(); });
     paint(*window);
     connect(&m_appearance, &Appearance::changed, window, [this, window] { paint(*window); });
+    connect(window, &QWindow::activeChanged, this, [this, window] { showWhereTheKeyboardIs(*window); });
     window->setIcon(QIcon::fromTheme(QGuiApplication::desktopFileName()));
     center(*window);
     return window;

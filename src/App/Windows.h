@@ -24,6 +24,8 @@ public:
 
     void showSettings();
     void showWelcome();
+    /// Follows what the user last used: the keyboard or a pointer.
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 Q_SIGNALS:
     /// The user wants to see what a question looks like.
@@ -33,11 +35,14 @@ Q_SIGNALS:
     void quitWanted();
 
 private:
+    void show(QQuickWindow &window);
+    void showWhereTheKeyboardIs(QQuickWindow &window) const;
     void followAccessibility();
     QQuickWindow *make(const char *file, QObject *store);
     void paint(QQuickWindow &window) const;
     void center(QQuickWindow &window) const;
 
+    bool m_byKeys = true; ///< nobody knows at first, and a mark too many harms less than none
     Appearance &m_appearance;
     const Accessibility &m_accessibility;
     SettingsStore::Needs m_settingsNeeds;

@@ -20,6 +20,7 @@ namespace {
 constexpr int kWholeExchange = 4;
 constexpr int kMostRedirects = 5;
 constexpr std::chrono::seconds kProxyLimit{10};
+constexpr std::chrono::duration<int> kIdleConnection{15};
 constexpr std::chrono::seconds kLongestRest = 1h;
 
 QString tr(const char *text)
@@ -33,7 +34,8 @@ QString originOf(const QUrl &url)
     return url.scheme() + QLatin1String("://") + url.host() + QLatin1Char(':') + QString::number(url.port(usual));
 }
 
-/// A body that can be read once. The network layer repeats a request that got no answer, unless it can't begin it anew.
+/// A body that can be read once. The network layer repeats a request that got no answer, up to three times, unless it can't
+/// begin its body anew; so a request without one gets an empty one.
 class ReadOnce final : public QIODevice {
 public:
     ReadOnce(QByteArray bytes, QObject *parent)
@@ -68,6 +70,8 @@ QNetworkRequest prepared(const HttpRequest &request, const std::optional<QSslCon
     for (const auto &[name, value] : request.headers)
         result.setRawHeader(name, QByteArray(value).replace('\r', "").replace('\n', ""));
     result.setTransferTimeout(int(request.timeout.count()));
+    // Before the other end gives it up: what is sent into a connection that ends isn't repeated.
+    result.setAttribute(QNetworkRequest::ConnectionCacheExpiryTimeoutSecondsAttribute, kIdleConnection.count());
     // By our own hand: Qt hands every header to the next host, Authorization too.
     result.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
     // Qt 6.4 to 6.8 crash when a connection of HTTP/2 ends at the wrong moment.
@@ -220,11 +224,10 @@ QNetworkAccessManager &Http::manager()
 QNetworkReply *Http::start(const HttpRequest &request)
 {
     QNetworkRequest prepared = velto::prepared(request, m_tls);
-    if (!request.body)
-        return manager().sendCustomRequest(prepared, request.method);
-    prepared.setHeader(QNetworkRequest::ContentLengthHeader, request.body->size());
+    const QByteArray bytes = request.body.value_or(QByteArray());
+    prepared.setHeader(QNetworkRequest::ContentLengthHeader, bytes.size());
     prepared.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
-    auto *body = new ReadOnce(*request.body, nullptr);
+    auto *body = new ReadOnce(bytes, nullptr);
     QNetworkReply *reply = manager().sendCustomRequest(prepared, request.method, body);
     body->setParent(reply);
     return reply;

@@ -96,7 +96,7 @@ void UI::questionChanged()
 
 void UI::setUnfoldedHeight(double height)
 {
-    height = std::clamp(height, 0.0, kMostUnfolded);
+    height = std::max(height, 0.0);
     if (height == m_unfoldedHeight || !unfolded())
         return;
     m_unfoldedHeight = height;
@@ -176,6 +176,14 @@ void UI::setRoom(QSizeF room)
         return;
     m_room = room;
     Q_EMIT roomChanged();
+}
+
+void UI::setTextScale(double scale)
+{
+    if (scale == m_textScale)
+        return;
+    m_textScale = scale;
+    Q_EMIT textScaleChanged();
 }
 
 void UI::awaitKeyboard()

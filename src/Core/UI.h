@@ -38,8 +38,6 @@ public:
     static constexpr std::chrono::milliseconds kLeave{400};
     /// How long the pointer rests on a question before it unfolds.
     static constexpr std::chrono::milliseconds kRest{250};
-    /// The height of a question's unfolded part at most, in points.
-    static constexpr double kMostUnfolded = 300;
     /// How long a desktop takes at most to hand over the keyboard.
     static constexpr std::chrono::milliseconds kHandover{1000};
     /// How often to check whether the pointer under which the panel was closed has gone, in case its leaving goes unheard.
@@ -62,7 +60,7 @@ public:
     Q_INVOKABLE void holdUnfolded(bool hold);
     /// Another question, or none, is on show.
     void questionChanged();
-    /// How much of its height the unfolded part wants in the strip; 0 until its view has come. At most kMostUnfolded.
+    /// The height of all of the unfolded part in the strip; 0 until its view has come.
     double unfoldedHeight() const { return unfolded() ? m_unfoldedHeight : 0; }
     void setUnfoldedHeight(double height);
     /// The size of the camera housing, or of what stands for it.
@@ -71,6 +69,9 @@ public:
     /// The size of the display, which nothing of ours exceeds.
     QSizeF room() const { return m_room; }
     void setRoom(QSizeF room);
+    /// How much larger than drawn the user wants letters, 1 to 2; the open panel grows with them.
+    double textScale() const { return m_textScale; }
+    void setTextScale(double scale);
     /// The desktop was asked for the keyboard and hasn't given it to the open panel: what the user types goes elsewhere.
     bool keyboardKept() const { return m_keyboardKept; }
     /// The desktop has been asked for the keyboard.
@@ -148,6 +149,7 @@ Q_SIGNALS:
     void menuHeightChanged();
     void menuChanged();
     void roomChanged();
+    void textScaleChanged();
     void keyboardWanted();
     void settingsWanted();
 
@@ -176,6 +178,7 @@ private:
     double m_menuHeight = 0;
     std::vector<MenuItem> m_menu;
     QSizeF m_room{780, 520};
+    double m_textScale = 1;
     int m_sheets = 0;
     QSizeF m_velto{185, 32};
     TimerHandle m_collapseTask;

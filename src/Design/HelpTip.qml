@@ -23,7 +23,7 @@ RoundedBox {
     x: root.scene ? Math.round(Math.max(root.side, Math.min(root.below.x, root.scene.width - root.width - root.side))) : 0
     y: Math.round(root.flipped ? root.below.y - root.target.height - root.height - 12 : root.below.y)
     z: 1000
-    width: Math.min(words.implicitWidth, 320) + 16
+    width: Math.min(words.implicitWidth, 320 * Theme.textScale, (root.scene?.width ?? 0) - 2 * root.side - 16) + 16
     height: words.height + 8
     radius: 6
     color: Theme.popover

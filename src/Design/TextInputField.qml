@@ -73,6 +73,7 @@ FocusScope {
         id: input
 
         x: mark.visible ? mark.x + mark.width + 6 : 10
+        y: Theme.capitalsDrop(input.font.pixelSize, input.contentHeight)
         width: root.width - x - 10 - root.reserved - (clear.visible ? clear.width - 6 : 0)
         height: root.height
         focus: true
@@ -105,9 +106,9 @@ FocusScope {
         anchors.right: parent.right
         anchors.rightMargin: 4
         anchors.verticalCenter: parent.verticalCenter
-        width: 20
-        height: 20
-        corner: 10
+        width: Math.round(20 * Theme.textScale)
+        height: width
+        corner: width / 2
         visible: root.clearable && input.text !== ""
         label: qsTr("Clear")
         onClicked: {

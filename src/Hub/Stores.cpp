@@ -15,8 +15,8 @@ Stores::Stores(const Desktop &d, std::unique_ptr<HookListener> listener, Quillbo
     , google({d.clock, d.background, d.http, d.keychain, d.workspace, prefs})
     , quillbox({d.clock, d.machine, quillboxClient, d.places.home})
     , todos({d.clock, d.background, d.tools, d.files, d.writer, d.places, quillbox})
-    , agents({d.clock, d.background, d.tools, d.files, d.applications, d.workspace, prefs, terminal, d.places, installer,
-              d.machine, std::move(listener)})
+    , agents({d.clock, d.background, d.tools, d.files, d.fileTree, d.applications, d.workspace, prefs, terminal, d.places,
+              installer, d.machine, std::move(listener)})
     , signalsSource({d.clock, d.background, d.tools, prefs, claudeLogs(d.places.home),
                      [reader = usage](const QDateTime &now) { return reader->read(now); }})
     , everyday({d.clock, prefs, google, d.players, d.sounds})

@@ -18,6 +18,7 @@ Button {
             root.clicked();
     }
 
+    implicitWidth: Math.ceil(contentItem.implicitWidth) + leftPadding + rightPadding // whole, as its edges are
     implicitHeight: Math.round(contentItem.implicitHeight + 12)
     leftPadding: 14
     rightPadding: 14

@@ -41,7 +41,7 @@ Switch {
         y: (root.height - height) / 2
         place: root.checked ? 1 : 0
         stretch: root.down ? 2 : 0
-        track: root.checked ? root.palette.highlight : Qt.alpha(root.palette.windowText, Theme.highContrast ? 0.6 : root.hovered ? 0.3 : 0.22)
+        track: root.checked ? root.palette.highlight : Qt.alpha(root.palette.windowText, Theme.highContrast ? 0.6 : root.hovered ? 0.55 : 0.45)
 
         Behavior on track {
             ColorAnimation {

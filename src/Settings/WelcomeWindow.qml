@@ -9,6 +9,8 @@ ApplicationWindow {
     id: root
 
     required property Welcome store
+    /// What has the keyboard when it opens.
+    readonly property Item first: start
 
     width: 520
     // In steps of four, see SettingsWindow.
@@ -27,11 +29,22 @@ ApplicationWindow {
         implicitHeight: start.height + 32
         color: root.palette.window
 
+        // What goes on below it fades out.
         Rectangle {
+            y: -height
             visible: !page.atYEnd
             width: parent.width
-            height: 1
-            color: Qt.alpha(root.palette.windowText, 0.14)
+            height: 28
+            gradient: Gradient {
+                GradientStop {
+                    position: 0
+                    color: Qt.alpha(root.palette.window, 0)
+                }
+                GradientStop {
+                    position: 1
+                    color: root.palette.window
+                }
+            }
         }
         FormText {
             x: page.margin
@@ -59,7 +72,7 @@ ApplicationWindow {
         anchors.fill: parent
         margin: 28
         gap: 16
-        foot: 8 // the footer brings its own room
+        foot: 20
         // The default button's, unless what has the focus takes it.
         Keys.onReturnPressed: root.store.finish()
         Keys.onEnterPressed: root.store.finish()

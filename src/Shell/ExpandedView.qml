@@ -35,6 +35,14 @@ FocusScope {
         Row {
             id: tabs
 
+            readonly property real room: (recording.visible ? recording.x : buttons.x) - 16
+            /// The titles have no room.
+            readonly property bool crowded: {
+                let wanted = 0;
+                for (let index = 0; index < repeater.count; ++index)
+                    wanted += tabs.spacing + ((repeater.itemAt(index) as TabButton)?.whole ?? 0);
+                return wanted > tabs.room;
+            }
             readonly property Item selectedTab: repeater.count > 0 ? repeater.itemAt(root.contents.selected) : null
 
             anchors.verticalCenter: parent.verticalCenter
@@ -52,7 +60,7 @@ FocusScope {
                     required property string tab
                     required badge
 
-                    bare: root.width < 680 * Theme.textScale
+                    bare: tabs.crowded
                     selected: root.contents.selected === index
                     onClicked: root.contents.open(tab)
                 }
@@ -60,6 +68,8 @@ FocusScope {
         }
 
         Row {
+            id: recording
+
             anchors.right: buttons.left
             anchors.rightMargin: 8
             anchors.verticalCenter: parent.verticalCenter
@@ -147,6 +157,8 @@ FocusScope {
         spacing: 6
 
         Repeater {
+            id: chips
+
             model: root.contents.highlights
 
             ChipButton {
@@ -172,7 +184,7 @@ FocusScope {
         readonly property int side: 8
 
         x: 24 - side
-        y: highlights.y + (highlights.implicitWidth > 0 ? highlights.height + 14 : 0)
+        y: highlights.y + (root.contents.nothingNeedsYou || chips.count > 0 ? highlights.height + 14 : 0)
         width: root.width - 2 * x
         height: root.height - y - 22
         clip: true

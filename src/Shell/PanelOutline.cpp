@@ -25,10 +25,33 @@ PanelOutline::PanelOutline(const Hub &hub, const UI &ui, const CollapsedStrip &s
     connect(&m_ui, &UI::expandedChanged, this, &PanelOutline::update);
     connect(&m_ui, &UI::hoveringChanged, this, &PanelOutline::update);
     connect(&m_ui, &UI::menuHeightChanged, this, &PanelOutline::update);
-    connect(&m_ui, &UI::roomChanged, this, &PanelOutline::update);
+    for (const auto grown : {&UI::roomChanged, &UI::textScaleChanged}) {
+        connect(&m_ui, grown, this, &PanelOutline::openSizeChanged);
+        connect(&m_ui, grown, this, &PanelOutline::update);
+    }
     connect(&m_ui, &UI::unfoldedHeightChanged, this, &PanelOutline::update);
     connect(&m_ui, &UI::veltoChanged, this, &PanelOutline::update);
     connect(&m_strip, &CollapsedStrip::changed, this, &PanelOutline::update);
+}
+
+QSizeF PanelOutline::openSize() const
+{
+    return expandedSize(m_ui.room(), m_ui.textScale());
+}
+
+QSizeF PanelOutline::row() const
+{
+    return peekRowSize(m_ui.room(), m_ui.textScale());
+}
+
+double PanelOutline::mostUnfolded() const
+{
+    return velto::mostUnfolded(m_ui.room().height(), m_ui.textScale());
+}
+
+double PanelOutline::unfolded() const
+{
+    return std::min(m_ui.unfoldedHeight(), mostUnfolded());
 }
 
 PanelOutline::Shape PanelOutline::read() const
@@ -45,12 +68,12 @@ PanelOutline::Shape PanelOutline::read() const
 PanelOutline::Shape PanelOutline::withoutMenu() const
 {
     if (m_ui.expanded())
-        return {PanelSize::Expanded, kExpandedSize, {14, 26}};
+        return {PanelSize::Expanded, openSize(), {14, 26}};
     const QSizeF housing = m_ui.velto();
-    if (m_hub.asking() && m_ui.unfoldedHeight() > 0)
-        return {PanelSize::Unfolded, velto::panelSize(housing, PanelSize::Unfolded, m_ui.unfoldedHeight()), {6, 16}};
+    if (m_hub.asking() && unfolded() > 0)
+        return {PanelSize::Unfolded, velto::panelSize(housing, PanelSize::Unfolded, row(), unfolded()), {6, 16}};
     if (m_hub.hasPeek() || m_ui.hovering())
-        return {PanelSize::Peeking, velto::panelSize(housing, PanelSize::Peeking), {6, 16}};
+        return {PanelSize::Peeking, velto::panelSize(housing, PanelSize::Peeking, row()), {6, 16}};
     return {PanelSize::Collapsed, m_strip.quiet() ? housing : velto::panelSize(housing, PanelSize::Collapsed), {6, 10}};
 }
 

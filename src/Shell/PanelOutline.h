@@ -19,6 +19,11 @@ class PanelOutline : public QObject {
     Q_PROPERTY(double height READ height NOTIFY changed FINAL)
     Q_PROPERTY(double top READ top NOTIFY changed FINAL)
     Q_PROPERTY(double bottom READ bottom NOTIFY changed FINAL)
+    Q_PROPERTY(double openWidth READ openWidth NOTIFY openSizeChanged FINAL)
+    Q_PROPERTY(double openHeight READ openHeight NOTIFY openSizeChanged FINAL)
+    Q_PROPERTY(double rowWidth READ rowWidth NOTIFY openSizeChanged FINAL)
+    Q_PROPERTY(double rowHeight READ rowHeight NOTIFY openSizeChanged FINAL)
+    Q_PROPERTY(double mostUnfolded READ mostUnfolded NOTIFY openSizeChanged FINAL)
     Q_PROPERTY(bool peeking READ peeking NOTIFY changed FINAL)
 public:
     PanelOutline(const Hub &hub, const UI &ui, const CollapsedStrip &strip, QObject *parent = nullptr);
@@ -27,6 +32,16 @@ public:
     double height() const { return m_now.size.height(); }
     double top() const { return m_now.radii.top; }
     double bottom() const { return m_now.radii.bottom; }
+    /// The size of the open panel, whether it is open or not.
+    double openWidth() const { return openSize().width(); }
+    double openHeight() const { return openSize().height(); }
+    /// The size of the row under the strip, whether one is on show or not.
+    QSizeF row() const;
+    double rowWidth() const { return row().width(); }
+    double rowHeight() const { return row().height(); }
+    double mostUnfolded() const;
+    /// The height of what is unfolded under the row now, as much of it as is seen.
+    double unfolded() const;
     QSizeF size() const { return m_now.size; }
     OutlineRadii radii() const { return m_now.radii; }
     /// A row is on show under the strip.
@@ -35,6 +50,7 @@ public:
 
 Q_SIGNALS:
     void changed();
+    void openSizeChanged();
 
 private:
     struct Shape {
@@ -43,6 +59,7 @@ private:
         OutlineRadii radii;
         bool operator==(const Shape &) const = default;
     };
+    QSizeF openSize() const;
     Shape read() const;
     Shape withoutMenu() const;
     void update();

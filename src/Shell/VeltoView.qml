@@ -50,8 +50,7 @@ Item {
 
     // What the black doesn't cover isn't there.
     CentredClip {
-        width: shape.width - 2 * shape.topRadius
-        height: shape.height
+        room: Qt.size(shape.width - 2 * shape.topRadius, shape.height)
 
         CollapsedView {
             width: root.width
@@ -62,14 +61,15 @@ Item {
             ui: root.ui
             strip: root.strip
             peekLine: root.peekLine
+            outline: root.outline
         }
 
         Loader {
             id: panel
 
             x: (root.width - width) / 2
-            width: Math.min(780, root.ui.room.width)
-            height: Math.min(520, root.ui.room.height)
+            width: root.outline.openWidth
+            height: root.outline.openHeight
             visible: shape.openness > 0
             opacity: shape.openness
             enabled: root.ui.expanded

@@ -42,6 +42,29 @@ private Q_SLOTS:
         QCOMPARE(hangFrom(left, panelSize({120, 24}, PanelSize::Collapsed)), QRect(-1072, 0, 224, 24));
     }
 
+    void theOpenPanelGrowsWithItsLettersAndLeavesThePointerSomewhereToGo()
+    {
+        QCOMPARE(expandedSize({1440, 900}, 1), QSizeF(780, 520));
+        QCOMPARE(expandedSize({1440, 900}, 1.5), QSizeF(1170, 780));
+        QCOMPARE(expandedSize({1440, 900}, 2), QSizeF(1312, 836));
+        QCOMPARE(expandedSize({3840, 2160}, 2), QSizeF(1560, 1040));
+        QCOMPARE(expandedSize({840, 560}, 2), QSizeF(780, 520)); // never smaller for it
+        QCOMPARE(expandedSize({640, 400}, 2), QSizeF(640, 400));
+    }
+
+    void theRowGrowsWithItsLettersAndNeverGetsNarrower()
+    {
+        QCOMPARE(peekRowSize({1440, 900}, 1), QSizeF(520, 36));
+        QCOMPARE(peekRowSize({1440, 900}, 1.5), QSizeF(780, 46));
+        QCOMPARE(peekRowSize({1366, 768}, 2), QSizeF(1040, 56));
+        QCOMPARE(peekRowSize({640, 400}, 2), QSizeF(520, 56));
+        QCOMPARE(peekRowSize({400, 300}, 2), QSizeF(400, 56));
+        QCOMPARE(mostUnfolded(900, 1), 300.0);
+        QCOMPARE(mostUnfolded(768, 2), 600.0);
+        QCOMPARE(mostUnfolded(400, 2), 240.0);
+        QCOMPARE(panelSize({120, 24}, PanelSize::Unfolded, {1040, 56}, 100), QSizeF(1040, 180));
+    }
+
     void neverLeavesASmallDisplay()
     {
         const Display tiny = display({100, 50, 640, 300});

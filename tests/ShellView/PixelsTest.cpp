@@ -41,6 +41,9 @@ private Q_SLOTS:
         row("digits", u"Digits { anchors.verticalCenter: parent.verticalCenter; value: '0'; color: 'white' }"_s + dot);
         row("pill", u"Pill { y: 20; text: 'H'; tone: 'red' }"_s);
         row("button", u"PillButton { y: 20; text: 'H'; tint: 'red' }"_s);
+        row("field",
+            u"TextInputField { y: 10; width: 60; label: ''; text: 'HHHH' }"_s
+                + u"Rectangle { y: 20; x: 100; width: 8; height: 8; color: 'red' }"_s);
         row("chip",
             u"Item { y: 20; height: 20; width: 60; Rectangle { width: 60; height: chip.height; color: 'red' }\n"
             "Chip { id: chip; text: 'H'; tint: 'white'; fill: 0 } }"_s);
@@ -135,6 +138,18 @@ private Q_SLOTS:
             }
             item->setParentItem(m_view->contentItem());
         }
+    }
+
+    /// The panel's contents are cut at its sides, also when the window grows a frame after the black: where nothing moves.
+    void theClipStaysInTheMiddle()
+    {
+        QVERIFY(show(u"Item { id: window; width: 100; height: 60; CentredClip { room: Qt.size(80, 60)\n"
+                     "Rectangle { width: window.width; height: 60; color: 'white' } } }"_s));
+        m_view->grabWindow();
+        m_view->contentItem()->childItems().first()->setWidth(200);
+        const QImage image = m_view->grabWindow();
+        const auto lit = [&](int x) { return image.pixelColor(int(x * m_view->effectiveDevicePixelRatio()), 9).red() > 0; };
+        QCOMPARE((QList{lit(58), lit(62), lit(138), lit(142)}), (QList{false, true, true, false}));
     }
 
 private:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/FileTree.h"
 #include "Platform/Files.h"
 
 #include <QHash>
@@ -34,6 +35,28 @@ public:
         return std::nullopt;
     }
     void sweep(const QString &) override { }
+};
+
+/// The folders of that disk. A file's time is made of what it holds.
+class FakeFileTree final : public FileTree {
+public:
+    explicit FakeFileTree(const FakeFiles &files)
+        : m_files(files)
+    {
+    }
+
+    void each(const QString &folder, std::string_view suffix, const std::function<void(const TreeFile &)> &found) const override
+    {
+        for (auto file = m_files.contents.cbegin(); file != m_files.contents.cend(); ++file) {
+            const std::string path = file.key().toStdString();
+            if (path.starts_with(folder.toStdString() + '/') && path.ends_with(suffix))
+                found({path, qint64(qHash(file.value())), quint64(file.value().size())});
+        }
+    }
+    std::unique_ptr<FolderChanges> changesIn(const QString & /*folder*/) const override { return nullptr; }
+
+private:
+    const FakeFiles &m_files;
 };
 
 } // namespace velto

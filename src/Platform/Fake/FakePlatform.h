@@ -255,10 +255,12 @@ public:
     QString name = QStringLiteral("Desk");
 
     std::optional<PortHolder> holder;
+    QSet<qint64> dead;
     mutable std::function<void()> holderEnds;
 
     QString displayName() const override { return name; }
     std::optional<PortHolder> holderOf(quint16 /*port*/) const override { return holder; }
+    bool lives(qint64 pid) const override { return !dead.contains(pid); }
     void whenEnded(qint64 /*pid*/, QObject * /*context*/, std::function<void()> ended) const override
     {
         holderEnds = std::move(ended);
@@ -312,7 +314,13 @@ class FakeStatusItem final : public StatusItem {
 public:
     std::vector<MenuItem> menu;
 
-    void show(const QString &, std::vector<MenuItem> items) override { menu = std::move(items); }
+    std::function<void()> openMenu;
+
+    void show(const QString &, std::vector<MenuItem> items, std::function<void()> elsewhere) override
+    {
+        menu = std::move(items);
+        openMenu = std::move(elsewhere);
+    }
 };
 
 class FakeSession final : public Session {

@@ -53,6 +53,11 @@ std::optional<PortHolder> LinuxMachine::holderOf(quint16 port) const
     return portHolder(port);
 }
 
+bool LinuxMachine::lives(qint64 pid) const
+{
+    return processLives(pid);
+}
+
 void LinuxMachine::whenEnded(qint64 pid, QObject *context, std::function<void()> ended) const
 {
     whenProcessEnds(pid, context, std::move(ended));

@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QSocketNotifier>
 #include <memory>
+#include <poll.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -74,6 +75,14 @@ std::optional<PortHolder> portHolder(quint16 port)
             return PortHolder{pid, QString::fromUtf8(contentOf(folder + "/comm"_L1)).trimmed()};
     }
     return std::nullopt; // another user's
+}
+
+bool processLives(qint64 pid)
+{
+    // A process that has ended keeps its id until its parent has taken notice; its descriptor tells.
+    const Descriptor process(int(syscall(SYS_pidfd_open, pid_t(pid), 0)));
+    pollfd end{process.get(), POLLIN, 0};
+    return process && poll(&end, 1, 0) == 0;
 }
 
 void whenProcessEnds(qint64 pid, QObject *context, std::function<void()> ended)

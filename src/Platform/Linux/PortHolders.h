@@ -7,6 +7,9 @@ namespace velto {
 /// Reads /proc/net/tcp and the descriptors of the user's own processes; see proc(5). Blocks for some milliseconds; any thread.
 std::optional<PortHolder> portHolder(quint16 port);
 
+/// Whether a process of that id runs; one that has ended and waits for its parent does not. Any thread.
+bool processLives(qint64 pid);
+
 /// Calls `ended` once on this thread when that process has ended, unless `context` is gone by then; at once if it has.
 void whenProcessEnds(qint64 pid, QObject *context, std::function<void()> ended);
 

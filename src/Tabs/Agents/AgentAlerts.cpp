@@ -150,8 +150,9 @@ void AgentAlerts::ask(const HookEvent &event, const QString &name, HookListener:
             self->questionEnded(id, name, answer, inTime);
     };
     peek.question = Question{name, event.cwd, event.wholeTool, event.toolInput, event.toolIsCut};
-    m_questions.add({asker, peek.id, peek.session, m_needs.clock.now()});
+    m_questions.add({asker, peek.id, peek.session, m_needs.clock.now(), m_needs.clock.wallTime().toMSecsSinceEpoch()});
     lookAgainIn(kFirstLook);
+    Q_EMIT notesWanted(true);
     Q_EMIT peekWanted(peek);
 }
 
@@ -159,6 +160,8 @@ void AgentAlerts::questionEnded(const QUuid &peek, const QString &name, std::opt
 {
     m_questions.close(peek, answer.has_value(), m_needs.clock.now());
     lookAgainIn(kFirstLook);
+    if (m_questions.isEmpty())
+        Q_EMIT notesWanted(false);
     if (!answer || inTime)
         return;
     Peek late;
@@ -175,7 +178,8 @@ void AgentAlerts::withdrawn(HookListener::QuestionId asker)
         withdraw({*peek});
 }
 
-/// A session may be answered in its terminal, which no hook tells: while a question waits, the listing is looked at.
+/// A session may be answered in its terminal, which no hook tells: while a question waits, the listing is looked at, seldom,
+/// since the notes tell it sooner where there are any.
 void AgentAlerts::lookAgainIn(std::chrono::seconds delay)
 {
     m_lookAgain = m_needs.clock.after(delay, [this] {

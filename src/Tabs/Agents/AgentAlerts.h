@@ -41,6 +41,8 @@ public:
     void hook(const HookEvent &event);
     /// Asks the user, or leaves it to the terminal by an empty reply.
     void permission(const HookEvent &event, HookListener::QuestionId asker, const HookListener::Reply &reply);
+    /// What Claude Code notes of its sessions now.
+    void compare(const QList<SessionStatus> &notes) { withdraw(m_questions.overBy(notes)); }
     /// The asker of that question is gone.
     void withdrawn(HookListener::QuestionId asker);
     /// The next question of no session in particular is one that the user wants to try: it's shown also where a session's would
@@ -55,6 +57,8 @@ Q_SIGNALS:
     void peeksRetracted(velto::Peek::News news, const QSet<QString> &sessions);
     /// A listing may show how a question ended.
     void listingWanted();
+    /// Whether Claude Code's notes may do so too, and sooner: as long as a question waits.
+    void notesWanted(bool wanted);
     /// A session that had worked since then no longer does.
     void turnEnded(velto::Instant since);
 

@@ -110,8 +110,9 @@ Item {
     LiveDot {
         id: dot
 
-        x: 14
-        y: 17 * Theme.textScale - height / 2
+        x: 14 * Theme.textScale
+        anchors.verticalCenter: title.verticalCenter
+        anchors.verticalCenterOffset: -title.anchors.verticalCenterOffset // at its capitals
         width: Math.round(6 * Theme.textScale)
         height: width
         visible: root.working
@@ -130,7 +131,7 @@ Item {
     PlainText {
         id: title
 
-        x: 32
+        x: 32 * Theme.textScale
         y: 7 * Theme.textScale
         width: Math.min(implicitWidth, tail.x - x - word.implicitWidth - 24)
         words: root.title
@@ -151,7 +152,7 @@ Item {
         Accessible.ignored: true
     }
     PlainText {
-        x: 32
+        x: 32 * Theme.textScale
         y: 26 * Theme.textScale
         width: tail.x - x - 16
         words: root.detail !== "" ? root.detail : root.folder
@@ -165,12 +166,13 @@ Item {
         id: tail
 
         anchors.right: parent.right
-        anchors.rightMargin: 8
+        anchors.rightMargin: 8 * Theme.textScale
         anchors.verticalCenter: parent.verticalCenter
         spacing: 8
 
         PlainText {
             anchors.verticalCenter: parent.verticalCenter
+            visible: root.width >= 440 * Theme.textScale // else the name needs the room
             text: root.age
             size: Theme.textSmall
             color: Theme.glassTertiary

@@ -41,6 +41,8 @@ AgentsSource::AgentsSource(Needs needs, QObject *parent)
     , m_needs(std::move(needs))
     , m_hooks({m_needs.clock, m_needs.background, m_needs.tools, m_needs.machine, m_needs.installer, m_needs.listener.get()})
     , m_alerts({m_needs.clock, m_needs.prefs, m_needs.applications})
+    , m_watch(m_needs.clock, m_needs.background,
+              {m_needs.fileTree, m_needs.files, m_needs.machine, m_needs.places.home + "/.claude/sessions"_L1})
     , m_sessionRows(agentRoles())
     , m_toolRows(toolRoles())
 {
@@ -52,6 +54,8 @@ AgentsSource::AgentsSource(Needs needs, QObject *parent)
     connect(&m_alerts, &AgentAlerts::peekWithdrawn, this, &AgentsSource::peekWithdrawn);
     connect(&m_alerts, &AgentAlerts::peeksRetracted, this, &AgentsSource::peeksRetracted);
     connect(&m_alerts, &AgentAlerts::listingWanted, this, &AgentsSource::refresh);
+    connect(&m_alerts, &AgentAlerts::notesWanted, &m_watch, &SessionWatch::setWanted);
+    connect(&m_watch, &SessionWatch::seen, &m_alerts, qOverload<const QList<SessionStatus> &>(&AgentAlerts::compare));
     connect(&m_alerts, &AgentAlerts::turnEnded, &m_hooks, &HookLink::turnEnded);
     listen();
 }

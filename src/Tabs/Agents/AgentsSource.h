@@ -9,6 +9,7 @@
 #include "Hooks/HookListener.h"
 #include "Tabs/Agents/Agent.h"
 #include "Tabs/Agents/AgentAlerts.h"
+#include "Tabs/Agents/SessionStatus.h"
 #include "Tabs/Agents/ToolProcess.h"
 
 #include <memory>
@@ -70,6 +71,7 @@ public:
         Background &background;
         ToolRunner &tools;
         Files &files;
+        const FileTree &fileTree;
         Applications &applications;
         Workspace &workspace;
         Prefs &prefs;
@@ -198,6 +200,7 @@ private:
     bool m_listingWanted = false;
     HookLink m_hooks;
     AgentAlerts m_alerts;
+    SessionWatch m_watch;
     Published m_published;
     RowModel m_sessionRows;
     RowModel m_toolRows;

@@ -4,6 +4,13 @@
 
 namespace velto {
 
+namespace {
+
+/// The note may be a little older than the call: `curl` takes a moment to start. One that is older speaks of an earlier question.
+constexpr qint64 kNotedBefore = 500;
+
+} // namespace
+
 void OpenQuestions::close(const QUuid &peek, bool answered, Instant now)
 {
     m_open.removeIf([&](const Question &question) {
@@ -51,6 +58,19 @@ QList<QUuid> OpenQuestions::overBy(const QList<Agent> &listing, Instant begun)
         if (question.seenWaiting && !waits)
             over.append(question.peek);
         question.seenWaiting = question.seenWaiting || waits;
+    }
+    return over;
+}
+
+QList<QUuid> OpenQuestions::overBy(const QList<SessionStatus> &notes)
+{
+    QList<QUuid> over;
+    for (Question &question : m_open) {
+        const auto note = std::ranges::find(notes, question.session, &SessionStatus::session);
+        const bool waits = note != notes.end() && note->waits;
+        if (question.notedWaiting && !waits)
+            over.append(question.peek);
+        question.notedWaiting = question.notedWaiting || (waits && note->since >= question.cameAt - kNotedBefore);
     }
     return over;
 }

@@ -3,6 +3,7 @@
 #include "Hooks/HookListener.h"
 #include "Platform/Timer.h"
 #include "Tabs/Agents/Agent.h"
+#include "Tabs/Agents/SessionStatus.h"
 
 #include <QHash>
 #include <QUuid>
@@ -18,7 +19,9 @@ public:
         QUuid peek;
         QString session; ///< empty if its asker didn't say
         Instant came;
+        qint64 cameAt = 0; ///< the same by the wall clock, in milliseconds since 1970-01-01 UTC
         bool seenWaiting = false; ///< a listing that was begun later shows its session waiting for it
+        bool notedWaiting = false; ///< Claude Code's note of the session says so
     };
     /// For this long after an answer, anything else that announces the same question is late.
     static constexpr std::chrono::seconds kAftermath{15};
@@ -34,6 +37,8 @@ public:
     std::optional<QUuid> askedBy(HookListener::QuestionId asker) const;
     /// Those whose session waited in a listing since they came, and no longer does in this one.
     QList<QUuid> overBy(const QList<Agent> &listing, Instant begun);
+    /// Those whose session was noted to wait for them, and no longer is, or has no note any more.
+    QList<QUuid> overBy(const QList<SessionStatus> &notes);
     /// The session has a question here, or had its answer just now.
     bool speaksFor(const QString &session, Instant now) const;
 

@@ -52,9 +52,9 @@ GlassCard {
                 id: dot
 
                 anchors.verticalCenter: parent.verticalCenter
-                width: 6
-                height: 6
-                radius: 3
+                width: Math.round(6 * Theme.textScale)
+                height: width
+                radius: width / 2
                 color: server.tone
             }
             Column {

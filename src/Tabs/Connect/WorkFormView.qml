@@ -38,12 +38,12 @@ GlassCard {
             onClicked: root.source.tokens.unlock()
         }
     }
-    TokenRow {
+    TokenField {
         source: root.source
         name: "Velto.linear"
         title: qsTr("Linear API key")
     }
-    TokenRow {
+    TokenField {
         source: root.source
         name: "Velto.jira"
         title: qsTr("Jira API token")
@@ -71,7 +71,7 @@ GlassCard {
             onFinished: root.source.tokens.readAnew()
         }
     }
-    TokenRow {
+    TokenField {
         source: root.source
         name: "Velto.slack"
         title: qsTr("Slack user token (xoxp-…, search:read)")

@@ -67,6 +67,7 @@ GlassCard {
                 spacing: 8
 
                 PlainText {
+                    anchors.verticalCenter: parent.verticalCenter
                     width: Math.min(implicitWidth, line.width - state.implicitWidth - dot.width - 16)
                     words: root.spotlight.title
                     size: Theme.textLarge
@@ -76,7 +77,9 @@ GlassCard {
                 LiveDot {
                     id: dot
 
-                    anchors.verticalCenter: state.verticalCenter
+                    anchors.verticalCenter: parent.verticalCenter
+                    width: Math.round(6 * Theme.textScale)
+                    height: width
                     color: root.tone
                     live: root.spotlight.working && root.visible
                 }

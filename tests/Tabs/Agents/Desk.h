@@ -40,13 +40,14 @@ struct Desk : StoreDesk {
 
     std::unique_ptr<HookListener> listener; ///< on its way to the source
     FakeFiles files;
+    FakeFileTree tree{files};
     FakeApplications applications;
     FakeTerminals terminals;
     TerminalApp terminal{defaults, terminals, places};
     HookInstaller installer{files, clock, places.home, QString(48, u'a')};
     FakeMachine machine;
-    AgentsSource source{{clock, background, tools, files, applications, workspace, prefs, terminal, places, installer, machine,
-                         std::move(listener)}};
+    AgentsSource source{{clock, background, tools, files, tree, applications, workspace, prefs, terminal, places, installer,
+                         machine, std::move(listener)}};
     QSignalSpy changes{&source, &VeltoSource::changed};
 };
 

@@ -61,6 +61,13 @@ QByteArray listing(const QByteArray &status)
     return R"([{"name":"fix","sessionId":")" + kSession.toUtf8() + R"(","startedAt":1,"status":")" + status + "\"}]";
 }
 
+/// What it notes of that session.
+QByteArray noteOf(const QByteArray &status, qint64 since)
+{
+    return R"({"pid":4711,"sessionId":")" + kSession.toUtf8() + R"(","status":")" + status + R"(","statusUpdatedAt":)"
+        + QByteArray::number(since) + "}";
+}
+
 } // namespace
 
 /// Hook calls, permission questions, and the card that connects them.
@@ -155,7 +162,8 @@ private Q_SLOTS:
 
     void aQuestionIsOverByManySigns()
     {
-        for (const QString &sign : {u"gone"_s, u"Stop"_s, u"SessionEnd"_s, u"asks again"_s, u"works"_s, u"left"_s}) {
+        for (const QString &sign : {u"gone"_s, u"Stop"_s, u"SessionEnd"_s, u"asks again"_s, u"works"_s, u"left"_s,
+                                    u"noted at work"_s, u"note gone"_s, u"killed"_s}) {
             Desk desk;
             desk.refresh(listing("waiting"));
             QList<QUuid> over;
@@ -170,7 +178,22 @@ private Q_SLOTS:
             desk.source.hook(other);
             desk.source.withdrawn(8);
             desk.background.finishAll();
-            desk.clock.advance(1s);
+            // A note of an earlier question says nothing of this one, and neither does one that is being written.
+            const QString note = u"/home/me/.claude/sessions/4711.json"_s;
+            const auto look = [&desk] {
+                desk.clock.advance(500ms);
+                desk.background.finishAll();
+            };
+            const auto noted = [&](const QByteArray &status, std::chrono::milliseconds ago) {
+                const qint64 since = desk.clock.wallTime().addMSecs(-ago.count()).toMSecsSinceEpoch();
+                desk.files.contents[note] = noteOf(status, since);
+                look();
+            };
+            noted("waiting", 501ms);
+            noted("busy", 501ms);
+            noted("waiting", 0ms);
+            desk.files.contents[note] = "{";
+            look();
             desk.refresh(listing("waiting"));
             QVERIFY(over.isEmpty());
             if (sign == u"gone"_s)
@@ -181,6 +204,12 @@ private Q_SLOTS:
                 desk.refresh(listing("busy"));
             else if (sign == u"left"_s)
                 desk.refresh("[]");
+            else if (sign == u"noted at work"_s)
+                noted("busy", 0ms);
+            else if (sign == u"note gone"_s)
+                desk.files.contents.remove(note), look();
+            else if (sign == u"killed"_s)
+                desk.machine.dead.insert(4711), look();
             else
                 desk.source.hook(from(sign));
             QCOMPARE(over, QList{desk.peeks[0].id});

@@ -88,8 +88,8 @@ private Q_SLOTS:
             Desk desk;
             HookInstaller installer(files, desk.clock, desk.places.home, QString(48, u'a'));
             auto source = std::make_unique<AgentsSource>(
-                AgentsSource::Needs{desk.clock, background, tools, files, desk.applications, desk.workspace, desk.prefs,
-                                    desk.terminal, desk.places, installer, desk.machine, nullptr});
+                AgentsSource::Needs{desk.clock, background, tools, files, desk.tree, desk.applications, desk.workspace,
+                                    desk.prefs, desk.terminal, desk.places, installer, desk.machine, nullptr});
             tools.installed.insert(u"claude"_s);
             source->refresh();
             source->scan();

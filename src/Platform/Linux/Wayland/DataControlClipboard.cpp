@@ -17,11 +17,24 @@ namespace velto {
 
 namespace {
 
-constexpr quint32 kVersion = 2;
+constexpr quint32 kVersion = 1;
+constexpr quint32 kWlrVersion = 2;
 constexpr std::chrono::seconds kPatience{5};
 constexpr std::array kTextTypes{"text/plain;charset=utf-8", "UTF8_STRING", "text/plain"};
 // With this beside it, a password manager asks that nobody looks at what it holds.
 constexpr auto kSecretType = "x-kde-passwordManagerHint";
+
+/// What ext-data-control was called before it was everybody's: the same requests and events in the same order.
+const wl_interface &wlrManager()
+{
+    static const wl_interface kInterface = [] {
+        auto manager = ext_data_control_manager_v1_interface;
+        manager.name = "zwlr_data_control_manager_v1";
+        manager.version = int(kWlrVersion);
+        return manager;
+    }();
+    return kInterface;
+}
 
 DataControlClipboard &of(void *data)
 {
@@ -30,40 +43,39 @@ DataControlClipboard &of(void *data)
 
 } // namespace
 
-const zwlr_data_control_device_v1_listener DataControlClipboard::kDevice{
+const ext_data_control_device_v1_listener DataControlClipboard::kDevice{
     .data_offer =
-        [](void *data, zwlr_data_control_device_v1 *, zwlr_data_control_offer_v1 *offer) {
+        [](void *data, ext_data_control_device_v1 *, ext_data_control_offer_v1 *offer) {
             of(data).m_offers.append(Offer{offer, {}});
-            zwlr_data_control_offer_v1_add_listener(offer, &kOffer, data);
+            ext_data_control_offer_v1_add_listener(offer, &kOffer, data);
         },
     .selection =
-        [](void *data, zwlr_data_control_device_v1 *, zwlr_data_control_offer_v1 *offer) {
+        [](void *data, ext_data_control_device_v1 *, ext_data_control_offer_v1 *offer) {
             auto &me = of(data);
             if (auto *before = std::exchange(me.m_selection, offer))
                 me.drop(before);
             me.m_count += std::exchange(me.m_following, true) ? 1 : 0;
         },
     .finished =
-        [](void *data, zwlr_data_control_device_v1 *device) {
+        [](void *data, ext_data_control_device_v1 *device) {
             of(data).m_device = nullptr;
-            zwlr_data_control_device_v1_destroy(device);
+            ext_data_control_device_v1_destroy(device);
         },
-    .primary_selection = [](void *data, zwlr_data_control_device_v1 *,
-                            zwlr_data_control_offer_v1 *offer) { of(data).drop(offer); },
+    .primary_selection = [](void *data, ext_data_control_device_v1 *, ext_data_control_offer_v1 *offer) { of(data).drop(offer); },
 };
 
-const zwlr_data_control_offer_v1_listener DataControlClipboard::kOffer{
+const ext_data_control_offer_v1_listener DataControlClipboard::kOffer{
     .offer =
-        [](void *data, zwlr_data_control_offer_v1 *object, const char *type) {
+        [](void *data, ext_data_control_offer_v1 *object, const char *type) {
             for (auto &offer : of(data).m_offers)
                 if (offer.object == object)
                     offer.types.append(type);
         },
 };
 
-const zwlr_data_control_source_v1_listener DataControlClipboard::kSource{
+const ext_data_control_source_v1_listener DataControlClipboard::kSource{
     .send =
-        [](void *data, zwlr_data_control_source_v1 *, const char *, int32_t pipe) {
+        [](void *data, ext_data_control_source_v1 *, const char *, int32_t pipe) {
             const Descriptor out(pipe);
             // A reader that takes nothing doesn't hold us up: what we copy fits into the pipe.
             fcntl(pipe, F_SETFL, O_NONBLOCK);
@@ -71,10 +83,10 @@ const zwlr_data_control_source_v1_listener DataControlClipboard::kSource{
             [[maybe_unused]] const auto written = ::write(pipe, text.constData(), std::size_t(text.size()));
         },
     .cancelled =
-        [](void *data, zwlr_data_control_source_v1 *source) {
+        [](void *data, ext_data_control_source_v1 *source) {
             if (of(data).m_source == source)
                 of(data).m_source = nullptr;
-            zwlr_data_control_source_v1_destroy(source);
+            ext_data_control_source_v1_destroy(source);
         },
 };
 
@@ -88,41 +100,43 @@ DataControlClipboard::DataControlClipboard(WaylandServer &server, Clock &clock, 
 DataControlClipboard::~DataControlClipboard()
 {
     for (const auto &offer : std::as_const(m_offers))
-        zwlr_data_control_offer_v1_destroy(offer.object);
+        ext_data_control_offer_v1_destroy(offer.object);
     if (m_source)
-        zwlr_data_control_source_v1_destroy(m_source);
+        ext_data_control_source_v1_destroy(m_source);
     if (m_device)
-        zwlr_data_control_device_v1_destroy(m_device);
+        ext_data_control_device_v1_destroy(m_device);
     if (m_manager)
-        zwlr_data_control_manager_v1_destroy(m_manager);
+        ext_data_control_manager_v1_destroy(m_manager);
 }
 
 void DataControlClipboard::start()
 {
     if (m_manager || !m_server.seat())
         return;
-    m_manager = m_server.bind<zwlr_data_control_manager_v1>(zwlr_data_control_manager_v1_interface, kVersion);
+    m_manager = m_server.bind<ext_data_control_manager_v1>(ext_data_control_manager_v1_interface, kVersion);
+    if (!m_manager)
+        m_manager = m_server.bind<ext_data_control_manager_v1>(wlrManager(), kWlrVersion);
     if (!m_manager)
         return;
-    m_device = zwlr_data_control_manager_v1_get_data_device(m_manager, m_server.seat());
-    zwlr_data_control_device_v1_add_listener(m_device, &kDevice, this);
+    m_device = ext_data_control_manager_v1_get_data_device(m_manager, m_server.seat());
+    ext_data_control_device_v1_add_listener(m_device, &kDevice, this);
     ::signal(SIGPIPE, SIG_IGN); // whoever pastes may go in the middle
     m_server.flush();
 }
 
 Support DataControlClipboard::support() const
 {
-    if (m_server.version(zwlr_data_control_manager_v1_interface) > 0)
+    if (m_server.version(ext_data_control_manager_v1_interface) > 0 || m_server.version(wlrManager()) > 0)
         return {};
     return {Support::State::Missing, tr("This desktop keeps the clipboard to the program in front, so copied links go unseen.")};
 }
 
-void DataControlClipboard::drop(zwlr_data_control_offer_v1 *object)
+void DataControlClipboard::drop(ext_data_control_offer_v1 *object)
 {
     if (!object)
         return;
     m_offers.removeIf([object](const Offer &offer) { return offer.object == object; });
-    zwlr_data_control_offer_v1_destroy(object);
+    ext_data_control_offer_v1_destroy(object);
 }
 
 QString DataControlClipboard::text() const
@@ -157,7 +171,7 @@ void DataControlClipboard::read(int longest, QObject *context, std::function<voi
     }
     m_pipe = Descriptor(ends[0]);
     const Descriptor theirs(ends[1]);
-    zwlr_data_control_offer_v1_receive(m_selection, *type, ends[1]);
+    ext_data_control_offer_v1_receive(m_selection, *type, ends[1]);
     m_server.flush(); // takes a copy of the descriptor along
     m_notifier = std::make_unique<QSocketNotifier>(ends[0], QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, &DataControlClipboard::arrived);
@@ -200,11 +214,11 @@ void DataControlClipboard::setText(const QString &text)
         return;
     }
     // The one before hears that it is over, and goes then.
-    m_source = zwlr_data_control_manager_v1_create_data_source(m_manager);
-    zwlr_data_control_source_v1_add_listener(m_source, &kSource, this);
+    m_source = ext_data_control_manager_v1_create_data_source(m_manager);
+    ext_data_control_source_v1_add_listener(m_source, &kSource, this);
     for (const auto *type : kTextTypes)
-        zwlr_data_control_source_v1_offer(m_source, type);
-    zwlr_data_control_device_v1_set_selection(m_device, m_source);
+        ext_data_control_source_v1_offer(m_source, type);
+    ext_data_control_device_v1_set_selection(m_device, m_source);
     m_server.flush();
 }
 

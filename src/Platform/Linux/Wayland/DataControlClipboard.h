@@ -12,8 +12,8 @@ namespace velto {
 
 class Clock;
 
-/// The clipboard by wlr-data-control, which tells of copies while another program has the keyboard; the toolkit hears of them
-/// only while it has it itself. Counts from start() on. One reading at a time.
+/// The clipboard by ext-data-control or wlr's, which tells of copies while another program has the keyboard; the toolkit hears of
+/// them only while it has it itself. Counts from start() on. One reading at a time.
 class DataControlClipboard final : public QObject, public Clipboard {
     Q_OBJECT
 public:
@@ -29,25 +29,25 @@ public:
 
 private:
     struct Offer {
-        zwlr_data_control_offer_v1 *object = nullptr;
+        ext_data_control_offer_v1 *object = nullptr;
         QByteArrayList types;
     };
 
-    void drop(zwlr_data_control_offer_v1 *offer);
+    void drop(ext_data_control_offer_v1 *offer);
     void arrived();
     void finish(const std::optional<QString> &text);
-    static const zwlr_data_control_device_v1_listener kDevice;
-    static const zwlr_data_control_offer_v1_listener kOffer;
-    static const zwlr_data_control_source_v1_listener kSource;
+    static const ext_data_control_device_v1_listener kDevice;
+    static const ext_data_control_offer_v1_listener kOffer;
+    static const ext_data_control_source_v1_listener kSource;
 
     WaylandServer &m_server;
     Clock &m_clock;
-    zwlr_data_control_manager_v1 *m_manager = nullptr;
-    zwlr_data_control_device_v1 *m_device = nullptr;
-    zwlr_data_control_source_v1 *m_source = nullptr; ///< while what was copied last is ours
+    ext_data_control_manager_v1 *m_manager = nullptr;
+    ext_data_control_device_v1 *m_device = nullptr;
+    ext_data_control_source_v1 *m_source = nullptr; ///< while what was copied last is ours
     QByteArray m_own;
     QList<Offer> m_offers; ///< at most the one that comes and the one that is there
-    zwlr_data_control_offer_v1 *m_selection = nullptr;
+    ext_data_control_offer_v1 *m_selection = nullptr;
     bool m_following = false; ///< what was copied before isn't counted
     int m_count = 0;
     Descriptor m_pipe;

@@ -7,6 +7,6 @@
 #include "velto-wlr-layer-shell-unstable-v1.h"
 #undef namespace
 #include "velto-blur.h"
+#include "velto-ext-data-control-v1.h"
 #include "velto-plasma-window-management.h"
-#include "velto-wlr-data-control-unstable-v1.h"
 #include "velto-wlr-foreign-toplevel-management-unstable-v1.h"

@@ -2,7 +2,8 @@ import QtQuick
 import Velto.Connect
 import Velto.Design
 
-// One secret: paste it, save it, remove it. What is stored is never shown.
+// One secret: paste it, save it, remove it. What is stored is never shown. The buttons go when they have done their work, and the
+// keyboard goes to the field.
 Item {
     id: root
 
@@ -15,6 +16,7 @@ Item {
     function save(): void {
         root.source.saveToken(root.name, field.text);
         field.input.clear();
+        field.input.forceActiveFocus();
     }
 
     width: parent?.width ?? 0
@@ -56,7 +58,10 @@ Item {
             text: qsTr("Remove")
             label: qsTr("Remove %1").arg(root.title)
             tint: "white"
-            onClicked: root.tokens.remove(root.name)
+            onClicked: {
+                root.tokens.remove(root.name);
+                field.input.forceActiveFocus();
+            }
         }
         PillButton {
             anchors.verticalCenter: parent.verticalCenter

@@ -1,0 +1,90 @@
+#include "Tabs/Agents/SessionStatus.h"
+
+#include "Platform/Background.h"
+#include "Platform/Clock.h"
+#include "Platform/Files.h"
+#include "Platform/Machine.h"
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+constexpr std::chrono::milliseconds kBetweenLooks{500};
+constexpr qint64 kLargestNote = 65536;
+
+} // namespace
+
+SessionNotes::SessionNotes(const FileTree &tree, const Files &files, const Machine &machine, QString folder)
+    : m_tree(tree)
+    , m_files(files)
+    , m_machine(machine)
+    , m_folder(std::move(folder))
+{
+}
+
+QList<SessionStatus> SessionNotes::read()
+{
+    QList<SessionStatus> sessions;
+    QHash<QString, Note> notes;
+    m_tree.each(m_folder, ".json", [&](const TreeFile &file) {
+        const QString path = QFile::decodeName(QByteArray::fromStdString(file.path));
+        Note note = m_notes.value(path);
+        if (note.modified != file.modified) {
+            const auto read = m_files.read(path, kLargestNote);
+            const auto *bytes = std::get_if<QByteArray>(&read);
+            const QJsonObject object = bytes ? QJsonDocument::fromJson(*bytes).object() : QJsonObject();
+            // Claude Code writes over a note in place: one that is read amid that makes no sense, and is read again next time.
+            if (const QString session = object.value("sessionId"_L1).toString(); !session.isEmpty()) {
+                note = {file.modified,
+                        object.value("pid"_L1).toInteger(),
+                        {session, object.value("status"_L1).toString() == "waiting"_L1,
+                         object.value("statusUpdatedAt"_L1).toInteger()}};
+            }
+        }
+        notes.insert(path, note);
+        // One that was killed leaves its note behind.
+        if (!note.status.session.isEmpty() && (!note.status.waits || m_machine.lives(note.pid)))
+            sessions.append(note.status);
+    });
+    m_notes = std::move(notes);
+    return sessions;
+}
+
+SessionWatch::SessionWatch(Clock &clock, Background &background, SessionNotes notes, QObject *parent)
+    : QObject(parent)
+    , m_clock(clock)
+    , m_background(background)
+    , m_notes(std::make_shared<SessionNotes>(std::move(notes)))
+{
+}
+
+void SessionWatch::setWanted(bool wanted)
+{
+    m_wanted = wanted;
+    if (!wanted)
+        m_next.reset();
+    else if (!m_looking && !m_next)
+        look();
+}
+
+void SessionWatch::look()
+{
+    m_looking = true;
+    m_next.reset();
+    inBackground(
+        m_background, this, [notes = m_notes] { return notes->read(); },
+        [this](const QList<SessionStatus> &sessions) {
+            m_looking = false;
+            if (m_wanted)
+                m_next = m_clock.after(kBetweenLooks, [this] { look(); });
+            Q_EMIT seen(sessions);
+        });
+}
+
+} // namespace velto
