@@ -113,6 +113,34 @@ private Q_SLOTS:
         QVERIFY(!desk.source->clipboard());
     }
 
+    void restsWhileNothingCanHaveChanged()
+    {
+        GlanceDesk desk;
+        desk.tools.installed.insert(u"gh"_s);
+        const auto pass = [&](int turns) {
+            desk.clipboard.looks = 0;
+            for (int turn = 0; turn < turns; ++turn) {
+                desk.clock.advance(8s);
+                desk.background.finishAll();
+            }
+            return desk.clipboard.looks;
+        };
+        pass(150); // nobody answers for GitHub, which is asked every five minutes by now
+        QVERIFY(pass(150) <= 10);
+
+        desk.clock.advance(3s);
+        desk.clipboard.setText(u"https://a.example/"_s);
+        desk.clock.advance(4s);
+        QCOMPARE(desk.title(), QString());
+        desk.clock.advance(1s);
+        QCOMPARE(desk.title(), u"a.example"_s);
+
+        QVERIFY(QFile(desk.downloads.filePath(u"a.part"_s)).open(QIODevice::WriteOnly));
+        QTest::qWait(50); // the system tells
+        pass(1);
+        QCOMPARE(desk.source->activeTransfers(), 1);
+    }
+
     void asksYouTubeForTheTitle()
     {
         GlanceDesk desk;
