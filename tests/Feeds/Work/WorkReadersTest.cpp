@@ -204,6 +204,7 @@ private Q_SLOTS:
         QCOMPARE(firstCharacters(u"abc"_s, 3), u"abc"_s);
         QCOMPARE(firstCharacters(u"abcd"_s, 3), u"abc"_s);
         QCOMPARE(firstCharacters({}, 3), QString());
+        QCOMPARE(firstCharacters(u'e' + QString(1000, u'\u0301'), 3).size(), 120);
     }
 
     void aJiraSiteIsReadAsTyped()
