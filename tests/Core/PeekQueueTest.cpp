@@ -153,6 +153,7 @@ private Q_SLOTS:
         QCOMPARE(w.shown(), u"b"_s);
         w.wait(23000);
         QCOMPARE(w.played(), QStringList{u"c lapsed"_s});
+        QCOMPARE(w.answers.size(), 3); // the line is no question
         QCOMPARE(w.clock.pendingTimers(), 0);
     }
 
@@ -210,6 +211,11 @@ private Q_SLOTS:
         w.queue.retract(Peek::News::Finished, {u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s});
         w.queue.retract(Peek::News::Finished, {u"6"_s});
         QCOMPARE(w.played(), QStringList{u"0 finished"_s});
+        w.show(u"first"_s);
+        for (int i = 0; i < 6; ++i)
+            w.tell(Peek::News::Finished, QString::number(i));
+        w.queue.retract(Peek::News::Finished, {u"0"_s, u"1"_s, u"2"_s, u"3"_s, u"4"_s});
+        QCOMPARE(w.played(), (QStringList{u"first"_s, u"5 finished"_s})); // which nobody has been told
     }
 
     void linesThatNobodyWillEverSeeArentKept()
