@@ -35,7 +35,7 @@ std::optional<QUrl> typedLink(const QString &text)
 {
     if (auto url = linkIn(text); url && opensInBrowser(*url))
         return url;
-    // "meet.example.com/abc"; a single word is no host.
+    // "meet.example.com/abc"; a single word isn't a host.
     const QString trimmed = text.trimmed();
     auto url = trimmed.contains(u':') ? std::nullopt : linkIn("https://"_L1 + trimmed);
     return url && url->host().contains(u'.') ? url : std::nullopt;

@@ -37,7 +37,7 @@ bool isEmoji(char32_t c)
     return QChar::category(c) == QChar::Symbol_Other || within(c, {{0x1F000, 0x1FAFF}, {0x2190, 0x21FF}, {0x2139, 0x2139}});
 }
 
-/// Scripts whose letters may be told apart by a joiner between them: Arabic and its kin, and those of India.
+/// Scripts in which a joiner may tell words apart: Arabic and related ones, and those of India.
 bool isJoinedLetter(char32_t c)
 {
     const QChar::Script script = QChar::script(c);
@@ -52,13 +52,13 @@ bool isRightToLeft(char32_t c)
     return direction == QChar::DirR || direction == QChar::DirAL || direction == QChar::DirAN;
 }
 
-/// Blanks that only look other than the usual one.
+/// Blanks that differ from the usual one only in how they look.
 bool isWideBlank(char32_t c)
 {
     return c == 0x00A0 || c == 0x202F || c == 0x3000;
 }
 
-/// Whether this shows nothing, or changes how something else shows.
+/// Whether this shows nothing, or changes how something else is shown.
 bool isHidden(char32_t c)
 {
     switch (QChar::category(c)) {
@@ -70,7 +70,7 @@ bool isHidden(char32_t c)
     case QChar::Separator_Paragraph:
         return true;
     case QChar::Other_NotAssigned:
-        return !within(c, {{0x1F000, 0x1FAFF}}); // the emoji of years to come
+        return !within(c, {{0x1F000, 0x1FAFF}}); // emoji of later Unicode versions
     case QChar::Separator_Space:
         return c != U' ';
     default:
@@ -85,13 +85,13 @@ bool isHidden(char32_t c)
                    {0x3164, 0x3164},
                    {0xFE00, 0xFE0F}, // variation selectors
                    {0xFFA0, 0xFFA0},
-                   {0xFFFC, 0xFFFC}, // something that isn't text
-                   {0x1D159, 0x1D159}, // a note without a head
+                   {0xFFFC, 0xFFFC}, // object replacement character
+                   {0x1D159, 0x1D159}, // null notehead
                    {0x16FE4, 0x16FE4},
                    {0xE0000, 0xE0FFF}}); // tags and more variation selectors
 }
 
-/// Most texts: letters, digits and signs of ASCII, with single blanks between them.
+/// The common case: printable ASCII with single blanks.
 bool isPlain(QStringView text, qsizetype longest)
 {
     bool afterBlank = false;
@@ -111,7 +111,7 @@ bool coversItsLetter(char32_t c)
     return QChar::combiningClass(c) == kOverlay || QChar::category(c) == QChar::Mark_Enclosing;
 }
 
-/// Reads character by character; a lone surrogate comes as itself.
+/// Reads code point by code point; a lone surrogate comes as itself.
 class Reader {
 public:
     explicit Reader(QStringView text)
@@ -121,7 +121,7 @@ public:
     bool more() const { return m_index < m_text.size(); }
     qsizetype index() const { return m_index; }
     QStringView between(qsizetype start) const { return m_text.sliced(start, m_index - start); }
-    /// The next one; 0 at the end.
+    /// The next one, not consumed; 0 at the end.
     char32_t ahead() const { return more() ? at(m_index) : 0; }
     char32_t next()
     {
@@ -168,7 +168,7 @@ public:
     }
 
 private:
-    /// How many like `c` follow one another, the one that was just read among them.
+    /// How many like `c` follow one another, including the one just read.
     template <typename Like> qsizetype run(Like like)
     {
         qsizetype count = 1;
@@ -192,7 +192,7 @@ private:
             hidden(c);
     }
 
-    /// A carriage return is no line break to a shell.
+    /// To a shell a carriage return isn't a line break.
     bool isBreak(char32_t c) const { return c == U'\n' || (!m_exact && c == U'\r'); }
     bool blank(char32_t c) const { return c == U' ' || (!m_exact && isWideBlank(c)); }
 
@@ -263,7 +263,7 @@ private:
         mark("U+"_L1 + QString::number(uint(c), 16).toUpper().rightJustified(4, u'0'), count);
     }
 
-    /// Whether this belongs to the sign before it: the style or a part of an emoji, or a joiner within a word.
+    /// Whether this belongs to the character before it: an emoji's style or part, or a joiner within a word.
     bool joins(char32_t c)
     {
         const char32_t after = m_text.ahead();
@@ -288,8 +288,8 @@ private:
         m_lineStart = lineStart;
     }
 
-    /// Around each right-to-left word of an exact text stand marks of the other direction, so that the blanks, signs and numbers
-    /// beside it keep their place.
+    /// In an exact text, left-to-right marks surround each right-to-left run, so that the blanks, signs and numbers beside it
+    /// stay in place.
     void setDirection(bool rightToLeft)
     {
         m_turned = m_turned || rightToLeft;
@@ -308,7 +308,7 @@ private:
         }
     }
 
-    /// An isolate ends with its line.
+    /// An isolate ends with its line, so each line gets its own.
     void isolate()
     {
         m_result.replace(u'\n', QString(kEndOfIsolate) + u'\n' + kIsolate);
