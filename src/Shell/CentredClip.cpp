@@ -21,7 +21,7 @@ void CentredClip::itemChange(ItemChange change, const ItemChangeData &data)
         connect(data.item, &QQuickItem::widthChanged, this, &CentredClip::parentResized, Qt::UniqueConnection);
 }
 
-// The scene graph asks for the rectangle when the item's own size changes, and when it begins to clip.
+// The scene graph asks for the rectangle only when the item's own size changes, and when it begins to clip.
 void CentredClip::parentResized()
 {
     setClip(false);

@@ -14,7 +14,7 @@ Item {
     required property bool begins
     required property bool ends
 
-    /// A press into the text takes the keyboard.
+    /// Whether a press into the text asks for the keyboard.
     property bool takesKeyboard: false
 
     readonly property bool plain: root.look === 0
@@ -39,7 +39,7 @@ Item {
         size: Theme.textSmall
         Accessible.ignored: true
     }
-    // Round where the block begins and ends.
+    // Rounded where the block begins and ends.
     Item {
         id: block
 
