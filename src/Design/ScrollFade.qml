@@ -1,7 +1,8 @@
 import QtQuick
 import Velto.Design
 
-/// Above a page that is scrolled its contents fade out, instead of ending as if cut. Nothing shows at the top of the page.
+/// Fades out the contents of a scrolled page at its top, so that they don't look cut. Shows nothing while the page is at its
+/// top.
 PanelFade {
     id: root
 
@@ -16,7 +17,7 @@ PanelFade {
     height: 12
     visible: root.above > 0
     opacity: Math.min(1, root.above / root.height)
-    // Looked up anew with each scroll: the page may have moved meanwhile.
+    // Looked up again with each scroll: the page may have moved meanwhile.
     place: root.above > 0 ? root.mapToItem(null, 0, 0).y : 0
     whole: root.Window.height
 }

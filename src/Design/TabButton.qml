@@ -10,7 +10,7 @@ ButtonBase {
     required property string symbol
     property int badge: 0
     property bool selected: false
-    /// Where there is no room the symbol stands alone, and the title is its help.
+    /// Shows the symbol alone where there is no room, with the title as its help text.
     property bool bare: false
 
     readonly property color ink: root.selected ? Theme.accentStrong : root.hovered ? Theme.glassPrimary : Theme.glassSecondary
