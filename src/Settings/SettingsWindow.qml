@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Controls.Fusion
 import Velto.Settings
 
-/// Velto's settings: a row of panes, each writing through at once.
+/// Velto's settings: a row of panes. Every change is saved at once.
 ApplicationWindow {
     id: root
 
@@ -43,12 +43,13 @@ ApplicationWindow {
         }
     ]
     property int shown: 0
-    /// What has the keyboard when it opens.
+    /// What gets the focus when it opens.
     readonly property Item first: names.itemAt(root.shown)
 
     width: Math.max(560, root.minimumWidth)
     height: 520
-    // The user's font may be large. At 150 % only a multiple of four is a whole number that the window manager grants.
+    // The user's font may be large. At 150 % only multiples of four give whole device pixels, which is what window managers
+    // grant.
     minimumWidth: 4 * Math.ceil((tabs.width + 32) / 4)
     minimumHeight: 360
     title: qsTr("Velto Settings")
