@@ -22,7 +22,7 @@ namespace velto {
 namespace {
 
 constexpr double kStaleAfterMilliseconds = 86'400'000;
-/// A burst of hook calls, or a tool that hangs, has no more listings than this under way; what comes beyond starts one after it.
+/// Listings under way at once, however many hook calls come in or tools hang; further requests start one after it.
 constexpr int kMaximumListings = 1;
 
 QList<RowModel::Row> rowsOf(const QList<Agent> &agents, const QDateTime &now)
@@ -47,7 +47,7 @@ AgentsSource::AgentsSource(Needs needs, QObject *parent)
     , m_toolRows(toolRoles())
 {
     publish();
-    // The ids that the user dismissed, and whether the module is on, live in the preferences.
+    // The ids of dismissed sessions, and whether the module is on, are stored in the preferences.
     connect(&m_needs.prefs, &Prefs::changed, this, [this] { m_needs.clock.post(this, [this] { publish(); }); });
     connect(&m_hooks, &HookLink::changed, this, [this] { publish(); });
     connect(&m_alerts, &AgentAlerts::peekWanted, this, &AgentsSource::peekWanted);
@@ -122,7 +122,7 @@ void AgentsSource::startListing()
         },
         [this, begun = m_needs.clock.now(), edits = m_hooks.edits()](const Seen &seen) {
             --m_listingsUnderWay;
-            // What was read before an edit of ours is no longer so.
+            // What was read before an edit of ours is outdated.
             if (edits == m_hooks.edits())
                 m_hooks.found(seen.hooks);
             apply(seen.listing, begun);
