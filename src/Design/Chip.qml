@@ -13,7 +13,7 @@ Rectangle {
     property color ink: Theme.ink(root.tint, root.fill)
 
     implicitWidth: row.implicitWidth + 2 * row.x
-    implicitHeight: Math.max(words.height, root.symbol !== "" ? picture.height : 0) + 2 * row.y // known before the row is laid out
+    implicitHeight: Math.max(words.height, root.symbol !== "" ? picture.height : 0) + 2 * row.y // before the row is laid out
     radius: root.height / 2
     color: Theme.at(root.tint, root.fill)
 

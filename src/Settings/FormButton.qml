@@ -18,7 +18,7 @@ Button {
             root.clicked();
     }
 
-    implicitWidth: Math.ceil(contentItem.implicitWidth) + leftPadding + rightPadding // a whole number, so that its edges are sharp
+    implicitWidth: Math.ceil(contentItem.implicitWidth) + leftPadding + rightPadding // whole, for sharp edges
     implicitHeight: Math.round(contentItem.implicitHeight + 12)
     leftPadding: 14
     rightPadding: 14
