@@ -25,7 +25,7 @@ constexpr auto kGhostty = "com.mitchellh.ghostty"_L1;
 constexpr auto kWarp = "dev.warp.Warp-Stable"_L1;
 constexpr auto kRecorder = "com.obsproject.obs-studio"_L1;
 
-// Any recorder of this desktop counts as the one that the program asks for, as any terminal counts as Terminal.
+// Any screen recorder of a Linux desktop counts as the one the logic asks for, as any terminal counts as Terminal.
 constexpr std::array kNames{
     Names{"obs"_L1, kRecorder},
     Names{"com.obsproject.studio"_L1, kRecorder},
@@ -96,7 +96,7 @@ constexpr std::array kNames{
 
 struct RecorderName {
     QByteArrayView name; // of the process, 15 bytes at most
-    QByteArrayView argument; // that its command line must hold, at the end of a path or alone
+    QByteArrayView argument; // which its command line must contain, alone or at the end of a path
     bool mayRest = false;
 };
 
@@ -116,7 +116,7 @@ constexpr std::array kRecorders{
     RecorderName{"gjs", "org.gnome.Shell.Screencast", true},
 };
 
-/// Those that run only while the screen is locked.
+/// Lockers that run only while the screen is locked.
 constexpr std::array<QByteArrayView, 7> kLockers{"swaylock", "gtklock", "hyprlock", "waylock", "i3lock", "slock", "xsecurelock"};
 
 QLatin1StringView known(const QString &name)
@@ -134,7 +134,7 @@ QLatin1StringView known(const QString &name)
 
 QString identifierForClass(const QString &instance, const QString &windowClass)
 {
-    // The class names the application; the instance is often the program's file name, and xterm -name may set it to anything.
+    // The class names the application; the instance is often the program's file name, and xterm -name can set it to anything.
     for (const auto &name : {windowClass, instance})
         if (const auto identifier = known(name); !identifier.isEmpty())
             return QString(identifier);

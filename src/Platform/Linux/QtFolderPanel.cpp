@@ -21,7 +21,7 @@ void QtFolderPanel::choose(const QString &prompt, std::function<void(QStringList
     m_dialog->setFileMode(QFileDialog::Directory);
     m_dialog->setOption(QFileDialog::ShowDirsOnly);
     m_dialog->setLabelText(QFileDialog::Accept, prompt);
-    // Qt's own dialog picks one folder; its two lists can do more. A desktop's dialog has neither.
+    // Qt's own dialog picks one folder, although its two lists could pick several. A desktop's dialog has no such lists.
     for (auto *list : m_dialog->findChildren<QListView *>(u"listView"_s))
         list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     for (auto *tree : m_dialog->findChildren<QTreeView *>(u"treeView"_s))

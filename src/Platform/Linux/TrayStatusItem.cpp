@@ -62,7 +62,7 @@ void TrayStatusItem::show(const QString &description, std::vector<MenuItem> menu
     lookForHost();
 }
 
-/// A watcher alone shows nothing: only with a host registered does the toolkit take this kind of tray.
+/// A watcher alone shows nothing: the toolkit uses this kind of tray only with a registered host.
 void TrayStatusItem::lookForHost()
 {
     if (m_icon)
@@ -115,7 +115,7 @@ QMenu *TrayStatusItem::menu()
         auto *action = m_menu->addAction(QString(item.title).replace(u'&', u"&&"_s));
         if (item.key != QKeyCombination())
             action->setShortcut(QKeySequence(item.key));
-        // On some platforms the toolkit guesses from the words which item is the program's own Quit or Settings.
+        // On some platforms the toolkit guesses from its text which item is Quit or Settings.
         action->setMenuRole(QAction::NoRole);
         connect(action, &QAction::triggered, this, [run = item.action] {
             if (run)
@@ -125,7 +125,7 @@ QMenu *TrayStatusItem::menu()
     return m_menu.get();
 }
 
-/// The toolkit runs shortcuts for its active window only, and a menu over another program's windows has none.
+/// The toolkit handles shortcuts for its active window only, and there is none under a menu over another program's windows.
 bool TrayStatusItem::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_menu.get() && event->type() == QEvent::KeyPress) {
