@@ -29,7 +29,7 @@ private Q_SLOTS:
         QCOMPARE(compact(999), u"999"_s);
         QCOMPARE(compact(1000), u"1k"_s);
         QCOMPARE(compact(1'500), u"2k"_s);
-        QCOMPARE(compact(2'500), u"2k"_s); // to even
+        QCOMPARE(compact(2'500), u"2k"_s); // rounds half to even
         QCOMPARE(compact(999'600), u"1000k"_s);
         QCOMPARE(compact(2'500'000), u"2.5M"_s);
         std::setlocale(LC_NUMERIC, "C");

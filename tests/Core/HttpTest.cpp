@@ -144,7 +144,7 @@ private Q_SLOTS:
         const QUrl url(QStringLiteral("http://service.example/x"));
         QCoro::Task<HttpReply> first = http->send({url});
         QCoro::Task<HttpReply> second = http->send({url});
-        QCOMPARE(background.pending(), 1); // one look at a time
+        QCOMPARE(background.pending(), 1); // one look-up at a time
         QVERIFY(proxy.requests.isEmpty());
         background.finishAll();
         QCOMPARE(QCoro::waitFor(first).status, std::optional(200));

@@ -5,7 +5,7 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// What becomes of text that somebody else wrote, with a hostile hand even, before anybody sees it.
+/// What text from others, hostile ones included, looks like when it is shown.
 class VisibleTest : public QObject {
     Q_OBJECT
 
@@ -46,7 +46,7 @@ private Q_SLOTS:
         row("emoji", u"👩\u200D💻 ❤\uFE0F 1\uFE0F\u20E3"_s, u"👩\u200D💻 ❤\uFE0F 1\uFE0F\u20E3"_s,
             u"👩‹U+200D›💻 ❤‹U+FE0F› 1‹U+FE0F›‹◌›"_s);
         row("joiners that join nothing", u"a\u200Db\u200C❤\u200D"_s, u"a‹U+200D›b‹U+200C›❤‹U+200D›"_s);
-        // From right to left it stays within its own place, and in a command each word stays where it is.
+        // Right-to-left text stays in its place, and in a command each word does.
         row("Hebrew", u"rm -rf אב גד/x 12"_s, u"\u2066rm -rf אב גד/x 12\u2069"_s, u"rm -rf \u200Eאב\u200E \u200Eגד\u200E/x 12"_s);
         row("Persian", u"می\u200Cخواهم"_s, u"\u2066می\u200Cخواهم\u2069"_s, u"\u200Eمی\u200E‹U+200C›\u200Eخواهم\u200E"_s);
     }

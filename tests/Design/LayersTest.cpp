@@ -17,7 +17,7 @@ const QString kMenu = u"Item { id: root; width: 400; height: 300\n"
 
 } // namespace
 
-/// Where Tab goes, and what stands over everything else: menus.
+/// The order of Tab, and what lies over everything else: menus.
 class LayersTest : public ViewWindow {
     Q_OBJECT
 private Q_SLOTS:
@@ -28,7 +28,7 @@ private Q_SLOTS:
              "ListView { y: 50; width: 400; height: 200; cacheBuffer: 200; model: 100; contentY: 1000; clip: true\n"
              "  delegate: PillButton { required property int index; text: 'row ' + index } }\n"
              "PillButton { text: 'below'; y: 270 }\n}"_s);
-        QTest::qWait(50); // the rows beyond the edges come later
+        QTest::qWait(50); // rows outside the window are created later
         press(Qt::Key_Tab);
         QCOMPARE(focused(), u"above"_s);
         press(Qt::Key_Tab);
@@ -49,9 +49,9 @@ private Q_SLOTS:
         QVERIFY(m_root->property("open").toBool());
         QCOMPARE(focused(), u"one"_s);
         press(Qt::Key_Up);
-        QCOMPARE(focused(), u"three"_s); // round the end
+        QCOMPARE(focused(), u"three"_s); // wraps around
         press(Qt::Key_Tab);
-        QCOMPARE(focused(), u"one"_s); // and never out of the menu
+        QCOMPARE(focused(), u"one"_s); // never leaves the menu
         press(Qt::Key_Escape);
         QVERIFY(!m_root->property("open").toBool());
         QCOMPARE(m_root->property("chosen").toInt(), -1);
@@ -73,10 +73,10 @@ private Q_SLOTS:
         QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, {350, 280});
         QVERIFY(!m_root->property("open").toBool());
         QCOMPARE(m_root->property("chosen").toInt(), -1);
-        QVERIFY(focused().isEmpty()); // who works with the pointer sees no ring
+        QVERIFY(focused().isEmpty()); // pointer users see no ring
         QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, {20, 10});
         QVERIFY(m_root->property("open").toBool());
-        close(); // an open one goes with its window, and nothing crashes
+        close(); // an open one is destroyed with its window without a crash
     }
 
 private:

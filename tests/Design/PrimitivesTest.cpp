@@ -13,7 +13,7 @@ namespace velto {
 
 namespace {
 
-/// Presses and lets go after so many milliseconds of event time.
+/// Presses, and releases after so many milliseconds of event time.
 void pressFor(QQuickWindow *window, QPointF at, int held)
 {
     static quint64 time = 1000;
@@ -28,7 +28,7 @@ void pressFor(QQuickWindow *window, QPointF at, int held)
 
 } // namespace
 
-/// What a primitive does with pointer, keys and screen reader. That each loads in each of its states is the gallery's to show.
+/// How a primitive reacts to pointer, keys and screen reader. The gallery shows that each loads in each of its states.
 class PrimitivesTest : public ViewWindow {
     Q_OBJECT
 private Q_SLOTS:
@@ -64,7 +64,7 @@ private Q_SLOTS:
         QCOMPARE(clicked.count(), 3);
         press(Qt::Key_Return, Qt::ControlModifier);
         QCOMPARE(clicked.count(), 3);
-        pressFor(m_view.get(), item->mapToScene({item->width() / 2, item->height() / 2}), 5000); // a slow one counts
+        pressFor(m_view.get(), item->mapToScene({item->width() / 2, item->height() / 2}), 5000); // a slow press counts
         QCOMPARE(clicked.count(), 4);
         QAccessible::queryAccessibleInterface(item)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
         QCOMPARE(clicked.count(), 5);
@@ -185,10 +185,10 @@ private Q_SLOTS:
     }
 
 private:
-    /// What stands still draws nothing.
+    /// What doesn't move draws nothing.
     bool moves()
     {
-        QTest::qWait(50); // the frames of what has just changed
+        QTest::qWait(50); // the frames of the last change
         const QSignalSpy frames(m_view.get(), &QQuickWindow::frameSwapped);
         return QTest::qWaitFor([&frames] { return !frames.isEmpty(); }, 120);
     }

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// What the table of symbols names can be drawn.
+/// Every symbol in the table can be drawn.
 class SymbolsTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -24,10 +24,10 @@ private Q_SLOTS:
             const char *name = symbol.name.data();
             QVERIFY2(glyphs.first() != 0, name);
             const QRectF box = font.pathForGlyph(glyphs.first()).boundingRect();
-            // Neither empty, nor so small that it can't be made out, nor out of its square.
+            // Not empty, not too small to be recognised, and within its square.
             QVERIFY2(qMax(box.width(), box.height()) > 64 * 0.4, name);
             QVERIFY2(box.left() > -1 && box.right() < 65 && box.top() > -65 && box.bottom() < 1, name);
-            // In the middle, as far as an arrow or a note lets it.
+            // Centred, as far as arrows and notes are.
             QVERIFY2(qAbs(box.center().x() - 32) < 6 && qAbs(box.center().y() + 32) < 7, name);
         }
     }

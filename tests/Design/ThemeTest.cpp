@@ -6,7 +6,7 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// The numbers that views stand on.
+/// The numbers that views are built on.
 class ThemeTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -20,7 +20,7 @@ private Q_SLOTS:
         }
     }
 
-    /// Each text of the panel on the lightest ground that it can scroll to.
+    /// Each text of the panel on the lightest background that it can scroll to.
     void everyTextCanBeRead()
     {
         const QColor card = Theme::lightestGround();
@@ -47,7 +47,7 @@ private Q_SLOTS:
             const double ratio = Theme::contrast(text, ground);
             QVERIFY2(ratio >= 4.5, qPrintable(u"%1: %2"_s.arg(QLatin1StringView(what)).arg(ratio)));
         }
-        QCOMPARE(Theme::ink(Theme::kAmber), Theme::kAmber); // what can be read stays as it is
+        QCOMPARE(Theme::ink(Theme::kAmber), Theme::kAmber); // what is readable stays as it is
     }
 
     void nothingMovesWhenMotionIsReduced()

@@ -24,7 +24,7 @@ QString detail(const QByteArray &input)
 
 } // namespace
 
-/// What is taken from the body of a hook call.
+/// What is read from the body of a hook call.
 class EventTest : public QObject {
     Q_OBJECT
 
@@ -97,7 +97,7 @@ private Q_SLOTS:
         QVERIFY(event);
         QCOMPARE(event->message, std::optional(QString(199, u'm')));
         QCOMPARE(event->tool, std::optional(QString(40, u't')));
-        QCOMPARE(event->wholeTool, QString(41, u't')); // for the screen nothing is cut
+        QCOMPARE(event->wholeTool, QString(41, u't')); // the whole text, uncut, for the screen
         QVERIFY(event->toolIsCut);
         QCOMPARE(detail("{\"command\":\"" + QByteArray(78, 'c') + face + "more\"}"),
                  QString(78, u'c') + QString::fromUtf8(face) + u'…');

@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// Where the window stands, on whatever displays there are.
+/// Where the window is placed, on any set of displays.
 class GeometryTest : public QObject {
     Q_OBJECT
 
@@ -38,7 +38,7 @@ private Q_SLOTS:
         QVERIFY(!chooseDisplay({}));
         QCOMPARE(measureHousing(laptop()), QSizeF(185, 32));
         QCOMPARE(measureHousing(main), QSizeF(120, 24));
-        QCOMPARE(panelSize({300, 32}, PanelSize::Peeking), QSizeF(624, 68)); // wider with a wide housing
+        QCOMPARE(panelSize({300, 32}, PanelSize::Peeking), QSizeF(624, 68)); // wider, as the housing is
         QCOMPARE(hangFrom(left, panelSize({120, 24}, PanelSize::Collapsed)), QRect(-1072, 0, 224, 24));
     }
 
@@ -48,7 +48,7 @@ private Q_SLOTS:
         QCOMPARE(expandedSize({1440, 900}, 1.5), QSizeF(1170, 780));
         QCOMPARE(expandedSize({1440, 900}, 2), QSizeF(1312, 836));
         QCOMPARE(expandedSize({3840, 2160}, 2), QSizeF(1560, 1040));
-        QCOMPARE(expandedSize({840, 560}, 2), QSizeF(780, 520)); // never smaller for it
+        QCOMPARE(expandedSize({840, 560}, 2), QSizeF(780, 520)); // never smaller because of it
         QCOMPARE(expandedSize({640, 400}, 2), QSizeF(640, 400));
     }
 

@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// What the strip and the highlights say of sessions and todos, and what becomes of the focus of a tab that goes.
+/// What the strip and the highlights show of sessions and todos, and where the focus goes when its tab goes.
 class StripTest : public QObject {
     Q_OBJECT
 
@@ -75,8 +75,8 @@ private Q_SLOTS:
             QCOMPARE(QVariant::fromValue(p.strip.summaryTone()).toString() + u' ' + p.strip.summaryText(), summary);
             QCOMPARE(p.strip.quiet(), sides == u"Nothing None"_s);
             p.ui.setExpanded(false);
-            QCOMPARE(p.outline.width(), p.strip.quiet() ? 185.0 : 289.0); // the housing alone, or a side of 52 on either hand
-            const auto right = p.strip.right(); // which the dot of a recording leaves alone
+            QCOMPARE(p.outline.width(), p.strip.quiet() ? 185.0 : 289.0); // the housing alone, or with 52 on either side
+            const auto right = p.strip.right(); // a recording's dot leaves the right side alone
             p.applications.setRunning({u"com.obsproject.obs-studio"_s});
             QCOMPARE(p.strip.left(), CollapsedStrip::Left::Recording);
             QCOMPARE(p.strip.right(), right);

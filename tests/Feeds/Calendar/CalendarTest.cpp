@@ -6,7 +6,7 @@
 
 namespace velto {
 
-/// The calendars and meetings of an account that is linked.
+/// The calendars and meetings of a connected account.
 class CalendarTest : public QObject {
     Q_OBJECT
 private:

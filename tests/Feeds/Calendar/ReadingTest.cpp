@@ -49,7 +49,7 @@ private Q_SLOTS:
         const QString hour = QStringLiteral("Standup 600 3600 https://meet.google.com/abc-defg-hij");
         const QString hangout = QStringLiteral("Standup 600 900 https://meet.google.com/old-link-xyz");
         const QString unlinked = QStringLiteral("Standup 600 900 ");
-        // The value stands in brackets; it is empty for a field that is missing.
+        // The value in brackets; empty for a missing field.
         const auto row = [&](const QString &path, const QByteArray &value, const QString &outcome) {
             QJsonObject event = standup();
             const QString outer = path.section(u'.', 0, 0);
@@ -109,7 +109,7 @@ private Q_SLOTS:
                                  "2026-11-21T25:00:00Z", "2026-11-21T10:00:61Z", "2026-11-21T10:00:00+24:00",
                                  "2026-11-21T10:00:00+0100", "2026-11-21T10:00:00Z\n", "12026-11-21T10:00:00Z"})
             QVERIFY2(!internetDateTime(QLatin1String(text)), text);
-        QVERIFY(!internetDateTime(QStringLiteral("２０２６-11-21T10:00:00Z"))); // other digits
+        QVERIFY(!internetDateTime(QStringLiteral("２０２６-11-21T10:00:00Z"))); // full-width digits
     }
 };
 

@@ -15,7 +15,7 @@ private:
     static constexpr auto kThanks = "HTTP/1.1 200 OK\r\nContent-Type: text/plain\r\nContent-Length: 53\r\n\r\n"
                                     "Google Calendar is connected. You can close this tab.";
 
-    /// From the button until it has ended, one way or the other.
+    /// From the button to the end, successful or not.
     static bool signIn(Desk &desk)
     {
         desk.calendar->connect();
@@ -79,7 +79,7 @@ private Q_SLOTS:
             QJsonDocument::fromJson(desk.keychain.get(GoogleAccount::tokenKey).value_or(QString()).toUtf8()).object();
         const QJsonObject expected{{QStringLiteral("accessToken"), QStringLiteral("ya29.fresh")},
                                    {QStringLiteral("refreshToken"), QStringLiteral("1//fresh")},
-                                   {QStringLiteral("expiresAt"), 816'944'400.0 + 3599}}; // since 2001
+                                   {QStringLiteral("expiresAt"), 816'944'400.0 + 3599}}; // seconds since 2001
         QCOMPARE(record, expected);
         QCOMPARE(desk.prefs.calendarSource(), Prefs::CalendarSource::Google);
         QVERIFY(desk.calendar->linked());
@@ -102,7 +102,7 @@ private Q_SLOTS:
             strangers.emplace_back(desk);
             strangers.back().say(request);
         }
-        // One read is all that anyone gets.
+        // Each connection gets one read only.
         Browser late(desk);
         late.say("GET / HTTP/1.1\r\n\r\n");
         QTest::qWait(50);
@@ -179,7 +179,7 @@ private Q_SLOTS:
         QVERIFY(!desk.calendar->error());
         QVERIFY(!desk.prefs.googleCalendarIDs().contains(QStringLiteral("old@example.com")));
         QVERIFY(!desk.prefs.googleCalendarIDs().isEmpty());
-        desk.prefs.setGoogleCalendarIDs({QStringLiteral("gone@example.com")}); // one that went later can be left out
+        desk.prefs.setGoogleCalendarIDs({QStringLiteral("gone@example.com")}); // one that was removed can be left out
         QCOMPARE(desk.calendar->choices().last().id, QStringLiteral("gone@example.com"));
         desk.calendar->disconnect();
         QVERIFY(desk.prefs.googleCalendarIDs().isEmpty());
@@ -259,7 +259,7 @@ private Q_SLOTS:
         QVERIFY(desk.workspace.opened.isEmpty());
     }
 
-    /// Nothing may be left behind, or touched, when the program ends in the middle: the sanitizers look on.
+    /// Nothing may leak, or be used after it is gone, when the program ends halfway: the sanitizers check that.
     void anEndInTheMiddleEndsEverything()
     {
         Desk waiting;

@@ -5,7 +5,7 @@
 
 namespace velto {
 
-/// Tokens are renewed in time, kept in the keychain and forgotten for good.
+/// Tokens are renewed in time, stored in the keychain and forgotten for good.
 class TokensTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -106,7 +106,7 @@ private Q_SLOTS:
         QCOMPARE(desk.changes.size(), 1);
     }
 
-    /// On a pool of threads an older write could otherwise come after the erasing.
+    /// In a pool of threads, an older write could otherwise come after the removal.
     void theKeychainIsAskedForOneThingAtATime()
     {
         Desk desk;
@@ -120,14 +120,14 @@ private Q_SLOTS:
         QVERIFY(desk.keychain.entries.isEmpty());
     }
 
-    /// Whatever is under way when the account is forgotten: it neither comes back nor fails in words.
+    /// Whatever is under way when the account is forgotten, the account neither comes back nor reports an error.
     void aForgottenAccountStaysForgotten()
     {
         for (int step = 0; step < 8; ++step) {
             Desk desk;
             desk.link(0);
             desk.calendar->refresh();
-            // One answer, or one piece of work with the keychain, at a time.
+            // One answer, or one keychain call, at a time.
             for (int i = 0; i < step; ++i) {
                 if (desk.background.pending())
                     desk.background.finish();

@@ -35,7 +35,7 @@ private Q_SLOTS:
     void endsOnTimeWithAPeekAndASound()
     {
         Desk desk;
-        desk.prefs.set(Prefs::Module::Focus, false); // a period that runs ends all the same
+        desk.prefs.set(Prefs::Module::Focus, false); // a running period ends all the same
         desk.clock.advance(7s);
         desk.source.startFocus();
         desk.clock.advance(25min - 1ms);
@@ -56,7 +56,8 @@ private Q_SLOTS:
 
     void clockThatJumps()
     {
-        // Slept over the end, slept a little, and set back; what remains a second later, or nothing if the period has ended.
+        // The machine slept past the end, slept briefly, the clock was set back; then what remains a second later, or nothing
+        // if it ended.
         for (const auto &[hours, remaining] :
              {std::pair(8.0, QString()), std::pair(1.0 / 6, u"14:57"_s), std::pair(-1.0, u"84:57"_s)}) {
             Desk desk;

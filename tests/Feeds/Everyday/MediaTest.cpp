@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using State = MediaReport::State;
 
-/// Which player is shown, and what of it.
+/// Which player is shown, and what is shown of it.
 class MediaTest : public QObject {
     Q_OBJECT
     static FakeMediaPlayers::Player player(const QString &id, const QString &track, State state,
@@ -86,7 +86,7 @@ private Q_SLOTS:
         QCOMPARE(desk.players.pressed, QStringList{u"mpv"_s});
         QVERIFY(!desk.source.playing());
         QCOMPARE(desk.source.nowPlaying()->track, u"clip"_s);
-        desk.clock.advance(15s); // it plays on
+        desk.clock.advance(15s); // playback continues
         QVERIFY(desk.source.playing());
     }
 

@@ -15,7 +15,7 @@ namespace velto {
 
 using namespace Qt::StringLiterals;
 
-/// What stands in the Downloads folder, and what the GitHub CLI prints.
+/// What is in the Downloads folder, and what the GitHub CLI prints.
 class ReadingTest : public QObject {
     Q_OBJECT
     PosixFileTree m_tree;
@@ -48,15 +48,15 @@ private Q_SLOTS:
     void folderThatRestsIsNotListedAgain()
     {
         make("a.part");
-        // What was just changed may change again without a trace.
+        // A folder changed just now may change again without a new timestamp.
         QVERIFY(!readTransfers(m_tree, m_folder.path(), {}, QDateTime::currentDateTime()).stamp);
         Transfers seen = readTransfers(m_tree, m_folder.path(), {}, m_now);
         QVERIFY(seen.stamp);
         seen.count = 7;
         QCOMPARE(readTransfers(m_tree, m_folder.path(), seen, m_now).count, 7);
-        QTest::qSleep(20); // the stamp goes by the tick of the kernel's clock
+        QTest::qSleep(20); // timestamps follow the kernel's clock tick
         seen = readTransfers(m_tree, m_folder.path(), seen, m_now);
-        QVERIFY(seen.stillSo()); // not even its stamp need be looked at
+        QVERIFY(seen.stillSo()); // not even its timestamp needs to be read
         make("b.part");
         QVERIFY(!seen.stillSo());
         seen = readTransfers(m_tree, m_folder.path(), seen, m_now);
@@ -69,7 +69,7 @@ private Q_SLOTS:
     void readsListingsOfRuns()
     {
         QCOMPARE(parseFailedBuilds(R"([{"databaseId":7700000001},{"databaseId":7700000002}])"), 2);
-        QCOMPARE(parseFailedBuilds("[{}" + QByteArray(",{}").repeated(10) + "]"), 10); // of eleven
+        QCOMPARE(parseFailedBuilds("[{}" + QByteArray(",{}").repeated(10) + "]"), 10); // out of eleven
         for (const char *none : {"[]\n", "", "{}", "null", "[1,2]", "[{},1]", "[{}", "no git repository", "\xff\xfe"})
             QVERIFY2(parseFailedBuilds(none) == 0, none);
     }

@@ -7,11 +7,11 @@ namespace velto {
 
 using namespace Qt::StringLiterals;
 
-/// What is read from the listing of Claude Code's MCP servers.
+/// What is read from Claude Code's listing of MCP servers.
 class McpTest : public QObject {
     Q_OBJECT
 
-    /// "name|status|detail", one a line.
+    /// "name|status|detail", one per line.
     static QString shown(const QList<MCPServer> &servers)
     {
         QStringList lines;
@@ -48,7 +48,7 @@ private Q_SLOTS:
                  "hangs|failed|http://mcp.example.com/hang/mcp (HTTP)\nwith-args|ok|node /home/me/mock-mcp.js --stdio\n"
                  "missing|failed|no-such-command-here -x a: b"_s);
         QCOMPARE(parseServers(fixture("mcp/none.txt")), {});
-        const auto odd = parseServers(fixture("mcp/diagnostics.txt")); // a command with a line end, and what follows the servers
+        const auto odd = parseServers(fixture("mcp/diagnostics.txt")); // a command with a line break, and text after the servers
         QCOMPARE(odd.size(), 6);
         QCOMPARE(odd.last().name, u"events"_s);
     }
@@ -65,7 +65,7 @@ private Q_SLOTS:
         const QByteArray one = "a: b - ✔ Connected\n";
         const QString late = u"timed out after 60 s"_s;
         row({true, one, u"a warning"_s}, 1, {});
-        row({false, one, late}, 1, {}); // with a listing it doesn't matter
+        row({false, one, late}, 1, {}); // if there is a listing, it doesn't matter
         row({true, fixture("mcp/none.txt"), {}}, 0, {});
         row({false, {}, late}, 0, late);
         row({false, "Checking\n", u"\n\n"_s}, 0, u"no output"_s);

@@ -9,7 +9,7 @@
 using namespace velto;
 using namespace Qt::StringLiterals;
 
-/// The program starts at login from wherever it stands, and the desktop's own switch for it counts.
+/// The program is started at login from wherever it is, and the desktop's own switch for it counts.
 class AutostartTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -45,8 +45,8 @@ private Q_SLOTS:
         QVERIFY(entry.open(QIODevice::ReadOnly));
         const auto lines = entry.readAll().split('\n');
         QVERIFY(lines.contains("Exec=\"/opt/we ird%%/velto\""));
-        QVERIFY(lines.contains("TryExec=/opt/we ird%/velto")); // once the program is gone, the desktop passes over it
-        // A second program of the same name isn't the one that starts.
+        QVERIFY(lines.contains("TryExec=/opt/we ird%/velto")); // so desktops skip the entry once the program is gone
+        // A second program of the same name isn't the one started at login.
         QVERIFY(!AutostartLoginItem(files, home.path(), u"/usr/bin/velto"_s).enabled());
         QVERIFY(!item.set(false));
         QVERIFY(!QFile::exists(home.filePath(u"autostart/velto.desktop"_s)));

@@ -12,7 +12,7 @@ constexpr xcb_keysym_t kAltLeft = 0xffe9;
 
 } // namespace
 
-/// What the modifier map and the panels of the desktop mean.
+/// How the modifier map and the desktop's panels are read.
 class KeyboardTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -31,7 +31,7 @@ private Q_SLOTS:
         ModifierSymbols map;
         map[6] = {kAltLeft, kNumLock};
         QCOMPARE(altModifier(map), quint16(XCB_MOD_MASK_4));
-        // A lock on the very modifier of the key must not take the key's own meaning away.
+        // A lock on Alt's own modifier must not take away Alt's meaning.
         QCOMPARE(lockModifiers(map), quint16(XCB_MOD_MASK_LOCK));
     }
     void panelsOfSeveralDisplays()

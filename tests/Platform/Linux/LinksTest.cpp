@@ -8,7 +8,7 @@
 using namespace velto;
 using namespace Qt::StringLiterals;
 
-/// A link from outside opens a browser, and never any other program.
+/// A link from outside opens in a browser, and never in any other program.
 class LinksTest : public QObject {
     Q_OBJECT
 

@@ -11,8 +11,7 @@
 using namespace velto;
 using namespace Qt::StringLiterals;
 
-/// What the user called the machine, and the camera's housing in its screen: from a device tree and a library of panels that
-/// stand in for those of a phone.
+/// The machine's name, and the camera's housing in its screen: from stand-ins for a phone's device tree and library of panels.
 class MachineTest : public QObject {
     Q_OBJECT
 
@@ -53,7 +52,7 @@ private Q_SLOTS:
         QVERIFY(!builtInPanel(m_system.path(), "libno-such-library.so.0"));
         const auto panel = builtInPanel(m_system.path(), PANEL_DATA);
         QVERIFY(panel);
-        QCOMPARE(panel->housing, QRect(390, 0, 300, 90)); // and not the hole in the corner
+        QCOMPARE(panel->housing, QRect(390, 0, 300, 90)); // not the hole in the corner
         become("other,phone");
         QVERIFY(!builtInPanel(m_system.path(), PANEL_DATA));
     }

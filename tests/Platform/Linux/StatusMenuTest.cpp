@@ -45,7 +45,7 @@ private Q_SLOTS:
         for (const int size : {16, 22, 24, 32, 48}) {
             const auto image = icon.pixmap(QSize(size, size)).toImage();
             QCOMPARE(image.size(), QSize(size, size));
-            // Down the middle: light outline, gap, light block, dark room, light outline; and nothing half lit in between.
+            // Down the middle: light outline, gap, light block, dark room, light outline, with no half-lit pixels in between.
             QString column;
             for (int y = 0; y < size; ++y) {
                 const auto colour = image.pixelColor(size / 2, y);

@@ -18,7 +18,7 @@ const auto kSettings = u"org.freedesktop.portal.Settings"_s;
 
 } // namespace
 
-/// A screen reader and the wishes for less motion, larger letters and more contrast are noticed, at the start and later.
+/// A screen reader, and the settings for less motion, larger text and more contrast, are noticed at the start and later.
 class StillnessTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -27,7 +27,7 @@ private Q_SLOTS:
         const QByteArray zero = "[General]\nAnimationDurationFactor=1\n[KDE]\nAnimationDurationFactor=0\n";
         QVERIFY(!reducedMotionInFiles({}, {}, false));
         QVERIFY(reducedMotionInFiles(zero, {}, true));
-        QVERIFY(!reducedMotionInFiles(zero, {}, false)); // Plasma's file on another desktop
+        QVERIFY(!reducedMotionInFiles(zero, {}, false)); // Plasma's file under another desktop
         QVERIFY(!reducedMotionInFiles("[KDE]\nAnimationDurationFactor=0.5\n", {}, true));
         QVERIFY(!reducedMotionInFiles("[KDE]\nSingleClick=false\n", {}, true));
         QVERIFY(reducedMotionInFiles({}, "[Settings]\ngtk-enable-animations=0\n", false));
@@ -44,7 +44,7 @@ private Q_SLOTS:
         AtspiAccessibility accessibility(files, home.path());
         accessibility.start(bus.connect());
         QVERIFY(!accessibility.screenReaderOn());
-        // The reader's bus starts after us.
+        // The reader's bus starts after Velto.
         auto status = std::make_unique<PlayedService>(bus.connect(), u"org.a11y.Bus"_s);
         status->answers = {{u"Get:ScreenReaderEnabled"_s, false}};
         QTRY_VERIFY(status->asked.contains(u"Get:ScreenReaderEnabled"_s));
@@ -62,7 +62,7 @@ private Q_SLOTS:
         if (!bus.works())
             QSKIP("no dbus-daemon");
         PlayedService portal(bus.connect(), u"org.freedesktop.portal.Desktop"_s);
-        // The older method packs the value twice.
+        // The older method wraps the value twice.
         portal.answers = {{u"Read"_s, QVariant::fromValue(QDBusVariant(QVariant::fromValue(QDBusVariant(false))))}};
         const QTemporaryDir home;
         PosixFiles files;
@@ -109,7 +109,7 @@ private Q_SLOTS:
         row(u"org.gnome.desktop.a11y.interface"_s, u"high-contrast"_s, true, false, true, 1.0);
         row(general, u"ColorScheme"_s, u"Breeze High Contrast"_s, u"BreezeDark"_s, true, 1.0);
         row(gnome, u"text-scaling-factor"_s, 1.5, 1.0, false, 1.5);
-        row(gnome, u"text-scaling-factor"_s, 9.0, 0.5, false, 2.0); // without end
+        row(gnome, u"text-scaling-factor"_s, 9.0, 0.5, false, 2.0); // clamped
         row(general, u"font"_s, u"Noto Sans,15,-1,5,50"_s, u"Noto Sans,10,-1,5,50"_s, false, 1.5);
     }
 };

@@ -6,7 +6,7 @@
 using namespace velto;
 using namespace Qt::StringLiterals;
 
-/// On Linux the program speaks of what a Linux desktop has, wherever in the program a text stands.
+/// On Linux the program speaks of what a Linux desktop has, wherever in the program a text is.
 class WordingTest : public QObject {
     Q_OBJECT
 

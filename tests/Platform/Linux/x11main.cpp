@@ -6,7 +6,7 @@
 int main(int argc, char **argv)
 {
     const VirtualDesktop desktop;
-    // Without a display each test skips itself; offscreen there is still an application for it to run in.
+    // Without a display each test skips itself; offscreen, there is still an application for it to run in.
     const QApplication application(argc, argv);
     return runTests(argc, argv);
 }

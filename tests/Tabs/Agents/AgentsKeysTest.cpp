@@ -4,7 +4,7 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// The tab as a person works it with the keyboard.
+/// The tab used with the keyboard.
 class AgentsKeysTest : public AgentsPage {
     Q_OBJECT
 
@@ -50,9 +50,9 @@ private Q_SLOTS:
         const QString last = ids().last();
         press(Qt::Key_Return);
         m_view->grabWindow();
-        QCOMPARE(focusedRow(), ids().at(ids().indexOf(last) + 1)); // the first one that came
+        QCOMPARE(focusedRow(), ids().at(ids().indexOf(last) + 1)); // the first new one
 
-        // Out of sight it takes no keys, and isn't another row's.
+        // Out of sight, a recycled row neither takes keys nor passes for another row.
         list()->setProperty("contentY", list()->property("originY").toDouble() + 1500);
         m_view->grabWindow();
         QVERIFY(focusedRow().isEmpty());

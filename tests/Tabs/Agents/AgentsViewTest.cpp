@@ -6,7 +6,7 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// The tab as a person sees it, and what a refresh does to it.
+/// The tab as the user sees it, and what a refresh does to it.
 class AgentsViewTest : public AgentsPage {
     Q_OBJECT
 
@@ -31,7 +31,7 @@ private Q_SLOTS:
         m_world->refresh();
         ViewPage::show(m_world->agents, 400);
         QVERIFY(!m_world->agents.scanned());
-        QVERIFY(m_world->agents.scanning()); // it looks around when it is first seen
+        QVERIFY(m_world->agents.scanning()); // it scans when it is first seen
         m_world->background.finishAll();
         QVERIFY(m_world->agents.scanned());
         QVERIFY(button(u"Scan this Mac"_s));
@@ -102,7 +102,7 @@ private Q_SLOTS:
         const QString settings = u"/home/me/.claude/settings.json"_s;
         click(button(u"Connect…"_s));
         QTRY_VERIFY(button(u"Add hooks"_s));
-        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, {20, 10}); // what is behind takes no press
+        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, {20, 10}); // what is behind can't be pressed
         QVERIFY(m_ui->sheetOpen());
         press(Qt::Key_Escape);
         QTRY_VERIFY(!button(u"Add hooks"_s));
@@ -162,7 +162,7 @@ private Q_SLOTS:
             QVERIFY(!rows().isEmpty());
             QTRY_COMPARE(list()->property("contentY"), list()->property("originY"));
         }
-        // Who has scrolled away keeps in sight what is there.
+        // A list that was scrolled keeps in sight what was in sight.
         list()->setProperty("contentY", list()->property("originY").toDouble() + 300);
         m_view->grabWindow();
         const QPointer<QQuickItem> kept = rows().last();
@@ -191,7 +191,7 @@ private Q_SLOTS:
         QCOMPARE(changes.count(), 0);
         m_world->setSessions(1, 499);
         m_world->refresh();
-        QTRY_VERIFY(frames.count() > 0); // or the counting itself sees nothing
+        QTRY_VERIFY(frames.count() > 0); // otherwise counting frames would prove nothing
     }
 };
 

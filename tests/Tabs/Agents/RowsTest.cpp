@@ -35,7 +35,7 @@ private Q_SLOTS:
 
         const qsizetype before = desk.changes.size();
         desk.clock.advance(1s);
-        desk.refresh(listing); // the same listing, yet another world
+        desk.refresh(listing); // the same listing, but the world has changed
         QCOMPARE(desk.changes.size(), before + 1);
         QCOMPARE(desk.source.waitingCount(), 0);
         QCOMPARE(desk.source.staleCount(), 2);
@@ -55,7 +55,7 @@ private Q_SLOTS:
         QCOMPARE(desk.changes.size(), ++before);
         QCOMPARE(desk.prefs.dismissedAgentIDs(), (QSet<QString>{u"w0"_s, u"w1"_s, u"w2"_s}));
         desk.source.clearWaiting();
-        QCOMPARE(desk.changes.size(), ++before); // nothing left to hide, announced all the same
+        QCOMPARE(desk.changes.size(), ++before); // nothing left to hide, but still announced
         desk.refresh(waiting(desk, 3));
         QCOMPARE(desk.source.staleCount(), 3);
     }

@@ -54,7 +54,7 @@ private Q_SLOTS:
         QCOMPARE(scan("1-00:00:00 aider bin/aider\n", {}, false).size(), 1);
         FakeToolRunner none;
         QVERIFY(scanTools(none).isEmpty());
-        QCOMPARE(none.ran, QStringList{u"ps -axo etime=,args="_s}); // no Ollama, no question to it
+        QCOMPARE(none.ran, QStringList{u"ps -axo etime=,args="_s}); // without Ollama, it isn't asked
     }
     void saysWhatOllamaHasLoaded()
     {

@@ -6,7 +6,7 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// A hub's document is taken as a whole or not at all, and its times are read in all four ways.
+/// A hub's document is taken as a whole or not at all, and its times are read in all four forms.
 class SnapshotTest : public QObject {
     Q_OBJECT
 

@@ -42,7 +42,7 @@ private Q_SLOTS:
             QList<Todo> todos;
             for (int i = 0, count = random.bounded(16); i < count; ++i) {
                 const QString project = u"p%1"_s.arg(random.bounded(3));
-                todos.append(makeTodo(random.bounded(12), u"t%1"_s.arg(random.bounded(3)), {}, 2, project)); // numbers repeat
+                todos.append(makeTodo(random.bounded(12), u"t%1"_s.arg(random.bounded(3)), {}, 2, project)); // ids repeat
             }
             const TodoRows::Content content = contentOf(todos);
             model.setContent(content, {});
@@ -74,7 +74,7 @@ private Q_SLOTS:
         todos.remove(10);
         QCOMPARE(steps(), 1);
         QCOMPARE(steps(), 0);
-        model.setContent(contentOf(todos), {Desk::kToday, Desk::kTomorrow}); // another day
+        model.setContent(contentOf(todos), {Desk::kToday, Desk::kTomorrow}); // the day changes
         QCOMPARE(follower.steps, 4);
     }
 
