@@ -13,6 +13,8 @@ ButtonBase {
     /// Shows the symbol alone where there is no room, with the title as its help text.
     property bool bare: false
 
+    /// How wide it is with its title.
+    readonly property real whole: 20 + mark.width + row.spacing + name.implicitWidth + (root.badge > 0 ? row.spacing + pad.width : 0)
     readonly property color ink: root.selected ? Theme.accentStrong : root.hovered ? Theme.glassPrimary : Theme.glassSecondary
 
     label: root.badge > 0 ? root.title + ", " + root.badge : root.title
@@ -38,11 +40,15 @@ ButtonBase {
         spacing: Theme.gapTight
 
         Symbol {
+            id: mark
+
             anchors.verticalCenter: parent.verticalCenter
             name: root.symbol
             color: root.ink
         }
         PlainText {
+            id: name
+
             anchors.verticalCenter: parent.verticalCenter
             visible: !root.bare
             words: root.title
@@ -51,6 +57,8 @@ ButtonBase {
             Accessible.ignored: true
         }
         Rectangle {
+            id: pad
+
             anchors.verticalCenter: parent.verticalCenter
             visible: root.badge > 0
             width: Math.max(height, count.implicitWidth + 8)

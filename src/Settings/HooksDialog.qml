@@ -27,6 +27,8 @@ FormDialog {
             height: 200
 
             TextArea {
+                id: added
+
                 readOnly: true
                 selectByMouse: true
                 textFormat: TextEdit.PlainText
@@ -35,8 +37,9 @@ FormDialog {
                 background: Rectangle {
                     radius: 6
                     color: root.palette.base
-                    border.width: 1
-                    border.color: Qt.alpha(root.palette.windowText, Math.max(0.16, Theme.edgeFloor))
+                    border.width: added.activeFocus ? 2 : 1
+                    border.color: added.activeFocus ? root.palette.highlight
+                                                    : Qt.alpha(root.palette.windowText, Math.max(0.16, Theme.edgeFloor))
                 }
                 text: root.text
                 font.family: Theme.fixedFamily

@@ -44,7 +44,7 @@ ApplicationWindow {
     ]
     property int shown: 0
     /// What gets the focus when it opens.
-    readonly property Item first: names.itemAt(root.shown)
+    readonly property Item first: names.count > root.shown ? names.itemAt(root.shown) : null
 
     width: Math.max(560, root.minimumWidth)
     height: 520
@@ -60,6 +60,11 @@ ApplicationWindow {
             "store": root.store
         });
     }
+    /// By keys, and the keyboard goes with it: what had it may have gone with its pane.
+    function step(by: int): void {
+        root.show((root.shown + root.panes.length + by) % root.panes.length);
+        root.first.forceActiveFocus(Qt.TabFocusReason);
+    }
     Component.onCompleted: root.show(0)
 
     Shortcut {
@@ -68,11 +73,11 @@ ApplicationWindow {
     }
     Shortcut {
         sequences: ["Ctrl+Tab", "Ctrl+PgDown"]
-        onActivated: root.show((root.shown + 1) % root.panes.length)
+        onActivated: root.step(1)
     }
     Shortcut {
         sequences: ["Ctrl+Shift+Tab", "Ctrl+PgUp"]
-        onActivated: root.show((root.shown + root.panes.length - 1) % root.panes.length)
+        onActivated: root.step(-1)
     }
 
     header: Rectangle {

@@ -8,24 +8,35 @@ CentredClip::CentredClip(QQuickItem *parent)
     setClip(true);
 }
 
+void CentredClip::setRoom(QSizeF room)
+{
+    if (room == m_room)
+        return;
+    m_room = room;
+    resize();
+    Q_EMIT roomChanged();
+}
+
 QRectF CentredClip::clipRect() const
 {
-    const double left = parentItem() ? (parentItem()->width() - width()) / 2 : 0;
-    return {left, 0, width(), height()};
+    const double left = parentItem() ? (parentItem()->width() - m_room.width()) / 2 : 0;
+    return {{left, 0}, m_room};
 }
 
 void CentredClip::itemChange(ItemChange change, const ItemChangeData &data)
 {
     QQuickItem::itemChange(change, data);
-    if (change == ItemParentHasChanged && data.item)
-        connect(data.item, &QQuickItem::widthChanged, this, &CentredClip::parentResized, Qt::UniqueConnection);
+    if (change == ItemParentHasChanged && data.item) {
+        connect(data.item, &QQuickItem::widthChanged, this, &CentredClip::resize, Qt::UniqueConnection);
+        resize();
+    }
 }
 
-// The scene graph asks for the rectangle only when the item's own size changes, and when it begins to clip.
-void CentredClip::parentResized()
+// The scene graph asks for the rectangle only when the item's size changes; here it may be only the position.
+void CentredClip::resize()
 {
-    setClip(false);
-    setClip(true);
+    m_odd = !m_odd;
+    setSize(m_room + QSizeF(0, m_odd ? 1 : 0));
 }
 
 } // namespace velto

@@ -35,6 +35,14 @@ FocusScope {
         Row {
             id: tabs
 
+            readonly property real room: (recording.visible ? recording.x : buttons.x) - 16
+            /// The titles have no room.
+            readonly property bool crowded: {
+                let wanted = 0;
+                for (let index = 0; index < repeater.count; ++index)
+                    wanted += tabs.spacing + ((repeater.itemAt(index) as TabButton)?.whole ?? 0);
+                return wanted > tabs.room;
+            }
             readonly property Item selectedTab: repeater.count > 0 ? repeater.itemAt(root.contents.selected) : null
 
             anchors.verticalCenter: parent.verticalCenter
@@ -52,7 +60,7 @@ FocusScope {
                     required property string tab
                     required badge
 
-                    bare: root.width < 680 * Theme.textScale
+                    bare: tabs.crowded
                     selected: root.contents.selected === index
                     onClicked: root.contents.open(tab)
                 }
@@ -60,6 +68,8 @@ FocusScope {
         }
 
         Row {
+            id: recording
+
             anchors.right: buttons.left
             anchors.rightMargin: 8
             anchors.verticalCenter: parent.verticalCenter

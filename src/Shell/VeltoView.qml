@@ -50,8 +50,7 @@ Item {
 
     // What the black doesn't cover isn't shown.
     CentredClip {
-        width: shape.width - 2 * shape.topRadius
-        height: shape.height
+        room: Qt.size(shape.width - 2 * shape.topRadius, shape.height)
 
         CollapsedView {
             width: root.width
@@ -62,6 +61,7 @@ Item {
             ui: root.ui
             strip: root.strip
             peekLine: root.peekLine
+            outline: root.outline
         }
 
         Loader {

@@ -141,6 +141,18 @@ private Q_SLOTS:
         }
     }
 
+    /// The panel's contents are cut at its sides, also when the window grows a frame after the black: where nothing moves.
+    void theClipStaysInTheMiddle()
+    {
+        QVERIFY(show(u"Item { id: window; width: 100; height: 60; CentredClip { room: Qt.size(80, 60)\n"
+                     "Rectangle { width: window.width; height: 60; color: 'white' } } }"_s));
+        m_view->grabWindow();
+        m_view->contentItem()->childItems().first()->setWidth(200);
+        const QImage image = m_view->grabWindow();
+        const auto lit = [&](int x) { return image.pixelColor(int(x * m_view->effectiveDevicePixelRatio()), 9).red() > 0; };
+        QCOMPARE((QList{lit(58), lit(62), lit(138), lit(142)}), (QList{false, true, true, false}));
+    }
+
 private:
     QQuickItem *show(const QString &qml) { return showQml(u"import Velto.Shell\n"_s + qml, {300, 120}); }
 

@@ -110,7 +110,7 @@ Item {
     LiveDot {
         id: dot
 
-        x: 14
+        x: 14 * Theme.textScale
         anchors.verticalCenter: title.verticalCenter
         anchors.verticalCenterOffset: -title.anchors.verticalCenterOffset // centred on its capitals
         width: Math.round(6 * Theme.textScale)
@@ -131,7 +131,7 @@ Item {
     PlainText {
         id: title
 
-        x: 32
+        x: 32 * Theme.textScale
         y: 7 * Theme.textScale
         width: Math.min(implicitWidth, tail.x - x - word.implicitWidth - 24)
         words: root.title
@@ -152,7 +152,7 @@ Item {
         Accessible.ignored: true
     }
     PlainText {
-        x: 32
+        x: 32 * Theme.textScale
         y: 26 * Theme.textScale
         width: tail.x - x - 16
         words: root.detail !== "" ? root.detail : root.folder
@@ -166,7 +166,7 @@ Item {
         id: tail
 
         anchors.right: parent.right
-        anchors.rightMargin: 8
+        anchors.rightMargin: 8 * Theme.textScale
         anchors.verticalCenter: parent.verticalCenter
         spacing: 8
 

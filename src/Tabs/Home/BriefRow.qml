@@ -62,7 +62,7 @@ Item {
     }
 
     Rectangle {
-        x: 8
+        x: 8 * Theme.textScale
         anchors.verticalCenter: parent.verticalCenter
         width: 26 * Theme.textScale
         height: width
@@ -76,7 +76,7 @@ Item {
         }
     }
     Column {
-        x: 18 + 26 * Theme.textScale
+        x: 44 * Theme.textScale
         anchors.verticalCenter: parent.verticalCenter
         width: (action.visible ? action.x : root.width) - x - 14
         spacing: 2
@@ -101,7 +101,7 @@ Item {
         id: action
 
         anchors.right: parent.right
-        anchors.rightMargin: 8
+        anchors.rightMargin: 8 * Theme.textScale
         anchors.verticalCenter: parent.verticalCenter
         visible: root.actionLabel !== ""
         text: root.actionLabel

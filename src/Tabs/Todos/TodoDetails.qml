@@ -24,6 +24,39 @@ Column {
         root.forceLayout();
     }
 
+    component Comment: Item {
+        id: comment
+
+        required property var modelData
+
+        readonly property real stamp: when.implicitWidth
+
+        width: root.width
+        height: words.height
+        Accessible.role: Accessible.StaticText
+        Accessible.name: when.text + ", " + words.text
+
+        PlainText {
+            id: when
+
+            width: said.stamps
+            anchors.baseline: words.baseline
+            words: comment.modelData.at
+            size: Theme.textSmall
+            color: Theme.glassSecondary
+            Accessible.ignored: true
+        }
+        PlainText {
+            id: words
+
+            x: when.width + 8
+            width: parent.width - x
+            multiline: true
+            words: comment.modelData.text
+            Accessible.ignored: true
+        }
+    }
+
     PlainText {
         width: parent.width
         visible: root.details !== ""
@@ -37,43 +70,24 @@ Column {
     Column {
         id: said
 
+        /// As wide as the longest of them.
+        readonly property real stamps: {
+            let widest = 136 * Theme.textScale;
+            for (let index = 0; index < list.count; ++index)
+                widest = Math.max(widest, (list.itemAt(index) as Comment)?.stamp ?? 0);
+            return Math.min(widest, said.width / 2);
+        }
+
         width: parent.width
         visible: root.comments.length > 0
         spacing: 5
 
         Repeater {
+            id: list
+
             model: root.comments
 
-            Item {
-                id: comment
-
-                required property var modelData
-
-                width: root.width
-                height: words.height
-                Accessible.role: Accessible.StaticText
-                Accessible.name: when.text + ", " + words.text
-
-                PlainText {
-                    id: when
-
-                    width: 136
-                    anchors.baseline: words.baseline
-                    words: comment.modelData.at
-                    size: Theme.textSmall
-                    color: Theme.glassSecondary
-                    Accessible.ignored: true
-                }
-                PlainText {
-                    id: words
-
-                    x: when.width + 8
-                    width: parent.width - x
-                    multiline: true
-                    words: comment.modelData.text
-                    Accessible.ignored: true
-                }
-            }
+            Comment {}
         }
     }
     Item {

@@ -128,8 +128,13 @@ Item {
     Item {
         id: line
 
+        /// Where something of this height has its middle at the capitals of the title's first line.
+        function beside(height: real): real {
+            return Math.round(words.y - Theme.capitalsDrop(name.font.pixelSize, height) + 0.5);
+        }
+
         width: parent.width
-        height: words.height + 14
+        height: words.height + 2 * words.y
         visible: root.isTodoRow
 
         TapHandler {
@@ -140,7 +145,7 @@ Item {
             id: words
 
             x: 14 + 24 * Theme.textScale
-            y: 7
+            y: Math.round(7 * Theme.textScale)
             width: fold.x - x - 8
             height: name.height + (root.hasChips ? 5 + chip.implicitHeight : 0)
 
@@ -201,7 +206,7 @@ Item {
             id: done
 
             x: 7
-            y: 3
+            y: line.beside(height)
             activeFocusOnTab: root.selected || activeFocus
             label: qsTr("Mark done: %1").arg(root.title.slice(0, 200))
             help: qsTr("Mark done (⌘D) — you can undo for 5 seconds")
@@ -212,7 +217,7 @@ Item {
 
             anchors.right: parent.right
             anchors.rightMargin: 4
-            y: 2
+            y: line.beside(height)
             activeFocusOnTab: root.selected || activeFocus
             symbol: root.open ? "chevron.up" : "chevron.down"
             label: (root.open ? qsTr("Hides details: %1") : qsTr("Shows details: %1")).arg(root.title.slice(0, 200))
