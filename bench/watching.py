@@ -125,7 +125,11 @@ def threads(pid):
 
 
 def cpu_seconds(pid):
-    return sum(int((task / "schedstat").read_text().split()[0]) for task in threads(pid)) / 1e9
+    return sum(thread_cpu(pid).values())
+
+
+def thread_cpu(pid):
+    return {task.name: int((task / "schedstat").read_text().split()[0]) / 1e9 for task in threads(pid)}
 
 
 def children_cpu_ms(pid):
@@ -134,9 +138,11 @@ def children_cpu_ms(pid):
     return (int(fields[13]) + int(fields[14])) * 10
 
 
-def switches(pid):
-    lines = (line for task in threads(pid) for line in (task / "status").read_text().splitlines())
-    return sum(int(line.split()[1]) for line in lines if "ctxt_switches" in line)
+def thread_switches(pid):
+    return {
+        task.name: sum(int(line.split()[1]) for line in (task / "status").read_text().splitlines() if "ctxt_switches" in line)
+        for task in threads(pid)
+    }
 
 
 def memory_mb(pid):
@@ -155,14 +161,19 @@ def first_paint_ms(make, watcher_program):
 
 def rest(pid, seconds):
     """Processor time and context switches over so many seconds, for the seconds with and without a tick."""
-    cpu, switched = [cpu_seconds(pid)], switches(pid)
+    # Threads that end meanwhile stay counted.
+    cpus, switched = thread_cpu(pid), thread_switches(pid)
+    before = sum(switched.values())
+    cpu = [sum(cpus.values())]
     for _ in range(seconds):
         time.sleep(1)
-        cpu.append(cpu_seconds(pid))
+        cpus.update(thread_cpu(pid))
+        switched.update(thread_switches(pid))
+        cpu.append(sum(cpus.values()))
     each = sorted((after - before) * 1000 for before, after in zip(cpu, cpu[1:]))
     quiet = each[: max(1, len(each) * 9 // 10)]
     return {
         "CPU at rest, ms a minute": statistics.fmean(each) * 60,
         "CPU between ticks, ms a minute": statistics.fmean(quiet) * 60,
-        "switches a second": (switches(pid) - switched) / seconds,
+        "switches a second": (sum(switched.values()) - before) / seconds,
     }

@@ -35,6 +35,7 @@ install(FILES ${from}/icons/velto-symbolic.svg DESTINATION ${CMAKE_INSTALL_DATAD
 install(FILES ${made}/velto.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES ${from}/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/velto)
 
+install(TARGETS velto-folders RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/velto)
 # Beside the program, which works without it: see LinuxVideoPlayer.
 if(TARGET velto-video)
     install(TARGETS velto-video RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/velto COMPONENT video)

@@ -7,7 +7,7 @@
 #include "Platform/Linux/LinuxWording.h"
 #include "Platform/Posix/ProgramEnd.h"
 
-#include <QApplication>
+#include <QGuiApplication>
 #include <QLocale>
 #include <QQuickWindow>
 #include <algorithm>
@@ -36,7 +36,7 @@ int handOver(velto::Activation &activation, const velto::CommandLine &commandLin
 /// Draws the pictures that the command line asks for.
 int draw(int argc, char **argv, const velto::CommandLine &commandLine)
 {
-    const QApplication application(argc, argv);
+    const QGuiApplication application(argc, argv);
     velto::speakLinux();
     const auto problem = velto::takePictures(commandLine);
     if (problem)
@@ -50,8 +50,8 @@ void introduce()
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     // The texts are English, so dates and numbers in them are too, in the order and with the clock of the user's country.
     QLocale::setDefault(QLocale(QLocale::English, QLocale::system().territory()));
-    QApplication::setApplicationName(QStringLiteral("velto"));
-    QApplication::setApplicationVersion(QLatin1String(VELTO_VERSION));
+    QGuiApplication::setApplicationName(QStringLiteral("velto"));
+    QGuiApplication::setApplicationVersion(QLatin1String(VELTO_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral(VELTO_APPLICATION_ID));
 }
 
@@ -87,7 +87,7 @@ int main(int argc, char **argv)
         if (noDisplay)
             qputenv("QT_QPA_PLATFORM", "offscreen");
         introduce();
-        const QApplication application(argc, argv);
+        const QGuiApplication application(argc, argv);
         velto::speakLinux();
         print(stdout, velto::checkReport(noDisplay));
         return noDisplay ? 1 : 0;
@@ -102,11 +102,11 @@ int main(int argc, char **argv)
         return 1;
     }
     introduce();
-    QApplication::setQuitOnLastWindowClosed(false);
-    QApplication application(argc, argv);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    QGuiApplication application(argc, argv);
     velto::speakLinux();
     const velto::Program program(commandLine, activation);
-    const int status = QApplication::exec();
+    const int status = QGuiApplication::exec();
     velto::endsWithin(kLongestEnd, status);
     return status;
 }

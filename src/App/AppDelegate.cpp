@@ -79,7 +79,7 @@ void AppDelegate::addStatusItem(StatusItem &item)
         {tr("Quit Velto"), Qt::CTRL | Qt::Key_Q, keyText(Qt::CTRL | Qt::Key_Q), [this] { Q_EMIT quitWanted(); }},
     };
     m_needs.ui.setMenu(menu);
-    item.show(tr("Velto"), menu);
+    item.show(tr("Velto"), menu, [this] { m_needs.ui.askForMenu(); });
 }
 
 void AppDelegate::addHotKey(HotKey &hotKey)
@@ -165,7 +165,8 @@ void AppDelegate::layout(bool animated)
     }
     m_needs.ui.setRoom(display->frame.size());
     m_needs.ui.setVelto(measureHousing(*display));
-    const QSizeF wanted = panelSize(m_needs.ui.velto(), m_needs.outline.panelSize(), m_needs.ui.unfoldedHeight());
+    const QSizeF wanted =
+        panelSize(m_needs.ui.velto(), m_needs.outline.panelSize(), m_needs.outline.row(), m_needs.outline.unfolded());
     const QRect target = hangFrom(*display, wanted.expandedTo(m_needs.outline.size()));
     if (animated && m_frame && m_needs.ui.composited() && target != *m_frame && m_frame->contains(target))
         m_shrink = m_needs.clock.after(kSpringTime, [this] { layout(false); });
@@ -184,7 +185,7 @@ QRect AppDelegate::stripRow() const
     if (!m_frame || m_needs.ui.expanded())
         return {};
     const QSizeF housing = m_needs.ui.velto();
-    QRectF row({}, QSizeF(panelSize(housing, m_needs.outline.panelSize()).width(), housing.height()));
+    QRectF row({}, QSizeF(panelSize(housing, m_needs.outline.panelSize(), m_needs.outline.row()).width(), housing.height()));
     row.moveCenter(QRectF({}, m_frame->size()).center());
     row.moveTop(0);
     return row.toAlignedRect();

@@ -93,7 +93,7 @@ QString checkReport(const std::optional<QString> &noDisplay)
     QString report = "velto %1\n"_L1.arg(QCoreApplication::applicationVersion());
     const auto display =
         noDisplay ? QList<Checked>{{text("display"), {Support::State::Missing, *noDisplay}, {}}} : checkDisplay(machine.platform);
-    for (const auto &checked : display + checkSession())
+    for (const auto &checked : display + checkSession(machine.platform.server))
         report += lineOf(checked);
     report += lineOf(port());
     report += lineOf(tool(machine, u"claude"_s, text("Claude Code"), text("install it, or put it on the PATH of your session")));

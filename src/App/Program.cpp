@@ -9,7 +9,7 @@
 #include "Platform/Posix/ProgramEnd.h"
 #include "Platform/Session.h"
 
-#include <QApplication>
+#include <QGuiApplication>
 #include <QQmlEngine>
 #include <QSignalBlocker>
 #include <cstdio>

@@ -96,7 +96,7 @@ void UI::questionChanged()
 
 void UI::setUnfoldedHeight(double height)
 {
-    height = std::clamp(height, 0.0, kMostUnfolded);
+    height = std::max(height, 0.0);
     if (height == m_unfoldedHeight || !unfolded())
         return;
     m_unfoldedHeight = height;

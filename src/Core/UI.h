@@ -38,8 +38,6 @@ public:
     static constexpr std::chrono::milliseconds kLeave{400};
     /// How long the pointer rests on a question before it unfolds.
     static constexpr std::chrono::milliseconds kRest{250};
-    /// The height of a question's unfolded part at most, in points.
-    static constexpr double kMostUnfolded = 300;
     /// How long a desktop takes at most to hand over the keyboard.
     static constexpr std::chrono::milliseconds kHandover{1000};
     /// How often to check whether the pointer under which the panel was closed has gone, in case its leaving goes unheard.
@@ -62,7 +60,7 @@ public:
     Q_INVOKABLE void holdUnfolded(bool hold);
     /// Another question, or none, is on show.
     void questionChanged();
-    /// How much of its height the unfolded part wants in the strip; 0 until its view has come. At most kMostUnfolded.
+    /// The height of all of the unfolded part in the strip; 0 until its view has come.
     double unfoldedHeight() const { return unfolded() ? m_unfoldedHeight : 0; }
     void setUnfoldedHeight(double height);
     /// The size of the camera housing, or of what stands for it.

@@ -24,8 +24,9 @@ public:
     StatusItem &operator=(const StatusItem &) = delete;
     virtual ~StatusItem() = default;
 
-    /// Puts the item into the tray now, or as soon as the desktop has one.
-    virtual void show(const QString &description, std::vector<MenuItem> menu) = 0;
+    /// Puts the item into the tray now, or as soon as the desktop has one. `openMenu` shows the same menu elsewhere; it is called
+    /// when the icon's menu is asked for in a tray that draws none.
+    virtual void show(const QString &description, std::vector<MenuItem> menu, std::function<void()> openMenu) = 0;
 };
 
 } // namespace velto

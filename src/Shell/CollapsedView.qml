@@ -9,6 +9,7 @@ Item {
     required property UI ui
     required property CollapsedStrip strip
     required property PeekLine peekLine
+    required property PanelOutline outline
 
     readonly property bool rowShown: root.peekLine.onShow || root.ui.hovering
 
@@ -119,8 +120,8 @@ Item {
         id: peekRow
 
         anchors.horizontalCenter: parent.horizontalCenter
-        width: Math.min(parent.width, 520)
-        height: 36
+        width: Math.min(parent.width, root.outline.rowWidth)
+        height: root.outline.rowHeight
         y: root.ui.velto.height + (root.peekLine.onShow || Theme.reducedMotion ? 0 : -height)
         opacity: root.peekLine.onShow ? 1 : 0
         visible: opacity > 0
@@ -154,7 +155,7 @@ Item {
         // From the row's symbol to the end of its answers.
         x: peekRow.x + 22
         width: peekRow.width - 22 - 14
-        height: 300 // the black shows as much of it as is wanted
+        height: root.outline.mostUnfolded // the black shows as much of it as is wanted
         y: peekRow.y + peekRow.height
         opacity: wanted ? 1 : 0
         visible: opacity > 0
@@ -182,8 +183,8 @@ Item {
     Loader {
         anchors.horizontalCenter: parent.horizontalCenter
         y: root.ui.velto.height
-        width: Math.min(parent.width, 520)
-        height: 36
+        width: Math.min(parent.width, root.outline.rowWidth)
+        height: root.outline.rowHeight
         readonly property bool wanted: root.ui.hovering && !root.peekLine.onShow
         onWantedChanged: {
             if (wanted)

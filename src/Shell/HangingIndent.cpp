@@ -4,6 +4,8 @@
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTextLayout>
+#include <algorithm>
 
 namespace velto {
 
@@ -31,6 +33,17 @@ void HangingIndent::apply()
         format.setTextIndent(0);
         first.mergeBlockFormat(format);
     }
+}
+
+QString HangingIndent::marks(const QString &mark, int /*rows*/, double /*width*/) const
+{
+    QStringList lines;
+    const QTextDocument *text = m_document ? m_document->textDocument() : nullptr;
+    for (QTextBlock block = text ? text->begin() : QTextBlock(); block.isValid(); block = block.next()) {
+        lines.append(m_continued && block.blockNumber() == 0 ? QString() : mark);
+        lines.resize(lines.size() + std::max(0, block.layout()->lineCount() - 1));
+    }
+    return lines.join(u'\n');
 }
 
 } // namespace velto

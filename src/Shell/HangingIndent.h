@@ -22,6 +22,10 @@ public:
 
     /// Applies it to the text as it is now. With `continued` the text begins in the middle of a line.
     Q_INVOKABLE void apply();
+    /// `mark` beside the first row of each line, and nothing beside the rows it is wrapped into, nor beside what continues a
+    /// line: a text of as many rows. `rows` and `width` are those of the document, by whose change a binding sees that it is
+    /// wrapped anew.
+    Q_INVOKABLE QString marks(const QString &mark, int rows, double width) const;
 
 Q_SIGNALS:
     void changed();

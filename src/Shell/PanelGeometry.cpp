@@ -3,27 +3,38 @@
 #include <QPainterPath>
 
 #include <algorithm>
+#include <cmath>
 
 namespace velto {
 
 namespace {
 
 constexpr double kHousingWidthWithout = 120;
-constexpr double kPeekMinimumWidth = 520;
 constexpr double kPeekSides = 220;
 constexpr QSizeF kLeftFree{128, 64};
+/// What the row of a Peek gains in height with letters twice as large: its margins stay.
+constexpr double kRowGrowth = 20;
+constexpr double kMostUnfolded = 300;
+constexpr double kLeftUnderUnfolded = 160;
+
+/// `usual`, `factor` times as large as far as the display has room; of an even width, so that its middle is the display's.
+QSizeF grown(QSizeF usual, double factor, QSizeF display)
+{
+    const QSize wanted = (factor * usual).boundedTo(display - kLeftFree).toSize();
+    return QSizeF(2 * (wanted.width() / 2), wanted.height()).expandedTo(usual).boundedTo(display);
+}
 
 } // namespace
 
-QSizeF panelSize(QSizeF housing, PanelSize size, double unfolded)
+QSizeF panelSize(QSizeF housing, PanelSize size, QSizeF row, double unfolded)
 {
     switch (size) {
     case PanelSize::Expanded:
         return kExpandedSize;
     case PanelSize::Peeking:
     case PanelSize::Unfolded:
-        return {std::max(kPeekMinimumWidth, housing.width() + kStripSides + kPeekSides),
-                housing.height() + kPeekRowHeight + (size == PanelSize::Unfolded ? unfolded : 0)};
+        return {std::max(row.width(), housing.width() + kStripSides + kPeekSides),
+                housing.height() + row.height() + (size == PanelSize::Unfolded ? unfolded : 0)};
     case PanelSize::Collapsed:
         break;
     }
@@ -32,8 +43,17 @@ QSizeF panelSize(QSizeF housing, PanelSize size, double unfolded)
 
 QSizeF expandedSize(QSizeF display, double textScale)
 {
-    const QSize grown = (textScale * kExpandedSize).boundedTo(display - kLeftFree).toSize();
-    return QSizeF(2 * (grown.width() / 2), grown.height()).expandedTo(kExpandedSize).boundedTo(display);
+    return grown(kExpandedSize, textScale, display);
+}
+
+QSizeF peekRowSize(QSizeF display, double textScale)
+{
+    return {grown(kPeekRowSize, textScale, display).width(), std::round(kPeekRowSize.height() + kRowGrowth * (textScale - 1))};
+}
+
+double mostUnfolded(double displayHeight, double textScale)
+{
+    return std::max(0.0, std::min(kMostUnfolded * textScale, displayHeight - kLeftUnderUnfolded));
 }
 
 std::optional<Display> chooseDisplay(const QList<Display> &displays)

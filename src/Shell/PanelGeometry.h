@@ -27,7 +27,7 @@ struct OutlineRadii {
 inline constexpr std::chrono::milliseconds kSpringTime{550};
 
 inline constexpr QSizeF kExpandedSize{780, 520};
-inline constexpr double kPeekRowHeight = 36;
+inline constexpr QSizeF kPeekRowSize{520, 36};
 /// Room beside the housing for what the strip has to say, both sides together.
 inline constexpr double kStripSides = 104;
 
@@ -37,12 +37,20 @@ std::optional<Display> chooseDisplay(const QList<Display> &displays);
 /// The size of a display's camera housing; without one, what stands for it.
 QSizeF measureHousing(const Display &display);
 
-/// How large each state is around a housing of that size; `unfolded` is the height of what stands under the row.
-QSizeF panelSize(QSizeF housing, PanelSize size, double unfolded = 0);
+/// How large each state is around a housing of that size, with a row of that size; `unfolded` is the height of what stands under
+/// the row.
+QSizeF panelSize(QSizeF housing, PanelSize size, QSizeF row = kPeekRowSize, double unfolded = 0);
+
+/// The row of a Peek on a display of that size, with letters `textScale` times as large as drawn: as wide for them as the display
+/// allows, and high enough.
+QSizeF peekRowSize(QSizeF display, double textScale);
 
 /// How large the open panel is on a display of that size, with letters `textScale` times as large as drawn: it grows with them,
 /// and leaves some of the display free, so that the pointer has somewhere to go.
 QSizeF expandedSize(QSizeF display, double textScale);
+
+/// How much of what unfolds under the row is seen at a time on a display of that height.
+double mostUnfolded(double displayHeight, double textScale);
 
 /// Where something of this size hangs from the display's top edge, in its middle. Never empty, and never larger than the display.
 QRect hangFrom(const Display &display, QSizeF size);

@@ -39,6 +39,21 @@ QSizeF PanelOutline::openSize() const
     return expandedSize(m_ui.room(), m_ui.textScale());
 }
 
+QSizeF PanelOutline::row() const
+{
+    return peekRowSize(m_ui.room(), m_ui.textScale());
+}
+
+double PanelOutline::mostUnfolded() const
+{
+    return velto::mostUnfolded(m_ui.room().height(), m_ui.textScale());
+}
+
+double PanelOutline::unfolded() const
+{
+    return std::min(m_ui.unfoldedHeight(), mostUnfolded());
+}
+
 PanelOutline::Shape PanelOutline::read() const
 {
     Shape shape = withoutMenu();
@@ -55,10 +70,10 @@ PanelOutline::Shape PanelOutline::withoutMenu() const
     if (m_ui.expanded())
         return {PanelSize::Expanded, openSize(), {14, 26}};
     const QSizeF housing = m_ui.velto();
-    if (m_hub.asking() && m_ui.unfoldedHeight() > 0)
-        return {PanelSize::Unfolded, velto::panelSize(housing, PanelSize::Unfolded, m_ui.unfoldedHeight()), {6, 16}};
+    if (m_hub.asking() && unfolded() > 0)
+        return {PanelSize::Unfolded, velto::panelSize(housing, PanelSize::Unfolded, row(), unfolded()), {6, 16}};
     if (m_hub.hasPeek() || m_ui.hovering())
-        return {PanelSize::Peeking, velto::panelSize(housing, PanelSize::Peeking), {6, 16}};
+        return {PanelSize::Peeking, velto::panelSize(housing, PanelSize::Peeking, row()), {6, 16}};
     return {PanelSize::Collapsed, m_strip.quiet() ? housing : velto::panelSize(housing, PanelSize::Collapsed), {6, 10}};
 }
 

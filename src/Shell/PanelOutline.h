@@ -21,6 +21,9 @@ class PanelOutline : public QObject {
     Q_PROPERTY(double bottom READ bottom NOTIFY changed FINAL)
     Q_PROPERTY(double openWidth READ openWidth NOTIFY openSizeChanged FINAL)
     Q_PROPERTY(double openHeight READ openHeight NOTIFY openSizeChanged FINAL)
+    Q_PROPERTY(double rowWidth READ rowWidth NOTIFY openSizeChanged FINAL)
+    Q_PROPERTY(double rowHeight READ rowHeight NOTIFY openSizeChanged FINAL)
+    Q_PROPERTY(double mostUnfolded READ mostUnfolded NOTIFY openSizeChanged FINAL)
     Q_PROPERTY(bool peeking READ peeking NOTIFY changed FINAL)
 public:
     PanelOutline(const Hub &hub, const UI &ui, const CollapsedStrip &strip, QObject *parent = nullptr);
@@ -32,6 +35,13 @@ public:
     /// The size of the open panel, whether it is open or not.
     double openWidth() const { return openSize().width(); }
     double openHeight() const { return openSize().height(); }
+    /// The size of the row under the strip, whether one is on show or not.
+    QSizeF row() const;
+    double rowWidth() const { return row().width(); }
+    double rowHeight() const { return row().height(); }
+    double mostUnfolded() const;
+    /// The height of what is unfolded under the row now, as much of it as is seen.
+    double unfolded() const;
     QSizeF size() const { return m_now.size; }
     OutlineRadii radii() const { return m_now.radii; }
     /// A row is on show under the strip.

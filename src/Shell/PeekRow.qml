@@ -54,6 +54,7 @@ Item {
         anchors.rightMargin: 10
         anchors.verticalCenter: parent.verticalCenter
         visible: root.line.inParts
+        longestName: root.width / 3
         line: root.line
         unfolded: root.ui.unfolded
     }

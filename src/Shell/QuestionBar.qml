@@ -12,7 +12,7 @@ Item {
 
     readonly property bool asks: root.line.onShow && root.line.isQuestion
     readonly property bool here: root.activeFocus || pills.focused
-    readonly property real barHeight: 38
+    readonly property real barHeight: Math.round(38 + 20 * (Theme.textScale - 1))
 
     // For the keys of the panel and the order of its controls.
     readonly property bool comesFirst: true
@@ -102,7 +102,7 @@ Item {
 
             x: 14
             width: root.width - 26
-            height: 320
+            height: Math.min(320 * Theme.textScale, root.parent.height - root.y - root.barHeight - 82)
             visible: wanted && item !== null
             onWantedChanged: {
                 if (wanted)

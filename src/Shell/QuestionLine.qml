@@ -3,8 +3,8 @@ import Velto.Design
 import Velto.Shell
 
 // A question on one line: who asks, with what tool, to do what. The parts look different, so that none can pose as another. The
-// name gives way first, then what would be done; the tool gets smaller letters first, and is cut only where it would fill the
-// whole row. Whatever is cut ends in "…".
+// name gives way first, then what would be done; the tool gets letters as small as it needs, and is cut only where even those
+// would fill the whole row. Whatever is cut ends in "…".
 Item {
     id: root
 
@@ -13,17 +13,17 @@ Item {
 
     readonly property int gap: 8
     /// A name takes at most a third of the row around this.
-    property real longestName: 520 / 3
-    readonly property real leastName: Math.min(name.implicitWidth, 24)
-    readonly property real leastDetail: Math.min(detail.implicitWidth, 16)
-    readonly property real leastPlace: root.line.place === "" ? 0 : root.gap + Math.min(place.implicitWidth, 48)
+    required property real longestName
+    readonly property real leastName: Math.min(name.implicitWidth, Math.round(14 * Theme.textScale))
+    readonly property real leastDetail: Math.min(detail.implicitWidth, Math.round(12 * Theme.textScale))
+    readonly property real leastPlace: root.line.place === "" ? 0 : root.gap + Math.min(place.implicitWidth, 48 * Theme.textScale)
     readonly property real room: root.width - chevron.width - 2 * root.gap
     readonly property real roomBeside: root.room - chip.width - root.gap
     /// What a name keeps beside a long command, unless the tool needs the room.
     readonly property real usualName: Math.min(name.implicitWidth, root.room / 5, root.roomBeside - root.leastDetail)
     readonly property real longestTool: root.room - root.leastName - root.leastDetail - root.gap - 12
 
-    height: 22
+    height: Math.round(22 * Theme.textScale)
     Accessible.ignored: true
 
     PlainText {
@@ -43,7 +43,7 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         visible: tool.text !== ""
         width: visible ? tool.width + 12 : 0
-        height: 20
+        height: Math.round(8 + 12 * Theme.textScale)
         radius: 6
         color: Theme.at("white", 0.14)
 
@@ -55,7 +55,7 @@ Item {
             width: Math.min(implicitWidth, Math.max(40, root.longestTool))
             text: root.line.tool
             color: "white"
-            size: usual.advanceWidth > root.longestTool ? Theme.textSmall : Theme.textBody
+            font.pixelSize: Math.max(9, Math.floor(usual.font.pixelSize * Math.min(1, (root.longestTool - 1) / usual.advanceWidth)))
             weight: Font.DemiBold
             Accessible.ignored: true
 

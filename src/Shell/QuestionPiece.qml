@@ -22,9 +22,11 @@ Item {
     readonly property bool added: root.look === 3
     readonly property bool inBlock: !root.beside && !root.plain
     readonly property real column: root.beside ? Math.round(92 * Theme.textScale) : 0
-    readonly property real gutter: root.inBlock ? 18 : 0
+    readonly property real gutter: root.inBlock ? Math.round(6 + 12 * Theme.textScale) : 0
     readonly property real padding: root.inBlock ? 7 : 0
     readonly property real above: root.beside || root.label === "" ? 0 : top.implicitHeight + 5
+    /// Stands before each line of a difference.
+    readonly property string mark: root.removed ? "−" : root.added ? "+" : ""
     readonly property color tint: root.removed ? Theme.coral : root.added ? Theme.mint : "transparent"
 
     implicitHeight: block.y + block.height + (root.ends ? 9 : 0)
@@ -60,15 +62,29 @@ Item {
             color: root.removed || root.added ? Theme.at(root.tint, 0.15) : Theme.at("white", 0.06)
         }
     }
-    PlainText {
+    // Beside the text, so that what is copied is the text.
+    TextEdit {
+        id: marks
+
         x: 6
         y: body.y
-        visible: root.removed || root.added
-        text: root.removed ? "−" : "+"
+        readOnly: true
+        enabled: false
+        visible: root.mark !== ""
+        text: visible ? lines.marks(root.mark, body.lineCount, body.width) : ""
+        textFormat: TextEdit.PlainText
         color: root.tint
-        size: Theme.textSmall
-        font.family: Theme.fixedFamily
+        renderType: Text.NativeRendering
+        font: body.font
         Accessible.ignored: true
+        onTextChanged: markLines.apply()
+
+        HangingIndent {
+            id: markLines
+
+            document: marks.textDocument
+            leading: lines.leading
+        }
     }
     TextEdit {
         id: body
@@ -93,9 +109,9 @@ Item {
         font.pixelSize: Math.round(Theme.textSmall * Theme.textScale)
         font.weight: Font.Normal
         Accessible.role: Accessible.StaticText
-        Accessible.name: (root.label === "" ? "" : root.label + ": ") + (root.removed ? "− " : root.added ? "+ " : "") + root.words
-        onTextChanged: indent.apply()
-        Component.onCompleted: indent.apply()
+        Accessible.name: (root.label === "" ? "" : root.label + ": ") + (root.mark === "" ? root.words : root.mark + " " + root.words.replace(/\n/g, "\n" + root.mark + " "))
+        onTextChanged: lines.apply()
+        Component.onCompleted: lines.apply()
 
         TextMetrics {
             id: letter
@@ -104,7 +120,7 @@ Item {
             text: "0"
         }
         HangingIndent {
-            id: indent
+            id: lines
 
             document: body.textDocument
             indent: root.plain ? 0 : 14

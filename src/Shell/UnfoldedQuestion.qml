@@ -42,7 +42,7 @@ Item {
         Accessible.name: qsTr("The whole question")
 
         delegate: QuestionPiece {
-            width: ListView.view.width - (thumb.visible ? 12 : 0)
+            width: ListView.view.width
             takesKeyboard: root.takesKeyboard
         }
     }
@@ -66,11 +66,10 @@ Item {
             }
         }
     }
+    // In the margin: if the lines made room for it, those that just fit would be wrapped, and have them make room, without end.
     ScrollThumb {
-        id: thumb
-
-        anchors.right: parent.right
-        anchors.rightMargin: -2
+        anchors.left: parent.right
+        anchors.leftMargin: -1
         y: list.y
         height: list.height
         area: list

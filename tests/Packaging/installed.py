@@ -79,6 +79,7 @@ def main(build, version):
         options = set(re.findall(r"--[a-z-]+", help_text)) - {"--activated"}  # only the bus service uses that one
         missing = {each for each in options if each.replace("-", r"\-") not in manual}
         check(f"the manual knows all options {missing or ''}", options and not missing)
+        check("what folders are chosen with comes along", os.access(root / "libexec/velto/velto-folders", os.X_OK))
         video = pathlib.Path(build) / "velto-video"
         check("what plays videos comes along where it was built", video.exists() == (root / "libexec/velto/velto-video").exists())
         check("the licences come along", "Apache-2.0" in (share / "doc/velto/copyright").read_text())

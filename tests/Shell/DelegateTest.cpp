@@ -139,7 +139,7 @@ private Q_SLOTS:
         d.ui.setUnfoldedHeight(100);
         QCOMPARE(d.frame(), kPeeking.adjusted(0, 0, 0, 100));
         d.ui.setUnfoldedHeight(10'000);
-        QCOMPARE(d.frame(), kPeeking.adjusted(0, 0, 0, int(UI::kMostUnfolded)));
+        QCOMPARE(d.frame(), kPeeking.adjusted(0, 0, 0, 300));
 
         d.line.answer(true);
         QCOMPARE(d.line.tool(), u"one"_s); // the pills have only just reached their new place
@@ -221,6 +221,12 @@ private Q_SLOTS:
         d.ui.stripEntered();
         QVERIFY(!d.panelWindow.focused);
         d.statusItem.menu.front().action();
+        QVERIFY(d.panelWindow.focused);
+
+        // The tray draws no menu: the strip does.
+        d.ui.close();
+        d.statusItem.openMenu();
+        QVERIFY(d.ui.menuOpen());
         QVERIFY(d.panelWindow.focused);
     }
 

@@ -52,6 +52,19 @@ private Q_SLOTS:
         QCOMPARE(expandedSize({640, 400}, 2), QSizeF(640, 400));
     }
 
+    void theRowGrowsWithItsLettersAndNeverGetsNarrower()
+    {
+        QCOMPARE(peekRowSize({1440, 900}, 1), QSizeF(520, 36));
+        QCOMPARE(peekRowSize({1440, 900}, 1.5), QSizeF(780, 46));
+        QCOMPARE(peekRowSize({1366, 768}, 2), QSizeF(1040, 56));
+        QCOMPARE(peekRowSize({640, 400}, 2), QSizeF(520, 56));
+        QCOMPARE(peekRowSize({400, 300}, 2), QSizeF(400, 56));
+        QCOMPARE(mostUnfolded(900, 1), 300.0);
+        QCOMPARE(mostUnfolded(768, 2), 600.0);
+        QCOMPARE(mostUnfolded(400, 2), 240.0);
+        QCOMPARE(panelSize({120, 24}, PanelSize::Unfolded, {1040, 56}, 100), QSizeF(1040, 180));
+    }
+
     void neverLeavesASmallDisplay()
     {
         const Display tiny = display({100, 50, 640, 300});

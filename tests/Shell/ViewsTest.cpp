@@ -1,5 +1,6 @@
 #include "Shell/CollapsedStrip.h"
 #include "Shell/PanelContents.h"
+#include "Shell/PanelOutline.h"
 #include "Shell/PeekLine.h"
 #include "ViewPage.h"
 
@@ -17,12 +18,14 @@ class ViewsTest : public ViewPage {
 
     std::unique_ptr<CollapsedStrip> m_strip;
     std::unique_ptr<PeekLine> m_line;
+    std::unique_ptr<PanelOutline> m_outline;
     std::unique_ptr<PanelContents> m_contents;
 
     void close() override
     {
         ViewWindow::close();
         m_contents.reset();
+        m_outline.reset();
         m_line.reset();
         m_strip.reset();
         ViewPage::close();
@@ -33,6 +36,7 @@ class ViewsTest : public ViewPage {
         World &w = *m_world;
         m_strip = std::make_unique<CollapsedStrip>(CollapsedStrip::Needs{w.hub, w.clock, w.prefs, w.everyday, w.agents, w.todos});
         m_line = std::make_unique<PeekLine>(w.hub, w.agents);
+        m_outline = std::make_unique<PanelOutline>(w.hub, *m_ui, *m_strip);
         m_contents =
             std::make_unique<PanelContents>(PanelContents::Needs{w.hub, w.prefs, w.everyday, w.agents, w.todos, w.quillbox});
         m_ui->setVelto({185, 24});
@@ -44,6 +48,7 @@ class ViewsTest : public ViewPage {
         else
             properties = {{u"ui"_s, QVariant::fromValue(m_ui.get())},
                           {u"strip"_s, QVariant::fromValue(m_strip.get())},
+                          {u"outline"_s, QVariant::fromValue(m_outline.get())},
                           {u"peekLine"_s, QVariant::fromValue(m_line.get())}};
         m_view->setResizeMode(QQuickView::SizeRootObjectToView);
         m_view->setInitialProperties(properties);

@@ -314,7 +314,13 @@ class FakeStatusItem final : public StatusItem {
 public:
     std::vector<MenuItem> menu;
 
-    void show(const QString &, std::vector<MenuItem> items) override { menu = std::move(items); }
+    std::function<void()> openMenu;
+
+    void show(const QString &, std::vector<MenuItem> items, std::function<void()> elsewhere) override
+    {
+        menu = std::move(items);
+        openMenu = std::move(elsewhere);
+    }
 };
 
 class FakeSession final : public Session {

@@ -23,15 +23,13 @@ constexpr auto kCode = "com.microsoft.VSCode"_L1;
 constexpr auto kCursor = "com.todesktop.cursor"_L1;
 constexpr auto kGhostty = "com.mitchellh.ghostty"_L1;
 constexpr auto kWarp = "dev.warp.Warp-Stable"_L1;
-constexpr auto kRecorder = "com.obsproject.obs-studio"_L1;
 
-// Any screen recorder of a Linux desktop counts as the one the logic asks for, as any terminal counts as Terminal.
 constexpr std::array kNames{
-    Names{"obs"_L1, kRecorder},
-    Names{"com.obsproject.studio"_L1, kRecorder},
-    Names{"simplescreenrecorder"_L1, kRecorder},
-    Names{"vokoscreenng"_L1, kRecorder},
-    Names{"kazam"_L1, kRecorder},
+    Names{"obs"_L1, kScreenRecorder},
+    Names{"com.obsproject.studio"_L1, kScreenRecorder},
+    Names{"simplescreenrecorder"_L1, kScreenRecorder},
+    Names{"vokoscreenng"_L1, kScreenRecorder},
+    Names{"kazam"_L1, kScreenRecorder},
     Names{"spotify"_L1, "com.spotify.client"_L1},
     Names{"code"_L1, kCode},
     Names{"code - insiders"_L1, kCode},
@@ -153,7 +151,7 @@ std::optional<WatchedProgram> watchedProgram(QByteArrayView name, const std::fun
                               return word == each.argument || word.endsWith('/' + each.argument.toByteArray());
                           });
         if (fits)
-            return WatchedProgram{QString(kRecorder), false, each.mayRest};
+            return WatchedProgram{QString(kScreenRecorder), false, each.mayRest};
     }
     return std::nullopt;
 }

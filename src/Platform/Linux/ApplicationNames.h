@@ -8,6 +8,9 @@
 
 namespace velto {
 
+/// Any recorder of this desktop counts as the one that the program asks for, as any terminal counts as Terminal.
+inline constexpr auto kScreenRecorder = QLatin1StringView("com.obsproject.obs-studio");
+
 /// The identifier of the application whose windows carry this WM_CLASS; the class itself for one that isn't known.
 /// Empty if both are.
 QString identifierForClass(const QString &instance, const QString &windowClass);

@@ -97,13 +97,14 @@ QString displays()
     return way + u", Qt "_s + QString::fromLatin1(qVersion()) + u": "_s + list.join(u", "_s);
 }
 
-Support trayOn(const QDBusConnection &bus)
+Support trayOn(const QDBusConnection &bus, const XcbServer &server)
 {
     constexpr auto kWatcher = "org.kde.StatusNotifierWatcher"_L1;
     if (property(bus, kWatcher, u"/StatusNotifierWatcher"_s, kWatcher, u"IsStatusNotifierHostRegistered"_s).toBool())
         return {};
-    return missing(QCoreApplication::translate(
-        "DesktopCheck", "this desktop has no tray for status notifier items; right-click the strip for the menu"));
+    if (server.selectionOwner(server.atom(XcbAtom::SystemTray)) != kNoWindow)
+        return {};
+    return missing(QCoreApplication::translate("DesktopCheck", "this desktop has no tray; right-click the strip for the menu"));
 }
 
 Support keyOn(const QDBusConnection &bus, LinuxPlatform &platform)
@@ -143,14 +144,14 @@ QList<Checked> checkDisplay(LinuxPlatform &platform)
     };
 }
 
-QList<Checked> checkSession()
+QList<Checked> checkSession(const XcbServer &server)
 {
     const auto session = QDBusConnection::sessionBus();
     const bool login = offered(QDBusConnection::systemBus(), u"org.freedesktop.login1"_s);
     const bool saver = offered(session, u"org.freedesktop.ScreenSaver"_s) || offered(session, u"org.gnome.ScreenSaver"_s);
     return {
         {text("session bus"), session.isConnected() ? Support{} : missing(text("DBUS_SESSION_BUS_ADDRESS leads nowhere")), {}},
-        {text("tray"), trayOn(session), {}},
+        {text("tray"), trayOn(session, server), {}},
         {text("keyring"),
          offered(session, u"org.freedesktop.secrets"_s)
              ? Support{}

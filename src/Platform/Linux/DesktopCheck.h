@@ -8,6 +8,7 @@
 namespace velto {
 
 struct LinuxPlatform;
+class XcbServer;
 
 /// One thing that the desktop or the machine provides.
 struct Checked {
@@ -19,8 +20,8 @@ struct Checked {
 /// What the display offers, for a report. Needs the application object; asks the session bus and waits for it, some seconds at
 /// most, and changes nothing: a key that is grabbed for this is given back.
 QList<Checked> checkDisplay(LinuxPlatform &platform);
-/// The same for what the buses offer, with a display or without.
-QList<Checked> checkSession();
+/// The same for what the session offers, with a display or without.
+QList<Checked> checkSession(const XcbServer &server);
 
 /// The program that listens on that loopback port, as "name (process)"; empty if nobody does or it is another user's.
 QString listenerOn(int port);

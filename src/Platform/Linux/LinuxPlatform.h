@@ -10,8 +10,8 @@
 #include "Platform/Linux/LogindSession.h"
 #include "Platform/Linux/MprisPlayers.h"
 #include "Platform/Linux/PortalAppearance.h"
+#include "Platform/Linux/ProcessFolderPanel.h"
 #include "Platform/Linux/QtDisplays.h"
-#include "Platform/Linux/QtFolderPanel.h"
 #include "Platform/Linux/TrayStatusItem.h"
 #include "Platform/Linux/WindowSystem.h"
 #include "Platform/Linux/X11/XcbServer.h"
@@ -32,7 +32,7 @@ class Defaults;
 std::optional<QString> prepareGraphics(const QString &wanted = {});
 
 /// Everything that a Linux desktop does for us, in the order in which the pieces depend on each other.
-/// Construction needs the application object (QApplication for the tray) and does next to nothing.
+/// Construction needs the application object and does next to nothing.
 struct LinuxPlatform {
     LinuxPlatform(Clock &clock, Files &files, Defaults &defaults, const Places &places);
 
@@ -58,7 +58,7 @@ struct LinuxPlatform {
     XdgWorkspace workspace;
     LinuxTerminals terminals;
     LinuxMachine machine;
-    QtFolderPanel folderPanel;
+    ProcessFolderPanel folderPanel;
     PortalAppearance appearance;
     LinuxVideoPlayer videoPlayer;
 };

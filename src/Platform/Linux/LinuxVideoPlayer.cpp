@@ -1,6 +1,7 @@
 #include "Platform/Linux/LinuxVideoPlayer.h"
 
-#include <QCoreApplication>
+#include "Platform/Linux/HelperProgram.h"
+
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QJsonDocument>
@@ -47,9 +48,9 @@ LinuxVideoPlayer::~LinuxVideoPlayer()
 
 QString LinuxVideoPlayer::program() const
 {
-    const QString here = QCoreApplication::applicationDirPath();
-    const QStringList installed{here + "/velto-video"_L1, here + "/../libexec/velto/velto-video"_L1};
-    for (const QString &path : m_places.isEmpty() ? installed : m_places) {
+    if (m_places.isEmpty())
+        return helperProgram(u"velto-video"_s);
+    for (const QString &path : m_places) {
         if (QFileInfo(path).isExecutable())
             return path;
     }

@@ -2,14 +2,12 @@
 
 #include <QPainter>
 #include <QPainterPath>
-#include <QPixmap>
 #include <cmath>
 
 namespace velto {
 
 namespace {
 
-constexpr std::array kSizes{16, 22, 24, 32, 48, 64};
 constexpr QColor kLight(0xf4, 0xf4, 0xf4);
 constexpr QColor kGround(0, 0, 0, 190);
 
@@ -19,11 +17,13 @@ int part(int size, double share)
     return std::max(1, int(std::lround(size * share)));
 }
 
-QPixmap drawn(int size)
+} // namespace
+
+QImage statusIcon(int size)
 {
-    QPixmap pixmap(size, size);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
+    QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
 
@@ -44,17 +44,7 @@ QPixmap drawn(int size)
 
     const QRect room = inner.adjusted(line, line, -line, -line);
     painter.drawRoundedRect(QRect(room.topLeft(), QSize(room.width(), part(inner.height(), 1 / 3.0))), line, line);
-    return pixmap;
-}
-
-} // namespace
-
-QIcon statusIcon()
-{
-    QIcon icon;
-    for (const int size : kSizes)
-        icon.addPixmap(drawn(size));
-    return icon;
+    return image;
 }
 
 } // namespace velto

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QIcon>
+#include <QImage>
 
 namespace velto {
 
-/// The symbol "rectangle.topthird.inset.filled", drawn for each of the trays' sizes: light, on a dark ground of its own, so
-/// that it shows on a light panel too.
-QIcon statusIcon();
+/// The symbol "rectangle.topthird.inset.filled", `size` pixels wide and high, on whole pixels: light, on a dark ground of its
+/// own, so that it shows on a light panel too.
+QImage statusIcon(int size);
 
 } // namespace velto

@@ -1,13 +1,8 @@
 #include "Platform/Linux/TrayStatusItem.h"
 
 #include "Platform/Linux/DBusAsk.h"
-#include "Platform/Linux/StatusIcon.h"
 
-#include <QAction>
 #include <QDBusServiceWatcher>
-#include <QKeyEvent>
-#include <QMenu>
-#include <QSystemTrayIcon>
 
 using namespace Qt::StringLiterals;
 
@@ -30,116 +25,82 @@ TrayStatusItem::TrayStatusItem(XcbServer &server, std::function<QDBusConnection(
 
 TrayStatusItem::~TrayStatusItem() = default;
 
-void TrayStatusItem::show(const QString &description, std::vector<MenuItem> menu)
+void TrayStatusItem::show(const QString &description, std::vector<MenuItem> menu, std::function<void()> openMenu)
 {
     m_description = description;
     m_items = std::move(menu);
-    if (m_icon)
-        m_icon->setContextMenu(nullptr);
-    if (m_menu)
-        m_menu->close();
-    m_menu.reset();
-    if (m_icon) {
-        m_icon->setContextMenu(this->menu());
-        m_icon->setToolTip(m_description);
+    m_openMenu = std::move(openMenu);
+    if (m_notifier) {
+        m_notifier->describe(m_description);
+        m_notifier->menu().setItems(m_items);
     }
-    if (m_watching)
-        return;
-    m_watching = true;
+    if (!std::exchange(m_following, true))
+        follow();
+    lookForTray();
+}
+
+void TrayStatusItem::follow()
+{
     if (m_server.exists()) {
         m_server.followSelection(m_server.atom(XcbAtom::SystemTray));
         connect(&m_server, &XcbServer::selectionOwnerChanged, this, [this](xcb_atom_t selection) {
-            if (selection == m_server.atom(XcbAtom::SystemTray))
-                lookForHost();
+            if (selection != m_server.atom(XcbAtom::SystemTray))
+                return;
+            m_older.reset();
+            lookForTray();
         });
     }
     auto bus = m_sessionBus();
-    if (bus.isConnected()) {
-        auto *watcher = new QDBusServiceWatcher(kWatcher, bus, QDBusServiceWatcher::WatchForRegistration, this);
-        connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &TrayStatusItem::lookForHost);
-        bus.connect(QString(), kWatcherPath, kWatcher, u"StatusNotifierHostRegistered"_s, this, SLOT(lookForHost()));
-    }
-    lookForHost();
+    if (!bus.isConnected())
+        return;
+    auto *watcher = new QDBusServiceWatcher(kWatcher, bus, QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, [this] {
+        m_onBus = false;
+        lookForTray();
+    });
+    for (const auto &change : {u"StatusNotifierHostRegistered"_s, u"StatusNotifierHostUnregistered"_s})
+        bus.connect(QString(), kWatcherPath, kWatcher, change, this, SLOT(lookForTray()));
 }
 
-/// A watcher alone shows nothing: the toolkit uses this kind of tray only with a registered host.
-void TrayStatusItem::lookForHost()
+/// A watcher alone shows nothing: it takes a host, which draws the items that the watcher knows.
+void TrayStatusItem::lookForTray()
 {
-    if (m_icon)
-        return;
     const auto bus = m_sessionBus();
     if (!bus.isConnected()) {
-        lookForOlderTray();
+        takeTray(false);
         return;
     }
     ask(bus, propertyOf(kWatcher, kWatcherPath, kWatcher, u"IsStatusNotifierHostRegistered"_s), this,
-        [this](const QVariant &registered) {
-            if (registered.toBool())
-                makeIcon();
-            else
-                lookForOlderTray();
-        });
+        [this](const QVariant &registered) { takeTray(registered.toBool()); });
 }
 
-void TrayStatusItem::lookForOlderTray()
+void TrayStatusItem::takeTray(bool onBus)
 {
-    if (m_server.selectionOwner(m_server.atom(XcbAtom::SystemTray)) != kNoWindow)
-        makeIcon();
-}
-
-void TrayStatusItem::makeIcon()
-{
-    if (m_icon)
+    if (onBus) {
+        m_older.reset();
+        if (!m_notifier) {
+            m_notifier = std::make_unique<StatusNotifier>(m_sessionBus(), m_description);
+            m_notifier->menu().setItems(m_items);
+            connect(m_notifier.get(), &StatusNotifier::pressed, this, &TrayStatusItem::press);
+            connect(m_notifier.get(), &StatusNotifier::menuWanted, this, [this] { m_openMenu(); });
+        }
+        if (!std::exchange(m_onBus, true))
+            m_notifier->announce();
         return;
-    m_icon = std::make_unique<QSystemTrayIcon>(statusIcon());
-    m_icon->setToolTip(m_description);
-    m_icon->setContextMenu(menu());
-    connect(m_icon.get(), &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
-        if (reason == QSystemTrayIcon::Trigger && !m_items.empty() && m_items.front().action)
-            m_items.front().action();
-    });
-    m_icon->show();
+    }
+    m_onBus = false;
+    const auto tray = m_server.selectionOwner(m_server.atom(XcbAtom::SystemTray));
+    if (m_older || tray == kNoWindow)
+        return;
+    m_older = std::make_unique<XembedIcon>(m_server, tray, m_description);
+    connect(m_older.get(), &XembedIcon::pressed, this, &TrayStatusItem::press);
+    connect(m_older.get(), &XembedIcon::menuWanted, this, [this] { m_openMenu(); });
 }
 
-QMenu *TrayStatusItem::menu()
+void TrayStatusItem::press() const
 {
-    if (m_menu)
-        return m_menu.get();
-    m_menu = std::make_unique<QMenu>();
-    m_menu->installEventFilter(this);
-    for (const auto &item : m_items) {
-        if (item.title.isEmpty()) {
-            m_menu->addSeparator();
-            continue;
-        }
-        auto *action = m_menu->addAction(QString(item.title).replace(u'&', u"&&"_s));
-        if (item.key != QKeyCombination())
-            action->setShortcut(QKeySequence(item.key));
-        // On some platforms the toolkit guesses from its text which item is Quit or Settings.
-        action->setMenuRole(QAction::NoRole);
-        connect(action, &QAction::triggered, this, [run = item.action] {
-            if (run)
-                run();
-        });
-    }
-    return m_menu.get();
-}
-
-/// The toolkit handles shortcuts for its active window only, and there is none under a menu over another program's windows.
-bool TrayStatusItem::eventFilter(QObject *watched, QEvent *event)
-{
-    if (watched == m_menu.get() && event->type() == QEvent::KeyPress) {
-        const QKeySequence pressed(static_cast<QKeyEvent *>(event)->keyCombination());
-        const auto actions = m_menu->actions();
-        for (auto *action : actions) {
-            if (action->shortcut().isEmpty() || action->shortcut() != pressed)
-                continue;
-            m_menu->close();
-            action->trigger();
-            return true;
-        }
-    }
-    return QObject::eventFilter(watched, event);
+    if (!m_items.empty() && m_items.front().action)
+        m_items.front().action();
 }
 
 } // namespace velto

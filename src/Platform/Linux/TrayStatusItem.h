@@ -1,20 +1,18 @@
 #pragma once
 
+#include "Platform/Linux/StatusNotifier.h"
 #include "Platform/Linux/X11/XcbServer.h"
+#include "Platform/Linux/X11/XembedIcon.h"
 #include "Platform/StatusItem.h"
 
 #include <QDBusConnection>
 #include <QObject>
 #include <memory>
 
-class QMenu;
-class QSystemTrayIcon;
-
 namespace velto {
 
-/// The icon in the desktop's tray. The toolkit asks once, when the first icon is made, which kind of tray there is, and keeps
-/// the answer: so none is made before a tray is there, which at login may be long after us. Pressing the icon does what the
-/// menu's first item does. Needs QApplication.
+/// The icon in the desktop's tray: in one on the session bus if there is any, else in one of the older kind. Trays come after us
+/// at login, and come and go. Pressing the icon does what the menu's first item does.
 class TrayStatusItem final : public QObject, public StatusItem {
     Q_OBJECT
 public:
@@ -23,28 +21,28 @@ public:
                             QObject *parent = nullptr);
     ~TrayStatusItem() override;
 
-    void show(const QString &description, std::vector<MenuItem> menu) override;
+    void show(const QString &description, std::vector<MenuItem> menu, std::function<void()> openMenu) override;
 
-    bool eventFilter(QObject *watched, QEvent *event) override;
-
-    /// Whether the icon stands in a tray.
-    bool inTray() const { return m_icon != nullptr; }
+    /// Whether a tray has been found for it.
+    bool inTray() const { return m_onBus || m_older; }
 
 private Q_SLOTS:
-    void lookForHost();
+    void lookForTray();
 
 private:
-    void lookForOlderTray();
-    void makeIcon();
-    QMenu *menu();
+    void follow();
+    void takeTray(bool onBus);
+    void press() const;
 
     XcbServer &m_server;
     std::function<QDBusConnection()> m_sessionBus;
     QString m_description;
     std::vector<MenuItem> m_items;
-    std::unique_ptr<QMenu> m_menu;
-    std::unique_ptr<QSystemTrayIcon> m_icon;
-    bool m_watching = false;
+    std::function<void()> m_openMenu;
+    std::unique_ptr<StatusNotifier> m_notifier;
+    std::unique_ptr<XembedIcon> m_older;
+    bool m_following = false;
+    bool m_onBus = false; ///< a tray on the bus has been told
 };
 
 } // namespace velto

@@ -51,11 +51,16 @@ QByteArray content(const std::string &path)
     return result;
 }
 
-/// Another user's screen doesn't concern us.
-bool isOwn(const std::string &process)
+/// Whether it may work on the user's screen: it is the user's own, or root's, as with sudo. Otherwise another user of this machine
+/// could silence or hide the strip by a program's name. Judged by the real user: a setuid program has another user's files in
+/// /proc, although anyone may start it.
+bool isOurs(const std::string &process)
 {
-    struct stat status = {};
-    return ::stat(process.c_str(), &status) == 0 && status.st_uid == ::getuid();
+    const QByteArray status = content(process + "/status");
+    const qsizetype line = status.indexOf("\nUid:\t");
+    bool known = false;
+    const uint user = status.mid(line + 6, status.indexOf('\t', line + 6) - line - 6).toUInt(&known);
+    return line >= 0 && known && (user == ::getuid() || user == 0);
 }
 
 /// Whether it has buffers of the media server open, that is, sends or receives a stream.
@@ -83,6 +88,7 @@ WatchedProcesses::WatchedProcesses(Clock &clock, QObject *parent)
     : QObject(parent)
     , m_clock(clock)
 {
+    connect(&m_casts, &ScreenCasts::changed, this, &WatchedProcesses::changed);
 }
 
 WatchedProcesses::~WatchedProcesses()
@@ -125,6 +131,7 @@ void WatchedProcesses::programStarted()
 
 void WatchedProcesses::look()
 {
+    m_casts.look();
     const QStringList before = running();
     bool resting = false;
     const Folder processes(::opendir("/proc"));
@@ -137,7 +144,7 @@ void WatchedProcesses::look()
         const auto path = [process] { return "/proc/" + std::to_string(process); };
         const auto program = watchedProgram(nameOf(::dirfd(processes.get()), entry->d_name, room),
                                             [&path] { return content(path() + "/cmdline"); });
-        if (!program || (program->locks && !isOwn(path())))
+        if (!program || !isOurs(path()))
             continue;
         resting = resting || program->mayRest;
         const bool counts = !program->mayRest || streams(path());
@@ -181,6 +188,8 @@ void WatchedProcesses::over(int process)
 QStringList WatchedProcesses::running() const
 {
     QStringList identifiers;
+    if (m_casts.running())
+        identifiers.append(kScreenRecorder);
     for (const auto &program : m_followed)
         identifiers.append(program->identifier);
     return identifiers;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Clock.h"
+#include "Platform/Linux/ScreenCasts.h"
 #include "Platform/Posix/Descriptor.h"
 
 #include <QHash>
@@ -12,9 +13,9 @@ class QSocketNotifier;
 
 namespace velto {
 
-/// The screen recorders that run, with or without a window, and the programs that lock the screen: a recorder that works is
-/// often nothing but a tray icon, and not every locker tells the session. The kernel tells when a program starts, by its loader
-/// being opened, and when one of these ends; until then nothing is looked at.
+/// The user's screen recorders that run, with or without a window, and the programs that lock the screen: a recorder that works
+/// is often nothing but a tray icon, and not every locker tells the session. A screen cast counts as a recorder. The kernel tells
+/// when a program starts, by its loader being opened, and when one of these ends; until then nothing is looked at.
 class WatchedProcesses final : public QObject {
     Q_OBJECT
 public:
@@ -39,6 +40,7 @@ private:
     void over(int process);
 
     Clock &m_clock;
+    ScreenCasts m_casts;
     Descriptor m_starts;
     std::unique_ptr<QSocketNotifier> m_startNotifier;
     TimerHandle m_soon;

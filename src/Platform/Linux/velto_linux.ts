@@ -11,7 +11,7 @@
     </message>
     <message>
         <source>When OBS, Screen Studio, ScreenFlow, Loom, Riverside, Ecamm or Descript is open, the velto shows only a red dot and nothing slides out, so client names never end up in a video.</source>
-        <translation>When OBS, SimpleScreenRecorder, vokoscreenNG, Kazam, wf-recorder, wl-screenrec, GPU Screen Recorder or ffmpeg records, or Spectacle, Kooha or GNOME's own recorder does, the velto shows only a red dot and nothing slides out, so client names never end up in a video.</translation>
+        <translation>When OBS, SimpleScreenRecorder, vokoscreenNG, Kazam, wf-recorder, wl-screenrec, GPU Screen Recorder or ffmpeg records, Spectacle, Kooha or GNOME's own recorder does, or a program is given your screen through PipeWire, the velto shows only a red dot and nothing slides out, so client names never end up in a video.</translation>
     </message>
     <message>
         <source>Scan this Mac</source>

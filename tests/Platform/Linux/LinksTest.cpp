@@ -1,9 +1,12 @@
 #include "Platform/Linux/LinuxVideoPlayer.h"
+#include "Platform/Linux/ProcessFolderPanel.h"
 #include "Platform/Linux/XdgWorkspace.h"
 #include "RunTests.h"
 
 #include <QDesktopServices>
+#include <QFile>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 
 using namespace velto;
 using namespace Qt::StringLiterals;
@@ -36,6 +39,41 @@ private Q_SLOTS:
             QVERIFY2(!opened(link), link);
         for (const char *scheme : schemes)
             QDesktopServices::unsetUrlHandler(QString::fromLatin1(scheme));
+    }
+
+    void foldersAreChosenInAProcessOfItsOwn()
+    {
+        QTemporaryDir folder;
+        const QString program = folder.filePath(u"folders"_s);
+        QStringList paths;
+        int answers = 0;
+        const auto runs = [&](const QByteArray &script) {
+            QFile file(program);
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write("#!/bin/sh\n" + script) > 0
+                    && file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+        };
+        ProcessFolderPanel panel(program);
+        const auto choose = [&] {
+            panel.choose(u"Watch"_s, [&](const QStringList &chosen) {
+                paths = chosen;
+                ++answers;
+            });
+        };
+        choose(); // it isn't there
+        QTest::qWait(300);
+        // The second call only brings it to the front.
+        runs("read line; printf '/a b\\0/\303\244\\n\\0'");
+        choose();
+        choose();
+        QTRY_COMPARE(answers, 1);
+        QCOMPARE(paths, QStringList({u"/a b"_s, u"/ä\n"_s}));
+        // It crashes, or the user changes their mind.
+        for (const auto *script : {"printf '/a\\0'; kill -9 $$", "exit 0"}) {
+            runs(script);
+            choose();
+            QTest::qWait(300);
+        }
+        QCOMPARE(answers, 1);
     }
 
     void aPlayerOfVideosThatCantBeStartedFails()

@@ -78,6 +78,42 @@ private Q_SLOTS:
             QTRY_VERIFY(!recording());
         }
     }
+    /// Given out by a media server that came after the program, and that goes while it does.
+    void aScreenCast()
+    {
+        const QTemporaryDir folder;
+        qputenv("PIPEWIRE_RUNTIME_DIR", folder.path().toLocal8Bit());
+        EwmhApplications applications(*m_server, m_clock);
+        applications.start();
+        const auto cast = [&applications] { return applications.running().contains(u"com.obsproject.obs-studio"_s); };
+        QProcess server;
+        server.start(u"pipewire"_s, {});
+        if (!server.waitForStarted())
+            QSKIP("pipewire is missing (script/bootstrap --for test installs it)");
+        QTRY_VERIFY(QFile::exists(folder.filePath(u"pipewire-0"_s)));
+        const auto give = [](QProcess &source, const QByteArray &properties) {
+            source.start(u"pw-cli"_s, {});
+            source.write("create-node spa-node-factory factory.name=videotestsrc library.name=videotestsrc/libspa-videotestsrc "
+                         "media.class=Video/Source "
+                         + properties + '\n');
+            return source.waitForStarted();
+        };
+        QProcess camera;
+        QProcess screen;
+        QVERIFY(give(camera, "media.role=Camera"));
+        QVERIFY(give(screen, "node.name=screen"));
+        QTRY_VERIFY((m_clock.advance(std::chrono::milliseconds(100)), cast()));
+        screen.kill();
+        QTRY_VERIFY(!cast());
+        screen.waitForFinished();
+        QVERIFY(give(screen, {}));
+        QTRY_VERIFY(cast());
+        server.kill();
+        QTRY_VERIFY(!cast());
+        for (QProcess *each : {&server, &camera, &screen})
+            each->kill(), each->waitForFinished();
+        qunsetenv("PIPEWIRE_RUNTIME_DIR");
+    }
 };
 
 static const Registered<OtherWindowsTest> kAdded;
