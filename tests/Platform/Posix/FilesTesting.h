@@ -12,7 +12,8 @@
 
 namespace velto {
 
-/// Where a test's folder goes: in memory where the system has a place for that, since a busy disk makes writes wait for seconds.
+/// Where a test's folder goes: in memory if the system has a place for that, since a busy disk can make writes wait for
+/// seconds.
 inline QString scratchTemplate()
 {
     const QString memory = QStringLiteral("/dev/shm");
@@ -28,7 +29,7 @@ inline void writeFile(const QString &path, const QByteArray &bytes, mode_t mode 
     ::chmod(QFile::encodeName(path).constData(), mode);
 }
 
-/// A null array if there is no such file.
+/// Null if there is no such file.
 inline QByteArray readFile(const QString &path)
 {
     QFile file(path);
@@ -49,7 +50,7 @@ inline QStringList filesIn(const QString &folder, const QString &pattern = QStri
     return QDir(folder).entryList({pattern}, QDir::Files | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
 }
 
-/// A disk on which one step fails. It doesn't wait for the real one: what a test sees doesn't hang on that.
+/// A disk on which one step fails. It never waits for the real disk, on which no result depends.
 class FaultyCalls final : public FileCalls {
 public:
     int failAt = 0; ///< the step that fails, counted from 1; 0 is none

@@ -6,7 +6,7 @@
 
 namespace velto {
 
-/// The Agents tab on the real store.
+/// The Agents tab with the real store.
 class AgentsPage : public ViewPage {
     Q_OBJECT
 
