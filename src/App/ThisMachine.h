@@ -18,7 +18,7 @@ namespace velto {
 /// Where this user's files are.
 Places placesOfThisMachine();
 
-/// What the stores lean on, as it really is, in the order in which it leans on each other.
+/// The real services that the stores need, in the order in which they depend on each other.
 struct ThisMachine {
     ThisMachine();
     ~ThisMachine();

@@ -13,7 +13,7 @@ ButtonBase {
     /// Shows the symbol alone where there is no room, with the title as its help text.
     property bool bare: false
 
-    /// How wide it is with its title.
+    /// Its width with the title.
     readonly property real whole: 20 + mark.width + row.spacing + name.implicitWidth + (root.badge > 0 ? row.spacing + pad.width : 0)
     readonly property color ink: root.selected ? Theme.accentStrong : root.hovered ? Theme.glassPrimary : Theme.glassSecondary
 

@@ -60,7 +60,7 @@ ApplicationWindow {
             "store": root.store
         });
     }
-    /// By keys, and the keyboard goes with it: what had it may have gone with its pane.
+    /// Chosen by keys, so the focus moves along: the focused control may be gone with its pane.
     function step(by: int): void {
         root.show((root.shown + root.panes.length + by) % root.panes.length);
         root.first.forceActiveFocus(Qt.TabFocusReason);

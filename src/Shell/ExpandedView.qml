@@ -36,7 +36,7 @@ FocusScope {
             id: tabs
 
             readonly property real room: (recording.visible ? recording.x : buttons.x) - 16
-            /// The titles have no room.
+            /// Whether there is no room for the titles.
             readonly property bool crowded: {
                 let wanted = 0;
                 for (let index = 0; index < repeater.count; ++index)

@@ -62,7 +62,7 @@ Item {
             color: root.removed || root.added ? Theme.at(root.tint, 0.15) : Theme.at("white", 0.06)
         }
     }
-    // Beside the text, so that what is copied is the text.
+    // Beside the text, so that it isn't copied with it.
     TextEdit {
         id: marks
 

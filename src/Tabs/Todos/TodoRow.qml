@@ -128,7 +128,7 @@ Item {
     Item {
         id: line
 
-        /// Where something of this height has its middle at the capitals of the title's first line.
+        /// The y at which something of this height is level with the capitals of the title's first line.
         function beside(height: real): real {
             return Math.round(words.y - Theme.capitalsDrop(name.font.pixelSize, height) + 0.5);
         }

@@ -70,7 +70,7 @@ private Q_SLOTS:
             xcb_map_window(tray.connection(), icon);
             xcb_flush(tray.connection());
             QTRY_VERIFY(m_server->viewable(icon));
-            // Its light block, on the tray's own colour at the corner.
+            // Its light block, with the tray's own colour at the corner.
             const auto pixel = [&](int x, int y) {
                 const XcbReply<xcb_get_image_reply_t> image(xcb_get_image_reply(
                     tray.connection(),
