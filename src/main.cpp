@@ -2,6 +2,7 @@
 #include "App/CommandLine.h"
 #include "App/Program.h"
 #include "App/Snapshot.h"
+#include "Core/Texts.h"
 #include "Platform/Linux/DBusActivation.h"
 #include "Platform/Linux/LinuxPlatform.h"
 #include "Platform/Linux/LinuxWording.h"
@@ -49,7 +50,7 @@ void introduce()
     // Starts faster than OpenGL, takes less memory, and costs nothing at rest. Must be chosen before any window exists.
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     // The texts are English, so dates and numbers in them are too, in the order and with the clock of the user's country.
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::system().territory()));
+    QLocale::setDefault(velto::english(QLocale::system()));
     QGuiApplication::setApplicationName(QStringLiteral("velto"));
     QGuiApplication::setApplicationVersion(QLatin1String(VELTO_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral(VELTO_APPLICATION_ID));

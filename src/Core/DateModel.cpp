@@ -22,6 +22,13 @@ bool isWritable(QDate date)
     return date.isValid() && date.year() >= 1 && date.year() <= kLastYear;
 }
 
+/// The first day of the week in the user's country.
+Qt::DayOfWeek weekStart()
+{
+    const QLocale locale;
+    return (locale.territory() == QLocale::World ? QLocale::system() : locale).firstDayOfWeek();
+}
+
 /// The language's short form, with all digits of the year.
 QString shortForm()
 {
@@ -130,7 +137,7 @@ QStringList DateModel::weekdays() const
         const QLocale locale;
         QStringList names;
         for (int i = 0; i < kDaysOfWeek; ++i)
-            names.append(locale.standaloneDayName((int(locale.firstDayOfWeek()) - 1 + i) % kDaysOfWeek + 1, form));
+            names.append(locale.standaloneDayName((int(weekStart()) - 1 + i) % kDaysOfWeek + 1, form));
         return names;
     };
     // In some languages the short form is no shorter than the long one, and the columns are narrow.
@@ -142,7 +149,7 @@ QStringList DateModel::weekdays() const
 
 QDate DateModel::firstShown() const
 {
-    const int back = (m_page.dayOfWeek() - int(QLocale().firstDayOfWeek()) + kDaysOfWeek) % kDaysOfWeek;
+    const int back = (m_page.dayOfWeek() - int(weekStart()) + kDaysOfWeek) % kDaysOfWeek;
     return m_page.addDays(-back);
 }
 
@@ -202,7 +209,7 @@ void DateModel::moveMonths(int by)
 
 void DateModel::moveToWeekStart()
 {
-    moveDays(-((m_date.dayOfWeek() - int(QLocale().firstDayOfWeek()) + kDaysOfWeek) % kDaysOfWeek));
+    moveDays(-((m_date.dayOfWeek() - int(weekStart()) + kDaysOfWeek) % kDaysOfWeek));
 }
 
 void DateModel::moveToWeekEnd()

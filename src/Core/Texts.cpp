@@ -50,6 +50,13 @@ QString ago(const QDateTime &date, const QDateTime &now)
     return QCoreApplication::translate("ago", "%1 d").arg(seconds / kDay);
 }
 
+QLocale english(const QLocale &desktop)
+{
+    const QLocale here(QLocale::English, desktop.territory());
+    const bool known = desktop.language() == QLocale::C || here.territory() == desktop.territory();
+    return known ? here : QLocale(QLocale::English, QLocale::World);
+}
+
 QString shortTime(const QDateTime &moment)
 {
     // The form is the system's, since LC_TIME may name another country than the language of our texts; words and digits are

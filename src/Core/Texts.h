@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDateTime>
+#include <QLocale>
 #include <QString>
 #include <QStringList>
 
@@ -10,6 +11,9 @@ class Clock;
 
 /// The date `offset` days from now, local, as "yyyy-MM-dd".
 QString today(const Clock &clock, int offset);
+/// What our texts, which are English, say dates and numbers by: English as the desktop's country writes it; the world's English
+/// where that isn't known, since a day in the American order would be read as another.
+QLocale english(const QLocale &desktop);
 /// How long ago, in one short word: "now", "12 min", "3 h", "2 d". The future is "now".
 QString ago(const QDateTime &date, const QDateTime &now);
 /// A moment's local time in the user's short form, without a date: "14:30", "2:30 PM".

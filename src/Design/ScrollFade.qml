@@ -9,6 +9,11 @@ PanelFade {
     required property Flickable area
     readonly property real above: root.area.contentY - root.area.originY
 
+    // Looked up anew with each scroll, and when something above the page comes or goes.
+    function placeOf(_y: real, _height: real): real {
+        return root.mapToItem(null, 0, 0).y;
+    }
+
     anchors.top: root.area.top
     anchors.left: root.area.left
     anchors.right: root.area.right
@@ -17,7 +22,6 @@ PanelFade {
     height: 12
     visible: root.above > 0
     opacity: Math.min(1, root.above / root.height)
-    // Looked up again with each scroll: the page may have moved meanwhile.
-    place: root.above > 0 ? root.mapToItem(null, 0, 0).y : 0
+    place: root.above > 0 ? root.placeOf(root.area.y, root.area.height) : 0
     whole: root.Window.height
 }

@@ -36,6 +36,7 @@ VeltoPanel::VeltoPanel(Clock &clock, UI &ui, const PanelOutline &outline)
     setResizeMode(QQuickView::SizeRootObjectToView);
     connect(&m_outline, &PanelOutline::changed, this, &VeltoPanel::outlineChanged);
     connect(&m_ui, &UI::compositedChanged, this, &VeltoPanel::outlineMoved);
+    connect(&m_ui, &UI::menuOpenChanged, this, &VeltoPanel::letPointerRest);
 }
 
 VeltoPanel::~VeltoPanel()
@@ -59,14 +60,19 @@ QRegion VeltoPanel::wantedMask() const
     return around;
 }
 
-// What appears under a resting pointer lights up only when the pointer moves.
 void VeltoPanel::outlineChanged()
+{
+    letPointerRest();
+    outlineMoved();
+}
+
+// What appears under a resting pointer lights up only when the pointer moves, and what a menu covers shows no help text.
+void VeltoPanel::letPointerRest()
 {
     const auto place = m_ui.pointer ? m_ui.pointer() : std::nullopt;
     m_rest = place ? mapToGlobal(*place) : QPoint();
     if (Theme *theme = Theme::of(engine()))
         theme->setPointerRests(true);
-    outlineMoved();
 }
 
 void VeltoPanel::outlineMoved()

@@ -31,6 +31,7 @@ private:
     /// Cuts away what the outline doesn't cover, so that presses beside it reach what is behind.
     void outlineMoved();
     void outlineChanged();
+    void letPointerRest();
     QRegion wantedMask() const;
     void cut(const QRegion &mask);
     void lookForPointer();
@@ -39,7 +40,7 @@ private:
     UI &m_ui;
     const PanelOutline &m_outline;
     QRegion m_mask;
-    QPoint m_rest; ///< where the pointer was on the screen when the outline last changed
+    QPoint m_rest; ///< where the pointer was on the screen when it was last let rest
     TimerHandle m_settled;
 };
 

@@ -22,6 +22,17 @@ private Q_SLOTS:
         QCOMPARE(at(86'400'000), u"1 d"_s);
     }
 
+    void datesAreInTheOrderOfTheCountry()
+    {
+        const auto written = [](const char *desktop) {
+            return english(QLocale(QLatin1StringView(desktop))).toString(QDate(2026, 11, 12), QLocale::ShortFormat);
+        };
+        QCOMPARE(written("en_US"), u"11/12/26"_s);
+        QCOMPARE(written("de_DE"), u"12/11/2026"_s);
+        for (const char *unknown : {"fr_FR", "ar_EG"}) // no English is written there
+            QCOMPARE(written(unknown), u"12/11/2026"_s);
+    }
+
     void compactRoundsAsPrintfInAnyLocale()
     {
         std::setlocale(LC_NUMERIC, "de_DE.UTF-8");

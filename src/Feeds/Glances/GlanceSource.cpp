@@ -48,7 +48,8 @@ void GlanceSource::look()
     refreshClipboard();
     if (!m_listing && !m_transfers.stillSo())
         readDownloads();
-    const bool due = !m_nextBuilds || *m_nextBuilds <= m_needs.clock.now();
+    // The answer took a moment, so the tick that was meant comes a little early.
+    const bool due = !m_nextBuilds || *m_nextBuilds <= m_needs.clock.now() + kInterval / 2;
     if (due && !m_asking && m_needs.prefs.anyOn())
         readBuilds();
 }

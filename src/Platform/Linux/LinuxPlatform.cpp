@@ -98,11 +98,18 @@ std::unique_ptr<WindowSystem> makeWindowSystem(XcbServer &server, Clock &clock)
     return x11;
 }
 
+/// A portal goes by the first call on a connection for who calls, and on the one that all share the toolkit's come first. Without
+/// a name the desktop can't say in its settings whose key it is.
+QDBusConnection portalBus()
+{
+    return QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("velto-portal"));
+}
+
 std::unique_ptr<HotKey> makeHotKey(XcbServer &server, Defaults &defaults)
 {
     // Through XWayland a key can be grabbed, but is heard only while an X11 window has the keyboard.
     if (onWayland())
-        return std::make_unique<PortalHotKey>(defaults, QGuiApplication::desktopFileName(), &QDBusConnection::sessionBus);
+        return std::make_unique<PortalHotKey>(defaults, QGuiApplication::desktopFileName(), &portalBus);
     return std::make_unique<XcbHotKey>(server);
 }
 

@@ -172,6 +172,7 @@ Item {
 
         PlainText {
             anchors.verticalCenter: parent.verticalCenter
+            visible: root.width >= 440 * Theme.textScale // else the name needs the room
             text: root.age
             size: Theme.textSmall
             color: Theme.glassTertiary
