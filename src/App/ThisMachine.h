@@ -31,7 +31,7 @@ struct ThisMachine {
     SystemClock clock;
     PosixFiles files;
     PosixFileTree fileTree;
-    ThreadPoolBackground writing{1}; ///< no other work is in the way of what the user wants kept
+    ThreadPoolBackground writing{1}; ///< its own thread, so that no other work delays saving
     FileWriter writer{writing, clock};
     JsonDefaults defaults;
     LinuxPlatform platform;

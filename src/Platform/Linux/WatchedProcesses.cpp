@@ -51,9 +51,9 @@ QByteArray content(const std::string &path)
     return result;
 }
 
-/// Whether it may work on the user's screen: it is the user's own, or root's, as with sudo. Otherwise another user of this machine
-/// could silence or hide the strip by a program's name. Judged by the real user: a setuid program has another user's files in
-/// /proc, although anyone may start it.
+/// Whether it may work on the user's screen: it is the user's own, or root's, as with sudo. Otherwise another user of this
+/// machine could silence or hide the strip by a program's name. Judged by the real user: a setuid program has another user's
+/// files in /proc, although anyone may start it.
 bool isOurs(const std::string &process)
 {
     const QByteArray status = content(process + "/status");

@@ -12,8 +12,8 @@ namespace velto {
 
 class Clock;
 
-/// The clipboard by ext-data-control or wlr's, which tells of copies while another program has the keyboard; the toolkit hears of
-/// them only while it has it itself. Counts from start() on. One reading at a time.
+/// The clipboard by ext-data-control or wlr's, which reports copies while another program has the keyboard; the toolkit
+/// notices them only while it has it itself. Counts from start() on. One reading at a time.
 class DataControlClipboard final : public QObject, public Clipboard {
     Q_OBJECT
 public:
