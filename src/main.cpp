@@ -30,7 +30,11 @@ int handOver(velto::Activation &activation, const velto::CommandLine &commandLin
 {
     if (activation.handOver(commandLine.actionsForTheOther()))
         return 0;
-    print(stderr, QCoreApplication::translate("velto", "Velto is running already, but it can't be reached.") + u'\n');
+    print(stderr,
+          QCoreApplication::translate("velto",
+                                      "Velto is running already, but it can't be reached: perhaps it is in another session of "
+                                      "yours. End that one first (pkill -x velto).")
+              + u'\n');
     return 1;
 }
 

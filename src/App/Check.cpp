@@ -4,6 +4,7 @@
 #include "Hooks/HookInstaller.h"
 #include "Hooks/HookListener.h"
 #include "Platform/Linux/DesktopCheck.h"
+#include "Platform/Linux/PortHolders.h"
 
 #include <QCoreApplication>
 
@@ -73,15 +74,19 @@ Checked hooks(ThisMachine &machine)
 Checked port()
 {
     constexpr int kPort = HookListener::kPort;
-    const QString holder = listenerOn(kPort);
-    if (holder.startsWith(u"velto"_s))
-        return {text("port %1").arg(kPort), {}, holder};
-    if (holder.isEmpty())
-        return {
-            text("port %1").arg(kPort), {Support::State::Missing, text("nobody of yours listens; Velto does while it runs")}, {}};
-    return {text("port %1").arg(kPort),
-            {Support::State::Denied, text("another program has it: end that one, and start Velto again")},
-            holder};
+    const QString what = text("port %1").arg(kPort);
+    const auto holder = portHolder(kPort);
+    if (!holder && !portTaken(kPort))
+        return {what, {Support::State::Missing, text("nobody listens; Velto does while it runs")}, {}};
+    if (!holder)
+        return {what,
+                {Support::State::Denied,
+                 text("a program of another user of this machine has it, so Claude Code's calls don't reach you until it ends")},
+                {}};
+    const QString name = "%1 (%2)"_L1.arg(holder->name).arg(holder->pid);
+    if (holder->name.startsWith("velto"_L1))
+        return {what, {}, name};
+    return {what, {Support::State::Denied, text("another program has it: end that one, and start Velto again")}, name};
 }
 
 } // namespace

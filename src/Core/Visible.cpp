@@ -193,8 +193,8 @@ private:
     bool joins(char32_t c)
     {
         const char32_t after = m_text.ahead();
-        if (c == kEmojiStyle)
-            return isEmoji(m_last) || after == kKeycap;
+        if (c == kEmojiStyle) // once: a row of them would say something that nobody sees
+            return !m_result.endsWith(QChar(char16_t(kEmojiStyle))) && (isEmoji(m_last) || after == kKeycap);
         if (c == kJoiner && isEmoji(m_last))
             return isEmoji(after);
         return (c == kJoiner || c == kNonJoiner) && isJoinedLetter(m_last) && isJoinedLetter(after);
@@ -247,6 +247,9 @@ private:
         if (length > 0 && m_result.at(length - 1).isHighSurrogate())
             --length;
         m_result.truncate(length);
+        // The marks around right-to-left words go in pairs.
+        if (m_exact && m_result.count(kLeftToRight) % 2 != 0)
+            m_result += kLeftToRight;
         m_result += u'…';
     }
 

@@ -12,10 +12,8 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <algorithm>
-#include <array>
 #include <sys/socket.h>
 #include <sys/un.h>
-#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -163,38 +161,6 @@ QList<Checked> checkSession(const XcbServer &server)
              : saver ? text("a screen saver")
                      : QString()},
     };
-}
-
-QString listenerOn(int port)
-{
-    // proc_pid_net(5): the local address, the state (0A is listening) and the socket's number.
-    QFile table(u"/proc/net/tcp"_s);
-    if (!table.open(QIODevice::ReadOnly))
-        return {};
-    const QByteArray wanted = ':' + QByteArray::number(port, 16).rightJustified(4, '0').toUpper();
-    QByteArray socket;
-    const auto lines = table.readAll().split('\n');
-    for (const auto &line : lines)
-        if (const auto fields = line.simplified().split(' ');
-            fields.size() > 9 && fields[1].endsWith(wanted) && fields[3] == "0A")
-            socket = "socket:[" + fields[9] + ']';
-    if (socket.isEmpty())
-        return {};
-    const auto processes = QDir(u"/proc"_s).entryList(QDir::Dirs);
-    for (const auto &process : processes) {
-        const QDir open("/proc/"_L1 + process + "/fd"_L1);
-        const auto numbers = open.entryList(QDir::Files | QDir::System | QDir::NoDotAndDotDot);
-        for (const auto &number : numbers) {
-            std::array<char, 64> target{};
-            const auto length = ::readlink(QFile::encodeName(open.filePath(number)).constData(), target.data(), target.size());
-            if (length > 0 && QByteArrayView(target.data(), length) == socket) {
-                QFile name("/proc/"_L1 + process + "/comm"_L1);
-                return name.open(QIODevice::ReadOnly) ? "%1 (%2)"_L1.arg(QString::fromUtf8(name.readAll()).trimmed(), process)
-                                                      : process;
-            }
-        }
-    }
-    return {};
 }
 
 } // namespace velto

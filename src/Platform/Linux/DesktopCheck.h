@@ -23,7 +23,4 @@ QList<Checked> checkDisplay(LinuxPlatform &platform);
 /// The same for what the session offers, with a display or without.
 QList<Checked> checkSession(const XcbServer &server);
 
-/// The program that listens on that loopback port, as "name (process)"; empty if nobody does or it is another user's.
-QString listenerOn(int port);
-
 } // namespace velto

@@ -61,6 +61,11 @@ bool holdsOneOf(const QString &process, const QStringList &sockets)
 
 } // namespace
 
+bool portTaken(quint16 port)
+{
+    return !listeningSockets(port).isEmpty();
+}
+
 std::optional<PortHolder> portHolder(quint16 port)
 {
     const QStringList sockets = listeningSockets(port);

@@ -4,7 +4,11 @@
 
 namespace velto {
 
-/// Reads /proc/net/tcp and the descriptors of the user's own processes; see proc(5). Blocks for some milliseconds; any thread.
+/// Whether any program of this machine listens there; reads /proc/net/tcp, see proc(5). Any thread.
+bool portTaken(quint16 port);
+
+/// Which of the user's own programs it is, other than this one; nothing if it is another user's. Blocks for some milliseconds;
+/// any thread.
 std::optional<PortHolder> portHolder(quint16 port);
 
 /// Whether a process of that id runs; one that has ended and waits for its parent does not. Any thread.

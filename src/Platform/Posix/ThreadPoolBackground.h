@@ -3,13 +3,18 @@
 #include "Platform/Background.h"
 
 #include <QObject>
+#include <QRunnable>
 #include <QThreadPool>
-#include <vector>
+#include <deque>
+#include <mutex>
 
 namespace velto {
 
 /// A small thread pool. Its destructor waits for all work, so tools are abandoned first (see PosixToolRunner) and the program
 /// limits its end (see endsWithin).
+///
+/// The pool lends its threads only: work goes over to them, and back, in queues under a lock of ours. The thread sanitizer can't
+/// see into Qt's own locks, and would take what they order for a race.
 class ThreadPoolBackground final : public Background {
 public:
     /// Most work waits for a tool, so there may be more of it at once than there are cores. With one thread it is done in order.
@@ -24,10 +29,40 @@ public:
     void release();
 
 private:
+    struct Job {
+        std::function<void()> work;
+        std::function<void()> done;
+    };
+    /// Started once for each job that waits.
+    class Turn final : public QRunnable {
+    public:
+        explicit Turn(ThreadPoolBackground &pool);
+        void run() override;
+
+    private:
+        ThreadPoolBackground &m_pool;
+    };
+    /// Lives on the UI thread, and gets an event for each job that is done.
+    class Home final : public QObject {
+    public:
+        explicit Home(ThreadPoolBackground &pool);
+
+    protected:
+        void customEvent(QEvent *event) override;
+
+    private:
+        ThreadPoolBackground &m_pool;
+    };
+
     bool m_holding = false;
-    std::vector<std::function<void()>> m_held;
+    int m_held = 0; ///< jobs that wait for release()
+    std::mutex m_mutex; ///< guards what follows
+    std::deque<Job> m_waiting;
+    std::deque<std::function<void()>> m_done;
+
+    Turn m_turn;
     QThreadPool m_pool;
-    QObject m_home; ///< lives on the UI thread; what is done is posted to it
+    Home m_home;
 };
 
 } // namespace velto

@@ -54,7 +54,7 @@ const ext_data_control_device_v1_listener DataControlClipboard::kDevice{
             auto &me = of(data);
             if (auto *before = std::exchange(me.m_selection, offer))
                 me.drop(before);
-            me.m_count += std::exchange(me.m_following, true) ? 1 : 0;
+            me.m_count += me.m_following ? 1 : 0;
         },
     .finished =
         [](void *data, ext_data_control_device_v1 *device) {
@@ -90,6 +90,15 @@ const ext_data_control_source_v1_listener DataControlClipboard::kSource{
         },
 };
 
+const wl_callback_listener DataControlClipboard::kStanding{
+    .done =
+        [](void *data, wl_callback *callback, uint32_t) {
+            of(data).m_standing = nullptr;
+            of(data).m_following = true;
+            wl_callback_destroy(callback);
+        },
+};
+
 DataControlClipboard::DataControlClipboard(WaylandServer &server, Clock &clock, QObject *parent)
     : QObject(parent)
     , m_server(server)
@@ -99,6 +108,8 @@ DataControlClipboard::DataControlClipboard(WaylandServer &server, Clock &clock, 
 
 DataControlClipboard::~DataControlClipboard()
 {
+    if (m_standing)
+        wl_callback_destroy(m_standing);
     for (const auto &offer : std::as_const(m_offers))
         ext_data_control_offer_v1_destroy(offer.object);
     if (m_source)
@@ -120,6 +131,9 @@ void DataControlClipboard::start()
         return;
     m_device = ext_data_control_manager_v1_get_data_device(m_manager, m_server.seat());
     ext_data_control_device_v1_add_listener(m_device, &kDevice, this);
+    // What was copied before the start is reported ahead of this. If nothing was, KWin 5 reports nothing.
+    m_standing = wl_display_sync(m_server.display());
+    wl_callback_add_listener(m_standing, &kStanding, this);
     ::signal(SIGPIPE, SIG_IGN); // the pasting program may close the pipe early
     m_server.flush();
 }

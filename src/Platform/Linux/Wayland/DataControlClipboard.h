@@ -39,6 +39,7 @@ private:
     static const ext_data_control_device_v1_listener kDevice;
     static const ext_data_control_offer_v1_listener kOffer;
     static const ext_data_control_source_v1_listener kSource;
+    static const wl_callback_listener kStanding;
 
     WaylandServer &m_server;
     Clock &m_clock;
@@ -48,7 +49,8 @@ private:
     QByteArray m_own;
     QList<Offer> m_offers; ///< at most the one that comes and the one that is there
     ext_data_control_offer_v1 *m_selection = nullptr;
-    bool m_following = false; ///< what was copied before isn't counted
+    wl_callback *m_standing = nullptr; ///< until what was copied before has been told
+    bool m_following = false; ///< since then, each copy is counted
     int m_count = 0;
     Descriptor m_pipe;
     std::unique_ptr<QSocketNotifier> m_notifier;
