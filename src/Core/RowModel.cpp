@@ -38,6 +38,10 @@ void RowModel::setRows(const QList<Row> &rows)
     reorder(wanted);
     insert(rows, wanted);
     update(rows);
+    if (m_rows.size() < m_rows.capacity() / 2) {
+        m_rows.squeeze();
+        m_keys.squeeze();
+    }
 }
 
 void RowModel::remove(const QList<Key> &wanted)

@@ -27,6 +27,8 @@ public:
     /// Who listens at 127.0.0.1:`port`, if the system tells: one of the user's own programs, other than this one. Any
     /// thread; blocks for some milliseconds.
     virtual std::optional<PortHolder> holderOf(quint16 port) const = 0;
+    /// Hands memory that was freed back to the system, where the allocator keeps it. Any thread; blocks for some milliseconds.
+    virtual void giveBackMemory() const = 0;
     /// Whether a process of that id runs. Any thread; quick.
     virtual bool lives(qint64 pid) const = 0;
     /// Calls `ended` once on the UI thread when that program has ended, unless `context` is gone by then.

@@ -260,6 +260,7 @@ public:
 
     QString displayName() const override { return name; }
     std::optional<PortHolder> holderOf(quint16 /*port*/) const override { return holder; }
+    void giveBackMemory() const override { }
     bool lives(qint64 pid) const override { return !dead.contains(pid); }
     void whenEnded(qint64 /*pid*/, QObject * /*context*/, std::function<void()> ended) const override
     {

@@ -15,6 +15,7 @@ public:
 
     QString displayName() const override;
     std::optional<PortHolder> holderOf(quint16 port) const override;
+    void giveBackMemory() const override;
     bool lives(qint64 pid) const override;
     void whenEnded(qint64 pid, QObject *context, std::function<void()> ended) const override;
 

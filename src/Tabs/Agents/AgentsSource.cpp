@@ -24,6 +24,9 @@ namespace {
 constexpr double kStaleAfterMilliseconds = 86'400'000;
 /// Listings under way at once, however many hook calls come in or tools hang; further requests start one after it.
 constexpr int kMaximumListings = 1;
+/// So many sessions fewer leave memory behind that is worth giving back, once their rows and Peeks have gone too.
+constexpr qsizetype kManyFewer = 500;
+constexpr std::chrono::seconds kRowsGone{3};
 
 QList<RowModel::Row> rowsOf(const QList<Agent> &agents, const QDateTime &now)
 {
@@ -147,6 +150,10 @@ void AgentsSource::apply(const std::optional<QList<Agent>> &listing, Instant beg
 
 void AgentsSource::setAgents(const QList<Agent> &agents)
 {
+    if (m_agents.size() - agents.size() >= kManyFewer) {
+        m_giveBack = m_needs.clock.after(
+            kRowsGone, [this] { m_needs.background.start([&machine = m_needs.machine] { machine.giveBackMemory(); }, [] {}); });
+    }
     m_agents = agents;
     m_alerts.setAgents(agents);
 }

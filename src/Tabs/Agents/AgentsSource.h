@@ -198,6 +198,7 @@ private:
     bool m_waitingExpanded = false;
     int m_listingsUnderWay = 0;
     bool m_listingWanted = false;
+    TimerHandle m_giveBack;
     HookLink m_hooks;
     AgentAlerts m_alerts;
     SessionWatch m_watch;

@@ -89,7 +89,7 @@ FocusScope {
         model: root.source.sessions
         spacing: 4
         keyNavigationEnabled: false // the arrows go through all rows of the page
-        reuseItems: true
+        reuseItems: visible && count > 0 // what was kept for reuse goes with the list, and when the panel closes
         cacheBuffer: 104 // two rows
         bottomMargin: 28
         boundsBehavior: Flickable.StopAtBounds
