@@ -44,7 +44,9 @@ std::optional<QUrl> typedLink(const QString &text)
 QString withoutPassword(const QString &address)
 {
     const qsizetype scheme = address.indexOf("://"_L1);
-    const qsizetype from = scheme < 0 ? 0 : scheme + 3;
+    qsizetype from = scheme < 0 ? 0 : scheme + 3;
+    while (from < address.size() && address[from] == u'/')
+        ++from;
     qsizetype end = from;
     while (end < address.size() && !u"/?#"_s.contains(address[end]))
         ++end;

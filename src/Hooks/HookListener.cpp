@@ -123,8 +123,7 @@ private:
     void wake()
     {
         if (!std::exchange(m_woken, true))
-            QMetaObject::invokeMethod(
-                m_listener, [listener = m_listener] { listener->deliver(); }, Qt::QueuedConnection);
+            Q_EMIT m_listener->arrived(QPrivateSignal());
     }
 
     std::mutex m_mutex;
@@ -235,6 +234,7 @@ HookListener::HookListener(Defaults &defaults, std::unique_ptr<LoopbackServer> s
     , m_link(std::make_shared<Link>(this, server.get()))
     , m_server(std::move(server))
 {
+    connect(this, &HookListener::arrived, this, &HookListener::deliver, Qt::QueuedConnection);
 }
 
 HookListener::~HookListener()

@@ -47,6 +47,8 @@ Q_SIGNALS:
     /// A call with the right secret has come, whatever it says; once for all that come together.
     void called();
     void runningChanged();
+    /// On the server's thread: something waits to be delivered.
+    void arrived(QPrivateSignal);
 
 private:
     class Link;

@@ -9,7 +9,16 @@ SettingsPane {
 
     Component.onCompleted: root.tokens.reread()
     onReturned: root.tokens.reread()
+    // What was typed is kept, however one leaves it.
+    Component.onDestruction: root.tokens.readAnew()
 
+    Connections {
+        target: root.Window.window
+        function onVisibleChanged(): void {
+            if (!root.Window.window.visible)
+                root.tokens.readAnew();
+        }
+    }
     FormSection {
         visible: root.tokens.locked
 

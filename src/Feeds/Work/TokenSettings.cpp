@@ -4,6 +4,7 @@
 #include "Core/Prefs.h"
 #include "Platform/Keychain.h"
 
+#include <QCoreApplication>
 #include <array>
 #include <utility>
 
@@ -29,6 +30,9 @@ TokenSettings::TokenSettings(Prefs &prefs, Background &background, Keychain &key
         if (!locked())
             look();
     });
+    // While what is stored is still written.
+    if (const auto *program = QCoreApplication::instance())
+        connect(program, &QCoreApplication::aboutToQuit, this, [this] { store(); });
 }
 
 TokenSettings::~TokenSettings()
