@@ -24,7 +24,7 @@ namespace {
 constexpr double kStaleAfterMilliseconds = 86'400'000;
 /// Listings under way at once, however many hook calls come in or tools hang; further requests start one after it.
 constexpr int kMaximumListings = 1;
-/// So many sessions fewer leave memory behind that is worth giving back, once their rows and Peeks have gone too.
+/// When so many sessions are gone, their memory is worth giving back, once their rows and Peeks are gone too.
 constexpr qsizetype kManyFewer = 500;
 constexpr std::chrono::seconds kRowsGone{3};
 

@@ -49,7 +49,7 @@ private:
     QByteArray m_own;
     QList<Offer> m_offers; ///< at most the one that comes and the one that is there
     ext_data_control_offer_v1 *m_selection = nullptr;
-    wl_callback *m_standing = nullptr; ///< until what was copied before has been told
+    wl_callback *m_standing = nullptr; ///< until the earlier copy has been reported
     bool m_following = false; ///< since then, each copy is counted
     int m_count = 0;
     Descriptor m_pipe;
