@@ -48,8 +48,7 @@ ApplicationWindow {
 
     width: Math.max(560, root.minimumWidth)
     height: 520
-    // The user's font may be large. At 150 % only multiples of four give whole device pixels, which is what window managers
-    // grant.
+    // The user's font may be large. A multiple of four is whole in device pixels at 125, 150 and 175 %, as window managers need it.
     minimumWidth: 4 * Math.ceil((tabs.width + 32) / 4)
     minimumHeight: 360
     title: qsTr("Velto Settings")
