@@ -57,8 +57,10 @@ QString textOn(const QQuickItem *item)
     }
     if (item->inherits("QQuickTextInput"))
         return item->property("displayText").toString();
-    if (item->inherits("QQuickTextEdit"))
-        return item->property("text").toString();
+    if (item->inherits("QQuickTextEdit")) {
+        const QString text = item->property("text").toString();
+        return text.isEmpty() ? QString() : colour + text;
+    }
     const bool small = item->width() > 0 && item->width() <= 8 && item->height() <= 8;
     return small && (item->inherits("QQuickRectangle") || item->inherits("velto::LiveDot")) && !colour.isEmpty() ? colour + u'*'
                                                                                                                  : QString();

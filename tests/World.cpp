@@ -47,6 +47,26 @@ void World::refresh()
     background.finishAll();
 }
 
+void World::addTodo(const QString &title, int days, qint64 prio, const QString &project)
+{
+    Todo todo;
+    todo.title = title;
+    todo.due = textOf(clock.wallTime().toLocalTime().date().addDays(days));
+    todo.prio = prio;
+    todo.project = project;
+    todos.save(todo);
+}
+
+void World::meetIn(int seconds)
+{
+    prefs.set(Prefs::Module::Calendar, true);
+    prefs.setMeetingTitle(QStringLiteral("Review"));
+    prefs.setMeetingURL(QStringLiteral("https://meet.example.com/x"));
+    prefs.setMeetingStart(clock.wallTime().addSecs(seconds));
+    everyday.loadCalendar();
+    wait(0);
+}
+
 void World::connectHub(const QByteArray &snapshot)
 {
     http.answer = [snapshot](const HttpRequest &) { return HttpReply{200, snapshot, {}}; };

@@ -69,6 +69,10 @@ struct World {
     /// A listing with this many sessions of each kind, all started a minute ago.
     void setSessions(int working, int blocked);
     void refresh();
+    /// A todo that is due so many days from today.
+    void addTodo(const QString &title, int days, qint64 prio = 2, const QString &project = {});
+    /// A meeting with a link that the user typed in, "Review", so many seconds away.
+    void meetIn(int seconds);
     /// Connects to a hub that answers with this from now on.
     void connectHub(const QByteArray &snapshot);
     void wait(int milliseconds) { clock.advance(std::chrono::milliseconds(milliseconds)); }

@@ -25,8 +25,7 @@ void PeekQueue::settle()
     const auto ended = m_timeline.takeEnded();
     const auto shown = onShow() ? onShow()->id : QUuid();
     if (shown != m_announced) {
-        m_announced = shown;
-        m_press.reset();
+        m_announced = shown; // a press that goes on began on another, and isn't meant for this one
         const QString text = onShow() ? onShow()->text : QString();
         Q_EMIT onShowChanged();
         if (!shown.isNull())
@@ -70,7 +69,8 @@ void PeekQueue::pressBegan(const QUuid &id)
 
 void PeekQueue::moved()
 {
-    m_press.reset();
+    if (m_press)
+        m_press->peek = {};
     m_movedAt = m_clock.now();
 }
 

@@ -20,6 +20,8 @@ public:
 
     /// Grows with every copy that any program makes. Costs no round trip to the display.
     virtual int changeCount() const = 0;
+    /// Called after each growth of the count, on the UI thread. Whoever sets it takes it back before it goes.
+    std::function<void()> copied = [] {};
     /// The text, from the program that owns it. Waits for that program, so use it for what the user asked for, not to peek.
     virtual QString text() const = 0;
     /// The same without waiting. `done` runs on the UI thread, unless `context` is gone by then, and may run before read()

@@ -25,6 +25,8 @@ public:
 
     /// Whether something came to the folder, went from it or got another name since the last call. Quick; one thread at a time.
     virtual bool any() = 0;
+    /// A file descriptor that is readable while any() would find something; open as long as this lives.
+    virtual int descriptor() const = 0;
 };
 
 /// Looks through trees of folders that hold hundreds of files, many times a day. Safe from any thread; blocks for the disk.

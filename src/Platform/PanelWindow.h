@@ -7,6 +7,7 @@
 #include <QRect>
 #include <optional>
 
+class QRegion;
 class QWindow;
 
 namespace velto {
@@ -37,6 +38,9 @@ public:
     virtual Support support() const { return {}; }
     /// Turns pressedElsewhere() on or off. Wanted while the panel is open or has the keyboard; off, it costs nothing.
     virtual void watchPresses(bool) { }
+    /// Has presses outside of the region, in the window's own device-independent pixels, reach what is behind; an empty one takes
+    /// them all. False if only the window's mask can do that.
+    virtual bool limitPresses(const QRegion &) { return false; }
     /// Asks the compositor to blur what lies behind these parts of the window, in device-independent pixels; none ends it.
     virtual void setBlurBehind(const QList<QRect> &) { }
     /// Shows another window of ours behind all windows, on every workspace and without a frame.

@@ -15,7 +15,10 @@ Item {
     Accessible.role: Accessible.Button
     Accessible.name: Plain.line(root.line.spoken)
     Accessible.description: root.line.hint
-    Accessible.onPressAction: root.line.act()
+    Accessible.onPressAction: {
+        root.line.pressBegan();
+        root.line.act();
+    }
     Component.onCompleted: symbol.bounce()
 
     HoverHandler {

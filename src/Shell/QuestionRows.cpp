@@ -6,16 +6,21 @@ namespace velto {
 
 namespace {
 
-/// The end of the piece that starts here: after so many lines or characters, but never within a run of blanks or of invisible
-/// characters, which would be counted in two places.
+/// Roughly how many characters the mark for an invisible one takes.
+constexpr qsizetype kMark = 8;
+
+/// The end of the piece that starts here: after so many lines or shown characters, but never within a run of blanks or of
+/// invisible characters, which would be counted in two places.
 qsizetype endOfPiece(QStringView text, qsizetype start)
 {
     qsizetype lines = 0;
+    qsizetype shown = 0;
     qsizetype end = start;
     while (end < text.size()) {
         const QChar c = text.at(end++);
         lines += c == u'\n';
-        const bool full = lines >= QuestionRows::kMostLines || end - start >= QuestionRows::kMostCharacters;
+        shown += c.isPrint() || c == u'\n' ? 1 : kMark;
+        const bool full = lines >= QuestionRows::kMostLines || shown >= QuestionRows::kMostCharacters;
         const bool inRun = end < text.size() && text.at(end) == c && (c.isSpace() || !c.isPrint());
         if (full && !inRun && !c.isHighSurrogate())
             break;

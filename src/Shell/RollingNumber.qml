@@ -73,7 +73,9 @@ Row {
                 visible: place.turned < 1
                 text: place.before
                 color: root.color
-                font: slot.font
+                size: root.pixelSize
+                weight: Font.Medium
+                grows: false
                 renderType: Text.QtRendering
             }
             PlainText {
@@ -82,7 +84,9 @@ Row {
                 opacity: place.turned
                 text: place.digit
                 color: root.color
-                font: slot.font
+                size: root.pixelSize
+                weight: Font.Medium
+                grows: false
                 renderType: place.turned < 1 ? Text.QtRendering : Text.NativeRendering
             }
         }

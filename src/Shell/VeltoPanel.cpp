@@ -94,7 +94,9 @@ void VeltoPanel::cut(const QRegion &mask)
     if (mask == m_mask)
         return;
     m_mask = mask;
-    setMask(mask);
+    const bool limited = limitPresses && limitPresses(m_ui.composited() ? mask : QRegion()) && m_ui.composited();
+    if (const QRegion drawn = limited ? QRegion() : mask; drawn != this->mask())
+        setMask(drawn);
 }
 
 QQuickItem *VeltoPanel::textField() const

@@ -4,6 +4,7 @@
 
 #include <QQuickView>
 #include <QRegion>
+#include <functional>
 
 namespace velto {
 
@@ -18,6 +19,10 @@ class VeltoPanel : public QQuickView {
 public:
     VeltoPanel(Clock &clock, UI &ui, const PanelOutline &outline);
     ~VeltoPanel() override;
+
+    /// Lets presses outside of the region through and draws the window whole, if the desktop can. Where it can't, the window's
+    /// mask does both: while the window changes its size that cuts the strip away, or has it out of place, for a frame.
+    std::function<bool(const QRegion &)> limitPresses;
 
 protected:
     bool event(QEvent *event) override;

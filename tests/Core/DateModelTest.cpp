@@ -39,27 +39,7 @@ private Q_SLOTS:
         QCOMPARE(model.month(), u"February 2027"_s);
         QCOMPARE(cell(model.place(), Day), u"2027-02-01"_s); // the shown month isn't the date's
         QCOMPARE(day(model), u"2026-11-21"_s);
-
-        QLocale::setDefault(QLocale(QLocale::German));
-        DateModel german(m_clock);
-        QCOMPARE(german.weekdays().first(), u"Mo"_s);
-        QCOMPARE(german.text(), u"21.11.2026"_s);
-        QCOMPARE(german.days()->index(0, 0).data(Day), u"2026-10-26"_s);
-        QLocale::setDefault(QLocale(QLocale::Arabic, QLocale::Egypt));
-        QCOMPARE(DateModel(m_clock).weekdays().first(), u"س"_s);
-    }
-
-    void theKeyboardMovesTheDate()
-    {
-        QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-        DateModel model(m_clock);
         model.open();
-        model.moveDays(10);
-        QCOMPARE(model.month(), u"December 2026"_s);
-        model.moveToWeekStart();
-        QCOMPARE(day(model), u"2026-11-29"_s);
-        model.moveToWeekEnd();
-        QCOMPARE(day(model), u"2026-12-05"_s);
         model.pick(u"2027-01-31"_s);
         model.moveMonths(1);
         QCOMPARE(day(model), u"2027-02-28"_s);
@@ -70,8 +50,14 @@ private Q_SLOTS:
         model.pick(u"9999-06-01"_s);
         model.moveMonths(12);
         QCOMPARE(day(model), u"9999-06-01"_s);
-        model.pickToday();
-        QCOMPARE(day(model), u"2026-11-21"_s);
+
+        QLocale::setDefault(QLocale(QLocale::German));
+        DateModel german(m_clock);
+        QCOMPARE(german.weekdays().first(), u"Mo"_s);
+        QCOMPARE(german.text(), u"21.11.2026"_s);
+        QCOMPARE(german.days()->index(0, 0).data(Day), u"2026-10-26"_s);
+        QLocale::setDefault(QLocale(QLocale::Arabic, QLocale::Egypt));
+        QCOMPARE(DateModel(m_clock).weekdays().first(), u"س"_s);
     }
 
     void itReadsWhatPeopleType()

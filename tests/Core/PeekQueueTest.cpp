@@ -25,30 +25,23 @@ class PeekQueueTest : public QObject {
             peek.tone = tone;
             queue.show(std::move(peek), quiet);
         }
-        void ask(const QString &text, bool quiet = false)
+        /// A question, whose asker waits for so long if that is given.
+        QUuid ask(const QString &text, bool quiet = false, std::optional<std::chrono::seconds> patience = {})
         {
             Peek peek;
             peek.text = text;
-            peek.decide = [this, text](std::optional<bool> answer) {
-                answers.append(text + QLatin1String(!answer ? ":nothing" : *answer ? ":allow" : ":deny"));
-            };
-            queue.show(std::move(peek), quiet);
-        }
-        /// A question whose asker waits this long.
-        QUuid askFor(const QString &text, std::chrono::seconds patience)
-        {
-            Peek peek;
-            peek.text = text;
-            peek.tone = Peek::Tone::Warn;
-            peek.patience = patience;
-            peek.lapsed = text + " lapsed"_L1;
+            if (patience) {
+                peek.patience = *patience;
+                peek.lapsed = text + " lapsed"_L1;
+            }
             peek.decide = [this, text](std::optional<bool> answer) {
                 answers.append(text + QLatin1String(!answer ? ":nothing" : *answer ? ":allow" : ":deny"));
             };
             const QUuid id = peek.id;
-            queue.show(std::move(peek), false);
+            queue.show(std::move(peek), quiet);
             return id;
         }
+        QUuid askFor(const QString &text, std::chrono::seconds patience) { return ask(text, false, patience); }
         /// "SESSION finished" or "SESSION needs you".
         void tell(Peek::News news, const QString &session)
         {
@@ -255,6 +248,8 @@ private Q_SLOTS:
         QCOMPARE(w.shown(), u"third"_s);
         w.queue.answer(other, true);
         QVERIFY(!w.queue.takesPress(other));
+        w.wait(1000);
+        w.queue.answer(w.id(), true); // held all the while, and released over the one that took its place
         QCOMPARE(w.answers.last(), u"other:nothing"_s);
     }
 

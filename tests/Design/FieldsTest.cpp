@@ -66,7 +66,7 @@ private Q_SLOTS:
         QCOMPARE(focused(), u"Search"_s);
     }
 
-    void aLineIsCleared()
+    void aLineIsClearedOrASecret()
     {
         show(u"TextInputField { label: 'Search'; clearable: true; text: root.said; onEdited: text => root.said = text }"_s);
         QVERIFY(!named(u"Clear"_s));
@@ -81,17 +81,13 @@ private Q_SLOTS:
         QCOMPARE(m_root->property("said").toString(), u"d"_s);
         click(named(u"Clear"_s));
         QCOMPARE(m_root->property("said").toString(), QString());
-    }
 
-    void aSecretIsNotShown()
-    {
         show(u"TextInputField { label: 'Token'; secure: true; onEdited: text => root.said = text }"_s);
         press(Qt::Key_Tab);
+        QCOMPARE(focused(), u"Token"_s);
         type(u"secret"_s);
         QCOMPARE(m_root->property("said").toString(), u"secret"_s);
         QVERIFY(focusedState().passwordEdit);
-        const auto *secret = QAccessible::queryAccessibleInterface(m_view->activeFocusItem());
-        QCOMPARE(secret->text(QAccessible::Name), u"Token"_s);
         QCOMPARE(m_view->activeFocusItem()->property("displayText").toString(), QString(6, u'•'));
     }
 

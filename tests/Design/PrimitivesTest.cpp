@@ -5,6 +5,7 @@
 #include "Design/Theme.h"
 
 #include <QAbstractEventDispatcher>
+#include <QEasingCurve>
 #include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
@@ -26,54 +27,57 @@ void pressFor(QQuickWindow *window, QPointF at, int held)
     }
 }
 
+const QString kMenu = u"Item { id: root; width: 400; height: 300\n"
+                      "property int chosen: -1\n"
+                      "property alias open: menu.active\n"
+                      "PillButton { id: other; text: 'other'; y: 200 }\n"
+                      "PillButton { id: button; text: 'button'; onClicked: menu.active = true }\n"
+                      "Loader { id: menu; active: false\n"
+                      "  sourceComponent: PopupMenu { target: button; entries: ['one', 'two', 'three']\n"
+                      "    onChosen: index => root.chosen = index; onClosed: menu.active = false } }\n}"_s;
+
 } // namespace
 
-/// How a primitive reacts to pointer, keys and screen reader. The gallery shows that each loads in each of its states.
+/// What a primitive does with pointer, keys and screen reader, where Tab goes, and what stands over everything else: menus. That
+/// each loads in each of its states is the gallery's to show.
 class PrimitivesTest : public ViewWindow {
     Q_OBJECT
 private Q_SLOTS:
-    void controlsSpeakAndObeyKeys_data()
-    {
-        columns<QString, QString>({"qml", "name"});
-
-        QTest::newRow("icon button") << u"IconButton { symbol: 'pin'; label: 'Pin open' }"_s << u"Pin open"_s;
-        QTest::newRow("tab") << u"TabButton { title: 'Home'; symbol: 'house'; badge: 12 }"_s << u"Home, 12"_s;
-        QTest::newRow("pill button") << u"PillButton { text: 'Undo' }"_s << u"Undo"_s;
-        QTest::newRow("pill") << u"Pill { text: 'Allow'; label: 'Allow: rm'; tone: 'red' }"_s << u"Allow: rm"_s;
-        QTest::newRow("chip button") << u"ChipButton { text: '3 waiting' }"_s << u"3 waiting"_s;
-    }
-
     void controlsSpeakAndObeyKeys()
     {
-        QFETCH(const QString, qml);
-        QFETCH(const QString, name);
-        QQuickItem *item = show(qml);
-        QVERIFY(item);
-        QCOMPARE(nameOf(item), name);
-        const QAccessible::Role role = QAccessible::queryAccessibleInterface(item)->role();
-        QVERIFY(role == QAccessible::Button || role == QAccessible::PageTab);
+        for (const auto &[qml, name] : {std::pair(u"IconButton { symbol: 'pin'; label: 'Pin open' }"_s, u"Pin open"_s),
+                                        {u"TabButton { title: 'Home'; symbol: 'house'; badge: 12 }"_s, u"Home, 12"_s},
+                                        {u"PillButton { text: 'Undo' }"_s, u"Undo"_s},
+                                        {u"Pill { text: 'Allow'; label: 'Allow: rm'; tone: 'red' }"_s, u"Allow: rm"_s},
+                                        {u"ChipButton { text: '3 waiting' }"_s, u"3 waiting"_s}}) {
+            QQuickItem *item = show(qml);
+            QVERIFY(item);
+            QCOMPARE(nameOf(item), name);
+            const QAccessible::Role role = QAccessible::queryAccessibleInterface(item)->role();
+            QVERIFY(role == QAccessible::Button || role == QAccessible::PageTab);
 
-        QSignalSpy clicked(item, SIGNAL(clicked()));
-        const QImage plain = m_view->grabWindow();
-        press(Qt::Key_Tab);
-        QVERIFY(item->hasActiveFocus());
-        QVERIFY2(m_view->grabWindow() != plain, "the focus can't be seen");
-        press(Qt::Key_Space);
-        press(Qt::Key_Return);
-        press(Qt::Key_Enter);
-        QCOMPARE(clicked.count(), 3);
-        press(Qt::Key_Return, Qt::ControlModifier);
-        QCOMPARE(clicked.count(), 3);
-        pressFor(m_view.get(), item->mapToScene({item->width() / 2, item->height() / 2}), 5000); // a slow press counts
-        QCOMPARE(clicked.count(), 4);
-        QAccessible::queryAccessibleInterface(item)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-        QCOMPARE(clicked.count(), 5);
-        item->setEnabled(false);
-        pressFor(m_view.get(), item->mapToScene({item->width() / 2, item->height() / 2}), 50);
-        press(Qt::Key_Tab);
-        press(Qt::Key_Return);
-        QVERIFY(!item->hasActiveFocus());
-        QCOMPARE(clicked.count(), 5);
+            QSignalSpy clicked(item, SIGNAL(clicked()));
+            const QImage plain = m_view->grabWindow();
+            press(Qt::Key_Tab);
+            QVERIFY(item->hasActiveFocus());
+            QVERIFY2(m_view->grabWindow() != plain, "the focus can't be seen");
+            press(Qt::Key_Space);
+            press(Qt::Key_Return);
+            press(Qt::Key_Enter);
+            QCOMPARE(clicked.count(), 3);
+            press(Qt::Key_Return, Qt::ControlModifier);
+            QCOMPARE(clicked.count(), 3);
+            pressFor(m_view.get(), item->mapToScene({item->width() / 2, item->height() / 2}), 5000); // a slow one counts
+            QCOMPARE(clicked.count(), 4);
+            QAccessible::queryAccessibleInterface(item)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+            QCOMPARE(clicked.count(), 5);
+            item->setEnabled(false);
+            pressFor(m_view.get(), item->mapToScene({item->width() / 2, item->height() / 2}), 50);
+            press(Qt::Key_Tab);
+            press(Qt::Key_Return);
+            QVERIFY(!item->hasActiveFocus());
+            QCOMPARE(clicked.count(), 5);
+        }
     }
 
     void aPressOnAPillIsNotOneOnItsRow()
@@ -92,6 +96,27 @@ private Q_SLOTS:
         press(Qt::Key_Return);
         QCOMPARE(pillClicked.count(), 2);
         QCOMPARE(rowClicked.count(), 1);
+    }
+
+    void lettersGrowAndStandOutAsTheUserWants()
+    {
+        QQuickItem *text = show(u"PlainText { words: 'Velto'; size: 20; color: Theme.glassTertiary }"_s);
+        Theme *theme = Theme::of(m_view->engine());
+        const double height = text->implicitHeight();
+        theme->setTextScale(2);
+        QVERIFY(text->implicitHeight() > 1.9 * height);
+        QVERIFY(text->property("color").value<QColor>().alpha() < 255);
+        theme->setHighContrast(true);
+        QCOMPARE(text->property("color").value<QColor>(), QColor(Qt::white));
+    }
+
+    void whatMovesFollowsTheSpring()
+    {
+        const auto *spring = show(u"Item { property Spring move: Spring {} }"_s)->property("move").value<QObject *>();
+        QCOMPARE(spring->property("duration").toInt(), Theme::kSpringDuration);
+        const auto easing = spring->property("easing").value<QEasingCurve>();
+        for (const double progress : {0.1, 0.3, 0.7})
+            QCOMPARE(easing.valueForProgress(progress), Theme::spring().valueForProgress(progress));
     }
 
     void helpAppearsInsideTheWindow()
@@ -184,6 +209,64 @@ private Q_SLOTS:
         QCOMPARE(m_view->grabWindow().pixelColor(3, 3), full);
     }
 
+    void tabPassesAScrolledListAsOne()
+    {
+        show(u"Item { width: 400; height: 300\n"
+             "PillButton { text: 'above' }\n"
+             "ListView { y: 50; width: 400; height: 200; cacheBuffer: 200; model: 100; contentY: 1000; clip: true\n"
+             "  delegate: PillButton { required property int index; text: 'row ' + index } }\n"
+             "PillButton { text: 'below'; y: 270 }\n}"_s);
+        QTest::qWait(50); // the rows beyond the edges come later
+        press(Qt::Key_Tab);
+        QCOMPARE(focused(), u"above"_s);
+        press(Qt::Key_Tab);
+        QVERIFY2(focused().startsWith(u"row"), qPrintable(focused()));
+        press(Qt::Key_Backtab);
+        press(Qt::Key_Backtab);
+        QCOMPARE(focused(), u"below"_s);
+        press(Qt::Key_Tab);
+        QCOMPARE(focused(), u"above"_s);
+    }
+
+    void aMenuIsWorkedByKeys()
+    {
+        show(kMenu);
+        press(Qt::Key_Tab);
+        QCOMPARE(focused(), u"button"_s);
+        press(Qt::Key_Return);
+        QVERIFY(m_root->property("open").toBool());
+        QCOMPARE(focused(), u"one"_s);
+        press(Qt::Key_Up);
+        QCOMPARE(focused(), u"three"_s); // round the end
+        press(Qt::Key_Tab);
+        QCOMPARE(focused(), u"one"_s); // and never out of the menu
+        press(Qt::Key_Escape);
+        QVERIFY(!m_root->property("open").toBool());
+        QCOMPARE(m_root->property("chosen").toInt(), -1);
+        QCOMPARE(focused(), u"button"_s);
+        press(Qt::Key_Return);
+        press(Qt::Key_Down);
+        press(Qt::Key_Return);
+        QVERIFY(!m_root->property("open").toBool());
+        QCOMPARE(m_root->property("chosen").toInt(), 1);
+        QCOMPARE(focused(), u"button"_s);
+    }
+
+    void aMenuClosesByAPressElsewhere()
+    {
+        show(kMenu);
+        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, {20, 10});
+        QVERIFY(m_root->property("open").toBool());
+        m_view->grabWindow();
+        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, {350, 280});
+        QVERIFY(!m_root->property("open").toBool());
+        QCOMPARE(m_root->property("chosen").toInt(), -1);
+        QVERIFY(focused().isEmpty()); // who works with the pointer sees no ring
+        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, {20, 10});
+        QVERIFY(m_root->property("open").toBool());
+        close(); // an open one goes with its window, and nothing crashes
+    }
+
 private:
     /// What doesn't move draws nothing.
     bool moves()
@@ -192,7 +275,11 @@ private:
         const QSignalSpy frames(m_view.get(), &QQuickWindow::frameSwapped);
         return QTest::qWaitFor([&frames] { return !frames.isEmpty(); }, 120);
     }
-    QQuickItem *show(const QString &qml, const QVariantMap &properties = {}) { return showQml(qml, {400, 300}, properties); }
+    QQuickItem *show(const QString &qml, const QVariantMap &properties = {})
+    {
+        return m_root = showQml(qml, {400, 300}, properties);
+    }
+    QQuickItem *m_root = nullptr;
 };
 
 const Registered<PrimitivesTest> registered;

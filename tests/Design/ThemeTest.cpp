@@ -1,12 +1,16 @@
 #include "RunTests.h"
 
+#include "Design/Symbols.h"
 #include "Design/Theme.h"
+
+#include <QPainterPath>
+#include <QRawFont>
 
 using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// The numbers that views are built on.
+/// The numbers that views stand on, and whether what the table of symbols names can be drawn.
 class ThemeTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -59,6 +63,25 @@ private Q_SLOTS:
         QCOMPARE(theme.fadeDuration(), 0);
         QCOMPARE(theme.flashInDuration(), 0);
         QCOMPARE(theme.flashOutDuration(), 0);
+    }
+
+    void everyEntryIsDrawn()
+    {
+        QCOMPARE(symbolFamily(), u"Velto Symbols"_s);
+        const QRawFont font(u":/velto/symbols.ttf"_s, 64);
+        QVERIFY(font.isValid());
+        for (const SymbolEntry &symbol : symbolTable()) {
+            const QVector<quint32> glyphs = font.glyphIndexesForString(symbolGlyph(symbol.name.toString()));
+            QCOMPARE(glyphs.size(), 1);
+            const char *name = symbol.name.data();
+            QVERIFY2(glyphs.first() != 0, name);
+            const QRectF box = font.pathForGlyph(glyphs.first()).boundingRect();
+            // Neither empty, nor so small that it can't be made out, nor out of its square.
+            QVERIFY2(qMax(box.width(), box.height()) > 64 * 0.4, name);
+            QVERIFY2(box.left() > -1 && box.right() < 65 && box.top() > -65 && box.bottom() < 1, name);
+            // In the middle, as far as an arrow or a note lets it.
+            QVERIFY2(qAbs(box.center().x() - 32) < 6 && qAbs(box.center().y() + 32) < 7, name);
+        }
     }
 };
 

@@ -189,11 +189,14 @@ private Q_SLOTS:
         const QStringList copies = filesIn(m_folder, u"*.velto-backup-*"_s); // one, however many attempts
         QCOMPARE(copies.size(), 1);
         QCOMPARE(readFile(m_folder + u'/' + copies[0]), QByteArray("{\"model\": \"opus\", \"added\": 0}"));
-    }
 
-    void aFileThatAppearsMeanwhileIsTakenIn()
-    {
-        HookInstaller installer(m_files, m_clock, m_home->path(), kToken);
+        m_files.meddle = [&](const QString &path) {
+            if (path == m_path)
+                QFile::remove(m_path); // it has gone meanwhile, and doesn't come back
+        };
+        QCOMPARE(installer.uninstall(), std::nullopt);
+        QVERIFY(!readFile(m_path).contains("opus"));
+        QFile::remove(m_path); // and one that appears meanwhile
         m_files.meddle = [&](const QString &path) {
             if (path == m_path && !QFile::exists(m_path))
                 writeFile(m_path, "{\"first\": true}");

@@ -181,7 +181,7 @@ private Q_SLOTS:
         row(QByteArray("{\"a\":" + QByteArray(1000000, '[')), at(1, "It is nested too deeply."));
     }
 
-    void realSettingsComeBackAsTheyWere()
+    void anySettingsComeBackAsTheyWere()
     {
         for (const char *name : {"everyday", "odd-spellings", "empty-object"}) {
             const QByteArray settings = fixture("claude-settings/" + QByteArray(name) + ".json");
@@ -189,10 +189,6 @@ private Q_SLOTS:
             if (settings.contains("\n  ")) // in Claude Code's own layout: not a byte differs
                 QCOMPARE(without(with(settings)), settings);
         }
-    }
-
-    void anySettingsComeBackAsTheyWere()
-    {
         QRandomGenerator random(20261121);
         for (int round = 0; round < 2000; ++round) {
             const QByteArray settings = randomSettings(random);

@@ -30,17 +30,17 @@ QString spoken(QQuickItem *item)
     return name.isEmpty() ? interface->text(QAccessible::Description) : name;
 }
 
-QList<QQuickItem *> controlsBelow(QQuickItem *root)
+template <typename Wanted> QList<QQuickItem *> below(QQuickItem *root, Wanted wanted)
 {
-    QList<QQuickItem *> controls;
+    QList<QQuickItem *> all;
     for (QQuickItem *child : root->childItems()) {
         if (!child->isVisible())
             continue;
-        if (child->activeFocusOnTab())
-            controls.append(child);
-        controls += controlsBelow(child);
+        if (wanted(child))
+            all.append(child);
+        all += below(child, wanted);
     }
-    return controls;
+    return all;
 }
 
 /// The action with which a screen reader presses it; empty if there is none.
@@ -57,15 +57,7 @@ QString actionOf(QQuickItem *item)
 
 QList<QQuickItem *> pressableBelow(QQuickItem *root)
 {
-    QList<QQuickItem *> all;
-    for (QQuickItem *child : root->childItems()) {
-        if (!child->isVisible())
-            continue;
-        if (!actionOf(child).isEmpty())
-            all.append(child);
-        all += pressableBelow(child);
-    }
-    return all;
+    return below(root, [](QQuickItem *item) { return !actionOf(item).isEmpty(); });
 }
 
 } // namespace
@@ -204,6 +196,11 @@ private Q_SLOTS:
 
     void whatChangedMeanwhileShowsOnReturn()
     {
+        openWindow(-1);
+        for (const bool login : {true, false}) {
+            m_welcome->setProperty("login", login);
+            QCOMPARE(named(u"Open Velto when I log in"_s)->property("checked").toBool(), login);
+        }
         openPane(2);
         QVERIFY(named(u"Connect…"_s));
         m_window->close();
@@ -317,20 +314,14 @@ private:
     }
     QQuickItem *named(const QString &name)
     {
-        for (QQuickItem *control : controlsBelow(m_window->contentItem())) {
-            if (spoken(control) == name)
-                return control;
-        }
-        return nullptr;
+        const auto wanted = [&name](QQuickItem *item) { return item->activeFocusOnTab() && spoken(item) == name; };
+        return below(m_window->contentItem(), wanted).value(0);
     }
     /// Whether this text is shown.
     bool saying(const QString &sentence) const
     {
-        const std::function<bool(QQuickItem *)> says = [&](QQuickItem *item) {
-            return item->isVisible()
-                && (item->property("text").toString() == sentence || std::ranges::any_of(item->childItems(), says));
-        };
-        return says(m_window->contentItem());
+        const auto says = [&](QQuickItem *item) { return item->property("text").toString() == sentence; };
+        return !below(m_window->contentItem(), says).isEmpty();
     }
     void press(const QString &name)
     {

@@ -192,19 +192,6 @@ private Q_SLOTS:
         QCOMPARE(d.frame(), QRect(1892, 0, 289, 32));
     }
 
-    void nothingIsOnScreenWhileTheSessionIsLocked()
-    {
-        Desktop d;
-        d.session.setLocked(true);
-        QVERIFY(!d.panelWindow.shown);
-        d.peek(u"secret"_s);
-        d.ui.openFocused();
-        QVERIFY(!d.panelWindow.shown);
-        d.session.setLocked(false);
-        QVERIFY(d.panelWindow.shown);
-        QCOMPARE(d.frame(), kExpanded);
-    }
-
     void theGlobalKeyAndTheMenuOpenWithTheKeyboard()
     {
         Desktop d;
@@ -228,20 +215,17 @@ private Q_SLOTS:
         d.statusItem.openMenu();
         QVERIFY(d.ui.menuOpen());
         QVERIFY(d.panelWindow.focused);
-    }
+        d.ui.closeMenu();
 
-    void doesWhatOtherProgramsAskForByName()
-    {
-        Desktop d;
+        // So do other programs, by name.
+        d.ui.close();
         int cheers = 0;
         d.delegate.addAction(u"cheer"_s, [&] { ++cheers; });
         d.delegate.act(u"cheer"_s);
-        QCOMPARE(cheers, 1);
         d.delegate.act(u"unheard-of"_s);
-        QVERIFY(!d.ui.expanded());
+        QVERIFY(cheers == 1 && !d.ui.expanded());
         d.delegate.act(u"open-and-search"_s);
-        QVERIFY(d.ui.expanded());
-        QVERIFY(d.panelWindow.focused);
+        QVERIFY(d.ui.expanded() && d.panelWindow.focused);
     }
 
     void theCommandLineSaysWhatToDo()
@@ -285,6 +269,16 @@ private Q_SLOTS:
         d.clock.setWallTime(later);
         Q_EMIT d.session.woke();
         QCOMPARE(d.hub.updated(), later);
+
+        d.session.setLocked(true);
+        QVERIFY(!d.panelWindow.shown);
+        d.peek(u"secret"_s);
+        d.ui.openFocused();
+        QVERIFY(!d.panelWindow.shown);
+        d.session.setLocked(false);
+        QVERIFY(d.panelWindow.shown);
+        QCOMPARE(d.frame(), kExpanded);
+        d.hub.dismissPeek();
         d.delegate.welcomed();
         QVERIFY(d.prefs.onboarded());
         QCOMPARE(d.hub.peek().text, u"Rest the pointer here to open Velto"_s);

@@ -6,6 +6,7 @@
 
 #include "Design/Theme.h"
 
+#include <QJsonObject>
 #include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
@@ -55,13 +56,6 @@ class ViewsTest : public ViewPage {
         m_view->setSource(QUrl(u"qrc:/qt/qml/Velto/Shell/%1.qml"_s.arg(name)));
         appear(size);
     }
-    void addTodo(int days)
-    {
-        Todo todo;
-        todo.title = u"Call the bank"_s;
-        todo.due = textOf(m_world->clock.wallTime().date().addDays(days));
-        m_world->todos.save(todo);
-    }
     void say(Peek::Tone tone, const QString &text, Peek::Decide decide = {})
     {
         Peek peek;
@@ -89,10 +83,12 @@ private Q_SLOTS:
         QCOMPARE(seen(), QStringList{});
         QCOMPARE(sessions(2, 0), QStringList{u"mint:* | 2"_s});
         QCOMPARE(sessions(12, 3), QStringList{u"mint:* | 1 | 2 | amber:* | 3"_s});
-        addTodo(0);
+        w.meetIn(600);
+        QCOMPARE(sessions(2, 0), QStringList{u"(calendar) | 11m | mint:* | 2"_s});
+        w.addTodo(u"Call the bank"_s, 0);
         w.wait(0);
         QCOMPARE(sessions(2, 0), QStringList{u"(checklist) | 1 | mint:* | 2"_s});
-        addTodo(-1);
+        w.addTodo(u"Call the bank"_s, -1);
         w.wait(0);
         QCOMPARE(sessions(0, 1), QStringList{u"(checklist) | 2! | amber:* | 1"_s});
         w.everyday.startFocus();
@@ -131,6 +127,29 @@ private Q_SLOTS:
             click(named(word + u": docs: Bash "_s + word));
         }
         QCOMPARE(answers, (QList<bool>{false, true}));
+
+        Peek peek;
+        peek.symbol = u"lock.shield"_s;
+        peek.text = u"api: Edit"_s;
+        peek.tone = Peek::Tone::Warn;
+        peek.question = Question{u"api"_s, u"/home/me/api"_s, u"Edit"_s,
+                                 QJsonObject{{u"file_path"_s, u"/home/me/.ssh/config"_s},
+                                             {u"old_string"_s, u"Port 22"_s},
+                                             {u"new_string"_s, u"Port 4747"_s}}};
+        peek.decide = [](std::optional<bool>) {};
+        m_world->hub.dismissPeek();
+        m_ui->close();
+        m_ui->questionHovered(false);
+        m_world->wait(400);
+        m_world->hub.show(std::move(peek));
+        QTRY_COMPARE(seen().join(u'/'),
+                     u"amber:(lock.shield) | api | Edit | config | /home/me/.ssh | (chevron.down) | Deny | Allow"_s);
+        m_view->resize(560, 400);
+        m_ui->questionHovered(true);
+        m_world->wait(250);
+        QTRY_VERIFY(seen().join(u'/').contains(u"(chevron.up)"_s));
+        QTRY_COMPARE(seen().mid(1).join(u'/'),
+                     u"File | /home/me/.ssh/config/coral:− | Port 22/mint:+ | Port 4747/Session | api/Folder | /home/me/api"_s);
     }
 
     void thePanelShowsWhereOneIs()
@@ -142,7 +161,7 @@ private Q_SLOTS:
         const QString tabs = u"(house) | Home | (checklist) | Todos | (sparkle) | Agents | (puzzlepiece.extension) | Connect"_s;
         const QString buttons = u" | (%1) | (arrow.clockwise) | (gearshape)/"_s;
         QCOMPARE(top(), tabs + buttons.arg(u"pin"_s) + u"(checkmark.circle) | Nothing needs you right now"_s);
-        addTodo(0);
+        w.addTodo(u"Call the bank"_s, 0);
         w.setSessions(0, 1);
         w.refresh();
         w.wait(0);

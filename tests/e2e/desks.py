@@ -180,10 +180,6 @@ class WaylandDesk(Desk):
         self.swaymsg("fullscreen", "enable")
         time.sleep(1)
 
-    def copy(self, text):
-        subprocess.run(["wl-copy", text], check=True, timeout=20)
-
-
     @staticmethod
     def swaymsg(*words):
         done = subprocess.run(["swaymsg", "-r", *map(str, words)], capture_output=True, text=True, check=True, timeout=20)

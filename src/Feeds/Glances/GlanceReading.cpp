@@ -54,6 +54,11 @@ bool Transfers::stillSo() const
     return stamp && changes && !changes->any();
 }
 
+int Transfers::descriptor() const
+{
+    return changes->descriptor();
+}
+
 Transfers readTransfers(const FileTree &tree, const QString &folder, const Transfers &before, const QDateTime &now)
 {
     if (folder.isEmpty())

@@ -22,6 +22,8 @@ struct Transfers {
 
     /// Whether a look would find the same. Quick; asks once for each change.
     bool stillSo() const;
+    /// While it is so: see FolderChanges::descriptor().
+    int descriptor() const;
 };
 
 /// Counts the unfinished downloads directly in a folder, hidden ones too; 0 if it can't be listed. A folder that hasn't changed

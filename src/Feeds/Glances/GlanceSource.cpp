@@ -8,6 +8,7 @@
 #include "Platform/Clock.h"
 
 #include <QPointer>
+#include <QSocketNotifier>
 #include <QUrlQuery>
 #include <algorithm>
 #include <utility>
@@ -28,12 +29,18 @@ constexpr std::chrono::seconds kLongestBreak{300};
 GlanceSource::GlanceSource(Needs needs, QObject *parent)
     : QObject(parent)
     , m_needs(std::move(needs))
+    , m_start(m_needs.clock.now())
 {
     refreshClipboard();
-    m_tick = m_needs.clock.every(kInterval, [this] { look(); });
+    m_needs.clipboard.copied = [this] { waitFor({}); };
+    connect(&m_needs.prefs, &Prefs::changed, this, [this] { waitFor({}); });
+    waitFor({});
 }
 
-GlanceSource::~GlanceSource() = default;
+GlanceSource::~GlanceSource()
+{
+    m_needs.clipboard.copied = [] {};
+}
 
 void GlanceSource::refresh()
 {
@@ -46,17 +53,49 @@ void GlanceSource::refresh()
 void GlanceSource::look()
 {
     refreshClipboard();
-    if (!m_listing && !m_transfers.stillSo())
+    const bool rests = !m_listing && m_transfers.stillSo();
+    if (!m_listing && !rests)
         readDownloads();
-    // The answer took a moment, so the tick that was meant comes a little early.
-    const bool due = !m_nextBuilds || *m_nextBuilds <= m_needs.clock.now() + kInterval / 2;
-    if (due && !m_asking && m_needs.prefs.anyOn())
+    // The answer took a moment, so the turn that was meant comes a little early.
+    const auto now = m_needs.clock.now() + kInterval / 2;
+    if ((!m_nextBuilds || *m_nextBuilds <= now) && !m_asking && m_needs.prefs.anyOn())
         readBuilds();
+    if (!rests || m_asking) {
+        waitFor({});
+        return;
+    }
+    wakeByDownloads();
+    const auto next = m_nextBuilds && m_needs.prefs.anyOn() ? *m_nextBuilds - now : kLongestBreak;
+    waitFor(std::chrono::ceil<std::chrono::milliseconds>(next));
+}
+
+/// Until the first turn that is no sooner than that; {} is the next one. Where whoever looks at every turn would look.
+void GlanceSource::waitFor(std::chrono::milliseconds least)
+{
+    using std::chrono::milliseconds;
+    const auto passed = std::chrono::duration_cast<milliseconds>(m_needs.clock.now() - m_start) % kInterval;
+    milliseconds toNext = kInterval - passed;
+    if (toNext < kInterval / 8) // a timer that was early
+        toNext += kInterval;
+    const auto more = std::max(milliseconds(0), least - toNext);
+    const auto turns = (more + kInterval - milliseconds(1)) / kInterval;
+    m_turn = m_needs.clock.after(toNext + turns * kInterval, [this] { look(); });
+}
+
+void GlanceSource::wakeByDownloads()
+{
+    m_downloadsChange.reset(); // two on one descriptor don't get along
+    m_downloadsChange = std::make_unique<QSocketNotifier>(m_transfers.descriptor(), QSocketNotifier::Read);
+    connect(m_downloadsChange.get(), &QSocketNotifier::activated, this, [this] {
+        m_downloadsChange->setEnabled(false); // until the folder is looked at
+        waitFor({});
+    });
 }
 
 void GlanceSource::readDownloads()
 {
     m_listing = true;
+    m_downloadsChange.reset();
     inBackground(
         m_needs.background, this,
         [&tree = m_needs.fileTree, folder = m_needs.downloads, before = m_transfers, now = m_needs.clock.wallTime()] {

@@ -7,6 +7,8 @@
 #include <QObject>
 #include <qcoro/qcorotask.h>
 
+class QSocketNotifier;
+
 namespace velto {
 
 class Background;
@@ -18,8 +20,9 @@ class Prefs;
 class ToolRunner;
 
 /// What can be seen at a glance: the link that the user just copied, downloads that still run, failed builds on GitHub. Keeps
-/// its own time of 8 seconds; while GitHub fails, it is asked less and less often, down to every five minutes. Shows no failure:
-/// what can't be read isn't shown. Lives on the UI thread, never blocks it.
+/// its own time of 8 seconds, and passes over the turns at which nothing can have changed; while GitHub fails, it is asked less
+/// and less often, down to every five minutes. Shows no failure: what can't be read isn't shown. Lives on the UI thread, never
+/// blocks it.
 class GlanceSource : public QObject {
     Q_OBJECT
     Q_PROPERTY(int failedBuilds READ failedBuilds NOTIFY changed FINAL)
@@ -66,6 +69,8 @@ Q_SIGNALS:
 
 private:
     void look();
+    void waitFor(std::chrono::milliseconds least);
+    void wakeByDownloads();
     void readDownloads();
     void readBuilds();
     void refreshClipboard();
@@ -82,7 +87,9 @@ private:
     std::chrono::seconds m_break{8}; ///< until GitHub is asked again, should it fail
     std::optional<Instant> m_nextBuilds; ///< not before this
     std::optional<QUrl> m_playingVideo;
-    TimerHandle m_tick;
+    Instant m_start; ///< the turns are counted from here
+    TimerHandle m_turn;
+    std::unique_ptr<QSocketNotifier> m_downloadsChange; ///< while nothing has changed there
 };
 
 } // namespace velto

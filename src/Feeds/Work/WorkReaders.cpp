@@ -26,9 +26,10 @@ std::optional<QUrl> addressIn(const QJsonValue &value)
 QString firstCharacters(const QString &text, int count)
 {
     // Enough code units for any character that the user would count as one.
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text.left(qsizetype(count) * 40));
+    const QString beginning = text.left(qsizetype(count) * 40);
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, beginning);
     for (int i = 0; i < count && finder.toNextBoundary() >= 0; ++i) { }
-    return finder.position() < 0 ? text : text.left(finder.position());
+    return finder.position() < 0 ? beginning : beginning.left(finder.position());
 }
 
 namespace {

@@ -150,7 +150,13 @@ public:
     std::function<void()> waiting; ///< its answer
     int reads = 0;
 
-    int changeCount() const override { return count; }
+    mutable int looks = 0;
+
+    int changeCount() const override
+    {
+        ++looks;
+        return count;
+    }
     QString text() const override { return content; }
     void read(int longest, QObject *context, std::function<void(std::optional<QString>)> done) override
     {
@@ -172,6 +178,7 @@ public:
     {
         content = text;
         ++count;
+        copied();
     }
 };
 

@@ -91,6 +91,7 @@ public:
             some = true;
         return some;
     }
+    int descriptor() const override { return m_events.get(); }
 
 private:
     Descriptor m_events;

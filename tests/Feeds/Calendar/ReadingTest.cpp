@@ -5,6 +5,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
+using namespace Qt::StringLiterals;
+
 namespace velto {
 
 /// What Google sends, as calendars and meetings.
@@ -14,12 +16,7 @@ private:
     static QDateTime at(int hour, int minute) { return QDateTime(QDate(2026, 11, 21), QTime(hour, minute), Qt::UTC); }
     static QJsonObject standup()
     {
-        return QJsonDocument::fromJson(fixture("google/events.json"))
-            .object()
-            .value(QStringLiteral("items"))
-            .toArray()
-            .first()
-            .toObject();
+        return QJsonDocument::fromJson(fixture("google/events.json")).object().value(u"items"_s).toArray().first().toObject();
     }
 
 private Q_SLOTS:
@@ -27,29 +24,30 @@ private Q_SLOTS:
     {
         const auto calendars = parseCalendars(fixture("google/calendar-list.json"));
         QCOMPARE(calendars.size(), 2);
-        QCOMPARE(calendars[0].summary, QStringLiteral("Holidays in United Kingdom"));
+        QCOMPARE(calendars[0].summary, u"Holidays in United Kingdom"_s);
         QVERIFY(!calendars[0].primary);
-        QCOMPARE(calendars[1].id, QStringLiteral("ada@example.com"));
+        QCOMPARE(calendars[1].id, u"ada@example.com"_s);
         QCOMPARE(calendars[1].primary, std::optional(true));
 
-        const auto meetings = parseMeetings(fixture("google/events.json"), QStringLiteral("ada@example.com"));
+        const auto meetings = parseMeetings(fixture("google/events.json"), u"ada@example.com"_s);
         const QList<GoogleMeeting> expected{
-            {QStringLiteral("7k2standup_20261121T100000Z"), QStringLiteral("Standup"), at(10, 0), at(10, 15),
-             QUrl(QStringLiteral("https://meet.google.com/abc-defg-hij")), QStringLiteral("ada@example.com")},
-            {QStringLiteral("untitled"), QStringLiteral("Meeting"), at(13, 0), at(14, 30),
-             QUrl(QStringLiteral("https://meet.google.com/untitled")), QStringLiteral("ada@example.com")},
+            {u"7k2standup_20261121T100000Z"_s, u"Standup"_s, at(10, 0), at(10, 15),
+             QUrl(u"https://meet.google.com/abc-defg-hij"_s), u"ada@example.com"_s},
+            {u"untitled"_s, u"Meeting"_s, at(13, 0), at(14, 30), QUrl(u"https://meet.google.com/untitled"_s),
+             u"ada@example.com"_s},
         };
         QCOMPARE(meetings, expected);
     }
 
     void oddFieldsCostNoMoreThanTheyMust()
     {
-        const QString skipped = QStringLiteral("skipped");
-        const QString whole = QStringLiteral("Standup 600 900 https://meet.google.com/abc-defg-hij");
-        const QString hour = QStringLiteral("Standup 600 3600 https://meet.google.com/abc-defg-hij");
-        const QString hangout = QStringLiteral("Standup 600 900 https://meet.google.com/old-link-xyz");
-        const QString unlinked = QStringLiteral("Standup 600 900 ");
-        // The value in brackets; empty for a missing field.
+        const QString skipped = u"skipped"_s;
+        const QString whole = u"Standup 600 900 https://meet.google.com/abc-defg-hij"_s;
+        const QString hour = u"Standup 600 3600 https://meet.google.com/abc-defg-hij"_s;
+        const QString points = u"conferenceData.entryPoints"_s;
+        const QString hangout = u"Standup 600 900 https://meet.google.com/old-link-xyz"_s;
+        const QString unlinked = u"Standup 600 900 "_s;
+        // The value stands in brackets; it is empty for a field that is missing.
         const auto row = [&](const QString &path, const QByteArray &value, const QString &outcome) {
             QJsonObject event = standup();
             const QString outer = path.section(u'.', 0, 0);
@@ -60,33 +58,31 @@ private Q_SLOTS:
             part.insert(inner, odd);
             event.insert(outer, inner.isEmpty() ? odd : QJsonValue(part));
             const auto meeting = meetingOf(event, {});
-            const QString seen = meeting ? QStringLiteral("%1 %2 %3 %4")
-                                               .arg(meeting->title)
+            const QString seen = meeting ? u"%1 %2 %3 %4"_s.arg(meeting->title)
                                                .arg(at(0, 0).secsTo(meeting->start) / 60)
                                                .arg(meeting->start.secsTo(meeting->end))
                                                .arg(meeting->joinURL.value_or(QUrl()).toString())
                                          : skipped;
             QVERIFY2(seen == outcome, qPrintable(path + u' ' + QLatin1String(value) + QLatin1String(": ") + seen));
         };
-        row(QStringLiteral("id"), "", skipped);
-        row(QStringLiteral("id"), "[7]", skipped);
-        row(QStringLiteral("status"), "[\"cancelled\"]", skipped);
-        row(QStringLiteral("status"), "[true]", whole);
-        row(QStringLiteral("summary"), "[{}]", QStringLiteral("Meeting 600 900 https://meet.google.com/abc-defg-hij"));
-        row(QStringLiteral("start"), "[\"2026-11-21T10:00:00Z\"]", skipped);
-        row(QStringLiteral("start.dateTime"), "[1795255200]", skipped);
-        row(QStringLiteral("start.dateTime"), "[\"2026-11-21T10:00:00.5Z\"]", skipped);
-        row(QStringLiteral("end"), "[null]", hour);
-        row(QStringLiteral("end.dateTime"), "[\"soon\"]", hour);
-        row(QStringLiteral("conferenceData"), "[[]]", hangout);
-        row(QStringLiteral("conferenceData.entryPoints"), "[{}]", hangout);
-        row(QStringLiteral("conferenceData.entryPoints"),
-            "[[{\"entryPointType\": \"video\", \"uri\": \"https://a.example\"}, 3]]", hangout);
-        row(QStringLiteral("conferenceData.entryPoints"), "[[{\"entryPointType\": \"phone\", \"uri\": \"tel:1\"}]]", hangout);
-        row(QStringLiteral("conferenceData.entryPoints"),
-            "[[{\"entryPointType\": \"video\"}, {\"entryPointType\": \"video\", \"uri\": \"https://a.example\"}]]", hangout);
-        row(QStringLiteral("conferenceData.entryPoints"), "[[{\"entryPointType\": \"video\", \"uri\": \"http://[\"}]]", unlinked);
-        row(QStringLiteral("hangoutLink"), "[17]", whole);
+        row(u"id"_s, "", skipped);
+        row(u"id"_s, "[7]", skipped);
+        row(u"status"_s, "[\"cancelled\"]", skipped);
+        row(u"status"_s, "[true]", whole);
+        row(u"summary"_s, "[{}]", u"Meeting 600 900 https://meet.google.com/abc-defg-hij"_s);
+        row(u"start"_s, "[\"2026-11-21T10:00:00Z\"]", skipped);
+        row(u"start.dateTime"_s, "[1795255200]", skipped);
+        row(u"start.dateTime"_s, "[\"2026-11-21T10:00:00.5Z\"]", skipped);
+        row(u"end"_s, "[null]", hour);
+        row(u"end.dateTime"_s, "[\"soon\"]", hour);
+        row(u"conferenceData"_s, "[[]]", hangout);
+        row(points, "[{}]", hangout);
+        row(points, "[[{\"entryPointType\": \"video\", \"uri\": \"https://a.example\"}, 3]]", hangout);
+        row(points, "[[{\"entryPointType\": \"phone\", \"uri\": \"tel:1\"}]]", hangout);
+        row(points, "[[{\"entryPointType\": \"video\"}, {\"entryPointType\": \"video\", \"uri\": \"https://a.example\"}]]",
+            hangout);
+        row(points, "[[{\"entryPointType\": \"video\", \"uri\": \"http://[\"}]]", unlinked);
+        row(u"hangoutLink"_s, "[17]", whole);
     }
 
     void listsAreReadOrRefused()
@@ -109,7 +105,7 @@ private Q_SLOTS:
                                  "2026-11-21T25:00:00Z", "2026-11-21T10:00:61Z", "2026-11-21T10:00:00+24:00",
                                  "2026-11-21T10:00:00+0100", "2026-11-21T10:00:00Z\n", "12026-11-21T10:00:00Z"})
             QVERIFY2(!internetDateTime(QLatin1String(text)), text);
-        QVERIFY(!internetDateTime(QStringLiteral("２０２６-11-21T10:00:00Z"))); // full-width digits
+        QVERIFY(!internetDateTime(u"２０２６-11-21T10:00:00Z"_s)); // other digits
     }
 };
 

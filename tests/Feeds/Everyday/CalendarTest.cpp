@@ -101,23 +101,16 @@ private Q_SLOTS:
         QCOMPARE(desk.source.calendarToShow(), SourceState::failed(u"Google sign-in failed."_s));
         QVERIFY(!desk.source.hasNextEvent());
         QCOMPARE(desk.source.leftToday(), 0);
-        desk.google.isLinked = false;
-        desk.source.loadCalendar();
-        QCOMPARE(desk.source.calendarState().reason(), u"Google Calendar is not connected."_s);
-        QCOMPARE(desk.source.calendarState().fix(), u"Connect it in the Connect tab."_s);
-    }
-
-    void refreshReadsTheServiceOnlyWhenItIsWanted()
-    {
-        Desk desk;
-        desk.source.refresh();
         QCOMPARE(desk.google.refreshes, 0);
-        desk.prefs.setCalendarSource(Prefs::CalendarSource::Google);
         desk.source.refresh();
         QCOMPARE(desk.google.refreshes, 1);
         desk.prefs.set(Prefs::Module::Calendar, false);
         desk.source.refresh();
-        QCOMPARE(desk.google.refreshes, 1);
+        QCOMPARE(desk.google.refreshes, 1); // only where it is wanted
+        desk.google.isLinked = false;
+        desk.source.loadCalendar();
+        QCOMPARE(desk.source.calendarState().reason(), u"Google Calendar is not connected."_s);
+        QCOMPARE(desk.source.calendarState().fix(), u"Connect it in the Connect tab."_s);
     }
 
     void warnsOnceRightBefore()
@@ -175,26 +168,17 @@ private Q_SLOTS:
         desk.clock.setWallTime(desk.in(-20min));
         desk.clock.advance(30min);
         QCOMPARE(desk.peeks.size(), 2);
-    }
 
-    void nobodyIsWarnedWithTheModuleOff()
-    {
-        Desk desk;
-        desk.type(u"Standup"_s, desk.in(4min));
-        desk.prefs.set(Prefs::Module::Calendar, false);
-        desk.clock.advance(2h);
-        QVERIFY(desk.peeks.isEmpty());
-        QVERIFY(desk.source.hasNextEvent());
-    }
-
-    void sleptThroughMeetingIsNotAnnounced()
-    {
-        Desk desk;
-        desk.type(u"Standup"_s, desk.in(10min));
-        desk.clock.setWallTime(desk.in(30min));
-        desk.clock.advance(15s);
-        QVERIFY(desk.peeks.isEmpty());
-        QCOMPARE(desk.source.nextEventText(), u"Standup now · until 10:10"_s);
+        Desk asleep;
+        asleep.type(u"Standup"_s, asleep.in(10min));
+        asleep.clock.setWallTime(asleep.in(30min));
+        asleep.clock.advance(15s);
+        QVERIFY(asleep.peeks.isEmpty());
+        QCOMPARE(asleep.source.nextEventText(), u"Standup now · until 10:10"_s);
+        asleep.prefs.set(Prefs::Module::Calendar, false);
+        asleep.type(u"Standup"_s, asleep.in(4min));
+        asleep.clock.advance(30min);
+        QVERIFY(asleep.peeks.isEmpty() && asleep.source.hasNextEvent());
     }
 
     void announcesEachTurnOfTheTextAndNothingElse()

@@ -1,5 +1,6 @@
 #include "Core/Http.h"
 #include "Core/Prefs.h"
+#include "Feeds/Glances/GlanceReading.h"
 #include "Feeds/Glances/GlanceSource.h"
 #include "HttpStandIn.h"
 #include "Platform/Fake/FakeBackground.h"
@@ -10,10 +11,16 @@
 #include "Platform/Posix/PosixFileTree.h"
 #include "RunTests.h"
 
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace velto {
 
@@ -47,9 +54,21 @@ struct GlanceDesk {
     QSignalSpy changes{source.get(), &GlanceSource::changed};
 };
 
-/// The copied link and what becomes of it, the video, and the order of the readings.
+/// The copied link and what becomes of it, the video, what stands in the Downloads folder, and what the GitHub CLI prints.
 class GlanceTest : public QObject {
     Q_OBJECT
+
+    PosixFileTree m_tree;
+    QTemporaryDir m_folder;
+    QDateTime m_now = QDateTime::currentDateTime().addSecs(60);
+
+    void make(const QByteArray &name)
+    {
+        const int file = ::open((m_folder.path().toUtf8() + '/' + name).constData(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600);
+        QVERIFY2(file >= 0, name.constData());
+        ::close(file);
+    }
+
 private Q_SLOTS:
     void showsTheCopiedLink()
     {
@@ -94,17 +113,32 @@ private Q_SLOTS:
         QVERIFY(!desk.source->clipboard());
     }
 
-    void slowOldCopyIsDropped()
+    void restsWhileNothingCanHaveChanged()
     {
         GlanceDesk desk;
-        desk.clipboard.slow = true;
-        desk.copy(u"https://first.example/"_s);
-        const auto late = desk.clipboard.waiting;
-        desk.copy(u"https://second.example/"_s);
-        desk.clipboard.answer();
-        QCOMPARE(desk.title(), u"second.example"_s);
-        late();
-        QCOMPARE(desk.title(), u"second.example"_s);
+        desk.tools.installed.insert(u"gh"_s);
+        const auto pass = [&](int turns) {
+            desk.clipboard.looks = 0;
+            for (int turn = 0; turn < turns; ++turn) {
+                desk.clock.advance(8s);
+                desk.background.finishAll();
+            }
+            return desk.clipboard.looks;
+        };
+        pass(150); // nobody answers for GitHub, which is asked every five minutes by now
+        QVERIFY(pass(150) <= 10);
+
+        desk.clock.advance(3s);
+        desk.clipboard.setText(u"https://a.example/"_s);
+        desk.clock.advance(4s);
+        QCOMPARE(desk.title(), QString());
+        desk.clock.advance(1s);
+        QCOMPARE(desk.title(), u"a.example"_s);
+
+        QVERIFY(QFile(desk.downloads.filePath(u"a.part"_s)).open(QIODevice::WriteOnly));
+        QTest::qWait(50); // the system tells
+        pass(1);
+        QCOMPARE(desk.source->activeTransfers(), 1);
     }
 
     void asksYouTubeForTheTitle()
@@ -148,27 +182,32 @@ private Q_SLOTS:
         row(titled(9'000), QString(1000, u'a') + u"|YouTube"_s);
     }
 
-    void answerForALinkThatIsGoneIsDropped()
+    void answersThatComeTooLateAreDropped()
     {
         GlanceDesk desk;
+        desk.clipboard.slow = true;
+        desk.copy(u"https://first.example/"_s);
+        const auto late = desk.clipboard.waiting;
+        desk.copy(u"https://second.example/"_s);
+        desk.clipboard.answer();
+        late();
+        QCOMPARE(desk.title(), u"second.example"_s);
+
+        desk.clipboard.slow = false;
         desk.youTube.answer = [&](const auto &) {
-            desk.copy(u"https://example.com/"_s);
+            desk.copy(u"https://example.com/"_s); // the link is gone
             return HttpStandIn::Answer{200, R"({"title":"late"})"};
         };
         desk.copy(u"https://youtu.be/1"_s);
         QTRY_COMPARE(desk.title(), u"example.com"_s);
         QTest::qWait(50);
         QCOMPARE(desk.title(), u"example.com"_s);
-    }
 
-    void sourceThatGoesWhileItAsks()
-    {
-        GlanceDesk desk;
         desk.youTube.answer = [&desk](const auto &) {
             desk.source.reset();
             return HttpStandIn::Answer{};
         };
-        desk.copy(u"https://youtu.be/1"_s);
+        desk.copy(u"https://youtu.be/2"_s);
         QTRY_VERIFY(!desk.source);
         QTest::qWait(50);
         desk.background.finishAll();
@@ -221,6 +260,57 @@ private Q_SLOTS:
               Prefs::Module::Focus, Prefs::Module::Usage, Prefs::Module::Mcp, Prefs::Module::Repos})
             desk.prefs.set(module, false);
         QCOMPARE(asked(80s), 0);
+    }
+
+    void init() { m_folder = QTemporaryDir(); }
+
+    void countsUnfinishedDownloads()
+    {
+        for (const auto *name : {"a.part", "b.PART", "c.tar.crdownload", "d.Download", ".hidden.part", "\xff\xfe.part"})
+            make(name);
+        for (const auto *name : {"part", ".part", "a.partial", "b.part.zip", "c.", "d.downloads", "part.txt"})
+            make(name);
+        QVERIFY(QDir(m_folder.path()).mkpath(u"folder.part/inner.part"_s));
+        QCOMPARE(readTransfers(m_tree, m_folder.path(), {}, m_now).count, 7);
+        QCOMPARE(readTransfers(m_tree, m_folder.filePath(u"none"_s), {}, m_now).count, 0);
+        QCOMPARE(readTransfers(m_tree, m_folder.filePath(u"a.part"_s), {}, m_now).count, 0);
+        QCOMPARE(readTransfers(m_tree, {}, {}, m_now).count, 0);
+    }
+
+    void folderThatRestsIsNotListedAgain()
+    {
+        make("a.part");
+        // What was just changed may change again without a trace.
+        QVERIFY(!readTransfers(m_tree, m_folder.path(), {}, QDateTime::currentDateTime()).stamp);
+        Transfers seen = readTransfers(m_tree, m_folder.path(), {}, m_now);
+        QVERIFY(seen.stamp);
+        seen.count = 7;
+        QCOMPARE(readTransfers(m_tree, m_folder.path(), seen, m_now).count, 7);
+        QTest::qSleep(20); // the stamp goes by the tick of the kernel's clock
+        seen = readTransfers(m_tree, m_folder.path(), seen, m_now);
+        QVERIFY(seen.stillSo()); // not even its stamp need be looked at
+        make("b.part");
+        QVERIFY(!seen.stillSo());
+        seen = readTransfers(m_tree, m_folder.path(), seen, m_now);
+        QCOMPARE(seen.count, 2);
+        QVERIFY(::unlink((m_folder.path().toUtf8() + "/b.part").constData()) == 0);
+        QVERIFY(!seen.stillSo());
+        QVERIFY(!readTransfers(m_tree, m_folder.filePath(u"none"_s), {}, m_now).stillSo());
+    }
+
+    void readsListingsOfRuns()
+    {
+        QCOMPARE(parseFailedBuilds(R"([{"databaseId":7700000001},{"databaseId":7700000002}])"), 2);
+        QCOMPARE(parseFailedBuilds("[{}" + QByteArray(",{}").repeated(10) + "]"), 10); // of eleven
+        for (const char *none : {"[]\n", "", "{}", "null", "[1,2]", "[{},1]", "[{}", "no git repository", "\xff\xfe"})
+            QVERIFY2(parseFailedBuilds(none) == 0, none);
+        FakeToolRunner tools;
+        QCOMPARE(readFailedBuilds(tools), std::optional(0));
+        QVERIFY(tools.ran.isEmpty());
+        tools.installed.insert(u"gh"_s);
+        tools.answers.insert(kGitHub, {false, "[{}]", u"failed to determine base repo"_s});
+        QCOMPARE(readFailedBuilds(tools), std::nullopt);
+        QCOMPARE(tools.ran, QStringList{kGitHub});
     }
 };
 

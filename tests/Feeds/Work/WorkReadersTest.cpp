@@ -204,6 +204,7 @@ private Q_SLOTS:
         QCOMPARE(firstCharacters(u"abc"_s, 3), u"abc"_s);
         QCOMPARE(firstCharacters(u"abcd"_s, 3), u"abc"_s);
         QCOMPARE(firstCharacters({}, 3), QString());
+        QCOMPARE(firstCharacters(u'e' + QString(1000, u'\u0301'), 3).size(), 120);
     }
 
     void aJiraSiteIsReadAsTyped()
@@ -219,7 +220,7 @@ private Q_SLOTS:
             QVERIFY2(phrase(site) == u" asked"_s, site);
         for (const char *site : {"", " / ", "https://"})
             QVERIFY2(phrase(site) == missing, site);
-        for (const char *site : {"acme .net", "acme.net:port", "[acme", "?a=b"})
+        for (const char *site : {"acme .net", "acme.net:port", "[acme", "?a=b", "acme.net@evil.example"})
             QVERIFY2(phrase(site) == u"that Jira site address doesn't look right"_s, site);
         QCOMPARE(outcome(jiraIssues(services(), u"acme.net"_s, {}, kToken)).second, missing);
     }

@@ -156,25 +156,19 @@ private Q_SLOTS:
         QCOMPARE(ids(desk.source->issues()), QStringList({u"jira-ED-1"_s, u"jira-ED-2"_s, u"jira-ED-3"_s}));
         QVERIFY(desk.source->mentions().isEmpty());
 
+        desk.prefs.setJiraSite({});
+        desk.answer();
+        desk.refresh();
+        QCOMPARE(desk.source->workState(), SourceState::failed(u"Jira: add your Jira site and email in Settings."_s));
         desk.keychain.entries = {{u"Velto.slack"_s, u"secret"_s}};
+        desk.http.answer = [](const HttpRequest &) { return HttpReply{{}, {}, u"Host not found."_s}; };
+        desk.refresh();
+        QCOMPARE(desk.source->workState(), SourceState::failed(u"Slack: Host not found."_s)); // one full stop
         desk.answer();
         desk.refresh();
         QCOMPARE(desk.source->workState(), SourceState::ready());
         QVERIFY(desk.source->issues().isEmpty());
         QVERIFY(!desk.source->mentions().isEmpty());
-    }
-
-    void jiraWithoutASiteAsksForOne()
-    {
-        Desk desk;
-        desk.prefs.setJiraSite({});
-        desk.keychain.entries.insert(u"Velto.jira"_s, u"t"_s);
-        desk.refresh();
-        QCOMPARE(desk.source->workState(), SourceState::failed(u"Jira: add your Jira site and email in Settings."_s));
-        desk.http.answer = [](const HttpRequest &) { return HttpReply{{}, {}, u"Host not found."_s}; };
-        desk.prefs.setJiraSite(u"acme.example"_s);
-        desk.refresh();
-        QCOMPARE(desk.source->workState(), SourceState::failed(u"Jira: Host not found."_s)); // one full stop
     }
 
     void aModuleThatIsOffIsNotAsked()

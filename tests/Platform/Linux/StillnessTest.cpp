@@ -21,7 +21,25 @@ const auto kSettings = u"org.freedesktop.portal.Settings"_s;
 /// A screen reader, and the settings for less motion, larger text and more contrast, are noticed at the start and later.
 class StillnessTest : public QObject {
     Q_OBJECT
+    const QTemporaryDir m_home;
+    PosixFiles m_files;
+    std::unique_ptr<PrivateBus> m_bus;
+    std::unique_ptr<AtspiAccessibility> m_accessibility;
+
 private Q_SLOTS:
+    void init()
+    {
+        m_bus = std::make_unique<PrivateBus>();
+        if (!m_bus->works())
+            QSKIP("no dbus-daemon");
+        m_accessibility = std::make_unique<AtspiAccessibility>(m_files, m_home.path());
+    }
+    void cleanup()
+    {
+        m_accessibility.reset();
+        m_bus.reset();
+    }
+
     void files()
     {
         const QByteArray zero = "[General]\nAnimationDurationFactor=1\n[KDE]\nAnimationDurationFactor=0\n";
@@ -36,57 +54,34 @@ private Q_SLOTS:
     }
     void screenReaderComesAndGoes()
     {
-        PrivateBus bus;
-        if (!bus.works())
-            QSKIP("no dbus-daemon");
-        const QTemporaryDir home;
-        PosixFiles files;
-        AtspiAccessibility accessibility(files, home.path());
-        accessibility.start(bus.connect());
-        QVERIFY(!accessibility.screenReaderOn());
-        // The reader's bus starts after Velto.
-        auto status = std::make_unique<PlayedService>(bus.connect(), u"org.a11y.Bus"_s);
+        m_accessibility->start(m_bus->connect());
+        QVERIFY(!m_accessibility->screenReaderOn());
+        // The reader's bus starts after us.
+        auto status = std::make_unique<PlayedService>(m_bus->connect(), u"org.a11y.Bus"_s);
         status->answers = {{u"Get:ScreenReaderEnabled"_s, false}};
         QTRY_VERIFY(status->asked.contains(u"Get:ScreenReaderEnabled"_s));
-        const QSignalSpy changes(&accessibility, &Accessibility::changed);
+        const QSignalSpy changes(m_accessibility.get(), &Accessibility::changed);
         status->emitPropertyChange(kStatusPath, kStatus, u"IsEnabled"_s, true);
         status->emitPropertyChange(kStatusPath, kStatus, u"ScreenReaderEnabled"_s, true);
-        QTRY_VERIFY(accessibility.screenReaderOn());
+        QTRY_VERIFY(m_accessibility->screenReaderOn());
         QCOMPARE(changes.size(), 1);
         status.reset();
-        QTRY_VERIFY(!accessibility.screenReaderOn());
-    }
-    void portalSaysStill()
-    {
-        PrivateBus bus;
-        if (!bus.works())
-            QSKIP("no dbus-daemon");
-        PlayedService portal(bus.connect(), u"org.freedesktop.portal.Desktop"_s);
-        // The older method wraps the value twice.
-        portal.answers = {{u"Read"_s, QVariant::fromValue(QDBusVariant(QVariant::fromValue(QDBusVariant(false))))}};
-        const QTemporaryDir home;
-        PosixFiles files;
-        AtspiAccessibility accessibility(files, home.path());
-        accessibility.start(bus.connect());
-        QTRY_VERIFY(accessibility.reducedMotion());
-        portal.emitSignal(kPortalPath, kSettings, u"SettingChanged"_s,
-                          {u"org.gnome.desktop.interface"_s, u"cursor-size"_s, QVariant::fromValue(QDBusVariant(0))});
-        portal.emitSignal(kPortalPath, kSettings, u"SettingChanged"_s,
-                          {u"org.gnome.desktop.interface"_s, u"enable-animations"_s, QVariant::fromValue(QDBusVariant(true))});
-        QTRY_VERIFY(!accessibility.reducedMotion());
+        QTRY_VERIFY(!m_accessibility->screenReaderOn());
     }
     void followsWhileRunning()
     {
-        PrivateBus bus;
-        if (!bus.works())
-            QSKIP("no dbus-daemon");
-        PlayedService portal(bus.connect(), u"org.freedesktop.portal.Desktop"_s);
-        const QTemporaryDir home;
-        PosixFiles files;
-        AtspiAccessibility accessibility(files, home.path());
-        accessibility.start(bus.connect());
-        QTRY_VERIFY(portal.asked.size() > 0);
-        QSignalSpy changes(&accessibility, &Accessibility::changed);
+        PlayedService portal(m_bus->connect(), u"org.freedesktop.portal.Desktop"_s);
+        // The older method packs the value twice.
+        portal.answers = {{u"Read"_s, QVariant::fromValue(QDBusVariant(QVariant::fromValue(QDBusVariant(false))))}};
+        m_accessibility->start(m_bus->connect());
+        QTRY_VERIFY(m_accessibility->reducedMotion());
+        const auto gnome = u"org.gnome.desktop.interface"_s;
+        portal.emitSignal(kPortalPath, kSettings, u"SettingChanged"_s,
+                          {gnome, u"cursor-size"_s, QVariant::fromValue(QDBusVariant(0))});
+        portal.emitSignal(kPortalPath, kSettings, u"SettingChanged"_s,
+                          {gnome, u"enable-animations"_s, QVariant::fromValue(QDBusVariant(true))});
+        QTRY_VERIFY(!m_accessibility->reducedMotion());
+        QSignalSpy changes(m_accessibility.get(), &Accessibility::changed);
         const auto row = [&](const QString &group, const QString &key, const QVariant &wanted, const QVariant &usual,
                              bool contrast, double scale) {
             const auto say = [&](const QVariant &value) {
@@ -96,15 +91,14 @@ private Q_SLOTS:
             };
             say(wanted);
             QTRY_COMPARE(changes.size(), 1);
-            QCOMPARE(accessibility.highContrast(), contrast);
-            QCOMPARE(accessibility.textScale(), scale);
+            QCOMPARE(m_accessibility->highContrast(), contrast);
+            QCOMPARE(m_accessibility->textScale(), scale);
             say(usual);
             QTRY_COMPARE(changes.size(), 1);
-            QVERIFY(!accessibility.highContrast());
-            QCOMPARE(accessibility.textScale(), 1.0);
+            QVERIFY(!m_accessibility->highContrast());
+            QCOMPARE(m_accessibility->textScale(), 1.0);
         };
         const auto general = u"org.kde.kdeglobals.General"_s;
-        const auto gnome = u"org.gnome.desktop.interface"_s;
         row(u"org.freedesktop.appearance"_s, u"contrast"_s, 1U, 0U, true, 1.0);
         row(u"org.gnome.desktop.a11y.interface"_s, u"high-contrast"_s, true, false, true, 1.0);
         row(general, u"ColorScheme"_s, u"Breeze High Contrast"_s, u"BreezeDark"_s, true, 1.0);

@@ -26,6 +26,13 @@ class TerminalsTest : public QObject {
         file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
         return file.fileName();
     }
+    /// A terminal that writes what the script says to the file "seen", and is found.
+    void putTeller(const QString &name, const QByteArray &script)
+    {
+        const QByteArray seen = QFile::encodeName(m_folder->filePath(u"seen"_s));
+        put(name, "#!/bin/sh\n" + script + " >" + seen + ".new; mv " + seen + ".new " + seen + "\n");
+        qputenv("PATH", QFile::encodeName(m_folder->path()) + ':' + m_path);
+    }
     FindExecutable find() const
     {
         return [this](const QString &name) { return QStandardPaths::findExecutable(name, {m_folder->path()}); };
@@ -100,11 +107,9 @@ private Q_SLOTS:
     void launchesDetached()
     {
         const auto seen = m_folder->filePath(u"seen"_s);
-        put(u"ghostty"_s,
-            "#!/bin/sh\n{ pwd; printf '%s\\n' \"$#\" \"$1\"; printf '%s|' \"$6\"; echo; ls /proc/self/fd | wc -l;"
-            " ps -o sid= -p $$; echo $$; } >"
-                + QFile::encodeName(seen) + ".new; mv " + QFile::encodeName(seen) + ".new " + QFile::encodeName(seen) + "\n");
-        qputenv("PATH", QFile::encodeName(m_folder->path()) + ':' + m_path);
+        putTeller(u"ghostty"_s,
+                  "{ pwd; printf '%s\\n' \"$#\" \"$1\"; printf '%s|' \"$6\"; echo; ls /proc/self/fd | wc -l; ps -o sid= -p $$; "
+                  "echo $$; }");
         LinuxTerminals terminals(Places{m_folder->path(), {}, {}, m_folder->path()});
         QVERIFY(terminals.installed(Terminals::App::Ghostty));
         QVERIFY(!terminals.installed(Terminals::App::ITerm));
@@ -129,10 +134,7 @@ private Q_SLOTS:
     void scriptForOneWordTerminals()
     {
         const auto seen = m_folder->filePath(u"seen"_s);
-        put(u"warp-terminal"_s,
-            "#!/bin/sh\nprintf %s \"$1\" >" + QFile::encodeName(seen) + ".new; mv " + QFile::encodeName(seen) + ".new "
-                + QFile::encodeName(seen) + "\n");
-        qputenv("PATH", QFile::encodeName(m_folder->path()) + ':' + m_path);
+        putTeller(u"warp-terminal"_s, "printf %s \"$1\"");
         LinuxTerminals(Places{m_folder->path(), {}, {}, m_folder->path()}).launch(Terminals::App::Warp, u"echo 'é'"_s);
         QTRY_VERIFY(QFile::exists(seen));
         QFile told(seen);

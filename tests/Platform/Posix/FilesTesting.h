@@ -3,10 +3,14 @@
 #include "Platform/Posix/FileCalls.h"
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
 #include <QString>
+#include <QTest>
 #include <algorithm>
 #include <cerrno>
 
@@ -50,7 +54,34 @@ inline QStringList filesIn(const QString &folder, const QString &pattern = QStri
     return QDir(folder).entryList({pattern}, QDir::Files | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
 }
 
-/// A disk on which one step fails. It never waits for the real disk, on which no result depends.
+/// Starts the test program itself with these arguments, so that it tells on standard output which of its states it has written,
+/// one a line; ends it each time a little later within a write, and compares what `stored` reads with what it told.
+template <typename Stored> void killAtAnyMoment(const QStringList &arguments, int kills, Stored stored)
+{
+    int announced = 0;
+    for (int kill = 0; kill < kills; ++kill) {
+        QProcess child;
+        child.start(QCoreApplication::applicationFilePath(), arguments);
+        const int least = announced + 1 + kill % 3;
+        while (announced < least) {
+            QVERIFY(child.canReadLine() || child.waitForReadyRead());
+            while (child.canReadLine())
+                announced = child.readLine().trimmed().toInt();
+        }
+        QElapsedTimer timer;
+        timer.start();
+        while (timer.nsecsElapsed() < kill % 100 * 20000) { }
+        child.kill();
+        QVERIFY(child.waitForFinished());
+        while (child.canReadLine())
+            announced = child.readLine().trimmed().toInt();
+        const int state = stored();
+        QVERIFY2(state == announced || state == announced + 1, qPrintable(QStringLiteral("%1 of %2").arg(state).arg(announced)));
+        announced = state;
+    }
+}
+
+/// A disk on which one step fails. It doesn't wait for the real one: what a test sees doesn't hang on that.
 class FaultyCalls final : public FileCalls {
 public:
     int failAt = 0; ///< the step that fails, counted from 1; 0 is none

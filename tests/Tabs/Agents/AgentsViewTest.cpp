@@ -1,43 +1,58 @@
-#include "Tabs/Agents/AgentsPage.h"
+#include "ViewPage.h"
 
+#include <QQuickItem>
 #include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// The tab as the user sees it, and what a refresh does to it.
-class AgentsViewTest : public AgentsPage {
+/// The tab as a person sees it and works it with the keyboard, and what a refresh does to it.
+class AgentsViewTest : public ViewPage {
     Q_OBJECT
 
-private Q_SLOTS:
-    void everyStateDrawsWithoutAWarning_data()
+    /// With this many sessions of each kind.
+    void show(int working = 0, int blocked = 0)
     {
-        QTest::addColumn<QByteArray>("listing");
-        const QByteArray when = ",\"cwd\":\"/home/me/p\",\"startedAt\":" + QByteArray::number(1795250000000LL) + "}";
-        QTest::newRow("failed") << QByteArray("no JSON");
-        QTest::newRow("no claude") << QByteArray();
-        QTest::newRow("stale") << QByteArray("[{\"id\":\"a\",\"state\":\"blocked\",\"startedAt\":1}]");
-        QTest::newRow("hostile") << QByteArray("[{\"id\":\"a\",\"state\":\"blocked\",\"name\":\"<img src=x>\\u202e"
-                                               + QByteArray(10000, 'x') + "\"" + when + "]");
-    }
-
-    void everyStateDrawsWithoutAWarning()
-    {
-        QFETCH(QByteArray, listing);
-        m_world->setListing(listing);
-        if (listing.isEmpty())
-            m_world->tools.installed.remove(u"claude"_s);
+        m_world->setSessions(working, blocked);
         m_world->refresh();
         ViewPage::show(m_world->agents, 400);
-        QVERIFY(!m_world->agents.scanned());
-        QVERIFY(m_world->agents.scanning()); // it scans when it is first seen
         m_world->background.finishAll();
-        QVERIFY(m_world->agents.scanned());
-        QVERIFY(button(u"Scan this Mac"_s));
-        QVERIFY(!m_view->grabWindow().isNull());
-        for (QQuickItem *row : rows())
-            QVERIFY(row->width() <= 732);
+    }
+    /// From top to bottom.
+    QList<QQuickItem *> rows() const { return rowsWith("isAgentRow"); }
+    QStringList ids() const
+    {
+        QStringList ids;
+        for (QQuickItem *shown : rows())
+            ids += shown->property("agentId").toString();
+        return ids;
+    }
+    QQuickItem *row(const QString &id) const { return rows().value(ids().indexOf(id)); }
+
+private Q_SLOTS:
+    void everyStateDrawsWithoutAWarning()
+    {
+        const QByteArray hostile =
+            R"([{"id":"a","state":"blocked","cwd":"/home/me/p","startedAt":1795250000000,"name":"<img>\u202e@"}])";
+        for (const QByteArray &listing :
+             {QByteArray("no JSON"), QByteArray(), QByteArray(R"([{"id":"a","state":"blocked","startedAt":1}])"),
+              QByteArray(hostile).replace("@", QByteArray(10000, 'x'))}) {
+            begin();
+            m_world->setListing(listing);
+            if (listing.isEmpty())
+                m_world->tools.installed.remove(u"claude"_s);
+            m_world->refresh();
+            ViewPage::show(m_world->agents, 400);
+            QVERIFY(!m_world->agents.scanned());
+            QVERIFY(m_world->agents.scanning()); // it looks around when it is first seen
+            m_world->background.finishAll();
+            QVERIFY(m_world->agents.scanned());
+            QVERIFY(button(u"Scan this Mac"_s));
+            QVERIFY(!m_view->grabWindow().isNull());
+            for (QQuickItem *row : rows())
+                QVERIFY(row->width() <= 732);
+        }
     }
 
     void aRowReadsAsTheSessionIsAndSpaceOpensItsMenu()
@@ -192,6 +207,58 @@ private Q_SLOTS:
         m_world->setSessions(1, 499);
         m_world->refresh();
         QTRY_VERIFY(frames.count() > 0); // otherwise counting frames would prove nothing
+    }
+
+    void closingThePanelClosesWhatIsOpenOverIt()
+    {
+        show(0, 2);
+        m_ui->openFocused();
+        QTRY_VERIFY(row(u"s0"_s));
+        row(u"s0"_s)->forceActiveFocus();
+        press(Qt::Key_Menu);
+        QVERIFY(m_ui->sheetOpen());
+        m_ui->toggle();
+        QVERIFY(!m_ui->sheetOpen());
+        QVERIFY(!row(u"s0"_s)->property("menuOpen").toBool());
+
+        m_ui->toggle();
+        click(button(u"Connect…"_s));
+        QTRY_VERIFY(button(u"Add hooks"_s));
+        m_ui->toggle();
+        QVERIFY(!m_ui->sheetOpen());
+        QTRY_VERIFY(!button(u"Add hooks"_s));
+    }
+
+    void theKeyboardGoesOnWhereARowGoes()
+    {
+        show(0, 40);
+        QTRY_COMPARE(rows().size(), 6);
+        const auto focusedRow = [this] {
+            QQuickItem *item = m_view->activeFocusItem();
+            while (item && !item->property("isAgentRow").toBool())
+                item = item->parentItem();
+            return item ? item->property("agentId").toString() : QString();
+        };
+        const QStringList before = ids();
+        row(before.at(2))->forceActiveFocus();
+        for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Down, Qt::Key_Return}) // "Hide session"
+            press(key);
+        QTRY_VERIFY(!row(before.at(2)));
+        QCOMPARE(focusedRow(), before.at(3));
+
+        button(u"Show 33 more"_s)->forceActiveFocus();
+        const QString last = ids().last();
+        press(Qt::Key_Return);
+        m_view->grabWindow();
+        QCOMPARE(focusedRow(), ids().at(ids().indexOf(last) + 1)); // the first one that came
+
+        // Out of sight it takes no keys, and isn't another row's.
+        list()->setProperty("contentY", list()->property("originY").toDouble() + 1500);
+        m_view->grabWindow();
+        QVERIFY(focusedRow().isEmpty());
+        press(Qt::Key_Down);
+        QVERIFY(!focusedRow().isEmpty());
+        QVERIFY(row(focusedRow())->mapToItem(list(), {0, 0}).y() >= 0);
     }
 };
 

@@ -209,18 +209,6 @@ private Q_SLOTS:
         QVERIFY(d.tab.mcpFormOpen());
         QCOMPARE(d.tab.mcp()->name(), u"gmail"_s);
     }
-
-    void aTickThatChangesNothingIsSilent()
-    {
-        Desk d;
-        d.setServers("a: https://a.example - ✔ Connected\n");
-        const QSignalSpy tabChanges(&d.tab, &VeltoSource::changed);
-        const QSignalSpy form(d.tab.calendar(), &CalendarForm::changed);
-        d.hub.refresh(true);
-        d.wait(50'000);
-        d.background.finishAll();
-        QCOMPARE(tabChanges.count() + form.count(), 0);
-    }
 };
 
 } // namespace velto

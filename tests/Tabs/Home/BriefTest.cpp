@@ -3,7 +3,6 @@
 #include "RunTests.h"
 #include "World.h"
 
-#include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -38,25 +37,6 @@ struct Morning : World {
         for (const RowModel::Row &row : static_cast<RowModel *>(model)->rows())
             result.append(row.first().toString());
         return result;
-    }
-    void add(const QString &title, int days, int prio = 2, const QString &project = {})
-    {
-        Todo todo;
-        todo.title = title;
-        todo.due = textOf(clock.wallTime().toLocalTime().date().addDays(days));
-        todo.prio = prio;
-        todo.project = project;
-        todos.save(todo);
-    }
-    /// Sets a meeting typed by the user, so many seconds away.
-    void meetingIn(int seconds)
-    {
-        prefs.set(Prefs::Module::Calendar, true);
-        prefs.setMeetingTitle(u"Review"_s);
-        prefs.setMeetingURL(u"https://meet.example.com/x"_s);
-        prefs.setMeetingStart(clock.wallTime().addSecs(seconds));
-        everyday.loadCalendar();
-        wait(0);
     }
 };
 
@@ -115,7 +95,7 @@ private Q_SLOTS:
                   u"2 sales follow-ups due today / b"_s}}) {
             Morning m;
             for (const auto &[title, days, prio, project] : todos)
-                m.add(title, days, prio, project);
+                m.addTodo(title, days, prio, project);
             const auto words = [&m](const QString &id) {
                 const HomeItem item = m.item(id);
                 return item.id.isEmpty() ? QString() : u"%1 / %2"_s.arg(item.title, item.detail);
@@ -135,25 +115,13 @@ private Q_SLOTS:
     {
         for (const int seconds : {899, 900}) {
             Morning m;
-            m.meetingIn(seconds);
+            m.meetIn(seconds);
             QCOMPARE(m.rows(m.home.next()), QStringList({u"cal"_s, u"focus"_s}));
             QCOMPARE(m.rows(m.home.needs()), seconds < 900 ? QStringList{u"cal"_s} : QStringList());
             QCOMPARE(m.item(u"cal"_s).urgent(), seconds < 900);
             m.home.run(u"cal"_s);
             QCOMPARE(m.workspace.opened, QList<QUrl>{QUrl(u"https://meet.example.com/x"_s)});
         }
-    }
-
-    void theFocusTimerStartsCountsAndStops()
-    {
-        Morning m;
-        QCOMPARE(m.item(u"focus"_s).action->label, u"Start 25 min"_s);
-        m.home.run(u"focus"_s);
-        QCOMPARE(m.item(u"focus"_s).title, u"Focusing · 25:00 left"_s);
-        m.wait(61'000);
-        QCOMPARE(m.item(u"focus"_s).title, u"Focusing · 23:59 left"_s);
-        m.home.run(u"focus"_s);
-        QCOMPARE(m.item(u"focus"_s).title, u"Focus timer"_s);
     }
 
     void whatIsNotSetUpStandsInOneLine()
@@ -171,7 +139,7 @@ private Q_SLOTS:
     void todayShowsFourRows()
     {
         Morning m;
-        m.add(u"a"_s, 0);
+        m.addTodo(u"a"_s, 0);
         m.prefs.setDailyPriority(u"ship it"_s);
         m.prefs.set(Prefs::Module::Work, true);
         m.keychain.put(u"Velto.linear"_s, u"t"_s);
@@ -183,18 +151,6 @@ private Q_SLOTS:
         m.prefs.setDailyPriority(u"   "_s);
         m.wait(0);
         QVERIFY(!m.ids().contains(u"priority"_s));
-    }
-
-    void aTickThatChangesNothingIsSilent()
-    {
-        Morning m;
-        m.setSessions(1, 1);
-        m.refresh();
-        const QSignalSpy changed(&m.home, &VeltoSource::changed);
-        m.refresh();
-        m.wait(50'000);
-        m.background.finishAll();
-        QCOMPARE(changed.count(), 0);
     }
 
     void paceTellsHowTheBudgetWillGo()
@@ -218,9 +174,23 @@ private Q_SLOTS:
         }
     }
 
-    void aLinkIsOfferedIfABrowserTakesIt()
+    void whatRunsAndWhatWasCopiedStandsInItsRow()
     {
         Morning m;
+        QCOMPARE(m.item(u"focus"_s).action->label, u"Start 25 min"_s);
+        m.home.run(u"focus"_s);
+        QCOMPARE(m.item(u"focus"_s).title, u"Focusing · 25:00 left"_s);
+        m.wait(61'000);
+        QCOMPARE(m.item(u"focus"_s).title, u"Focusing · 23:59 left"_s);
+        m.home.run(u"focus"_s);
+        QCOMPARE(m.item(u"focus"_s).title, u"Focus timer"_s);
+
+        m.prefs.set(Prefs::Module::Media, true);
+        m.players.players = {{{u"mpv"_s}, MediaReport{u"mpv"_s, u"Tone"_s, {}, MediaReport::State::Playing}}};
+        m.everyday.refresh();
+        QCOMPARE(m.item(u"media"_s).title, u"Tone"_s);
+        QCOMPARE(m.item(u"media"_s).detail, u"mpv"_s); // there is no artist
+
         for (const auto &[link, label] :
              {std::pair(u"https://a.example/x"_s, u"Open"_s), std::pair(u"file://host/x"_s, QString()),
               std::pair(u"https://youtu.be/x"_s, u"Play"_s)}) {
@@ -233,23 +203,11 @@ private Q_SLOTS:
         }
     }
 
-    void aTrackWithoutAnArtistBeginsWithItsPlayer()
-    {
-        Morning m;
-        m.prefs.set(Prefs::Module::Media, true);
-        m.players.players = {{{u"mpv"_s}, MediaReport{u"mpv"_s, u"Tone"_s, {}, MediaReport::State::Playing}}};
-        m.everyday.refresh();
-        QCOMPARE(m.item(u"media"_s).title, u"Tone"_s);
-        QCOMPARE(m.item(u"media"_s).detail, u"mpv"_s);
-    }
-
     void greetingGoesByTheHour()
     {
-        const auto at = [](int hour, int minute) { return greeting(QDateTime(QDate(2026, 11, 21), QTime(hour, minute))); };
-        QCOMPARE(at(4, 59), u"Good evening."_s);
-        QCOMPARE(at(5, 0), u"Good morning."_s);
-        QCOMPARE(at(12, 0), u"Good afternoon."_s);
-        QCOMPARE(at(17, 0), u"Good evening."_s);
+        for (const auto &[hour, minute, words] : {std::tuple(4, 59, u"Good evening."_s), std::tuple(5, 0, u"Good morning."_s),
+                                                  std::tuple(12, 0, u"Good afternoon."_s), std::tuple(17, 0, u"Good evening."_s)})
+            QCOMPARE(greeting(QDateTime(QDate(2026, 11, 21), QTime(hour, minute))), words);
     }
 
     void videosAreFoundAndEscaped()

@@ -18,23 +18,13 @@ private:
     void makeItBusy()
     {
         World &w = *m_world;
-        const QDate today = w.clock.wallTime().toLocalTime().date();
-        for (const int days : {-1, 0}) {
-            Todo todo;
-            todo.title = days < 0 ? u"Call the bank"_s : u"Write the notes"_s;
-            todo.due = textOf(today.addDays(days));
-            w.todos.save(todo);
-        }
+        w.addTodo(u"Call the bank"_s, -1);
+        w.addTodo(u"Write the notes"_s, 0);
         w.setSessions(1, 1);
         w.prefs.setDailyPriority(u"Ship it"_s);
         w.prefs.set(Prefs::Module::Prs, true);
-        w.prefs.set(Prefs::Module::Calendar, true);
-        w.prefs.setMeetingTitle(u"Review"_s);
-        w.prefs.setMeetingURL(u"https://meet.example.com/x"_s);
-        w.prefs.setMeetingStart(w.clock.wallTime().addSecs(2990));
         w.refresh();
-        w.everyday.loadCalendar();
-        w.wait(0);
+        w.meetIn(2990);
     }
 
     void copyVideo()
@@ -101,6 +91,7 @@ private Q_SLOTS:
                               u"ice:(pin.fill)"_s,
                               u"Today's priority · stored in Velto"_s,
                               u"Not set up: GitHub | Connect"_s}));
+        QVERIFY(!button(u"Ship it"_s)); // nothing to press where there is nothing to do
     }
 
     void rowsKeepTheirIdentityOverARefresh()
@@ -110,11 +101,7 @@ private Q_SLOTS:
         QQuickItem *const late = named(u"1 todo is overdue, Call the bank"_s);
         QVERIFY(late);
         late->forceActiveFocus();
-        Todo todo;
-        todo.title = u"Answer the letter"_s;
-        todo.due = u"2001-01-01"_s;
-        todo.prio = 1;
-        m_world->todos.save(todo);
+        m_world->addTodo(u"Answer the letter"_s, -300, 1);
         m_world->wait(0);
         QCOMPARE(nameOf(late), u"2 todos are overdue, Answer the letter"_s);
         QVERIFY(late->hasActiveFocus());

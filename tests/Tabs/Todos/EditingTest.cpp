@@ -12,26 +12,6 @@ namespace velto {
 class EditingTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void aTodoNeedsATitle()
-    {
-        Desk desk;
-        TodosSource &source = desk.start();
-        source.newDraft();
-        source.form()->setTitle(u"  \t "_s);
-        source.form()->save();
-        QCOMPARE(source.errorText(), u"Give the todo a title first."_s);
-        QVERIFY(source.form()->shown());
-        QVERIFY(desk.fakeFiles.contents.isEmpty());
-        source.form()->setTitle(u"  a "_s);
-        source.form()->save();
-        QVERIFY(!source.form()->shown());
-        QVERIFY(!source.draft());
-        QCOMPARE(titlesOf(desk.inFile()), QStringList{u"  a "_s});
-        QCOMPARE(source.errorText(), u"Give the todo a title first."_s);
-        source.dismissError();
-        QCOMPARE(source.errorText(), QString());
-    }
-
     void numbersAreNotGivenTwice()
     {
         Desk desk;
@@ -120,20 +100,16 @@ private Q_SLOTS:
         QCOMPARE(titlesOf(desk.inFile()), QStringList{u"b"_s});
         source.undoDone();
         QCOMPARE(titlesOf(source.todos()), QStringList{u"b"_s});
-    }
 
-    void theSecondDoneMakesTheFirstFinal()
-    {
-        Desk desk;
-        TodosSource &source = desk.start({makeTodo(1, u"a"_s), makeTodo(2, u"b"_s), makeTodo(3, u"c"_s)});
-        source.finish(u"1"_s);
+        desk.start({makeTodo(1, u"a"_s), makeTodo(2, u"b"_s), makeTodo(3, u"c"_s)});
+        desk.source->finish(u"1"_s);
         desk.wait(3s);
-        source.finish(u"2"_s);
-        desk.wait(4s); // the first one's time is over, the second one's isn't
-        QCOMPARE(source.undoText(), u"Done: b"_s);
-        source.undoDone();
+        desk.source->finish(u"2"_s); // makes the first one final
+        desk.wait(4s);
+        QCOMPARE(desk.source->undoText(), u"Done: b"_s);
+        desk.source->undoDone();
         desk.wait(5s);
-        QCOMPARE(titlesOf(source.todos()), QStringList({u"c"_s, u"b"_s}));
+        QCOMPARE(titlesOf(desk.source->todos()), QStringList({u"c"_s, u"b"_s}));
     }
 
     void whatMayComeBackStaysInTheFile()
@@ -201,10 +177,17 @@ private Q_SLOTS:
         form.toggleMore();
         QVERIFY(form.showsScope());
         form.choosePriority(u"3"_s);
-        form.setTitle(u"t"_s);
+        form.setTitle(u"  \t "_s);
+        form.save();
+        QCOMPARE(source.errorText(), u"Give the todo a title first."_s);
+        QVERIFY(form.shown() && desk.fakeFiles.contents.isEmpty());
+        form.setTitle(u" t "_s);
         form.date()->moveDays(10);
         form.save();
-        QCOMPARE(source.todos(), QList{makeTodo(1, u"t"_s, u"2026-12-01"_s, 3)});
+        QVERIFY(!form.shown() && !source.draft());
+        QCOMPARE(source.todos(), QList{makeTodo(1, u" t "_s, u"2026-12-01"_s, 3)});
+        source.dismissError();
+        QCOMPARE(source.errorText(), QString());
         source.edit(u"1"_s);
         form.setHasDate(false);
         form.save();

@@ -1,6 +1,9 @@
+#include "Follower.h"
 #include "RunTests.h"
 #include "Tabs/Todos/Desk.h"
 
+#include <QAbstractItemModelTester>
+#include <QRandomGenerator>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -8,6 +11,26 @@ using namespace std::chrono_literals;
 
 namespace velto {
 
+namespace {
+
+TodoRows::Content contentOf(const QList<Todo> &todos)
+{
+    TodoRows::Content content{todos, {}, {}};
+    for (qsizetype i = 0; i < todos.size(); ++i) {
+        if (!content.projects.contains(todos[i].project)) {
+            content.rows.append({-1, content.projects.size()});
+            content.projects.append(todos[i].project);
+        }
+        content.rows.append({i, -1});
+    }
+    return content;
+}
+
+const QList<int> kRoles{TodoRows::RowId, TodoRows::Title};
+
+} // namespace
+
+/// What is listed, in which order, and how a view follows it row by row.
 class ListsTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -31,17 +54,17 @@ private Q_SLOTS:
 
     void searchLooksAtTitlesDetailsPeopleProjectsAndNumbers()
     {
-        for (const auto &[search, found] : std::initializer_list<std::tuple<QString, QString>>{{QString(), u"12 123 5"_s},
-                                                                                               {u"SHIP"_s, u"12"_s},
-                                                                                               {u"second line"_s, u"12"_s},
-                                                                                               {u"kim"_s, u"123"_s},
-                                                                                               {u"garden"_s, u"5"_s},
-                                                                                               {u"#12"_s, u"12 123"_s},
-                                                                                               {u" ship"_s, QString()},
-                                                                                               {u"remark"_s, QString()},
-                                                                                               {u"2026"_s, QString()},
-                                                                                               {u"office"_s, QString()},
-                                                                                               {u"itfirst"_s, QString()}}) {
+        for (const auto &[search, found] : {std::pair(QString(), u"12 123 5"_s),
+                                            {u"SHIP"_s, u"12"_s},
+                                            {u"second line"_s, u"12"_s},
+                                            {u"kim"_s, u"123"_s},
+                                            {u"garden"_s, u"5"_s},
+                                            {u"#12"_s, u"12 123"_s},
+                                            {u" ship"_s, QString()},
+                                            {u"remark"_s, QString()},
+                                            {u"2026"_s, QString()},
+                                            {u"office"_s, QString()},
+                                            {u"itfirst"_s, QString()}}) {
             Todo ship = makeTodo(12, u"Ship it"_s, Desk::kToday);
             ship.details = u"First line\nsecond LINE"_s;
             ship.comments = {{u"now"_s, u"a remark"_s}};
@@ -128,6 +151,73 @@ private Q_SLOTS:
         QCOMPARE(desk.clock.pendingTimers(), 1); // only the one for midnight: nothing else wakes the machine
         source.shown()->setFilter(Filter::All);
         QCOMPARE(changes.count(), 1);
+    }
+
+    void aViewThatFollowsSeesEveryList()
+    {
+        QRandomGenerator random(20261121);
+        TodoRows model;
+        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        Follower follower(model, kRoles);
+        for (int round = 0; round < 400; ++round) {
+            QList<Todo> todos;
+            for (int i = 0, count = random.bounded(16); i < count; ++i) {
+                const QString project = u"p%1"_s.arg(random.bounded(3));
+                todos.append(makeTodo(random.bounded(12), u"t%1"_s.arg(random.bounded(3)), {}, 2, project)); // numbers repeat
+            }
+            const TodoRows::Content content = contentOf(todos);
+            model.setContent(content, {});
+            QCOMPARE(follower.rows, Follower::read(model, kRoles));
+            TodoRows plain;
+            plain.setContent(content, {});
+            QCOMPARE(follower.rows, Follower::read(plain, kRoles));
+        }
+    }
+
+    void oneChangeIsOneStep()
+    {
+        QList<Todo> todos;
+        for (int i = 0; i < 300; ++i)
+            todos.append(makeTodo(i, u"t"_s));
+        TodoRows model;
+        model.setContent(contentOf(todos), {});
+        const Follower follower(model, kRoles);
+        const QPersistentModelIndex watched = model.index(251, 0);
+        auto steps = [&, before = 0]() mutable {
+            model.setContent(contentOf(todos), {});
+            return follower.steps - std::exchange(before, follower.steps);
+        };
+        todos[7].title = u"changed"_s;
+        QCOMPARE(steps(), 1);
+        todos.move(250, 3);
+        QCOMPARE(steps(), 1);
+        QCOMPARE(watched.row(), 4);
+        todos.remove(10);
+        QCOMPARE(steps(), 1);
+        QCOMPARE(steps(), 0);
+        model.setContent(contentOf(todos), {Desk::kToday, Desk::kTomorrow}); // another day
+        QCOMPARE(follower.steps, 4);
+    }
+
+    void anotherListIsFewStepsAndKeepsTheOpenRow()
+    {
+        QList<Todo> all;
+        for (int i = 0; i < 2000; ++i)
+            all.append(makeTodo(i, u"t"_s));
+        QList<Todo> even;
+        std::ranges::copy_if(all, std::back_inserter(even), [](const Todo &todo) { return todo.id % 2 == 0; });
+        TodoRows model;
+        model.setContent(contentOf(even), {});
+        model.setOpen(500);
+        model.setCommentText(500, u"half a sent"_s);
+        const QPersistentModelIndex open = model.index(model.placeOf(500), 0);
+        const Follower follower(model, kRoles);
+        model.setContent(contentOf(all), {});
+        model.setContent(contentOf(even), {});
+        QVERIFY2(follower.steps <= 8, qPrintable(QString::number(follower.steps)));
+        QVERIFY(open.isValid());
+        QCOMPARE(open.row(), model.placeOf(500));
+        QCOMPARE(open.data(TodoRows::CommentText), u"half a sent"_s);
     }
 };
 

@@ -54,7 +54,10 @@ const ext_data_control_device_v1_listener DataControlClipboard::kDevice{
             auto &me = of(data);
             if (auto *before = std::exchange(me.m_selection, offer))
                 me.drop(before);
-            me.m_count += me.m_following ? 1 : 0;
+            if (!me.m_following)
+                return;
+            ++me.m_count;
+            me.copied();
         },
     .finished =
         [](void *data, ext_data_control_device_v1 *device) {

@@ -12,7 +12,10 @@ QtClipboard::QtClipboard(XcbServer &server, Clock &clock, QObject *parent)
     , m_server(server)
     , m_text(server, clock)
 {
-    connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, [this] { ++m_count; });
+    connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, [this] {
+        ++m_count;
+        copied();
+    });
 }
 
 QString QtClipboard::text() const

@@ -8,6 +8,8 @@
 #include <QWindow>
 #include <algorithm>
 #include <cmath>
+#include <vector>
+#include <xcb/xfixes.h>
 
 namespace velto {
 
@@ -288,6 +290,27 @@ void XcbPanelWindow::pressed()
     const auto pointer = QCursor::pos();
     if (!m_window->geometry().contains(pointer) && !overOwnPopup(m_window, pointer))
         Q_EMIT pressedElsewhere();
+}
+
+bool XcbPanelWindow::limitPresses(const QRegion &region)
+{
+    if (id() == kNoWindow)
+        return false;
+    const auto ratio = m_window->devicePixelRatio();
+    std::vector<xcb_rectangle_t> rectangles;
+    for (const QRect &each : region) {
+        const QRect native(QPoint(qFloor(each.left() * ratio), qFloor(each.top() * ratio)),
+                           QPoint(qCeil((each.right() + 1) * ratio) - 1, qCeil((each.bottom() + 1) * ratio) - 1));
+        rectangles.push_back({qint16(native.x()), qint16(native.y()), quint16(native.width()), quint16(native.height())});
+    }
+    auto *connection = m_server.connection();
+    const xcb_xfixes_region_t shape = region.isEmpty() ? xcb_xfixes_region_t(XCB_NONE) : xcb_generate_id(connection);
+    if (shape != XCB_NONE)
+        xcb_xfixes_create_region(connection, shape, quint32(rectangles.size()), rectangles.data());
+    xcb_xfixes_set_window_shape_region(connection, id(), XCB_SHAPE_SK_INPUT, 0, 0, shape);
+    if (shape != XCB_NONE)
+        xcb_xfixes_destroy_region(connection, shape);
+    return true;
 }
 
 void XcbPanelWindow::setBlurBehind(const QList<QRect> &areas)

@@ -35,6 +35,7 @@ public:
     void returnFocus() override;
     bool composited() const override;
     void watchPresses(bool on) override;
+    bool limitPresses(const QRegion &region) override;
     void setBlurBehind(const QList<QRect> &areas) override;
     void showBehind(QWindow *window, const QRect &frame) override;
 

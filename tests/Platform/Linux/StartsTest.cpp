@@ -1,6 +1,8 @@
+#include "Platform/Linux/AutostartLoginItem.h"
 #include "Platform/Linux/LinuxVideoPlayer.h"
 #include "Platform/Linux/ProcessFolderPanel.h"
 #include "Platform/Linux/XdgWorkspace.h"
+#include "Platform/Posix/PosixFiles.h"
 #include "RunTests.h"
 
 #include <QDesktopServices>
@@ -11,8 +13,9 @@
 using namespace velto;
 using namespace Qt::StringLiterals;
 
-/// A link from outside opens in a browser, and never in any other program.
-class LinksTest : public QObject {
+/// What the program starts, and what starts it: a link from outside opens a browser and never any other program; at login the
+/// program starts from wherever it stands, and the desktop's own switch for it counts.
+class StartsTest : public QObject {
     Q_OBJECT
 
     QList<QUrl> m_opened;
@@ -86,7 +89,44 @@ private Q_SLOTS:
         player.close();
         QCOMPARE(failed.count(), 1);
     }
+
+    void entriesOfTheAutostartFolder()
+    {
+        QCOMPARE(desktopExec(u"/usr/bin/velto"_s), "\"/usr/bin/velto\"");
+        QCOMPARE(desktopExec(u"/opt/my apps/velto"_s), "\"/opt/my apps/velto\"");
+        QCOMPARE(desktopExec(u"/opt/100%/velto"_s), "\"/opt/100%%/velto\"");
+        QCOMPARE(desktopExec(u"/o$t/a\"b"_s), "\"/o\\\\$t/a\\\\\"b\"");
+        QCOMPARE(desktopExec(u"/a\\b"_s), "\"/a\\\\\\\\b\"");
+
+        const auto starts = [](const char *rest) {
+            return startsAtLogin("[Desktop Entry]\n" + QByteArray(rest), u"/usr/bin/velto"_s);
+        };
+        QVERIFY(starts("Exec=\"/usr/bin/velto\"\n"));
+        QVERIFY(starts("Exec = /usr/bin/velto\n"));
+        for (const char *no : {"Exec=\"/usr/bin/velto\"\nHidden=true\n", "Exec=/usr/bin/velto\nX-GNOME-Autostart-enabled=false\n",
+                               "Exec=\"/old/velto\"\n", "Name=Velto\n", "[Desktop Action x]\nExec=/usr/bin/velto\n", ""})
+            QVERIFY2(!starts(no), no);
+        QVERIFY(!startsAtLogin({}, u"/usr/bin/velto"_s));
+    }
+    void switchesOnAndOff()
+    {
+        const QTemporaryDir home;
+        PosixFiles files;
+        AutostartLoginItem item(files, home.path(), u"/opt/we ird%/velto"_s);
+        QVERIFY(!item.enabled());
+        QVERIFY(!item.set(false));
+        QVERIFY(item.set(true));
+        QFile entry(home.filePath(u"autostart/velto.desktop"_s));
+        QVERIFY(entry.open(QIODevice::ReadOnly));
+        const auto lines = entry.readAll().split('\n');
+        QVERIFY(lines.contains("Exec=\"/opt/we ird%%/velto\""));
+        QVERIFY(lines.contains("TryExec=/opt/we ird%/velto")); // once the program is gone, the desktop passes over it
+        // A second program of the same name isn't the one that starts.
+        QVERIFY(!AutostartLoginItem(files, home.path(), u"/usr/bin/velto"_s).enabled());
+        QVERIFY(!item.set(false));
+        QVERIFY(!QFile::exists(home.filePath(u"autostart/velto.desktop"_s)));
+    }
 };
 
-static const Registered<LinksTest> kAdded;
-#include "LinksTest.moc"
+static const Registered<StartsTest> kAdded;
+#include "StartsTest.moc"

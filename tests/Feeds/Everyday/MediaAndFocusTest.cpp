@@ -7,8 +7,8 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using State = MediaReport::State;
 
-/// Which player is shown, and what is shown of it.
-class MediaTest : public QObject {
+/// Which player is shown and what of it, and the countdown of the focus timer and its end.
+class MediaAndFocusTest : public QObject {
     Q_OBJECT
     static FakeMediaPlayers::Player player(const QString &id, const QString &track, State state,
                                            MediaPlayer::Known known = MediaPlayer::Known::No)
@@ -88,31 +88,19 @@ private Q_SLOTS:
         QCOMPARE(desk.source.nowPlaying()->track, u"clip"_s);
         desk.clock.advance(15s); // playback continues
         QVERIFY(desk.source.playing());
-    }
 
-    void answerFromBeforeAPressIsDropped()
-    {
-        Desk desk;
-        desk.players.players = {player(u"mpv"_s, u"clip"_s, State::Playing)};
-        desk.source.loadMedia();
         desk.players.slow = true;
         desk.source.loadMedia();
         desk.source.playPause();
-        desk.players.answer();
+        desk.players.answer(); // from before the press
         QVERIFY(!desk.source.playing());
-    }
-
-    void lastAnswerWins()
-    {
-        Desk desk;
-        desk.players.slow = true;
-        desk.players.players = {player(u"mpv"_s, u"first"_s, State::Playing)};
-        desk.source.loadMedia();
-        desk.players.players = {player(u"mpv"_s, u"second"_s, State::Playing)};
-        desk.source.loadMedia();
+        for (const QString &track : {u"first"_s, u"second"_s}) {
+            desk.players.players = {player(u"mpv"_s, track, State::Playing)};
+            desk.source.loadMedia();
+        }
         desk.players.answer(1);
         QCOMPARE(desk.source.nowPlaying()->track, u"second"_s);
-        desk.players.answer(0);
+        desk.players.answer(0); // the last answer wins
         QCOMPARE(desk.source.nowPlaying()->track, u"first"_s);
     }
 
@@ -147,10 +135,79 @@ private Q_SLOTS:
         QCOMPARE(players.waiting(), 0);
         QCOMPARE(desk.clock.pendingTimers(), 0);
     }
+
+    void countsDownByTheSecond()
+    {
+        Desk desk;
+        QCOMPARE(desk.source.focusRemaining(), QString());
+        desk.source.startFocus();
+        QCOMPARE(desk.source.focusRemaining(), u"25:00"_s);
+        auto changes = desk.changes.size();
+        desk.clock.advance(1ms);
+        QCOMPARE(desk.source.focusRemaining(), u"24:59"_s);
+        QCOMPARE(desk.changes.size(), changes + 1);
+        desk.clock.advance(15min + 52s);
+        QCOMPARE(desk.source.focusRemaining(), u"9:07"_s);
+        QCOMPARE(desk.changes.size(), changes + 1 + 15 * 60 + 52);
+        desk.source.stopFocus();
+        QVERIFY(!desk.source.focusing());
+        changes = desk.changes.size();
+        desk.clock.advance(1h);
+        QCOMPARE(desk.changes.size(), changes);
+        QVERIFY(desk.peeks.isEmpty());
+        QVERIFY(desk.sounds.played.isEmpty());
+    }
+
+    void endsOnTimeWithAPeekAndASound()
+    {
+        Desk desk;
+        desk.prefs.set(Prefs::Module::Focus, false); // a period that runs ends all the same
+        desk.clock.advance(7s);
+        desk.source.startFocus();
+        desk.clock.advance(25min - 1ms);
+        QVERIFY(desk.peeks.isEmpty());
+        desk.clock.advance(1ms);
+        QCOMPARE(desk.peeks.size(), 1);
+        const Peek peek = desk.peeks.front();
+        QCOMPARE(peek.symbol, u"timer"_s);
+        QCOMPARE(peek.text, u"Focus time is up · 25 min done"_s);
+        QCOMPARE(peek.tone, Peek::Tone::Good);
+        QCOMPARE(peek.tab, std::optional(Tab::Home));
+        QVERIFY(!peek.url && !peek.resume && !peek.cwd && !peek.decide);
+        QCOMPARE(desk.sounds.played, QStringList{u"Glass"_s});
+        QVERIFY(!desk.source.focusing());
+        desk.clock.advance(1h);
+        QCOMPARE(desk.peeks.size(), 1);
+    }
+
+    void clockThatJumps()
+    {
+        // Slept over the end, slept a little, and set back; what remains a second later, or nothing if the period has ended.
+        for (const auto &[hours, remaining] :
+             {std::pair(8.0, QString()), std::pair(1.0 / 6, u"14:57"_s), std::pair(-1.0, u"84:57"_s)}) {
+            Desk desk;
+            desk.source.startFocus();
+            desk.clock.advance(1500ms);
+            desk.clock.setWallTime(desk.clock.wallTime().addSecs(qRound64(hours * 3600)));
+            desk.clock.advance(1s);
+            QCOMPARE(desk.source.focusRemaining(), remaining);
+            QCOMPARE(desk.peeks.size(), remaining.isEmpty() ? 1 : 0);
+        }
+    }
+
+    void peekThatStartsTheNextPeriod()
+    {
+        Desk desk;
+        connect(&desk.source, &EverydaySource::peekWanted, &desk.source, &EverydaySource::startFocus);
+        desk.source.startFocus();
+        desk.clock.advance(50min);
+        QCOMPARE(desk.peeks.size(), 2);
+        QCOMPARE(desk.source.focusRemaining(), u"25:00"_s);
+    }
 };
 
-const Registered<MediaTest> registered;
+const Registered<MediaAndFocusTest> registered;
 
 } // namespace velto
 
-#include "MediaTest.moc"
+#include "MediaAndFocusTest.moc"
