@@ -44,11 +44,14 @@ std::optional<QUrl> typedLink(const QString &text)
 QString withoutPassword(const QString &address)
 {
     const qsizetype scheme = address.indexOf("://"_L1);
-    qsizetype from = scheme < 0 ? 0 : scheme + 3;
+    const auto isOutside = [](QChar c) { return c == u'/' || c == u'?' || c == u'#'; };
+    // "//me:secret@host/?from=https://other" has none.
+    const bool hasScheme = scheme >= 0 && std::none_of(address.begin(), address.begin() + scheme, isOutside);
+    qsizetype from = hasScheme ? scheme + 3 : 0;
     while (from < address.size() && address[from] == u'/')
         ++from;
     qsizetype end = from;
-    while (end < address.size() && !u"/?#"_s.contains(address[end]))
+    while (end < address.size() && !isOutside(address[end]))
         ++end;
     const qsizetype at = address.lastIndexOf(u'@', end - 1);
     const qsizetype colon = address.indexOf(u':', from);
