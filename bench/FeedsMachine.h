@@ -19,8 +19,8 @@ namespace velto {
 
 using namespace Qt::StringLiterals;
 
-/// Answers in a thread of its own, as a service elsewhere would: the answers of the work tools and of Google's, with as much
-/// in them as their APIs send.
+/// Answers in a thread of its own, as a remote service would: the responses of the work tools and of Google, as large as their
+/// APIs send them.
 class Services final : public QThread {
 public:
     Services()
@@ -48,7 +48,7 @@ protected:
     }
 
 private:
-    /// 20 entries with long descriptions that nobody reads.
+    /// 20 entries with long descriptions that are never read.
     static QByteArray list(const char *before, const QByteArray &entry, const char *after, int padding)
     {
         QByteArray body = before;
@@ -92,7 +92,7 @@ private:
     QSemaphore m_ready;
 };
 
-/// Sends every request to the services here, with the host it was meant for in the path.
+/// Sends every request to the services here, with its real host in the path.
 class Rerouted final : public Http {
 public:
     explicit Rerouted(const Services &services)
@@ -112,7 +112,7 @@ private:
     QUrl m_base;
 };
 
-/// The machine: real tools, files, threads and sockets; a desktop that is pretended.
+/// The machine: real tools, files, threads and sockets; a fake desktop.
 struct Machinery {
     explicit Machinery(const QString &folder)
         : places{folder, folder + u"/.config/velto"_s, folder + u"/.local/share/Velto"_s, folder, folder + u"/Downloads"_s}

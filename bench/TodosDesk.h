@@ -43,7 +43,7 @@ struct NamelessMachine final : Machine {
     void whenEnded(qint64, QObject *, std::function<void()>) const override { }
 };
 
-/// A source with so many todos in its file, all of them on show.
+/// A source with so many todos in its file, all of them shown.
 struct TodosDesk {
     FakeClock clock;
     FakeBackground background;

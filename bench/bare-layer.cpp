@@ -1,4 +1,4 @@
-// The floor under Wayland: what a layer surface of the strip's size costs, with the QML of bare-window. Ends on SIGTERM.
+// The lower bound under Wayland: what a layer surface of the strip's size costs, with the QML of bare-window. Ends on SIGTERM.
 #include "Platform/Linux/Wayland/LayerSurface.h"
 #include "Platform/Linux/Wayland/WaylandWindowSystem.h"
 

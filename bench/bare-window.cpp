@@ -1,4 +1,4 @@
-// The floor: what a QML window of the strip's size costs before anything of ours runs. Ends on SIGTERM.
+// A lower bound: what a QML window of the strip's size costs before any code of ours runs. Ends on SIGTERM.
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>

@@ -1,5 +1,4 @@
-// What the stores spend on the things that happen most: a hook call, a listing, a refresh that finds the same world or one
-// change.
+// What the stores spend on what happens most often: a hook call, a listing, a refresh that finds no change or one change.
 
 #include "Core/RowModel.h"
 #include "Hooks/HookEvent.h"
@@ -71,7 +70,7 @@ BENCHMARK(readListing)->Arg(50)->Arg(500)->Arg(5000)->Complexity();
 void sameRows(benchmark::State &state)
 {
     RowModel model({"id"_ba, "title"_ba, "word"_ba, "age"_ba});
-    // Two readings of one world share no memory.
+    // Two readings of the same data share no memory.
     const auto first = rows(int(state.range(0)));
     const auto second = rows(int(state.range(0)));
     for (auto _ : state) {

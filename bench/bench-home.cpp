@@ -1,5 +1,5 @@
-// What the brief costs with every feed full: 500 sessions, 10,000 todos, 200 repositories, a page of MCP servers. Its rows are
-// to be made in under 1 ms, and all that the views read of it comes out of one making.
+// The cost of the brief with every feed full: 500 sessions, 10,000 todos, 200 repositories, a page of MCP servers. Target: its
+// rows in under 1 ms; everything the views read comes from the same computation.
 
 #include "World.h"
 
@@ -67,7 +67,7 @@ struct FullDesk {
         world.hub.refresh(true);
         world.background.finishAll();
     }
-    /// How much has arrived.
+    /// How much of the data has arrived.
     std::string filling() const
     {
         return u"%1 sessions, %2 todos, %3 repositories"_s.arg(world.agents.running().size() + world.agents.waiting().size())

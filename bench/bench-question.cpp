@@ -1,5 +1,5 @@
-// What a frame costs when the longest question that a request can hold is unfolded and scrolled: the parts, their layout and the
-// drawing together. A display leaves 16.7 ms for it; `worst` is the longest frame in ms.
+// The cost of a frame when the longest question that a request can hold is unfolded and scrolled: parts, layout and drawing
+// together. A display leaves 16.7 ms for it; `worst` is the longest frame in ms.
 
 #include "World.h"
 
@@ -59,7 +59,7 @@ struct Unfolded {
         frame([] {});
         worst = 0;
     }
-    /// Does it, lays everything out and draws it.
+    /// Applies the change, lays everything out and draws it.
     template <typename Change> void frame(Change change)
     {
         QElapsedTimer timer;
@@ -93,7 +93,7 @@ void unfolding(benchmark::State &state)
 }
 BENCHMARK(unfolding)->Apply(kinds);
 
-/// By 60 points a frame, to what was never on show.
+/// By 60 points a frame, onto text not shown before.
 void scrolling(benchmark::State &state)
 {
     Unfolded unfolded(state.range(0));

@@ -1,4 +1,4 @@
-// What a frame of the Todos tab costs after a key in the search field, a step of the selection, a turn of the wheel, a todo
+// The cost of a frame of the Todos tab after a key in the search field, a step of the selection, a turn of the wheel, a todo
 // ticked off: the change in the store, the layout and the drawing together. A display leaves 16.7 ms for it.
 
 #include "TodosDesk.h"
@@ -51,7 +51,7 @@ void sizes(benchmark::internal::Benchmark *benchmark)
     benchmark->Arg(100)->Arg(10'000)->Unit(benchmark::kMillisecond);
 }
 
-/// One for each size: the toolkit deletes rows later, which must not outlive their view.
+/// One for each size, kept: the toolkit deletes rows later, and they must not outlive their view.
 std::map<int64_t, std::unique_ptr<Tab>> tabs;
 
 Tab &tabOf(const benchmark::State &state)
@@ -73,7 +73,7 @@ void firstFrame(benchmark::State &state)
 }
 BENCHMARK(firstFrame)->Apply(sizes);
 
-/// What every figure below contains.
+/// The share that every figure below contains.
 void frameWithoutAChange(benchmark::State &state)
 {
     Tab &tab = tabOf(state);
@@ -115,7 +115,7 @@ QQuickItem *listBelow(QQuickItem *item)
     return nullptr;
 }
 
-/// By 40 points a frame, from row to row that was never on show.
+/// By 40 points a frame, onto rows not shown before.
 void scrolling(benchmark::State &state)
 {
     Tab &tab = tabOf(state);

@@ -1,5 +1,5 @@
-// What the list of todos costs: all that the views read after a change, a key in the search field, a step of the selection, a
-// todo ticked off and had back. Complexity tells how it grows from 100 to 100,000 todos.
+// The cost of the todo list: all that the views read after a change, a key in the search field, a step of the selection, a todo
+// ticked off and restored. The complexity shows how it grows from 100 to 100,000 todos.
 
 #include "TodosDesk.h"
 
@@ -17,7 +17,7 @@ void sizes(benchmark::internal::Benchmark *benchmark)
     benchmark->RangeMultiplier(10)->Range(100, 100'000)->Complexity()->Unit(benchmark::kMicrosecond);
 }
 
-/// Of a list that nothing is known of yet.
+/// Of a new list, with nothing cached.
 void groupsBadgeAndSummary(benchmark::State &state)
 {
     const QList<Todo> list = benchTodos(int(state.range(0)));
@@ -85,7 +85,7 @@ void oneDoneAndHadBack(benchmark::State &state)
 }
 BENCHMARK(oneDoneAndHadBack)->Apply(sizes);
 
-/// All that is written to the file after one change, but for the disk.
+/// All the work of saving one change, except for the disk's.
 void encodeTheFile(benchmark::State &state)
 {
     const QList<Todo> list = benchTodos(int(state.range(0)));

@@ -1,4 +1,4 @@
-// The floor of the hook listener: a bare epoll server that answers 204 to one POST a connection and does nothing else.
+// A lower bound for the hook listener: a bare epoll server that answers 204 to one POST per connection and does nothing else.
 // Prints its port, and runs until its standard input ends.
 
 #include <array>
@@ -18,7 +18,7 @@ namespace {
 constexpr char kReply[] =
     "HTTP/1.1 204 No Content\r\nConnection: close\r\nContent-Type: application/json\r\nContent-Length: 0\r\n\r\n";
 
-std::vector<std::string> buffers; // by descriptor
+std::vector<std::string> buffers; // indexed by descriptor
 
 int listenOnLoopback()
 {

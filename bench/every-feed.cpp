@@ -1,6 +1,6 @@
-// Whether the panel keeps its pace while every feed loads at once: an open tab and something that moves in it, first at
-// rest, then while all stores read a home folder full of work and services that answer at length.
-// Prints one JSON object: gaps between frames in ms, and the longest turn of the UI thread. Usage: every-feed HOME SECONDS TAB
+// Whether the panel keeps its frame rate while every feed loads at once: an open tab with something moving in it, first at
+// rest, then while all stores read a home folder full of work and services with long answers. Prints one JSON object: gaps
+// between frames in ms, and the longest turn of the UI thread. Usage: every-feed HOME SECONDS TAB
 
 #include "FeedsMachine.h"
 
@@ -40,8 +40,8 @@ double milliseconds(clockid_t clock)
     return double(now.tv_sec) * 1e3 + double(now.tv_nsec) / 1e6;
 }
 
-/// What the UI thread was busy with: the longest turn by its own processor time, so that a busy machine doesn't count. Other
-/// threads come through here too.
+/// Finds the longest turn of the UI thread, by its own processor time, so that a busy machine doesn't count. Other threads call
+/// this too.
 class WatchedApplication final : public QGuiApplication {
 public:
     using QGuiApplication::QGuiApplication;
@@ -113,7 +113,7 @@ private:
     std::unique_ptr<QQuickItem> m_mover;
 };
 
-/// What was seen over a while.
+/// What was measured over a period.
 struct Frames {
     double last = 0;
     double spent = 0; ///< the UI thread's own processor time at the last frame
@@ -156,7 +156,7 @@ void pass(int milliseconds)
     loop.exec();
 }
 
-/// What came of the feeds, so that nobody takes an idle run for a quick one.
+/// What the feeds found, so that an idle run isn't taken for a fast one.
 QJsonObject found(const Stores &stores)
 {
     const SignalsSource &slow = stores.signalsSource;
@@ -189,7 +189,7 @@ int main(int argc, char **argv)
         panel.contents.open(QString::fromLatin1(argv[3]));
         Frames frames;
         QObject::connect(&panel.window, &QQuickWindow::frameSwapped, &application, [&frames] { frames.drawn(); });
-        // The first readings began with the stores, beside the window's own start.
+        // The first readings began with the stores, while the window started.
         pass(span);
         figures[u"start"_s] = frames.report(application);
         figures[u"found"_s] = found(stores);

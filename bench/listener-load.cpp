@@ -63,7 +63,7 @@ int connectTo(int port)
     return fd;
 }
 
-/// One call, until the server has closed; its microseconds. Anything but a whole 204 ends the program.
+/// One call, until the server has closed the connection; its microseconds. Anything but a complete 204 ends the program.
 double call(int port, const std::string &request)
 {
     const auto start = Clock::now();

@@ -1,5 +1,5 @@
 // The hook listener with everything real but the UI. Prints its port and its token, and runs until its standard input ends.
-// Each event costs what a small store would do with it; questions are answered with nothing.
+// Each event costs what a small store would do with it; questions get no decision.
 
 #include "Hooks/HookListener.h"
 #include "Hooks/Hooks.h"

@@ -1,11 +1,11 @@
-"""What the panel, a question and long lists cost, of the real program on a virtual desktop. Each function gives rows of figures."""
+"""What the panel, a question and long lists cost in the real program on a virtual desktop. Each function returns rows of figures."""
 
 import json
 import statistics
 import time
 
 from watching import PANEL_HEIGHT, Watcher, cpu_seconds, memory_mb, rest, worst
-from velto_desktop import DENY, GUARD_SECONDS, PEEK_ROW_HEIGHT, xdotool  # watching knows where it is
+from velto_desktop import DENY, GUARD_SECONDS, PEEK_ROW_HEIGHT, xdotool  # watching puts it on the path
 
 SCROLL_NOTCHES = 120
 SCROLL_PAUSE_MS = 25
@@ -25,7 +25,7 @@ def panel_figures(make, watcher_program, rounds):
             first = watcher.wait_for("drawn", since=start)
             velto.settled(what="the open panel to stand still")
             frames = [first, *watcher.frames(start)]
-            if turn > 0:  # the first opening makes the panel
+            if turn > 0:  # the first opening builds the panel
                 first_frames.append((first.stamp - start) * 1000)
                 per_frame.append((cpu_seconds(pid) - before) * 1000 / len(frames))
                 opening.append(worst(frames))
@@ -54,7 +54,7 @@ def sessions(count, working):
 
 
 def scroll(velto, watcher):
-    """Frames a second and CPU ms a frame, by the program and by its worst frame, while the wheel turns down the page and back."""
+    """Frames per second and CPU ms per frame, on average and for the worst frame, while the wheel turns down the page and back."""
     velto.point_at_page()
     watcher.frames()
     before, start = cpu_seconds(velto.process.pid), time.monotonic()
@@ -182,7 +182,7 @@ def question_figures(make, watcher_program, rounds):
 
 
 def measures(make, watcher_program, quick):
-    """What there is to measure, by name, each to be called."""
+    """The measurements by name, as functions."""
     openings, questions, turns = (10, 6, 2) if quick else (60, 16, 3)
     return (
         ("panel", lambda: panel_figures(make, watcher_program, openings)),

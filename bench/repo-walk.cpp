@@ -1,5 +1,5 @@
-// The walk over the repositories below a folder, beside the same calls of git made one after another by posix_spawn through env.
-// The two take turns. Prints, for each round, the milliseconds of both, and at the end how many repositories were read.
+// The walk over the repositories below a folder, compared with the same git calls made one after another by posix_spawn through
+// env. The two take turns. Prints the milliseconds of both for each round, and at the end how many repositories were read.
 // Usage: repo-walk FOLDER ROUNDS
 
 #include "Feeds/Repositories/RepoState.h"
@@ -26,7 +26,7 @@ template <typename Work> double milliseconds(Work work)
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count();
 }
 
-/// What the call prints is read, since git would wait otherwise; nothing is made of it.
+/// The output is read, since git would block otherwise, and dropped.
 std::size_t plainCall(const std::string &path)
 {
     std::array<int, 2> ends{};

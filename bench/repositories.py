@@ -11,12 +11,12 @@ GIT = {"GIT_CONFIG_GLOBAL": os.devnull, "GIT_CONFIG_NOSYSTEM": "1", "GIT_AUTHOR_
 
 
 def environment():
-    """In which git knows nothing of the user's settings."""
+    """An environment in which git ignores the user's settings."""
     return {name: value for name, value in os.environ.items() if not name.startswith("GIT_")} | GIT
 
 
 def make(place):
-    """Small ones, with a few files each, two levels below place/code, which is returned."""
+    """Makes small repositories of a few files each, two levels below place/code, which is returned."""
     first = place / "template"
     (first / "src").mkdir(parents=True)
     for number in range(20):

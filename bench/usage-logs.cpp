@@ -1,6 +1,6 @@
-// Writes logs such as Claude Code's, always the same ones: 233 files with lines of all the kinds that it writes, sizes as they
-// are met (5 KB in the mean, up to 2.3 MB), all stamped with the time given. Prints the sums that they hold. Usage: usage-logs
-// FOLDER BYTES TIMESTAMP
+// Writes logs like Claude Code's, always the same ones: 233 files with lines of all the kinds that it writes, in typical sizes
+// (5 KB on average, up to 2.3 MB), all with the timestamp given. Prints the sums that they hold. Usage: usage-logs FOLDER BYTES
+// TIMESTAMP
 
 #include <QByteArray>
 #include <QDir>
@@ -43,7 +43,7 @@ public:
             m_base64 += letters[number(0, 63)];
     }
 
-    /// One line, of a kind met as often as here.
+    /// One line, of a kind chosen with its usual frequency.
     QByteArray line()
     {
         const int kind = number(0, 999);
@@ -75,7 +75,7 @@ public:
 private:
     int number(int from, int to) { return from + int(m_random() % unsigned(to - from + 1)); }
 
-    /// Begins and ends where a line of the pool does, so that it cuts no escape and no character.
+    /// Begins and ends where a line of the pool does, so that no escape and no character is split.
     QByteArray text(int size)
     {
         const auto begin = m_pool.indexOf("\\n", number(0, int(m_pool.size()) - size - 2000)) + 2;
@@ -111,7 +111,7 @@ private:
             + tail();
     }
 
-    /// What a tool said stands in such a line twice.
+    /// A line with a tool's result, which contains it twice.
     QByteArray result(int size)
     {
         const QByteArray said = text(size / 2);

@@ -1,5 +1,5 @@
-// Reads logs when it is told to: "first" with a new reader, "again" with the one that it has, each on a line of standard input.
-// Answers each with: microseconds of the processor, KB above rest at the most, and the five sums. Usage: usage-reads FOLDER
+// Reads logs on command: "first" with a new reader, "again" with the current one, each on a line of standard input. Answers
+// each with: microseconds of processor time, the peak of KB above the idle size, and the five sums. Usage: usage-reads FOLDER
 
 #include "Feeds/Usage/UsageReader.h"
 #include "Platform/Posix/PosixFileTree.h"
@@ -46,7 +46,7 @@ int main(int argc, char **argv)
             reader = std::make_unique<velto::UsageReader>(tree, folder);
         const QDateTime now = QDateTime::currentDateTime();
         const long rest = kilobytes("VmRSS");
-        std::ofstream("/proc/self/clear_refs") << "5"; // the peak starts anew
+        std::ofstream("/proc/self/clear_refs") << "5"; // resets the peak
         const double begin = processorMicroseconds();
         const velto::TokenUsage usage = reader->read(now);
         const double spent = processorMicroseconds() - begin;

@@ -22,7 +22,7 @@
 namespace {
 
 struct Free {
-    // NOLINTNEXTLINE(cppcoreguidelines-no-malloc): what xcb answers comes from malloc
+    // NOLINTNEXTLINE(cppcoreguidelines-no-malloc): xcb's replies come from malloc
     void operator()(void *memory) const { std::free(memory); }
 };
 template <typename T> using Reply = std::unique_ptr<T, Free>;
@@ -38,7 +38,7 @@ constexpr int kTopEdge = 8; // the strip touches the top; other windows of a des
 constexpr int kSmallest = 20; // helper windows of toolkits and window managers are a few pixels wide,
 constexpr int kHighest = 200; // and those of compositors as large as the screen
 
-/// What the main thread of a process has worked, in nanoseconds. The file stays open, since it is read at each frame.
+/// The processor time of a process's main thread, in nanoseconds. The file stays open, since it is read at each frame.
 class Work {
 public:
     Work() = default;
@@ -132,7 +132,7 @@ private:
         return there ? *static_cast<const std::uint32_t *>(xcb_get_property_value(value.get())) : 0;
     }
 
-    // From its making on, so that no drawing is missed.
+    // From its creation on, so that no drawing is missed.
     void watch(xcb_window_t window)
     {
         xcb_damage_create(m_connection, xcb_generate_id(m_connection), window, XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);

@@ -1,4 +1,4 @@
-"""What the whole-process benches measure with: programs in homes of their own, and what they cost as the system counts it."""
+"""Tools of the whole-process benches: programs in homes of their own, and their cost as the system counts it."""
 
 import pathlib
 import queue
@@ -35,7 +35,7 @@ class Velto(velto_desktop.Velto):
         path.chmod(0o755)
 
     def open_panel(self):
-        """The pointer arrives on the strip. Returns the moment."""
+        """Moves the pointer onto the strip. Returns the time."""
         start = time.monotonic()
         xdotool("mousemove", screen_size()[0] // 2, 4)
         until("the panel to open", lambda: self.geometry().height >= PANEL_HEIGHT, pause=0.02)
@@ -60,7 +60,7 @@ class Floor(Velto):
 
 
 class Event(typing.NamedTuple):
-    """What bench/watch-window saw; `cpu` is the seconds that the program's main thread had worked by then."""
+    """An event from bench/watch-window; `cpu` is the processor time of the program's main thread by then, in seconds."""
 
     what: str
     stamp: float
@@ -114,7 +114,7 @@ class Watcher:
 
 
 def worst(frames):
-    """Of frames that follow each other in one motion: the longest pause between two in ms, and the most that one of them cost."""
+    """For the frames of one motion: the longest pause between two in ms, and the cost of the most expensive."""
     pairs = [(after.stamp - before.stamp, after.cpu - before.cpu) for before, after in zip(frames, frames[1:])]
     moving = [(pause * 1000, cpu * 1000) for pause, cpu in pairs if pause * 1000 < MOTION_MS]
     return tuple(max((pair[i] for pair in moving), default=0.0) for i in (0, 1))
@@ -133,7 +133,7 @@ def thread_cpu(pid):
 
 
 def children_cpu_ms(pid):
-    """Of children that have ended, in the system's own steps of 10 ms."""
+    """Processor time of the children that have ended, in the system's steps of 10 ms."""
     fields = pathlib.Path(f"/proc/{pid}/stat").read_text().rpartition(")")[2].split()
     return (int(fields[13]) + int(fields[14])) * 10
 
@@ -160,8 +160,8 @@ def first_paint_ms(make, watcher_program):
 
 
 def rest(pid, seconds):
-    """Processor time and switches of so many seconds, in seconds with and without a tick among them."""
-    # What a thread did that has ended meanwhile stays counted.
+    """Processor time and context switches over so many seconds, for the seconds with and without a tick."""
+    # Threads that end meanwhile stay counted.
     cpus, switched = thread_cpu(pid), thread_switches(pid)
     before = sum(switched.values())
     cpu = [sum(cpus.values())]

@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""Velto as a whole beside a bare QML window of the strip's size, in one run: start, memory, rest, pictures, the panel, a question,
-long lists.
+"""Velto as a whole compared with a bare QML window of the strip's size, in one run: start, memory, idling, pictures, the panel, a
+question, long lists.
 
 Usage: script/with-desktop --own-network bench/whole-process.py [--quick] [--only NAME] VELTO FLOOR WATCHER. Figures are medians of
 alternating runs; what counts is the ratio and the processor time, since machines differ. Goals are printed beside the figures and
@@ -49,8 +49,8 @@ def paints(makes, watcher, count):
 
 
 def at_rest(make, seconds):
-    """With nothing connected, a `claude` without sessions, and the machine's own `gh`, if any, that nobody is signed in to. On a
-    machine where other programs start meanwhile, a look for recorders among them is in it."""
+    """Nothing is connected, `claude` has no sessions, and the machine's own `gh`, if any, is signed out. If other programs start
+    meanwhile, the check whether they are recorders is included."""
     with make() as program:
         program.start()
         time.sleep(REST_AFTER_SECONDS)

@@ -36,12 +36,12 @@ install(FILES ${made}/velto.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES ${from}/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/velto)
 
 install(TARGETS velto-folders RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/velto)
-# Beside the program, which does without it: see LinuxVideoPlayer.
+# Beside the program, which works without it: see LinuxVideoPlayer.
 if(TARGET velto-video)
     install(TARGETS velto-video RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/velto COMPONENT video)
 endif()
 
-# The session bus wants an absolute path, and only the installation knows its prefix.
+# The session bus needs an absolute path, and the prefix is known only at installation.
 install(CODE "
     cmake_path(ABSOLUTE_PATH CMAKE_INSTALL_PREFIX NORMALIZE OUTPUT_VARIABLE prefix)
     cmake_path(APPEND prefix \"${CMAKE_INSTALL_BINDIR}\" velto OUTPUT_VARIABLE VELTO_PROGRAM)

@@ -1,12 +1,12 @@
-# The packages that CPack makes, with script/package: velto, and where Qt WebEngine is here velto-video, which plays videos in the
-# panel. That one is apart, so that nobody has to install a browser engine.
+# The packages that script/package makes with CPack: velto and, if Qt WebEngine is installed, velto-video, which plays videos in the
+# panel. It is a package of its own, so that nobody has to install a browser engine.
 
 set(VELTO_MAINTAINER "The Velto developers <developers@velto.invalid>" CACHE STRING "Who answers for the package: NAME <ADDRESS>")
 
-# velto_qml_packages(VAR FILE...): the Debian packages of all QML modules that these views import, straight or through others. They are
-# loaded by name, so that no linker knows of them.
+# velto_qml_packages(VAR FILE...): the Debian packages of all QML modules that these views import, directly or indirectly. They are
+# loaded by name, so no linker finds them.
 function(velto_qml_packages variable)
-    # Qt 6's own, and not what the path finds first, which may be another Qt's.
+    # Qt 6's own scanner, not the first one on the path, which may belong to another Qt.
     get_target_property(scanner Qt6::qmlimportscanner LOCATION)
     set(modules ${QT6_INSTALL_PREFIX}/${QT6_INSTALL_QML})
     execute_process(COMMAND ${scanner} -qmlFiles ${ARGN} -importPath ${modules}
@@ -27,7 +27,7 @@ function(velto_qml_packages variable)
             endif()
         endif()
         if(NOT package)
-            # Debian's rule for names.
+            # Debian's naming rule.
             string(TOLOWER "qml6-module-${name}" package)
             string(REPLACE "." "-" package ${package})
         endif()
@@ -85,7 +85,7 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_VELTO_PACKAGE_RECOMMENDS "default-dbus-session-bus | dbus-session-bus, fonts-inter, qt6-wayland, qt6-svg-plugins | libqt6svg6")
 set(CPACK_DEBIAN_VELTO_PACKAGE_SUGGESTS "gh, git, velto-video, gnome-keyring | org.freedesktop.secrets")
 
-# What Debian's policy wants besides: the changelog in its own form.
+# Debian's policy also requires the changelog in its own format.
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 set(changelog ${PROJECT_BINARY_DIR}/packaging/changelog.gz)
 add_custom_command(

@@ -1,4 +1,4 @@
-# Takes the glyphs that the symbol table names out of the icon fonts, so that an installed program needs neither font.
+# Extracts the glyphs that the symbol table names from the icon fonts, so that an installed program needs neither font.
 
 # velto_find_icon_font(VAR NAME): the newest FONT and CHARMAP of that name that the QtAwesome package of this system brings,
 # joined by a comma. Debian keeps them in a folder of their own, Fedora and Arch inside the Python package; newer releases
@@ -27,7 +27,7 @@ function(velto_find_icon_font variable name)
         "python3-qtawesome (Fedora) or python-qtawesome (Arch). If it is elsewhere, name its folder with -DVELTO_ICON_FONTS=...")
 endfunction()
 
-# velto_find_fonttools(VAR): a Python that has fontTools. The first Python in the path need not be the system's.
+# velto_find_fonttools(VAR): a Python that has fontTools. The first Python on the path may not be the system's.
 function(velto_find_fonttools variable)
     foreach(candidate ${Python3_EXECUTABLE} /usr/bin/python3 python3)
         execute_process(COMMAND ${candidate} -c "import fontTools.fontBuilder" RESULT_VARIABLE failed OUTPUT_QUIET ERROR_QUIET)

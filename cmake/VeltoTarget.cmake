@@ -14,13 +14,13 @@ if(VELTO_SANITIZE)
     target_compile_options(velto-options INTERFACE -fsanitize=${VELTO_SANITIZE} -fno-omit-frame-pointer)
     target_link_options(velto-options INTERFACE -fsanitize=${VELTO_SANITIZE})
     if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
-        # Clang 14 can't put this check in front of a coroutine that is a free function.
+        # Clang 14 can't compile this check for a coroutine that is a free function.
         target_compile_options(velto-options INTERFACE -fno-sanitize=function)
     endif()
 endif()
 
-# A quick linker, where there is one, for the many programs of a debug build. What people run is linked as the compiler likes it, with
-# its 9,000 relocations in a short form, where the linker knows that: 200 kB less of memory.
+# A fast linker, if there is one, for the many programs of a debug build. A release is linked with the compiler's default, with its
+# 9,000 relocations packed if the linker can do that: 200 kB less memory.
 include(CheckLinkerFlag)
 if(CMAKE_BUILD_TYPE STREQUAL "Debug")
     foreach(linker mold lld)
@@ -41,8 +41,8 @@ else()
 endif()
 
 # velto_precompiled_headers(NAME LIBRARIES ... OPTIONS ... HEADERS ...): headers of Qt and of the language that many sources read,
-# precompiled once for all targets that link these libraries. Headers of ours have no place here: each change of one would
-# rebuild everything. With GCC only, so that the Clang builds (fuzz, lint) still notice a source that leans on another's includes.
+# precompiled once for all targets that link these libraries. Our own headers don't belong here: each change to one would
+# rebuild everything. With GCC only, so that the Clang builds (fuzz, lint) still notice a source that relies on another's includes.
 function(velto_precompiled_headers name)
     cmake_parse_arguments(arg "" "" "LIBRARIES;OPTIONS;HEADERS" ${ARGN})
     if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
@@ -72,14 +72,14 @@ function(velto_precompiled name)
     endif()
 endfunction()
 
-# velto_nothing_to_moc(NAME): the source that CMake adds for what moc makes of headers will be empty, so it needs no precompiled ones.
+# velto_nothing_to_moc(NAME): the source that CMake adds for moc's output will be empty, so it needs no precompiled headers.
 function(velto_nothing_to_moc name)
     set_source_files_properties(${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/mocs_compilation.cpp
         PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
 endfunction()
 
-# velto_headers(NAME FILES...): lets NAME, and whoever links it, include those of its files that are headers, by their path below
-# src/. A target sees the headers of what it links and no others, so that an include that points up doesn't compile. For that, each
+# velto_headers(NAME FILES...): lets NAME, and whatever links it, include the headers among its files, by their path below src/.
+# A target sees the headers of what it links and no others, so that an include that points up doesn't compile. For that, each
 # library has a folder of links to its own headers.
 function(velto_headers name)
     set(root ${CMAKE_BINARY_DIR}/include/${name})
@@ -109,7 +109,7 @@ function(velto_library name)
 endfunction()
 
 # velto_qml_module(NAME URI QML_FILES ... SOURCES ...): one folder, one library, one QML module.
-# Ahead-of-time compilation is for what people run; debug builds skip it for a quicker turn.
+# Only release builds compile QML ahead of time; debug builds skip it to build faster.
 function(velto_qml_module name uri)
     string(REPLACE "." "/" path ${uri})
     if(CMAKE_BUILD_TYPE STREQUAL "Release")
@@ -125,7 +125,7 @@ function(velto_qml_module name uri)
     velto_headers(${name} ${module_SOURCES})
     # The generated registration includes them by their bare names.
     target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
-    # What Qt's own compiler writes for each view is short behind its includes: a dozen are compiled as one. It doesn't meet our warnings.
+    # The C++ that Qt generates for each view is mostly includes: a dozen are compiled as one. It doesn't pass our warnings.
     get_target_property(sources ${name} SOURCES)
     list(FILTER sources INCLUDE REGEX "/qmlcache/")
     set(count 0)
@@ -136,7 +136,7 @@ function(velto_qml_module name uri)
     endforeach()
     set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP UNITY_BUILD_CODE_BEFORE_INCLUDE
         "#pragma GCC diagnostic ignored \"-Wconversion\"\n#pragma GCC diagnostic ignored \"-Wshadow\"")
-    # The plugin, and what brings it into a program, share the headers: so all of them are compiled as plugins are. Neither that nor
+    # The plugin, and what links it into a program, share the precompiled headers: so all of them get a plugin's flags. Neither they nor
     # the resources hold anything for moc.
     foreach(each ${name} ${name}plugin ${name}plugin_init)
         if(TARGET ${each})

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes CHANGELOG.md in the form that Debian wants, gzipped: debian-changelog.py CHANGELOG.md MAINTAINER OUT.gz"""
+"""Writes CHANGELOG.md in Debian's format, gzipped: debian-changelog.py CHANGELOG.md MAINTAINER OUT.gz"""
 
 import datetime
 import email.utils

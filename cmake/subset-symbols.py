@@ -108,7 +108,7 @@ def main():
     parser.add_argument("--font", required=True)
     parser.add_argument("--code", required=True)
     arguments = parser.parse_args()
-    logging.disable(logging.WARNING)  # old dates and padding in the icon fonts are no news
+    logging.disable(logging.WARNING)  # about old dates and padding in the icon fonts
 
     sources = {}
     for source in arguments.source:

@@ -13,7 +13,7 @@ namespace {
 
 using rapidjson::Value;
 
-/// Half a surrogate pair is good JSON, but no good text, which the library minds: each half becomes a letter.
+/// Lone surrogates are valid JSON but not valid text, which the library rejects: each becomes a letter.
 QByteArray withoutSurrogates(QByteArray line)
 {
     for (qsizetype at = line.indexOf('\\'); at >= 0 && at + 6 <= line.size(); at = line.indexOf('\\', at + 2)) {
@@ -76,7 +76,7 @@ std::optional<UsageLine> plainUsageLine(const QByteArray &line)
     const QByteArray text = withoutSurrogates(line);
     rapidjson::Document document;
     document.Parse<kStrict>(text.constData(), std::size_t(text.size()));
-    // The library takes a zero byte for the end, and passes over each byte of a byte order mark, alone too.
+    // The library takes a zero byte for the end, and skips each byte of a byte order mark, even alone.
     if (document.HasParseError() || line.contains('\0') || line.startsWith('\xEF') || line.startsWith('\xBB')
         || line.startsWith('\xBF') || !document.IsObject())
         return std::nullopt;
@@ -91,7 +91,7 @@ std::optional<UsageLine> plainUsageLine(const QByteArray &line)
 
 bool isBeyondPlain(const QByteArray &line)
 {
-    // Zeros written at such length send the library astray, see __builtin_clzll.
+    // For zeros written like this the library calls __builtin_clzll(0), which is undefined.
     static const QRegularExpression longZero(u"[0.][eE]|0{20}"_s);
     if (line.count('[') + line.count('{') > 1000 || longZero.match(QString::fromLatin1(line)).hasMatch())
         return true;

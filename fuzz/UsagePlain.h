@@ -7,13 +7,13 @@
 
 namespace velto {
 
-/// What `line` says, read the plain way: the whole document is built, and looked at afterwards.
+/// What `line` contains, read the plain way: the whole document is built, and examined afterwards.
 std::optional<UsageLine> plainUsageLine(const QByteArray &line);
 
-/// Whether the plain way may refuse the line although it is JSON: for its numbers or for its depth.
+/// Whether the plain way may reject the line although it is JSON, because of its numbers or its depth.
 bool isBeyondPlain(const QByteArray &line);
 
-/// Lines as they are met, as they might be, and damaged ones.
+/// Realistic lines, possible ones, and damaged ones.
 class UsageFuzz {
 public:
     explicit UsageFuzz(unsigned seed)

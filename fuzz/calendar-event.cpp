@@ -1,5 +1,5 @@
-// Whatever the calendar service may answer: the meetings are read or the reply is refused, and each that is read can be shown.
-// The same bytes also come as a browser's request to the port of the sign-in.
+// Any answer of the calendar service: the meetings are read or the reply is refused, and each meeting that is read can be
+// shown. The same bytes are also sent as a browser's request to the sign-in's port.
 
 #include "Core/WorkError.h"
 #include "Feeds/Calendar/GoogleMeeting.h"

@@ -32,7 +32,7 @@ extern "C" int LLVMFuzzerTestOneInput(const char *data, std::size_t size)
     // A line for the text, and what a service answers about it.
     const QByteArray bytes(data, qsizetype(size));
     const qsizetype end = bytes.indexOf('\n');
-    const QString text = QString::fromUtf8(bytes.left(end));
+    const QString text = QString::fromUtf8(end < 0 ? bytes : bytes.left(end));
     const QString kept = velto::withoutPassword(text);
     require(QUrl(kept).password().isEmpty() && velto::withoutPassword(kept) == kept);
     if (const auto typed = velto::typedLink(text))

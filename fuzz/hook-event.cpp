@@ -1,4 +1,4 @@
-// Any bytes as the body of a hook call: the limits of each field hold, whatever comes.
+// Any bytes as the body of a hook call: the limits of each field hold.
 
 #include "Hooks/HookEvent.h"
 

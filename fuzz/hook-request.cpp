@@ -1,5 +1,5 @@
-// Any bytes as a hook request, at once and in pieces: the verdict and the body are the same, and nothing passes without the
-// secret.
+// Any bytes as a hook request, at once and in pieces: the verdict and the body are the same, and nothing is accepted without
+// the secret.
 
 #include "Hooks/HookRequest.h"
 
@@ -21,7 +21,7 @@ void require(bool holds)
 std::pair<HookRequest::State, QByteArray> read(QByteArrayView bytes, qsizetype piece)
 {
     HookRequest request(kToken);
-    // Once it is complete, the rest of a longer body is left unread: only whole reads can be compared then.
+    // Once it is complete, the rest of a longer body stays unread: only complete reads can be compared then.
     while (!bytes.isEmpty() && request.state() == HookRequest::State::More) {
         const auto next = bytes.first(std::min(piece, bytes.size()));
         bytes = bytes.sliced(next.size());
@@ -42,7 +42,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
     const QByteArrayView bytes(data, qsizetype(size));
     const auto [state, body] = read(bytes, HookRequest::kMaxSize + 1);
     if (bytes.size() > HookRequest::kMaxSize) {
-        require(state == HookRequest::State::TooLarge); // in pieces its header may be judged first
+        require(state == HookRequest::State::TooLarge); // in pieces, its header may be judged first
         return 0;
     }
     const auto piece = size == 0 ? 1 : 1 + data[size - 1] % 61;

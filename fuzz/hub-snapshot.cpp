@@ -1,4 +1,4 @@
-// Any bytes as a hub's document: it is taken or refused with words, and its times are read or not.
+// Any bytes as a hub's document: it is accepted, or refused with a message, and its times are read or not.
 
 #include "Tabs/Quillbox/SnapshotDate.h"
 #include "Tabs/Quillbox/VeltoSnapshot.h"

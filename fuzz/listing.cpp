@@ -1,4 +1,4 @@
-// Whatever `claude agents --json` may print: the listing is read or refused, and each session that is read can be shown.
+// Any output of `claude agents --json`: the listing is read or refused, and each session that is read can be shown.
 
 #include "Core/TerminalApp.h"
 #include "Tabs/Agents/AgentRows.h"

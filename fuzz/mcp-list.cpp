@@ -1,4 +1,4 @@
-// Whatever `claude mcp list` may print: each server that is read stands in one line of it, and reads the same on its own.
+// Any output of `claude mcp list`: each server that is read is on one line of it, and that line alone gives the same.
 
 #include "Feeds/Servers/McpHealth.h"
 

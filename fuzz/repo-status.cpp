@@ -1,4 +1,4 @@
-// Whatever `git status` may print: what is counted as unsaved is what a plain look at the lines counts.
+// Any output of `git status`: the count of unsaved changes is what a plain scan of the lines counts.
 
 #include "Feeds/Repositories/RepoState.h"
 

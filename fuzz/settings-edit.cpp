@@ -1,5 +1,5 @@
-// Any bytes in the place of Claude Code's settings: an edit refuses them or gives whole JSON; a second install changes nothing;
-// what isn't ours stays through install and removal, token by token.
+// Any bytes as Claude Code's settings: an edit refuses them or produces valid JSON; a second install changes nothing; other
+// programs' settings survive install and removal, token by token.
 
 #include "Hooks/SettingsEdit.h"
 #include "Hooks/SettingsOutline.h"
@@ -31,7 +31,7 @@ QByteArray whole(const SettingsText &text)
     return std::get<QByteArray>(text);
 }
 
-/// Without the keys under which our own groups may stand: the edit may add, tidy or replace there.
+/// Without the keys under which our own groups may be: the edit may add, tidy or replace there.
 QByteArray foreign(QByteArrayView settings)
 {
     constexpr QByteArrayView kByteOrderMark("\xEF\xBB\xBF");

@@ -1,5 +1,5 @@
-// Any bytes as a line of Claude Code's logs: what is read from it is what a plain reader finds, nothing behind the line is
-// touched, and a line that counts would have been noticed in a buffer.
+// Any bytes as a line of Claude Code's logs: what is read from it is what a plain reader finds, nothing beyond the line is
+// accessed, and a line that counts would have been found in a buffer.
 
 #include "Feeds/Usage/UsageBytes.h"
 #include "UsagePlain.h"

@@ -11,7 +11,7 @@ Rectangle {
     required property var feeds
     required property DateModel date
     required property DateModel wrong
-    /// A picture is taken: what stands over the rest is open.
+    /// Whether a picture is taken: popups are open then.
     required property bool still
 
     width: 1160
@@ -22,7 +22,7 @@ Rectangle {
             dateField.open();
     }
 
-    // QtQml.Models is a package of its own for the linter only.
+    // Only the linter can't find QtQml.Models, which is a package of its own.
     // qmllint disable
     ListModel {
         id: filters

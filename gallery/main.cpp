@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What has to be in place before there is an application object.
+/// What must be set before there is an application object.
 void prepare(int argc, char **argv)
 {
     for (int i = 1; i < argc; ++i) {
@@ -91,7 +91,7 @@ int main(int argc, char **argv)
     if (!options.isSet(picture))
         return app.exec();
 
-    // Long enough for a pulse to be on its way and a help text to be out.
+    // Long enough for a pulse to have begun and a help text to be shown.
     QTimer::singleShot(900, &app, [&] { app.exit(view.grabWindow().save(options.value(picture)) ? 0 : 1); });
     return app.exec();
 }

@@ -52,9 +52,9 @@ int draw(int argc, char **argv, const velto::CommandLine &commandLine)
 
 void introduce()
 {
-    // Starts faster and takes less memory than a driver, and an idle scene costs nothing. It is chosen before any window exists.
+    // Starts faster than OpenGL, takes less memory, and costs nothing at rest. Must be chosen before any window exists.
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    // The words are English, so dates and numbers between them are too, in the order and by the clock of the user's country.
+    // The texts are English, so dates and numbers in them are too, in the order and with the clock of the user's country.
     QLocale::setDefault(velto::english(QLocale::system()));
     QGuiApplication::setApplicationName(QStringLiteral("velto"));
     QGuiApplication::setApplicationVersion(QLatin1String(VELTO_VERSION));

@@ -6,7 +6,7 @@
 
 namespace velto {
 
-/// A network on which every service answers at once, as a test says.
+/// A network on which every service answers at once with what the test sets.
 class FakeHttp final : public Http {
 public:
     std::function<HttpReply(const HttpRequest &)> answer = [](const HttpRequest &) { return HttpReply{}; };

@@ -4,7 +4,7 @@
 
 namespace velto {
 
-/// What stands in a file of tests/fixtures, as a tool or a service once sent it.
+/// The content of a file in tests/fixtures, as a tool or a service once sent it.
 QByteArray fixture(const QByteArray &path);
 
 } // namespace velto

@@ -5,7 +5,7 @@
 
 namespace velto {
 
-/// What a view knows that has followed every signal of a model, and read a row only when it was told to.
+/// What a view knows that follows every signal of a model and reads a row only when told to.
 class Follower : public QObject {
 public:
     Follower(const QAbstractItemModel &model, const QList<int> &roles)

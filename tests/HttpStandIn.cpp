@@ -14,7 +14,7 @@ namespace velto {
 
 namespace {
 
-/// A certificate authority and one certificate for 127.0.0.1, made anew for each test program.
+/// A certificate authority and one certificate for 127.0.0.1, created anew for each test program.
 struct Authority {
     QSslCertificate root;
     QSslCertificate leaf;
@@ -57,7 +57,7 @@ const Authority &authority()
     return made;
 }
 
-/// The first whole request in `bytes`, taken from them; nothing while it isn't whole.
+/// Takes the first complete request from `bytes`; nothing while it is incomplete.
 std::optional<HttpStandIn::Request> takeRequest(QByteArray &bytes)
 {
     const qsizetype end = bytes.indexOf("\r\n\r\n");
@@ -126,7 +126,7 @@ QSslConfiguration HttpStandIn::trust() const
 
 void HttpStandIn::serve(QTcpSocket *socket)
 {
-    socket->setSocketOption(QAbstractSocket::LowDelayOption, 1); // or the body waits 40 ms for the acknowledgement of the head
+    socket->setSocketOption(QAbstractSocket::LowDelayOption, 1); // otherwise the body waits 40 ms for the head to be acknowledged
     const auto read = [this, socket, bytes = QByteArray()]() mutable {
         bytes += socket->readAll();
         while (const std::optional<Request> request = takeRequest(bytes)) {

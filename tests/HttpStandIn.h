@@ -13,7 +13,7 @@ class QTcpSocket;
 
 namespace velto {
 
-/// A web service on loopback that does as a test says, with TLS from an authority of its own or without.
+/// A web service on loopback that answers as a test says, with TLS from its own authority or without.
 class HttpStandIn : public QObject {
     Q_OBJECT
 public:

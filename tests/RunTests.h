@@ -20,7 +20,7 @@ template <typename Test> struct Registered {
     }
 };
 
-/// Runs what is registered, one after the other; the exit status is the number of classes that failed.
+/// Runs the registered classes, one after the other; the exit status is the number of classes that failed.
 inline int runTests(int argc, char **argv)
 {
     int failed = 0;
@@ -29,7 +29,7 @@ inline int runTests(int argc, char **argv)
     return failed;
 }
 
-/// The columns of a test's table: columns<QString, int>({"text", "count"}).
+/// Sets the columns of a test's table: columns<QString, int>({"text", "count"}).
 template <typename... Types> void columns(const std::array<const char *, sizeof...(Types)> &names)
 {
     auto name = names.begin();

@@ -12,7 +12,7 @@
 
 namespace velto {
 
-/// What nearly every store leans on: time, work in the background, tools and what the user has chosen. A test adds its store.
+/// What nearly every store needs: time, work in the background, tools and the user's settings. A test adds its store.
 struct StoreDesk {
     explicit StoreDesk(const QDateTime &now = QDateTime(QDate(2026, 11, 21), QTime(9, 0)));
     ~StoreDesk();

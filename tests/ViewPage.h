@@ -7,7 +7,7 @@
 
 namespace velto {
 
-/// A tab on its real store, in a window of its own, as a person sees and works it. It is the morning of Saturday, 21 November
+/// A tab with its real store, in a window of its own, as the user sees and uses it. It is the morning of Saturday, 21 November
 /// 2026.
 class ViewPage : public ViewWindow {
     Q_OBJECT
@@ -16,9 +16,9 @@ protected Q_SLOTS:
     void init();
 
 protected:
-    /// A fresh world with these files, and a window in which nothing stands yet.
+    /// A new world with these files, and an empty window.
     void begin(QHash<QString, QByteArray> files = {});
-    /// Shows what `source` has to show. Where `still`, what moves is where it goes at once.
+    /// Shows the tab of `source`. With `still`, animations end at once.
     void show(VeltoSource &source, int height, bool still = false);
     void close() override;
 

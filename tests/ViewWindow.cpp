@@ -33,7 +33,7 @@ struct Piece {
     QString text;
 };
 
-/// Which of the theme's colours it is, however faint or lightened for letters; nothing for white.
+/// Which of the theme's colours this is, however faint or lightened for letters; empty for white.
 QString colourName(const QColor &colour)
 {
     static constexpr std::pair<QColor, const char *> kColours[] = {
@@ -80,7 +80,7 @@ void collect(const QQuickItem *item, double opacity, QRectF sight, QList<Piece> 
         collect(child, opacity, sight, pieces);
 }
 
-/// Digits stand in slots of their own.
+/// Whether a piece continues the one before: digits are in slots of their own.
 bool continues(const Piece &piece, const Piece &before)
 {
     const auto isLetter = [](const Piece &each) { return each.text.size() == 1 || each.text.at(each.text.size() - 2) == u':'; };

@@ -10,7 +10,7 @@
 
 namespace velto {
 
-/// A window in which a person sees and works something, with the keyboard, the pointer or a screen reader. A warning of QML fails
+/// A window in which the user sees and uses something, with the keyboard, the pointer or a screen reader. A QML warning fails
 /// the test.
 class ViewWindow : public QObject {
     Q_OBJECT
@@ -22,7 +22,7 @@ protected Q_SLOTS:
 protected:
     /// Shows the QML, which may use the design's controls, and returns its root; null if that failed.
     QQuickItem *showQml(const QString &qml, QSize size, const QVariantMap &properties = {});
-    /// A window in which nothing stands yet.
+    /// An empty window.
     void begin();
     void appear(QSize size);
     virtual void close();
@@ -31,22 +31,22 @@ protected:
     void type(const QString &text);
     void click(QQuickItem *item);
 
-    /// Every visible item, in the order in which they are drawn.
+    /// Every visible item, in drawing order.
     QList<QQuickItem *> items() const;
-    /// What one sees of `root` (of all, by default), line by line, the pieces of a line parted by " | ": a text as it stands
-    /// there, a symbol as its name in brackets, a dot as "*", each behind the name of its colour if it has one:
+    /// The visible content of `root` (of everything, by default), line by line, the pieces of a line separated by " | ": a text
+    /// as it is shown, a symbol as its name in brackets, a dot as "*", each after the name of its colour if it has one:
     /// "coral:(exclamationmark)".
     QStringList seen(const QQuickItem *root = nullptr) const;
-    /// Those with this property true, from top to bottom.
+    /// The items with this property true, from top to bottom.
     QList<QQuickItem *> rowsWith(const char *property) const;
     QQuickItem *list() const;
-    /// The first item that a screen reader calls this; null if there is none.
+    /// The first item with this name for screen readers; null if there is none.
     QQuickItem *named(const QString &name) const;
-    /// The first that Tab reaches besides.
+    /// The first of them that Tab reaches.
     QQuickItem *button(const QString &name) const;
-    /// What a screen reader says.
+    /// What a screen reader reads out.
     static QString nameOf(QQuickItem *item, QAccessible::Text kind = QAccessible::Name);
-    /// What it says of the item with the keyboard.
+    /// What it reads out for the focused item.
     QString focused() const;
 
     std::unique_ptr<QQuickView> m_view;

@@ -5,7 +5,7 @@
 
 namespace velto {
 
-/// Collects what the toolkit warns of, between start() and stop(): a view that warns is broken.
+/// Collects the toolkit's warnings between start() and stop(): a view that warns is broken.
 class Warnings {
 public:
     static void start()
@@ -13,7 +13,7 @@ public:
         s_collected.clear();
         s_before = qInstallMessageHandler(collect);
     }
-    /// What was warned of since start().
+    /// The warnings since start().
     static QStringList stop()
     {
         qInstallMessageHandler(s_before);
@@ -24,7 +24,7 @@ public:
 private:
     static void collect(QtMsgType type, const QMessageLogContext &context, const QString &text)
     {
-        // Nothing is in front of anything on the offscreen platform.
+        // The offscreen platform has no stacking order.
         const bool platform = text == QStringLiteral("This plugin does not support raise()");
         if ((type == QtWarningMsg || type == QtCriticalMsg) && !platform)
             s_collected += text;

@@ -16,8 +16,7 @@
 
 namespace velto {
 
-/// A whole desktop that does as it is told, and the Hub on top of it. The modules that ask outside tools of their own accord
-/// are off to begin with.
+/// A complete fake desktop, with the Hub on top. The modules that call outside tools by themselves are off at first.
 struct World {
     explicit World(QHash<QString, QByteArray> contents = {});
     ~World();

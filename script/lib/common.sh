@@ -1,4 +1,4 @@
-# Shared by the scripts: where the tree is, how to speak, how to stop. Sourced first; leaves the shell in the tree's root.
+# Shared by the scripts: where the tree is, how to print messages, how to stop. Sourced first; leaves the shell in the tree's root.
 # shellcheck shell=bash
 set -euo pipefail
 
@@ -13,7 +13,7 @@ die() {
     exit 1
 }
 
-# Prints the head comment of the script that called, and ends.
+# Prints the calling script's head comment, and exits.
 usage() {
     sed -n '2,/^[^#]/s/^# \{0,1\}//p' "$root/$me"
     exit "${1:-0}"

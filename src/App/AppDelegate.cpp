@@ -118,11 +118,11 @@ void AppDelegate::open(bool search)
     if (m_needs.ui.expanded())
         takeKeyboard();
     if (m_needs.hub.asking()) {
-        m_needs.ui.openOnQuestion(); // what asks comes before what one came for
+        m_needs.ui.openOnQuestion(); // a question is shown before what was asked for
         return;
     }
     m_needs.ui.openFocused();
-    // What lies over the tab keeps the keyboard until it is closed.
+    // A sheet or menu over the tab keeps the keyboard until it is closed.
     if (search && !m_needs.ui.sheetOpen())
         m_needs.hub.takeKey(Qt::CTRL | Qt::Key_F);
 }
@@ -150,7 +150,7 @@ void AppDelegate::welcomed()
     m_needs.hub.show(std::move(peek));
 }
 
-// Growing happens at once and the black moves within the larger window; shrinking waits until the black has arrived.
+// To grow, the window is resized at once and the black moves within it; to shrink, it waits until the black has arrived.
 void AppDelegate::layout(bool animated)
 {
     if (!m_started)

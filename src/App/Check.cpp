@@ -48,7 +48,7 @@ QString lineOf(const Checked &checked)
     return line.trimmed() + u'\n';
 }
 
-/// A tool and its version, in the first line of what it says about itself.
+/// Checks a tool; its version is the first line of what it says about itself.
 Checked tool(ThisMachine &machine, const QString &name, const QString &what, const QString &without)
 {
     if (!machine.tools.toolInstalled(name))

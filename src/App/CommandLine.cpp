@@ -66,7 +66,7 @@ CommandLine CommandLine::parse(const QStringList &arguments)
 
 QStringList CommandLine::actionsForTheOther() const
 {
-    // The bus brings what it was asked for by itself.
+    // A start by the bus gets its request over the bus.
     return actions.isEmpty() && !activated ? QStringList{u"open"_s} : actions;
 }
 

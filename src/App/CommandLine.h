@@ -6,7 +6,7 @@
 namespace velto {
 
 /// What the program was asked to do. Flags are found anywhere; a value is the argument right behind its flag, and a flag that
-/// stands last without its value is ignored. What begins with a single dash is left to the toolkit ("-platform").
+/// comes last without its value is ignored. What begins with a single dash is left to the toolkit ("-platform").
 struct CommandLine {
     /// What the program is to do once it runs, by name (see AppDelegate::act): --expanded, --search and so on.
     QStringList actions;
@@ -18,10 +18,10 @@ struct CommandLine {
     bool check = false; ///< --check
     bool help = false; ///< --help
     bool version = false; ///< --version
-    QString unknown; ///< the first option that there isn't, most likely mistyped; empty if there is none
+    QString unknown; ///< the first unknown option, most likely mistyped; empty if there is none
 
     static CommandLine parse(const QStringList &arguments);
-    /// What it asks of a program that runs already: without a word of its own, to open.
+    /// What it asks of a program that already runs; without any action, to open.
     QStringList actionsForTheOther() const;
 };
 

@@ -23,7 +23,7 @@ namespace {
 constexpr std::chrono::seconds kLongestFirstFrame{1};
 constexpr std::chrono::seconds kLastWrites{1};
 
-/// What the stores ask for at once waits for the first frame.
+/// What the stores ask for during construction waits for the first frame.
 Desktop held(ThisMachine &machine)
 {
     machine.background.hold();
@@ -61,7 +61,7 @@ Program::Program(CommandLine commandLine, Activation &activation)
     QObject::connect(&m_delegate, &AppDelegate::welcomeWanted, &m_windows, &Windows::showWelcome);
     QObject::connect(&m_windows, &Windows::welcomed, &m_delegate, &AppDelegate::welcomed);
     QObject::connect(&m_windows, &Windows::quitWanted, qApp, &QCoreApplication::quit);
-    // Who comes back may have made room on the disk.
+    // The user may have made room on the disk.
     QObject::connect(&m_ui, &UI::expandedChanged, &m_machine.writer, &FileWriter::tryAgain);
     QObject::connect(&m_machine.platform.session, &Session::woke, &m_machine.writer, &FileWriter::tryAgain);
     // Whatever the first frame doesn't need waits for it.
@@ -96,7 +96,7 @@ void Program::saveTheRest()
         qWarning("%s", qPrintable(lost));
 }
 
-// What a kill of the last one left beside the files that Velto writes.
+// Removes what a killed instance left beside the files that Velto writes.
 void Program::sweep()
 {
     const Places &places = m_machine.places;
@@ -115,7 +115,7 @@ void Program::followStandIn()
 {
     m_delegate.addAction(u"try"_s, [this] { m_standIn.ask(); });
     QObject::connect(&m_windows, &Windows::questionWanted, &m_standIn, &StandIn::ask);
-    // Whoever started this in a terminal sees there what the hook would hand to Claude Code.
+    // Whoever started this in a terminal sees what the hook would hand to Claude Code.
     QObject::connect(&m_standIn, &StandIn::told, &m_delegate, [](const QByteArray &answer) {
         const QByteArray line = answer.isEmpty() ? QByteArrayLiteral("nothing") : answer;
         std::fprintf(stdout, "The session was told: %s\n", line.constData());
@@ -180,7 +180,7 @@ void Program::painted()
         m_delegate.showWelcome();
     for (const auto &action : m_commandLine.actions)
         m_delegate.act(action);
-    // Whoever starts it by the bus wants it open, too; a first time it is the welcome that opens.
+    // Whoever starts Velto by the bus wants the panel open too; the first time, the welcome opens instead.
     m_activation.listen(m_commandLine.activated && !m_stores.prefs.onboarded());
 }
 

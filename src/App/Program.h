@@ -20,7 +20,7 @@ namespace velto {
 
 class Activation;
 
-/// Everything, in the order in which it leans on each other. Lives as long as the application object.
+/// Everything, in the order in which the parts depend on each other. Lives as long as the application object.
 class Program {
 public:
     Program(CommandLine commandLine, Activation &activation);

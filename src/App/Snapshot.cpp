@@ -28,12 +28,12 @@ namespace velto {
 namespace {
 
 constexpr QSize kSitePreviewSize{780, 520};
-/// How long a picture waits for what it is about: the todos, the sessions and the other tools.
+/// How long a picture waits for its subject: the todos, the sessions and the other tools.
 constexpr auto kFillingAtMost = 12s;
-/// How long it waits for what else the brief may tell.
+/// How long it waits for what else the brief may mention.
 constexpr auto kSignalsAtMost = 2s;
 
-/// The user's settings as they stand. What changes while pictures are taken is forgotten with them.
+/// A copy of the user's settings; changes made while pictures are taken are lost with it.
 class SettingsCopy final : public Defaults {
 public:
     explicit SettingsCopy(const Defaults &original)
@@ -50,7 +50,7 @@ private:
     QHash<QString, QVariant> m_changed;
 };
 
-/// No picture is worth unlocking a keyring for, so it shows no service that needs a secret.
+/// No picture is worth unlocking a keyring, so services that need a secret aren't shown.
 class NoSecrets final : public Keychain {
 public:
     std::optional<QString> get(const QString &) const override { return std::nullopt; }
@@ -93,7 +93,7 @@ constexpr Scene kScenes[] = {
     {"quillbox", PanelSize::Expanded, Tab::Quillbox},
 };
 
-/// Waits until `done`, but no longer than `atMost`. The event loop runs meanwhile.
+/// Waits until `done` holds, but no longer than `atMost`. The event loop runs meanwhile.
 void await(std::chrono::milliseconds atMost, const std::function<bool()> &done)
 {
     QEventLoop loop;

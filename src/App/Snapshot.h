@@ -7,7 +7,7 @@ namespace velto {
 
 struct CommandLine;
 
-/// The two ways to run that draw pictures into files and end, with nothing on a screen and no word to a Velto that runs.
+/// The two ways to run that draw pictures into files and end, with nothing on a screen and without contacting a running Velto.
 /// Call choosePictures() before there is an application object, takePictures() with it.
 
 /// Whether the command line asks for pictures; if so, has the toolkit draw without a display.

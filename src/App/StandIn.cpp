@@ -19,7 +19,7 @@ namespace {
 /// Longer than curl's own limit.
 constexpr std::chrono::seconds kLimit{37};
 
-/// What Claude Code gives its hook, from a session that needs no name: nothing here would be harmed by an Allow.
+/// What Claude Code passes to its hook, without the id of a session: an Allow here would do no harm.
 QByteArray body(const QString &home)
 {
     const QJsonObject input{{u"command"_s, u"git fetch --prune\ngit log --oneline --graph main..origin/main\nmake test"_s},

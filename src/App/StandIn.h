@@ -13,8 +13,8 @@ class Hub;
 class ToolRunner;
 struct Places;
 
-/// A session that isn't one. It asks a question by the very command that Claude Code's hooks hold, so that a user can try the
-/// whole road without Claude Code, and says what it was told. UI thread only.
+/// A stand-in for a session. It asks a question with the very command of Claude Code's hooks, so that a user can try all of it
+/// without Claude Code, and reports the answer. UI thread only.
 class StandIn : public QObject {
     Q_OBJECT
 public:

@@ -18,7 +18,7 @@ namespace velto {
 /// Where this user's files are.
 Places placesOfThisMachine();
 
-/// What the stores lean on, as it really is, in the order in which it leans on each other.
+/// The real services that the stores need, in the order in which they depend on each other.
 struct ThisMachine {
     ThisMachine();
     ~ThisMachine();
@@ -31,7 +31,7 @@ struct ThisMachine {
     SystemClock clock;
     PosixFiles files;
     PosixFileTree fileTree;
-    ThreadPoolBackground writing{1}; ///< no other work is in the way of what the user wants kept
+    ThreadPoolBackground writing{1}; ///< its own thread, so that no other work delays saving
     FileWriter writer{writing, clock};
     JsonDefaults defaults;
     LinuxPlatform platform;

@@ -22,7 +22,7 @@ namespace velto {
 
 namespace {
 
-/// The colours of a dark window.
+/// The palette of a dark window.
 constexpr std::array<std::pair<const char *, QRgb>, 18> kDark{{
     {"window", 0x1f2023},
     {"base", 0x2a2b2f},
@@ -101,7 +101,7 @@ bool Windows::eventFilter(QObject *, QEvent *event)
     return false;
 }
 
-// The toolkit marks what has the keyboard only after Tab, and not any more once one was in another window.
+// The toolkit marks the focused control only after Tab, and no longer once another window had the keyboard.
 void Windows::showWhereTheKeyboardIs(QQuickWindow &window) const
 {
     if (!m_byKeys || !window.isActive())
@@ -154,7 +154,7 @@ void Windows::paint(QQuickWindow &window) const
         else
             property.reset();
     }
-    // Controls take the application's font when they are made, and don't hear of a change by themselves.
+    // Controls take the application's font when they are made and don't follow its changes.
     QQmlProperty(&window, u"font"_s).write(QGuiApplication::font());
     window.setColor(m_appearance.dark() ? QColor::fromRgb(kDark.front().second) : QGuiApplication::palette().window().color());
 }

@@ -14,7 +14,7 @@ namespace velto {
 class Accessibility;
 class Appearance;
 
-/// The ordinary windows: made at the first need, then kept with their state, also while closed. UI thread only.
+/// The ordinary windows: created when first needed, then kept with their state, even while closed. UI thread only.
 class Windows : public QObject {
     Q_OBJECT
 public:
@@ -42,7 +42,7 @@ private:
     void paint(QQuickWindow &window) const;
     void center(QQuickWindow &window) const;
 
-    bool m_byKeys = true; ///< nobody knows at first, and a mark too many harms less than none
+    bool m_byKeys = true; ///< unknown at first; a focus mark too many does less harm than none
     Appearance &m_appearance;
     const Accessibility &m_accessibility;
     SettingsStore::Needs m_settingsNeeds;

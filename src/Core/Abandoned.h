@@ -4,7 +4,7 @@
 
 namespace velto {
 
-/// Thrown inside coroutines to end what nobody waits for any longer; caught where the chain begins.
+/// Thrown inside coroutines whose result nobody wants any longer; caught where the chain begins.
 struct Abandoned { };
 
 /// After a wait: goes on only if what it's for still lives.

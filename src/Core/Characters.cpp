@@ -56,7 +56,7 @@ bool isHidden(char32_t c)
     case QChar::Separator_Paragraph:
         return true;
     case QChar::Other_NotAssigned:
-        return !within(c, {{0x1F000, 0x1FAFF}}); // the emoji of years to come
+        return !within(c, {{0x1F000, 0x1FAFF}}); // emoji of later Unicode versions
     case QChar::Separator_Space:
         return c != U' ';
     default:
@@ -71,8 +71,8 @@ bool isHidden(char32_t c)
                    {0x3164, 0x3164},
                    {0xFE00, 0xFE0F}, // variation selectors
                    {0xFFA0, 0xFFA0},
-                   {0xFFFC, 0xFFFC}, // something that isn't text
-                   {0x1D159, 0x1D159}, // a note without a head
+                   {0xFFFC, 0xFFFC}, // object replacement character
+                   {0x1D159, 0x1D159}, // null notehead
                    {0x16FE4, 0x16FE4},
                    {0xE0000, 0xE0FFF}}); // tags and more variation selectors
 }

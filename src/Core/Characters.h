@@ -2,15 +2,15 @@
 
 namespace velto {
 
-// What kinds of characters there are, as Visible needs to tell them apart, by the tables of Unicode that Qt has. Any thread.
+// Classes of characters that Visible needs to tell apart, by Qt's Unicode tables. Any thread.
 
 bool isEmoji(char32_t c);
-/// Of a script whose letters may be told apart by a joiner between them: Arabic and its kin, and those of India.
+/// A letter or mark of a script in which a joiner may tell words apart: Arabic and related ones, and those of India.
 bool isJoinedLetter(char32_t c);
 bool isRightToLeft(char32_t c);
-/// A blank that only looks other than the usual one.
+/// A blank that differs from the usual one only in how it looks.
 bool isWideBlank(char32_t c);
-/// Shows nothing, or changes how something else shows.
+/// Shows nothing, or changes how something else is shown.
 bool isHidden(char32_t c);
 /// Strikes a letter out, or draws a sign around it.
 bool coversItsLetter(char32_t c);

@@ -22,21 +22,21 @@ bool isWritable(QDate date)
     return date.isValid() && date.year() >= 1 && date.year() <= kLastYear;
 }
 
-/// The first day of a week, where the user lives.
+/// The first day of the week in the user's country.
 Qt::DayOfWeek weekStart()
 {
     const QLocale locale;
     return (locale.territory() == QLocale::World ? QLocale::system() : locale).firstDayOfWeek();
 }
 
-/// The short form of the language, with all digits of the year.
+/// The language's short form, with all digits of the year.
 QString shortForm()
 {
     QString format = QLocale().dateFormat(QLocale::ShortFormat);
     return format.contains("yyyy"_L1) ? format : format.replace("yy"_L1, "yyyy"_L1);
 }
 
-/// The numbers in a text without letters; nothing if there is a letter.
+/// The numbers in a text; nothing if it holds a letter.
 std::optional<QStringList> numbersIn(const QString &text)
 {
     QStringList numbers;
@@ -54,7 +54,7 @@ std::optional<QStringList> numbersIn(const QString &text)
     return numbers;
 }
 
-/// Numbers in the order of the language, between whatever signs; the year may come first, be short or be left out.
+/// Reads numbers in the language's order, with any separators; the year may come first, be short or be missing.
 QDate fromNumbers(const QStringList &numbers, int thisYear)
 {
     constexpr int kCentury = 100;
@@ -98,7 +98,7 @@ DateModel::DateModel(const Clock &clock, QObject *parent)
     , m_days({"place", "day", "number", "inMonth", "isToday", "selected", "spoken"})
 {
     setDate(today());
-    m_before = m_date; // NOLINT(cppcoreguidelines-prefer-member-initializer): only now there is a date
+    m_before = m_date; // NOLINT(cppcoreguidelines-prefer-member-initializer): there is no date before this
 }
 
 QDate DateModel::today() const

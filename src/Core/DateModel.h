@@ -13,7 +13,7 @@ class Clock;
 /// A date that is typed or picked from a small calendar, in the user's language. UI thread only.
 class DateModel : public QObject {
     Q_OBJECT
-    /// The date as one types it: "11/21/2026".
+    /// The date as it is typed: "11/21/2026".
     Q_PROPERTY(QString text READ text NOTIFY changed FINAL)
     /// The same, as a screen reader says it.
     Q_PROPERTY(QString spoken READ spoken NOTIFY changed FINAL)

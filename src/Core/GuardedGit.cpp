@@ -14,16 +14,16 @@ namespace velto {
 namespace {
 
 constexpr std::chrono::seconds kLimit{10};
-constexpr int kMaximumRepos = 500; // with its submodules and theirs
+constexpr int kMaximumRepos = 500; // including nested submodules
 constexpr QByteArrayView kSubmoduleMode("160000 ");
 
 using Pairs = std::map<QByteArray, QByteArray>;
 
-/// What git may start while it works out a status, switched off. Its submodules inherit this.
+/// Settings that switch off what git might start while it works out a status. Submodules inherit them.
 constexpr std::array<std::pair<const char *, const char *>, 13> kSwitchedOff{{
     {"core.fsmonitor", "false"},
     {"core.hooksPath", "/dev/null"},
-    {"core.virtualFilesystem", ""}, // of Microsoft's git
+    {"core.virtualFilesystem", ""}, // Microsoft's git
     {"core.alternateRefsCommand", ""},
     {"core.askPass", ""},
     {"core.gitProxy", ""},
@@ -36,10 +36,10 @@ constexpr std::array<std::pair<const char *, const char *>, 13> kSwitchedOff{{
     {"maintenance.auto", "false"},
 }};
 
-/// Sets of programs that git or a filter of the user's picks by a name of anyone's choice.
+/// Groups of settings that name programs, for git or for a filter, under names that anyone may choose.
 constexpr std::array<QByteArrayView, 3> kNamedPrograms{"filter.", "hook.", "lfs.extension."};
 
-/// Numbers the pairs as git reads them, behind those that the user's own environment has.
+/// Passes the pairs in git's numbered variables, after those that the user's own environment has.
 void addConfiguration(ToolEnvironment &environment, const Pairs &pairs)
 {
     constexpr auto kCount = "GIT_CONFIG_COUNT";
@@ -56,7 +56,7 @@ void addConfiguration(ToolEnvironment &environment, const Pairs &pairs)
 ToolEnvironment guarded(const Pairs &overrides)
 {
     ToolEnvironment environment{
-        // No lock beside the user's own commands, and so no index that is written and no hook that hears of it.
+        // Takes no lock that the user's own commands would meet; so no index is written, and no hook runs for it.
         {"GIT_OPTIONAL_LOCKS"_ba, "0"_ba},
         {"GIT_TERMINAL_PROMPT"_ba, "0"_ba},
         {"GIT_ASKPASS"_ba, "false"_ba},
@@ -65,7 +65,7 @@ ToolEnvironment guarded(const Pairs &overrides)
         {"GIT_SEQUENCE_EDITOR"_ba, ":"_ba},
         {"GIT_PAGER"_ba, "cat"_ba},
         {"GIT_EXTERNAL_DIFF"_ba, std::nullopt},
-        // What a partial clone lacks isn't fetched; where git is too old to know, no way to fetch is left.
+        // What a partial clone lacks isn't fetched; a git too old for this variable is left without a way to fetch.
         {"GIT_NO_LAZY_FETCH"_ba, "1"_ba},
         {"GIT_ALLOW_PROTOCOL"_ba, "none"_ba},
         {"GIT_SSH_COMMAND"_ba, "false"_ba},
@@ -89,7 +89,7 @@ bool isUsersOwn(QByteArrayView scope)
     return scope == "system" || scope == "global" || scope == "command";
 }
 
-/// What stands for a program that isn't to be: nothing, and what would fail without it doesn't need it.
+/// A value that starts no program and makes nothing depend on one.
 QByteArray neutral(const QByteArray &key)
 {
     return key.endsWith(".required") || key.endsWith(".enabled") ? "false"_ba : ""_ba;
@@ -122,14 +122,14 @@ GuardedGit::GuardedGit(ToolRunner &tools)
 
 std::optional<QByteArray> GuardedGit::status(const QString &path)
 {
-    // A folder whose .git is none isn't a part of a repository above it.
+    // A folder whose .git isn't a repository doesn't belong to a repository above it.
     const QString place = QFileInfo(path).canonicalFilePath();
     m_overrides.clear();
     m_vetted = 0;
     m_place = {{"GIT_CEILING_DIRECTORIES"_ba, QFile::encodeName(QFileInfo(place).path())}};
     for (const char *name : {"GIT_DIR", "GIT_WORK_TREE", "GIT_INDEX_FILE", "GIT_COMMON_DIR", "GIT_OBJECT_DIRECTORY",
                              "GIT_ALTERNATE_OBJECT_DIRECTORIES", "GIT_NAMESPACE", "GIT_PREFIX", "GIT_CONFIG"})
-        m_place.append({name, std::nullopt}); // of a repository that Velto was started in
+        m_place.append({name, std::nullopt}); // Velto may have been started inside a repository
     if (!vet(path, false))
         return std::nullopt;
     return ask(path, {u"status"_s, u"--porcelain=v2"_s, u"--branch"_s});
@@ -150,13 +150,13 @@ bool GuardedGit::vet(const QString &folder, bool submodule)
         return false;
     const QStringList submodules = submodulesOf(*files);
     QString top = folder;
-    const bool ceilingFails = folder.contains(u':'); // which separates ceilings
+    const bool ceilingFails = folder.contains(u':'); // a colon separates ceilings
     if (settings->namesWorkTree || (!submodule && ceilingFails)) {
         const auto told = ask(folder, {u"rev-parse"_s, u"--show-toplevel"_s});
         if (!told || !told->endsWith('\n'))
             return false;
         top = QFile::decodeName(told->chopped(1));
-        // A work tree elsewhere, such as the whole disk.
+        // The work tree is elsewhere, such as the whole disk.
         if (QFileInfo(top).canonicalFilePath() != QFileInfo(folder).canonicalFilePath())
             return false;
     }

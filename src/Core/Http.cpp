@@ -34,8 +34,8 @@ QString originOf(const QUrl &url)
     return url.scheme() + QLatin1String("://") + url.host() + QLatin1Char(':') + QString::number(url.port(usual));
 }
 
-/// A body that can be read once. The network layer repeats a request that got no answer, up to three times, unless it can't
-/// begin its body anew; so a request without one gets an empty one.
+/// A body that can be read only once. The network layer repeats a request that got no answer, up to three times, unless it
+/// can't rewind the body; so a request without a body gets an empty one.
 class ReadOnce final : public QIODevice {
 public:
     ReadOnce(QByteArray bytes, QObject *parent)
@@ -66,15 +66,15 @@ QNetworkRequest prepared(const HttpRequest &request, const std::optional<QSslCon
     QNetworkRequest result(request.url);
     if (tls)
         result.setSslConfiguration(*tls);
-    // A pasted token that ends in a line break doesn't begin another header.
+    // A line break at the end of a pasted token must not begin another header.
     for (const auto &[name, value] : request.headers)
         result.setRawHeader(name, QByteArray(value).replace('\r', "").replace('\n', ""));
     result.setTransferTimeout(int(request.timeout.count()));
-    // Before the other end gives it up: what is sent into a connection that ends isn't repeated.
+    // Shorter than the other end keeps it: what is sent into a connection that is being closed isn't repeated.
     result.setAttribute(QNetworkRequest::ConnectionCacheExpiryTimeoutSecondsAttribute, kIdleConnection.count());
-    // By our own hand: Qt hands every header to the next host, Authorization too.
+    // Followed in send(): Qt hands every header to the next host, Authorization too.
     result.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
-    // Qt 6.4 to 6.8 crash when a connection of HTTP/2 ends at the wrong moment.
+    // Qt 6.4 to 6.8 crash when an HTTP/2 connection ends at the wrong moment.
     result.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
     result.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
     result.setAttribute(QNetworkRequest::CacheSaveControlAttribute, false);
@@ -84,13 +84,13 @@ QNetworkRequest prepared(const HttpRequest &request, const std::optional<QSslCon
     return result;
 }
 
-/// The service answered and was understood, though not with what was asked for.
+/// Whether the service answered and was understood, even if it didn't give what was asked for.
 bool isAnswer(const QNetworkReply &reply)
 {
     return reply.error() == QNetworkReply::NoError || reply.error() >= QNetworkReply::ContentAccessDenied;
 }
 
-/// Why there was no answer, in words that a person can act on.
+/// Why there was no answer, in words that the user can act on.
 QString faultOf(const QNetworkReply &reply)
 {
     switch (reply.error()) {
@@ -107,7 +107,7 @@ QString faultOf(const QNetworkReply &reply)
     }
 }
 
-/// The request that a redirect asks for; nothing if it leads to another origin.
+/// The request that a redirect leads to; nothing if it leads to another origin.
 std::optional<HttpRequest> redirected(HttpRequest request, int status, const QByteArray &location)
 {
     const bool redirects = status == 301 || status == 302 || status == 303 || status == 307 || status == 308;
@@ -125,8 +125,8 @@ std::optional<HttpRequest> redirected(HttpRequest request, int status, const QBy
     return request;
 }
 
-/// Resumes from within finished(), so that also the replies that are ended when Http goes come to their end; a queued
-/// resumption wouldn't.
+/// Resumes from within finished(), so that replies that ~Http() aborts also resume their coroutines; a queued resumption would
+/// never run.
 struct Finished {
     QNetworkReply *reply;
 
@@ -138,7 +138,7 @@ struct Finished {
     void await_resume() const { }
 };
 
-/// How long a service that is busy wants to be left alone: a number of seconds, or a moment.
+/// How long a busy service asks to be left alone; Retry-After holds seconds or a date.
 std::chrono::seconds restAfter(int status, const QByteArray &retryAfter)
 {
     if (retryAfter.isEmpty() || (status != 429 && status != 503))
@@ -151,7 +151,7 @@ std::chrono::seconds restAfter(int status, const QByteArray &retryAfter)
     return std::clamp<std::chrono::seconds>(std::chrono::seconds(seconds), 0s, kLongestRest);
 }
 
-/// Resumes once, from within the answer.
+/// Resumes once, from within the callback.
 struct Found {
     Proxies *proxies;
     QUrl url;
@@ -172,12 +172,12 @@ struct Found {
 
 QString whyNoJson(const QByteArray &body, const QString &parser)
 {
-    // A page for people: of a proxy, or of a service that is down.
+    // A page for people, from a proxy or from a service that is down.
     return body.trimmed().startsWith('<') ? tr("a web page came in place of an answer")
                                           : tr("the answer can't be read: %1").arg(parser);
 }
 
-/// What was found for each origin, at hand when the network layer asks for it.
+/// The proxies found for each origin, ready for when the network layer asks.
 class Http::ProxyTable final : public QNetworkProxyFactory {
 public:
     QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery &query) override
@@ -203,11 +203,11 @@ Http::~Http()
     m_proxies.reset();
     if (!m_manager)
         return;
-    // Ended by hand, so that nothing waits for ever.
+    // Aborted, so that no coroutine waits for ever.
     const auto replies = m_manager->findChildren<QNetworkReply *>();
     for (QNetworkReply *reply : replies)
         reply->abort();
-    // While the thread that they use still runs; what they left there would stay for ever.
+    // Deleted while the thread that they use still runs; what they have on it would leak.
     qDeleteAll(m_manager->findChildren<QNetworkReply *>(Qt::FindDirectChildrenOnly));
 }
 
@@ -251,7 +251,7 @@ QCoro::Task<HttpReply> Http::send(HttpRequest request)
         const auto next = each.reply.status && redirects < kMostRedirects ? redirected(request, *each.reply.status, each.location)
                                                                           : std::nullopt;
         if (!next) {
-            // The object may be gone; then there is no status.
+            // The object may be gone; there is no status then.
             const std::chrono::seconds wanted = each.reply.status ? restAfter(*each.reply.status, each.retryAfter) : 0s;
             if (wanted > 0s)
                 m_rests.insert(origin, {*each.reply.status, QDeadlineTimer(wanted)});

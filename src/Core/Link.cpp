@@ -35,7 +35,7 @@ std::optional<QUrl> typedLink(const QString &text)
 {
     if (auto url = linkIn(text); url && opensInBrowser(*url))
         return url;
-    // "meet.example.com/abc"; a single word is no host.
+    // "meet.example.com/abc"; a single word isn't a host.
     const QString trimmed = text.trimmed();
     auto url = trimmed.contains(u':') ? std::nullopt : linkIn("https://"_L1 + trimmed);
     return url && url->host().contains(u'.') ? url : std::nullopt;
@@ -44,11 +44,14 @@ std::optional<QUrl> typedLink(const QString &text)
 QString withoutPassword(const QString &address)
 {
     const qsizetype scheme = address.indexOf("://"_L1);
-    qsizetype from = scheme < 0 ? 0 : scheme + 3;
+    const auto isOutside = [](QChar c) { return c == u'/' || c == u'?' || c == u'#'; };
+    // "//me:secret@host/?from=https://other" has none.
+    const bool hasScheme = scheme >= 0 && std::none_of(address.begin(), address.begin() + scheme, isOutside);
+    qsizetype from = hasScheme ? scheme + 3 : 0;
     while (from < address.size() && address[from] == u'/')
         ++from;
     qsizetype end = from;
-    while (end < address.size() && !u"/?#"_s.contains(address[end]))
+    while (end < address.size() && !isOutside(address[end]))
         ++end;
     const qsizetype at = address.lastIndexOf(u'@', end - 1);
     const qsizetype colon = address.indexOf(u':', from);

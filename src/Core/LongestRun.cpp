@@ -6,7 +6,7 @@ namespace velto {
 
 std::vector<bool> longestIncreasing(const QList<qsizetype> &order)
 {
-    QList<qsizetype> tails; // tails[n]: where the best run of n + 1 values ends
+    QList<qsizetype> tails; // tails[n]: the index at which the best run of n + 1 values ends
     QList<qsizetype> before(order.size(), -1);
     for (qsizetype i = 0; i < order.size(); ++i) {
         const auto place = std::ranges::lower_bound(tails, order[i], {}, [&order](qsizetype at) { return order[at]; });

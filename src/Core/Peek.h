@@ -45,7 +45,7 @@ struct Peek {
     News news = News::Other;
     QString session = {}; ///< which one the news is about
     /// How long a question's asker waits. If its turn comes when hardly anything of that is left, it gets no answer, and a line
-    /// with the text `lapsed` stands in its place.
+    /// with the text `lapsed` takes its place.
     std::optional<std::chrono::milliseconds> patience = {};
     QString lapsed = {};
     QUuid id = QUuid::createUuid();

@@ -21,7 +21,7 @@ void PeekQueue::settle()
         const auto left = std::chrono::ceil<Clock::Duration>(*next - now);
         m_wake = m_clock.after(std::max(left, Clock::Duration(0)), [this] { settle(); });
     }
-    // Whoever hears of this may show, dismiss or answer again.
+    // A slot may show, dismiss or answer a Peek in turn.
     const auto ended = m_timeline.takeEnded();
     const auto shown = onShow() ? onShow()->id : QUuid();
     if (shown != m_announced) {

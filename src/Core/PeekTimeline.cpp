@@ -49,7 +49,7 @@ void PeekTimeline::offer(Peek peek, Instant now)
     insert({.peek = std::move(peek), .latest = latest, .parts = {}, .told = {}});
     if (news != Peek::News::Other)
         gather(news);
-    // The first one of those may be about to come on show.
+    // If nothing is on show, the first in the queue is about to be.
     if (waiting() > kMostWaiting + (m_onShow ? 0 : 1)) {
         Entry last = std::move(m_queue.back());
         m_queue.pop_back();
@@ -57,8 +57,8 @@ void PeekTimeline::offer(Peek peek, Instant now)
     }
 }
 
-/// Makes one line of all that wait with this news, if they are too many or such a line waits already. The one on show is counted
-/// with them: it was the first of the burst.
+/// Gathers everything that waits with this news into one line, if there is too much of it or such a line waits already. The one
+/// on show counts as the first of the burst.
 void PeekTimeline::gather(Peek::News news)
 {
     const auto isSuch = [news](const Entry &entry) { return !entry.peek.isQuestion() && entry.peek.news == news; };
@@ -79,7 +79,7 @@ void PeekTimeline::gather(Peek::News news)
         else
             all.told = entry.told;
         if (all.parts.empty()) {
-            all.parts = std::move(entry.parts); // they are of different sessions already
+            all.parts = std::move(entry.parts); // their sessions differ already
             continue;
         }
         for (Peek &part : entry.parts) {
@@ -92,7 +92,7 @@ void PeekTimeline::gather(Peek::News news)
     insert(std::move(all));
 }
 
-/// Words a gathered line for the parts that it has.
+/// Words a gathered line from its parts.
 void PeekTimeline::tell(Entry &entry)
 {
     const auto &first = entry.parts.front();
@@ -107,7 +107,7 @@ void PeekTimeline::tell(Entry &entry)
     entry.peek = std::move(line);
 }
 
-/// Questions whose turn comes too late go back to their terminal, and a line says so.
+/// Questions whose turn would come too late go back to their terminal, and a line says so.
 void PeekTimeline::lapse(Instant now)
 {
     const auto isLate = [now](const Entry &entry) { return entry.latest && *entry.latest <= now; };
@@ -182,7 +182,7 @@ void PeekTimeline::retract(Peek::News news, const QSet<QString> &sessions)
         entry = (entry->parts.empty() ? isAbout(entry->peek) : forget(*entry, isAbout)) ? m_queue.erase(entry) : entry + 1;
 }
 
-/// Takes such lines out of a gathered one. True if nothing is left that hasn't been told.
+/// Takes such lines out of a gathered one. True if only lines that were shown already are left.
 bool PeekTimeline::forget(Entry &entry, const std::function<bool(const Peek &)> &isSuch)
 {
     if (std::erase_if(entry.parts, isSuch) == 0)

@@ -21,7 +21,7 @@ public:
     static constexpr std::chrono::seconds kLeast{3};
     /// This many play for a quarter of an hour: what comes after them would be old news by its turn.
     static constexpr int kMostWaiting = 200;
-    /// Where more lines than this with the same news wait, one line tells them all.
+    /// If more lines than this with the same news wait, one line replaces them all.
     static constexpr int kMostOfOneNews = 5;
 
     /// A question that is over, and its answer.
@@ -59,7 +59,7 @@ private:
     struct Entry {
         Peek peek;
         std::optional<Instant> latest; ///< when a question's turn must have come
-        std::vector<Peek> parts; ///< the lines that this one tells together
+        std::vector<Peek> parts; ///< the lines that this one replaces
         std::optional<QUuid> told; ///< the one of them that was on show already
     };
 

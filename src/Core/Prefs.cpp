@@ -30,7 +30,7 @@ struct ModuleFacts {
     const char *detail;
 };
 
-// By the order of Prefs::Module, which is also the order in which the user sees them.
+// In the order of Prefs::Module, in which the user sees them too.
 constexpr std::array<ModuleFacts, 10> kModules{{
     {"agents"_L1, QT_TRANSLATE_NOOP("Prefs", "AI agents"),
      QT_TRANSLATE_NOOP("Prefs", "Claude Code sessions, plus a scan for Codex, Cursor, Ollama and other AI tools.")},
@@ -97,7 +97,7 @@ std::initializer_list<Module> modulesOf(Mode mode)
     return {};
 }
 
-// The stored value, if it has just this type.
+// The stored value, if it has exactly this type.
 template <typename T> std::optional<T> stored(const Defaults &defaults, QLatin1StringView key)
 {
     const QVariant value = defaults.value(key);
@@ -236,7 +236,7 @@ void Prefs::setRepoRoots(const QStringList &value)
 
 QStringList Prefs::defaultRepoRoots(const QString &home)
 {
-    // By the names in the home folder: to look at one of them may take for ever, where it is another machine's.
+    // Judged by the names in the home folder: looking into one may block for ever if it is on another machine.
     QStringList present;
     std::error_code error;
     for (std::filesystem::directory_iterator at(QFile::encodeName(home).toStdString(), error), end; !error && at != end;

@@ -46,7 +46,7 @@ public:
     const QSet<QString> &off() const { return m_off.value; }
     const QStringList &repoRoots() const { return m_repoRoots.value; }
     void setRepoRoots(const QStringList &value);
-    /// Whether the folders may be looked at: the user has chosen them, or finished the welcome that tells of them.
+    /// Whether the folders may be looked at: the user has chosen them, or finished the welcome that mentions them.
     bool mayLookAtRepos() const { return onboarded() || m_repoRootsChosen; }
     const QString &quillboxURL() const { return m_quillboxURL.value; }
     void setQuillboxURL(const QString &value) { change(m_quillboxURL, value); }

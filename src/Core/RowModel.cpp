@@ -4,9 +4,9 @@
 
 #include <QSet>
 
-// A new list is reached in four steps, each of which leaves the model whole: remove what went, move what is out of order,
-// insert what came, update what changed. A longest increasing run of the rows that stay keeps its place, so that the fewest
-// rows move: one session that starts to work and jumps to the top is one move, and not one for each row above it.
+// A new list is reached in four steps, each of which leaves the model consistent: remove, move, insert, update. A longest
+// increasing run of the remaining rows stays in place, so that as few rows as possible move: a session that starts to work and
+// jumps to the top is one move, not one for each row above it.
 
 namespace velto {
 
@@ -80,7 +80,7 @@ void RowModel::reorder(const QList<Key> &wanted)
     for (qsizetype i = 0; i < target.size(); ++i) {
         if (stays[std::size_t(i)])
             continue;
-        // Everything before it in the target stands in order already, so right behind its predecessor is its place.
+        // All that precedes it in the target is in order already, so its place is right behind its predecessor.
         const qsizetype to = i == 0 ? 0 : m_keys.indexOf(target[i - 1]) + 1;
         moveRow(m_keys.indexOf(target[i]), to);
     }
@@ -89,7 +89,7 @@ void RowModel::reorder(const QList<Key> &wanted)
 void RowModel::moveRow(qsizetype from, qsizetype to)
 {
     if (!beginMoveRows({}, int(from), int(from), {}, int(to)))
-        return; // it stands there already
+        return; // already in place
     const qsizetype landing = to > from ? to - 1 : to;
     m_rows.move(from, landing);
     m_keys.move(from, landing);

@@ -16,7 +16,7 @@ namespace velto {
 namespace {
 
 constexpr auto kKey = "terminalApp"_L1;
-/// Someone who installed another terminal than the one that is always there most likely wants it.
+/// Whoever installed another terminal than the one that is always there most likely wants it.
 constexpr std::array kPreferred{TerminalApp::App::ITerm, TerminalApp::App::Ghostty, TerminalApp::App::Warp};
 
 } // namespace
@@ -67,7 +67,7 @@ QString shellQuoted(const QString &text)
 {
     QString inner;
     for (const QChar c : text) {
-        // fish takes a backslash for an escape within quotes too, so it stands outside of them, as the quotes do.
+        // fish takes a backslash for an escape within quotes too, so it stands outside them, as quotes do.
         if (c == u'\'' || c == u'\\')
             inner += R"('\)"_L1 + c + u'\'';
         else

@@ -18,7 +18,7 @@ constexpr qint64 kMinute = 60;
 constexpr qint64 kHour = 60 * kMinute;
 constexpr qint64 kDay = 24 * kHour;
 
-/// As printf writes it, whatever the user's decimal point is.
+/// As printf writes it, whatever the user's decimal separator.
 QString fixed(double value, int decimals)
 {
     std::array<char, 64> text{};
@@ -59,11 +59,11 @@ QLocale english(const QLocale &desktop)
 
 QString shortTime(const QDateTime &moment)
 {
-    // The system's form, since that of times may be another country's than that of texts (LC_TIME), in the words and digits of
-    // our texts.
+    // The form is the system's, since LC_TIME may name another country than the language of our texts; words and digits are
+    // those of our texts.
     const QLocale locale = QLocale::system();
     const QTime time = moment.toLocalTime().time();
-    // What has no country has no short form either.
+    // The C locale has no country, and so no short form.
     return locale.language() == QLocale::C ? time.toString(u"HH:mm"_s)
                                            : QLocale().toString(time, locale.timeFormat(QLocale::ShortFormat));
 }

@@ -11,8 +11,8 @@ class Clock;
 
 /// The date `offset` days from now, local, as "yyyy-MM-dd".
 QString today(const Clock &clock, int offset);
-/// What our texts, which are English, say dates and numbers by: English as the desktop's country writes it; the world's English
-/// where that isn't known, since a day in the American order would be read as another.
+/// The locale for dates and numbers in our English texts: English as the desktop's country writes it; international English if
+/// that isn't known, since a date in the American order might be misread.
 QLocale english(const QLocale &desktop);
 /// How long ago, in one short word: "now", "12 min", "3 h", "2 d". The future is "now".
 QString ago(const QDateTime &date, const QDateTime &now);
@@ -26,7 +26,7 @@ QString lastLine(const QString &text);
 QString withTilde(const QString &path, const QString &home);
 /// The last name of a path: "/home/me/proj/" gives "proj". The root is its own last name.
 QString lastPathComponent(const QString &path);
-/// Whether `text` is a session id of Claude Code's, a UUID, which may stand unquoted in a command line.
+/// Whether `text` is a session id of Claude Code's, a UUID, which needs no quoting in a command line.
 bool isSessionId(const QString &text);
 
 } // namespace velto

@@ -22,7 +22,7 @@ void UI::setExpanded(bool expanded)
     closeMenu();
     m_collapseTask.reset();
     m_expanded = expanded;
-    m_onQuestion = false; // the question has gone from under the pointer
+    m_onQuestion = false; // the question is no longer under the pointer
     m_rest.reset();
     setUnfolded(false, false);
     m_handover.reset();
@@ -89,7 +89,7 @@ void UI::questionChanged()
         return;
     }
     m_rest.reset();
-    // Who rested on the strip row while a question was there hasn't come to open the panel.
+    // Someone whose pointer rests on the strip row because of a question didn't come to open the panel.
     if (!m_expanded)
         awaitPointerGone();
 }

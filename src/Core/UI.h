@@ -52,7 +52,7 @@ public:
     /// The pointer rests on the strip and a line under it says what it is about. Nothing sets this at present.
     bool hovering() const { return m_hovering; }
     void setHovering(bool hovering);
-    /// Whether the question on show is told whole, under its row: the pointer rests on it, or the keyboard is there.
+    /// Whether the question on show is unfolded under its row: the pointer rests on it, or the keyboard is there.
     bool unfolded() const { return m_unfolded || m_heldUnfolded; }
     /// The pointer came to a question or its unfolded part, or left it.
     Q_INVOKABLE void questionHovered(bool inside);
@@ -63,7 +63,7 @@ public:
     /// The height of all of the unfolded part in the strip; 0 until its view has come.
     double unfoldedHeight() const { return unfolded() ? m_unfoldedHeight : 0; }
     void setUnfoldedHeight(double height);
-    /// The size of the camera housing, or of what stands for it.
+    /// The size of the camera housing, or of its substitute.
     QSizeF velto() const { return m_velto; }
     void setVelto(QSizeF size);
     /// The size of the display, which nothing of ours exceeds.
@@ -106,7 +106,7 @@ public:
     /// The default action of assistive technology.
     Q_INVOKABLE void toggle();
     Q_INVOKABLE void close();
-    /// What the program's own menu offers; an item without a title is a line between others.
+    /// The program's own menu; an item without a title is a separator.
     void setMenu(std::vector<MenuItem> menu);
     QStringList menuTitles() const;
     QStringList menuKeys() const; ///< beside each title, as this platform writes keys

@@ -24,7 +24,7 @@ constexpr QChar kLeftToRight(0x200E);
 constexpr QChar kIsolate(0x2066);
 constexpr QChar kEndOfIsolate(0x2069);
 
-/// Most texts: letters, digits and signs of ASCII, with single blanks between them.
+/// The common case: printable ASCII with single blanks.
 bool isPlain(QStringView text, qsizetype longest)
 {
     bool afterBlank = false;
@@ -37,7 +37,7 @@ bool isPlain(QStringView text, qsizetype longest)
     return text.size() <= longest;
 }
 
-/// Reads character by character; a lone surrogate comes as itself.
+/// Reads code point by code point; a lone surrogate comes as itself.
 class Reader {
 public:
     explicit Reader(QStringView text)
@@ -47,7 +47,7 @@ public:
     bool more() const { return m_index < m_text.size(); }
     qsizetype index() const { return m_index; }
     QStringView between(qsizetype start) const { return m_text.sliced(start, m_index - start); }
-    /// The next one; 0 at the end.
+    /// The next one, not consumed; 0 at the end.
     char32_t ahead() const { return more() ? at(m_index) : 0; }
     char32_t next()
     {
@@ -94,7 +94,7 @@ public:
     }
 
 private:
-    /// How many like `c` follow one another, the one that was just read among them.
+    /// How many like `c` follow one another, including the one just read.
     template <typename Like> qsizetype run(Like like)
     {
         qsizetype count = 1;
@@ -118,7 +118,7 @@ private:
             hidden(c);
     }
 
-    /// A carriage return is no line break to a shell.
+    /// To a shell a carriage return isn't a line break.
     bool isBreak(char32_t c) const { return c == U'\n' || (!m_exact && c == U'\r'); }
     bool blank(char32_t c) const { return c == U' ' || (!m_exact && isWideBlank(c)); }
 
@@ -189,7 +189,7 @@ private:
         mark("U+"_L1 + QString::number(uint(c), 16).toUpper().rightJustified(4, u'0'), count);
     }
 
-    /// Whether this belongs to the sign before it: the style or a part of an emoji, or a joiner within a word.
+    /// Whether this belongs to the character before it: an emoji's style or part, or a joiner within a word.
     bool joins(char32_t c)
     {
         const char32_t after = m_text.ahead();
@@ -214,8 +214,8 @@ private:
         m_lineStart = lineStart;
     }
 
-    /// Around each right-to-left word of an exact text stand marks of the other direction, so that the blanks, signs and numbers
-    /// beside it keep their place.
+    /// In an exact text, left-to-right marks surround each right-to-left run, so that the blanks, signs and numbers beside it
+    /// stay in place.
     void setDirection(bool rightToLeft)
     {
         m_turned = m_turned || rightToLeft;
@@ -234,7 +234,7 @@ private:
         }
     }
 
-    /// An isolate ends with its line.
+    /// An isolate ends with its line, so each line gets its own.
     void isolate()
     {
         m_result.replace(u'\n', QString(kEndOfIsolate) + u'\n' + kIsolate);

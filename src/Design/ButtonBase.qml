@@ -1,8 +1,8 @@
 import QtQuick
 import Velto.Design
 
-/// What every control that is pressed has in common: pointer, Space and Return, a role and a name, the focus ring, the help
-/// text. A click doesn't take the keyboard focus, so the ring shows only to those who move by keys.
+/// What all controls that can be pressed share: pointer, Space and Return, a role and a name, the focus ring, the help text. A
+/// click doesn't take the focus, so only those who navigate by keys see the ring.
 Item {
     id: root
 
@@ -10,11 +10,11 @@ Item {
     required property string label
     property string help
     property real corner: Theme.radiusControl
-    /// Whether Return presses it. Where it doesn't, Return is left to what stands around it, a form's default button say.
+    /// Whether Return presses it. If not, Return is left to what is around it, such as a form's default button.
     property bool takesReturn: true
     /// See ItemAccessible.
     readonly property bool pressable: true
-    /// Off where something else shows who has the keyboard.
+    /// Off where something else shows the focus.
     property bool ringed: true
     property bool hovered: hover.hovered && root.enabled && !Theme.pointerRests
     property bool pressed: (tap.pressed || keys.held) && root.enabled

@@ -3,9 +3,9 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Velto.Design
 
-/// A month to pick a day from, over everything else in the window, at a control. The arrows go by days and weeks, Page Up and
-/// Down by months, with Shift by years, Home and End to the ends of the week; Return picks, Escape goes back to the day before.
-/// Who had the keyboard has it again then. Made when it is wanted.
+/// A month to pick a day from, above everything else in the window, next to `target`. The arrow keys move by days and weeks,
+/// Page Up and Page Down by months, with Shift by years, Home and End to the ends of the week; Return picks, Escape goes back
+/// to the previous date. The focus returns to where it was. Created on demand.
 Item {
     id: root
 
@@ -17,11 +17,11 @@ Item {
 
     /// See TabOrder.
     readonly property bool trapsFocus: true
-    /// Set once: a binding would move this out of a window that is about to go.
+    /// Set once: a binding would move this item out of a window that is being destroyed.
     property Item scene: null
     property Item before: null
     property bool over: false
-    /// As large as the letters want it, and as the window has room for.
+    /// As large as the letters need, limited by the window's height.
     readonly property int cell: Math.min(30 * Theme.textScale, ((root.scene?.height ?? 520) - 52 - 12 * Theme.textScale) / 7.4)
     readonly property int line: root.cell * 26 / 30
 
@@ -42,11 +42,11 @@ Item {
         root.date.cancel();
         root.finish();
     }
-    // The keyboard is on the date.
+    // Moves the focus to the date.
     function follow(): void {
         days.itemAt(root.date.place)?.forceActiveFocus(Qt.TabFocusReason);
     }
-    // From the day that has the keyboard, which is another one than the date on a turned page.
+    // Starts at the day that has the focus; on a turned page it isn't the date.
     function press(day: string, event: KeyEvent): void {
         const years = event.modifiers & Qt.ShiftModifier ? 12 : 1;
         event.accepted = true;
@@ -95,7 +95,7 @@ Item {
         border.width: 1
         border.color: Theme.at("white", Math.max(0.14, Theme.edgeFloor))
 
-        // A press between the days is no press elsewhere.
+        // A press between the days must not count as one outside.
         MouseArea {
             property real turned: 0
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Velto.Design
 
-/// A box to tick, with what it stands for. Space and a press ask for the other state; the owner grants it.
+/// A check box with its label. Space and a press ask for the other state; the owner grants it.
 ButtonBase {
     id: root
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Velto.Design
 
-/// A small fact: a symbol and a text in one colour, on a capsule of it.
+/// A small fact: a symbol and a text in one colour, on a capsule tinted with it.
 Rectangle {
     id: root
 
@@ -9,11 +9,11 @@ Rectangle {
     property string symbol
     property color tint: Theme.glassSecondary
     property real fill: 0.16
-    /// The colour of the text, which is to be read wherever the chip scrolls to.
+    /// The colour of the text, readable wherever the chip scrolls to.
     property color ink: Theme.ink(root.tint, root.fill)
 
     implicitWidth: row.implicitWidth + 2 * row.x
-    implicitHeight: Math.max(words.height, root.symbol !== "" ? picture.height : 0) + 2 * row.y // at once, without the row
+    implicitHeight: Math.max(words.height, root.symbol !== "" ? picture.height : 0) + 2 * row.y // before the row is laid out
     radius: root.height / 2
     color: Theme.at(root.tint, root.fill)
 

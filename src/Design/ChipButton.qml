@@ -21,7 +21,7 @@ ButtonBase {
         text: root.text
         symbol: root.symbol
         tint: root.tint
-        ink: root.tint // it stands on black
+        ink: root.tint // it is on black
         fill: root.pressed ? 0.32 : root.hovered ? 0.24 : 0.16
         Accessible.ignored: true
     }

@@ -1,17 +1,17 @@
 import QtQuick
 import Velto.Design
 
-/// A date, typed by hand or picked from a small calendar. Down and the button open the calendar. Whoever keeps the panel open
-/// while something stands over it listens to `opened`.
+/// A date, typed or picked from a small calendar. Down and the button open the calendar. Whoever keeps the panel open while
+/// something lies over it listens to `opened`.
 FocusScope {
     id: root
 
-    /// What a screen reader calls it.
+    /// Its name for screen readers.
     required property string label
     required property DateModel date
 
     readonly property bool opened: calendar.active
-    /// The user is changing the text, which then isn't put into its usual form.
+    /// Whether the user is changing the text, which then isn't normalised.
     property bool typing: false
 
     implicitWidth: Math.round(132 * Theme.textScale)
@@ -60,7 +60,7 @@ FocusScope {
         }
         onAccepted: root.settle()
     }
-    // What was typed takes its usual form when the user goes on.
+    // Normalises what was typed when the focus moves on.
     Connections {
         target: field.input
         function onActiveFocusChanged(): void {
@@ -102,7 +102,7 @@ FocusScope {
         id: calendar
 
         active: false
-        // With Qt 6.4 a Loader can't make a bound component.
+        // With Qt 6.4 a Loader can't create a bound component.
         // qmllint disable unqualified
         sourceComponent: Calendar {
             target: root

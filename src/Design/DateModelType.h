@@ -5,7 +5,7 @@
 #include <QAbstractItemModel>
 #include <QtQml/qqml.h>
 
-// What the calendar stands on, for views, without the core having to know of QML.
+// The calendar's model for views, without Core having to know QML.
 
 // Qt 6.4 declares the base of all models only beside the controls.
 struct CalendarRowsType {

@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Velto.Design
 
-/// A short text whose digits stand in slots of one width, so that nothing shifts when a number counts.
+/// A short text whose digits have slots of equal width, so that nothing shifts while a number counts.
 Row {
     id: root
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Velto.Design
 
-/// The circle that takes a todo off the list; it shows its tick to whoever is about to press it.
+/// The circle that takes a todo off the list; its tick shows when it is about to be pressed.
 ButtonBase {
     id: root
 

@@ -6,7 +6,7 @@
 
 namespace velto {
 
-/// The kinds of a feed's state for views, as SourceState.Ready and so on, without the core having to know of QML.
+/// The kinds of a feed's state for views, as SourceState.Ready and so on, without Core having to know QML.
 namespace foreignSourceState {
 Q_NAMESPACE
 QML_FOREIGN_NAMESPACE(velto::SourceState)

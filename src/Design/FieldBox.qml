@@ -1,13 +1,13 @@
 import QtQuick
 import Velto.Design
 
-/// The box of a field that one types into, darker than what it stands on. Its edge is the focus ring.
+/// The box of a text field, darker than what is behind it. Its edge is the focus ring.
 RoundedBox {
     id: root
 
     property bool focused: false
     property bool hovered: false
-    /// What stands in it can't be taken.
+    /// Whether its content can't be accepted.
     property bool wrong: false
 
     radius: Theme.radiusControl

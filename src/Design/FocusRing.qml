@@ -1,7 +1,7 @@
 import QtQuick
 import Velto.Design
 
-/// The ring around the control that has the keyboard focus. Put it into the control; it follows its parent's edges.
+/// The ring around the focused control. Put it into the control; it follows its parent's edges.
 RoundedBox {
     id: root
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Velto.Design
 
-/// A rounded card around its content, which stands at the top left. With `interactive` the whole card is one button.
+/// A rounded card around its content, which is aligned to the top left. With `interactive` the whole card is one button.
 Item {
     id: root
 

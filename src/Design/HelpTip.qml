@@ -1,17 +1,17 @@
 import QtQuick
 import Velto.Design
 
-/// A help text over everything else in the window, under `target` or above it where there is no room below. It appears after
-/// a delay and needs no window of its own. Made when it is wanted; see ButtonBase.
+/// A help text above everything else in the window, below `target`, or over it where there is no room below. It appears after a
+/// delay and needs no window of its own. Created on demand; see ButtonBase.
 RoundedBox {
     id: root
 
     required property Item target
     required property string text
 
-    /// The panel's black stands this far from the window's sides, and a little more.
+    /// A little more than the distance of the panel's black from the window's sides.
     readonly property int side: 18
-    /// Set once: a binding would move this out of a window that is about to go.
+    /// Set once: a binding would move this item out of a window that is being destroyed.
     property Item scene: null
     readonly property point below: root.scene
         ? root.target.mapToItem(root.scene, root.target.width / 2 - root.width / 2, root.target.height + 6) : Qt.point(0, 0)

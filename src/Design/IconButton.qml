@@ -1,7 +1,7 @@
 import QtQuick
 import Velto.Design
 
-/// A symbol that is pressed. Its label is its help text too.
+/// A button with a symbol. Its label is its help text too.
 ButtonBase {
     id: root
 

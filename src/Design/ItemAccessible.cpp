@@ -14,8 +14,8 @@ namespace velto {
 
 namespace {
 
-/// What `Accessible.name` and its like have made at an item; null if there is none. The toolkit's own check boxes and switches
-/// come with one of their own, which stays empty beside the one that is written to.
+/// The object that `Accessible.name` and the like create for an item; null if there is none. The toolkit's own check boxes and
+/// switches come with one already, which stays empty beside the one that is written to.
 QObject *attachedTo(const QObject *item)
 {
     QObject *found = nullptr;
@@ -35,15 +35,15 @@ bool isIgnored(const QObject *attached)
     return attached->property("ignored").toBool();
 }
 
-/// By its class, not by its role: screen readers ask as soon as there is anything to tell, which is before the role is known, and
-/// keep what they were answered.
+/// Judged by class, not by role: screen readers ask as soon as anything happens, which is before the role is known, and keep
+/// the answer.
 bool canBePressed(const QQuickItem *item)
 {
     return item->inherits("QQuickAbstractButton") || item->inherits("QQuickComboBox")
         || item->metaObject()->indexOfProperty("pressable") >= 0;
 }
 
-/// What a screen reader meets inside, without what only holds it.
+/// What a screen reader finds inside, skipping mere containers.
 void collectInside(const QQuickItem *item, QList<QQuickItem *> &inside)
 {
     for (QQuickItem *child : item->childItems()) {
@@ -62,14 +62,14 @@ QList<QQuickItem *> inside(const QQuickItem *item)
     return result;
 }
 
-/// A dialog or a menu lies over it, which takes the presses of the pointer as well.
+/// Whether a dialog or a menu lies over it, which also takes the pointer's presses.
 bool isCovered(const QQuickItem *item)
 {
     const QQuickItem *trap = item->window() ? openTrap(*item->window()) : nullptr;
     return trap && trap != item && !trap->isAncestorOf(item);
 }
 
-/// Something to press. What it says of itself stands in the properties of the attached object.
+/// Something to press. Its name, role and state are the properties of the attached object.
 class ItemAccessible final : public QAccessibleObject, public QAccessibleActionInterface {
 public:
     explicit ItemAccessible(QQuickItem *item)
@@ -136,7 +136,7 @@ private:
     QQuickItem *item() const { return static_cast<QQuickItem *>(object()); }
     bool toggles() const { return role() == QAccessible::CheckBox; }
 
-    QObject *attached() const { return attachedTo(item()); } // the item's child, and never null
+    QObject *attached() const { return attachedTo(item()); } // the item's child, never null
 };
 
 QAccessible::State ItemAccessible::state() const

@@ -7,7 +7,7 @@
 namespace velto {
 
 /// A small dot that breathes while something is at work: between an opacity of 0.35 and 1 and a scale of 0.75 and 1, 1.1 s
-/// each way. Otherwise it stands still, at full size and opacity.
+/// each way. Otherwise it is still, at full size and opacity.
 class LiveDot : public velto::MovingItem { // qualified for the type registrar of Qt 6.4
     Q_OBJECT
     QML_ELEMENT

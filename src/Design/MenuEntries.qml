@@ -3,13 +3,13 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Velto.Design
 
-/// What a menu offers, one under the other. Arrows move, Return and Space choose, Escape leaves.
+/// A menu's entries, one below the other. Arrow keys move, Return and Space choose, Escape leaves.
 FocusScope {
     id: root
 
-    /// In order; an empty one is a line between others.
+    /// In order; an empty one is a separator.
     required property list<string> entries
-    /// The key beside each of them that does the same.
+    /// The shortcut shown beside each of them.
     property list<string> keys: []
     property real widest: 136
 

@@ -10,13 +10,13 @@ namespace velto {
 
 namespace {
 
-/// The one for this interval, for as long as anybody holds it. UI thread.
+/// The timer for this interval, shared as long as anyone holds it. UI thread.
 std::shared_ptr<QTimer> sharedTimer(int interval)
 {
     static QHash<int, std::weak_ptr<QTimer>> timers;
     std::shared_ptr<QTimer> timer = timers[interval].lock();
     if (!timer) {
-        // Who lets go of it may be in the middle of its signal.
+        // The last holder may let go from within the timer's signal.
         timer = std::shared_ptr<QTimer>(new QTimer, [](QTimer *last) {
             last->stop();
             last->deleteLater();

@@ -13,7 +13,7 @@ class Theme;
 
 /// A small item that moves for as long as it is on show. It draws at a rate of its own instead of the display's, since a
 /// pulse in the strip may run for hours; each step repaints the item's own few pixels and nothing else. All that move at one
-/// rate make their steps in the same frames. It stands still, without a timer, while it is hidden, while its window is, and while
+/// rate make their steps in the same frames. It is still, without a timer, while it is hidden, while its window is, and while
 /// motion is reduced or a picture is taken.
 class MovingItem : public QQuickPaintedItem {
     Q_OBJECT
@@ -26,7 +26,7 @@ protected:
     /// Whether the item should move if nothing else prevents it. Call follow() when this changes.
     virtual bool wantsToMove() const = 0;
     void follow();
-    /// Milliseconds of motion so far, counted in steps; 0 whenever it stands still.
+    /// Milliseconds of motion so far, counted in steps; 0 whenever it is still.
     int elapsed() const { return m_elapsed; }
 
     void componentComplete() override;

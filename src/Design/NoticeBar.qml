@@ -1,7 +1,7 @@
 import QtQuick
 import Velto.Design
 
-/// One line about what has just happened, with at most one thing to do about it. A screen reader says it when it comes.
+/// One line about what has just happened, with at most one action. Screen readers announce it when it appears.
 Rectangle {
     id: root
 

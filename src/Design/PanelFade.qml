@@ -1,13 +1,13 @@
 import QtQuick
 import Velto.Design
 
-/// Lets what scrolls below it fade into the ground of the open panel.
+/// Lets what scrolls below it fade into the open panel's background.
 Rectangle {
     id: root
 
     /// Clear at the top and full at the bottom, or the other way round.
     property bool upwards: false
-    /// Where the upper edge is in the panel, and how high the panel is.
+    /// The y of its upper edge in the panel, and the panel's height.
     required property real place
     required property real whole
 

@@ -8,7 +8,7 @@ ButtonBase {
     required property string text
     property string symbol
     property color tint: Theme.ice
-    /// The one that Return presses wherever one is in its form.
+    /// Whether it is its form's default button, which Return presses from anywhere in the form.
     property bool primary: false
 
     readonly property real side: Math.round(11 * Theme.textScale)

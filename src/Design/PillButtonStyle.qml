@@ -14,7 +14,7 @@ RoundedBox {
     radius: root.height / 2
     color: root.primary ? Theme.at(root.tint, root.pressed ? 0.7 : root.hovered ? 0.95 : 0.85)
                         : Theme.at(root.tint, root.pressed ? 0.3 : root.hovered ? 0.2 : 0.16)
-    // Half a logical pixel, as near as the screen comes to it: one device pixel, fainter where that is wider.
+    // Half a logical pixel, or as near as the screen gets: one device pixel, fainter where that is wider.
     edge: 1 / root.density
     edgeColor: Theme.at(root.tint, 0.48 * Math.min(1, root.density / 2))
 }

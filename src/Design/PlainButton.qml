@@ -1,7 +1,7 @@
 import QtQuick
 import Velto.Design
 
-/// A quiet button: a text and a symbol without a ground, for what is rarely pressed.
+/// A quiet button: a text and a symbol without a background, for what is rarely pressed.
 ButtonBase {
     id: root
 

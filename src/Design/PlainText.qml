@@ -1,8 +1,8 @@
 import QtQuick
 import Velto.Design
 
-/// The one text item: never rich text. What comes from outside goes into `words`, where whatever can't be seen becomes a mark and,
-/// unless `multiline`, line breaks do; our own texts, and what is fit to be shown already, may go into `text`.
+/// The one text item: never rich text. Text from outside goes into `words`, where invisible characters become marks and, unless
+/// `multiline`, so do line breaks; our own texts, and text that is safe to show already, may go into `text`.
 Text {
     id: root
 
@@ -10,7 +10,7 @@ Text {
     property int size: Theme.textBody
     property int weight: Font.Normal
     property bool multiline: false
-    /// Off where there is no room for letters larger than drawn: in the strip.
+    /// Off where there is no room for enlarged letters: in the strip.
     property bool grows: true
 
     text: root.multiline ? Plain.lines(root.words) : Plain.line(root.words)
@@ -25,7 +25,7 @@ Text {
     font.pixelSize: Math.round(root.size * (root.grows ? Theme.textScale : 1))
     font.weight: root.weight
     linkColor: root.color
-    // A centred line has its capitals in the middle, to less than a logical pixel.
+    // A centred line has its capitals in the middle, to within a logical pixel.
     anchors.alignWhenCentered: false
     anchors.verticalCenterOffset: root.multiline ? 0 : Theme.capitalsDrop(root.font.pixelSize, root.height)
 }

@@ -1,8 +1,8 @@
 import QtQuick
 import Velto.Design
 
-/// A small menu over everything else in the window, at a control. Arrows move, Return chooses, Escape and a press elsewhere
-/// close it; who had the keyboard before has it again then. Made when it is wanted.
+/// A small menu above everything else in the window, next to `target`. Arrow keys move, Return chooses, Escape and a press
+/// elsewhere close it; the focus returns to where it was. Created on demand.
 Item {
     id: root
 
@@ -10,7 +10,7 @@ Item {
     /// What it offers, in order.
     required property list<string> entries
     property list<string> keys: []
-    /// Where it opens in the window, instead of at the control.
+    /// Where it opens in the window, instead of next to the target.
     property var place: null
 
     signal chosen(int index)
@@ -18,7 +18,7 @@ Item {
 
     /// See TabOrder.
     readonly property bool trapsFocus: true
-    /// Set once: a binding would move this out of a window that is about to go.
+    /// Set once: a binding would move this item out of a window that is being destroyed.
     property Item scene: null
     property bool over: false
     property Item before: null

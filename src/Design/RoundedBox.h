@@ -8,7 +8,7 @@ namespace velto {
 
 class Theme;
 
-/// A rounded rectangle with an edge inside it. Drawn by hand: the scene graph's own border breaks where arc meets line at a
+/// A rounded rectangle with an edge inside it. Painted here: the scene graph's own border breaks where arc meets line at a
 /// scale such as 150 %.
 class RoundedBox : public QQuickPaintedItem {
     Q_OBJECT

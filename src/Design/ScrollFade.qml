@@ -1,7 +1,8 @@
 import QtQuick
 import Velto.Design
 
-/// Above a page that is scrolled its contents fade out, instead of ending as if cut. Nothing shows at the top of the page.
+/// Fades out the contents of a scrolled page at its top, so that they don't look cut. Shows nothing while the page is at its
+/// top.
 PanelFade {
     id: root
 

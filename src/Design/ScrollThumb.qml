@@ -1,7 +1,7 @@
 import QtQuick
 import Velto.Design
 
-/// The thin mark beside a scrolling area that tells where one is. It shows while it moves, and can be dragged.
+/// The thin scroll mark beside a scrolling area. It shows while the area moves, and can be dragged.
 Item {
     id: root
 

@@ -3,13 +3,13 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Velto.Design
 
-/// One of a few, side by side. Tab stops at it once; Left and Right choose.
+/// One of a few choices, side by side. Tab stops at it once; Left and Right choose.
 Item {
     id: root
 
     /// What a screen reader says before the choice.
     required property string title
-    /// Whether the title stands before the choice, too.
+    /// Whether the title is also shown before the choice.
     property bool titled: false
     /// A model whose rows have value, text and selected.
     required property var options
@@ -46,7 +46,7 @@ Item {
         label: segment.text
         corner: segment.height / 2
         takesReturn: false
-        // What has the keyboard may not give up its place before the keyboard has gone on.
+        // A focused segment must stay in the tab order until the focus has moved on.
         activeFocusOnTab: segment.selected || segment.activeFocus || (segment.index === 0 && root.current === null)
         implicitWidth: words.implicitWidth + Math.round(24 * Theme.textScale)
         implicitHeight: Theme.controlHeight - 4

@@ -1,15 +1,16 @@
 import QtQuick
 import Velto.Design
 
-/// The capsule behind the selected tab, which glides to the next one. Put it into the parent of the row of tabs, before it.
+/// The capsule behind the selected tab, which glides to the next one. Put it into the parent of the row of tabs, before the
+/// row.
 Rectangle {
     id: root
 
-    /// The selected tab; none hides the capsule.
+    /// The selected tab; null hides the capsule.
     property Item target: null
-    /// The row that the tab stands in.
+    /// The row that contains the tab.
     required property Item row
-    /// Off while it is put in its first place.
+    /// Off while it is placed for the first time.
     property bool glides: true
 
     x: root.row.x + (root.target ? root.target.x : 0)

@@ -1,7 +1,7 @@
 import QtQuick
 import Velto.Design
 
-/// A question over the whole panel: what is behind is dimmed and takes no press, Escape cancels, Tab stays inside.
+/// A dialog over the whole panel: what is behind is dimmed and can't be pressed, Escape cancels, Tab stays inside.
 FocusScope {
     id: root
 
@@ -10,7 +10,7 @@ FocusScope {
     required property string title
     property string symbol
     property real padding: 20
-    /// What stands at the end of the title's line.
+    /// What is at the end of the title's line.
     property alias actions: actions.data
     default property alias content: column.data
 
@@ -18,7 +18,7 @@ FocusScope {
 
     /// See TabOrder.
     readonly property bool trapsFocus: true
-    /// Set once: a binding would move this out of a window that is about to go.
+    /// Set once: a binding would move this item out of a window that is being destroyed.
     property Item scene: null
     property Item before: null
 
@@ -36,7 +36,7 @@ FocusScope {
     }
     Component.onDestruction: root.before?.forceActiveFocus()
 
-    // The panel's own outline: its top corners lie above the window.
+    // The panel's own outline: its top corners are above the window.
     Rectangle {
         x: 14
         y: -40

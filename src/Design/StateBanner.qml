@@ -1,14 +1,14 @@
 import QtQuick
 import Velto.Design
 
-/// What a feed has to say for itself: nothing while it is ready, else that it loads, why it can't, or what went wrong, with
-/// the button that helps.
+/// A feed's state in words: nothing while it is ready, otherwise that it loads, why it can't, or what went wrong, with the
+/// button that helps.
 Item {
     id: root
 
     /// A SourceState. The linter of Qt 6.4 knows no value types of ours, hence no type.
     required property var feed
-    /// Whether a failed feed offers to be read again.
+    /// Whether a failed feed offers another try.
     property bool retryable: false
 
     readonly property real padding: root.loading ? 0 : Theme.paddingCard

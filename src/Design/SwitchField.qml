@@ -1,7 +1,7 @@
 import QtQuick
 import Velto.Design
 
-/// A switch, with what it switches. Space and a press ask for the other state; the owner grants it.
+/// A switch with its label. Space and a press ask for the other state; the owner grants it.
 ButtonBase {
     id: root
 

@@ -6,7 +6,7 @@
 
 namespace velto {
 
-/// The track of a switch and its thumb, as large as the item. Drawn by hand: at a scale such as 150 % two of the scene graph's
+/// The track of a switch and its thumb, as large as the item. Painted here: at a scale such as 150 % two of the scene graph's
 /// rounded rectangles, one inside the other, come out uneven.
 class SwitchMark : public QQuickPaintedItem {
     Q_OBJECT

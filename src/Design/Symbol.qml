@@ -1,8 +1,8 @@
 import QtQuick
 import Velto.Design
 
-/// A symbol by its system name, centred in a square a little larger than the text it stands beside, as capitals and
-/// symbols look level then. Drawn as still text; it may be scaled, and says with `bounce` that it has just come.
+/// A symbol by its system name, centred in a square a little larger than the text beside it, since capitals and symbols look
+/// level then. Drawn as still text; it may be scaled, and `bounce` shows that it has just appeared.
 Text {
     id: root
 

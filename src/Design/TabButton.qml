@@ -10,10 +10,10 @@ ButtonBase {
     required property string symbol
     property int badge: 0
     property bool selected: false
-    /// Where there is no room the symbol stands alone, and the title is its help.
+    /// Shows the symbol alone where there is no room, with the title as its help text.
     property bool bare: false
 
-    /// How wide it is with its title.
+    /// Its width with the title.
     readonly property real whole: 20 + mark.width + row.spacing + name.implicitWidth + (root.badge > 0 ? row.spacing + pad.width : 0)
     readonly property color ink: root.selected ? Theme.accentStrong : root.hovered ? Theme.glassPrimary : Theme.glassSecondary
 

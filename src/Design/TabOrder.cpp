@@ -9,13 +9,13 @@ namespace velto {
 
 namespace {
 
-// Controls whose middles are less far apart than this stand in one row.
+// Controls whose middles are closer than this are in one row.
 constexpr double kRow = 6;
-// What is taller than a line stands where its first line does: a row comes before the buttons in it.
+// What is taller than a line is placed by its first line: a row comes before the buttons in it.
 constexpr double kLine = 28;
 
-// Where the keyboard stops: a control, or all controls of a scrolling area, which stand where the area does, however far its
-// content has been scrolled, or all controls of a card beside others.
+// A stop of the Tab key: a control; or all controls of a scrolling area, placed where the area is, however far its content is
+// scrolled; or all controls of a card that is beside others.
 struct Stop {
     QPointF place;
     QList<QQuickItem *> controls;
@@ -39,7 +39,7 @@ void collect(QQuickItem *item, QList<Stop> &stops, bool first = false)
     }
 }
 
-/// The controls of these stops, which are sorted by their height, row by row from left to right.
+/// The controls of these stops, which are sorted by height, row by row from left to right.
 QList<QQuickItem *> inRows(QList<Stop>::iterator from, QList<Stop>::iterator to)
 {
     QList<QQuickItem *> controls;
@@ -61,7 +61,7 @@ QList<QQuickItem *> controlsBelow(QQuickItem *item)
     return inRows(stops.begin(), others) + inRows(others, stops.end());
 }
 
-// What keeps the keyboard to itself: the last of those that are open.
+// The last of the open items that keep the focus inside themselves.
 QQuickItem *trapBelow(QQuickItem *item)
 {
     QQuickItem *trap = nullptr;
@@ -72,7 +72,7 @@ QQuickItem *trapBelow(QQuickItem *item)
         if (inner)
             trap = inner;
         else if (child->property("trapsFocus").toBool())
-            trap = item->inherits("QQuickPopupItem") ? item : child; // a part of a dialog speaks for all of it
+            trap = item->inherits("QQuickPopupItem") ? item : child; // a part of a dialog stands for the whole dialog
     }
     return trap;
 }

@@ -11,9 +11,9 @@ namespace velto {
 /// `trapsFocus`. Null if there is none.
 QQuickItem *openTrap(const QQuickWindow &window);
 
-/// Tab and Shift-Tab go through a window's controls as they are laid out, row by row: the toolkit goes by their creation,
+/// Tab and Shift-Tab go through a window's controls as they are laid out, row by row: the toolkit goes by creation order,
 /// which a scrolling list shuffles. What has a true property `comesFirst` comes before the rest; what has a true property
-/// `staysTogether` is gone through before what stands beside it. While something with a true property `trapsFocus` is open they
+/// `staysTogether` is gone through before what is beside it. While something with a true property `trapsFocus` is open they
 /// stay inside it. UI thread only.
 class TabOrder : public QObject {
     Q_OBJECT

@@ -1,12 +1,12 @@
 import QtQuick
 import Velto.Design
 
-/// A text of several lines that one types. It grows with its text between `leastLines` and `mostLines`, then scrolls. Return is a
-/// line break. Bind `text` to a store's property and hand it what `edited` brings.
+/// A field for several lines of text. It grows with its text between `leastLines` and `mostLines`, then scrolls. Return is a
+/// line break. Bind `text` to a store's property and pass it what `edited` brings.
 FocusScope {
     id: root
 
-    /// What a screen reader calls it.
+    /// Its name for screen readers.
     required property string label
     property string prompt
     property int leastLines: 2
@@ -16,9 +16,9 @@ FocusScope {
     readonly property real inset: 7
     readonly property real line: Math.ceil(lines.lineSpacing)
 
-    /// The text is another one. It may be the store's.
+    /// The text has changed; the store may have changed it.
     signal edited(string text)
-    /// Control and Return.
+    /// Control and Return were pressed.
     signal submitted
 
     implicitWidth: 200
@@ -66,7 +66,7 @@ FocusScope {
         contentHeight: input.height
         boundsBehavior: Flickable.StopAtBounds
 
-        // Where one types is in sight.
+        // Keeps the cursor in sight.
         function follow(line: rect): void {
             if (line.y < contentY)
                 contentY = line.y;

@@ -1,18 +1,18 @@
 import QtQuick
 import Velto.Design
 
-/// A line of text that one types. Bind `text` to a store's property and hand it what `edited` brings.
+/// A field for one line of text. Bind `text` to a store's property and pass it what `edited` brings.
 FocusScope {
     id: root
 
-    /// What a screen reader calls it.
+    /// Its name for screen readers.
     required property string label
     property string prompt
     property string symbol
     property bool clearable: false
-    /// Shows dots in place of what is typed.
+    /// Shows dots instead of the text.
     property bool secure: false
-    /// What stands in it can't be taken.
+    /// Whether its content can't be accepted.
     property bool wrong: false
     /// Room kept free at its end.
     property real reserved: 0
@@ -22,9 +22,9 @@ FocusScope {
 
     /// The user changed the text.
     signal edited(string text)
-    /// Return, or the keyboard went elsewhere.
+    /// Return was pressed, or the focus went elsewhere.
     signal finished
-    /// Return. It goes on to what stands around the field.
+    /// Return was pressed. The key goes on to what is around the field.
     signal accepted
 
     implicitWidth: 200
@@ -79,7 +79,7 @@ FocusScope {
         focus: true
         activeFocusOnTab: true
         clip: true
-        maximumLength: 0x7fffffff // nothing that is pasted is cut in silence
+        maximumLength: 0x7fffffff // a paste is never cut silently
         verticalAlignment: TextInput.AlignVCenter
         color: Theme.glassPrimary
         selectionColor: Theme.at(Theme.ice, 0.35)
@@ -92,7 +92,7 @@ FocusScope {
         passwordCharacter: "•"
         Accessible.role: Accessible.EditableText
         Accessible.name: root.label
-        // The toolkit tells no name of a field for secrets.
+        // The toolkit gives screen readers no name for a field that hides its text.
         Accessible.description: root.prompt === root.label && !root.secure ? "" : root.prompt
         Accessible.editable: true
         Accessible.focusable: true

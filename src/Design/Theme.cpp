@@ -25,7 +25,7 @@ qreal springTravel(qreal seconds)
     return 1 - (1 + angle) * std::exp(-angle);
 }
 
-/// The spring as an easing curve. A spring never quite arrives, an animation has to: the rest, a thousandth, is spread over
+/// The spring as an easing curve. A spring never quite arrives, but an animation must: the missing thousandth is spread over
 /// the whole way.
 qreal springCurve(qreal progress)
 {
@@ -34,7 +34,7 @@ qreal springCurve(qreal progress)
     return springTravel(progress * kSeconds) / whole;
 }
 
-/// What `color` comes to over `ground`.
+/// `color` blended over `ground`.
 QColor over(const QColor &color, const QColor &ground)
 {
     const float alpha = color.alphaF();
@@ -168,14 +168,15 @@ QColor Theme::ink(const QColor &color, qreal fill)
 
 qreal Theme::capitalsDrop(qreal size, qreal height) const
 {
-    // Large, so that nothing is rounded: the scene graph draws a line with the font's own ascent, whatever the layout's is.
+    // Measured at a large size, so that nothing is rounded: the scene graph places a line by the font's own ascent, whatever
+    // the layout's is.
     static const qreal middle = [this] {
         QFont font(family());
         font.setPixelSize(1000);
         const QRawFont raw = QRawFont::fromFont(font);
         return (raw.ascent() - raw.capHeight() / 2) / 1000;
     }();
-    // A line's place is cut off to whole device pixels: half of one more makes that a rounding.
+    // A line's position is truncated to device pixels; half a device pixel more rounds it instead.
     return height / 2 - middle * size + 0.5 / std::max(1.0, qGuiApp->devicePixelRatio());
 }
 

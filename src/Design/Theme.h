@@ -34,7 +34,7 @@ class Theme : public QObject {
     Q_PROPERTY(QColor orange MEMBER kOrange CONSTANT FINAL)
     Q_PROPERTY(QColor green MEMBER kGreen CONSTANT FINAL)
     Q_PROPERTY(QColor cyan MEMBER kCyan CONSTANT FINAL)
-    // What stands over the panel
+    // What lies over the panel
     Q_PROPERTY(QColor sheet MEMBER kSheet CONSTANT FINAL)
     Q_PROPERTY(QColor popover MEMBER kPopover CONSTANT FINAL)
 
@@ -117,7 +117,7 @@ public:
     static constexpr int kGapTight = 5;
     static constexpr int kGapSection = 14;
 
-    static constexpr int kSpringDuration = 550; // ms; by then the spring stands still to a thousandth
+    static constexpr int kSpringDuration = 550; // ms; by then the spring is within a thousandth of its end
     static constexpr int kFadeDuration = 120; // ms
     static constexpr int kFlashInDuration = 150; // ms
     static constexpr int kFlashOutDuration = 600; // ms
@@ -171,13 +171,13 @@ public:
     /// The ground of the open panel at a place from 0, its upper edge, to 1: black, ice at an opacity of 0.3 in the middle, black
     /// again, eased in between so that no line shows where the ways meet.
     Q_INVOKABLE static QColor panelColor(qreal place);
-    /// How much lower a line of text of this size, in a box of this height, has to stand for its capitals to be in the middle
+    /// How much lower a line of text of this size, in a box of this height, has to be for its capitals to be in the middle
     /// of what it is centred in, in logical pixels.
     Q_INVOKABLE qreal capitalsDrop(qreal size, qreal height) const;
     /// The text that draws a symbol in symbolFamily. Empty for an unknown name.
     Q_INVOKABLE QString glyph(const QString &name) const;
     /// The colour of a text: `color`, lightened as far as it takes to be read at 4.5 to 1 (WCAG 2, AA) on the lightest ground
-    /// that a text can come to stand on, tinted with `fill` of the colour itself. Symbols and fills keep their colours.
+    /// that a text can be scrolled to, tinted with `fill` of the colour itself. Symbols and fills keep their colours.
     Q_INVOKABLE static QColor ink(const QColor &color, qreal fill = 0);
     /// A colour at the given opacity, multiplied by its own.
     Q_INVOKABLE QColor at(const QColor &color, qreal opacity) const;

@@ -1,8 +1,8 @@
-// velto-folders PROMPT: the desktop's dialog for folders, several at once, with PROMPT on its button. It is a program of its own
-// so that its toolkit, Qt Widgets, costs nothing until somebody chooses a folder, and nothing after.
+// velto-folders PROMPT: the desktop's folder dialog, for one or several folders, with PROMPT on its button. A program of its own,
+// so that its toolkit, Qt Widgets, costs nothing before and nothing after folders are chosen.
 //
-// Standard output: the paths that were chosen, each with a zero byte after it; nothing if the user changed their mind. Standard
-// input: each line brings the dialog to the front, and its end ends the program.
+// Standard output: the chosen paths, each followed by a zero byte; nothing if the user cancels. Standard input: each line brings
+// the dialog to the front; its end ends the program.
 #include <QApplication>
 #include <QDir>
 #include <QFile>
@@ -29,7 +29,7 @@ int main(int argc, char **argv)
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);
     dialog.setLabelText(QFileDialog::Accept, QString::fromLocal8Bit(argv[1]));
-    // Qt's own dialog picks one folder; its two lists can do more. A desktop's dialog has neither.
+    // Qt's own dialog picks one folder, although its two lists could pick several. A desktop's dialog has no such lists.
     for (auto *list : dialog.findChildren<QListView *>(u"listView"_s))
         list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     for (auto *tree : dialog.findChildren<QTreeView *>(u"treeView"_s))

@@ -16,7 +16,7 @@ constexpr qsizetype kMaxMessage = 200;
 constexpr qsizetype kMaxTool = 40;
 constexpr qsizetype kMaxToolDetail = 80;
 
-/// The first `count` UTF-16 units; one less where that would cut a character in two.
+/// The first `count` UTF-16 units; one less where that would split a surrogate pair.
 QString first(const QString &text, qsizetype count)
 {
     if (text.size() > count && text.at(count - 1).isHighSurrogate() && text.at(count).isLowSurrogate())
@@ -36,7 +36,7 @@ std::optional<QString> text(const QJsonObject &object, QLatin1StringView key, qs
     return value ? std::optional(first(*value, count)) : std::nullopt;
 }
 
-/// What the tool would touch or run, uncut.
+/// What the tool would touch or run, uncut; of a file, only its name.
 std::optional<QString> detailOf(const QJsonObject &input)
 {
     if (const auto path = text(input, "file_path"_L1))

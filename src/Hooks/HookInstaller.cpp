@@ -16,7 +16,7 @@ namespace {
 
 constexpr qint64 kLargest = 64 * 1024 * 1024;
 constexpr int kPermissionTimeoutSeconds = 40;
-/// Who writes the file in place has it empty or cut for a moment.
+/// A program that writes the file in place leaves it empty or cut short for a moment.
 constexpr std::chrono::milliseconds kTornPause{10};
 
 QByteArray marker()
@@ -78,7 +78,7 @@ std::vector<SettingsHook> HookInstaller::entries() const
 
 std::optional<QString> HookInstaller::edit(Change change)
 {
-    // Claude Code and others write this file too, and nobody locks it.
+    // Claude Code and others write this file too, and none of them locks it.
     constexpr int kAttempts = 5;
     QString copy;
     QString problem;
@@ -105,7 +105,7 @@ HookInstaller::Outcome HookInstaller::attempt(Change change, QString &copy, QStr
 {
     const auto current = m_files.read(m_settings, kLargest);
     const auto *unread = std::get_if<FileError>(&current);
-    // A file that is there but can't be read may hold anything: writing over it would lose that.
+    // A file that exists but can't be read may hold anything; writing over it would lose that.
     if (unread && !unread->missing) {
         problem = unread->message;
         return Outcome::Failed;
@@ -140,7 +140,7 @@ HookInstaller::Outcome HookInstaller::attempt(Change change, QString &copy, QStr
     return outpaced ? Outcome::Outpaced : Outcome::Failed;
 }
 
-/// One copy for each edit: a further try replaces that of the one before, which was overtaken.
+/// One copy for each edit: a retry replaces the copy of the attempt that was overtaken.
 std::optional<QString> HookInstaller::backUp(const QByteArray &bytes, QString &copy)
 {
     if (!copy.isEmpty()) {
@@ -160,7 +160,7 @@ std::function<HookInstaller::Standing()> HookInstaller::reader() const
         const auto settings = text(files, path);
         if (!settings || !settings->contains(marker()))
             return Standing::Absent;
-        // Before permission questions there was no such path.
+        // An older installation has hooks, but none for permission questions.
         const bool current = settings->contains(token) && settings->contains("/permission")
             && (!pastProxy || settings->contains(QStringView(kPastProxy).toUtf8()));
         return current ? Standing::Current : Standing::Outdated;

@@ -27,7 +27,7 @@ public:
     std::optional<QString> install();
     std::optional<QString> uninstall();
 
-    /// How Velto's hooks stand in the file.
+    /// The state of Velto's hooks in the file.
     enum class Standing : quint8 {
         Absent, ///< or the file can't be read
         Outdated, ///< with another secret or of an older version

@@ -30,17 +30,17 @@ public:
 
     void install();
     void remove();
-    /// How the hooks stand in the file by now, which others write too; HookInstaller::reader() tells on any thread.
+    /// The hooks' current state in the file, which others write too; HookInstaller::reader() finds it on any thread.
     void found(HookInstaller::Standing standing);
-    /// Counts what was put in and taken out here: what was read before is no longer so.
+    /// Counts installations and removals made here: what was read before one is outdated.
     int edits() const { return m_edits; }
     /// Starts to listen, or tries again if the port was taken.
     void listen() { m_road.listen(); }
     /// Finds out which form of the commands gets through, before the user agrees to them.
     void prepare() { m_road.prove(); }
-    /// Listens, and tests the road, once more.
+    /// Listens, and tests whether calls arrive, once more.
     void tryAgain() { m_road.tryAgain(); }
-    /// A session has ended a turn that began then: its hooks call, if they are installed and the road is open.
+    /// A session has ended a turn that began then: its hooks call, if they are installed and get through.
     void turnEnded(Instant since);
 
 Q_SIGNALS:

@@ -15,11 +15,11 @@ namespace velto {
 
 namespace {
 
-/// Questions that wait for an answer at one time; a further one goes back to its terminal at once.
+/// Questions that may wait for an answer at the same time; any more go back to their terminal at once.
 constexpr std::size_t kMaxQuestions = 128;
-/// What may pile up while the UI thread is busy, in bytes of request bodies; events beyond that are lost.
+/// Bytes of request bodies that may pile up while the UI thread is busy; events beyond that are lost.
 constexpr qsizetype kMaxPending = 4'194'304;
-/// What an event costs besides its body.
+/// What an event costs besides its body, in bytes.
 constexpr qsizetype kEventCost = 1024;
 
 } // namespace
@@ -59,14 +59,14 @@ public:
         const std::scoped_lock lock(m_mutex);
         if (m_open.erase(question) == 0 || !m_listener)
             return;
-        // Nobody has heard of a question that leaves before it was delivered.
+        // A question that leaves before it was delivered is known to nobody.
         if (std::erase_if(m_pending, [question](const Arrival &arrival) { return arrival.question == question; }) == 0) {
             m_withdrawn.push_back(question);
             wake();
         }
     }
 
-    /// Server's thread: a call that says nothing.
+    /// Server's thread: a call without an event.
     void knock()
     {
         const std::scoped_lock lock(m_mutex);
@@ -80,7 +80,7 @@ public:
         std::vector<LoopbackServer::ConnectionId> withdrawn;
         bool knocked = false;
     };
-    /// UI thread: all since the last call.
+    /// UI thread: everything since the last call.
     News take()
     {
         const std::scoped_lock lock(m_mutex);
@@ -119,7 +119,7 @@ public:
     QByteArray token; ///< set before the server starts
 
 private:
-    /// One call carries all that comes until it runs. The lock, which is held, keeps the listener alive meanwhile.
+    /// One queued call delivers all that arrives before it runs. The caller holds the lock, which keeps the listener alive.
     void wake()
     {
         if (!std::exchange(m_woken, true))
@@ -202,7 +202,7 @@ private:
     bool m_asked = false;
 };
 
-/// The right to answer once. Thrown away, it is no decision.
+/// The right to answer once. Dropped without an answer, it leaves the decision to the terminal.
 class HookListener::Question {
 public:
     Question(std::weak_ptr<Link> link, LoopbackServer::ConnectionId id)
@@ -287,5 +287,5 @@ void HookListener::deliver()
 
 } // namespace velto
 
-// Apart from the other classes', so that a program which only listens links nothing else.
+// Not with the other classes' moc files, so that a program which only listens links nothing else.
 #include "moc_HookListener.cpp" // NOLINT(bugprone-suspicious-include)

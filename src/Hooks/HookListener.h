@@ -36,7 +36,7 @@ public:
     quint16 wantedPort() const { return m_wantedPort; }
 
 Q_SIGNALS:
-    // On the UI thread. A slot may destroy the listener, which answers what is left.
+    // On the UI thread. A slot may destroy the listener, which then answers the open questions.
     /// An event that nobody waits for.
     void told(const velto::HookEvent &event);
     /// A question: the sender waits until the reply is called, with an answer or with nothing. Only the first call counts, and

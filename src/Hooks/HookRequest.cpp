@@ -39,7 +39,7 @@ QByteArrayView trimmed(QByteArrayView text)
     return text;
 }
 
-/// What isn't a decimal integer counts as 0.
+/// Anything but a decimal integer counts as 0.
 qsizetype integer(QByteArrayView text)
 {
     if (text.startsWith('+') && !text.startsWith("+-"))
@@ -83,14 +83,14 @@ HookRequest::State HookRequest::judge(bool finished)
     if (m_bodyStart == 0) {
         const auto end = m_buffer.indexOf(kHeaderEnd, m_searched);
         if (end < 0) {
-            // The end may begin in the last three bytes.
+            // The end of the header may begin in the last three bytes.
             m_searched = std::max<qsizetype>(0, m_buffer.size() - (kHeaderEnd.size() - 1));
             return finished ? State::Broken : State::More;
         }
         m_bodyStart = end + kHeaderEnd.size();
         if (!acceptHeader(QByteArrayView(m_buffer).first(end)))
             return State::Refused;
-        // Room for the rest at once, rather than again and again.
+        // Reserves room for the rest once, rather than again and again.
         if (m_bodyLength > 0 && m_bodyLength <= kMaxSize - m_bodyStart)
             m_buffer.reserve(m_bodyStart + m_bodyLength);
     }
@@ -115,7 +115,7 @@ bool HookRequest::acceptHeader(QByteArrayView header)
         const auto name = takePiece(value, ":");
         if (name.size() == line.size())
             continue; // no colon
-        // Browsers send an origin, and hooks don't. The last header of a name counts.
+        // Browsers send an Origin, hooks don't. Of several headers with one name the last counts.
         if (sameName(name, "origin"))
             return false;
         if (sameName(name, "x-velto-token"))

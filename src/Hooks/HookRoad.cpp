@@ -14,21 +14,22 @@ namespace velto {
 
 namespace {
 
-/// A shell with long start files takes its time.
+/// A shell with long start files needs time.
 constexpr std::chrono::seconds kShellLimit{10};
-/// Between the end of the command and the call's arrival on this thread.
+/// How long after the command's end its call may still be on its way to this thread.
 constexpr std::chrono::milliseconds kArrival{400};
 
 } // namespace
 
 QStringList inLoginShell(const QString &shell, const QString &command)
 {
-    // Many set a proxy where only an interactive shell reads it.
+    // Many people set a proxy where only an interactive shell reads it.
     static const QStringList kBoth{u"zsh"_s, u"fish"_s, u"ksh"_s, u"dash"_s, u"sh"_s};
     if (shell.isEmpty())
         return {u"/bin/sh"_s, u"-c"_s, command};
     const QString name = QFileInfo(shell).fileName();
-    // Bash reads one file or the other: a terminal's shell has what the login's exported, and reads its own.
+    // Bash reads a login's start files or an interactive shell's, not both: a terminal's shell inherits what the login
+    // exported, and reads its own.
     if (name == "bash"_L1)
         return {shell, u"-l"_s, u"-c"_s, uR"(exec "$0" -i -c "$1")"_s, shell, command};
     if (kBoth.contains(name))

@@ -14,8 +14,8 @@ class HookInstaller;
 class HookListener;
 class ToolRunner;
 
-/// The road from Claude Code's hooks to Velto: whether anybody listens at its end, who does if it isn't Velto, and whether what
-/// is sent along it arrives. UI thread; never blocks it.
+/// The path of calls from Claude Code's hooks to Velto: whether Velto listens, who does if it doesn't, and whether calls arrive.
+/// UI thread; never blocks it.
 class HookRoad : public QObject {
     Q_OBJECT
 public:
@@ -37,14 +37,14 @@ public:
 
     /// Listens; if the port is taken, finds out by whom, and tries again when that program ends.
     void listen();
-    /// Runs the event command once, with an empty body, in the user's login shell, as it stands or as it would stand in Claude
+    /// Runs the event command once, with an empty body, in the user's login shell, as it is or as it would be in Claude
     /// Code's settings, and sees whether it arrives. If only a command that bypasses the proxy does, the installer is told.
     void prove();
     /// Tries again whatever failed.
     void tryAgain();
     /// A turn of a session that began at that time is over.
     void turnEnded(Instant began);
-    /// Nothing that could call is installed any longer.
+    /// The hooks were removed, so no calls are expected.
     void forget();
 
 Q_SIGNALS:

@@ -22,7 +22,7 @@ bool isGroupList(const SettingsNode &node)
            });
 }
 
-/// What counts where a key stands twice is the last one, as for Claude Code.
+/// Of a repeated key the last one counts, as for Claude Code.
 const rapidjson::Value *lastMember(const rapidjson::Value &object, const char *name)
 {
     const rapidjson::Value *found = nullptr;
@@ -35,7 +35,7 @@ const rapidjson::Value *lastMember(const rapidjson::Value &object, const char *n
 
 bool isOurs(const SettingsNode &group, QByteArrayView marker)
 {
-    if (!group.text.contains(marker)) // printed text escapes nothing that a marker holds
+    if (!group.text.contains(marker)) // the printed text escapes no character that a marker contains
         return false;
     rapidjson::Document document;
     const QByteArray text = withHalvesAsBytes(group.text);
@@ -63,7 +63,7 @@ SettingsNode *lastChild(SettingsNode &parent, QByteArrayView key)
     return found == parent.children.rend() ? nullptr : &*found;
 }
 
-/// The last child of this name, emptied if it `fits` not, and added if there is none.
+/// The last child of this name, emptied unless it `fits`, and added if there is none.
 template <typename Fits> SettingsNode &child(SettingsNode &parent, QByteArrayView key, Kind kind, Fits fits)
 {
     SettingsNode *found = lastChild(parent, key);
@@ -91,7 +91,7 @@ SettingsNode groupOf(const SettingsHook &hook)
 {
     SettingsNode group;
     QByteArray &text = group.text;
-    // As it stands in the file, three levels deep.
+    // Indented as it stands in the file, three levels deep.
     text = "{\n"
            "        \"hooks\": [\n"
            "          {\n"
@@ -123,7 +123,7 @@ void tidy(SettingsNode &root, const std::vector<SettingsHook> &hooks)
                 std::any_of(hooks.begin(), hooks.end(), [&list](const auto &hook) { return hook.event == list.key; });
             return known && (list.children.empty() || !isGroupList(list));
         });
-        return table.children.empty(); // also if it was no object
+        return table.children.empty(); // also true if it wasn't an object
     });
 }
 

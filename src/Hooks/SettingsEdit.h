@@ -20,10 +20,10 @@ struct SettingsHook {
 using SettingsText = std::variant<QByteArray, QString>;
 
 /// Edits of Claude Code's settings.json, bytes in and bytes out (its shape: https://code.claude.com/docs/en/hooks).
-/// Pure and total: any input gives one of the two. The result is laid out as Claude Code lays it out; keys keep their order, also
-/// where one stands twice, and numbers their spelling. A group of hooks is ours if one of its commands holds `marker`.
+/// Pure and total: any input gives one of the two. The result is laid out as Claude Code lays it out; keys keep their order, even
+/// repeated ones, and numbers their spelling. A group of hooks is ours if one of its commands holds `marker`.
 
-/// Takes our groups out of each hook's event, and puts one for the hook behind what stands there.
+/// Takes our groups out of each hook's event, and appends one for the hook.
 SettingsText withHooks(QByteArrayView settings, const std::vector<SettingsHook> &hooks, QByteArrayView marker);
 /// Takes our groups out of each hook's event, and whatever is empty as a result.
 SettingsText withoutHooks(QByteArrayView settings, const std::vector<SettingsHook> &hooks, QByteArrayView marker);

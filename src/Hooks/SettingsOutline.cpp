@@ -22,7 +22,7 @@ void appendLine(QByteArray &out, int depth)
     out.append(kIndent * depth, ' ');
 }
 
-/// Half of a pair that stood alone, as an escape: the parser makes three bytes of it that are no UTF-8.
+/// The lone surrogate that these three bytes stand for: the parser writes one so, which isn't valid UTF-8.
 std::optional<char16_t> loneSurrogate(QByteArrayView text)
 {
     if (text.size() < 3 || quint8(text[0]) != 0xED || quint8(text[1]) < 0xA0)
@@ -30,7 +30,7 @@ std::optional<char16_t> loneSurrogate(QByteArrayView text)
     return char16_t(0xD000 | ((quint8(text[1]) & 0x3F) << 6) | (quint8(text[2]) & 0x3F));
 }
 
-/// Takes the parser's events. The first levels become nodes; below them each event is printed at once.
+/// Takes the parser's events. The outer levels become nodes; below them each event is printed at once.
 class Outliner : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Outliner> {
 public:
     SettingsNode takeRoot() { return std::move(m_root); }
@@ -84,7 +84,7 @@ private:
         return node;
     }
 
-    /// Where the next value, or the next key within a text, is to be printed.
+    /// Where the next value, or the next key within a text, is printed.
     QByteArray &begin()
     {
         if (m_textDepth == 0) {
@@ -108,7 +108,7 @@ private:
         if (m_textDepth == 0 && isOutlined(kind)) {
             SettingsNode &node = addNode();
             node.kind = kind;
-            m_open.push_back(&node); // stays where it is: its elder can't grow before it is closed
+            m_open.push_back(&node); // stays valid: the parent's list can't grow before this one is closed
         } else {
             begin().append(bracket);
             ++m_textDepth;
@@ -190,12 +190,12 @@ bool isEscape(QByteArrayView text, QByteArrayView second, QByteArrayView third)
 
 std::variant<SettingsNode, QString> outlineOf(QByteArrayView json)
 {
-    // The parser takes a zero byte for the end, and would drop what stands behind it.
+    // The parser takes a zero byte for the end, and would drop what follows it.
     if (const qsizetype zero = json.indexOf('\0'); zero >= 0)
         return inLine(json.first(zero).count('\n') + 1,
                       QCoreApplication::translate("SettingsEdit", "There is a zero byte in it."));
 
-    // Checked here, since the halves aren't valid.
+    // Checked before lone surrogates become bytes that aren't valid.
     if (!json.isValidUtf8())
         return inLine(lineOfBadText(json),
                       QString::fromLatin1(rapidjson::GetParseError_En(rapidjson::kParseErrorStringInvalidEncoding)));
@@ -213,7 +213,7 @@ std::variant<SettingsNode, QString> outlineOf(QByteArrayView json)
     return inLine(text.first(offset).count('\n') + 1, problem);
 }
 
-// A half becomes the three bytes that the parser makes of a second half.
+// A lone high surrogate, which the parser refuses, becomes the three bytes that it makes of a lone low one.
 QByteArray withHalvesAsBytes(QByteArrayView json)
 {
     constexpr QByteArrayView kDigits("0123456789abcdefABCDEF");
@@ -228,7 +228,7 @@ QByteArray withHalvesAsBytes(QByteArrayView json)
             out.append(char(0xED)).append(char(0x80 | ((unit >> 6) & 0x3F))).append(char(0x80 | (unit & 0x3F)));
             i += 5;
         } else {
-            // What a backslash stands before is taken with it: a second one begins no escape. A pair is, too.
+            // A backslash takes the next character with it, so that a second backslash begins no escape; so does a whole pair.
             const qsizetype length = isEscape(rest, "89abAB", kDigits) ? 12 : rest[0] == '\\' && rest.size() > 1 ? 2 : 1;
             out.append(rest.first(length));
             i += length - 1;

@@ -14,16 +14,16 @@ namespace velto {
 struct SettingsNode {
     enum class Kind : quint8 { Text, Object, Array };
 
-    QByteArray key; ///< if it stands in an object
+    QByteArray key; ///< if it is in an object
     Kind kind = Kind::Text;
-    QByteArray text; ///< of a Text, laid out for the depth it stands at
+    QByteArray text; ///< of a Text, laid out for its depth
     std::vector<SettingsNode> children; ///< of an Object, in order and with repeated keys; or of an Array
 };
 
 /// The outline, or one sentence about what is wrong. Depth is bounded; never recurses with its input.
 std::variant<SettingsNode, QString> outlineOf(QByteArrayView json);
 
-/// What a parser takes that refuses the first half of a surrogate pair where it stands alone; printing gives the escape back.
+/// The text for a parser that refuses a lone high surrogate; printing restores the escape.
 QByteArray withHalvesAsBytes(QByteArrayView json);
 /// Two spaces per level, and text as JavaScript's JSON.stringify writes it.
 QByteArray printed(const SettingsNode &root);

@@ -48,7 +48,7 @@ Hub::Hub(const Needs &needs, QObject *parent)
 
 Hub::~Hub()
 {
-    m_needs.everyday.waitingAgents = [] { return 0; }; // it outlives the Hub
+    m_needs.everyday.waitingAgents = [] { return 0; }; // Everyday outlives the Hub
 }
 
 void Hub::followSources()
@@ -71,9 +71,9 @@ void Hub::followSources()
     connect(&m_needs.everyday, &EverydaySource::changed, this, &Hub::sourceChanged);
     connect(&m_needs.work, &WorkSource::changed, this, &Hub::sourceChanged);
     connect(&m_needs.glances, &GlanceSource::changed, this, &Hub::sourceChanged);
-    connect(&m_needs.home, &VeltoSource::changed, this, &Hub::changed); // by a minute that has passed
+    connect(&m_needs.home, &VeltoSource::changed, this, &Hub::changed); // a minute has passed
     connect(&m_needs.quillbox, &QuillboxSource::changed, this, [this] {
-        fixSelection(); // its tab comes and goes with the connection
+        fixSelection(); // Quillbox's tab comes and goes with its connection
     });
     connect(&m_needs.google, &GoogleCalendar::changed, this,
             [this] { m_needs.clock.post(this, [this] { m_needs.everyday.loadCalendar(); }); });

@@ -27,7 +27,7 @@ class TodosSource;
 class WorkSource;
 class Workspace;
 
-/// The one store that the whole presentation observes: it stands above the sources, decides which tabs exist, refreshes on a
+/// The one store that the whole presentation observes: it is above the sources, decides which tabs exist, refreshes on a
 /// fixed schedule, forwards every change of a source as a change of its own, knows whether a screen is being recorded, and holds
 /// the queue of Peeks. UI thread only; has no failures of its own.
 class Hub : public QObject {

@@ -149,7 +149,7 @@ void FileWriter::startNext()
     });
     m_lane.start([attempt, write = next.write] { attempt->finish(write()); },
                  [attempt, self = QPointer(this)] {
-                     // At the end it may have been settled already.
+                     // At the program's end it may have been settled already.
                      if (self && self->m_attempt == attempt)
                          self->settle();
                  });
@@ -169,9 +169,9 @@ void FileWriter::settle()
         one.problem.clear();
         m_pause = kFirstPause;
         if (!m_finishing)
-            queueFailed(); // what kept the others from the disk may be over
+            queueFailed(); // what kept the other files from being saved may be over
         if (one.onDisk == one.wanted) {
-            one.write = {}; // and what it holds
+            one.write = {}; // frees the state that it holds
             if (const auto saved = std::exchange(one.saved, {}))
                 saved();
         }
@@ -194,7 +194,7 @@ void FileWriter::settleFailure(Entry &entry, const FileError &error)
 
 QStringList FileWriter::finish(std::chrono::milliseconds limit)
 {
-    // Real time, whatever clock the stores go by: it is the thread that is waited for.
+    // Real time, not the injected clock's: this waits for a thread.
     const auto deadline = std::chrono::steady_clock::now() + limit;
     m_finishing = true;
     queueFailed();

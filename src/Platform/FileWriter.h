@@ -65,7 +65,7 @@ private:
         std::function<void()> saved;
         int wanted = 0; ///< counts the states
         int onDisk = 0; ///< the one that the disk has
-        bool waits = false; ///< stands in m_turns
+        bool waits = false; ///< is in m_turns
         QString problem;
         QString word;
     };

@@ -11,7 +11,7 @@ std::variant<QString, FileError> keepCopy(Files &files, const QString &prefix, c
 {
     constexpr int kAttempts = 100;
     const QString name = prefix + now.toUTC().toString(Qt::ISODate).replace(':'_L1, '-'_L1);
-    // Two in one second: the earlier copy is the one worth keeping.
+    // If two fall into the same second, the earlier copy is the one to keep.
     for (int attempt = 1; attempt <= kAttempts; ++attempt) {
         QString copy = attempt == 1 ? name : name + u"-%1"_s.arg(attempt);
         const auto standing = files.read(copy, 0);

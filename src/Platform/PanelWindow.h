@@ -12,7 +12,7 @@ class QWindow;
 
 namespace velto {
 
-/// What the desktop does for the strip's window beyond what a plain window can: it stands on every workspace, above all
+/// What the desktop does for the strip's window beyond what a plain window can: it is on every workspace, above all
 /// others, and takes the keyboard only when asked to. UI thread only.
 class PanelWindow : public QObject {
     Q_OBJECT
@@ -34,7 +34,7 @@ public:
     virtual bool composited() const = 0;
     /// Where the pointer is, in the window's own coordinates, which may lie outside of it. Nothing if the desktop doesn't say.
     virtual std::optional<QPoint> pointer() const { return {}; }
-    /// Whether it stands above full-screen windows on every workspace.
+    /// Whether it is above full-screen windows on every workspace.
     virtual Support support() const { return {}; }
     /// Turns pressedElsewhere() on or off. Wanted while the panel is open or has the keyboard; off, it costs nothing.
     virtual void watchPresses(bool) { }

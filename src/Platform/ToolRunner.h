@@ -37,9 +37,9 @@ public:
     /// The same with an environment of its own.
     virtual RunResult run(const QStringList &args, const QString &cwd, std::chrono::duration<double> timeout,
                           const ToolEnvironment &environment) = 0;
-    /// Whether an executable of this name stands on the search path that run() gives its tools.
+    /// Whether an executable of this name is on the search path that run() gives its tools.
     virtual bool toolInstalled(const QString &name) const = 0;
-    /// False if a tool that is of use only to who is signed in to it says, without being run, that nobody is. Any thread; reads a
+    /// False if a tool that needs a sign-in is known, without running it, to have none. Any thread; reads a
     /// file.
     virtual bool mayBeSignedIn(const QString &) const { return true; }
 };

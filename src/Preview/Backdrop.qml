@@ -1,7 +1,7 @@
 import QtQuick
 import Velto.Design
 
-// A known background behind the panel, to look at its materials on.
+// A known background behind the panel, for judging its materials.
 Rectangle {
     id: root
 
@@ -17,7 +17,7 @@ Rectangle {
     color: root.stops[0]
     clip: true
 
-    // From corner to corner: a turned stripe that covers all of it.
+    // From corner to corner: a rotated stripe that covers the diagonal.
     Rectangle {
         anchors.centerIn: parent
         width: Math.hypot(root.width, root.height)

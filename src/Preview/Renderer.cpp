@@ -31,7 +31,7 @@ QColor background(bool dark)
     return dark ? QColor::fromRgbF(0.12F, 0.12F, 0.12F) : QColor::fromRgbF(0.16F, 0.2F, 0.3F);
 }
 
-/// Whatever a view still loads or moves draws a frame.
+/// Waits until no more frames are drawn: whatever still loads or moves draws one.
 void letSettle(const QQuickWindow &window)
 {
     QEventLoop loop;
@@ -79,7 +79,7 @@ std::optional<QString> Renderer::render(const QUrl &view, const QVariantMap &pro
     item->setParentItem(window.contentItem());
     item->setSize(size);
     window.setColor(background(dark));
-    window.setGeometry({QCursor::pos() + QPoint(1, 1), size}); // not under the pointer, which would open the panel
+    window.setGeometry({QCursor::pos() + QPoint(1, 1), size}); // away from the pointer, which would open the panel
     window.show();
     letSettle(window);
     return write(window.grabWindow(), path);

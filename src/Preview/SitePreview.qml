@@ -3,7 +3,7 @@ import Velto.Design
 import Velto.Preview
 import Velto.Shell
 
-// The open panel with made-up content, as it never changes, for the project's page.
+// The open panel with made-up, unchanging content, for the project's page.
 Item {
     id: root
 

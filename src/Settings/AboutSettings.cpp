@@ -23,9 +23,9 @@ QString AboutSettings::version() const
 
 void AboutSettings::reset()
 {
-    m_needs.installer.uninstall(); // as far as it goes: a file that can't be changed mustn't stop the rest
+    m_needs.installer.uninstall(); // best effort: a file that can't be changed must not stop the rest
     m_needs.loginItem.set(false);
-    // The end of the program waits for it a moment, and not for a keyring that hangs.
+    // Quitting waits for it only briefly, so a hung keyring doesn't hold it up.
     m_needs.background.start([&keychain = m_needs.keychain] { keychain.put(u"Velto.quillbox"_s, std::nullopt); }, [] {});
     m_needs.defaults.clear();
     Q_EMIT quitWanted();

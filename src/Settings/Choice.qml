@@ -50,7 +50,7 @@ ComboBox {
     background: FormFrame {
         control: root
     }
-    // The policy above measures the texts only for one of these.
+    // The width policy above measures the texts only for a TextInput.
     contentItem: TextInput {
         text: root.displayText
         font: root.font

@@ -1,6 +1,6 @@
 import QtQuick
 
-/// The buttons of a dialog, at its right.
+/// The buttons of a dialog, aligned to the right.
 Item {
     id: root
 

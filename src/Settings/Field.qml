@@ -1,7 +1,7 @@
 import QtQuick
 import Velto.Settings
 
-/// A text field that shows what is stored and hands over what is typed, at each key.
+/// A text field that shows what is stored and passes on what is typed, with each key.
 FormField {
     id: root
 
@@ -11,7 +11,7 @@ FormField {
 
     Component.onCompleted: root.text = root.stored
     onStoredChanged: {
-        // Not under the hands of who types, unless it is to be emptied.
+        // The text isn't replaced while the user types, unless it is to be emptied.
         if (!root.activeFocus || root.stored === "")
             root.text = root.stored;
     }

@@ -9,7 +9,7 @@ Button {
     readonly property color ink: root.destructive ? (root.palette.active.window.hslLightness > 0.5 ? "#c62f28" : "#ff6b61")
                                                   : root.highlighted ? root.palette.active.highlightedText : root.palette.active.buttonText
 
-    /// A link in the colour of the desktop, dark or light enough to be read.
+    /// The desktop's link colour, made dark or light enough to be readable.
     readonly property color linkInk: root.palette.active.window.hslLightness > 0.5 ? Qt.darker(root.palette.active.highlight, 1.5)
                                                                                    : Qt.lighter(root.palette.active.highlight, 1.4)
 
@@ -18,7 +18,7 @@ Button {
             root.clicked();
     }
 
-    implicitWidth: Math.ceil(contentItem.implicitWidth) + leftPadding + rightPadding // whole, as its edges are
+    implicitWidth: Math.ceil(contentItem.implicitWidth) + leftPadding + rightPadding // whole, for sharp edges
     implicitHeight: Math.round(contentItem.implicitHeight + 12)
     leftPadding: 14
     rightPadding: 14
@@ -28,7 +28,7 @@ Button {
     Accessible.onPressAction: root.press()
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
-    // Fades as a whole: the colours are those of an enabled one, as a palette fades its disabled ones with some versions only.
+    // Faded as a whole, from the colours of an enabled one: only some versions have palettes that fade disabled controls.
     opacity: root.enabled ? 1 : 0.5
 
     background: FormFrame {

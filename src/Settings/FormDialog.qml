@@ -4,11 +4,11 @@ import QtQuick.Templates as T
 import Velto.Design
 import Velto.Settings
 
-/// What a window asks before it goes on: over its middle, and nothing else can be reached until it is answered.
+/// A window's modal dialog: over its middle, and nothing else can be reached until it is answered.
 Dialog {
     id: root
 
-    /// What has the keyboard when it opens.
+    /// What gets the focus when it opens.
     property Item first: null
 
     parent: T.Overlay.overlay

@@ -7,7 +7,7 @@ TextField {
     id: root
 
     required property string label
-    /// Room for what one pastes, however large the letters are.
+    /// Room for a pasted text, however large the letters are.
     readonly property real least: 12 * root.font.pixelSize
     readonly property string hint: (root.echoMode === TextInput.Password ? root.label + ", " : "") + root.placeholderText
 
@@ -16,9 +16,10 @@ TextField {
     rightPadding: 10
     verticalAlignment: TextInput.AlignVCenter
     selectByMouse: true
-    maximumLength: 0x7fffffff // nothing that is pasted is cut in silence
+    maximumLength: 0x7fffffff // a paste is never cut silently
     Accessible.name: root.label
-    // The toolkit tells screen readers no name of a field for secrets, and sometimes makes the placeholder its description.
+    // The toolkit gives screen readers no name for a field that hides its text, and sometimes makes the placeholder its
+    // description.
     Accessible.description: root.hint
     Accessible.onDescriptionChanged: {
         if (root.Accessible.description !== root.hint)

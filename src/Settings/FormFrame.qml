@@ -1,7 +1,7 @@
 import QtQuick
 import Velto.Design
 
-/// What stands behind a button or a picker.
+/// The background of a button or a picker.
 Rectangle {
     id: root
 
@@ -19,7 +19,7 @@ Rectangle {
 
     Rectangle {
         anchors.fill: parent
-        // Apart from what is filled with the same colour.
+        // Keeps the ring apart from a fill of the same colour.
         anchors.margins: root.filled ? -4 : -2
         visible: root.control.visualFocus
         radius: root.radius - anchors.margins

@@ -1,7 +1,7 @@
 import QtQuick
 import Velto.Settings
 
-/// What stands over a group. Its own item, since a label is never more than a label to a screen reader.
+/// The heading of a group. An item of its own, since to a screen reader a Label is only a label.
 Item {
     id: root
 

@@ -2,7 +2,7 @@ import QtQuick
 import Velto.Design
 import Velto.Settings
 
-/// One line of a section: what it is about at the left, with a note below it, and its control at the right.
+/// One line of a section: its label at the left, with a note below, and its control at the right.
 Item {
     id: root
 

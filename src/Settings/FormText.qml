@@ -13,7 +13,7 @@ Label {
 
     property bool quiet: false
     property int tone: FormText.Plain
-    /// How much larger the desktop's letters are than those that the symbols were drawn beside.
+    /// How much larger the desktop's letters are than those the symbols were drawn for.
     readonly property real growth: Math.max(1, root.font.pixelSize / 13)
     readonly property bool onLight: root.palette.window.hslLightness > 0.5
 

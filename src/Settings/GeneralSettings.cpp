@@ -134,7 +134,7 @@ QString GeneralSettings::loginProblem() const
 void GeneralSettings::setLogin(bool on)
 {
     m_login = m_needs.loginItem.set(on);
-    Q_EMIT changed(); // also when it didn't take: the switch that was pressed has to go back
+    Q_EMIT changed(); // also if it failed: the switch that was pressed has to go back
 }
 
 int GeneralSettings::terminal() const

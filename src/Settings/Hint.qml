@@ -2,7 +2,7 @@ import QtQuick
 import Velto.Design
 import Velto.Settings
 
-/// A symbol and what to know.
+/// A symbol and a hint.
 Item {
     id: root
 

@@ -3,12 +3,12 @@ import QtQuick.Controls.Fusion
 import Velto.Design
 import Velto.Settings
 
-/// What connecting writes into Claude Code's settings, to agree to.
+/// What connecting writes into Claude Code's settings, for the user to agree to.
 FormDialog {
     id: root
 
     required property string text
-    /// Whether there is something to agree to; otherwise it only tells.
+    /// Whether the user is asked to agree; otherwise the dialog only informs.
     property bool asking: true
 
     first: root.asking ? add : close

@@ -14,7 +14,7 @@ namespace velto {
 namespace {
 
 constexpr auto kName = "Velto.quillbox"_L1;
-/// What goes with it when it is forgotten.
+/// Secrets that are forgotten together with Quillbox's.
 constexpr std::array kOthers{"Velto.linear"_L1, "Velto.jira"_L1, "Velto.slack"_L1};
 
 } // namespace
@@ -56,7 +56,7 @@ void QuillboxSettings::setToken(const QString &token)
     Q_EMIT changed();
 }
 
-/// An empty one if what is typed is none.
+/// Empty if the text isn't an address.
 QUrl QuillboxSettings::address() const
 {
     const QUrl url(m_url.trimmed(), QUrl::StrictMode);
@@ -117,7 +117,7 @@ QCoro::Task<> QuillboxSettings::keep(QUrl url, QString token)
     const bool kept = co_await m_keychain.put(kName, token);
     if (life.expired())
         co_return;
-    // What wasn't kept stays in its field, to be tried again.
+    // What couldn't be saved stays in its field, to be tried again.
     if (kept) {
         m_token.clear();
     } else {
@@ -147,7 +147,7 @@ QCoro::Task<> QuillboxSettings::forget()
 {
     const std::weak_ptr life = m_life;
     co_await m_keychain.put(kName, std::nullopt);
-    // It is one button for all that stands in the keyring under these names.
+    // One button forgets everything in the keyring under these names.
     for (const QString name : kOthers) {
         if (life.expired())
             co_return;

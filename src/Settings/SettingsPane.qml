@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Controls.Fusion
 
-/// What one tab of the settings holds: sections that scroll, with room at all sides.
+/// The content of one tab of the settings: sections that scroll, with a margin on all sides.
 Flickable {
     id: root
 
@@ -10,7 +10,7 @@ Flickable {
     property int gap: 18
     property int foot: root.margin
 
-    /// The user came back to the window: what is shown may have changed behind its back.
+    /// The user came back to the window: what is shown may be outdated.
     signal returned
 
     contentWidth: width
@@ -21,7 +21,7 @@ Flickable {
         Accessible.ignored: true
     }
 
-    // What has the keyboard stays in sight.
+    // Keeps the focused item in sight.
     function follow(item: Item): void {
         for (let at = item; at; at = at.parent) {
             if (at !== column)

@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Controls.Fusion
 import Velto.Settings
 
-/// Velto's settings: a row of panes, each writing through at once.
+/// Velto's settings: a row of panes. Every change is saved at once.
 ApplicationWindow {
     id: root
 
@@ -43,12 +43,12 @@ ApplicationWindow {
         }
     ]
     property int shown: 0
-    /// What has the keyboard when it opens.
+    /// What gets the focus when it opens.
     readonly property Item first: names.count > root.shown ? names.itemAt(root.shown) : null
 
     width: Math.max(560, root.minimumWidth)
     height: 520
-    // The user's font may be large. At 150 % only a multiple of four is a whole number that the window manager grants.
+    // The user's font may be large. A multiple of four is whole in device pixels at 125, 150 and 175 %, as window managers need it.
     minimumWidth: 4 * Math.ceil((tabs.width + 32) / 4)
     minimumHeight: 360
     title: qsTr("Velto Settings")
@@ -59,7 +59,7 @@ ApplicationWindow {
             "store": root.store
         });
     }
-    /// By keys, and the keyboard goes with it: what had it may have gone with its pane.
+    /// Chosen by keys, so the focus moves along: the focused control may be gone with its pane.
     function step(by: int): void {
         root.show((root.shown + root.panes.length + by) % root.panes.length);
         root.first.forceActiveFocus(Qt.TabFocusReason);

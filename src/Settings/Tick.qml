@@ -3,7 +3,7 @@ import QtQuick.Controls.Fusion
 import Velto.Design
 import Velto.Settings
 
-/// A check box over the whole row, with a note behind its label and perhaps a link.
+/// A check box over the whole row, with a note after its label and perhaps a link.
 Item {
     id: root
 
@@ -11,7 +11,7 @@ Item {
     property string note
     property string link
     required property bool ticked
-    /// How much larger the desktop's letters are than those that the box was drawn beside.
+    /// How much larger the desktop's letters are than those the box was drawn for.
     readonly property real growth: Math.max(1, box.font.pixelSize / 13)
     readonly property bool first: root.parent?.visibleChildren[0] === root
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Velto.Settings
 
-/// The words of a check box: what it is about, and a note behind it.
+/// The label of a check box, and a note after it.
 Item {
     id: root
 
@@ -10,7 +10,7 @@ Item {
     required property string note
 
     readonly property real room: root.width - root.indent
-    /// The note stands under the label where both have no room side by side.
+    /// Whether the note is below the label, because there is no room beside it.
     readonly property bool under: root.note !== "" && words.implicitWidth + 10 + behind.implicitWidth > root.room
 
     implicitHeight: (root.under ? words.height + behind.height + 2 : words.implicitHeight) + 2

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls.Fusion
 import Velto.Design
 
-/// A switch that shows what is, and asks for what is wanted: where the wish isn't met it goes back.
+/// A switch that shows the current state and asks for the other one; unless it is granted, the switch goes back.
 Switch {
     id: root
 
@@ -11,7 +11,7 @@ Switch {
 
     signal wanted(bool on)
 
-    // A screen reader asks so; the toolkit would only turn what is shown.
+    // A screen reader presses this way; the toolkit would only turn what is shown.
     function ask(): void {
         if (root.enabled)
             root.wanted(!root.on);

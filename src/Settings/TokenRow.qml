@@ -1,8 +1,8 @@
 import QtQuick
 import Velto.Settings
 
-/// One secret: paste it, save it, remove it. What is stored is never shown. The buttons go when they have done their work, and
-/// the keyboard goes to the field.
+/// One secret: paste it, save it, remove it. What is stored is never shown. A button that has done its work disappears, and the
+/// focus goes to the field.
 FormRow {
     id: root
 
@@ -25,7 +25,7 @@ FormRow {
         id: field
 
         anchors.verticalCenter: parent.verticalCenter
-        // Its left edge is in line with that of a field without a button.
+        // Keeps its left edge in line with that of a field without a button.
         width: Math.max(field.least, 232 - keep.width)
         echoMode: TextInput.Password
         inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText

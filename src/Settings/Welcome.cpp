@@ -128,7 +128,7 @@ void Welcome::detected(bool otherTools)
         missing += Prefs::Module::Repos;
     if (!m_gh)
         missing += Prefs::Module::Prs;
-    // The usual start, less what can't work here; touching single modules would drop the preset.
+    // The preset, less what can't work here; switching modules off one by one would drop the preset.
     if (!missing.isEmpty() || m_needs.prefs.mode() == Prefs::Mode::Custom)
         m_needs.prefs.selectMode(Prefs::Mode::Engineer, missing);
 }

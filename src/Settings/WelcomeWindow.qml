@@ -4,16 +4,16 @@ import QtQuick
 import QtQuick.Controls.Fusion
 import Velto.Settings
 
-/// The first start: what Velto is, what it shows, what it may do.
+/// The first start: what Velto is, what it shows, what it is allowed to do.
 ApplicationWindow {
     id: root
 
     required property Welcome store
-    /// What has the keyboard when it opens.
+    /// What gets the focus when it opens.
     readonly property Item first: start
 
     width: 520
-    // In steps of four, see SettingsWindow.
+    // A multiple of four, see SettingsWindow.
     height: 4 * Math.ceil(Math.min(page.contentHeight + footer.height, Screen.desktopAvailableHeight - 80) / 4)
     minimumWidth: 440
     minimumHeight: 360
@@ -29,7 +29,7 @@ ApplicationWindow {
         implicitHeight: start.height + 32
         color: root.palette.window
 
-        // What goes on below it fades out.
+        // The page fades out at its lower edge.
         Rectangle {
             y: -height
             visible: !page.atYEnd
@@ -73,7 +73,7 @@ ApplicationWindow {
         margin: 28
         gap: 16
         foot: 20
-        // The default button's, unless what has the focus takes it.
+        // Presses the default button, unless the focused control takes the key.
         Keys.onReturnPressed: root.store.finish()
         Keys.onEnterPressed: root.store.finish()
 

@@ -9,7 +9,7 @@ SettingsPane {
 
     Component.onCompleted: root.tokens.reread()
     onReturned: root.tokens.reread()
-    // What was typed is kept, however one leaves it.
+    // What was typed is kept, however the field is left.
     Component.onDestruction: root.tokens.readAnew()
 
     Connections {

@@ -2,14 +2,14 @@ import QtQuick
 import Velto.Design
 import Velto.Shell
 
-// The two answers to the question on show. Left and Right go from one to the other.
+// The two answers to the question on show. Left and Right move between them.
 Row {
     id: root
 
     required property PeekLine line
     required property color tone
 
-    /// The keyboard is on one of them.
+    /// Whether one of them has the keyboard focus.
     readonly property bool focused: deny.activeFocus || allow.activeFocus
 
     function choose(allowed: bool): void {

@@ -32,7 +32,7 @@ void CentredClip::itemChange(ItemChange change, const ItemChangeData &data)
     }
 }
 
-// The scene graph asks for the rectangle only when the item has another size, and here it may have another place.
+// The scene graph asks for the rectangle only when the item's size changes; here it may be only the position.
 void CentredClip::resize()
 {
     m_odd = !m_odd;

@@ -4,9 +4,8 @@
 
 namespace velto {
 
-/// Shows of its children what stands within a rectangle of this size, in the middle of its parent's width. It stands at the left
-/// all the same: narrowing it moves no child, and so the scene graph doesn't visit every item of the panel at each step of its
-/// motion.
+/// Clips its children to a rectangle of this size, in the middle of its parent's width. The item itself stays at the left: when
+/// the rectangle narrows no child moves, and so the scene graph doesn't visit every item of the panel at each step of its motion.
 class CentredClip : public QQuickItem {
     Q_OBJECT
     Q_PROPERTY(QSizeF room READ room WRITE setRoom NOTIFY roomChanged FINAL)

@@ -37,7 +37,7 @@ qint64 CollapsedStrip::secondsToEvent() const
     return event ? std::min(m_needs.clock.wallTime().secsTo(event->start), kSoon) : kSoon;
 }
 
-// The first that applies; what is behind it goes unseen until it ends.
+// The first that applies wins; the rest goes unseen until it ends.
 void CollapsedStrip::readLeft(Shown &shown) const
 {
     const EverydaySource &everyday = m_needs.everyday;
@@ -59,7 +59,7 @@ void CollapsedStrip::readLeft(Shown &shown) const
 
 void CollapsedStrip::readRight(Shown &shown) const
 {
-    // Also under the dot of a recording, which says nothing of them.
+    // These count under the dot of a recording too, which doesn't show them.
     const bool focusing = isOn(Prefs::Module::Focus) && m_needs.everyday.focusing();
     const bool leftBusy = focusing || shown.todos > 0 || secondsToEvent() < kSoon;
     if (shown.waiting > 0)
@@ -103,7 +103,7 @@ CollapsedStrip::Shown CollapsedStrip::read() const
     }
     readLeft(shown);
     readRight(shown);
-    // Music alone is no reason to stay wide.
+    // Music alone doesn't keep the strip wide.
     shown.quiet = shown.left == Left::Nothing && (shown.right == Right::None || shown.right == Right::Playing);
     shown.spoken = spokenFor(shown);
     summarize(shown);

@@ -47,7 +47,7 @@ Item {
         visible: opacity > 0
 
         readonly property real side: (width - root.ui.velto.width) / 2
-        // The black begins beside its flare: the facts are in the middle of what is seen.
+        // The black begins beside its flare; this keeps the facts in the middle of its visible part.
         readonly property real flare: 6
 
         Behavior on opacity {
@@ -155,7 +155,7 @@ Item {
         // From the row's symbol to the end of its answers.
         x: peekRow.x + 22
         width: peekRow.width - 22 - 14
-        height: root.outline.mostUnfolded // of which the black shows what is wanted
+        height: root.outline.mostUnfolded // the black shows as much of it as is wanted
         y: peekRow.y + peekRow.height
         opacity: wanted ? 1 : 0
         visible: opacity > 0

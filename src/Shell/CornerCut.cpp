@@ -24,14 +24,14 @@ QImage coverage(const QPainterPath &outline, const QRect &area)
     return image;
 }
 
-/// No pixel keeps more than its share; in a window without transparency, of the light. Doing it again changes nothing: a frame
-/// may repaint a part of what is below only.
+/// Keeps of each pixel no more than its share; in a window without transparency, no more light than that. Doing it twice
+/// changes nothing, since a frame may repaint only a part of what is below.
 void limit(QImage &picture, const QRect &area, const QImage &shares)
 {
     const bool transparent = picture.hasAlphaChannel();
     const QRect within = area.intersected(picture.rect());
     for (int y = within.top(); y <= within.bottom(); ++y) {
-        // Not scanLine(): the picture is being painted, and isn't to be copied.
+        // Not scanLine(), which would copy the picture while it is being painted.
         auto *line = reinterpret_cast<QRgb *>(const_cast<uchar *>(picture.constScanLine(y)));
         const uchar *share = shares.constScanLine(y - area.top()) - area.left();
         for (int x = within.left(); x <= within.right(); ++x) {
@@ -50,7 +50,8 @@ void limit(QImage &picture, const QRect &area, const QImage &shares)
     }
 }
 
-/// The last node of its window that paints here. It works on the pixels of the frame, which only the software scene graph has.
+/// The last node of its window that paints here. It works on the pixels of the frame, which exist only in the software scene
+/// graph.
 class CutNode final : public FrameNode {
 public:
     using FrameNode::FrameNode;

@@ -12,7 +12,7 @@ FocusScope {
     required property PanelContents contents
     required property PeekLine peekLine
 
-    /// What a question takes up under the header; what unfolds of it lies over the page.
+    /// The height that a question takes up under the header; what unfolds of it lies over the page.
     readonly property real asked: question.asks ? question.barHeight + 14 : 0
 
     focus: true
@@ -36,7 +36,7 @@ FocusScope {
             id: tabs
 
             readonly property real room: (recording.visible ? recording.x : buttons.x) - 16
-            /// The titles have no room.
+            /// Whether there is no room for the titles.
             readonly property bool crowded: {
                 let wanted = 0;
                 for (let index = 0; index < repeater.count; ++index)
@@ -180,7 +180,7 @@ FocusScope {
     Item {
         id: content
 
-        // Beside the page there is room for focus rings and the scroll mark.
+        // Room beside the page for focus rings and the scroll mark.
         readonly property int side: 8
 
         x: 24 - side
@@ -192,7 +192,7 @@ FocusScope {
         Repeater {
             model: root.contents.tabs
 
-            // A tab that was visited keeps its view, and with it the place one had scrolled to.
+            // A tab that was visited keeps its view, and with it the scroll position.
             Loader {
                 id: page
 

@@ -8,7 +8,7 @@ namespace velto {
 void Glow::paint(QPainter *painter)
 {
     const QRectF area = boundingRect();
-    // A circle's gradient, stretched over the item.
+    // A circular gradient, stretched over the item.
     painter->scale(area.width(), area.height());
     QColor faded = m_color;
     QRadialGradient gradient(0.5, 0.5, 0.5);

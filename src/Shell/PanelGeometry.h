@@ -31,13 +31,13 @@ inline constexpr QSizeF kPeekRowSize{520, 36};
 /// Room beside the housing for what the strip has to say, both sides together.
 inline constexpr double kStripSides = 104;
 
-/// The display that the strip stands on: the first with a camera housing, else the main one. Nothing without displays.
+/// The display that the strip is on: the first with a camera housing, else the main one. Nothing without displays.
 std::optional<Display> chooseDisplay(const QList<Display> &displays);
 
-/// The size of a display's camera housing; without one, what stands for it.
+/// The size of a display's camera housing; without one, of its substitute.
 QSizeF measureHousing(const Display &display);
 
-/// How large each state is around a housing of that size, with a row of that size; `unfolded` is the height of what stands under
+/// How large each state is around a housing of that size, with a row of that size; `unfolded` is the height of what is under
 /// the row.
 QSizeF panelSize(QSizeF housing, PanelSize size, QSizeF row = kPeekRowSize, double unfolded = 0);
 

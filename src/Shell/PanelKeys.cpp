@@ -13,7 +13,7 @@ namespace velto {
 
 namespace {
 
-/// The first item in sight below `root` with this property true; null if there is none.
+/// The first visible item below `root` with this property true; null if there is none.
 QQuickItem *shownWith(const char *property, const QQuickItem *root)
 {
     const auto children = root->childItems();
@@ -47,8 +47,8 @@ bool PanelKeys::textFieldFocused() const
     return item && (item->inherits("QQuickTextInput") || item->inherits("QQuickTextEdit"));
 }
 
-/// Whether what has the focus, or what it stands in, has this property true: `takesReturn` of a button, or a form with its own;
-/// `keepsKeys` of what has a use for the arrows.
+/// Whether the focused item or one around it has this property true: `takesReturn` on a button or a form that handles Return,
+/// `keepsKeys` on what uses the arrow keys.
 bool PanelKeys::focusHas(const char *property) const
 {
     for (const QQuickItem *item = m_window.activeFocusItem(); item; item = item->parentItem()) {
@@ -60,7 +60,7 @@ bool PanelKeys::focusHas(const char *property) const
 
 void PanelKeys::clearFocus()
 {
-    // The window itself would hand the focus back to whatever had it last.
+    // Focusing the window's root item instead would hand the focus back to whatever had it last.
     while (QQuickItem *item = m_window.activeFocusItem()) {
         item->setFocus(false, Qt::OtherFocusReason);
         if (m_window.activeFocusItem() == item)
@@ -68,7 +68,7 @@ void PanelKeys::clearFocus()
     }
 }
 
-// The page of another tab is only hidden, and a field in it would go on to take the keys.
+// The page of another tab is only hidden, and a field in it would go on receiving keys.
 void PanelKeys::leaveHidden()
 {
     const auto leave = [this, left = QPointer<QQuickItem>(m_window.activeFocusItem())] {
@@ -78,7 +78,7 @@ void PanelKeys::leaveHidden()
     QMetaObject::invokeMethod(this, leave, Qt::QueuedConnection);
 }
 
-/// Up and Down go to the rows of the page, wherever the keyboard was.
+/// Up and Down go to the rows of the page, wherever the focus was.
 void PanelKeys::enterPage()
 {
     const QQuickItem *focused = m_window.activeFocusItem();
@@ -100,7 +100,7 @@ void PanelKeys::control(const QKeyEvent &key)
     if (key.key() == Qt::Key_Comma)
         m_ui.askForSettings();
     else if (m_ui.sheetOpen())
-        return; // the tab under a sheet stays
+        return; // the tab under a sheet stays selected
     else if (key.key() >= Qt::Key_1 && key.key() <= Qt::Key_5)
         m_contents.openAt(key.key() - Qt::Key_1);
     else if (!key.isAutoRepeat())

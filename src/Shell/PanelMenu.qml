@@ -1,12 +1,12 @@
 import QtQuick
 import Velto.Design
 
-// The program's menu: under the strip in the black, which makes room for it, or in the open panel where it was asked for.
+// The program's menu: under the strip, in the black, which makes room for it; or in the open panel, where it was asked for.
 FocusScope {
     id: root
 
     required property UI ui
-    /// Where the pointer asked for it; without one it opens under the strip's row or at the panel's buttons.
+    /// Where the pointer asked for it; null opens it under the strip's row or at the panel's buttons.
     required property var place
 
     readonly property bool open: root.ui.menuOpen
@@ -41,7 +41,7 @@ FocusScope {
             active: false
             visible: root.hangs
             focus: root.hangs
-            // With Qt 6.4 a Loader can't make a bound component.
+            // With Qt 6.4 a Loader can't create a bound component.
             // qmllint disable unqualified
             sourceComponent: MenuEntries {
                 entries: root.ui.menuTitles

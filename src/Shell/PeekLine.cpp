@@ -80,7 +80,7 @@ void PeekLine::follow()
     if (another) {
         m_peek = m_hub.peek();
         m_isQuestion = m_peek.isQuestion();
-        m_peek.decide = {}; // the queue alone answers
+        m_peek.decide = {}; // only the queue answers
         m_question = m_peek.question ? questionLine(*m_peek.question) : QuestionLine();
         if (m_unfolded > 0)
             m_rows.set(m_peek.question ? questionParts(*m_peek.question) : QList<QuestionPart>());

@@ -48,7 +48,7 @@ public:
     QString spoken() const;
     Tone tone() const;
     bool isQuestion() const { return m_isQuestion; }
-    /// A question that is told in parts, each fit to be shown as it is; otherwise its text tells it.
+    /// Whether it is shown in parts, each safe to show as it is; otherwise its text is shown.
     bool inParts() const { return m_peek.question.has_value(); }
     QString session() const { return m_question.session; }
     QString tool() const { return m_question.tool; }

@@ -2,8 +2,8 @@ import QtQuick
 import Velto.Design
 import Velto.Shell
 
-// The question on show, in the open panel. The keyboard comes to the bar itself first, which Return can't answer; Tab or an arrow goes
-// on to the answers.
+// The question on show, in the open panel. The focus goes to the bar itself first, where Return answers nothing; Tab or an
+// arrow key moves on to the answers.
 Item {
     id: root
 
@@ -42,7 +42,7 @@ Item {
             root.ui.questionHovered(false);
     }
 
-    // Another question in the same place: what one was about to press isn't meant for it.
+    // Another question took its place: a key about to be pressed wasn't meant for it.
     Connections {
         target: root.line
         function onReplaced(): void {

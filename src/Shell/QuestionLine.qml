@@ -2,9 +2,9 @@ import QtQuick
 import Velto.Design
 import Velto.Shell
 
-// A question on one line: who asks, with what tool, to do what. The parts differ in their look, so that none can pose as another. The
-// name gives way first, then what would be done; the tool takes letters as small as it needs, and is cut only where even those fill
-// all of the row. Whatever is cut ends in "…".
+// A question on one line: who asks, with what tool, to do what. The parts look different, so that none can pose as another. The
+// name gives way first, then what would be done; the tool gets letters as small as it needs, and is cut only where even those
+// would fill the whole row. Whatever is cut ends in "…".
 Item {
     id: root
 
@@ -12,14 +12,14 @@ Item {
     required property bool unfolded
 
     readonly property int gap: 8
-    /// A name is never more than a third of the row that this stands in.
+    /// A name takes at most a third of the row around this.
     required property real longestName
     readonly property real leastName: Math.min(name.implicitWidth, Math.round(14 * Theme.textScale))
     readonly property real leastDetail: Math.min(detail.implicitWidth, Math.round(12 * Theme.textScale))
     readonly property real leastPlace: root.line.place === "" ? 0 : root.gap + Math.min(place.implicitWidth, 48 * Theme.textScale)
     readonly property real room: root.width - chevron.width - 2 * root.gap
     readonly property real roomBeside: root.room - chip.width - root.gap
-    /// What a name keeps before a long command, unless the tool needs it.
+    /// What a name keeps beside a long command, unless the tool needs the room.
     readonly property real usualName: Math.min(name.implicitWidth, root.room / 5, root.roomBeside - root.leastDetail)
     readonly property real longestTool: root.room - root.leastName - root.leastDetail - root.gap - 12
 
@@ -95,7 +95,7 @@ Item {
         font.family: Theme.fixedFamily
         Accessible.ignored: true
     }
-    // There is more than the row can tell.
+    // There is more than the row can show.
     Symbol {
         id: chevron
 

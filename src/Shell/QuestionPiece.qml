@@ -14,7 +14,7 @@ Item {
     required property bool begins
     required property bool ends
 
-    /// A press into the text takes the keyboard.
+    /// Whether a press into the text asks for the keyboard.
     property bool takesKeyboard: false
 
     readonly property bool plain: root.look === 0
@@ -41,7 +41,7 @@ Item {
         size: Theme.textSmall
         Accessible.ignored: true
     }
-    // Round where the block begins and ends.
+    // Rounded where the block begins and ends.
     Item {
         id: block
 
@@ -62,7 +62,7 @@ Item {
             color: root.removed || root.added ? Theme.at(root.tint, 0.15) : Theme.at("white", 0.06)
         }
     }
-    // Beside the text, so that what is copied is the text.
+    // Beside the text, so that it isn't copied with it.
     TextEdit {
         id: marks
 

@@ -6,11 +6,11 @@ namespace velto {
 
 namespace {
 
-/// What shows nothing becomes a mark of about so many characters.
+/// Roughly how many characters the mark for an invisible one takes.
 constexpr qsizetype kMark = 8;
 
-/// Where the piece ends that starts here: behind so many lines or shown characters, but never within a run of blanks or of
-/// something that shows nothing, whose number would be told twice.
+/// The end of the piece that starts here: after so many lines or shown characters, but never within a run of blanks or of
+/// invisible characters, which would be counted in two places.
 qsizetype endOfPiece(QStringView text, qsizetype start)
 {
     qsizetype lines = 0;
@@ -28,7 +28,7 @@ qsizetype endOfPiece(QStringView text, qsizetype start)
     return end;
 }
 
-/// A field stands apart from the next, and so does what has a heading; a part of a difference doesn't.
+/// A field stands apart from the next, and so does a part with a heading; the parts of a difference don't.
 bool standsApart(const QuestionPart &part, const QuestionPart &next)
 {
     return part.beside || next.beside || !next.label.isEmpty();

@@ -19,14 +19,14 @@ namespace {
 
 /// More characters than any row can show.
 constexpr qsizetype kLongestRow = 400;
-/// Texts of so many lines times so many are compared line by line; of longer ones all goes and all comes.
+/// Texts are compared line by line up to this product of their line counts; in larger ones every line goes and comes.
 constexpr qsizetype kMostCompared = 250'000;
 
 struct Texts {
     Q_DECLARE_TR_FUNCTIONS(Question)
 };
 
-/// The tools of Claude Code whose input has one field that tells it all. What else comes in the input is shown too.
+/// The tools of Claude Code whose input has one field that says what they do. Other fields of the input are shown too.
 struct KnownTool {
     QLatin1StringView name;
     QLatin1StringView field;
@@ -46,8 +46,8 @@ constexpr std::array kKnownTools{
     KnownTool{"ExitPlanMode"_L1, "plan"_L1, KnownTool::Kind::Plan},
 };
 
-/// The table's entry, if the input has that field as a text. Of any other tool the whole input tells what it would do: a field
-/// that happens to be called "command" may be the least of it.
+/// The table's entry, if the input has that field as a text. For any other tool the whole input is shown: a field that happens
+/// to be called "command" may be the least of it.
 const KnownTool *knownTool(const Question &question)
 {
     const auto known = std::ranges::find(kKnownTools, question.tool, &KnownTool::name);
@@ -56,7 +56,7 @@ const KnownTool *knownTool(const Question &question)
     return &*known;
 }
 
-/// A value as it is written in JSON; a text of its own without quotation marks.
+/// A value as JSON; a top-level string without its quotation marks.
 QString written(const QJsonValue &value)
 {
     if (value.isString())
@@ -75,7 +75,7 @@ bool isNothing(const QJsonValue &value)
         || (value.isString() && value.toString().isEmpty()) || (value.isArray() && value.toArray().isEmpty());
 }
 
-/// A text as JSON has it, so that it can't pose as one more argument.
+/// A string as JSON writes it, so that it can't pose as one more argument.
 QString quoted(const QString &text)
 {
     const QString list = written(QJsonArray{text});
@@ -104,7 +104,7 @@ QString argumentsLine(const QJsonValue &input)
     return line;
 }
 
-/// Where a file is, seen from the session's folder; empty if it's right there.
+/// Where a file is, relative to the session's folder; empty if it's directly in it.
 QString placeOf(const QString &path, const std::optional<QString> &folder)
 {
     const qsizetype slash = path.lastIndexOf(u'/');
@@ -156,7 +156,7 @@ private:
             m_parts.append({label, text, look, true});
     }
 
-    /// What nobody expects, with its keys: as labels they could pose as ours.
+    /// Unexpected fields, with their keys: as labels those could pass for ours.
     void rest(const QJsonObject &input)
     {
         if (!input.isEmpty())
@@ -183,10 +183,10 @@ private:
         m_description = take("description"_L1);
     }
 
-    /// What a file tool writes: one change or several, or all of a file.
+    /// What a file tool writes: one change, several, or the whole file.
     void takeChanges()
     {
-        // Once, unless it says otherwise.
+        // One replacement, unless the input says otherwise.
         if (const QJsonValue all = m_rest.value("replace_all"_L1); all.isBool()) {
             field(Texts::tr("Replaces"), all.toBool() ? Texts::tr("every place in the file") : QString(), Look::Words);
             m_rest.remove("replace_all"_L1);
@@ -195,7 +195,7 @@ private:
         const QJsonArray edits = m_rest.value("edits"_L1).toArray();
         const bool clear = std::ranges::all_of(edits, [](const QJsonValue &edit) { return edit.isObject(); });
         if (!clear)
-            return; // stays among the rest, as it is
+            return; // stays among the rest, unchanged
         m_rest.remove("edits"_L1);
         for (int i = 0; i < edits.size(); ++i) {
             QJsonObject edit = edits.at(i).toObject();
@@ -256,7 +256,7 @@ private:
 
 using Lines = QList<QStringView>;
 
-/// How the middle of two texts differ, as runs of lines. The longest common sequence, worked out from the end.
+/// The middle part of two texts as runs of lines that differ or not: the longest common subsequence, worked out from the end.
 template <typename Put> void compare(const Lines &before, const Lines &after, Put put)
 {
     using Look = QuestionPart::Look;
@@ -291,7 +291,7 @@ template <typename Put> void compare(const Lines &before, const Lines &after, Pu
 
 QList<QuestionPart> difference(const QString &before, const QString &after)
 {
-    // The line break at the end of both begins no line.
+    // A line break at the end of both doesn't begin another line.
     const bool closed = (before.isEmpty() || before.endsWith(u'\n')) && (after.isEmpty() || after.endsWith(u'\n'));
     const auto linesOf = [closed](const QString &text) {
         return text.isEmpty() ? Lines() : QStringView(text).chopped(closed ? 1 : 0).split(u'\n');

@@ -6,7 +6,7 @@
 
 namespace velto {
 
-/// What the row says of a question, fit to be shown. Each part is one line and stands for itself.
+/// What the row says of a question, fit to be shown. Each part is one line and complete in itself.
 struct QuestionLine {
     QString session;
     QString tool;

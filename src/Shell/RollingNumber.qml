@@ -44,7 +44,7 @@ Row {
             clip: turned < 1
 
             onDigitChanged: {
-                // A count of nothing wasn't shown.
+                // A 0 that wasn't shown doesn't roll.
                 const shown = place.complete && (place.before !== "0" || root.digits.length > 1);
                 if (Theme.reducedMotion || !shown) {
                     before = digit;

@@ -4,17 +4,18 @@ import QtQuick
 import Velto.Design
 import Velto.Shell
 
-// The whole question, under its row: what would be done, line by line, and who asks. It scrolls, and makes only what is in sight.
+// The whole question, under its row: what would be done, line by line, and who asks. It scrolls, and builds only the rows in
+// sight.
 Item {
     id: root
 
     required property PeekLine line
     required property UI ui
     property bool takesKeyboard: false
-    /// What it stands on.
+    /// The colour behind it.
     property color ground: Theme.panelColor(0)
 
-    /// The height that shows all of it, as far as that is known; 0 before.
+    /// The height that would show all of it, as far as known; 0 until then.
     readonly property real wanted: list.contentHeight > 0 ? list.contentHeight + 18 : 0
 
     function scroll(by: real): void {
@@ -45,7 +46,7 @@ Item {
             takesKeyboard: root.takesKeyboard
         }
     }
-    // What goes on below fades out, so that it doesn't look cut.
+    // The lower edge fades out, so that text that goes on doesn't look cut.
     Rectangle {
         readonly property real below: list.contentHeight + list.originY - list.contentY - list.height
 

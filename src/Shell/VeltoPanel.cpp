@@ -14,9 +14,9 @@ namespace velto {
 
 namespace {
 
-constexpr int kTremble = 2; // logical pixels that a hand at rest may move
+constexpr int kTremble = 2; // logical pixels; a resting hand moves no further
 
-// Flattened larger than life, so that the corners come out round.
+// Flattened at a larger scale, so that the corners come out round.
 QRegion pixelsWithin(const QPainterPath &path)
 {
     constexpr double kDetail = 16;
@@ -41,7 +41,7 @@ VeltoPanel::VeltoPanel(Clock &clock, UI &ui, const PanelOutline &outline)
 
 VeltoPanel::~VeltoPanel()
 {
-    // The views change the outline once more as they go, and this is no panel by then.
+    // The views change the outline once more while they are destroyed, and this is no VeltoPanel any more by then.
     disconnect(&m_outline, nullptr, this, nullptr);
     disconnect(&m_ui, nullptr, this, nullptr);
 }
@@ -53,7 +53,7 @@ QRegion VeltoPanel::wantedMask() const
     const QRegion outline = pixelsWithin(veltoOutline(area, m_outline.radii()));
     if (!m_ui.composited())
         return outline;
-    // A pixel more on every side, so that the soft edge stays whole.
+    // A pixel more at the sides and below, so that the soft edge isn't cut.
     QRegion around = outline;
     for (const QPoint &step : {QPoint(-1, 0), QPoint(1, 0), QPoint(0, 1)})
         around += outline.translated(step);
@@ -66,8 +66,7 @@ void VeltoPanel::outlineChanged()
     outlineMoved();
 }
 
-// Nothing that comes up under a pointer at rest lights up before the pointer moves, and what a menu covers doesn't explain
-// itself.
+// What appears under a resting pointer lights up only when the pointer moves, and what a menu covers shows no help text.
 void VeltoPanel::letPointerRest()
 {
     const auto place = m_ui.pointer ? m_ui.pointer() : std::nullopt;
@@ -85,7 +84,7 @@ void VeltoPanel::outlineMoved()
     }
     if (wantedMask() == m_mask)
         return;
-    // The black is still on its way to the new outline, and is cut when it has arrived.
+    // The black is still moving towards the new outline; the mask is cut when it has arrived.
     cut({});
     m_settled = m_clock.after(kSpringTime, [this] { cut(wantedMask()); });
 }
@@ -108,8 +107,8 @@ QQuickItem *VeltoPanel::textField() const
     return item->inherits("QQuickTextInput") || item->inherits("QQuickTextEdit") ? item : nullptr;
 }
 
-// Resting on the strip opens the panel without the keyboard, and most presses need none. A press into a text field does, and
-// one that brings up a form.
+// Resting on the strip opens the panel without the keyboard, and most presses don't need it. A press into a text field does,
+// and so does one that brings up a form.
 bool VeltoPanel::event(QEvent *event)
 {
     if (event->type() == QEvent::MouseMove || event->type() == QEvent::MouseButtonPress) {
@@ -122,7 +121,7 @@ bool VeltoPanel::event(QEvent *event)
         return QQuickView::event(event);
     const QPointF place = static_cast<QMouseEvent *>(event)->position();
     const QQuickItem *const before = textField();
-    const bool handled = QQuickView::event(event); // mousePressEvent() comes ahead of the items
+    const bool handled = QQuickView::event(event); // not in mousePressEvent(), which runs before the items get the press
     const QQuickItem *const field = textField();
     if (field && !isActive() && (field != before || field->contains(field->mapFromScene(place))))
         m_ui.askForKeyboard();
@@ -149,8 +148,8 @@ void VeltoPanel::resizeEvent(QResizeEvent *event)
     lookForPointer();
 }
 
-// A pointer that rests says nothing, and the toolkit goes on to think of it where it was in a window of the old size: a tab far
-// from it would light up.
+// A resting pointer sends no events, so the toolkit would keep its position from before the resize and light up a tab far from
+// it.
 void VeltoPanel::lookForPointer()
 {
     if (!m_ui.pointerInside() || QGuiApplication::mouseButtons() != Qt::NoButton)

@@ -12,9 +12,9 @@ namespace velto {
 
 namespace {
 
-constexpr int kSteps = 24; // of the gradient; straight from one to the next
+constexpr int kSteps = 24; // of the gradient, linear between them
 
-/// Opaque, so that the outline is painted once.
+/// Opaque, so that painting the outline once is enough.
 QColor blackened(const QColor &color, double openness)
 {
     return QColor::fromRgbF(color.redF() * float(openness), color.greenF() * float(openness), color.blueF() * float(openness));

@@ -2,7 +2,7 @@ import QtQuick
 import Velto.Design
 import Velto.Shell
 
-// Everything that stands in the window. The black hangs from its top centre and moves towards the outline.
+// Everything in the window. The black hangs from its top centre and moves towards the outline.
 Item {
     id: root
 
@@ -48,7 +48,7 @@ Item {
         }
     }
 
-    // What the black doesn't cover isn't there.
+    // What the black doesn't cover isn't shown.
     CentredClip {
         room: Qt.size(shape.width - 2 * shape.topRadius, shape.height)
 
@@ -74,7 +74,7 @@ Item {
             opacity: shape.openness
             enabled: root.ui.expanded
             active: false
-            // With Qt 6.4 a Loader can't make a bound component.
+            // With Qt 6.4 a Loader can't create a bound component.
             // qmllint disable unqualified
             sourceComponent: ExpandedView {
                 ui: root.ui
@@ -83,7 +83,7 @@ Item {
             }
             // qmllint enable unqualified
 
-            // The first opening builds the panel; from then on it waits, hidden, and costs nothing.
+            // The first opening builds the panel; afterwards it stays hidden and costs nothing.
             Connections {
                 target: root.ui
                 function onExpandedChanged(): void {
@@ -95,7 +95,7 @@ Item {
         }
     }
 
-    // The rectangle above knows no round corners.
+    // The clip above is rectangular; this cuts its round corners.
     CornerCut {
         anchors.fill: shape
         topRadius: shape.topRadius
@@ -106,7 +106,7 @@ Item {
         onHoveredChanged: root.ui.pointerChanged(hovered)
     }
 
-    // Where the desktop has no tray, the menu is here.
+    // The menu is here for desktops without a tray.
     TapHandler {
         acceptedButtons: Qt.RightButton
         onTapped: point => {
@@ -131,7 +131,7 @@ Item {
         place: null
     }
 
-    // A screen reader says the name of a notification that comes into view; an alert's, or one that changes, Orca passes over.
+    // Screen readers speak the name of a notification that comes into view; Orca skips alerts, and names that change.
     Item {
         id: announcement
 
@@ -142,7 +142,7 @@ Item {
 
         Connections {
             target: root.accessibility
-            // Hidden in between: what is there already doesn't come.
+            // Hidden first: a notification that is visible already doesn't come into view.
             function onAnnouncementRequested(text: string): void {
                 announcement.visible = false;
                 said.text = Plain.line(text);
@@ -157,7 +157,7 @@ Item {
             interval: 0
             onTriggered: announcement.visible = true
         }
-        // What was answered or has gone isn't left to be read.
+        // What was answered or withdrawn must not stay readable.
         Connections {
             target: root.peekLine
             function onChanged(): void {

@@ -11,13 +11,13 @@ WebEngineView {
     settings.playbackRequiresUserGesture: false
     settings.localContentCanAccessFileUrls: false
     settings.javascriptCanOpenWindows: false
-    // The page may ask for anything; only what a browser takes is handed on.
+    // The page may ask for any address; only what a browser would open is passed on.
     onNewWindowRequested: request => {
         if (/^https?:\/\//i.test(request.requestedUrl.toString()))
             Qt.openUrlExternally(request.requestedUrl);
     }
     onContextMenuRequested: request => request.accepted = true
-    // The page has the keyboard once one presses into it.
+    // The page takes the keyboard once it is pressed, so Escape is handled here.
     Shortcut {
         sequence: "Escape"
         onActivated: Qt.quit()

@@ -2,8 +2,8 @@
 // with the sheet, so the browser engine costs nothing before and nothing after.
 //
 // Standard input: first a JSON line {"html": text, "base": address, "parent": window, "x", "y", "width", "height": device
-// pixels within it}; each further line {"x", "y", "width", "height"} moves it. Its end ends the program,
-// and so does Escape, with 0.
+// pixels within it}; each further line {"x", "y", "width", "height"} moves it. It exits at the end of its input, and on Escape
+// with status 0.
 #include <QGuiApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -30,7 +30,7 @@ QRect placeIn(const QJsonObject &line)
     return {line["x"_L1].toInt(), line["y"_L1].toInt(), line["width"_L1].toInt(), line["height"_L1].toInt()};
 }
 
-/// Window geometry is in the toolkit's pixels, what comes in is in the display's.
+/// Window geometry is in the toolkit's pixels, the input in the display's.
 void place(QWindow &window, const QRect &device)
 {
     const double ratio = window.devicePixelRatio();
@@ -83,7 +83,7 @@ int main(int argc, char **argv)
         std::array<char, 4096> bytes; // NOLINT(cppcoreguidelines-pro-type-member-init): read fills it
         const ssize_t count = ::read(STDIN_FILENO, bytes.data(), bytes.size());
         if (count <= 0) {
-            view.hide(); // at once; the engine takes its time
+            view.hide(); // hidden first: the engine needs time to end
             return QGuiApplication::quit();
         }
         pending.append(bytes.data(), count);

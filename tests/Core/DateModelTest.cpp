@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// A date as it is typed, and as a small calendar picks it.
+/// A date as it is typed, and as it is picked from a small calendar.
 class DateModelTest : public QObject {
     Q_OBJECT
 
@@ -37,7 +37,7 @@ private Q_SLOTS:
         QVERIFY(!cell(41, InMonth).toBool());
         model.turn(3);
         QCOMPARE(model.month(), u"February 2027"_s);
-        QCOMPARE(cell(model.place(), Day), u"2027-02-01"_s); // the date is elsewhere
+        QCOMPARE(cell(model.place(), Day), u"2027-02-01"_s); // the shown month isn't the date's
         QCOMPARE(day(model), u"2026-11-21"_s);
         model.open();
         model.pick(u"2027-01-31"_s);
@@ -69,7 +69,7 @@ private Q_SLOTS:
             model.type(typed);
             QVERIFY2(model.unreadable() == date.isEmpty(), qPrintable(typed));
             QCOMPARE(day(model), expected);
-            for (const QString &own : {model.text(), model.spoken()}) { // it understands itself
+            for (const QString &own : {model.text(), model.spoken()}) { // it parses what it writes itself
                 model.type(own);
                 QVERIFY2(!model.unreadable(), qPrintable(typed));
                 QCOMPARE(day(model), expected);

@@ -135,7 +135,7 @@ private Q_SLOTS:
         const QUrl url(u"http://service.example/x"_s);
         QCoro::Task<HttpReply> first = http->send({url});
         QCoro::Task<HttpReply> second = http->send({url});
-        QCOMPARE(background.pending(), 1); // one look at a time
+        QCOMPARE(background.pending(), 1); // one look-up at a time
         QVERIFY(proxy.requests.isEmpty());
         background.finishAll();
         QCOMPARE(QCoro::waitFor(first).status, std::optional(200));

@@ -52,7 +52,7 @@ class PeekQueueTest : public QObject {
             peek.session = session;
             queue.show(std::move(peek), false);
         }
-        /// What plays from now on, a line after the other.
+        /// What plays from now on, one line after the other.
         QStringList played()
         {
             QStringList all;
@@ -128,7 +128,7 @@ private Q_SLOTS:
         const QUuid first = w.id();
         w.queue.answer(first, true);
         QCOMPARE(w.shown(), u"second"_s);
-        w.queue.answer(first, false); // a press on a row that is gone
+        w.queue.answer(first, false); // a press on a row that is already gone
         w.wait(27500); // past the end of the first question's time
         QCOMPARE(w.answers, QStringList{u"first:allow"_s});
         w.queue.answer(w.id(), false);
@@ -142,13 +142,13 @@ private Q_SLOTS:
         World w;
         w.askFor(u"a"_s, 35s); // 0 to 28
         w.wait(1000);
-        w.askFor(u"b"_s, 35s); // 28 to 56, had it time
+        w.askFor(u"b"_s, 35s); // 28 to 56, if it had the time
         w.askFor(u"c"_s, 35s);
         w.wait(27000);
         QCOMPARE(w.shown(), u"b"_s);
         w.wait(4999);
         QCOMPARE(w.answers, QStringList{u"a:nothing"_s});
-        w.wait(1); // 32 seconds after it came: too late for c, whoever is on show
+        w.wait(1); // 32 seconds after it came: too late for c, whatever is on show
         QCOMPARE(w.answers, (QStringList{u"a:nothing"_s, u"c:nothing"_s}));
         QCOMPARE(w.shown(), u"b"_s);
         w.wait(23000);
@@ -170,7 +170,7 @@ private Q_SLOTS:
         QCOMPARE(w.accessibility.announced, (QStringList{u"first"_s, u"third"_s}));
         w.queue.withdraw(first);
         w.wait(299);
-        w.queue.answer(w.id(), true); // it slid in under a pointer that pressed
+        w.queue.answer(w.id(), true); // it slid in under a pointer that was just pressing
         QCOMPARE(w.answers, (QStringList{u"second:nothing"_s, u"first:nothing"_s}));
         w.wait(1);
         w.queue.answer(w.id(), true);
@@ -202,7 +202,7 @@ private Q_SLOTS:
         QCOMPARE(w.queue.waiting(), 2);
         QCOMPARE(w.played(), (QStringList{u"first"_s, u"other needs you"_s, u"6 agents finished"_s}));
 
-        // The one that came first is on show by itself, and counted.
+        // The first one is on show alone, and counts too.
         for (int i = 0; i < 7; ++i)
             w.tell(Peek::News::Finished, QString::number(i));
         QCOMPARE(w.played(), (QStringList{u"0 finished"_s, u"7 agents finished"_s}));
@@ -244,7 +244,7 @@ private Q_SLOTS:
         w.queue.answer(w.id(), true);
         QCOMPARE(w.answers, QStringList{u"question:allow"_s});
 
-        // A press that began on one question says nothing about the next.
+        // A press that began on one question doesn't answer the next.
         w.ask(u"other"_s);
         w.ask(u"third"_s);
         w.wait(1000);

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// What the user has chosen, over a restart and over a damaged store.
+/// The user's choices, across a restart and with a damaged store.
 class PrefsTest : public QObject {
     Q_OBJECT
 
@@ -83,7 +83,7 @@ private Q_SLOTS:
         QCOMPARE(defaults.values.value(u"mode"_s).toString(), u"custom"_s);
 
         prefs.selectMode(Prefs::Mode::Engineer);
-        prefs.set(Prefs::Module::Agents, true); // was on already
+        prefs.set(Prefs::Module::Agents, true); // already on
         QCOMPARE(prefs.mode(), Prefs::Mode::Custom);
         QCOMPARE(prefs.off(), (QSet<QString>{u"work"_s, u"media"_s}));
         prefs.set(Prefs::Module::Agents, false);

@@ -34,7 +34,7 @@ private Q_SLOTS:
         const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
         const Follower copy(model, kRoles);
         for (int round = 0; round < 500; ++round) {
-            // Few ids, so that some of them come twice.
+            // Few ids, so that some occur twice.
             QList<RowModel::Row> wanted;
             const int size = random.bounded(12);
             for (int i = 0; i < size; ++i)
@@ -70,8 +70,8 @@ private Q_SLOTS:
         };
         row(u"abcdefgh"_s, u"habcdefg"_s, 1); // to the top
         row(u"abcdefgh"_s, u"bcdefgha"_s, 1); // to the end
-        row(u"abcdefgh"_s, u"abedcfgh"_s, 2); // two swapped
-        row(u"abcdefgh"_s, u"xaceygz"_s, 0); // came and went only
+        row(u"abcdefgh"_s, u"abedcfgh"_s, 2); // two swapped pairs
+        row(u"abcdefgh"_s, u"xaceygz"_s, 0); // insertions and removals only
         row(u"abcd"_s, u"dcba"_s, 3);
     }
 

@@ -34,7 +34,7 @@ private Q_SLOTS:
         m_terminals.present = {TerminalApp::App::Warp, TerminalApp::App::Ghostty};
         QCOMPARE(m_terminal.current(), TerminalApp::App::Ghostty);
         m_terminal.setCurrent(TerminalApp::App::Warp);
-        QCOMPARE(m_defaults.value(u"terminalApp"_s).toString(), u"dev.warp.Warp-Stable"_s); // as older settings have it
+        QCOMPARE(m_defaults.value(u"terminalApp"_s).toString(), u"dev.warp.Warp-Stable"_s); // the value in older settings
         QCOMPARE(m_terminal.current(), TerminalApp::App::Warp);
         m_terminals.present = {TerminalApp::App::Ghostty};
         QCOMPARE(m_terminal.current(), TerminalApp::App::Ghostty);

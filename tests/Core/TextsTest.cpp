@@ -113,7 +113,7 @@ private Q_SLOTS:
             u"👩‹U+200D›💻 ❤‹U+FE0F› 1‹U+FE0F›‹◌›"_s);
         row("a row of styles", u"❤"_s + QString(9, u'\uFE0F') + u"x"_s, u"❤\uFE0F‹U+FE0F×8›x"_s, u"❤‹U+FE0F×9›x"_s);
         row("joiners that join nothing", u"a\u200Db\u200C❤\u200D"_s, u"a‹U+200D›b‹U+200C›❤‹U+200D›"_s);
-        // From right to left it stays within its own place, and in a command each word stays where it is.
+        // Right-to-left text stays in its place, and in a command each word does.
         row("Hebrew", u"rm -rf אב גד/x 12"_s, u"\u2066rm -rf אב גד/x 12\u2069"_s, u"rm -rf \u200Eאב\u200E \u200Eגד\u200E/x 12"_s);
         row("Persian", u"می\u200Cخواهم"_s, u"\u2066می\u200Cخواهم\u2069"_s, u"\u200Eمی\u200E‹U+200C›\u200Eخواهم\u200E"_s);
     }

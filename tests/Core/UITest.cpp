@@ -21,7 +21,7 @@ private Q_SLOTS:
     {
         World w;
         w.ui.pointerChanged(true);
-        QVERIFY(!w.ui.expanded()); // on the row under the strip, say
+        QVERIFY(!w.ui.expanded()); // for example on the row under the strip
         w.ui.stripEntered();
         QVERIFY(w.ui.expanded());
         QVERIFY(!w.ui.takeFocusOnOpen());
@@ -51,7 +51,7 @@ private Q_SLOTS:
         w.wait(5000);
         w.ui.stripEntered(); // the window has become smaller
         QVERIFY(!w.ui.expanded());
-        w.ui.pointerChanged(false); // so it seems, as the window becomes smaller
+        w.ui.pointerChanged(false); // so it seems while the window shrinks
         w.ui.stripEntered();
         QVERIFY(!w.ui.expanded());
         there = false;
@@ -60,7 +60,7 @@ private Q_SLOTS:
         w.ui.stripEntered();
         QVERIFY(w.ui.expanded());
 
-        // Who overshot a question's answers opens nothing when the question has gone either.
+        // A pointer that overshot a question's answers doesn't open anything after the question either.
         there = false;
         w.ui.close();
         bool asks = true;

@@ -20,7 +20,7 @@ const QString kSegments =
 
 } // namespace
 
-/// What one types into, ticks and chooses from: with the keyboard alone, and as a screen reader says it.
+/// Fields, check boxes and choices: used with the keyboard alone, and as a screen reader reads them.
 class FieldsTest : public ViewWindow {
     Q_OBJECT
 private Q_SLOTS:
@@ -29,7 +29,7 @@ private Q_SLOTS:
         show(kSegments);
         click(named(u"All"_s));
         QCOMPARE(m_root->property("said").toString(), u"c"_s);
-        QVERIFY(focused().isEmpty()); // who works with the pointer sees no ring
+        QVERIFY(focused().isEmpty()); // pointer users see no ring
         show(kSegments);
         QCOMPARE(accessible(item(u"control"_s))->text(QAccessible::Name), u"Show"_s);
         press(Qt::Key_Tab);
@@ -40,7 +40,7 @@ private Q_SLOTS:
         QVERIFY(focusedState().checked);
         press(Qt::Key_Left);
         press(Qt::Key_Left);
-        press(Qt::Key_Left); // no turn at the end
+        press(Qt::Key_Left); // doesn't wrap around
         QCOMPARE(focused(), u"Today"_s);
         QCOMPARE(m_root->property("said").toString(), u"cbaa"_s);
         press(Qt::Key_Tab);
@@ -148,7 +148,7 @@ private Q_SLOTS:
             press(Qt::Key_Return);
             QCOMPARE(m_root->property("saved").toInt(), ++saved);
         }
-        press(Qt::Key_Tab); // the button of the date, which Return presses
+        press(Qt::Key_Tab); // the date's button, which Return presses
         press(Qt::Key_Tab);
         QCOMPARE(focused(), u"four"_s);
         press(Qt::Key_Return);
@@ -175,7 +175,7 @@ private Q_SLOTS:
         QCOMPARE(description(), u"Not a date"_s);
         press(Qt::Key_Tab);
         QVERIFY(m_date->unreadable());
-        QCOMPARE(field->property("text").toString(), u"3/4/2027x"_s); // one sees what is wrong
+        QCOMPARE(field->property("text").toString(), u"3/4/2027x"_s); // so that the mistake shows
         m_date->pickToday();
         QCOMPARE(field->property("text").toString(), u"11/21/2026"_s);
     }
@@ -227,10 +227,10 @@ private Q_SLOTS:
             press(Qt::Key_Tab);
             stops += focused();
         }
-        stops.sort(); // it goes round and never out
+        stops.sort(); // it goes round and never outside
         QCOMPARE(stops.join(u'|'), u"Next month|Previous month|Today|Tuesday, December 1, 2026"_s);
         named(u"Tuesday, December 1, 2026"_s)->forceActiveFocus();
-        press(Qt::Key_Right); // from where one is
+        press(Qt::Key_Right); // starts at the current place
         QCOMPARE(focused(), u"Wednesday, December 2, 2026"_s);
         click(named(u"Thursday, December 24, 2026"_s));
         QCOMPARE(m_date->date(), QDate(2026, 12, 24));
@@ -243,18 +243,18 @@ private Q_SLOTS:
         click(named(u"Choose a date"_s));
         QQuickItem *day = named(u"Wednesday, November 4, 2026"_s);
         m_view->grabWindow();
-        QVERIFY(day && day->mapToScene({0, 0}).y() < 350); // above, where there is room
+        QVERIFY(day && day->mapToScene({0, 0}).y() < 350); // above the field, where there is room
         press(Qt::Key_Right);
         QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, {390, 20});
         QVERIFY(!item(u"field"_s)->property("opened").toBool());
         QCOMPARE(m_date->date(), QDate(2026, 11, 21));
         click(named(u"Choose a date"_s));
         QVERIFY(item(u"field"_s)->property("opened").toBool());
-        close(); // an open one goes with its window, and nothing crashes
+        close(); // an open one is destroyed with its window without a crash
     }
 
 private:
-    /// Shows the QML in a window of 400 by 400, with `date` for it.
+    /// Shows the QML in a window of 400 by 400, with `date` available to it.
     void show(const QString &qml)
     {
         m_date = std::make_unique<DateModel>(m_clock);

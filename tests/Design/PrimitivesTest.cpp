@@ -14,7 +14,7 @@ namespace velto {
 
 namespace {
 
-/// Presses and lets go after so many milliseconds of event time.
+/// Presses, and releases after so many milliseconds of event time.
 void pressFor(QQuickWindow *window, QPointF at, int held)
 {
     static quint64 time = 1000;
@@ -268,10 +268,10 @@ private Q_SLOTS:
     }
 
 private:
-    /// What stands still draws nothing.
+    /// What doesn't move draws nothing.
     bool moves()
     {
-        QTest::qWait(50); // the frames of what has just changed
+        QTest::qWait(50); // the frames of the last change
         const QSignalSpy frames(m_view.get(), &QQuickWindow::frameSwapped);
         return QTest::qWaitFor([&frames] { return !frames.isEmpty(); }, 120);
     }

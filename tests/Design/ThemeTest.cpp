@@ -24,7 +24,7 @@ private Q_SLOTS:
         }
     }
 
-    /// Each text of the panel on the lightest ground that it can scroll to.
+    /// Each text of the panel on the lightest background that it can scroll to.
     void everyTextCanBeRead()
     {
         const QColor card = Theme::lightestGround();
@@ -51,7 +51,7 @@ private Q_SLOTS:
             const double ratio = Theme::contrast(text, ground);
             QVERIFY2(ratio >= 4.5, qPrintable(u"%1: %2"_s.arg(QLatin1StringView(what)).arg(ratio)));
         }
-        QCOMPARE(Theme::ink(Theme::kAmber), Theme::kAmber); // what can be read stays as it is
+        QCOMPARE(Theme::ink(Theme::kAmber), Theme::kAmber); // what is readable stays as it is
     }
 
     void nothingMovesWhenMotionIsReduced()

@@ -9,7 +9,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-/// A plain socket to a server on loopback. Waits end when the answer is there; the limit is for servers that are broken.
+/// A plain socket to a server on loopback. Waits end when the answer has come; the limit is for broken servers.
 class Client {
 public:
     static constexpr std::chrono::seconds kLimit{20};
@@ -47,7 +47,7 @@ public:
         return ::send(m_fd, bytes.constData(), std::size_t(bytes.size()), MSG_NOSIGNAL) == bytes.size();
     }
     void finishSending() { shutdown(m_fd, SHUT_WR); }
-    /// Leaves without a word.
+    /// Closes the connection with a reset.
     void reset()
     {
         const linger now{1, 0};
@@ -62,7 +62,7 @@ public:
 
     int descriptor() const { return m_fd; }
 
-    /// What the server sent until it closed, with the event loop running meanwhile; "reset" or "nothing" if that fails.
+    /// What the server sent until it closed, while the event loop runs; "reset" or "nothing" if that fails.
     QByteArray reply()
     {
         const QDeadlineTimer deadline(kLimit);

@@ -20,12 +20,12 @@ namespace {
 
 const QString kToken = u"0123456789abcdef0123456789abcdef0123456789abcdef"_s;
 
-/// Another program gets its turn right before the file is put in place.
+/// Lets another program write right before the file is put in place.
 class MeddledFiles final : public Files {
 public:
     std::function<void(const QString &path)> meddle;
 
-    /// What the next reads give instead, one after the other.
+    /// What the next reads return instead, in order.
     mutable QByteArrayList torn;
 
     std::variant<QByteArray, FileError> read(const QString &path, qint64 maximum) const override
@@ -94,7 +94,7 @@ private Q_SLOTS:
         prepare(settings, 0644);
         HookInstaller installer(m_files, m_clock, m_home->path(), kToken);
         QCOMPARE(installer.install(), std::nullopt);
-        QCOMPARE(modeOf(m_path), 0600); // it holds the secret now
+        QCOMPARE(modeOf(m_path), 0600); // it contains the secret now
         const QByteArray installed = readFile(m_path);
         QCOMPARE(installer.uninstall(), std::nullopt);
         QCOMPARE(readFile(m_path), settings);
@@ -131,9 +131,9 @@ private Q_SLOTS:
         const QByteArray token = kToken.toUtf8();
         row("{}", false, false);
         row("127.0.0.1:4747/permission", true, true); // with another secret
-        row("127.0.0.1:4747/event " + token, true, true); // from before questions
+        row("127.0.0.1:4747/event " + token, true, true); // from before permission questions
         row("127.0.0.1:4747/permission " + token, true, false);
-        row("127.0.0.1:4747/ \xFF" + token, false, false); // no text
+        row("127.0.0.1:4747/ \xFF" + token, false, false); // not UTF-8
     }
 
     void whatCannotBeEditedStaysAsItIs()
@@ -177,7 +177,7 @@ private Q_SLOTS:
         prepare("{\"model\": \"opus\"}");
         HookInstaller installer(m_files, m_clock, m_home->path(), kToken);
         int left = 2;
-        m_files.torn = {"", "{\"model"}; // another program is writing it right now
+        m_files.torn = {"", "{\"model"}; // another program is halfway through writing it
         m_files.meddle = [&](const QString &path) {
             if (path == m_path && left-- > 0)
                 writeFile(m_path, "{\"model\": \"opus\", \"added\": " + QByteArray::number(left) + "}");
@@ -186,7 +186,7 @@ private Q_SLOTS:
         const QJsonObject settings = QJsonDocument::fromJson(readFile(m_path)).object();
         QCOMPARE(settings.value("added"_L1), QJsonValue(0));
         QVERIFY(settings.contains("hooks"_L1));
-        const QStringList copies = filesIn(m_folder, u"*.velto-backup-*"_s); // one, whatever was tried
+        const QStringList copies = filesIn(m_folder, u"*.velto-backup-*"_s); // one, however many attempts
         QCOMPARE(copies.size(), 1);
         QCOMPARE(readFile(m_folder + u'/' + copies[0]), QByteArray("{\"model\": \"opus\", \"added\": 0}"));
 

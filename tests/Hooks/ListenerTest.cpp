@@ -20,7 +20,7 @@ const auto kNoContent = velto::hookReply("204 No Content");
 const QByteArray kStop = R"({"hook_event_name":"Stop","cwd":"/home/me"})";
 const QByteArray kAsk = R"({"hook_event_name":"PermissionRequest","tool_name":"Bash"})";
 
-/// A listener with everything that it needs, and what it was told.
+/// A listener with everything that it needs, and what it reported.
 class Fixture {
 public:
     explicit Fixture(bool takesQuestions = true)
@@ -83,7 +83,7 @@ private Q_SLOTS:
         QCOMPARE(fixture.events[0].cwd, std::optional(u"/home/me"_s));
         QCOMPARE(fixture.events[0].at, fixture.clock.wallTime());
 
-        // A body that is announced longer than it is, from a sender that then stops.
+        // A body shorter than announced, from a sender that then stops.
         auto cut = fixture.client(fixture.request("/event", kStop + "    ").chopped(4));
         cut.finishSending();
         QCOMPARE(cut.reply(), kNoContent);
@@ -106,7 +106,7 @@ private Q_SLOTS:
         auto header = fixture.client("POST /event HTTP/1.1\r\n");
         header.finishSending();
         QCOMPARE(header.reply(), "");
-        // In order: had any of these been taken, it would have come before this one.
+        // In order: had one of the above been accepted, it would precede this one.
         QCOMPARE(fixture.client(fixture.request("/event", kStop)).reply(), kNoContent);
         QTRY_COMPARE(fixture.events.size(), 1);
         QVERIFY(fixture.questions.isEmpty());
@@ -115,7 +115,7 @@ private Q_SLOTS:
     void refusesWhoDoesNotKnowTheSecret()
     {
         Fixture fixture;
-        // The body never comes: the header is enough.
+        // The body never arrives: the header is enough.
         QCOMPARE(fixture.client("POST /event HTTP/1.1\r\nX-Velto-Token: guess\r\nContent-Length: 1000\r\n\r\n").reply(),
                  velto::hookReply("403 Forbidden"));
         QCOMPARE(fixture.client(fixture.request("/event", QByteArray(256'000, ' '))).reply(),
@@ -131,7 +131,7 @@ private Q_SLOTS:
             QVERIFY(fixture.untilAsked(1));
             QCOMPARE(fixture.questions[0].tool, std::optional(u"Bash"_s));
             QVERIFY(fixture.replies[0](decision));
-            QVERIFY(!fixture.replies[0](!decision.value_or(false))); // only the first counts
+            QVERIFY(!fixture.replies[0](!decision.value_or(false))); // only the first answer counts
             QCOMPARE(asker.reply(), velto::permissionReply(decision));
         }
     }
@@ -156,7 +156,7 @@ private Q_SLOTS:
         auto onItsWay = fixture.ask();
         fixture.listener.reset();
         QCOMPARE(shown.reply(), kNoContent);
-        // The second one may not even have been accepted; it gets no decision in any case.
+        // The second one may not even have been accepted; it gets no decision either way.
         QVERIFY(!onItsWay.reply().contains("behavior"));
         fixture.replies[0](true);
         QCoreApplication::processEvents();
@@ -171,7 +171,7 @@ private Q_SLOTS:
             ++calls;
             fixture.listener.reset();
         });
-        // Both lie ready before the event loop runs again.
+        // Both are there before the event loop runs again.
         auto event = fixture.client(fixture.request("/event", kStop));
         auto question = fixture.ask();
         QCOMPARE(event.reply(), kNoContent);
@@ -192,7 +192,7 @@ private Q_SLOTS:
         resets.reset();
         QTRY_COMPARE(fixture.withdrawn.size(), 2);
 
-        // One that has only finished sending still wants its answer, and can leave all the same.
+        // A peer that has only finished sending still wants its answer, and may leave all the same.
         stays.finishSending();
         auto leaves = fixture.client(fixture.request("/permission", kAsk));
         leaves.finishSending();

@@ -21,7 +21,7 @@ struct Outcome {
     bool operator==(const Outcome &) const = default;
 };
 
-/// Feeds `pieces`, then the end of the stream if nothing was decided by then.
+/// Feeds `pieces`, then the end of the stream if nothing has been decided by then.
 Outcome read(const QList<QByteArray> &pieces)
 {
     HookRequest request(kToken);
@@ -113,7 +113,7 @@ private Q_SLOTS:
         QVERIFY(request.mayHaveMore());
         QCOMPARE(request.feed(kSecret, true), State::Refused);
 
-        // What comes with the body is used in full, whatever was announced.
+        // Bytes that come with the body are all used, whatever length was announced.
         HookRequest generous(kToken);
         QCOMPARE(generous.feed("POST /event HTTP/1.1\r\n" + kSecret + "Content-Length: 2\r\n\r\n{\"a\":1}", false),
                  State::Complete);

@@ -19,7 +19,7 @@ namespace {
 
 const QByteArray kLong(8 * 1024 * 1024, 'l');
 
-/// What the connections tell the test.
+/// What the connections report to the test.
 class Log {
 public:
     void waits(LoopbackServer::ConnectionId id)
@@ -34,7 +34,7 @@ public:
         ++m_ended;
         m_changed.notify_all();
     }
-    /// The next connection that said Wait; 0 if none does.
+    /// The next connection that sent "wait"; 0 if none does.
     LoopbackServer::ConnectionId nextWaiting()
     {
         std::unique_lock lock(m_mutex);
@@ -57,7 +57,7 @@ private:
     int m_ended = 0;
 };
 
-/// One line, or what there is at the end: "wait", "long" and "refuse" are special, anything else comes back.
+/// One line, or what there is at the end of input: "wait", "long" and "refuse" are special, anything else is echoed.
 class LineConnection final : public LoopbackConnection {
 public:
     LineConnection(Log &log, LoopbackServer::ConnectionId id)
@@ -111,7 +111,7 @@ private:
 
 } // namespace
 
-/// The loopback server, with a small protocol of the test's own.
+/// The loopback server, with a small protocol for tests.
 class ServerTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -142,7 +142,7 @@ private Q_SLOTS:
     {
         Server server;
         auto chatty = server.client("refuse");
-        QVERIFY(server.log.untilEnded(1)); // the answer was given
+        QVERIFY(server.log.untilEnded(1)); // the answer was sent
         QVERIFY(chatty.send(QByteArray(1024 * 1024, 'x')));
         QCOMPARE(chatty.reply(), "refused");
     }
@@ -167,7 +167,7 @@ private Q_SLOTS:
         QCOMPARE(first.reply(), "first");
         first.leave();
 
-        auto second = server.client("wait\n"); // in the same place as the first
+        auto second = server.client("wait\n"); // in the same slot as the first
         const auto id = server.log.nextWaiting();
         server->reply(old, "late");
         server->reply(12'345, "to nobody");
@@ -208,7 +208,7 @@ private Q_SLOTS:
         std::vector<Client> hoarders;
         for (int i = 0; i < 5; ++i)
             hoarders.push_back(server.client(QByteArray(60'000, 'x')));
-        // A peer that is cut off may see that as a reset.
+        // A peer that is dropped may see a reset.
         for (int i = 0; i < 4; ++i)
             QVERIFY(hoarders[std::size_t(i)].reply().size() < 6);
         hoarders.back().send("\n");
@@ -235,7 +235,7 @@ private Q_SLOTS:
             client.leave();
             QCOMPARE(ask(accepted.get()), PeerSocket::Gone);
         }
-        QCOMPARE(velto::peerSocketOf(listening.get()), PeerSocket::Unknown); // has no peer
+        QCOMPARE(velto::peerSocketOf(listening.get()), PeerSocket::Unknown); // it has no peer
     }
 
     void waitsOutALackOfDescriptors()

@@ -31,7 +31,7 @@ QByteArray without(const QByteArray &settings)
     return bytesOf(withoutHooks(settings, kHooks, kMarker));
 }
 
-/// The same JSON without the blanks between its tokens, whatever else it says.
+/// The same JSON without the blanks between its tokens.
 QByteArray tokens(const QByteArray &json)
 {
     QByteArray out;
@@ -68,7 +68,7 @@ QByteArray randomJson(QRandomGenerator &random, int depth)
     return kind == 0 ? "[ " + inner + "]" : "{" + inner + " }";
 }
 
-/// Settings as anybody may have them, with other people's hooks beside ours, but none that an edit would tidy away.
+/// Settings as anyone may have them, with other people's hooks beside ours, but nothing that an edit would tidy away.
 QByteArray randomSettings(QRandomGenerator &random)
 {
     QByteArrayList members;
@@ -186,7 +186,7 @@ private Q_SLOTS:
         for (const char *name : {"everyday", "odd-spellings", "empty-object"}) {
             const QByteArray settings = fixture("claude-settings/" + QByteArray(name) + ".json");
             QCOMPARE(tokens(without(with(settings))), tokens(settings));
-            if (settings.contains("\n  ")) // laid out by Claude Code: not a byte differs
+            if (settings.contains("\n  ")) // in Claude Code's own layout: not a byte differs
                 QCOMPARE(without(with(settings)), settings);
         }
         QRandomGenerator random(20261121);

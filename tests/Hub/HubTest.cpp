@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// The schedule, the tabs, the recording check, and what a press on a Peek leads to.
+/// The refresh schedule, the tabs, the check for recordings, and what a press on a Peek does.
 class HubTest : public QObject {
     Q_OBJECT
 
@@ -47,7 +47,7 @@ private Q_SLOTS:
         w.hub.open(Tab::Agents);
         QCOMPARE(w.hub.selected(), Tab::Agents);
         w.prefs.set(Prefs::Module::Agents, false);
-        QCOMPARE(w.hub.selected(), Tab::Agents); // until the change has landed
+        QCOMPARE(w.hub.selected(), Tab::Agents); // until the change is delivered
         w.wait(0);
         QVERIFY(!w.hub.tabs().contains(Tab::Agents));
         QCOMPARE(w.hub.selected(), Tab::Home);
@@ -87,7 +87,7 @@ private Q_SLOTS:
         QVERIFY(!w.hub.recording());
         QVERIFY(!w.hub.hasPeek());
 
-        // The switch takes effect when some application starts or ends.
+        // The switch takes effect when the next application starts or ends.
         w.applications.setRunning({u"com.loom.desktop"_s});
         w.prefs.setQuietWhileRecording(false);
         w.wait(1000);

@@ -76,7 +76,7 @@ def main(build, version):
 
         manual = gzip.decompress((share / "man/man1/velto.1.gz").read_bytes()).decode()
         check("the manual is of this version", f"Velto {version}" in manual)
-        options = set(re.findall(r"--[a-z-]+", help_text)) - {"--activated"}  # that one is between us and the bus
+        options = set(re.findall(r"--[a-z-]+", help_text)) - {"--activated"}  # only the bus service uses that one
         missing = {each for each in options if each.replace("-", r"\-") not in manual}
         check(f"the manual knows all options {missing or ''}", options and not missing)
         check("what folders are chosen with comes along", os.access(root / "libexec/velto/velto-folders", os.X_OK))

@@ -8,7 +8,7 @@
 
 namespace velto {
 
-/// The settings and the welcome on a world that does as it is told.
+/// The settings and the welcome on a fake desktop.
 struct Desk : World {
     FakeLoginItem loginItem;
     FakeHotKey hotKey;

@@ -11,7 +11,7 @@ namespace velto {
 namespace {
 
 struct Watched : Desk {
-    /// How often the world was read anew, by force, during `change`.
+    /// How often everything was read again, by force, during `change`.
     int refreshes(const std::function<void()> &change)
     {
         const QSignalSpy updated(&hub, &Hub::updatedChanged);
@@ -116,7 +116,7 @@ private Q_SLOTS:
         QVERIFY(hub.canTest());
         QVERIFY(!hub.canDisconnect());
 
-        // Refused: a sentence, and nothing is kept.
+        // Refused: an error message, and nothing is stored.
         desk.http.answer = [](const HttpRequest &) { return HttpReply{401, {}, {}}; };
         hub.test();
         QVERIFY(hub.result().contains(u"hub.example.net didn't accept the token"_s));
@@ -134,9 +134,9 @@ private Q_SLOTS:
         QCOMPARE(desk.defaults.value(u"quillboxURL"_s).toString(), u"https://hub.example.net/base"_s);
         QCOMPARE(hub.token(), QString());
         QVERIFY(hub.tokenSaved());
-        QCOMPARE(hub.status(), u"Not connected"_s); // the selection has the last word
+        QCOMPARE(hub.status(), u"Not connected"_s); // the selection wins
 
-        // Another address alone, with a selection that lets it in.
+        // Only another address, with a selection that allows it.
         desk.quillboxMode = QuillboxMode::hub(QUrl(u"https://other.example.net"_s), u"qb_1"_s);
         hub.setUrl(u"https://other.example.net"_s);
         desk.http.requests.clear();
@@ -158,7 +158,7 @@ private Q_SLOTS:
         SettingsStore settings(desk.needs);
         QuillboxSettings &hub = *settings.quillbox();
         QCOMPARE(hub.url(), u"https://hub.example.net"_s);
-        hub.test(); // and the user thinks otherwise before it has an answer
+        hub.test(); // and the user changes their mind before the answer
         hub.disconnectHub();
         desk.background.finishAll();
         QVERIFY(desk.keychain.entries.isEmpty());
@@ -196,7 +196,7 @@ private Q_SLOTS:
         desk.prefs.setOnboarded(true);
         const QSignalSpy quit(desk.settings.about(), &AboutSettings::quitWanted);
         desk.settings.about()->reset();
-        QCOMPARE(quit.count(), 1); // a keyring that hangs doesn't hold it up
+        QCOMPARE(quit.count(), 1); // a keyring that hangs doesn't delay it
         desk.background.finishAll();
         QVERIFY(!desk.installer.present());
         QVERIFY(!desk.loginItem.enabled());

@@ -43,7 +43,7 @@ template <typename Wanted> QList<QQuickItem *> below(QQuickItem *root, Wanted wa
     return all;
 }
 
-/// What a screen reader can press it by; empty if it can't.
+/// The action with which a screen reader presses it; empty if there is none.
 QString actionOf(QQuickItem *item)
 {
     QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(item);
@@ -92,7 +92,7 @@ private Q_SLOTS:
     void aScreenReadersPressDoesWhatAClickDoes_data()
     {
         columns<int, QStringList, int>({"pane", "first", "effective"});
-        // The pane's own tab changes something where the pane looks into the keyring when it opens.
+        // A pane's own tab button counts too where the pane reads the keyring as it opens.
         QTest::newRow("general") << 0 << QStringList() << 10;
         QTest::newRow("general, a choice") << 0 << QStringList{u"Starting view, Custom"_s} << 5;
         QTest::newRow("modules") << 1 << QStringList() << 15;
@@ -174,12 +174,12 @@ private Q_SLOTS:
         openPane(0);
         press(u"Stay quiet while I record my screen"_s);
         QVERIFY(!m_desk->prefs.quietWhileRecording());
-        // Where the wish isn't met it goes back.
+        // A switch whose change is refused goes back.
         m_desk->loginItem.allowed = false;
         press(u"Open Velto when you log in"_s);
         QCOMPARE(named(u"Open Velto when you log in"_s)->property("checked"), QVariant(false));
         QVERIFY(saying(u"It can't be written: Read-only file system."_s));
-        // And where what was set can't be stored, every pane says so.
+        // And if a setting can't be saved, every pane says so.
         bool full = true;
         m_desk->writer.write(u"/full/settings.json"_s, [&full] {
             return FileWriter::Outcome{full ? std::optional(FileError{u"The disk is full."_s}) : std::nullopt, {}};
@@ -225,8 +225,7 @@ private Q_SLOTS:
         QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Linear API key, Paste here"_s);
     }
 
-    /// The windows as the program has them: the welcome closes once it is through, and the reset, asked for twice, ends the
-    /// program.
+    /// The windows as the program has them: the welcome closes when it is finished, and the reset, confirmed, ends the program.
     void theProgramHearsHowTheyEnd()
     {
         class : public Appearance {
@@ -292,20 +291,20 @@ private:
         connect(m_welcome.get(), &Welcome::done, this, [this] { m_done += u"done"_s; });
         open("WelcomeWindow.qml", m_welcome.get());
     }
-    /// All that a press can have changed.
+    /// Everything that a press may have changed.
     QString told() const
     {
         QStringList all{m_done, m_desk->folderPanel.promptNow, QString::number(m_desk->background.pending())};
         for (QQuickItem *control : pressableBelow(m_window->contentItem()))
             all += spoken(control) + (QAccessible::queryAccessibleInterface(control)->state().checked ? u"*"_s : QString());
-        m_desk->defaults.values.remove(u"hookToken"_s); // another one each time
+        m_desk->defaults.values.remove(u"hookToken"_s); // a different one each time
         for (const QString &key : m_desk->defaults.values.keys())
             all += key + u'=' + QDebug::toString(m_desk->defaults.values.value(key));
         all += m_window->property("shown").toString() + QString::number(m_desk->loginItem.on);
         all.sort();
         return all.join(u'|');
     }
-    /// Where dialogs and lists stand; what is under them can't be clicked.
+    /// The layer of dialogs and lists; nothing below it can be clicked.
     QQuickItem *overlay() const
     {
         const auto children = m_window->contentItem()->childItems();
@@ -318,7 +317,7 @@ private:
         const auto wanted = [&name](QQuickItem *item) { return item->activeFocusOnTab() && spoken(item) == name; };
         return below(m_window->contentItem(), wanted).value(0);
     }
-    /// Whether this can be read.
+    /// Whether this text is shown.
     bool saying(const QString &sentence) const
     {
         const auto says = [&](QQuickItem *item) { return item->property("text").toString() == sentence; };
@@ -332,7 +331,7 @@ private:
     }
     void click(QQuickItem *control)
     {
-        control->forceActiveFocus(Qt::TabFocusReason); // which brings it into sight
+        control->forceActiveFocus(Qt::TabFocusReason); // which scrolls it into sight
         QTest::mouseClick(m_window, Qt::LeftButton, {},
                           control->mapToScene(QPointF(control->width() / 2, control->height() / 2)).toPoint());
     }

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// Where the window is at each moment, and what the strip says.
+/// Where the window is at each moment, and what the strip shows.
 class DelegateTest : public QObject {
     Q_OBJECT
 
@@ -71,7 +71,7 @@ private Q_SLOTS:
         d.wait(550);
         QCOMPARE(d.frame(), kCollapsed);
 
-        // Opened again on the way: the shrinking is off.
+        // Opened again while closing: it doesn't shrink.
         d.ui.openFocused();
         QVERIFY(d.panelWindow.focused);
         d.ui.close();
@@ -81,7 +81,7 @@ private Q_SLOTS:
         d.wait(1000);
         QCOMPARE(d.frame(), kExpanded);
 
-        // Without a compositor nothing moves slowly.
+        // Without a compositor nothing is animated.
         d.panelWindow.alpha = false;
         Q_EMIT d.panelWindow.compositedChanged();
         d.ui.close();
@@ -104,7 +104,7 @@ private Q_SLOTS:
         d.wait(550);
         QCOMPARE(d.frame(), kCollapsed);
 
-        // Behind the open panel it changes nothing.
+        // Behind the open panel it has no effect.
         d.ui.openFocused();
         d.peek(u"three"_s);
         QCOMPARE(d.frame(), kExpanded);
@@ -128,24 +128,24 @@ private Q_SLOTS:
         };
         ask(u"one"_s);
         ask(u"two"_s);
-        d.ui.stripEntered(); // on the way to a pill
+        d.ui.stripEntered(); // on its way to a pill
         QVERIFY(!d.ui.expanded());
         d.ui.questionHovered(true);
         d.wait(249);
         QVERIFY(!d.ui.unfolded());
         d.wait(1);
         QVERIFY(d.ui.unfolded());
-        QCOMPARE(d.frame(), kPeeking); // until its view says how much there is
+        QCOMPARE(d.frame(), kPeeking); // until its view says how much it needs
         d.ui.setUnfoldedHeight(100);
         QCOMPARE(d.frame(), kPeeking.adjusted(0, 0, 0, 100));
         d.ui.setUnfoldedHeight(10'000);
         QCOMPARE(d.frame(), kPeeking.adjusted(0, 0, 0, 300));
 
         d.line.answer(true);
-        QCOMPARE(d.line.tool(), u"one"_s); // the pills have only just come to their new place
+        QCOMPARE(d.line.tool(), u"one"_s); // the pills have only just reached their new place
         d.wait(300);
         d.line.answer(true);
-        QCOMPARE(d.line.tool(), u"two"_s); // folded, as nobody has rested on this one
+        QCOMPARE(d.line.tool(), u"two"_s); // folded, since the pointer hasn't rested on this one
         QVERIFY(!d.ui.unfolded());
         d.wait(250);
         QVERIFY(d.ui.unfolded());
@@ -155,7 +155,7 @@ private Q_SLOTS:
         d.wait(550);
         QCOMPARE(d.frame(), kPeeking);
 
-        // The global key: the keyboard comes to the question, and what was being pressed isn't meant for its new place.
+        // The global key moves the focus to the question, and a key already on its way isn't meant for the new place.
         QSignalSpy wanted(&d.ui, &UI::questionWanted);
         d.hotKey.press();
         d.wait(0);
@@ -167,7 +167,7 @@ private Q_SLOTS:
         d.line.answer(true);
         QCOMPARE(answers, (QStringList{u"one+"_s, u"two+"_s}));
         d.ui.close();
-        d.ui.tapped(); // and now the strip is a strip again
+        d.ui.tapped(); // now the strip is a strip again
         QVERIFY(d.ui.expanded());
     }
 
@@ -178,7 +178,7 @@ private Q_SLOTS:
         QCOMPARE(d.frame(), QRect(528, 0, 224, 24));
         d.displays.setAll({});
         QVERIFY(!d.panelWindow.shown);
-        d.ui.openFocused(); // nowhere to go, and no harm
+        d.ui.openFocused(); // there is nothing to go to
         d.ui.close();
         d.wait(1000);
         QVERIFY(!d.panelWindow.shown);
@@ -201,7 +201,7 @@ private Q_SLOTS:
         QVERIFY(d.panelWindow.focused);
         QVERIFY(d.background.pending() == 0);
         d.wait(450);
-        QCOMPARE(d.background.pending(), 1); // the panel shows the world as it is now
+        QCOMPARE(d.background.pending(), 1); // the panel shows current data
 
         // Open without the keyboard, then asked for with it.
         d.ui.close();

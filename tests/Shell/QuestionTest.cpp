@@ -16,7 +16,7 @@ Question question(const QString &tool, const QJsonValue &input, const QString &s
     return {session, u"/home/me/api"_s, tool, input};
 }
 
-/// "label: text", with − and + before what goes and what comes.
+/// "label: text", with − and + before removed and added lines.
 QStringList told(const QList<QuestionPart> &parts)
 {
     QStringList lines;
@@ -31,7 +31,7 @@ QStringList told(const QList<QuestionPart> &parts)
 
 } // namespace
 
-/// What a person reads of a question, whoever words it.
+/// What the user reads of a question, whatever its wording.
 class QuestionTest : public QObject {
     Q_OBJECT
 
@@ -53,7 +53,7 @@ private Q_SLOTS:
         row("a way out", u"Edit"_s, QJsonObject{{u"file_path"_s, u"/home/me/api/../.ssh/config"_s}},
             u"Edit|config|/home/me/api/../.ssh"_s);
         row("no file but a command", u"Edit"_s, QJsonObject{{u"command"_s, u"rm x"_s}}, u"Edit|command: \"rm x\"|"_s);
-        // The field that sounds harmless isn't all that a foreign tool is given.
+        // A harmless-looking field may not be all that another tool is given.
         row("a foreign tool", u"mcp__sh__run"_s, QJsonObject{{u"command"_s, u"rm"_s}, {u"file_path"_s, u"README"_s}},
             u"mcp__sh__run|command: \"rm\", file_path: \"README\"|"_s);
         row("an argument in an argument", u"mcp__a__b"_s,
@@ -73,7 +73,7 @@ private Q_SLOTS:
         QVERIFY(line.session.startsWith(u"app: Bash git‹U+202E› ⏎ xxx"_s) && line.session.endsWith(u'…'));
         QVERIFY(line.session.size() < 500);
         QCOMPARE(line.tool + line.detail, u"Bashrm"_s);
-        QCOMPARE(told(questionParts(asked)).first(), u"rm"_s); // whoever asks comes last
+        QCOMPARE(told(questionParts(asked)).first(), u"rm"_s); // who asks comes last
     }
 
     void allOfItUnfolds()

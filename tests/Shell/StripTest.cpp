@@ -86,8 +86,8 @@ private Q_SLOTS:
             QCOMPARE(QVariant::fromValue(p.strip.summaryTone()).toString() + u' ' + p.strip.summaryText(), summary);
             QCOMPARE(p.strip.quiet(), sides == u"Nothing None"_s);
             p.ui.setExpanded(false);
-            QCOMPARE(p.outline.width(), p.strip.quiet() ? 185.0 : 289.0); // the housing alone, or a side of 52 on either hand
-            const auto right = p.strip.right(); // which the dot of a recording leaves alone
+            QCOMPARE(p.outline.width(), p.strip.quiet() ? 185.0 : 289.0); // the housing alone, or with 52 on either side
+            const auto right = p.strip.right(); // a recording's dot leaves the right side alone
             p.applications.setRunning({u"com.obsproject.obs-studio"_s});
             QCOMPARE(p.strip.left(), CollapsedStrip::Left::Recording);
             QCOMPARE(p.strip.right(), right);

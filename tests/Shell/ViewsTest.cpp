@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// The strip, its row and the open panel, as a person reads and presses them.
+/// The strip, its row and the open panel, as the user reads and presses them.
 class ViewsTest : public ViewPage {
     Q_OBJECT
 
@@ -31,7 +31,7 @@ class ViewsTest : public ViewPage {
         m_strip.reset();
         ViewPage::close();
     }
-    /// One of the module's files, which stands still and takes what it needs of these.
+    /// Shows one of the module's files, without animation, with these as its properties.
     void showView(const QString &name, QSize size)
     {
         World &w = *m_world;
@@ -73,7 +73,7 @@ private Q_SLOTS:
     {
         World &w = *m_world;
         showView(u"CollapsedView"_s, {560, 60});
-        Theme::of(m_view->engine())->setReducedMotion(true); // or numbers are on their way
+        Theme::of(m_view->engine())->setReducedMotion(true); // otherwise numbers would still be rolling
         const auto sessions = [&](int working, int waiting) {
             w.setSessions(working, waiting);
             w.refresh();
@@ -122,7 +122,7 @@ private Q_SLOTS:
                     answers.append(*answer);
             });
             QTRY_COMPARE(seen().join(u'/'), u"amber:(hand.raised.fill) | docs: Bash %1 | Deny | Allow"_s.arg(word));
-            click(named(word + u": docs: Bash "_s + word)); // too early to have been read
+            click(named(word + u": docs: Bash "_s + word)); // too early for it to have been read
             m_world->wait(300);
             click(named(word + u": docs: Bash "_s + word));
         }

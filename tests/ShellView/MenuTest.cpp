@@ -38,7 +38,7 @@ private Q_SLOTS:
                 }
                 QCOMPARE(nameOf(named(u"Settings…"_s), QAccessible::Description), u"Ctrl+,"_s);
                 press(Qt::Key_Down);
-                press(Qt::Key_Down); // over the line
+                press(Qt::Key_Down); // past the separator
                 QCOMPARE(focused(), u"Quit"_s);
                 press(Qt::Key_Down);
                 QCOMPARE(focused(), u"Open"_s);

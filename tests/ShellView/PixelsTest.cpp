@@ -11,11 +11,11 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// What the eye sees of text, symbols and edges, measured on device pixels at whatever scale the program was started with.
+/// What the eye sees of text, symbols and edges, measured in device pixels at the scale the program was started with.
 class PixelsTest : public ViewWindow {
     Q_OBJECT
 private Q_SLOTS:
-    /// The middle of the capitals is the middle of what stands beside them or around them, as near as whole pixels come.
+    /// The middle of the capitals is level with the middle of what is beside or around them, to within whole pixels.
     void capitalsAreLevel_data()
     {
         columns<QString>({"qml"});
@@ -57,13 +57,13 @@ private Q_SLOTS:
         const double text = middle(image, [](QRgb pixel) { return qMin(qGreen(pixel), qBlue(pixel)) - 20; });
         const double beside = middle(image, [](QRgb pixel) { return qRed(pixel) > 20 && qBlue(pixel) < 20 ? qRed(pixel) : 0; });
         QVERIFY(text > 0 && beside > 0);
-        // Hinting and the grid take half a pixel each where a logical pixel isn't whole ones.
+        // Hinting and the pixel grid cost half a pixel each where logical pixels aren't whole device pixels.
         const double scale = m_view->effectiveDevicePixelRatio();
         const double most = scale == std::floor(scale) ? 0.6 : 1.02;
         QVERIFY2(std::abs(text - beside) <= most, qPrintable(u"%1 device pixels lower"_s.arg(text - beside)));
     }
 
-    /// The line around a button is whole: along its straight parts each column is like the next, above and below.
+    /// The edge of a button is unbroken: along its straight parts each column is like the next, above and below.
     void theEdgeOfAButtonIsWhole()
     {
         QVERIFY(show(u"PillButton { x: 11; y: 7; width: 120; text: ''; tint: 'red' }"_s));
@@ -80,18 +80,18 @@ private Q_SLOTS:
         for (double x = 26; x < 116; ++x)
             QCOMPARE(column(x), middle);
         const int fill = qRed(image.pixel(int(70 * scale), int(18 * scale)));
-        // A slanted line lies on two pixels of a column, or three: what stands above and below the strongest is of it too.
+        // A slanted line covers two or three pixels of a column: those next to the strongest belong to it.
         const auto line = [&](const QList<QRgb> &pixels) {
             const auto at = std::ranges::max_element(pixels.begin() + 1, pixels.begin() + int(18 * scale), {},
                                                      [](QRgb each) { return qRed(each); });
             return qRed(at[-1]) + qRed(at[0]) + std::max(0, qRed(at[1]) - fill);
         };
-        // Where arc and line meet it doesn't fade.
+        // Where an arc meets a straight part, it doesn't fade.
         for (double x = 20; x < 30; x += 1 / scale)
             QVERIFY2(line(column(x)) > 0.8 * line(middle), qPrintable(u"at %1"_s.arg(x)));
     }
 
-    /// Nothing that fills the panel stands outside its round corners, however far it is open, in a window with transparency or
+    /// Nothing that fills the panel shows outside its round corners, however far it is open, in windows with transparency and
     /// without.
     void nothingStandsOutsideTheCorners()
     {
@@ -100,7 +100,8 @@ private Q_SLOTS:
                          "Rectangle { id: all; x: 14; width: 272; height: 60 + parent.place; color: 'white' }\n"
                          "CornerCut { x: 0; width: 300; height: all.height; topRadius: 14; bottomRadius: 26 } }"_s));
             QQuickItem *item = m_view->contentItem()->childItems().first();
-            // The offscreen platform's windows are opaque: what has transparency is painted into a picture that has it.
+            // The offscreen platform's windows are opaque, so the transparent case is painted into an image with an alpha
+            // channel.
             const double scale = m_view->effectiveDevicePixelRatio();
             QImage clear(QSize(300, 120) * scale, QImage::Format_ARGB32_Premultiplied);
             clear.setDevicePixelRatio(scale);
@@ -155,7 +156,7 @@ private Q_SLOTS:
 private:
     QQuickItem *show(const QString &qml) { return showQml(u"import Velto.Shell\n"_s + qml, {300, 120}); }
 
-    /// The middle of what weighs anything, in device pixels from the top; 0 for nothing.
+    /// The weighted middle, in device pixels from the top; 0 if nothing has weight.
     template <typename Weight> static double middle(const QImage &image, Weight weight)
     {
         double sum = 0;

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The report of what works here: whole and well formed with a display and without, honest about the port, and without a secret.
+"""The report of what works here: complete and well formed with a display and without, right about the port, and without secrets.
 
 Usage: script/with-desktop --own-network tests/e2e/check.py VELTO. Ends with 77 if this machine can't try it.
 """
@@ -15,7 +15,7 @@ LINE = re.compile(r"(.{20}) (works|missing|denied)( +(.*))?")
 
 
 def report(velto, status=0, without=()):
-    """What stands in each line: its state and its words."""
+    """The content of each line: its state and its text."""
     environment = {name: value for name, value in velto.environment.items() if name not in without}
     done = subprocess.run([velto.program, "--check"], env=environment, capture_output=True, text=True, timeout=60)
     expect(f"the report ends with {status}", done.returncode, status)

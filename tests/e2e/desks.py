@@ -1,4 +1,4 @@
-"""A desktop as a person has it in hand: a pointer, a keyboard, windows to type in, and a picture of the screen.
+"""A desktop as a person uses it: a pointer, a keyboard, windows to type in, and a picture of the screen.
 
 The same on X11 (xdotool, xterm, ImageMagick) and on Wayland (sway, foot, grim and the program `wayland-hand`)."""
 
@@ -12,10 +12,10 @@ import time
 
 from velto_desktop import Failure, Geometry, skip, until, xdotool
 
-# evdev's numbers (linux/input-event-codes.h) of what is pressed here, by X11's names and numbers.
+# evdev's codes (linux/input-event-codes.h) of the keys and buttons pressed here, by X11's names and numbers.
 KEYS = {"Escape": 1, "Return": 28, "ctrl": 29, "n": 49}
 BUTTONS = {1: 272, 3: 273}
-BLACK = 6  # of 255: what is no brighter is the strip
+BLACK = 6  # of 255: the strip is no brighter than this
 
 
 class Desk:
@@ -35,7 +35,7 @@ class Desk:
         shutil.rmtree(self.folder, ignore_errors=True)
 
     def open(self, name, *command):
-        """A window that keeps what is typed into it; returns a function that tells it."""
+        """A window that records what is typed into it; returns a function that returns the text."""
         file = self.folder / name
         script = f"stty raw -echo; exec cat > {file}"
         self.windows.append(subprocess.Popen([*command, "sh", "-c", script], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
@@ -50,7 +50,7 @@ class Desk:
         time.sleep(0.5)
 
     def strip(self):
-        """Where the black at the top centre is; nothing if there is none."""
+        """Where the black at the top centre is; None if there is none."""
         width, height, pixels = self.picture()
 
         def dark(x, y):
@@ -72,7 +72,7 @@ class Desk:
         return Geometry(left, 0, right - left + 1, bottom + 1)
 
     def settled(self, fits, what):
-        """The strip's place once it fits and stands still."""
+        """The strip's place once it meets the condition and has stopped moving."""
         last = [None]
 
         def check():
@@ -92,7 +92,7 @@ class Desk:
 
 
 def read_ppm(data):
-    """Width, height and the bytes of an image as grim and ImageMagick write it: a head of three lines."""
+    """Width, height and the bytes of an image as grim and ImageMagick write it, after a header of three lines."""
     kind, size, _, pixels = data.split(b"\n", 3)
     if kind != b"P6":
         raise Failure(f"a picture of the kind {kind!r}")
@@ -159,7 +159,7 @@ class WaylandDesk(Desk):
         return read_ppm(subprocess.run(picture, capture_output=True, check=True).stdout)
 
     def move(self, x, y):
-        # Some surfaces take a pointer in only when it moves within them.
+        # Some surfaces notice a pointer only when it moves within them.
         x, y = x + self.corner[0], y + self.corner[1]
         self.do(f"move {max(0, x - 1)} {y}")
         self.do(f"move {x} {y}")
@@ -191,7 +191,7 @@ class WaylandDesk(Desk):
 
     @staticmethod
     def lock():
-        """The locker that has the screen, or nothing if there is none here."""
+        """Locks the screen and returns the locker; None if none is installed."""
         return subprocess.Popen(["swaylock", "--color", "224422"]) if shutil.which("swaylock") else None
 
     def can_unplug(self):
@@ -202,7 +202,7 @@ class WaylandDesk(Desk):
         return {each["name"]: each for each in self.swaymsg("-t", "get_outputs")}
 
     def show(self, name):
-        """From here on pictures and the pointer are those of this output."""
+        """From here on, pictures and the pointer belong to this output."""
         self.output = name
         if name not in self.outputs():
             raise Failure(f"there is no output {name}")
@@ -215,5 +215,5 @@ class WaylandDesk(Desk):
 
 
 def desk(hand=None):
-    """Of the session that this runs in."""
+    """The desktop of the session that this runs in."""
     return WaylandDesk(hand) if os.environ.get("WAYLAND_DISPLAY") else X11Desk()

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
-"""Walks through everything by Tab, in the panel, its forms, sheets and menus, in each pane of the settings and in the welcome. The accessible
-tree says what there is: each control in it has a name of its own and is reached, in the order in which the eye reads, with a mark
-on the screen that shows where one is; nothing traps the keyboard, and Escape leads back out, step by step.
+"""Moves through everything by Tab: the panel, its forms, sheets and menus, each pane of the settings, and the welcome. The accessibility
+tree lists what there is: each control in it has a name of its own and gets the focus, in reading order, with a visible mark; nothing
+traps the keyboard, and Escape leads back out, step by step.
 
 Usage: script/with-desktop --own-network tests/e2e/keyboard.py VELTO. Ends with 77 if this machine can't try it.
 """
@@ -14,7 +14,7 @@ import typing
 from velto_desktop import SCALE, Atspi, Failure, Geometry, GLib, Velto, check_machine, expect, run, until, write, xdotool
 
 State = Atspi.StateType if Atspi else None
-# Of these only the chosen one is stopped at; the arrows go to the others.
+# Tab stops only at the selected one of these; the arrow keys go to the others.
 ROVING = ("radio button", "list item", "page tab")
 AROUND = ("panel", "frame", "window", "dialog")
 ROWS = ("Mark done: ", "Shows details: ", "Hides details: ")
@@ -49,13 +49,13 @@ def fill(velto):
 
 
 def all_nodes(velto):
-    """(control, place, node) of whatever one could press or type into."""
+    """(control, place, node) of everything that can be pressed or typed into."""
     shown = velto.controls()
     frames = [index for index, each in enumerate(shown) if each[4].get_role() == Atspi.Role.FRAME]
     begin = next((index for index in frames if shown[index][0] == velto.frame), 0)
     shown = shown[begin : next((index for index in frames if index > begin), None)]
     over = [index for index, each in enumerate(shown) if each[4].get_role() in (Atspi.Role.DIALOG, Atspi.Role.POPUP_MENU)]
-    for _, _, at, _, node in shown[over[-1] if over else 0:]:  # what lies under a sheet is out of reach
+    for _, _, at, _, node in shown[over[-1] if over else 0:]:  # what is below a sheet is out of reach
         states = node.get_state_set()
         wanted = states.contains(State.SENSITIVE) and states.contains(State.FOCUSABLE)
         if at.width > 0 and at.height > 0 and wanted and node.get_role() != Atspi.Role.LABEL:  # Qt calls every text focusable
@@ -63,7 +63,7 @@ def all_nodes(velto):
 
 
 class Focus:
-    """What has the keyboard, as a screen reader hears of it."""
+    """The focused control, as reported to screen readers."""
 
     def __init__(self):
         self.node = None
@@ -75,7 +75,7 @@ class Focus:
             self.node = event.source
 
     def now(self):
-        """(control, place, node); nothing as long as nothing was heard."""
+        """(control, place, node); None until something was reported."""
         while GLib.MainContext.default().iteration(False):
             pass
         if not self.node or self.node.get_role_name() in AROUND:
@@ -85,7 +85,7 @@ class Focus:
 
 def control_of(node):
     role = node.get_role_name()
-    # The toolkit tells no name of a field for secrets; screen readers say its description.
+    # The toolkit gives a field for secrets no name; screen readers speak its description.
     name = node.get_description() if role == "password text" else node.get_name()
     return Control(role, name.split(" · updated ")[0])
 
@@ -97,7 +97,7 @@ def kind(control):
 
 
 def look(at):
-    """The pixels of a place on the screen, with what surrounds it: a text stands in a box."""
+    """The pixels of a place on the screen and around it, since a text is inside a box."""
     edge = round(12 * SCALE)
     crop = f"{at.width + 2 * edge}x{at.height + 2 * edge}+{max(0, at.x - edge)}+{max(0, at.y - edge)}"
     return subprocess.run(["import", "-window", "root", "-crop", crop, "-depth", "8", "rgb:-"], capture_output=True, timeout=20).stdout
@@ -112,7 +112,7 @@ def reads_on(before, after):
 
 
 def walk(velto, where, key="Tab"):
-    """Goes round by Tab; returns the controls in the order in which they had the keyboard."""
+    """Goes round by Tab; returns the controls in the order in which they got the focus."""
     seen, order, places, faults, last, jumps = {}, [], {}, [], None, 0
     for step in range(MOST):
         if step % 8 == 0:
@@ -126,7 +126,7 @@ def walk(velto, where, key="Tab"):
                 faults.append(f"{control} at {at} has no whole name")
             if last and not reads_on(Geometry(*place(last)), at):
                 jumps += 1
-                # Once: from the end of the page to its beginning, where the walk began in the middle.
+                # Once: from the end of the page to its start, if the walk began in the middle.
                 if jumps > 1:
                     faults.append(f"{control} comes after {order[-1]}, against the order of reading")
             order.append(control)
@@ -146,7 +146,7 @@ def walk(velto, where, key="Tab"):
         faults.append(f"no way round in {MOST} steps")
     seen |= {control: at for control, at, _ in all_nodes(velto)}
     reached = set(order)
-    # What each row of a list has, the arrows bring: the keyboard has to come to one of them.
+    # The arrow keys reach the controls in each row of a list: one control of each kind is enough.
     kinds = {kind(control) for control in reached}
     faults += [f"{control} can't be reached" for control in seen if control not in reached and kind(control) not in kinds]
     names = [control for control, _, node in all_nodes(velto)]
@@ -174,7 +174,7 @@ def go_to(velto, name):
 
 
 def out_again(velto, opener, key, inside, where):
-    """Opens something with a key at its opener, walks it, and comes back by Escape."""
+    """Opens something with a key on its control, walks through it, and returns by Escape."""
     go_to(velto, opener)
     velto.key(key, lambda: inside in velto.names())
     order = walk(velto, where)
@@ -197,7 +197,7 @@ def panel(velto):
         velto.open_tab(tab)
         time.sleep(1.5)
         if tab == "Todos":
-            xdotool("key", "Down")  # the list is one stop, the arrows go through it
+            xdotool("key", "Down")  # the list is one stop; the arrow keys go through it
         walk(velto, tab)
     for opener, inside in (("Manage: Work and outreach", "Linear API key"), ("Set up: Meetings", "Meeting title"), ("Set up: MCP server health", "Server name")):
         go_to(velto, opener)

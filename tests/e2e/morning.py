@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 """A morning with the real program: nothing is connected, a token is saved, an agent asks, a meeting nears, a review comes, a
-focus period ends. Minutes pass by a clock that is set forward.
+focus period ends. Time passes by setting the clock forward.
 
 Usage: script/with-desktop --own-network tests/e2e/morning.py VELTO [PICTURES]. With a folder for pictures it leaves one of each
 step there (script/pictures). Ends with 77 if this machine can't try it.
@@ -72,7 +72,7 @@ class Morning(Velto):
             subprocess.run(["import", "-window", "root", "-crop", f"{width}x{height}+{left}+0", "+repage", str(file)], check=True)
 
     def open(self, tab):
-        """With the keyboard, as the second start of the program does."""
+        """Opens the panel with the keyboard, by a second start of the program."""
         subprocess.run([self.program, "--search"], env=self.environment, timeout=20)
         self.panel_opened()
         self.open_tab(tab)

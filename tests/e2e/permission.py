@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""The road of a permission question: curl asks, the strip slides the question out, a click or the keyboard answers, curl prints the
-answer. Before that, the question is told whole to who rests on it.
+"""A permission question from asking to answer: curl asks, the question slides out, a click or the keyboard answers, curl prints the
+answer. Before that, the whole question unfolds under a resting pointer.
 
 Usage: script/with-desktop --own-network tests/e2e/permission.py VELTO. Ends with 77 if this machine can't try it.
 """
@@ -22,7 +22,7 @@ DENIED = {
 
 
 def answer_of(curl):
-    """What the session would read: parsed JSON, or nothing for an empty answer."""
+    """What the session would read: parsed JSON, or None for an empty answer."""
     printed, _ = curl.communicate(timeout=10)
     if curl.returncode != 0:
         raise Failure(f"curl ended with {curl.returncode}")

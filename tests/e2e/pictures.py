@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Draws all pictures without a display and without a session bus, and looks at what came of it.
+"""Draws all pictures without a display and without a session bus, and checks them.
 
 Usage: tests/e2e/pictures.py VELTO.
 """

@@ -33,7 +33,7 @@ def is_claimed(folder):
 def main(program):
     check_machine()
     with Velto(program) as velto:
-        # Right behind each other: the first isn't on the bus yet.
+        # In quick succession: the first isn't on the bus yet.
         velto.launch()
         until("the first to claim its settings", lambda: is_claimed(velto.config / "velto"))
         expect("a second start ends well", start_again(velto).returncode, 0)

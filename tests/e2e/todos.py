@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Todos by keys alone, and a press or two: add, comment, finish, undo, search, a quit inside the undo, a second start.
+"""Todos, almost by keys alone: add, comment, finish, undo, search, a quit while an undo is possible, a second start.
 
 Usage: script/with-desktop --own-network tests/e2e/todos.py VELTO. Ends with 77 if this machine can't try it.
 """

@@ -31,9 +31,9 @@ TOKEN_KEY = "hookToken"
 SCALE = float(os.environ.get("QT_SCALE_FACTOR", "1"))  # of the display: all places and sizes are in its pixels
 PEEK_ROW_HEIGHT = round(36 * SCALE)
 PEEK_WIDTH = round(520 * SCALE)  # at least
-GUARD_SECONDS = 0.3  # a press earlier than this after the question slid in is no answer
+GUARD_SECONDS = 0.3  # a press sooner than this after the question slid in doesn't answer it
 
-# For a desktop that can't be asked what is on the screen: the middle of each pill, from the window's right edge and its lower edge.
+# For desktops that can't be asked what is on the screen: the middle of each pill, from the window's right and lower edges.
 ALLOW = (46, 18)
 DENY = (104, 18)
 PANEL = (round(780 * SCALE), round(520 * SCALE))
@@ -41,7 +41,7 @@ TABS = ("Home", "Todos", "Agents", "Connect")
 
 
 class Failure(Exception):
-    """What a person would say went wrong."""
+    """What went wrong, in plain words."""
 
 
 def skip(why):
@@ -55,7 +55,7 @@ def port_is_taken():
 
 
 def run(main, usage, most=1):
-    """The program of a test: main(VELTO) with its arguments, of which there are so many at most."""
+    """Runs a test: calls main(VELTO) with the command line's arguments, at most so many."""
     if not 2 <= len(sys.argv) <= most + 1:
         sys.exit(usage)
     try:
@@ -71,7 +71,7 @@ def expect(what, seen, wanted):
 
 
 def check_machine():
-    """Ends with 77 where this can't be tried."""
+    """Exits with 77 if this machine can't try it."""
     for tool in ("xdotool", "curl"):
         if not shutil.which(tool):
             skip(f"{tool} is missing (script/bootstrap installs it)")
@@ -110,7 +110,7 @@ def screen_size():
 
 
 def fits(name, wanted):
-    """Whether a control of this name is the one that is wanted: by its whole name, or by a compiled pattern."""
+    """Whether this is the wanted control's name: an exact name, or a compiled pattern."""
     return bool(wanted.fullmatch(name)) if isinstance(wanted, re.Pattern) else name == wanted
 
 
@@ -174,7 +174,7 @@ class Velto:
         self.process = subprocess.Popen([self.program, *arguments], env=self.environment, stdin=subprocess.DEVNULL)
 
     def start(self, *arguments):
-        """Returns once the strip is on the screen and stands still."""
+        """Returns once the strip is on the screen and has stopped moving."""
         xdotool("mousemove", screen_size()[0] // 2, screen_size()[1] - 40)
         self.launch(*arguments)
         self.window = until("the strip's window", self.find_window, 20)
@@ -190,7 +190,7 @@ class Velto:
                 self.process.wait()
 
     def find_window(self):
-        """The topmost visible window of that name: settings or other windows stand lower."""
+        """The highest visible window of that name on the screen: settings and other windows are lower."""
         if self.process.poll() is not None:
             raise Failure(f"{self.program} ended with {self.process.returncode}")
         windows = xdotool("search", "--onlyvisible", "--name", WINDOW_NAME).split()
@@ -202,7 +202,7 @@ class Velto:
         return geometry_of(self.window)
 
     def settled(self, fits=lambda _: True, what="the window to stand still", seconds=10.0):
-        """The geometry, once it fits and hasn't changed for a quarter of a second."""
+        """The geometry, once it meets the condition and hasn't changed for a quarter of a second."""
         still = {"geometry": None, "since": 0.0}
 
         def check():
@@ -252,10 +252,10 @@ class Velto:
         os.killpg(curl.pid, signal.SIGKILL)
         curl.communicate(timeout=10)
 
-    # What is on the screen, as a screen reader is told of it.
+    # What is on the screen, as reported to screen readers.
 
     def controls(self):
-        """(name, description, place, is focused, object) of all that shows, in the order in which one meets it."""
+        """(name, description, place, is focused, object) of everything visible, in the tree's order."""
         found = []
 
         def walk(node):
@@ -277,9 +277,9 @@ class Velto:
             application = desktop.get_child_at_index(index)
             try:
                 if application and application.get_process_id() == self.process.pid:
-                    application.set_cache_mask(Atspi.Cache.NONE)  # nobody here listens for what would keep it fresh
+                    application.set_cache_mask(Atspi.Cache.NONE)  # nothing here listens to the events that would keep a cache up to date
                     walk(application)
-            except GLib.Error:  # it went while it was asked
+            except GLib.Error:  # the object disappeared meanwhile
                 pass
         return found
 
@@ -287,7 +287,7 @@ class Velto:
         return [control[0] for control in self.controls()]
 
     def place_of(self, name, seconds=20.0):
-        """Where the control of that name stands, once it is wholly in the window and stands still."""
+        """Where the control of that name is, once it is fully inside the window and has stopped moving."""
         before = {"place": None}
 
         def look():
@@ -304,27 +304,27 @@ class Velto:
         xdotool("mousemove", "--sync", at.x + at.width // 2, at.y + at.height // 2, "click", 1)
 
     def focused(self):
-        """The name of what the keyboard goes to."""
+        """The name of the focused control."""
         return next((each[0] for each in reversed(self.controls()) if each[3]), "")
 
     def key(self, key, then):
-        """Presses a key, and returns once what it leads to is so: `then` is the name that has the keyboard, or a condition."""
+        """Presses a key and waits for its effect: `then` is the name of the control that gets the focus, or a condition."""
         xdotool("key", key)
         until(f"{key} to lead to {then}", then if callable(then) else lambda: fits(self.focused(), then))
 
     def fill(self, name, text):
-        """Types into the field of that name, which the keyboard is moved to."""
+        """Moves the focus to the field of that name and types into it."""
         if self.focused() != name:
             self.press(name)
             until(f"the keyboard in \"{name}\"", lambda: self.focused() == name)
         write(text)
 
     def open_tab(self, name):
-        """In a panel that has the keyboard."""
+        """For a panel that has the keyboard."""
         xdotool("key", f"ctrl+{TABS.index(name) + 1}")
 
     def scroll_to(self, name):
-        """Turns the wheel over the page until the control of that name is in sight, to the end of the page and back."""
+        """Turns the wheel over the page, to its end and back, until the control of that name is in sight."""
         at = self.geometry()
         xdotool("mousemove", "--sync", at.x + at.width // 2, at.y + at.height * 3 // 4)
         for button in [5] * 12 + [4] * 24:

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
-"""A walk through a desktop with Velto on it: it takes nobody's keyboard, gives it back, keeps what is typed into it, asks over a full
-screen, opens its menu, follows its output, hides behind a lock and leaves a question to the terminal that the user is in. The same on
-X11 and on Wayland; what only a compositor can do is tried there.
+"""Velto on a desktop in use: it takes the keyboard from nobody unasked, gives it back, gets what is typed into it, asks above a
+full-screen window, opens its menu, follows its output, hides behind a lock and leaves a question to the terminal that the user is in.
+The same on X11 and on Wayland; what only a compositor can do is tried there.
 
 Usage: script/with-desktop --own-network tests/e2e/walk.py VELTO
        script/with-sway --own-network tests/e2e/walk.py VELTO WAYLAND-HAND
@@ -44,7 +44,7 @@ class Walk:
         self.strip = self.here.settled(lambda now: now.width < PANEL[0] / 2 and now.height == self.strip.height, what)
 
     def close_by_keys(self):
-        """The first Escape may be for what is typed or selected; one too many would be the window's."""
+        """Presses Escape step by step: the first may only clear a text or a selection, and one too many would go to the window below."""
         for _ in range(3):
             self.here.key("Escape")
             time.sleep(1.5)
@@ -65,7 +65,7 @@ class Walk:
         expect("a press beside everything opens nothing", here.picture()[2], plain)
         here.click(middle, 480, 3)
         until("the menu", lambda: here.picture()[2] != plain)
-        time.sleep(0.5)  # some desktops hand over the keyboard only when they are asked a second time
+        time.sleep(0.5)  # some desktops hand over the keyboard only at a second request
         here.key("Escape")
         here.move(*ASIDE)
         self.closed("the panel to close behind the pointer")
@@ -85,7 +85,7 @@ class Walk:
         expect("what is typed goes to the panel, and afterwards to the window again", self.typed(), "one two three back")
 
     def asks(self, place, command):
-        """Asks, presses that pill, and tells whether the answer allows or denies."""
+        """Asks, presses that pill, and returns whether the answer allows or denies."""
         here, strip = self.here, self.strip
         curl = self.velto.ask(command=command)
         try:
@@ -93,7 +93,7 @@ class Walk:
                 lambda now: now.width >= PEEK_WIDTH - 40 and now.height > strip.height, f"the question {command!r} to slide out"
             )
             time.sleep(GUARD_SECONDS + 0.1)
-            # Places are counted from the window's edges, which lie a flare of the outline beyond the black.
+            # Places are relative to the window's edges, which are the outline's flare beyond the black.
             middle = at.x + at.width / 2
             window_width = max(PEEK_WIDTH, strip.width)
             here.click(int(middle + window_width / 2 - place[0]), strip.height + PEEK_ROW_HEIGHT - place[1])

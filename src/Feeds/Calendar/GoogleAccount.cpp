@@ -15,7 +15,7 @@ namespace velto {
 
 namespace {
 
-/// A token with less life than this is renewed before it's used, in milliseconds.
+/// In milliseconds. A token that expires sooner is renewed before it's used.
 constexpr qint64 kLeastLife = 60'000;
 
 struct DeleteLater {
@@ -36,7 +36,7 @@ GoogleAccount::GoogleAccount(Needs needs, bool linked, QObject *parent)
 
 GoogleAccount::~GoogleAccount()
 {
-    // What waits for the keychain or the browser goes on now, and sees that it's over.
+    // Coroutines that wait for the keychain or the browser resume now and see that it's over.
     m_life.reset();
     m_link.reset();
 }
@@ -57,7 +57,7 @@ void GoogleAccount::unlock()
 
 void GoogleAccount::forget()
 {
-    // What is under way must not bring it back.
+    // Requests under way must not bring it back.
     m_link = std::make_shared<bool>(true);
     m_keychain.put(tokenKey, std::nullopt);
     setLinked(false, false);
@@ -68,11 +68,11 @@ QCoro::Task<GoogleAccount::Grant> GoogleAccount::askInBrowser()
     const std::weak_ptr life = m_life;
     const QString verifier = unguessable();
     const QString state = unguessable();
-    // A child too: if this object goes, so does the listener, and the wait for the browser ends.
+    // A child as well: if this object is destroyed, so is the listener, and the wait for the browser ends.
     const std::unique_ptr<SignInListener, DeleteLater> listener(new SignInListener(this));
     m_listener = listener.get();
     const QString redirect = u"http://127.0.0.1:%1/oauth2callback"_s.arg(listener->start());
-    // Without a browser nobody would ever come back.
+    // Without a browser no answer would ever come.
     if (!m_needs.workspace.open(authorizationUrl(m_needs.endpoints, m_needs.client, redirect, verifier, state)))
         throw WorkError{tr("Google sign-in failed")};
     const SignInAnswer answer = co_await listener->callback(state);
@@ -145,7 +145,7 @@ QCoro::Task<std::optional<GoogleTokens>> GoogleAccount::load()
     const std::optional<GoogleTokens> tokens = GoogleTokens::fromJson(record.value_or(QString()));
     const bool locked = !record && m_needs.keychain.locked();
     setLinked(tokens.has_value() || (locked && m_linked), locked);
-    stillWanted(link); // whoever heard of it may have ended it
+    stillWanted(link); // a slot may have ended it
     co_return tokens;
 }
 

@@ -16,7 +16,7 @@ namespace velto {
 
 namespace {
 
-/// Reads an answer in the background, since Google makes it as long as it likes. To be awaited.
+/// Reads an answer in the background, since it may be of any length. To be awaited.
 template <typename Read> auto reading(Background &background, Read read)
 {
     using Value = std::invoke_result_t<Read>;
@@ -63,7 +63,7 @@ GoogleCalendar::GoogleCalendar(Needs needs, QObject *parent)
 
 GoogleCalendar::~GoogleCalendar()
 {
-    m_life.reset(); // the account ends what is under way
+    m_life.reset(); // the account ends the requests under way
 }
 
 void GoogleCalendar::connect()
@@ -134,7 +134,7 @@ void GoogleCalendar::disconnect()
     m_state.locked = false;
     m_published = m_state;
     m_account.forget();
-    m_needs.prefs.setGoogleCalendarIDs({}); // they are the account's
+    m_needs.prefs.setGoogleCalendarIDs({}); // they belong to the account
     updateRows();
     if (m_needs.prefs.calendarSource() == Prefs::CalendarSource::Google)
         m_needs.prefs.setCalendarSource(Prefs::CalendarSource::Manual);
@@ -203,7 +203,7 @@ QCoro::Task<> GoogleCalendar::load(std::optional<GoogleTokens> tokens)
     publish();
 }
 
-/// The calendars of an account that was connected before answer nothing but errors.
+/// The calendars of a previously connected account would only give errors.
 void GoogleCalendar::forgetOtherAccounts()
 {
     const QStringList &chosen = m_needs.prefs.googleCalendarIDs();

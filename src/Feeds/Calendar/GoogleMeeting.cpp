@@ -23,7 +23,7 @@ std::optional<QString> textIn(const QJsonObject &object, QLatin1StringView name)
     return value.isString() ? std::optional(value.toString()) : std::nullopt;
 }
 
-/// The objects of a list; none if anything else stands among them.
+/// The objects of a list; empty if it holds anything else.
 QList<QJsonObject> objectsIn(const QJsonObject &object, QLatin1StringView name)
 {
     const QJsonArray items = object.value(name).toArray();

@@ -20,7 +20,7 @@ namespace {
 /// 2001-01-01 00:00:00 UTC, in seconds since 1970.
 constexpr qint64 kEpoch = 978'307'200;
 constexpr double kUsualLife = 3600;
-/// Further away than any instant that is meant, and near enough to count with.
+/// In seconds. Further away than any real expiry, and near enough to calculate with.
 constexpr double kFarAway = 1e11;
 constexpr qint64 kLargestTokenReply = 1024 * 1024;
 
@@ -36,7 +36,7 @@ QString encoded(const QString &text, const QByteArray &alsoPlain = {})
 
 QByteArray formOf(const QMap<QString, QString> &values)
 {
-    // What may stand in the query of an address, less what has a meaning in a form.
+    // What a URL's query may contain, less what has a meaning in a form.
     const QByteArray plain = "!$'()*,;:@/?";
     QStringList pairs;
     for (auto it = values.begin(); it != values.end(); ++it)
@@ -132,7 +132,7 @@ QCoro::Task<QJsonObject> tokenRequest(Http &http, QUrl endpoint, QMap<QString, Q
 
 std::optional<QString> tokenIn(const QJsonObject &reply, const QString &name)
 {
-    // RFC 6749, appendix A.12, without the blank: what may stand in a header.
+    // RFC 6749, appendix A.12, less the blank: what a header may contain.
     const QString text = reply.value(name).toString();
     const bool sendable = std::ranges::all_of(text, [](QChar c) { return c > u' ' && c <= u'~'; });
     return sendable && !text.isEmpty() ? std::optional(text) : std::nullopt;

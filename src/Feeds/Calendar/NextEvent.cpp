@@ -33,7 +33,7 @@ std::optional<NextEvent> NextEvent::typedIn(const QString &title, const QDateTim
                                             const QDateTime &now)
 {
     const QString name = title.trimmed();
-    // In UTC: an instant that stays where it is when the user travels.
+    // In UTC: an instant, which stays the same when the user travels.
     const QDateTime from = start.toUTC();
     const QDateTime until = from.addMSecs(kHour);
     if (name.isEmpty() || until <= now)
@@ -45,7 +45,7 @@ std::optional<NextEvent> NextEvent::typedIn(const QString &title, const QDateTim
 
 NextEvent NextEvent::from(const GoogleMeeting &meeting)
 {
-    // What the browser can't open, such as "zoommtg:", isn't offered.
+    // A link that the browser can't open, such as "zoommtg:", isn't offered.
     const auto link = meeting.joinURL && opensInBrowser(*meeting.joinURL) ? meeting.joinURL : std::nullopt;
     return {u"google-"_s + meeting.id, meeting.title, meeting.start, meeting.end, translated("Google Calendar"), link};
 }

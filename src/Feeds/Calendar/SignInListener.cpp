@@ -14,10 +14,10 @@ namespace velto {
 namespace {
 
 constexpr qint64 kLongestRequest = 8192;
-/// Connections that may wait without an answer; the oldest goes when there are more.
+/// Connections that may wait unanswered; beyond that the oldest is dropped.
 constexpr qsizetype kMostConnections = 32;
 
-/// Takes what else has come: closing a socket with unread bytes resets it, and the browser might lose its answer.
+/// Reads whatever else has come: closing a socket with unread bytes resets it, and the browser might lose its answer.
 void drain(QTcpSocket *socket)
 {
     for (int i = 0; i < 64 && socket->waitForReadyRead(0); ++i)
@@ -84,7 +84,7 @@ SignInListener::~SignInListener()
 
 quint16 SignInListener::start()
 {
-    // On every interface: only the address that the browser is given names this machine's own.
+    // On every interface: only the redirect address, which the browser gets, is limited to this machine.
     if (!m_server.listen(QHostAddress::Any))
         throw WorkError{m_server.errorString()};
     return m_server.serverPort();
@@ -108,7 +108,7 @@ void SignInListener::take(QTcpSocket *socket)
     const auto sockets = m_server.findChildren<QTcpSocket *>();
     if (sockets.size() > kMostConnections)
         delete sockets.front();
-    // What isn't read stays with the sender.
+    // Whatever isn't read stays with the sender.
     socket->setReadBufferSize(kLongestRequest);
     connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
     connect(

@@ -16,7 +16,7 @@ namespace velto {
 namespace {
 
 constexpr std::chrono::seconds kTick{15};
-/// A player that goes to its next track says so several times over.
+/// A player that moves to its next track signals several times.
 constexpr std::chrono::milliseconds kBurst{100};
 constexpr qint64 kWarnsFrom = 300'000;
 constexpr qint64 kWarnsUntil = -60'000;
@@ -101,7 +101,7 @@ void EverydaySource::loadFeed(const QDateTime &now)
         m_calendarState = SourceState::locked(tr("The keyring is locked."), tr("Unlock it to see your meetings."));
         return;
     }
-    // Connected, and nothing in the next day: there is no more to say than while the first reading is under way.
+    // Connected, with nothing in the next day: nothing to say, as while the first reading is under way.
     m_calendarState = m_needs.meetings.linked()
         ? SourceState::loading()
         : SourceState::unavailable(tr("Google Calendar is not connected."), tr("Connect it in the Connect tab."));
@@ -121,7 +121,7 @@ SourceState EverydaySource::calendarToShow() const
     return error ? SourceState::failed(*error + u'.') : SourceState::ready();
 }
 
-/// Several meetings may begin at the same time.
+/// Several meetings may start at the same time.
 void EverydaySource::warn()
 {
     if (m_needs.prefs.calendarSource() == Prefs::CalendarSource::Google) {
@@ -192,7 +192,7 @@ void EverydaySource::loadMedia()
 
 void EverydaySource::settle(const Asking &asking)
 {
-    // A press since then would seem undone for a moment. The player tells when it has followed, and so does the next tick.
+    // A press since then would briefly seem undone. The player reports when it has followed, and the next tick asks again.
     if (asking.presses != m_presses)
         return;
     const auto shown = std::ranges::find(asking.players, m_player, &MediaPlayer::id) - asking.players.begin();
@@ -259,7 +259,7 @@ void EverydaySource::publish()
     Q_EMIT changed();
 }
 
-/// A tick looks at the clock anyway, and by the clock: a turn that is further away than the next one is left to it.
+/// A turn that is further away than the next tick is left to it: each tick reads the wall clock anyway.
 void EverydaySource::watchForTurn(const QDateTime &now)
 {
     qint64 soonest = std::chrono::milliseconds(kTick).count();

@@ -20,7 +20,7 @@ class Sounds;
 /// The small things of the working day: the next calendar event with its warning, the focus countdown, and what is playing.
 /// Its own tick of 15 seconds checks the clock; in between it wakes only when a text that it publishes changes.
 ///
-/// What plays comes from the platform's players (MediaPlayers), and the decisions stand here: Spotify wins if it runs, even
+/// What plays comes from the platform's players (MediaPlayers), and the decisions are made here: Spotify wins if it runs, even
 /// paused. Where the platform has Music, that comes next. On Linux there is no such program: any other MPRIS player takes its
 /// place, by the name that it gives itself, since what people listen to there is as often a browser or a video player; of
 /// several, one that plays is shown before one that pauses. Only players that run are asked, and asking starts none.

@@ -11,7 +11,7 @@ namespace {
 
 using Known = MediaPlayer::Known;
 
-/// In the order in which they win.
+/// In order of priority.
 constexpr std::array kKnown{Known::Spotify, Known::Music};
 
 QString nameOf(const MediaPlayer &player, const MediaReport &report)

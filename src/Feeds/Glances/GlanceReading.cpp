@@ -21,13 +21,13 @@ namespace fs = std::filesystem;
 
 constexpr std::chrono::seconds kListingLimit{20};
 constexpr qsizetype kMostBuilds = 10;
-/// Stamps of files go by the tick of the system's clock, some by two whole seconds: what changes within one tick of a listing
-/// leaves no trace.
+/// File timestamps have the resolution of the system's clock tick, on some file systems two whole seconds: a change within one
+/// tick of a listing leaves no trace.
 constexpr std::chrono::seconds kCoarsestStamp{3};
 
 constexpr std::array<std::string_view, 3> kUnfinished{"download", "crdownload", "part"};
 
-/// Names are bytes here: no need to make texts of a hundred thousand of them.
+/// Names stay bytes: no need to decode a hundred thousand of them.
 bool isUnfinished(std::string_view name)
 {
     const auto dot = name.rfind('.');
@@ -39,7 +39,7 @@ bool isUnfinished(std::string_view name)
     });
 }
 
-/// The stamp, if it is old enough.
+/// The timestamp, if it is old enough.
 std::optional<fs::file_time_type> settled(fs::file_time_type stamp, const QDateTime &now)
 {
     const auto seconds =
@@ -63,7 +63,7 @@ Transfers readTransfers(const FileTree &tree, const QString &folder, const Trans
 {
     if (folder.isEmpty())
         return {};
-    // Followed before it is read, so that nothing is missed in between.
+    // Watched before it is read, so that no change in between is missed.
     std::shared_ptr<FolderChanges> changes = tree.changesIn(folder);
     const fs::path path(QFile::encodeName(folder).toStdString());
     std::error_code error;

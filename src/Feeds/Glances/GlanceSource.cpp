@@ -21,7 +21,7 @@ namespace {
 
 constexpr std::chrono::seconds kInterval{8};
 constexpr qint64 kLargestAnswer = 1 << 20;
-/// GitHub is asked less often while it doesn't answer, which also is so while nobody is signed in.
+/// GitHub is asked less and less often while it doesn't answer, which includes that nobody is signed in.
 constexpr std::chrono::seconds kLongestBreak{300};
 
 } // namespace
@@ -49,7 +49,7 @@ void GlanceSource::refresh()
     look();
 }
 
-// Of each kind one reading at a time: those of a disk that hangs shall not take up all threads.
+// One reading of each kind at a time: a disk that hangs must not take up all threads.
 void GlanceSource::look()
 {
     refreshClipboard();
@@ -127,10 +127,10 @@ void GlanceSource::refreshClipboard()
     const int count = m_needs.clipboard.changeCount();
     if (std::exchange(m_pasteboardChange, count) == count)
         return;
-    // What is longer than any link needn't be fetched.
+    // Text longer than any link needn't be fetched.
     m_needs.clipboard.read(kLongestLink, this, [this, count](const std::optional<QString> &text) {
         if (count != m_pasteboardChange)
-            return; // there is a newer copy, and a reading of it under way
+            return; // there is a newer copy, which is being read
         show(text ? previewOf(*text) : std::nullopt);
         if (m_clipboard && isYouTube(m_clipboard->url))
             loadYouTube(m_clipboard->url);
@@ -149,11 +149,11 @@ void GlanceSource::show(const std::optional<ClipboardPreview> &preview)
 QCoro::Task<> GlanceSource::loadYouTube(QUrl url)
 {
     const QPointer alive(this);
-    // Encoded by hand: a query of Qt's would leave "&" and "+" of the link as they are.
+    // Encoded here: QUrlQuery would leave the link's "&" and "+" as they are.
     const QByteArray link = url.toString(QUrl::FullyEncoded | QUrl::RemoveUserInfo).toUtf8().toPercentEncoding();
     QUrl question = m_needs.oEmbed;
     question.setQuery(QString::fromLatin1("url=" + link + "&format=json"), QUrl::StrictMode);
-    HttpRequest request; // with a name: GCC 12 destroys an aggregate twice that is made within a co_await
+    HttpRequest request; // named: GCC 12 destroys an aggregate twice that is created within a co_await
     request.url = question;
     request.maximum = kLargestAnswer;
     const HttpReply reply = co_await m_needs.http.send(std::move(request));

@@ -14,18 +14,18 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Ordered by their bytes, which is the order of their characters.
+/// Sorted by bytes, which in UTF-8 is the order of code points.
 using Paths = std::set<std::string>;
 
-/// Of a worktree and a submodule it is a file.
+/// A worktree's and a submodule's .git is a file.
 bool hasGit(const fs::path &folder)
 {
     std::error_code error;
     return fs::exists(folder / ".git", error);
 }
 
-/// The folders in a folder, those behind links too; none if it can't be listed. The kind of an entry mostly comes with the
-/// listing, so a folder of many files costs no more than that.
+/// The folders in a folder, through links too; empty if it can't be listed. The type of an entry mostly comes with the listing,
+/// so many files cost nothing more.
 std::vector<fs::path> kids(const fs::path &folder)
 {
     std::vector<fs::path> result;
@@ -67,7 +67,7 @@ private:
             m_found.insert(folder.native());
         return isRepo;
     }
-    /// A repository is no barrier here: one that stands inside it is found as well.
+    /// The search doesn't stop at a repository here: one nested inside it is found as well.
     void secondLevel(const fs::path &folder)
     {
         for (const fs::path &second : kidsOf(folder)) {

@@ -15,7 +15,7 @@ constexpr qsizetype kMaximumRepos = 200;
 constexpr QByteArrayView kHead("# branch.head ");
 constexpr QByteArrayView kAheadBehind("# branch.ab ");
 
-/// Takes what stands before the next `separator`, and the separator with it.
+/// Takes what precedes the next `separator`, and the separator with it.
 QByteArrayView takeUntil(char separator, QByteArrayView &text)
 {
     const qsizetype end = text.indexOf(separator);

@@ -18,9 +18,9 @@ namespace velto {
 
 namespace {
 
-/// Longer than a repository takes whose every git is given up.
+/// Longer than a repository takes if each of its gits runs into its time limit.
 constexpr std::chrono::seconds kStuck{45};
-/// Each keeps a thread.
+/// Each occupies a thread.
 constexpr qsizetype kMostHanging = 3;
 
 template <typename T> QList<T> members(const QList<T> &all, bool (T::*belongs)() const)
@@ -47,12 +47,12 @@ struct SignalsSource::RepoReading {
     QList<RepoState> repos;
 };
 
-/// What a walk and this source know of each other.
+/// Shared by a walk and this source.
 struct SignalsSource::RepoWalk {
     QSet<QString> passedBy;
     std::atomic_bool wanted = true; ///< turns false to end it: its folders may no longer be the chosen ones
 
-    // Of the UI thread.
+    // UI thread only.
     int stepsSeen = -1;
     bool givenUp = false;
     QString givenUpIn;
@@ -120,7 +120,7 @@ void SignalsSource::refresh(bool force)
     publish();
 }
 
-/// Nobody looks into a newcomer's folders before saying so.
+/// Before the welcome is finished, the user's folders aren't read.
 bool SignalsSource::mayBeRead(const Signal &signal)
 {
     if (&signal != &m_repoWalk || m_needs.prefs.mayLookAtRepos())
@@ -144,7 +144,7 @@ bool SignalsSource::due(Signal &signal, bool force) const
     const QDateTime now = m_needs.clock.wallTime();
     if (!force && signal.last) {
         const std::chrono::milliseconds passed(signal.last->msecsTo(now));
-        // A time in the future is a clock that was set back meanwhile.
+        // A time in the future: the clock was set back meanwhile.
         if (passed.count() >= 0 && passed < signal.interval)
             return false;
     }
@@ -240,7 +240,7 @@ void SignalsSource::walked(const RepoWalk &walk, const RepoReading &reading)
     publish();
 }
 
-/// Gives up a walk that is where it was at the last look, and begins one that passes by.
+/// Gives up a walk that hasn't moved since the last look, and starts one that skips the folder where it hangs.
 void SignalsSource::watchWalk()
 {
     const auto [folder, steps] = m_walk->place();

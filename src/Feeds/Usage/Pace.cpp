@@ -9,13 +9,13 @@ namespace velto {
 
 namespace {
 
-/// Before this much of the day's work a rate would mean little. Seconds.
+/// Before this much of the day's work a rate would mean little, in seconds.
 constexpr double kEarly = 600;
 
 QString projected(qint64 used, qint64 left, double elapsed, const QString &budget, const QDateTime &now)
 {
     const double seconds = double(left) / (double(used) / elapsed);
-    // Beyond a day nothing needs reckoning, and a huge number of seconds would leave the calendar.
+    // Beyond a day no exact time is needed, and a huge number of seconds would exceed the calendar.
     const QDateTime moment = seconds < 86'400 ? now.addMSecs(qint64(seconds * 1000)) : now.addDays(1);
     if (moment.toLocalTime().date() != now.toLocalTime().date())
         return Words::tr("On pace to stay under your %1 budget today").arg(budget);

@@ -10,9 +10,9 @@ namespace velto {
 
 namespace {
 
-// A quotation mark inside a JSON string is escaped, so this never stands in a text.
+// A quotation mark inside a JSON string is escaped, so this never occurs in a text.
 constexpr std::string_view kWord = "\"assistant\"";
-// How JSON may spell a letter of it: \u0061 to \u007a. Claude Code never does.
+// How JSON may escape one of its letters: \u0061 to \u007a. Claude Code never does.
 constexpr std::string_view kEscape = "\\u00";
 constexpr std::size_t kEscapeSize = 5;
 
@@ -31,7 +31,7 @@ const char *findOneByOne(const char *begin, const char *end)
     return begin;
 }
 
-/// 16 bytes at once; the compilers that build Velto know such vectors for every processor.
+/// 16 bytes at once; GCC and Clang support these vectors on every processor.
 using Bytes = unsigned char __attribute__((vector_size(16)));
 constexpr std::ptrdiff_t kStep = 4 * sizeof(Bytes);
 
@@ -42,7 +42,7 @@ Bytes load(const char *from)
     return bytes;
 }
 
-/// Not 0 where three letters of the word, or of an escape, stand in their places.
+/// Non-zero where three letters of the word, or of an escape, are in place.
 Bytes mayBeHint(const char *at)
 {
     const Bytes first = load(at);
@@ -58,7 +58,7 @@ bool any(Bytes bytes)
     return (halves[0] | halves[1]) != 0;
 }
 
-/// The first hint in the 16 bytes at `at`; what stands behind them if there is none.
+/// The first hint that starts in the 16 bytes at `at`; their end if there is none.
 const char *findIn(const char *at, const char *end)
 {
     std::array<char, sizeof(Bytes)> marks{};
@@ -72,7 +72,8 @@ const char *findIn(const char *at, const char *end)
     return at;
 }
 
-/// Not 0 where a backslash stands before anything but the usual names. That may still be a rarer one, or the second of two.
+/// Non-zero where a backslash precedes anything but the usual letters. That may still be a rarer escape, or the second of two
+/// backslashes.
 Bytes mayBeBadEscape(const char *at)
 {
     const Bytes next = load(at + 1);
@@ -80,7 +81,7 @@ Bytes mayBeBadEscape(const char *at)
     return Bytes((load(at) == '\\') & ~usual);
 }
 
-/// `at`, or the backslash before it if the two belong together.
+/// `at`, or the backslash before it if the two form an escape.
 const char *escapeAt(const char *begin, const char *at)
 {
     const char *first = at;
@@ -99,7 +100,7 @@ bool isHex(char c)
     return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
 }
 
-/// Those that begin before `last`.
+/// Checks the escapes that begin before `last`.
 bool areEscapesValidIn(const char *at, const char *last, const char *end)
 {
     constexpr std::ptrdiff_t kCode = 4;
@@ -121,7 +122,7 @@ bool areEscapesValidIn(const char *at, const char *last, const char *end)
 
 const char *findUsageHint(const char *begin, const char *end)
 {
-    constexpr std::ptrdiff_t kReach = 10; // how far behind its place a hint is looked at
+    constexpr std::ptrdiff_t kReach = 10; // how far behind its position a hint's bytes are read
     for (; end - begin >= kStep + kReach; begin += kStep) {
         if (!any(mayBeHint(begin) | mayBeHint(begin + 16) | mayBeHint(begin + 32) | mayBeHint(begin + 48)))
             continue;

@@ -41,7 +41,7 @@ quint64 UsageFile::read(const QString &path, quint64 begin, quint64 end, const F
     m_held = 0;
     m_unread = end - begin;
     m_consumed = begin;
-    std::size_t seen = 0; // bytes of the buffer that hold no line feed
+    std::size_t seen = 0; // leading bytes of the buffer known to hold no line feed
     while (const std::size_t got = fill(file, m_held)) {
         m_held += got;
         takeLines(seen);
@@ -52,7 +52,7 @@ quint64 UsageFile::read(const QString &path, quint64 begin, quint64 end, const F
     return m_consumed;
 }
 
-/// Reads on into the buffer, from `at` as far as it goes. 0 at the end, after a failure and when it is to stop.
+/// Reads as much as fits into the buffer from `at`. 0 at the end, after a failure and once stopped.
 std::size_t UsageFile::fill(QFile &file, std::size_t at)
 {
     if (m_stopped)
@@ -65,7 +65,7 @@ std::size_t UsageFile::fill(QFile &file, std::size_t at)
     return std::size_t(got);
 }
 
-/// Parses the whole lines in the buffer and moves what is left to its front. There is no line feed in the first `seen` bytes.
+/// Parses the whole lines in the buffer and moves the rest to its front. There is no line feed in the first `seen` bytes.
 void UsageFile::takeLines(std::size_t seen)
 {
     const char *const begin = m_buffer.get();
@@ -78,7 +78,7 @@ void UsageFile::takeLines(std::size_t seen)
     std::memmove(m_buffer.get(), last, m_held);
 }
 
-/// Whole lines. Only those that may be the model's are looked for; what stands between them is never cut into lines.
+/// Whole lines. Only those that may hold the model's usage are searched for; the text between them is never split into lines.
 void UsageFile::parseLines(const char *begin, const char *end)
 {
     for (;;) {
@@ -95,8 +95,8 @@ void UsageFile::parseLines(const char *begin, const char *end)
     }
 }
 
-/// The buffer is full of one line: reads on to its end and takes the lines that follow it in the buffer. False if it has no end
-/// yet.
+/// The buffer is full of one line: reads on to its end and takes the lines that follow it in the buffer. False if the line has
+/// no end yet.
 bool UsageFile::readLongLine(QFile &file)
 {
     char *const buffer = m_buffer.get();

@@ -20,14 +20,14 @@ bool endsScalar(char c)
 
 } // namespace
 
-/// One line, cut into tokens by simdjson, and a walk over them. simdjson's own ways of reading on are not taken: one refuses
-/// numbers beyond 64 bits and halves of surrogate pairs, which Claude Code writes; the other passes over what isn't JSON.
+/// One line, split into tokens by simdjson, and a walk over them. simdjson's own parsers don't fit: one rejects numbers beyond
+/// 64 bits and lone surrogates, which Claude Code writes; the other skips what isn't JSON.
 class UsageLineParser::Tokens {
 public:
     std::optional<UsageLine> read(std::string_view line);
 
 private:
-    /// Where an object stands: what its keys mean.
+    /// Which object this is: it decides what the keys mean.
     enum class Place { Line, Message, Usage, Elsewhere };
 
     bool find(std::string_view line);
@@ -66,15 +66,15 @@ std::optional<UsageLine> UsageLineParser::Tokens::read(std::string_view line)
     m_time.reset();
     if (!find(line) || !take('{') || !object(Place::Line, 1) || m_next != m_last)
         return std::nullopt;
-    // The walk leaves texts alone. What they hold is of interest only now.
+    // The walk doesn't look into texts; their escapes are checked only now.
     if (!m_isAnswer || !m_hasUsage || !m_time || !areEscapesValid(m_begin, m_end))
         return std::nullopt;
     m_line.at = *m_time;
     return m_line;
 }
 
-/// False if texts aren't closed, hold control characters or aren't UTF-8. A token is a bracket, a colon, a comma, or the
-/// beginning of a text, of a number or of whatever else stands there.
+/// False if a text isn't closed, holds control characters or isn't UTF-8. A token is a bracket, a colon, a comma, or the start
+/// of a text, a number or anything else.
 bool UsageLineParser::Tokens::find(std::string_view line)
 {
     constexpr std::size_t kLeast = 16 * 1024;
@@ -95,13 +95,13 @@ bool UsageLineParser::Tokens::find(std::string_view line)
     return true;
 }
 
-/// Valid until the next one is taken.
+/// Valid until the next call.
 std::string_view UsageLineParser::Tokens::takeText()
 {
     return spokenText(m_begin + *m_next++ + 1, m_end, m_decoded);
 }
 
-/// A number or a word.
+/// A number, true, false or null.
 std::optional<std::string_view> UsageLineParser::Tokens::takeScalar()
 {
     if (m_next == m_last)
@@ -120,7 +120,7 @@ std::optional<std::string_view> UsageLineParser::Tokens::takeScalar()
     return std::string_view(begin, std::size_t(end - begin));
 }
 
-/// After its opening brace.
+/// Starts after the opening brace.
 bool UsageLineParser::Tokens::object(Place place, int depth)
 {
     if (take('}'))
@@ -132,7 +132,7 @@ bool UsageLineParser::Tokens::object(Place place, int depth)
     return take('}');
 }
 
-/// After its opening bracket.
+/// Starts after the opening bracket.
 bool UsageLineParser::Tokens::array(int depth)
 {
     if (take(']'))

@@ -50,7 +50,7 @@ TokenUsage UsageReader::read(const QDateTime &now)
         m_usage = {};
     }
     UsageFile file(m_stopped);
-    // A file that was touched today holds the lines of earlier days too.
+    // A file written to today holds lines of earlier days too.
     const UsageFile::Found count = [this, startOfDay](const UsageLine &line) {
         if (line.at >= startOfDay)
             add(m_usage, line, startOfDay);
@@ -60,7 +60,7 @@ TokenUsage UsageReader::read(const QDateTime &now)
             return;
         const auto known = m_offsets.find(log.path);
         const quint64 offset = known == m_offsets.end() ? 0 : known->second;
-        // A file that has shrunk is left alone for the rest of the day: what is new in it can't be told from what was counted.
+        // A file that has shrunk is ignored for the rest of the day: its new lines can't be told from those already counted.
         if (offset >= log.size)
             return;
         const quint64 consumed = file.read(QFile::decodeName(log.path.c_str()), offset, log.size, count);

@@ -24,7 +24,7 @@ class UsageReader {
 public:
     UsageReader(const FileTree &tree, QString logs);
 
-    /// The sums of the day that `now` belongs to, in the local time zone, as the logs stand.
+    /// The sums of the day that `now` belongs to, in the local time zone, by the current logs.
     TokenUsage read(const QDateTime &now);
     /// Ends a reading under way, and every later one, early: the program is ending. Any thread.
     void stop() { m_stopped = true; }

@@ -9,7 +9,7 @@ namespace velto {
 
 namespace {
 
-/// The number that the digits at `at` make, or nothing.
+/// The number that the digits at `at` form, or nothing.
 std::optional<int> digits(std::string_view text, std::size_t at, std::size_t length)
 {
     int number = 0;
@@ -21,7 +21,7 @@ std::optional<int> digits(std::string_view text, std::size_t at, std::size_t len
     return number;
 }
 
-/// Minutes east of Greenwich.
+/// The offset from UTC in minutes, positive to the east.
 std::optional<int> zone(std::string_view text)
 {
     if (text == "Z")

@@ -73,7 +73,7 @@ void TokenSettings::setJiraEmail(const QString &email)
     Q_EMIT changed();
 }
 
-/// What is half typed is asked nothing, so it isn't stored before it is finished.
+/// Stores what was typed only when it is finished: a half-typed site must not be asked.
 bool TokenSettings::store()
 {
     const QString site = withoutPassword(jiraSite());

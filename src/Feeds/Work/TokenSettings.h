@@ -19,7 +19,7 @@ class TokenSettings : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString jiraSite READ jiraSite WRITE setJiraSite NOTIFY changed FINAL)
     Q_PROPERTY(QString jiraEmail READ jiraEmail WRITE setJiraEmail NOTIFY changed FINAL)
-    /// The keyring is locked, so that nobody can tell what is saved.
+    /// The keyring is locked, so what is saved isn't known.
     Q_PROPERTY(bool locked READ locked NOTIFY changed FINAL)
     /// Grows with each change, so that a view asks isSaved() again.
     Q_PROPERTY(int revision READ revision NOTIFY changed FINAL)
@@ -41,9 +41,9 @@ public:
     /// How many of the tools have a token, as of the last look.
     int count() const { return int(m_saved.size()); }
     Q_INVOKABLE bool isSaved(const QString &name) const { return m_saved.contains(name); }
-    /// What became wrong with the last attempt to save or remove it, in a sentence; empty if nothing.
+    /// What went wrong with the last attempt to save or remove it, in a sentence; empty if nothing.
     Q_INVOKABLE QString problem(const QString &name) const { return m_problems.value(name); }
-    /// Trims and stores it and reads anew; nothing happens if nothing is left.
+    /// Trims it, stores it and reads again; nothing happens if nothing is left.
     Q_INVOKABLE void save(const QString &name, const QString &token);
     Q_INVOKABLE void remove(const QString &name);
     /// Asks the keyring; called when the pane is shown and when the user returns to it.

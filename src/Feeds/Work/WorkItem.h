@@ -17,7 +17,7 @@ struct WorkItem {
     bool operator==(const WorkItem &) const = default;
 };
 
-/// The address that a service sent with an item; nothing if it sent none, or text that is none.
+/// The address that a service sent with an item; nothing if it sent none, or a text that isn't an address.
 std::optional<QUrl> addressIn(const QJsonValue &value);
 /// The beginning of a text, as many characters as a person would count.
 QString firstCharacters(const QString &text, int count);

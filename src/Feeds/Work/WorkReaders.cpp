@@ -25,7 +25,7 @@ std::optional<QUrl> addressIn(const QJsonValue &value)
 
 QString firstCharacters(const QString &text, int count)
 {
-    // Enough for any character that a person would count as one.
+    // Enough code units for any character that the user would count as one.
     const QString beginning = text.left(qsizetype(count) * 40);
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, beginning);
     for (int i = 0; i < count && finder.toNextBoundary() >= 0; ++i) { }
@@ -38,7 +38,7 @@ constexpr qint64 kLargestReply = 4 * 1024 * 1024;
 constexpr int kDay = 86'400; // seconds
 constexpr int kLongestMention = 80;
 
-/// All members, if each is an object; nothing otherwise.
+/// All members, if each is an object; empty otherwise.
 QList<QJsonObject> objectsIn(const QJsonValue &value)
 {
     QList<QJsonObject> objects;
@@ -50,7 +50,7 @@ QList<QJsonObject> objectsIn(const QJsonValue &value)
     return objects;
 }
 
-/// The bare host of a site that may have been typed with its scheme and a slash.
+/// The host of a site that may have been typed with a scheme and slashes.
 QString bareSite(QString site)
 {
     site.remove("https://"_L1, Qt::CaseInsensitive).remove("http://"_L1, Qt::CaseInsensitive);
@@ -62,7 +62,7 @@ QString bareSite(QString site)
     return site;
 }
 
-/// The network layer's sentences end in one or not; here a phrase is wanted.
+/// Some of the network layer's messages end with a full stop; a phrase is needed here.
 QString withoutStop(QString sentence)
 {
     while (sentence.endsWith(u'.') || sentence.endsWith(u' '))
@@ -116,7 +116,7 @@ QCoro::Task<QJsonObject> slackCall(WorkServices services, QString method, QUrlQu
     throw WorkError{error.isString() ? error.toString() : Words::tr("the token was refused")};
 }
 
-/// A number as people write it: no exponent, no name, no blank around it.
+/// A number as people write it: no exponent, no "nan" or "inf", no blanks around it.
 bool isDecimal(const QString &text)
 {
     const auto belongs = [](QChar c) { return (c >= u'0' && c <= u'9') || c == u'.' || c == u'-'; };

@@ -11,17 +11,17 @@ namespace velto {
 
 class Background;
 
-/// Where the work tools are. A Jira site is whatever the user typed; `jira` stands in its place if it isn't empty.
+/// Where the work tools are. A Jira site is whatever the user typed; `jira` replaces it unless empty.
 struct WorkEndpoints {
     QUrl linear = QUrl(QStringLiteral("https://api.linear.app/graphql"));
     QUrl slack = QUrl(QStringLiteral("https://slack.com/api/"));
     QUrl jira = {};
 };
 
-/// What the readers lean on; all of it outlives them.
+/// What the readers need; all of it outlives them.
 struct WorkServices {
     Http &http;
-    Background &background; ///< where answers are read, which a service may make as long as it likes
+    Background &background; ///< where answers are parsed, which may be long
     WorkEndpoints endpoints = {};
     std::chrono::milliseconds timeout = std::chrono::seconds(20);
 };

@@ -78,7 +78,7 @@ WorkSource::~WorkSource()
     m_life.reset();
 }
 
-// The time counts from the question, whatever becomes of it.
+// The interval starts with the request, however that ends.
 bool WorkSource::due(Group group, bool force)
 {
     const Instant now = m_needs.clock.now();
@@ -140,7 +140,7 @@ QCoro::Task<> WorkSource::readWork()
     const std::weak_ptr life = m_life;
     const WorkServices services{m_needs.http, m_needs.background, m_needs.endpoints};
     Found found;
-    // A tool that fails loses its earlier items; the others keep theirs fresh.
+    // A tool that fails loses its earlier items; those of the others are fresh.
     const auto failed = [&found](const QString &tool, const WorkError &error) {
         found.errors.append(u"%1: %2."_s.arg(tool, error.errorDescription));
     };

@@ -8,7 +8,7 @@
 
 namespace velto {
 
-/// What moves.
+/// The time and the timers.
 class FakeClock::Hands final : public Clock {
 public:
     struct Armed {

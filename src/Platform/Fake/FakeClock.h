@@ -10,7 +10,7 @@ namespace velto {
 
 class Clock;
 
-/// A clock that stands still until a test steps it.
+/// A clock that stops until a test advances it.
 class FakeClock {
 public:
     explicit FakeClock(const QDateTime &start = QDateTime(QDate(2026, 11, 21), QTime(9, 0)));
@@ -20,7 +20,7 @@ public:
 
     /// As the program sees it.
     Clock &clock() const;
-    operator Clock &() const { return clock(); } // NOLINT(google-explicit-constructor): stands wherever a clock is asked for
+    operator Clock &() const { return clock(); } // NOLINT(google-explicit-constructor): usable wherever a clock is needed
 
     QDateTime wallTime() const;
     Instant now() const;

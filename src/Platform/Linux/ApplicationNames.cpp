@@ -94,7 +94,7 @@ constexpr std::array kNames{
 
 struct RecorderName {
     QByteArrayView name; // of the process, 15 bytes at most
-    QByteArrayView argument; // that its command line must hold, at the end of a path or alone
+    QByteArrayView argument; // which its command line must contain, alone or at the end of a path
     bool mayRest = false;
 };
 
@@ -114,7 +114,7 @@ constexpr std::array kRecorders{
     RecorderName{"gjs", "org.gnome.Shell.Screencast", true},
 };
 
-/// Those that run only while the screen is locked.
+/// Lockers that run only while the screen is locked.
 constexpr std::array<QByteArrayView, 7> kLockers{"swaylock", "gtklock", "hyprlock", "waylock", "i3lock", "slock", "xsecurelock"};
 
 QLatin1StringView known(const QString &name)
@@ -132,7 +132,7 @@ QLatin1StringView known(const QString &name)
 
 QString identifierForClass(const QString &instance, const QString &windowClass)
 {
-    // The class names the application; the instance is often the program's file name, and xterm -name may set it to anything.
+    // The class names the application; the instance is often the program's file name, and xterm -name can set it to anything.
     for (const auto &name : {windowClass, instance})
         if (const auto identifier = known(name); !identifier.isEmpty())
             return QString(identifier);

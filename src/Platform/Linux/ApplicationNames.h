@@ -14,7 +14,7 @@ inline constexpr auto kScreenRecorder = QLatin1StringView("com.obsproject.obs-st
 /// The identifier of the application whose windows carry this WM_CLASS; the class itself for one that isn't known.
 /// Empty if both are.
 QString identifierForClass(const QString &instance, const QString &windowClass);
-/// A screen recorder, or a program that has the screen locked while it runs, as its process tells.
+/// A screen recorder, or a program that has the screen locked while it runs, judged by its process.
 struct WatchedProgram {
     QString identifier;
     bool locks = false;

@@ -13,7 +13,7 @@ namespace velto {
 
 namespace {
 
-// at-spi2-core, bus/at-spi-bus-launcher.c. IsEnabled beside it is true for any program that asks for the tree.
+// at-spi2-core, bus/at-spi-bus-launcher.c. Not IsEnabled beside it, which is true as soon as any program asks for the tree.
 constexpr auto kStatusService = "org.a11y.Bus"_L1;
 constexpr auto kStatusPath = "/org/a11y/bus"_L1;
 constexpr auto kStatus = "org.a11y.Status"_L1;
@@ -39,7 +39,7 @@ constexpr auto kPlasmaKey = "AnimationDurationFactor"_L1;
 
 constexpr qint64 kLargestFile = 1024 * 1024;
 
-/// The value of a key in a group of an INI file as KDE and GTK write them; empty if there is none.
+/// The value of a key in a group of an INI file as KDE and GTK write them; empty if it is missing.
 QByteArray iniValue(const QByteArray &ini, QByteArrayView group, QByteArrayView key)
 {
     bool inside = false;
@@ -54,7 +54,7 @@ QByteArray iniValue(const QByteArray &ini, QByteArrayView group, QByteArrayView 
     return found;
 }
 
-/// A factor of 0 has every animation end at once. Nothing for what is no number.
+/// A factor of 0 makes every animation end at once. Nothing if it isn't a number.
 std::optional<bool> stillByFactor(const QByteArray &factor)
 {
     bool isNumber = false;
@@ -86,12 +86,12 @@ void AtspiAccessibility::start(const QDBusConnection &session)
     readFiles();
     if (!m_session.isConnected())
         return;
-    // By no service's name: that would have the call wait for the bus to tell who owns it.
+    // Without a service name: with one, the call would block until the bus says who owns it.
     m_session.connect(QString(), kStatusPath, u"org.freedesktop.DBus.Properties"_s, u"PropertiesChanged"_s, this,
                       SLOT(statusChanged(QString, QVariantMap, QStringList, QDBusMessage)));
     m_session.connect(QString(), kPortalPath, kSettings, u"SettingChanged"_s, this,
                       SLOT(settingChanged(QString, QString, QDBusVariant, QDBusMessage)));
-    // The bus of the screen reader may start long after us, and end with the reader.
+    // The screen reader's bus may start long after Velto, and end with the reader.
     connect(&m_owners, &DBusOwners::came, this, [this](const QString &service) {
         if (service == kStatusService)
             askStatus();
@@ -126,7 +126,7 @@ void AtspiAccessibility::askStatus()
         [this](const QVariant &on) { setScreenReader(on.toBool()); });
 }
 
-/// The portal is started if it doesn't run: on GNOME nothing else tells, and its first program with a file dialog starts it
+/// Starts the portal if it isn't running: on GNOME there is no other source, and the first program with a file dialog starts it
 /// anyway.
 void AtspiAccessibility::askSettings()
 {
@@ -160,7 +160,7 @@ bool AtspiAccessibility::highContrast() const
     return m_contrastWanted || m_contrastInGnome || m_contrastInPlasma;
 }
 
-/// A window's alert event never reaches the screen reader from this toolkit; an alert item that is shown does. See the view.
+/// From this toolkit a window's alert event never reaches the screen reader; an item that becomes visible does. See the view.
 void AtspiAccessibility::announce(const QString &text)
 {
     Q_EMIT announcementRequested(text);

@@ -15,7 +15,7 @@ namespace {
 
 constexpr qint64 kLargestEntry = 64 * 1024;
 
-/// The value of a key in the entry's main group, as it stands there.
+/// The value of a key in the entry's main group, still escaped.
 std::optional<QByteArray> entryValue(const QByteArray &entry, QByteArrayView key)
 {
     bool inside = false;
@@ -29,7 +29,7 @@ std::optional<QByteArray> entryValue(const QByteArray &entry, QByteArrayView key
     return std::nullopt;
 }
 
-/// A text as such a file writes it.
+/// Escapes a text for a desktop file.
 QByteArray desktopString(const QString &text)
 {
     return text.toUtf8().replace('\\', "\\\\").replace('\n', "\\n");
@@ -37,8 +37,8 @@ QByteArray desktopString(const QString &text)
 
 } // namespace
 
-/// Two layers: an argument in double quotes with `"`, backtick, `$` and `\` escaped, and `%` doubled; then the backslashes
-/// once more, as in every text of such a file (Desktop Entry Specification 1.5, "The Exec key").
+/// Two layers: an argument in double quotes with `"`, backtick, `$` and `\` escaped, and `%` doubled; then the backslashes once
+/// more, as in every string of a desktop file (Desktop Entry Specification 1.5, "The Exec key").
 QByteArray desktopExec(const QString &program)
 {
     QByteArray quoted = "\"";
@@ -51,7 +51,7 @@ QByteArray desktopExec(const QString &program)
     }
     quoted += '"';
     quoted.replace('\\', "\\\\");
-    // A line feed in a path can't be written in any other way, and would start a line of its own.
+    // A line feed in a path can only be written as an escape; as it is, it would start a new line.
     quoted.replace('\n', "\\n");
     return quoted;
 }
@@ -61,7 +61,7 @@ bool startsAtLogin(const QByteArray &entry, const QString &program)
     const auto exec = entryValue(entry, "Exec");
     if (!exec || entryValue(entry, "Hidden") == "true" || entryValue(entry, "X-GNOME-Autostart-enabled") == "false")
         return false;
-    // A path that needs no quotes may stand without them.
+    // A path that needs no quotation marks may come without them.
     return *exec == desktopExec(program) || *exec == program.toUtf8();
 }
 

@@ -15,7 +15,7 @@ namespace velto {
 
 namespace {
 
-/// A sound of a theme takes a second or two; a sound server that hangs takes for ever.
+/// A theme's sound takes a second or two; a sound server that hangs takes for ever.
 constexpr std::chrono::milliseconds kLongest{5000};
 
 struct ThemeSound {
@@ -59,7 +59,7 @@ struct CanberraApi {
     }
 };
 
-/// Connects to the sound server, plays, and waits for the end. A connection that stayed would wake the program now and then.
+/// Connects to the sound server, plays, and waits for the end. A connection kept open would wake the program now and then.
 void playToTheEnd(const char *event)
 {
     static const CanberraApi kApi;
@@ -67,7 +67,7 @@ void playToTheEnd(const char *event)
     if (!kApi.complete || kApi.create(&made) != CA_SUCCESS)
         return;
     QSemaphore ended;
-    // Destroying the context ends what plays, and calls back for it: it goes before what it calls back into.
+    // Destroying the context stops what plays and calls back: so it is destroyed before what it calls back into.
     const std::unique_ptr<ca_context, decltype(kApi.destroy)> context(made, kApi.destroy);
     ca_proplist *properties = nullptr;
     if (kApi.createProperties(&properties) != CA_SUCCESS)

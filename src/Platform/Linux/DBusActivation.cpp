@@ -18,7 +18,7 @@ namespace {
 const auto kInterface = "org.freedesktop.Application"_L1;
 const auto kOpen = "open"_L1;
 
-/// What D-Bus activation makes of a name: dots become slashes, dashes underscores.
+/// The object path that D-Bus activation derives from a name: dots become slashes, dashes underscores.
 QString objectPath(const QString &name)
 {
     return u'/' + QString(name).replace(u'.', u'/').replace(u'-', u'_');
@@ -26,7 +26,7 @@ QString objectPath(const QString &name)
 
 } // namespace
 
-/// What the bus sees.
+/// The interface on the bus.
 class ApplicationInterface final : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
@@ -62,7 +62,7 @@ bool DBusActivation::claim()
     return m_lock.take();
 }
 
-// The other one may have started a moment ago, and comes to the bus only after it has painted.
+// The other instance may have just started, and comes to the bus only after it has painted.
 bool DBusActivation::waitForTheOther(const QDBusConnection &bus) const
 {
     const QDBusServiceWatcher watcher(m_name, bus, QDBusServiceWatcher::WatchForRegistration);
@@ -99,7 +99,7 @@ void DBusActivation::listen(bool startedForIt)
     m_startedForIt = startedForIt;
     if (!findChild<ApplicationInterface *>())
         new ApplicationInterface(this); // owned by its parent
-    // The object first: a call that waits for the name comes at once.
+    // The object first: calls that wait for the name arrive at once.
     bus.registerObject(m_path, this, QDBusConnection::ExportAdaptors);
     bus.registerService(m_name);
 }

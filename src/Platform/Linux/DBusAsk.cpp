@@ -15,9 +15,9 @@ QVariant firstValue(const QDBusMessage &reply)
 {
     if (reply.type() != QDBusMessage::ReplyMessage)
         return {};
-    // A call that answers with nothing has succeeded all the same.
+    // A reply without a value is a success too.
     auto value = reply.arguments().value(0, true);
-    // The desktop portal packs a variant into a variant.
+    // The desktop portal wraps a variant in a variant.
     while (value.canConvert<QDBusVariant>())
         value = value.value<QDBusVariant>().variant();
     return value;

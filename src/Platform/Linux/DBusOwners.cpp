@@ -26,7 +26,7 @@ void DBusOwners::follow(const QDBusConnection &bus, const QString &service)
     const auto name = u"org.freedesktop.DBus"_s;
     ask(bus, {name, u"/org/freedesktop/DBus"_s, name, u"GetNameOwner"_s, {service}}, this,
         [this, service](const QVariant &owner) {
-            // The toolkit may hand over the answer after the news of a change that came behind it.
+            // The toolkit may deliver this answer after a change that came later.
             if (!m_owners.contains(service))
                 setOwner(service, owner.toString());
         });

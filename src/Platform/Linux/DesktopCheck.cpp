@@ -28,7 +28,7 @@ Support missing(const QString &reason)
     return {Support::State::Missing, reason};
 }
 
-/// Somebody has that name, or would be started for it.
+/// Whether someone owns that name, or would be started for it.
 bool offered(const QDBusConnection &bus, const QString &service)
 {
     if (!bus.isConnected())

@@ -12,13 +12,13 @@ namespace velto {
 
 namespace {
 
-/// In the grandchild: only what is safe after a fork in a program with threads.
+/// In the grandchild: only what is safe after a fork in a multithreaded program.
 [[noreturn]] void become(const char *program, char *const *arguments, const char *folder, int report)
 {
     sigset_t none;
     ::sigemptyset(&none);
     ::sigprocmask(SIG_SETMASK, &none, nullptr);
-    // What a program ignores stays ignored in those it starts.
+    // A signal that a program ignores stays ignored in the programs it starts.
     ::signal(SIGPIPE, SIG_DFL);
     ::signal(SIGXFSZ, SIG_DFL);
     const int nothing = ::open("/dev/null", O_RDWR);
@@ -26,7 +26,7 @@ namespace {
         ::dup2(nothing, stream);
     if (::chdir(folder) != 0 && ::chdir("/") != 0)
         ::_exit(127);
-    // The report closes by itself when the program stands; everything else goes the same way.
+    // The report closes by itself when execv() succeeds, like every other descriptor.
     ::close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
     ::execv(program, arguments);
     const char failed = 1;
@@ -36,7 +36,7 @@ namespace {
 
 } // namespace
 
-/// The toolkit's own detached start leaves every descriptor without the close-on-exec mark open in the new program.
+/// The toolkit's own detached start leaks descriptors that aren't marked close-on-exec into the new program.
 bool startDetached(const QString &program, const QStringList &arguments, const QString &folder)
 {
     std::vector<QByteArray> texts{QFile::encodeName(program)};

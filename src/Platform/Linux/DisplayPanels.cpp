@@ -11,7 +11,7 @@ namespace velto {
 
 namespace {
 
-// The library's types, of which only pointers are handed about, and GLib's.
+// Types of the library, used only through pointers, and GLib's.
 struct GmDeviceInfo;
 struct GmDisplayPanel;
 struct GmCutout;
@@ -35,7 +35,7 @@ struct Functions {
     void (*freeNames)(char **);
 };
 
-/// GLib's come along: the library is linked with them.
+/// Finds GLib's functions too, since the library links to GLib.
 std::optional<Functions> load(const char *name)
 {
     void *library = dlopen(name, RTLD_LAZY | RTLD_LOCAL);
@@ -55,10 +55,10 @@ std::optional<Functions> load(const char *name)
     return all ? std::optional(f) : std::nullopt;
 }
 
-/// What lies on the middle of the upper edge. One in a corner is no housing for a strip in the middle.
+/// The cutout at the middle of the upper edge. One in a corner is no housing for a strip in the middle.
 QRect housingAmong(const Functions &f, GmDisplayPanel *panel, QSize size)
 {
-    constexpr int kMostOfHeight = 8; // a housing takes less than one in so many of the panel's height
+    constexpr int kMostOfHeight = 8; // a housing is less than one part in so many of the panel's height
     const int middle = size.width() / 2;
     QRect housing;
     auto *cutouts = f.panelCutouts(panel);

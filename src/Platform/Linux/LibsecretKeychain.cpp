@@ -14,7 +14,7 @@
 #include <mutex>
 #include <thread>
 
-// GLib hides its function behind a macro of the same name.
+// GLib hides the function behind a macro of the same name.
 #undef g_object_ref
 
 using namespace Qt::StringLiterals;
@@ -43,7 +43,7 @@ const SecretSchema *schema()
     return &kSchema;
 }
 
-/// The functions that are needed, under their own names. A look-up in libsecret finds those of the GLib it stands on as well.
+/// The functions needed, under their own names. A look-up in libsecret finds those of the GLib it links to as well.
 struct SecretApi {
     template <typename Function> void resolve(QLibrary &library, Function &function, const char *name)
     {
@@ -75,7 +75,7 @@ struct SecretApi {
     X(secret_password_clearv_sync)                                                                                               \
     X(secret_password_storev_sync)
 
-// NOLINTNEXTLINE(bugprone-macro-parentheses): a name that is declared can't stand in parentheses
+// NOLINTNEXTLINE(bugprone-macro-parentheses): a declared name can't be in parentheses
 #define VELTO_DECLARE(name) decltype(&::name) name = nullptr;
     VELTO_SECRET_FUNCTIONS(VELTO_DECLARE)
 #undef VELTO_DECLARE
@@ -92,7 +92,7 @@ struct SecretApi {
     }
 };
 
-/// Without a bus GLib would start one of its own; a keyring can't be on that.
+/// Without a bus GLib would start one of its own, which has no keyring.
 bool hasSessionBus()
 {
     if (!qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS"))
@@ -101,7 +101,7 @@ bool hasSessionBus()
     return !runtime.isEmpty() && QFile::exists(runtime + u"/bus"_s);
 }
 
-/// Null where there can be no secrets.
+/// Null where there is no keyring.
 const SecretApi *secretApi()
 {
     if (!hasSessionBus())
@@ -110,7 +110,7 @@ const SecretApi *secretApi()
     return kApi.complete ? &kApi : nullptr;
 }
 
-/// Cancels what runs under it once its time is over.
+/// Cancels the calls that use it when its time is up.
 class Deadline {
 public:
     Deadline(const SecretApi &api, std::chrono::seconds limit)
@@ -184,7 +184,7 @@ std::optional<QString> textOf(const SecretApi &api, SecretItem *item)
     return text.toUtf8() == utf8 ? std::optional(text) : std::nullopt;
 }
 
-/// What is stored under one name, as it stood at one look.
+/// What was stored under one name at the time of the look-up.
 class Items {
 public:
     Items(const SecretApi &api, SecretService *service, const Attributes &attributes, GCancellable *cancellable)
@@ -215,7 +215,7 @@ private:
     GList *m_items = nullptr;
 };
 
-/// An older one may stand in another collection: which one is the default can change.
+/// An older copy may be in another collection, since the default collection can change.
 void eraseOthers(const SecretApi &api, const Attributes &attributes, const QString &value, GCancellable *cancellable)
 {
     GError *error = nullptr;
@@ -237,7 +237,7 @@ void eraseOthers(const SecretApi &api, const Attributes &attributes, const QStri
 
 } // namespace
 
-/// Opens the keyring's own dialog, on a thread that waits for the user: once by itself, and whenever it is asked for.
+/// Shows the keyring's own dialog, from a thread that waits for the user: once unasked, and whenever it is asked for.
 class LibsecretKeychain::Unlocking {
 public:
     explicit Unlocking(std::function<void()> unlocked)
@@ -258,7 +258,7 @@ public:
         m_api->g_object_unref(m_service);
     }
 
-    /// This item is locked away.
+    /// Takes note of a locked item.
     void found(const SecretApi &api, SecretService *service, SecretItem *item)
     {
         {
@@ -317,7 +317,7 @@ void LibsecretKeychain::follow(const QDBusConnection &session)
     m_session = session;
     if (!m_session.isConnected())
         return;
-    // By no service's name: that would have the call wait for the bus to tell who owns it.
+    // Without a service name: with one, the call would block until the bus says who owns it.
     m_session.connect(QString(), kSecretsPath, u"org.freedesktop.Secret.Service"_s, u"CollectionChanged"_s, this,
                       SLOT(collectionChanged(QDBusMessage)));
     m_session.connect(QString(), QString(), u"org.freedesktop.DBus.Properties"_s, u"PropertiesChanged"_s,
@@ -395,7 +395,7 @@ bool LibsecretKeychain::put(const QString &name, const std::optional<QString> &v
         forget(*api, error);
         return erased;
     }
-    // Takes the place of the old one in one step: whoever is ended here has one of the two.
+    // Replaces the old secret atomically: if the program is killed here, one of the two is stored.
     const bool kept =
         api->secret_password_storev_sync(schema(), attributes.table(), SECRET_COLLECTION_DEFAULT, name.toUtf8().constData(),
                                          value->toUtf8().constData(), deadline.cancellable(), &error);

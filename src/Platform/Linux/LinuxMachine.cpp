@@ -15,7 +15,7 @@ namespace {
 
 constexpr qint64 kLargest = 65'536;
 
-/// Takes the shell's quotes and backslashes off a value.
+/// Strips the shell's quotation marks and backslashes from a value.
 QString unquoted(const QString &value)
 {
     QString result;

@@ -23,17 +23,17 @@ namespace {
 constexpr auto kPlatformVariable = "QT_QPA_PLATFORM";
 constexpr auto kX11Variable = "DISPLAY";
 constexpr auto kWaylandVariable = "WAYLAND_DISPLAY";
-// The toolkit's names.
+// The names of the toolkit's plugins.
 constexpr auto kX11 = "xcb";
 constexpr auto kWayland = "wayland";
-// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): before the application object, and a message handler is a
-// plain function
+// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): set before the application object, and a message handler is
+// a plain function
 bool platformChosenHere = false;
 QtMessageHandler handlerBefore = nullptr;
 // NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 
-/// Stands in while the application object is made. The toolkit ends in qFatal() if it can open no display, and aborts: it
-/// gets no further than here. Asking for the display beforehand would cost a second connection at every start.
+/// The message handler while the application object is created. If no display can be opened, the toolkit calls qFatal() and
+/// aborts; it gets only as far as this. Trying the display beforehand would cost a second connection at every start.
 void sayAndEnd(QtMsgType type, const QMessageLogContext &context, const QString &message)
 {
     if (type == QtFatalMsg) {
@@ -44,7 +44,7 @@ void sayAndEnd(QtMsgType type, const QMessageLogContext &context, const QString 
         std::fprintf(stderr, "%s\n", qPrintable(sentence));
         std::_Exit(EXIT_FAILURE);
     }
-    // What leads up to it says the same less well.
+    // The messages that lead up to it say the same less clearly.
     if (!QByteArrayView(context.category).startsWith("qt.qpa") && handlerBefore)
         handlerBefore(type, context, message);
 }
@@ -56,14 +56,14 @@ void choose(const char *plugin, bool forUsAlone)
     handlerBefore = qInstallMessageHandler(&sayAndEnd);
 }
 
-/// The compositor of this session can be asked. A socket that was handed down could be used only once.
+/// Whether this session's compositor can be asked. An inherited socket could be used only once.
 bool onWayland()
 {
     return !qEnvironmentVariableIsEmpty(kWaylandVariable) && qEnvironmentVariableIsEmpty("WAYLAND_SOCKET");
 }
 
-/// One sentence on why there can be no window by Wayland; nothing if there can. A layer shell that keeps the keyboard where it
-/// was (KWin 5) is good enough only for who insists.
+/// One sentence on why there can be no Wayland window; nothing if there can. A layer shell that doesn't take the keyboard back
+/// (KWin 5) is good enough only for a user who insists.
 std::optional<QString> whyNotWayland(bool insists)
 {
     const QDir plugins(QLibraryInfo::path(QLibraryInfo::PluginsPath) + u"/platforms"_s);
@@ -81,7 +81,7 @@ std::optional<QString> whyNotWayland(bool insists)
     return std::nullopt;
 }
 
-/// Under Wayland, windows for X11 are guests: the X server's input focus isn't the user's keyboard.
+/// Under Wayland, X11 windows are guests: the X server's input focus isn't the user's keyboard.
 KeyboardRoad keyboardRoad()
 {
     return onWayland() ? KeyboardRoad::ManagedWindow : KeyboardRoad::InputFocus;
@@ -107,7 +107,7 @@ QDBusConnection portalBus()
 
 std::unique_ptr<HotKey> makeHotKey(XcbServer &server, Defaults &defaults)
 {
-    // Through XWayland a key can be grabbed, and is heard only while some window for X11 has the keyboard.
+    // Through XWayland a key can be grabbed, but is heard only while an X11 window has the keyboard.
     if (onWayland())
         return std::make_unique<PortalHotKey>(defaults, QGuiApplication::desktopFileName(), &portalBus);
     return std::make_unique<XcbHotKey>(server);
@@ -122,7 +122,7 @@ QString configurationFolder()
 
 std::optional<QString> prepareGraphics(const QString &wanted)
 {
-    // A pixel is a pixel at a scale of 1.5 too.
+    // A fractional scale such as 1.5 is used as it is, not rounded.
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     const auto chosen = qgetenv(kPlatformVariable);
     const bool elsewhere = !chosen.isEmpty() && !chosen.startsWith(kX11) && !chosen.startsWith(kWayland);
@@ -169,7 +169,7 @@ LinuxPlatform::LinuxPlatform(Clock &clock, Files &files, Defaults &defaults, con
     , terminals(places)
     , machine(files)
 {
-    // The choice was for us alone: a terminal that we start makes its own.
+    // The choice was for this process alone: a terminal started from here makes its own.
     if (std::exchange(platformChosenHere, false))
         qunsetenv(kPlatformVariable);
     layersPrepared();

@@ -31,7 +31,7 @@ class Defaults;
 /// QT_QPA_PLATFORM that names neither X11 nor Wayland is left as it is.
 std::optional<QString> prepareGraphics(const QString &wanted = {});
 
-/// Everything that a Linux desktop does for us, in the order in which the pieces depend on each other.
+/// All the services of a Linux desktop, in the order in which the pieces depend on each other.
 /// Construction needs the application object and does next to nothing.
 struct LinuxPlatform {
     LinuxPlatform(Clock &clock, Files &files, Defaults &defaults, const Places &places);

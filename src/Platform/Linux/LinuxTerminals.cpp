@@ -76,8 +76,8 @@ void LinuxTerminals::launch(App app, const QString &commandLine)
     startDetached(terminal->path, terminalArguments(terminal->style, shellCommand(shell, commandLine), script), m_places.home);
 }
 
-/// The name is new and the mode is the owner's from the first moment, so nobody else can read it or have put it there.
-/// It stays behind: nothing tells when the terminal has read it.
+/// The name is unused and the mode private from the start, so nobody else can read it or have put it there. It is never
+/// removed: nothing tells when the terminal has read it.
 QString LinuxTerminals::writeScript(const QString &shell, const QString &commandLine) const
 {
     auto path = u"%1/velto-resume-%2.command"_s.arg(m_places.temporary, QUuid::createUuid().toString(QUuid::WithoutBraces));

@@ -59,7 +59,7 @@ QString LinuxVideoPlayer::program() const
 
 bool LinuxVideoPlayer::installed() const
 {
-    // The player's window goes into the panel's by its number on the X server.
+    // The player's window is embedded in the panel's by its X11 window id.
     return QGuiApplication::platformName() == u"xcb"_s && !program().isEmpty();
 }
 
@@ -73,7 +73,7 @@ void LinuxVideoPlayer::open(const QString &html, const QUrl &base, quintptr wind
     const auto ended = [this](bool asUserWanted) {
         if (!m_process)
             return;
-        m_process.release()->deleteLater(); // its own signal may have called
+        m_process.release()->deleteLater(); // this may run in one of its own signals
         asUserWanted ? Q_EMIT closeWanted() : Q_EMIT failed();
     };
     connect(m_process.get(), &QProcess::finished, this,
@@ -83,7 +83,7 @@ void LinuxVideoPlayer::open(const QString &html, const QUrl &base, quintptr wind
             ended(false);
     });
     m_process->start(program(), {});
-    if (!m_process) // it couldn't even be tried, and that has been told
+    if (!m_process) // it failed to start, which has been reported
         return;
     QJsonObject first = written(place);
     first.insert(u"html"_s, html);
@@ -104,7 +104,7 @@ void LinuxVideoPlayer::close()
 {
     if (!m_process)
         return;
-    // The end of its input takes its window away at once; the engine goes in its own time.
+    // The end of its input removes its window at once; the engine ends later.
     QProcess *const process = m_process.release();
     process->setParent(this);
     process->disconnect(this);

@@ -10,7 +10,7 @@ namespace velto {
 
 namespace {
 
-/// What the catalogue writes for all of these.
+/// The command that the catalogue writes for every distribution.
 constexpr auto kInstall = "sudo apt install"_L1;
 struct Installer {
     QLatin1StringView program;
@@ -45,7 +45,7 @@ QString LinuxWording::translate(const char *, const char *text, const char *, in
 {
     auto said = QTranslator::translate("Linux", text, nullptr, -1);
     if (said.contains(kInstall) && m_install != kInstall) {
-        // One package has another name there.
+        // One package has another name on Arch.
         if (m_install.endsWith("pacman -S"_L1))
             said.replace("install gh"_L1, "install github-cli"_L1);
         said.replace(kInstall, m_install);

@@ -6,7 +6,7 @@
 namespace velto {
 
 /// The words of the user interface that another desktop would say otherwise: the computer, its keyring, its keys. Looks a text
-/// up in velto_linux.ts by the text alone, whatever its context, so that each sentence stands there once; what isn't there
+/// up in velto_linux.ts by the text alone, whatever its context, so that each sentence is there once; what isn't there
 /// stays as it is. Loaded from the program's own resources.
 class LinuxWording final : public QTranslator {
     Q_OBJECT

@@ -68,12 +68,12 @@ void LogindSession::findSession()
         });
 }
 
-/// A program that the user's service manager started is in no session: the user's graphical one is meant then.
+/// A program that the user's service manager started belongs to no session: the user's graphical one is used then.
 void LogindSession::findDisplaySession()
 {
     ask(m_system, propertyOf(kLogin, u"/org/freedesktop/login1/user/self"_s, u"org.freedesktop.login1.User"_s, u"Display"_s),
         this, [this](const QVariant &display) {
-            // A structure of the session's name and its path.
+            // A struct of the session's name and path.
             if (!display.canConvert<QDBusArgument>())
                 return;
             const auto structure = display.value<QDBusArgument>();
@@ -106,7 +106,7 @@ void LogindSession::propertiesChanged(const QString &interface, const QVariantMa
 void LogindSession::setHint(bool locked)
 {
     m_hint = locked;
-    // A locker that sets the hint takes over from the request, and speaks for the end of it too.
+    // A locker that sets the hint takes over from the request, and reports the end of the lock too.
     m_requested = false;
     m_request.reset();
     update();
@@ -136,10 +136,10 @@ void LogindSession::preparesForSleep(bool sleeping)
 void LogindSession::followSavers()
 {
     connect(&m_saverOwners, &DBusOwners::came, this, &LogindSession::askSaver);
-    // A screen saver that crashed can't tell that it is over.
+    // A screen saver that crashed can't report its end.
     connect(&m_saverOwners, &DBusOwners::gone, this, [this](const QString &service) { setSaver(service, false); });
     for (const auto &saver : kSavers) {
-        // By no service's name: that would have the call wait for the bus to tell who owns it.
+        // Without a service name: with one, the call would block until the bus says who owns it.
         m_session.connect(QString(), saver.path, saver.interface, u"ActiveChanged"_s, this,
                           SLOT(saverChanged(bool, QDBusMessage)));
         m_saverOwners.follow(m_session, saver.interface);
@@ -177,7 +177,7 @@ void LogindSession::setLockerRuns(bool runs)
 {
     if (std::exchange(m_lockerRuns, runs) == runs)
         return;
-    // It is what answers a request, and speaks for the end of that too.
+    // The locker answers a request, and its end is the end of the lock too.
     m_requested = false;
     m_request.reset();
     update();

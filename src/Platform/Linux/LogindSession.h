@@ -12,8 +12,8 @@ namespace velto {
 
 class Clock;
 
-/// Locked as long as logind's hint for the session or any of the desktops' screen savers says so, or a locker runs that tells
-/// nobody. A request to lock counts for a few seconds, until a locker has answered it: a strip that never comes back is worse.
+/// Locked as long as logind's hint for the session or any of the desktops' screen savers says so, or a locker runs that doesn't
+/// report it. A request to lock counts for a few seconds, until a locker has answered it: a strip that never comes back is worse.
 /// Knows nothing before start(), and never blocks.
 class LogindSession final : public Session {
     Q_OBJECT

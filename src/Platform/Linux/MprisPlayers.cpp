@@ -22,7 +22,7 @@ constexpr auto kProperties = "org.freedesktop.DBus.Properties"_L1;
 constexpr std::chrono::seconds kLimit{5};
 constexpr qsizetype kLongestText = 1000;
 
-/// Speaks for whichever player was active last, under a name of its own.
+/// Represents whichever player was active last, under a name of its own.
 constexpr auto kStandIn = "org.mpris.MediaPlayer2.playerctld"_L1;
 
 bool isPlayer(const QString &service)
@@ -30,14 +30,14 @@ bool isPlayer(const QString &service)
     return service.startsWith(kPrefix) && service != kStandIn;
 }
 
-/// A second instance of a program has a suffix behind its name: "vlc.instance7389".
+/// A second instance of a program has a suffix: "vlc.instance7389".
 MediaPlayer::Known knownAs(const QString &service)
 {
     const bool spotify = service.mid(kPrefix.size()).section(u'.', 0, 0).compare("spotify"_L1, Qt::CaseInsensitive) == 0;
     return spotify ? MediaPlayer::Known::Spotify : MediaPlayer::Known::No;
 }
 
-/// A dictionary of an answer; empty if it is anything else.
+/// The dictionary in an answer; empty if it is anything else.
 QVariantMap dictionary(const QVariant &value)
 {
     if (value.userType() == qMetaTypeId<QDBusArgument>()) {
@@ -47,7 +47,7 @@ QVariantMap dictionary(const QVariant &value)
     return value.userType() == QMetaType::QVariantMap ? value.toMap() : QVariantMap();
 }
 
-/// One text, or several of them in a row. Players disagree with the standard on which it is.
+/// One string, or a list of strings joined. Players disagree with the standard on which it is.
 QString text(const QVariant &value)
 {
     const int type = value.userType();
@@ -84,7 +84,7 @@ void MprisPlayers::start(const QDBusConnection &session)
     velto::ask(m_bus, {bus, u"/org/freedesktop/DBus"_s, bus, u"ListNames"_s, {}}, this, [this](const QVariant &names) {
         const auto list = names.toStringList();
         std::ranges::copy_if(list, std::back_inserter(m_services), isPlayer);
-        // Some may have come and told so before this answer.
+        // Some may have appeared, and been announced, before this answer.
         m_services.sort();
         m_services.removeDuplicates();
         if (!m_services.isEmpty())
@@ -105,7 +105,7 @@ void MprisPlayers::ownerChanged(const QString &service, const QString &newOwner)
 
 void MprisPlayers::propertiesChanged(const QString &, const QVariantMap &changed, const QStringList &invalidated)
 {
-    // Volume and position are no news. Who sent it doesn't matter: the players themselves are asked then.
+    // Volume and position don't matter. Neither does the sender, since the players themselves are asked next.
     for (const auto &property : {u"PlaybackStatus"_s, u"Metadata"_s})
         if (changed.contains(property) || invalidated.contains(property)) {
             Q_EMIT MediaPlayers::changed();
@@ -130,7 +130,7 @@ void MprisPlayers::ask(const QString &id, QObject *context, std::function<void(s
     auto identity = propertyOf(id, kPath, kRoot, u"Identity"_s);
     identity.limit = kLimit;
     velto::ask(m_bus, identity, this, [this, id, alive = QPointer(context), done = std::move(done)](const QVariant &name) {
-        // A player that is gone by now would leave its name behind.
+        // A player that is gone by now would leave its name in the table.
         if (const auto known = text(name); !known.isEmpty() && m_services.contains(id))
             m_names.insert(id, known);
         if (alive)

@@ -18,7 +18,7 @@ namespace velto {
 namespace {
 
 constexpr QByteArrayView kListening = "0A";
-/// As /proc writes them: 127.0.0.1, and every address.
+/// As /proc writes them: 127.0.0.1, and the wildcard addresses.
 constexpr QByteArrayView kAddresses[] = {"0100007F", "00000000", "0000000000000000FFFF00000100007F",
                                          "00000000000000000000000000000000"};
 
@@ -28,7 +28,7 @@ QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// "socket:[INODE]" of whoever listens where a connection to 127.0.0.1:`port` goes.
+/// "socket:[INODE]" of every listener that a connection to 127.0.0.1:`port` may reach.
 QStringList listeningSockets(quint16 port)
 {
     const QByteArray wanted = ':' + QByteArray::number(port, 16).toUpper().rightJustified(4, '0');
@@ -84,7 +84,7 @@ std::optional<PortHolder> portHolder(quint16 port)
 
 bool processLives(qint64 pid)
 {
-    // A process that has ended keeps its id until its parent has taken notice; its descriptor tells.
+    // An ended process keeps its id until its parent has waited for it; a pidfd tells that it has ended.
     const Descriptor process(int(syscall(SYS_pidfd_open, pid_t(pid), 0)));
     pollfd end{process.get(), POLLIN, 0};
     return process && poll(&end, 1, 0) == 0;

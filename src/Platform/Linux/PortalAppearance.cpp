@@ -27,7 +27,7 @@ void PortalAppearance::follow()
     if (std::exchange(m_following, true))
         return;
     m_font = QGuiApplication::font();
-    // By no service's name: that would have the call wait for the bus to tell who owns it.
+    // Without a service name: with one, the call would block until the bus says who owns it.
     QDBusConnection::sessionBus().connect(QString(), kPath, kInterface, u"SettingChanged"_s, this,
                                           SLOT(settingChanged(QString, QString, QDBusVariant, QDBusMessage)));
     m_owners.follow(QDBusConnection::sessionBus(), kService);

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// "(sa{sv})", as the portal takes and gives shortcuts.
+/// "(sa{sv})", the portal's type for a shortcut.
 struct PortalShortcut {
     QString id;
     QVariantMap options;
@@ -44,7 +44,7 @@ constexpr auto kId = "open-and-search"_L1;
 constexpr auto kDeclined = "globalKeyDeclined"_L1;
 constexpr uint kCancelled = 1; // by the user; 2 is any other failure
 
-/// What is bound to our one shortcut, in the desktop's words; nothing if it isn't among them.
+/// The trigger of our one shortcut, in the desktop's words; nothing if it isn't in the list.
 std::optional<QString> triggerOf(const QVariant &shortcuts)
 {
     const auto list = qdbus_cast<QList<PortalShortcut>>(shortcuts);
@@ -84,7 +84,8 @@ bool PortalHotKey::registerHotKey(std::function<void()> action)
 void PortalHotKey::lookForPortal()
 {
     const auto bus = m_sessionBus();
-    // The portal takes a program that no sandbox names by what it says here, ahead of all else. Older ones don't know of it.
+    // Outside a sandbox the portal identifies a program by what it registers here before anything else. Older portals lack
+    // this.
     ask(bus,
         {.service = kPortal,
          .path = kPath,
@@ -107,7 +108,7 @@ void PortalHotKey::lookForPortal()
         });
 }
 
-/// It may crash, or be replaced in an update; what it gave goes with it.
+/// It may crash, or be replaced by an update; its session is gone then.
 void PortalHotKey::portalGone()
 {
     m_lost = true;
@@ -167,7 +168,7 @@ void PortalHotKey::sessionAnswered(uint code, const QVariantMap &results)
         return;
     }
     auto bus = m_sessionBus();
-    // A later session has the name of the first.
+    // A later session has the same path as the first.
     if (!std::exchange(m_listening, true)) {
         bus.connect(kPortal, kPath, kShortcuts, u"Activated"_s, this,
                     SLOT(activated(QDBusObjectPath, QString, qulonglong, QVariantMap)));

@@ -50,7 +50,7 @@ void ProcessFolderPanel::choose(const QString &prompt, std::function<void(QStrin
     m_process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     const auto ended = [this, chosen = std::move(chosen)](int code, QProcess::ExitStatus status) {
         const QStringList paths = pathsIn(m_process->readAllStandardOutput());
-        m_process.release()->deleteLater(); // its own signal calls
+        m_process.release()->deleteLater(); // this runs in one of its own signals
         if (code == 0 && status == QProcess::NormalExit && !paths.isEmpty())
             chosen(paths);
     };

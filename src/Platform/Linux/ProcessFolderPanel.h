@@ -9,11 +9,11 @@ class QProcess;
 
 namespace velto {
 
-/// The desktop's dialog for folders, in a process of its own (velto-folders) that brings the toolkit for it along.
+/// The desktop's folder dialog, in a process of its own (velto-folders), which loads the toolkit for it.
 class ProcessFolderPanel final : public QObject, public FolderPanel {
     Q_OBJECT
 public:
-    /// `program` is asked for when the panel is; without one, where an installation has it.
+    /// `program` is run for the dialog; if empty, the one that an installation has.
     explicit ProcessFolderPanel(QString program = {}, QObject *parent = nullptr);
     ~ProcessFolderPanel() override;
 

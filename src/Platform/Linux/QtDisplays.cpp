@@ -12,18 +12,18 @@ namespace {
 
 constexpr double kPlainThickness = 24;
 constexpr double kHighestPanel = 80;
-// Where _NET_WM_STRUT_PARTIAL has the values for the top edge.
+// Index of the top edge in _NET_WM_STRUT_PARTIAL.
 constexpr std::size_t kStrutTop = 2;
 constexpr std::size_t kStrutTopStart = 8;
 constexpr std::size_t kStrutTopEnd = 9;
 
-/// When the last output goes, the toolkit puts a screen in its place that no one can see.
+/// When the last output is gone, the toolkit puts an invisible screen in its place.
 bool isReal(const QScreen *screen)
 {
     return !screen->name().isEmpty() && !screen->geometry().isEmpty();
 }
 
-/// The toolkit's coordinates keep a screen's corner as the X server has it and scale its size only.
+/// The toolkit's coordinates keep a screen's corner as the X server reports it and scale only its size.
 QRect nativeGeometry(const QScreen *screen)
 {
     const auto geometry = screen->geometry();
@@ -99,7 +99,7 @@ QList<Display> QtDisplays::all() const
 {
     auto screens = QGuiApplication::screens();
     screens.removeIf([](const QScreen *screen) { return !isReal(screen); });
-    // The one work area that X11 knows spans all displays, so with several of them the panels themselves have to be asked.
+    // The one work area that X11 has spans all displays, so with several of them the panels' own struts are read.
     const auto struts = screens.size() > 1 ? topStruts() : QList<TopStrut>();
     QList<Display> displays;
     for (const auto *screen : std::as_const(screens)) {

@@ -24,12 +24,12 @@ double statusBarThicknessFor(double panelHeight);
 /// Whether an output of that name is part of the device, as the kernel's connectors are called.
 bool isBuiltIn(const QString &output);
 
-/// The toolkit's screens, with the camera housing of the built-in one. A change is told in a later turn of the event loop, once
-/// for all that changed together.
+/// The toolkit's screens, with the camera housing of the built-in one. A change is reported in a later turn of the event loop,
+/// once for all that changed together.
 class QtDisplays final : public Displays {
     Q_OBJECT
 public:
-    /// `system` is where the kernel tells of the machine.
+    /// `system` is the kernel's folder about the machine (/sys).
     explicit QtDisplays(XcbServer &server, const QString &system = QStringLiteral("/sys"), QObject *parent = nullptr);
 
     QList<Display> all() const override;

@@ -14,7 +14,7 @@ namespace velto {
 
 namespace {
 
-/// What has a symbol of its own; the rest of the interface is calls through tables that the objects carry.
+/// The functions exported as symbols; the rest of the interface is called through the objects' method tables.
 struct PipeWireApi {
     template <typename Function> void resolve(QLibrary &library, Function &function, const char *name)
     {
@@ -62,7 +62,7 @@ const PipeWireApi &api()
     return kApi;
 }
 
-/// Where PipeWire listens (pipewire(1), its environment); empty if there is no such place.
+/// PipeWire's socket, as pipewire(1) finds it from the environment; empty if there is none.
 QByteArray socketPath()
 {
     QByteArray folder = qgetenv("PIPEWIRE_RUNTIME_DIR");
@@ -74,7 +74,7 @@ QByteArray socketPath()
     return folder.isEmpty() || name.startsWith('/') ? name : folder + '/' + name;
 }
 
-/// A camera is a source of video too, but one that a device stands behind.
+/// A camera is a video source too, but one with a device.
 bool isScreenCast(const spa_dict *properties)
 {
     const auto value = [properties](const char *key) { return QByteArrayView(spa_dict_lookup(properties, key)); };
@@ -105,7 +105,7 @@ public:
         pw_registry_add_listener(m_registry, &m_registryListener, &registryEvents(), this);
         m_notifier = std::make_unique<QSocketNotifier>(pw_loop_get_fd(m_loop), QSocketNotifier::Read);
         QObject::connect(m_notifier.get(), &QSocketNotifier::activated, &m_owner, [this] { iterate(); });
-        iterate(); // what was asked for goes out
+        iterate(); // sends the requests
     }
     ~Connection()
     {

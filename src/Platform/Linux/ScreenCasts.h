@@ -7,16 +7,16 @@
 
 namespace velto {
 
-/// Whether another program is given the screen, or a window of it, through PipeWire: that is how the desktop's portal and the
-/// Wayland compositors pass it on, to a call in the browser as to a recorder. libpipewire is loaded once PipeWire runs; what
-/// comes and goes it tells by itself. UI thread only; never waits for the media server.
+/// Whether another program receives the screen or a window through PipeWire, which is how the desktop's portal and Wayland
+/// compositors share it, with a call in the browser as with a recorder. libpipewire is loaded once PipeWire runs, and reports
+/// changes by itself. UI thread only; never waits for the media server.
 class ScreenCasts final : public QObject {
     Q_OBJECT
 public:
     explicit ScreenCasts(QObject *parent = nullptr);
     ~ScreenCasts() override;
 
-    /// Connects to PipeWire if it has come since the last time; otherwise it costs a look at its socket.
+    /// Connects to PipeWire if it has started since the last call; otherwise only checks its socket.
     void look();
     bool running() const;
 
@@ -25,7 +25,7 @@ Q_SIGNALS:
 
 private:
     class Connection;
-    /// Which socket it was, so that one that nobody answers isn't tried again and again.
+    /// Identifies the socket, so that one that nobody answers isn't tried again and again.
     using Socket = std::pair<quint64, qint64>;
 
     std::unique_ptr<Connection> m_connection;

@@ -21,7 +21,7 @@ bool keyringHolds(const QString &schema, const QString &name, std::chrono::milli
                                                  u"org.freedesktop.Secret.Service"_s, u"SearchItems"_s);
     search << QVariant::fromValue(Attributes{{u"xdg:schema"_s, schema}, {u"service"_s, name}});
     const QDBusMessage reply = QDBusConnection::sessionBus().call(search, QDBus::Block, int(limit.count()));
-    // The unlocked ones, then those that are locked.
+    // The unlocked items, then the locked ones.
     const auto found = reply.arguments();
     return reply.type() == QDBusMessage::ReplyMessage
         && std::ranges::any_of(found, [](const QVariant &items) { return !qdbus_cast<QList<QDBusObjectPath>>(items).isEmpty(); });

@@ -11,7 +11,7 @@ namespace {
 constexpr QColor kLight(0xf4, 0xf4, 0xf4);
 constexpr QColor kGround(0, 0, 0, 190);
 
-/// Whole pixels only, so that every edge is sharp.
+/// Whole pixels, so that every edge is sharp.
 int part(int size, double share)
 {
     return std::max(1, int(std::lround(size * share)));
@@ -40,7 +40,7 @@ QImage statusIcon(int size)
     outline.addRoundedRect(outer, radius, radius);
     outline.addRoundedRect(inner, std::max(1, radius - line), std::max(1, radius - line));
     painter.setBrush(kLight);
-    painter.drawPath(outline); // odd-even: the ring between the two
+    painter.drawPath(outline); // odd-even fill: only the ring between the two
 
     const QRect room = inner.adjusted(line, line, -line, -line);
     painter.drawRoundedRect(QRect(room.topLeft(), QSize(room.width(), part(inner.height(), 1 / 3.0))), line, line);

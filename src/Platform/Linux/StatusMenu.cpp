@@ -115,7 +115,7 @@ QVariantMap propertiesOf(const MenuItem &item)
 {
     if (item.title.isEmpty())
         return {{u"type"_s, u"separator"_s}};
-    // An underscore would make the next letter the item's own key.
+    // A single underscore would make the next letter the item's access key.
     QVariantMap properties{{u"label"_s, QString(item.title).replace(u'_', "__"_L1)}};
     if (item.key != QKeyCombination())
         properties.insert(u"shortcut"_s, QVariant::fromValue(written(item.key)));
@@ -226,7 +226,7 @@ const MenuItem *StatusMenu::item(int id) const
     return id > 0 && std::size_t(id) <= m_items.size() ? &m_items[std::size_t(id) - 1] : nullptr;
 }
 
-// The answer to the tray goes out first: what is chosen may end the program.
+// The tray gets its answer first: the chosen action may end the program.
 void StatusMenu::choose(int id)
 {
     if (const auto *chosen = item(id); chosen && chosen->action)

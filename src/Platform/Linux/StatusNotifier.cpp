@@ -66,7 +66,7 @@ namespace {
 
 constexpr auto kWatcher = "org.kde.StatusNotifierWatcher"_L1; // service and interface
 constexpr auto kWatcherPath = "/StatusNotifierWatcher"_L1;
-constexpr auto kPath = "/StatusNotifierItem"_L1; // where trays look when they are told a service's name
+constexpr auto kPath = "/StatusNotifierItem"_L1; // where trays look if only a service's name is registered
 constexpr auto kMenuPath = "/StatusNotifierMenu"_L1;
 constexpr std::array kSizes{16, 22, 24, 32, 48, 64};
 

@@ -7,7 +7,7 @@
 
 namespace velto {
 
-/// The program's icon for trays that stand on the session bus (org.kde.StatusNotifierItem), with its menu. The tray draws both.
+/// The program's icon for trays on the session bus (org.kde.StatusNotifierItem), with its menu. The tray draws both.
 /// https://www.freedesktop.org/wiki/Specifications/StatusNotifierItem/StatusNotifierItem/ UI thread only.
 class StatusNotifier final : public QObject {
     Q_OBJECT
@@ -19,7 +19,7 @@ public:
     StatusMenu &menu() { return m_menu; }
     const QString &description() const { return m_description; }
     void describe(const QString &description);
-    /// Has the desktop's trays show it. Waits for nothing; telling them twice does no harm.
+    /// Makes the desktop's trays show it. Never waits; announcing it twice does no harm.
     void announce();
 
 Q_SIGNALS:

@@ -10,7 +10,7 @@ namespace velto {
 
 namespace {
 
-// The usual ones; the desktop's own is put first below. The last is on nearly every system, and the plainest.
+// The usual terminals; the desktop's own is tried before them. The last is the plainest, and on nearly every system.
 constexpr std::array kUsual{"gnome-terminal"_L1, "ptyxis"_L1,    "kgx"_L1,        "konsole"_L1, "xfce4-terminal"_L1,
                             "mate-terminal"_L1,  "qterminal"_L1, "lxterminal"_L1, "tilix"_L1,   "terminator"_L1,
                             "kitty"_L1,          "alacritty"_L1, "wezterm"_L1,    "ghostty"_L1, "foot"_L1,
@@ -27,7 +27,7 @@ constexpr std::array kDesktopTerminals{
     DesktopTerminal{"LXQt"_L1, "qterminal"_L1},      DesktopTerminal{"LXDE"_L1, "lxterminal"_L1},
 };
 
-/// The shells that take -l, -i and -c as the Bourne shell does, and whose exec ends them.
+/// Shells that take -l, -i and -c like the Bourne shell, and that `exec` replaces.
 bool isOrdinaryShell(const QString &shell)
 {
     static const QStringList kShells{u"sh"_s, u"bash"_s, u"zsh"_s, u"fish"_s, u"dash"_s, u"ksh"_s, u"mksh"_s, u"ash"_s};
@@ -82,7 +82,7 @@ std::optional<TerminalProgram> defaultTerminal(const FindExecutable &find, const
     if (auto chosen = firstOf(find, {u"xdg-terminal-exec"_s}))
         return chosen;
     if (const auto path = find(u"x-terminal-emulator"_s); !path.isEmpty()) {
-        // An alternative stands for a terminal, or for a wrapper that has learnt xterm's -e.
+        // The alternative is a terminal itself, or a wrapper that accepts xterm's -e.
         return TerminalProgram{path, terminalStyle(QFileInfo(QFileInfo(path).canonicalFilePath()).fileName())};
     }
     QStringList names;
@@ -103,7 +103,7 @@ std::optional<TerminalProgram> namedTerminal(const FindExecutable &find, const Q
 
 QStringList shellCommand(const QString &shell, const QString &commandLine)
 {
-    // Interactive as well as login: where people put a tool's folder on their path is one file or the other.
+    // Interactive as well as login: people extend their PATH in either kind of start file.
     if (isOrdinaryShell(shell))
         return {shell, u"-l"_s, u"-i"_s, u"-c"_s, thenStay(shell, commandLine)};
     return {u"/bin/sh"_s, u"-l"_s, u"-c"_s, thenStay(shell, commandLine)};

@@ -37,7 +37,7 @@ std::optional<TerminalProgram> namedTerminal(const FindExecutable &find, const Q
 
 /// Program and arguments that run a command line as if typed into a new shell of the user's, which stays when it has ended.
 QStringList shellCommand(const QString &shell, const QString &commandLine);
-/// The arguments for a terminal that runs `command`; `script` stands for it with Script and File.
+/// The arguments for a terminal that runs `command`; `script` is the script's path for Script and File.
 QStringList terminalArguments(TerminalStyle style, const QStringList &command, const QString &script);
 bool needsScript(TerminalStyle style);
 /// The script that does the same as shellCommand().

@@ -62,7 +62,7 @@ void TrayStatusItem::follow()
         bus.connect(QString(), kWatcherPath, kWatcher, change, this, SLOT(lookForTray()));
 }
 
-/// A watcher alone shows nothing: it takes a host, which draws what the watcher knows.
+/// A watcher alone shows nothing: it takes a host, which draws the items that the watcher knows.
 void TrayStatusItem::lookForTray()
 {
     const auto bus = m_sessionBus();

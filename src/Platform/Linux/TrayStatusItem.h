@@ -42,7 +42,7 @@ private:
     std::unique_ptr<StatusNotifier> m_notifier;
     std::unique_ptr<XembedIcon> m_older;
     bool m_following = false;
-    bool m_onBus = false; ///< a tray on the bus has been told
+    bool m_onBus = false; ///< it is registered with a tray on the bus
 };
 
 } // namespace velto

@@ -31,12 +31,12 @@ struct CloseFolder {
 };
 using Folder = std::unique_ptr<DIR, CloseFolder>;
 
-/// What it is called, from a folder for processes; null if it has gone. Into `room`, since this is asked of every process.
+/// The name of a process below an open /proc; null if it has gone. Read into `room`, since this runs for every process.
 QByteArrayView nameOf(int processes, const char *process, std::array<char, 64> &room)
 {
     const Descriptor file(::openat(processes, (std::string(process) + "/comm").c_str(), O_RDONLY | O_CLOEXEC));
     const ssize_t length = file ? ::read(file.get(), room.data(), room.size()) : 0;
-    return {room.data(), std::max<ssize_t>(length - 1, 0)}; // without the line's end
+    return {room.data(), std::max<ssize_t>(length - 1, 0)}; // without the line feed
 }
 
 QByteArray content(const std::string &path)
@@ -51,9 +51,9 @@ QByteArray content(const std::string &path)
     return result;
 }
 
-/// Whether it may be at work on the user's screen: it is the user's own, or root's, as with sudo. Another user of this machine
-/// could hush or hide the strip by a program's name otherwise. By the real user: what is installed with rights of its own has
-/// another user's files in /proc, and anyone may start it.
+/// Whether it may work on the user's screen: it is the user's own, or root's, as with sudo. Otherwise another user of this
+/// machine could silence or hide the strip by a program's name. Judged by the real user: a setuid program has another user's
+/// files in /proc, although anyone may start it.
 bool isOurs(const std::string &process)
 {
     const QByteArray status = content(process + "/status");
@@ -63,7 +63,7 @@ bool isOurs(const std::string &process)
     return line >= 0 && known && (user == ::getuid() || user == 0);
 }
 
-/// Whether it has buffers of the media server's open: a stream comes in or goes out.
+/// Whether it has buffers of the media server open, that is, sends or receives a stream.
 bool streams(const std::string &process)
 {
     const Folder descriptors(::opendir((process + "/fd").c_str()));
@@ -98,7 +98,7 @@ WatchedProcesses::~WatchedProcesses()
 
 void WatchedProcesses::start()
 {
-    // The loader of this program is that of nearly all the others.
+    // This program's loader is also that of nearly all others.
     Dl_info loader{};
     const auto base = ::getauxval(AT_BASE);
     if (base && ::dladdr(reinterpret_cast<const void *>(base), &loader)
@@ -114,8 +114,8 @@ void WatchedProcesses::start()
     look();
 }
 
-/// A start while things settle is told of right after it, so that each is looked at once it has settled; those before come
-/// under the same look. So what starts together, as Velto's own tools do, is looked at once.
+/// A start while things settle is reported right afterwards, so that each program is looked at once it has settled; earlier
+/// starts share that look. So programs that start together, such as Velto's own tools, cost one look.
 void WatchedProcesses::programStarted()
 {
     m_startNotifier->setEnabled(false);
@@ -175,7 +175,7 @@ void WatchedProcesses::follow(int process, const QString &identifier)
 
 void WatchedProcesses::over(int process)
 {
-    // The notifier is in the middle of its own signal: it goes with the event loop's next turn.
+    // The notifier is in its own signal, so it is destroyed in the next turn of the event loop.
     const auto ended = m_followed.take(process);
     if (!ended)
         return;

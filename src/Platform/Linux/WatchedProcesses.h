@@ -26,7 +26,7 @@ public:
     void start();
     /// Whether a program that starts is noticed; otherwise look() is to be called when something changes on the desktop.
     bool followsStarts() const { return bool(m_starts); }
-    /// Looks at every process: a millisecond or two. Tells by changed().
+    /// Looks at every process: a millisecond or two. Reports by changed().
     void look();
     QStringList running() const;
 

@@ -6,7 +6,7 @@
 
 namespace velto {
 
-/// What depends on how windows come to the screen. One of these for each way, chosen at the start: X11 and Wayland stand
+/// What depends on how windows get onto the screen. One of these for each way, chosen at the start: X11 and Wayland stand
 /// beside each other, and nothing above knows which it is.
 class WindowSystem {
 public:

@@ -12,7 +12,7 @@ namespace velto {
 namespace {
 
 constexpr std::array kSignals{SIGTERM, SIGINT, SIGHUP};
-std::atomic<int> pipeToWrite = -1; // all that a signal handler may look at
+std::atomic<int> pipeToWrite = -1; // all that the signal handler may use
 
 void handle(int)
 {
@@ -41,7 +41,7 @@ EndSignals::EndSignals(const std::function<void()> &ended)
     action.sa_flags = int(SA_RESETHAND | SA_RESTART);
     for (const int signal : kSignals) {
         struct sigaction old { };
-        // Who started it may have told it to go on after a hang-up.
+        // The parent may have asked for it to survive a hang-up (nohup).
         if (::sigaction(signal, nullptr, &old) == 0 && old.sa_handler != SIG_IGN)
             ::sigaction(signal, &action, nullptr);
     }

@@ -38,7 +38,7 @@ Lock lock(const Descriptor &file)
     return errno == EWOULDBLOCK ? Lock::Taken : Lock::Impossible;
 }
 
-/// Where no runtime folder is, the temporary one does, which others may write to too: a file of theirs isn't ours to lock.
+/// Without a runtime folder the lock is in the temporary one, where others may write too: a file of theirs must not be locked.
 Descriptor openSecond(const QString &folder)
 {
     const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
@@ -66,7 +66,7 @@ bool FolderLock::take()
     m_lock = Descriptor(::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     Lock result = lock(m_lock);
     if (result == Lock::Impossible) {
-        // A network file system locks only what is open for writing, and that no folder is.
+        // A network file system locks only files opened for writing, which a folder can't be.
         m_lock = Descriptor(::open((path + "/lock").constData(), O_RDWR | O_CREAT | O_CLOEXEC, kPrivateFile));
         result = lock(m_lock);
     }

@@ -30,7 +30,7 @@ QJsonValue encodedReal(double real)
     return QJsonObject{{kReal, QString::number(real, 'g', 17)}};
 }
 
-/// Undefined for an invalid value, and for what has no place in the settings.
+/// Undefined for an invalid value, and for types that settings don't have.
 QJsonValue encoded(const QVariant &value)
 {
     switch (value.typeId()) {
@@ -112,7 +112,7 @@ void apply(const QHash<QString, QJsonValue> &changes, QJsonObject &values)
 
 } // namespace
 
-/// The file itself, on the writer's lane.
+/// The file itself. Used on the writer's lane.
 class SettingsFile {
 public:
     struct State {
@@ -128,7 +128,7 @@ public:
     {
     }
 
-    /// Gives in `written` what the file holds now.
+    /// Sets `written` to what the file holds now.
     FileWriter::Outcome write(const State &state, QJsonObject &written);
     FileWriter::Outcome erase();
 
@@ -188,12 +188,12 @@ FileWriter::Outcome SettingsFile::erase()
     const auto standing = m_files.read(m_path, kLargest);
     const auto *error = std::get_if<FileError>(&standing);
     if (!error || !error->missing)
-        m_files.replace(m_path, "{}\n"); // emptied first, for a folder that lets no file go
+        m_files.replace(m_path, "{}\n"); // emptied first: the folder may not allow files to be removed
     const QFileInfo file(m_path);
     QDir folder = file.dir();
     for (const QString &name : folder.entryList({file.fileName(), file.fileName() + kDamaged + u'*'}, QDir::Files | QDir::Hidden))
         folder.remove(name);
-    QDir().rmdir(folder.path()); // unless something else stands in it
+    QDir().rmdir(folder.path()); // fails if anything else is in it
     return {};
 }
 
@@ -273,7 +273,7 @@ void JsonDefaults::clear()
 
 void JsonDefaults::keepPrivate() const
 {
-    // The writer keeps the mode of a file that stands there, and somebody may have copied one in with a wider one.
+    // The writer keeps an existing file's mode, and someone may have copied in a file with a wider one.
     constexpr QFile::Permissions kOwner = QFile::ReadOwner | QFile::WriteOwner;
     constexpr QFile::Permissions kOthers =
         QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;

@@ -29,7 +29,7 @@ public:
     QVariant value(const QString &key) const override;
     /// An invalid value forgets the key.
     void set(const QString &key, const QVariant &value) override;
-    /// The file goes too, with the copies of damaged ones, and its folder if nothing else stands in it.
+    /// The file goes too, with the copies of damaged ones, and its folder if nothing else is in it.
     void clear() override;
 
 private:

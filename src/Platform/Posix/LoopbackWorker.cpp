@@ -14,11 +14,11 @@ constexpr quint64 kListening = ~quint64(0);
 constexpr quint64 kMailbox = kListening - 1;
 constexpr int kEvents = 64;
 constexpr int kAcceptsInARow = 16;
-/// What a peer whose request was refused may still send before its connection is cut.
+/// Bytes that a peer may still send after its request was refused, before its connection is dropped.
 constexpr qsizetype kMaxDrained = 4'194'304;
-/// How long nobody is accepted when the system has no descriptor or memory for one.
+/// How long accepting pauses when the system is out of descriptors or memory.
 constexpr std::chrono::milliseconds kAcceptPause{100};
-/// How often peers that only finished sending are looked at: nothing tells when they leave.
+/// How often peers that have only finished sending are checked: no event reports that they leave.
 constexpr std::chrono::milliseconds kLook{200};
 
 } // namespace
@@ -83,7 +83,7 @@ bool LoopbackWorker::readMail()
 void LoopbackWorker::handle(ConnectionId id, quint32 events)
 {
     auto *peer = find(id);
-    if (!peer) // dropped a moment ago
+    if (!peer) // dropped earlier in this turn
         return;
     switch (peer->phase) {
     case Phase::Free:
@@ -122,7 +122,7 @@ bool LoopbackWorker::canGoOnAccepting(int error)
     case ENOMEM:
         if (dropMostSilent())
             return true;
-        // The connection stays in the queue, and would wake us without end.
+        // The connection stays in the backlog, and epoll would report it without end.
         pauseAccepting(true);
         return false;
     default: // that one connection's own trouble
@@ -232,7 +232,7 @@ void LoopbackWorker::write(Peer &peer)
         else if (errno != EINTR)
             return drop(peer);
     }
-    // Closing a socket with unread bytes would reset the connection, and the reply with it.
+    // Closing a socket with unread bytes would reset the connection, and the reply would be lost.
     if (!peer.linger || shutdown(peer.socket.get(), SHUT_WR) != 0)
         return drop(peer);
     setPhase(peer, Phase::Lingering);
@@ -252,7 +252,7 @@ void LoopbackWorker::drain(Peer &peer)
     drop(peer);
 }
 
-/// A peer that waits has closed its socket, or has only finished sending and still wants its answer.
+/// The peer has either closed its socket, or only finished sending and still waits for its answer.
 void LoopbackWorker::seeWhetherGone(Peer &peer)
 {
     switch (peerSocketOf(peer.socket.get())) {
@@ -265,7 +265,7 @@ void LoopbackWorker::seeWhetherGone(Peer &peer)
     }
 }
 
-/// Sleeps until the system reports one of these for the peer; what else its phase needs is seen to.
+/// Waits for one of these events on the peer; deadlines and polling follow from its phase.
 void LoopbackWorker::await(Peer &peer, Phase phase, quint32 events)
 {
     setPhase(peer, phase);
@@ -291,7 +291,7 @@ void LoopbackWorker::setPhase(Peer &peer, Phase phase)
     peer.phase = phase;
 }
 
-/// The protocol's bytes count no longer.
+/// The protocol's bytes no longer count towards the limit.
 void LoopbackWorker::release(Peer &peer)
 {
     m_held -= std::exchange(peer.held, 0);

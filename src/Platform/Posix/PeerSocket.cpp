@@ -18,7 +18,7 @@ namespace velto {
 
 namespace {
 
-/// Both ends, as the peer sees them, in network byte order.
+/// Both addresses, as the peer sees them, in network byte order.
 struct Ends {
     sockaddr_in own{};
     sockaddr_in other{};
@@ -58,7 +58,7 @@ DiagQuestion questionAbout(const Ends &ends)
     return question;
 }
 
-/// What the kernel answered: the socket, or an error in the place of one.
+/// Reads the kernel's answer: the socket, or an error instead.
 PeerSocket verdict(const nlmsghdr *answer)
 {
     if (answer->nlmsg_type == NLMSG_ERROR && answer->nlmsg_len >= NLMSG_LENGTH(sizeof(nlmsgerr))) {
@@ -68,7 +68,7 @@ PeerSocket verdict(const nlmsghdr *answer)
     if (answer->nlmsg_type != SOCK_DIAG_BY_FAMILY || answer->nlmsg_len < NLMSG_LENGTH(sizeof(inet_diag_msg)))
         return PeerSocket::Unknown;
     const auto *found = static_cast<const inet_diag_msg *>(NLMSG_DATA(answer));
-    // Where there is no such connection any more, the look-up goes on to who listens at its port.
+    // If the connection no longer exists, the kernel looks up the listener at its port instead.
     return found->idiag_inode != 0 && found->idiag_state != TCP_LISTEN ? PeerSocket::Owned : PeerSocket::Gone;
 }
 
@@ -96,7 +96,7 @@ PeerSocket peerSocketByTable(int socket)
     const std::unique_ptr<std::FILE, int (*)(std::FILE *)> table(std::fopen("/proc/net/tcp", "re"), &std::fclose);
     if (!ends || !table)
         return PeerSocket::Unknown;
-    // The format is that of proc(5): addresses as they lie in memory, ports as numbers.
+    // proc(5): addresses are printed in memory order, ports as numbers.
     std::array<char, 512> line;
     while (std::fgets(line.data(), int(line.size()), table.get())) {
         unsigned own = 0;
@@ -110,7 +110,7 @@ PeerSocket peerSocketByTable(int socket)
             && other == ends->other.sin_addr.s_addr && otherPort == ntohs(ends->other.sin_port))
             return inode != 0 ? PeerSocket::Owned : PeerSocket::Gone;
     }
-    // One of the IPv6 family with a mapped address stands in another table.
+    // An IPv6 socket with a mapped address is in another table.
     return PeerSocket::Unknown;
 }
 

@@ -22,7 +22,7 @@ struct CloseFolder {
     void operator()(DIR *folder) const { ::closedir(folder); }
 };
 
-/// One walk. A folder is closed before those in it are opened, so that a deep tree doesn't use up the descriptors.
+/// One walk. A folder is closed before its subfolders are opened, so that a deep tree doesn't use up the descriptors.
 class Walk {
 public:
     Walk(std::string_view suffix, const std::function<void(const TreeFile &)> &found)
@@ -73,7 +73,7 @@ private:
     TreeFile m_file;
 };
 
-/// File systems that others change without this kernel hearing of it; linux/magic.h lacks the one of FUSE.
+/// File systems that others change without this kernel's knowledge; linux/magic.h lacks FUSE's.
 constexpr std::array<unsigned, 6> kShared{NFS_SUPER_MAGIC, SMB_SUPER_MAGIC, 0xff534d42, SMB2_SUPER_MAGIC, V9FS_MAGIC, 0x65735546};
 
 class InotifyChanges final : public FolderChanges {

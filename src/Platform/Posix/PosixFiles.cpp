@@ -19,7 +19,7 @@ namespace velto {
 
 namespace {
 
-constexpr int kMostLinks = 40; // as the kernel has it
+constexpr int kMostLinks = 40; // the kernel's limit
 constexpr auto kTemporaryStart = ".velto-"_L1;
 constexpr auto kTemporaryEnd = ".tmp"_L1;
 constexpr mode_t kPrivateFile = 0600;
@@ -44,7 +44,7 @@ QString nameOf(const QString &path)
     return QFileInfo(path).fileName();
 }
 
-/// Some file systems can't sync a folder, or anything; that is no reason to refuse a write there.
+/// Some file systems can't sync folders, or anything; that is no reason to refuse to write there.
 bool canNotSync(int error)
 {
     return error == EINVAL || error == ENOSYS || error == ENOTSUP;
@@ -72,7 +72,7 @@ std::variant<QByteArray, FileError> PosixFiles::read(const QString &path, qint64
             error == ENOENT};
     };
     const QByteArray name = QFile::encodeName(path);
-    // Without O_NONBLOCK a pipe in the place of the file would hold the caller for ever.
+    // Without O_NONBLOCK a pipe in the file's place would block the caller for ever.
     const int file = retried([&] { return m_calls.open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0); });
     if (file < 0)
         return failure(errno);
@@ -105,7 +105,7 @@ int PosixFiles::readAll(int file, qint64 maximum, QByteArray &bytes) const
         size += count;
         if (size > maximum)
             return EFBIG;
-        if (size == bytes.size()) // it grew while it was read
+        if (size == bytes.size()) // it has grown while being read
             bytes.resize(std::min(maximum, bytes.size() + std::max(kChunk, bytes.size() / 2)) + 1);
     }
     bytes.resize(size);
@@ -135,7 +135,7 @@ int PosixFiles::resolve(QByteArray &path) const
         if (length >= link.size())
             return ENAMETOOLONG;
         link.truncate(length);
-        // Not cleaned up: the kernel takes ".." from where a linked folder really is.
+        // Not normalised: the kernel resolves ".." from where a linked folder really is.
         path = link.startsWith('/') ? link : folderOf(path) + '/' + link;
     }
     return ELOOP;
@@ -154,7 +154,7 @@ int PosixFiles::put(QByteArray path, const QByteArray &bytes, const std::functio
             return error;
         if (mode == Mode::Private)
             old.st_mode &= S_IFMT | kPrivateFile;
-        // access() lets root write anything; a file that nobody may write was made so on purpose.
+        // access() lets root write anything; a file that nobody may write to was made so on purpose.
         if ((old.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0)
             return EACCES;
         if (m_calls.access(path.constData(), W_OK) != 0)
@@ -171,12 +171,12 @@ int PosixFiles::put(QByteArray path, const QByteArray &bytes, const std::functio
     if (const int error = createBeside(folderOf(path), temporary, file); error != 0)
         return error;
     auto discard = qScopeGuard([&] { m_calls.unlink(temporary.constData()); });
-    // Keeps its lock until it has its place.
+    // Keeps the lock until the file is in its place.
     const int locked = m_calls.dup(file);
     const auto unlock = qScopeGuard([&] { m_calls.close(locked); });
 
     int error = fill(file, bytes, exists ? &old : nullptr);
-    // Some file systems tell only now that the disk is full. The descriptor is gone in any case.
+    // Some file systems report a full disk only now. The descriptor is closed in any case.
     if (m_calls.close(file) != 0 && error == 0 && errno != EINTR)
         error = errno;
     if (error != 0)
@@ -186,7 +186,7 @@ int PosixFiles::put(QByteArray path, const QByteArray &bytes, const std::functio
     if (m_calls.rename(temporary.constData(), path.constData()) != 0)
         return errno;
     discard.dismiss();
-    // From here on the new file stands, whole and on the disk. If this fails, a power cut may bring the whole old one back.
+    // The new file is in place, whole and on the disk. If this fails, a power cut may bring back the old one, whole.
     retried([&] { return m_calls.fsync(folder); });
     return 0;
 }
@@ -234,7 +234,7 @@ int PosixFiles::createBeside(const QByteArray &folder, QByteArray &path, int &fi
         path = folder + '/' + QString(kTemporaryStart + QString::number(random, 16) + kTemporaryEnd).toLatin1();
         file = retried([&] { return m_calls.open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kPrivateFile); });
         if (file >= 0) {
-            // Some file systems have no locks; there a sweep finds nothing unlocked either.
+            // Some file systems have no locks; there a sweep can't lock anything either, and removes nothing.
             (void)m_calls.flock(file, LOCK_EX | LOCK_NB);
             return 0;
         }
@@ -250,7 +250,7 @@ void PosixFiles::sweep(const QString &path)
     if (resolve(file) != 0)
         return;
     const QString folder = QFile::decodeName(folderOf(file));
-    // Without a pattern, which would have half a megabyte of a library for expressions read at each start.
+    // Without a name filter, which would load half a megabyte of regular-expression library at each start.
     for (const QString &name : QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::NoSymLinks)) {
         if (!name.startsWith(kTemporaryStart) || !name.endsWith(kTemporaryEnd))
             continue;
@@ -264,7 +264,7 @@ void PosixFiles::sweep(const QString &path)
     }
 }
 
-/// Brings the bytes, and the owner and mode of the old file if there is one, into the new one, and all of it to the disk.
+/// Writes the bytes, and the old file's owner and mode if there is one, to the new file, and syncs it.
 int PosixFiles::fill(int file, const QByteArray &bytes, const struct stat *old)
 {
     for (qsizetype written = 0; written < bytes.size();) {
@@ -280,11 +280,11 @@ int PosixFiles::fill(int file, const QByteArray &bytes, const struct stat *old)
         struct stat made = {};
         if (m_calls.fstat(file, &made) != 0)
             return errno;
-        // Only root can give a file away; where it can't be done the file becomes the writer's, as with any editor.
+        // Only root can give a file away; otherwise the file becomes the writer's, as with any editor.
         if ((made.st_uid != old->st_uid || made.st_gid != old->st_gid) && m_calls.fchown(file, old->st_uid, old->st_gid) != 0)
             (void)m_calls.fchown(file, uid_t(-1), old->st_gid);
     }
-    // Also for a new file: the umask may have taken from it.
+    // For a new file too: the umask may have removed bits.
     if (m_calls.fchmod(file, old ? old->st_mode & 07777 : kPrivateFile) != 0)
         return errno;
     if (retried([&] { return m_calls.fdatasync(file); }) != 0 && !canNotSync(errno))

@@ -21,7 +21,7 @@ bool set(const Descriptor &socket, int level, int option)
     return setsockopt(socket.get(), level, option, &on, sizeof on) == 0;
 }
 
-/// Bound to 127.0.0.1, so that nothing outside the machine ever reaches it. An empty descriptor if the port can't be had.
+/// Bound to 127.0.0.1, so that nothing outside the machine reaches it. An empty descriptor if the port can't be bound.
 Descriptor listeningSocket(quint16 port)
 {
     Descriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
@@ -44,7 +44,7 @@ quint16 portOf(const Descriptor &socket)
     return getsockname(socket.get(), reinterpret_cast<sockaddr *>(&address), &size) == 0 ? ntohs(address.sin_port) : 0;
 }
 
-/// A thread takes its signal mask from the one that starts it: the program's signals stay with its other threads.
+/// A thread inherits its signal mask from the one that starts it; so the program's signals stay with its other threads.
 class SignalsBlocked {
 public:
     SignalsBlocked()

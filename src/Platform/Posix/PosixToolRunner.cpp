@@ -47,7 +47,7 @@ std::vector<char *> pointers(std::vector<std::string> &texts)
     return result;
 }
 
-/// `all` as the tool is to see it.
+/// `all` with the changes made for the tool.
 std::vector<std::string> withChanges(std::vector<std::string> all, const ToolEnvironment &changes)
 {
     for (const auto &[name, value] : changes) {
@@ -82,7 +82,7 @@ struct PosixToolRunner::Child {
         else if (got == 0 || errno != EINTR)
             pipe = Descriptor();
     }
-    /// Looks whether the tool has ended, without waiting for it.
+    /// Checks whether the tool has ended, without waiting.
     void look()
     {
         const pid_t got = ::waitpid(pid, &status, WNOHANG);
@@ -112,7 +112,7 @@ PosixToolRunner::PosixToolRunner(const QStringList &searchPath, qsizetype maximu
         ::fcntl(m_stopped, F_SETFD, FD_CLOEXEC);
         m_stopper = ::fcntl(stop.write.get(), F_DUPFD_CLOEXEC, 0);
     }
-    // A parent may have left this ignored; then no exit status would ever reach us.
+    // A parent may have left SIGCHLD ignored; no exit status would ever reach us then.
     struct sigaction action { };
     if (::sigaction(SIGCHLD, nullptr, &action) == 0 && action.sa_handler == SIG_IGN)
         ::signal(SIGCHLD, SIG_DFL);
@@ -188,7 +188,7 @@ PosixToolRunner::End PosixToolRunner::drain(Child &child, std::chrono::steady_cl
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
         if (left.count() <= 0)
             return End::Deadline;
-        // A negative descriptor is passed over.
+        // poll() skips negative descriptors.
         std::array<pollfd, 3> fds{{{child.outPipe.get(), POLLIN, 0}, {child.errPipe.get(), POLLIN, 0}, {m_stopped, POLLIN, 0}}};
         if (::poll(fds.data(), fds.size(), int(left.count())) <= 0)
             continue;
@@ -212,8 +212,8 @@ bool PosixToolRunner::pausedUntilStopped(std::chrono::milliseconds pause) const
 
 PosixToolRunner::End PosixToolRunner::awaitExit(Child &child, std::chrono::steady_clock::time_point deadline) const
 {
-    // Nearly always it is about to end. It is waited for together with stop(), which couldn't reach us inside waitpid(). Where
-    // it can't be, it is looked at ever less often.
+    // Nearly always it is about to end. poll() also hears stop(), which couldn't interrupt waitpid(). Without a pidfd the tool
+    // is checked at growing intervals.
     const Descriptor end = endOf(child.pid);
     std::chrono::milliseconds pause = 1ms;
     for (child.look(); !child.exited; child.look()) {
@@ -241,7 +241,7 @@ RunResult PosixToolRunner::run(const QStringList &args, const QString &cwd, std:
         return {false, {}, QString::fromStdString(std::system_category().message(error))};
 
     End end = drain(child, start + std::chrono::ceil<std::chrono::milliseconds>(limit));
-    // A tool that has closed its streams and stays gets what one that is asked to end would.
+    // A tool that has closed its streams but doesn't end gets the same time as one that is asked to end.
     if (end == End::Closed)
         end = awaitExit(child, start + std::chrono::ceil<std::chrono::milliseconds>(limit) + m_lastWords);
     return conclude(child, end, timeout);

@@ -42,7 +42,7 @@ private:
     struct Child;
     enum class End : quint8 { Closed, Deadline, TooMuch, Stopped };
 
-    /// Where a tool of this name stands; empty if nowhere.
+    /// The path of the tool with this name; empty if there is none.
     std::string find(const QString &name) const;
     /// Starts the tool; 0, or the system's error.
     int spawn(const QStringList &args, const QString &cwd, const ToolEnvironment &environment, Child &child) const;

@@ -9,15 +9,15 @@ namespace velto {
 
 namespace {
 
-std::function<void()> lastDeed; // exit() takes no arguments
+std::function<void()> exitAction; // exit() takes no arguments
 
-void doLastDeed()
+void runExitAction()
 {
-    const auto last = std::exchange(lastDeed, {});
+    const auto last = std::exchange(exitAction, {});
     if (!last)
         return;
     last();
-    // The other threads still use what would be taken down now.
+    // The other threads still use what the destructors would take down.
     std::_Exit(EXIT_FAILURE);
 }
 
@@ -25,16 +25,16 @@ void doLastDeed()
 
 void beforeExit(std::function<void()> last)
 {
-    [[maybe_unused]] static const int once = std::atexit(&doLastDeed);
-    lastDeed = std::move(last);
+    [[maybe_unused]] static const int once = std::atexit(&runExitAction);
+    exitAction = std::move(last);
 }
 
 void endsWithin(std::chrono::milliseconds limit, int status)
 {
     std::thread([limit, status] {
         std::this_thread::sleep_for(limit);
-        // A thread that waits for a disk that is gone keeps the process, even from a kill. By then the next start has to find
-        // the lock, the port and the name on the bus free.
+        // A thread that waits for a dead disk keeps the process alive, even through a kill. So the lock, the port and the bus
+        // name are freed here for the next start.
         ::close_range(STDERR_FILENO + 1, ~0U, 0);
         std::_Exit(status);
     }).detach();

@@ -16,7 +16,7 @@ public:
     {
         m_timer.setSingleShot(once);
         m_timer.setTimerType(once ? Qt::PreciseTimer : Qt::VeryCoarseTimer);
-        // The callback may destroy this handle, and the callback with it: what runs is a copy.
+        // The callback may destroy this handle and itself with it: so a copy runs.
         QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [fire = std::move(fire)] {
             const auto running = fire;
             running();
@@ -33,7 +33,7 @@ private:
 Instant SystemClock::now() const
 {
 #ifdef CLOCK_BOOTTIME
-    // The usual clock stands still while the machine sleeps, and what is hours old would count as fresh.
+    // The steady clock stops while the machine sleeps, and hours-old data would count as fresh.
     timespec passed{};
     if (::clock_gettime(CLOCK_BOOTTIME, &passed) == 0)
         return Instant(std::chrono::seconds(passed.tv_sec) + std::chrono::nanoseconds(passed.tv_nsec));

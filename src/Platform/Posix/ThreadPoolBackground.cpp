@@ -55,7 +55,7 @@ ThreadPoolBackground::ThreadPoolBackground(int threads)
 
 ThreadPoolBackground::~ThreadPoolBackground()
 {
-    // What was handed over is done: a secret that is to go may be among it.
+    // Work that was handed over is completed: it may be the removal of a secret.
     release();
     m_pool.waitForDone();
 }

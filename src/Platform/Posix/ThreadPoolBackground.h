@@ -13,8 +13,8 @@ namespace velto {
 /// A small thread pool. Its destructor waits for all work, so tools are abandoned first (see PosixToolRunner) and the program
 /// limits its end (see endsWithin).
 ///
-/// The pool lends its threads only: work goes over to them, and back, in queues under a lock of ours. The thread sanitizer can't
-/// see into Qt's own locks, and would take what they order for a race.
+/// The pool only provides threads: work is passed to them and back in queues under our own lock. The thread sanitizer can't see
+/// Qt's locks, and would report what they order as races.
 class ThreadPoolBackground final : public Background {
 public:
     /// Most work waits for a tool, so there may be more of it at once than there are cores. With one thread it is done in order.

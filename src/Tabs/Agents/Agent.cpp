@@ -20,7 +20,7 @@ namespace {
 constexpr std::chrono::seconds kListingLimit{15};
 constexpr qint64 kMaximumStateFile = 1048576;
 
-/// Reads the keys of one object; `ok` turns false at the first one that has the wrong type. Null is as good as absent.
+/// Reads the keys of one object; `ok` turns false at the first value of the wrong type. Null counts as absent.
 class Keys {
 public:
     explicit Keys(const QJsonObject &object)
@@ -43,7 +43,7 @@ public:
     std::optional<qint64> integer(QLatin1StringView key)
     {
         const QJsonValue value = m_object.value(key);
-        // What isn't a whole number gives whatever fallback it is asked with.
+        // toInteger() returns its fallback for anything but a whole number.
         const bool whole = value.toInteger(0) == value.toInteger(1);
         return present(value, whole) ? std::optional(value.toInteger()) : std::nullopt;
     }
@@ -60,7 +60,7 @@ private:
     const QJsonObject &m_object;
 };
 
-/// A session in a terminal has no state of its own, but what its process does.
+/// A session in a terminal has no state of its own, only the status of its process.
 QString stateOf(const std::optional<QString> &status)
 {
     if (status == u"busy"_s)
@@ -90,10 +90,10 @@ std::optional<Agent> parseAgent(const QJsonObject &object)
     return agent;
 }
 
-/// What Claude Code keeps about a background session, as far as one line goes.
+/// What Claude Code stores about a background session, cut to one line.
 std::optional<QString> loadDetail(const Files &files, const QString &jobs, const QString &id)
 {
-    // The id comes from outside: as a file name it may not lead anywhere else.
+    // The id comes from outside: as a file name it must not lead out of the folder.
     if (id.isEmpty() || id == "."_L1 || id == ".."_L1 || id.contains(u'/') || id.contains(QChar(u'\0')))
         return std::nullopt;
     const auto read = files.read(jobs + id + "/state.json"_L1, kMaximumStateFile);

@@ -18,14 +18,15 @@ namespace {
 constexpr qint64 kDonePeekMilliseconds = 180'000;
 /// As long as the installed command lets its `curl` wait.
 constexpr std::chrono::seconds kAskerPatience{35};
-/// After a question has come or gone, and while one waits. A listing costs up to a second of a core.
+/// How soon a listing is wanted after a question came or went, and how often while one waits. A listing costs up to a second of
+/// a core.
 constexpr std::chrono::seconds kFirstLook{2};
 constexpr std::chrono::seconds kNextLook{8};
-/// How long a listing may still call a session working after its Stop.
+/// How long after a session's Stop a listing may still call it working.
 constexpr std::chrono::seconds kListingLags{3};
 
-/// Whether a "done" of this moment still holds off the next one. A moment in the future was written before the clock was set
-/// back, and holds nothing off. Both in UTC: in local time, each comparison has the system look for the time zone.
+/// Whether a "done" at this moment still suppresses the next one. A moment in the future was written before the clock was set
+/// back, and suppresses nothing. Both in UTC: in local time, every comparison makes the system look up the time zone.
 bool isLately(const QDateTime &moment, const QDateTime &now)
 {
     const qint64 passed = moment.msecsTo(now);
@@ -49,7 +50,7 @@ void AgentAlerts::compare(const QList<Agent> &listing, Instant begun)
     for (const Agent &agent : listing)
         byId.insert(agent.id, agent);
     takeBack(listing, begun);
-    // Not for each session that is done: thousands may be at once.
+    // Pruned here and not for each session that is done: there may be thousands at once.
     m_lastDonePeek.removeIf(
         [now = m_needs.clock.wallTime().toUTC()](const auto &entry) { return !isLately(entry.value(), now); });
     if (const auto previous = std::exchange(m_previous, std::move(byId))) {
@@ -78,7 +79,7 @@ void AgentAlerts::notified(const HookEvent &event, const QString &name)
 {
     const QString session = event.sessionId.value_or(name);
     const auto now = m_needs.clock.now();
-    // Claude Code tells of a question again 6 seconds after it has asked it.
+    // Claude Code announces a question again 6 seconds after it asked.
     if (event.notification == u"permission_prompt"_s && m_questions.speaksFor(session, now))
         return;
     Peek peek = needsYou(event.message ? *event.message : tr("%1 needs you").arg(name), session);
@@ -86,7 +87,7 @@ void AgentAlerts::notified(const HookEvent &event, const QString &name)
         peek.beside = name;
     peek.resume = event.sessionId;
     peek.cwd = event.cwd;
-    // The same words of two sessions at once are shown once, so the listing is to name the second one.
+    // The same words from two sessions at once are shown once, so the second session is left for the listing to name.
     m_notices.removeIf([now](const auto &entry) { return now - entry.value().at > OpenQuestions::kAftermath; });
     if (std::ranges::none_of(m_notices, [&peek](const Notice &notice) { return notice.text == peek.text; })
         || m_notices.contains(session))
@@ -98,7 +99,7 @@ void AgentAlerts::permission(const HookEvent &event, HookListener::QuestionId as
 {
     const QString name = nameFor(event);
     const QString session = event.sessionId.value_or(QString());
-    // A session asks one thing at a time: what it asked before is settled, and it works again.
+    // A session asks one thing at a time: its previous question is settled, and it works again.
     withdraw(m_questions.of(session));
     retract(Peek::News::NeedsYou, {session});
     retract(Peek::News::Finished, {session});
@@ -110,8 +111,8 @@ void AgentAlerts::permission(const HookEvent &event, HookListener::QuestionId as
         return;
     }
     if (event.tool == u"AskUserQuestion"_s) {
-        // Claude asks the user something and wants an answer in words. Allowing that from here would skip the question and
-        // tell the model that nobody answered, so it is left to the terminal at once.
+        // Claude asks the user a question that wants an answer in words. Allowing that from here would skip it and tell the
+        // model that nobody answered, so it is left to the terminal at once.
         reply(std::nullopt);
         m_questions.announced(session, m_needs.clock.now());
         Peek peek = needsYou(tr("%1 needs you").arg(name), session);
@@ -178,8 +179,8 @@ void AgentAlerts::withdrawn(HookListener::QuestionId asker)
         withdraw({*peek});
 }
 
-/// A session may be answered in its terminal, which no hook tells: while a question waits, the listing is looked at, seldom,
-/// since the notes tell it sooner where there are any.
+/// A session may be answered in its terminal, which no hook reports: while a question waits, listings are wanted. Seldom, since
+/// Claude Code's notes report it sooner where there are any.
 void AgentAlerts::lookAgainIn(std::chrono::seconds delay)
 {
     m_lookAgain = m_needs.clock.after(delay, [this] {
@@ -215,11 +216,11 @@ void AgentAlerts::announceSteps(const QMap<QString, Agent> &previous, const QLis
     }
 }
 
-/// What a listing shows to be over or untrue.
+/// Takes back what a listing shows to be over or untrue.
 void AgentAlerts::takeBack(const QList<Agent> &listing, Instant begun)
 {
     withdraw(m_questions.overBy(listing, begun));
-    // A hook call says that a session is done a moment before the listing knows.
+    // A hook call reports that a session is done a moment before the listing does.
     m_saidDone.removeIf([begun](const auto &entry) { return begun - entry.value() >= kListingLags; });
     QSet<QString> working;
     QSet<QString> certain;

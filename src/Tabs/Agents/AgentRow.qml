@@ -27,10 +27,10 @@ Item {
                                                                : (root.working ? [root.openFolder] : [root.openFolder, root.hideSession])
     readonly property bool menuOpen: menu.active
     property string chosen
-    /// Out of sight, until the list has another session for it.
+    /// Hidden, until the list reuses the row for another session.
     property bool resting: false
 
-    /// The row is about to go by its own choice.
+    /// The row is about to go because of what the user chose in it.
     signal leaving
 
     visible: !root.resting
@@ -45,7 +45,7 @@ Item {
     Keys.onSpacePressed: root.openMenu()
     Keys.onMenuPressed: root.openMenu()
 
-    // The menu is gone before its choice takes effect, since that may take the row away.
+    // The menu closes before its choice takes effect, since that may remove the row.
     function closeMenu(): void {
         const entry = root.chosen;
         root.chosen = "";
@@ -93,7 +93,7 @@ Item {
         border.color: "white"
         color: Theme.at("white", hover.lit || menu.active ? 0.09 : 0.05)
     }
-    // Inside the row: the page cuts what stands over its sides.
+    // Inside the row: the page clips what extends beyond its sides.
     FocusRing {
         anchors.leftMargin: 0
         anchors.rightMargin: 0
@@ -112,7 +112,7 @@ Item {
 
         x: 14 * Theme.textScale
         anchors.verticalCenter: title.verticalCenter
-        anchors.verticalCenterOffset: -title.anchors.verticalCenterOffset // at its capitals
+        anchors.verticalCenterOffset: -title.anchors.verticalCenterOffset // centred on its capitals
         width: Math.round(6 * Theme.textScale)
         height: width
         visible: root.working
@@ -204,7 +204,7 @@ Item {
         id: menu
 
         active: false
-        // With Qt 6.4 a Loader can't make a bound component.
+        // With Qt 6.4 a Loader can't create a bound component.
         // qmllint disable unqualified
         sourceComponent: PopupMenu {
             target: more

@@ -25,7 +25,7 @@ QString spoken(const Agent &agent, const QString &age)
 
 QDateTime startOf(const Agent &agent)
 {
-    // The number comes from outside: keep it where a date can stand.
+    // The number comes from outside: clamped to what a date can hold.
     constexpr double kFarthest = 8.64e15;
     return QDateTime::fromMSecsSinceEpoch(qint64(std::clamp(agent.startedAt, -kFarthest, kFarthest)), Qt::UTC);
 }

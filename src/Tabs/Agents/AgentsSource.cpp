@@ -22,9 +22,9 @@ namespace velto {
 namespace {
 
 constexpr double kStaleAfterMilliseconds = 86'400'000;
-/// A burst of hook calls, or a tool that hangs, has no more listings than this under way; what comes beyond starts one after it.
+/// Listings under way at once, however many hook calls come in or tools hang; further requests start one after it.
 constexpr int kMaximumListings = 1;
-/// So many sessions fewer leave memory behind that is worth giving back, once their rows and Peeks have gone too.
+/// When so many sessions are gone, their memory is worth giving back, once their rows and Peeks are gone too.
 constexpr qsizetype kManyFewer = 500;
 constexpr std::chrono::seconds kRowsGone{3};
 
@@ -50,7 +50,7 @@ AgentsSource::AgentsSource(Needs needs, QObject *parent)
     , m_toolRows(toolRoles())
 {
     publish();
-    // The ids that the user dismissed, and whether the module is on, live in the preferences.
+    // The ids of dismissed sessions, and whether the module is on, are stored in the preferences.
     connect(&m_needs.prefs, &Prefs::changed, this, [this] { m_needs.clock.post(this, [this] { publish(); }); });
     connect(&m_hooks, &HookLink::changed, this, [this] { publish(); });
     connect(&m_alerts, &AgentAlerts::peekWanted, this, &AgentsSource::peekWanted);
@@ -125,7 +125,7 @@ void AgentsSource::startListing()
         },
         [this, begun = m_needs.clock.now(), edits = m_hooks.edits()](const Seen &seen) {
             --m_listingsUnderWay;
-            // What was read before an edit of ours is no longer so.
+            // What was read before an edit of ours is outdated.
             if (edits == m_hooks.edits())
                 m_hooks.found(seen.hooks);
             apply(seen.listing, begun);

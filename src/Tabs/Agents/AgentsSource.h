@@ -123,7 +123,7 @@ public:
     Q_INVOKABLE void refresh();
     /// One pass over other AI tools and the listing. Does nothing while one is under way.
     Q_INVOKABLE void scan();
-    /// What a memory hub tells of the user's other machine. Outlives the source.
+    /// What a memory hub reports about the user's other machine. Outlives the source.
     void setOtherMac(QAbstractItemModel *rows) { m_otherMac = rows; }
     // What the listener hears; see AgentAlerts.
     void hook(const HookEvent &event);

@@ -2,7 +2,7 @@ import QtQuick
 import Velto.Agents
 import Velto.Design
 
-// Claude Code's sessions and what else runs. One scrolling page; only the rows in sight exist.
+// Claude Code's sessions and the other AI tools that run. One scrolling page; only the rows in sight exist.
 FocusScope {
     id: root
 
@@ -14,7 +14,7 @@ FocusScope {
             root.source.scan();
     }
 
-    // The page follows the keyboard.
+    // The page follows the focus.
     function follow(item: Item): void {
         let inside = false;
         for (let at = item; at && !inside; at = at.parent)
@@ -23,7 +23,7 @@ FocusScope {
             return;
         const top = item.mapToItem(list.contentItem, 0, 0).y;
         if (top - 8 < list.contentY)
-            list.contentY = top - list.originY < 64 ? list.originY : top - 8; // near the top one sees the headings too
+            list.contentY = top - list.originY < 64 ? list.originY : top - 8; // near the top, the headings show too
         else if (top + item.height + 32 > list.contentY + list.height)
             list.contentY = top + item.height + 32 - list.height;
     }
@@ -36,12 +36,12 @@ FocusScope {
         }
         return rows;
     }
-    // The rows as they stand, from top to bottom.
+    // The visible rows, from top to bottom.
     function rows(): var {
         const place = item => item.mapToItem(list.contentItem, 0, 0).y;
         return root.collectRows(list.contentItem).sort((a, b) => place(a) - place(b));
     }
-    // The row above or below the one that holds the focus.
+    // Moves the focus to the row above or below the one that has it.
     function moveRow(step: int): void {
         const rows = root.rows();
         const now = rows.findIndex(row => row.holdsFocus);
@@ -49,7 +49,7 @@ FocusScope {
         if (next)
             next.forceActiveFocus(Qt.TabFocusReason);
     }
-    // Who opens the list by keys goes on at the first row that came; who folds it stays at the button.
+    // Unfolded by keyboard, the list moves the focus to the first new row; folded, it leaves it on the button.
     function toggleWaiting(button: Item): void {
         const byKeys = button.activeFocus;
         const shown = list.count;
@@ -60,7 +60,7 @@ FocusScope {
         else if (byKeys)
             root.follow(button);
     }
-    // The keyboard goes on at the next row when this one is about to go.
+    // Moves the focus to the next row when this one is about to go.
     function leave(row: AgentRow): void {
         if (!row.holdsFocus)
             return;
@@ -94,7 +94,7 @@ FocusScope {
         bottomMargin: 28
         boundsBehavior: Flickable.StopAtBounds
         Accessible.role: Accessible.List
-        // What comes at the top pushes the rest down while one is at the top.
+        // A list at its top stays there when rows are added above.
         property real lastOrigin: 0
         onOriginYChanged: {
             if (contentY <= lastOrigin + 1)
@@ -147,7 +147,7 @@ FocusScope {
             PillButton {
                 anchors.right: parent.right
                 anchors.verticalCenter: parent.verticalCenter
-                anchors.verticalCenterOffset: 6 // as the heading keeps its distance from what is above
+                anchors.verticalCenterOffset: 6 // aligned with the heading, which has space above it
                 visible: !heading.working
                 text: qsTr("Clear waiting")
                 help: qsTr("Hide these sessions from the velto. Running sessions are never cleared.")
@@ -170,7 +170,7 @@ FocusScope {
         footer: Column {
             id: footer
 
-            // No row at all, only what there is to say about that: in the middle of the page.
+            // No rows at all, only a note about that: it goes in the middle of the page.
             readonly property bool bare: list.count === 0 && otherMac.count === 0 && tools.count === 0
 
             width: list.width

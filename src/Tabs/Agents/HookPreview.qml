@@ -2,7 +2,7 @@ import QtQuick
 import Velto.Agents
 import Velto.Design
 
-// What connecting writes into Claude Code's settings, to agree to.
+// What connecting writes into Claude Code's settings, for the user to agree to.
 Sheet {
     id: root
 
@@ -37,7 +37,7 @@ Sheet {
     }
     Rectangle {
         width: parent.width
-        // As high as the panel has room for.
+        // As high as the panel allows.
         height: Math.min(code.height + 20, Math.max(72, root.height - 130 - told.height - (proxy.visible ? proxy.height : 0) - buttons.height))
         radius: 10
         color: Theme.at("black", 0.45)

@@ -11,12 +11,12 @@ GlassCard {
 
     tint: Theme.ice
 
-    // Not a part of the card's layout.
+    // A property, so that it takes no part in the card's layout.
     readonly property Loader holder: Loader {
         id: sheet
 
         active: false
-        // With Qt 6.4 a Loader can't make a bound component.
+        // With Qt 6.4 a Loader can't create a bound component.
         // qmllint disable unqualified
         sourceComponent: HookPreview {
             target: button

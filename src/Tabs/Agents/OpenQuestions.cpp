@@ -6,7 +6,8 @@ namespace velto {
 
 namespace {
 
-/// The note may be a little older than the call: `curl` takes a moment to start. One that is older speaks of an earlier question.
+/// In milliseconds. The note may be a little older than the call, since `curl` takes a moment to start. An even older one is
+/// about an earlier question.
 constexpr qint64 kNotedBefore = 500;
 
 } // namespace
@@ -49,7 +50,7 @@ QList<QUuid> OpenQuestions::overBy(const QList<Agent> &listing, Instant begun)
 {
     QList<QUuid> over;
     for (Question &question : m_open) {
-        // One that was begun before the question came may still show what was so before.
+        // A listing that was begun before the question came may still show the state before it.
         if (question.session.isEmpty() || begun <= question.came)
             continue;
         const auto agent =

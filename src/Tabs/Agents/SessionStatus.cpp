@@ -39,7 +39,7 @@ QList<SessionStatus> SessionNotes::read()
             const auto read = m_files.read(path, kLargestNote);
             const auto *bytes = std::get_if<QByteArray>(&read);
             const QJsonObject object = bytes ? QJsonDocument::fromJson(*bytes).object() : QJsonObject();
-            // Claude Code writes over a note in place: one that is read amid that makes no sense, and is read again next time.
+            // Claude Code rewrites a note in place: one that is read halfway makes no sense, and is read again next time.
             if (const QString session = object.value("sessionId"_L1).toString(); !session.isEmpty()) {
                 note = {file.modified,
                         object.value("pid"_L1).toInteger(),
@@ -48,7 +48,7 @@ QList<SessionStatus> SessionNotes::read()
             }
         }
         notes.insert(path, note);
-        // One that was killed leaves its note behind.
+        // A killed session leaves its note behind.
         if (!note.status.session.isEmpty() && (!note.status.waits || m_machine.lives(note.pid)))
             sessions.append(note.status);
     });

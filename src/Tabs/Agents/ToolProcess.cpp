@@ -45,7 +45,7 @@ QStringView trimmed(QStringView line)
 }
 
 /// "/usr/share/cursor/cursor", "/opt/windsurf/windsurf", "/tmp/.mount_cursorx1/cursor", "/home/me/cursor-1.2.appimage"; not the
-/// many processes that such a program starts of itself.
+/// many processes that such a program starts itself.
 bool isEditor(QStringView commandLine, QLatin1StringView name)
 {
     const QStringView line = trimmed(commandLine);
@@ -83,7 +83,7 @@ void count(QStringView processLine, QHash<QLatin1StringView, ToolProcess> &seen)
     if (space < 0)
         return;
     const QStringView etime = line.first(space);
-    // The blanks at both ends let a pattern hold one, and so match a path at the very end.
+    // Blanks at both ends let a pattern include one, and so match a path at the very end.
     const KnownTool *tool = toolOf(line.sliced(space).toString().toLower() + u' ');
     if (!tool)
         return;

@@ -18,7 +18,7 @@ namespace {
 const QString kManual = u"manual"_s;
 const QString kGoogle = u"google"_s;
 
-/// As people write times: in their own language's form, with or without AM and PM, or only the hour.
+/// Reads times as people write them: in the form of their language, with or without AM and PM, or the hour alone.
 QTime readTime(const QString &text)
 {
     const QString typed = text.trimmed();

@@ -10,7 +10,7 @@ FocusScope {
     required property ConnectSource source
     required property UI ui
 
-    // The page follows the keyboard.
+    // The page follows the focus.
     function follow(item: Item): void {
         let inside = false;
         for (let at = item; at && !inside; at = at.parent)
@@ -59,7 +59,7 @@ FocusScope {
     Flickable {
         id: page
 
-        /// Where the page comes to rest; it may still be on its way.
+        /// Where the page will come to rest; it may still be moving.
         property real wantedY: 0
 
         anchors.fill: parent
@@ -92,7 +92,7 @@ FocusScope {
                 Item {
                     id: mode
 
-                    /// Whether the choice stands under the words, having no room beside them.
+                    /// Whether the choice is below the words, because there is no room beside them.
                     readonly property bool stacked: width - picker.width - 14 < 260 * Theme.textScale
 
                     width: parent.width
@@ -221,7 +221,7 @@ FocusScope {
         id: sheet
 
         active: false
-        // With Qt 6.4 a Loader can't make a bound component.
+        // With Qt 6.4 a Loader can't create a bound component.
         // qmllint disable unqualified
         sourceComponent: HookPreview {
             readonly property bool panelOpen: root.ui.expanded

@@ -1,7 +1,7 @@
 import QtQuick
 import Velto.Design
 
-// What fades in when it comes, and is gone at once when it goes.
+// Fades its content in; when hidden, it disappears at once.
 Item {
     id: root
 

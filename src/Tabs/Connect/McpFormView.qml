@@ -4,7 +4,7 @@ import QtQuick
 import Velto.Connect
 import Velto.Design
 
-// The MCP servers that Claude Code knows, and a way to add one.
+// The MCP servers that Claude Code knows, and a form to add one.
 GlassCard {
     id: root
 
@@ -30,7 +30,7 @@ GlassCard {
         }
     }
     Repeater {
-        // A hundred rows that nobody sees would hold up a frame.
+        // Hidden, a hundred rows would only hold up a frame.
         model: root.visible ? root.form.servers : null
 
         Item {

@@ -18,7 +18,7 @@ namespace velto {
 
 namespace {
 
-/// What a state that isn't well says for itself.
+/// The words for a state other than ready.
 QString wordsOf(const SourceState &state)
 {
     switch (state.kind()) {

@@ -61,7 +61,7 @@ Rectangle {
                 id: toggle
 
                 anchors.right: parent.right
-                anchors.rightMargin: -12 // the switch itself ends with the tile's button
+                anchors.rightMargin: -12 // the visible switch ends where the tile's button does
                 anchors.verticalCenter: parent.verticalCenter
                 text: ""
                 label: root.label
@@ -71,7 +71,7 @@ Rectangle {
         }
         Item {
             width: parent.width
-            // The text begins at the same height with a button and without one.
+            // The text starts at the same height with and without a button.
             height: Math.max(words.y + words.implicitHeight, button.height)
 
             PlainText {

@@ -4,7 +4,7 @@ import QtQuick
 import Velto.Connect
 import Velto.Design
 
-// A heading over the tiles of its modules, two abreast.
+// A heading over the tiles of its modules, in two columns.
 Column {
     id: root
 

@@ -2,8 +2,8 @@ import QtQuick
 import Velto.Connect
 import Velto.Design
 
-// One secret: paste it, save it, remove it. What is stored is never shown. The buttons go when they have done their work, and the
-// keyboard goes to the field.
+// One secret: paste it, save it, remove it. What is stored is never shown. A button that has done its work disappears, and the
+// focus goes to the field.
 Item {
     id: root
 

@@ -51,7 +51,7 @@ GlassCard {
                 x: Math.round(index * plot.slot) + 1
                 y: plot.height - height
                 width: Math.max(2, Math.round(plot.slot) - 4)
-                // An hour without any keeps a mark, so that one sees where it is.
+                // An hour without tokens keeps a mark, so that its place is visible.
                 height: Math.max(2, Math.round(part * plot.height))
                 radius: Math.min(3, height / 2)
                 color: part > 0 ? Theme.at(Theme.ice, 0.85) : Theme.at("white", 0.14)

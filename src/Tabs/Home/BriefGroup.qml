@@ -4,7 +4,7 @@ import QtQuick
 import Velto.Design
 import Velto.Home
 
-// A heading above its rows; nothing at all without rows.
+// A heading above its rows; hidden without rows.
 Column {
     id: root
 

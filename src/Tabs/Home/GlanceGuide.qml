@@ -1,7 +1,7 @@
 import QtQuick
 import Velto.Design
 
-// Tells once what a copied link does here.
+// Explains once what a copied link does here.
 GlassCard {
     id: root
 

@@ -33,7 +33,7 @@ QList<QByteArray> itemRoles()
 RowModel::Row rowOf(const HomeItem &item)
 {
     const QString from = item.source.isEmpty() ? QString() : HomeSource::tr("From: %1").arg(item.source);
-    // One session that waits is named by the title already.
+    // If only one session waits, the title names it already.
     const QString beside = item.title.startsWith(item.detail) ? QString() : item.detail;
     return {item.id, item.symbol, int(item.tone), item.title, beside, from, item.action ? item.action->label : QString()};
 }
@@ -150,14 +150,14 @@ void HomeSource::arrange()
     AgentsSource &agents = m_needs.stores.agents;
     const QList<Agent> running = m_needs.stores.prefs.isOn(Prefs::Module::Agents) ? agents.running() : QList<Agent>();
     const QList<Agent> waiting = m_needs.stores.prefs.isOn(Prefs::Module::Agents) ? agents.waiting() : QList<Agent>();
-    // The spotlight speaks for these: for the sessions that wait only if it shows the one that does.
+    // The spotlight covers these: "agents-wait" only if it shows the one session that waits.
     const bool showsWaiting = running.isEmpty() && waiting.size() == 1;
     shown.removeIf([&](const HomeItem &item) {
         return oneOf(item.id, {"agents-run"_L1, "tools"_L1}) || (showsWaiting && item.id == "agents-wait"_L1);
     });
     const auto isNext = [](const HomeItem &item) { return oneOf(item.id, {"cal"_L1, "focus"_L1}); };
     m_needsRows.setRows(rows(shown, shown.size(), &HomeItem::urgent));
-    // What isn't set up stands in the line for that alone.
+    // What isn't set up is named only in the line about that.
     m_nextRows.setRows(rows(shown, kNextShown, [&](const HomeItem &item) { return isNext(item) && !item.setup; }));
     m_todayRows.setRows(rows(shown, kTodayShown, [&](const HomeItem &item) {
         return !item.urgent() && !item.setup && !isNext(item)
@@ -177,7 +177,7 @@ void HomeSource::arrange()
                     m_needs.clock.wallTime());
 }
 
-// The greeting and the spotlight's age change by the minute; everything else announces itself.
+// The greeting and the spotlight's age change by the minute; everything else emits a signal.
 void HomeSource::scheduleNextLook()
 {
     m_nextLook = m_needs.clock.after(kLook, [this] { worldChanged(); });
@@ -188,7 +188,7 @@ void HomeSource::run(const QString &itemId)
     const auto found = std::ranges::find(items(), itemId, &HomeItem::id);
     if (found == items().end() || !found->action)
         return;
-    // The list may be made anew while it runs.
+    // Copied: the list may be rebuilt while the action runs.
     const auto action = found->action->run;
     action();
 }

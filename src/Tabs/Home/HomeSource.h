@@ -61,7 +61,7 @@ public:
     int badge() const override;
     QUrl makeView() const override;
 
-    /// The ranked list, as things stand now.
+    /// The current ranked list.
     const QList<HomeItem> &items() const;
     QString greeting() const;
     QString headlineText() const;

@@ -2,7 +2,7 @@ import QtQuick
 import Velto.Design
 import Velto.Home
 
-// The day in a line, the session that matters most, and below it what needs the user, what comes next and what else there is.
+// The day in a line, the session that matters most, and below it what needs the user, what comes next and the rest.
 FocusScope {
     id: root
 
@@ -12,7 +12,7 @@ FocusScope {
 
     readonly property list<color> tones: [Theme.coral, Theme.amber, Theme.ice, Theme.glassTertiary]
 
-    // The page follows the keyboard.
+    // The page follows the focus.
     function follow(item: Item): void {
         let inside = false;
         for (let at = item; at && !inside; at = at.parent)
@@ -21,12 +21,12 @@ FocusScope {
             return;
         const place = item.mapToItem(page.contentItem, 0, 0).y;
         if (place - 8 < page.contentY)
-            page.contentY = place < 64 ? 0 : place - 8; // near the top one sees the headline too
+            page.contentY = place < 64 ? 0 : place - 8; // near the top, the headline shows too
         else if (place + item.height + 32 > page.contentY + page.height)
             page.contentY = Math.min(place + item.height + 32 - page.height, page.contentHeight + page.bottomMargin - page.height);
     }
     function moveRow(step: int): void {
-        // By hand: with Qt 6.4 a list that a typed function returns can't be spread or searched.
+        // A loop: with Qt 6.4 a list that a typed function returns can't be spread or searched.
         const rows = [];
         let now = -1;
         for (let i = 0; i < groups.children.length; ++i) {
@@ -156,7 +156,7 @@ FocusScope {
             }
         }
     }
-    // Over the rows, so that none of them moves from under the pointer.
+    // Over the rows, so that none of them moves away from under the pointer.
     Rectangle {
         anchors.left: parent.left
         anchors.right: parent.right
@@ -191,7 +191,7 @@ FocusScope {
         id: video
 
         active: root.source.videoShown && root.ui.expanded
-        // With Qt 6.4 a Loader can't make a bound component.
+        // With Qt 6.4 a Loader can't create a bound component.
         // qmllint disable unqualified
         sourceComponent: VideoPreviewSheet {
             target: root

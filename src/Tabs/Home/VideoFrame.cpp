@@ -18,7 +18,7 @@ VideoFrame::~VideoFrame()
 void VideoFrame::componentComplete()
 {
     QQuickItem::componentComplete();
-    // The sheet is laid out by the end of this turn.
+    // The sheet is laid out only when this turn of the event loop ends.
     QMetaObject::invokeMethod(
         this,
         [this] {

@@ -9,7 +9,7 @@ Sheet {
     required property HomeSource source
 
     signal done
-    /// Closed out of the video, which had the keyboard.
+    /// Closed from within the video, which had the keyboard.
     signal keyboardWanted
 
     title: qsTr("Video preview")

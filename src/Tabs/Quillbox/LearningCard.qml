@@ -2,7 +2,7 @@ import QtQuick
 import Velto.Design
 import Velto.Quillbox
 
-// The question of the day, and its answer once one wants it.
+// The question of the day, and its answer on request.
 GlassCard {
     id: root
 
@@ -53,7 +53,7 @@ GlassCard {
 
         readonly property bool shown: root.source.cardAnswer !== ""
 
-        // Room for the ring around the words, which stand where the question does.
+        // Room for the focus ring around the words, which are aligned with the question.
         x: -6
         width: parent.width + 12
         height: answer.shown ? answerText.implicitHeight + 8 : 0

@@ -18,7 +18,7 @@ Item {
     Accessible.name: Plain.line(root.spoken)
     Accessible.focusable: true
 
-    // Inside the row: the page cuts what stands over its sides.
+    // Inside the row: the page clips what extends beyond its sides.
     FocusRing {
         anchors.margins: 0
         corner: Theme.radiusRow - 2

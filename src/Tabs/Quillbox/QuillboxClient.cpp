@@ -99,7 +99,7 @@ QuillboxClient::Answer<VeltoSnapshot> QuillboxClient::snapshot() const
     const Result<QByteArray, HubError> body = co_await request(kSnapshotPath, "GET", {}, current());
     if (!body)
         co_return body.error();
-    // A long list takes longer to read than a frame may.
+    // Decoding a long list takes longer than a frame.
     auto decoding = inBackground(background, [json = *body] { return VeltoSnapshot::decode(json); });
     Result<VeltoSnapshot, QString> decoded = co_await decoding;
     if (!decoded)

@@ -158,7 +158,7 @@ QCoro::Task<> QuillboxSource::fetch()
     const QPointer<QuillboxSource> self(this);
     const int connection = m_connection;
     const Result<VeltoSnapshot, HubError> answer = co_await m_needs.client.snapshot();
-    // What a hub said that isn't asked any more is nobody's business.
+    // The answer of a hub that Velto is no longer connected to.
     if (!self || connection != self->m_connection)
         co_return;
     self->take(answer);
@@ -229,7 +229,7 @@ void QuillboxSource::publish()
     const Published next{m_mode, m_snapshot, m_state, m_showGrip};
     const bool same = next == m_published;
     m_published = next;
-    // The ages change also where nothing else does.
+    // The ages change even if nothing else does.
     publishRows();
     if (!same)
         Q_EMIT changed();

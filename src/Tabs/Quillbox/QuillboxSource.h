@@ -84,7 +84,7 @@ public:
     /// Asks again without the wait between two fetches: after a write, and for a retry by hand. While a fetch is under way
     /// nothing more is asked.
     Q_INVOKABLE void fetchAgain();
-    /// Forgets everything and begins anew with the connection that is selected now.
+    /// Forgets everything and starts again with the connection that is selected now.
     void reconnect();
     /// Reveals the card's answer for good.
     Q_INVOKABLE void openAnswer();

@@ -10,7 +10,7 @@ FocusScope {
     required property UI ui
     readonly property bool takesArrows: true
 
-    // The arrows go from row to row, and from the first one back up to the card.
+    // The arrow keys move from row to row, and from the first one back up to the card.
     function step(by: int): void {
         const to = list.currentIndex + by;
         if (list.count === 0 || to >= list.count)
@@ -68,7 +68,7 @@ FocusScope {
                 text: heading.section
             }
         }
-        // What comes at the top pushes the rest down while one is at the top.
+        // A list at its top stays there when rows are added above.
         property real lastOrigin: 0
         onOriginYChanged: {
             if (contentY <= lastOrigin + 1)

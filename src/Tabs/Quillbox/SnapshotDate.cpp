@@ -9,7 +9,7 @@ namespace velto {
 
 namespace {
 
-/// Seconds east of UTC; "Z" and no zone are UTC.
+/// Seconds east of UTC; "Z" and a missing zone mean UTC.
 int secondsEast(QStringView zone)
 {
     if (zone.size() != 6)
@@ -22,7 +22,7 @@ int secondsEast(QStringView zone)
 
 std::optional<QDateTime> snapshotDate(const QString &text)
 {
-    // "yyyy-MM-dd HH:mm:ss", or the same with a T, perhaps a fraction of a second, and a zone.
+    // "yyyy-MM-dd HH:mm:ss", or the same with a T; optionally a fraction of a second and a zone.
     static const QRegularExpression kForm(
         u"\\A([0-9]{4}-[0-9]{2}-[0-9]{2})(?: ([0-9:]{8})|T([0-9:]{8})(\\.[0-9]{1,9})?(Z|[+-][01][0-9]:[0-5][0-9]))\\z"_s);
     const QRegularExpressionMatch match = kForm.match(text);

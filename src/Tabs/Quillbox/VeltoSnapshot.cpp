@@ -18,7 +18,7 @@ QString text(const JsonValue &value)
     return QString::fromUtf8(value.GetString(), qsizetype(value.GetStringLength()));
 }
 
-/// Also 3.0 is an integer.
+/// 3.0 is an integer too.
 std::optional<qint64> integer(const JsonValue &value)
 {
     if (value.IsInt64())
@@ -49,7 +49,7 @@ QString kindOf(const JsonValue &value)
     return QCoreApplication::translate("VeltoSnapshot", "a number");
 }
 
-/// Reads the keys of one object. The first fault of the whole document is the one that is told.
+/// Reads the keys of one object. The first fault of the whole document is the one reported.
 class Reader {
 public:
     Reader(const JsonValue &value, const QString &path, QString &fault)
@@ -191,7 +191,7 @@ private:
 
 Result<VeltoSnapshot, QString> VeltoSnapshot::decode(const QByteArray &json)
 {
-    // Without recursion: what is nested a million deep is an ordinary fault.
+    // Without recursion: even a million levels of nesting are an ordinary fault.
     constexpr unsigned kFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag;
     rapidjson::Document document;
     document.Parse<kFlags>(json.constData(), std::size_t(json.size()));

@@ -2,17 +2,17 @@ import QtQuick
 import Velto.Design
 import Velto.Todos
 
-// A new or a changed todo. It scrolls where there is no room for all of it.
+// The form for a new todo or a change to one. It scrolls where there is no room for all of it.
 FocusScope {
     id: root
 
     required property DraftFormStore form
     required property UI ui
-    /// The height there is.
+    /// The height that is available.
     required property real room
 
     readonly property int gap: 8
-    /// Return presses its button, wherever in it one is.
+    /// Return presses its button, wherever in the form the focus is.
     readonly property bool takesReturn: true
     readonly property bool calendarOpen: date.opened
     readonly property bool panelOpen: root.ui.expanded
@@ -23,7 +23,7 @@ FocusScope {
     Keys.onReturnPressed: root.form.save()
     Keys.onEnterPressed: root.form.save()
 
-    // The calendar stands over the panel, which stays open under it, and takes it along when it closes all the same.
+    // The calendar lies over the panel, which stays open under it; if the panel closes all the same, so does the calendar.
     onCalendarOpenChanged: root.calendarOpen ? root.ui.sheetOpened() : root.ui.sheetClosed()
     onPanelOpenChanged: {
         if (!root.panelOpen)
@@ -43,7 +43,7 @@ FocusScope {
             date.focusAll();
         }
     }
-    // What has the keyboard is in sight.
+    // Keeps the focused field in sight.
     Connections {
         target: root.Window.window
         function onActiveFocusItemChanged(): void {
@@ -123,9 +123,9 @@ FocusScope {
                 onEdited: text => root.form.details = text
                 onSubmitted: root.form.save()
             }
-            // Side by side as long as there is room.
+            // Side by side if there is room.
             Flow {
-                x: -2 // the box begins where the fields do
+                x: -2 // aligns the box with the fields
                 width: parent.width + 2
                 spacing: 2 * root.gap
 

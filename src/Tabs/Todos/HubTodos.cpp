@@ -9,7 +9,7 @@ namespace velto {
 
 namespace {
 
-/// "Ship v2.0 — now!" is "ship-v2-0-now". Counts in characters as the user sees them.
+/// "Ship v2.0 — now!" becomes "ship-v2-0-now". Counts characters as the user sees them.
 QString slugOf(const QString &title)
 {
     constexpr qsizetype kLongest = 60;

@@ -44,7 +44,7 @@ void LocalTodos::setWatched(bool watched)
 
 void LocalTodos::watch()
 {
-    // A reading that failed leaves the old stamp, and so comes again.
+    // A reading that failed keeps the old stamp, and so is tried again.
     if (m_readings == 0 && stamp() != m_stamp)
         look();
 }
@@ -93,7 +93,7 @@ void LocalTodos::write(const QStringList &args)
         startWrite();
 }
 
-// One at a time: two changes of one todo mustn't overtake each other.
+// One at a time: two changes to a todo must not overtake each other.
 void LocalTodos::startWrite()
 {
     m_writing = true;

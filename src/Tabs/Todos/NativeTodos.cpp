@@ -53,7 +53,7 @@ void NativeTodos::save(const QList<Todo> &todos)
     m_forgotten = false;
     m_writer.write(
         m_path, [file = m_file, todos, now = m_clock.wallTime()] { return file->write(todos, now); }, this,
-        [this] { watch(); }); // the first save makes what is watched
+        [this] { watch(); }); // the first save creates the file to watch
 }
 
 void NativeTodos::forget()
@@ -65,7 +65,7 @@ void NativeTodos::forget()
 void NativeTodos::look()
 {
     watch();
-    // What is on its way goes first, and keeps a copy of the rest.
+    // A save under way comes first, and keeps a copy of what others wrote.
     if (m_forgotten || !m_writer.isSaved(m_path))
         return;
     inBackground(
@@ -92,7 +92,7 @@ void NativeTodos::lookSoon(std::chrono::milliseconds delay)
     m_soon = m_clock.after(delay, [this] { look(); });
 }
 
-// The folder tells of a file that takes this one's place, the file of what is written into it.
+// The folder reports a file that replaces this one; the file reports what is written into it.
 void NativeTodos::watch()
 {
     for (const QString &path : {m_path, QFileInfo(m_path).path()}) {

@@ -256,7 +256,7 @@ void ShownTodos::toggleSelected()
         setOpenID(m_openID == todo->id ? std::nullopt : std::optional(todo->id));
 }
 
-// Everything is worked out here, once for each change; what the views read is the outcome.
+// Everything is computed here, once for each change; views only read the result.
 void ShownTodos::update()
 {
     m_days = {today(m_clock, 0), today(m_clock, 1)};

@@ -14,7 +14,7 @@ namespace velto {
 class Clock;
 
 /// What the tab shows of the todos: cut down by scope, date and search, which row is selected and which is unfolded, and what
-/// stands in place of an empty list. Follows the date. UI thread only.
+/// is shown for an empty list. Follows the date. UI thread only.
 class ShownTodos : public QObject {
     Q_OBJECT
     /// The segments of "List": value (what chooseScope() takes), text with its count, selected.
@@ -30,7 +30,7 @@ class ShownTodos : public QObject {
     Q_PROPERTY(QAbstractItemModel *rows READ rows CONSTANT FINAL)
     /// The place of the selected row, which is kept on screen; -1 if it isn't in the list.
     Q_PROPERTY(int selectedRow READ selectedRow NOTIFY selectionChanged FINAL)
-    /// What stands in place of an empty list; the text is empty if nothing does, the button's if there is no button.
+    /// What is shown for an empty list; the text is empty if nothing is, the button's if there is no button.
     Q_PROPERTY(QString emptySymbol READ emptySymbol NOTIFY changed FINAL)
     Q_PROPERTY(QString emptyText READ emptyText NOTIFY changed FINAL)
     Q_PROPERTY(QString emptyButton READ emptyButton NOTIFY changed FINAL)

@@ -105,7 +105,7 @@ bool passes(Filter filter, const Todo &todo, const QString &today)
 
 bool sortsBefore(const QString &a, const QString &b)
 {
-    // UTF-16 keeps the order of the code points, but for those behind the surrogates.
+    // UTF-16 sorts like code points, except for code points above the surrogates.
     const auto [left, right] = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
     if (left == a.end() || right == b.end())
         return right != b.end();

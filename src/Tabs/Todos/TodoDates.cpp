@@ -7,14 +7,15 @@
 
 using namespace Qt::StringLiterals;
 
-// The toolkit has a long and a short form of a date in each language, and the wanted one is neither. It is made from the long
-// one, "dddd, MMMM d, yyyy": one field is left out together with the text that ties it to the rest, and names are shortened.
+// The toolkit knows a long and a short form of dates in each language; the form wanted here is neither. It is made from the
+// long one, "dddd, MMMM d, yyyy": a field is left out together with the text that joins it to the rest, and names are
+// shortened.
 
 namespace velto {
 
 namespace {
 
-/// A run of one field's letter, or what stands between two fields.
+/// A run of one field's letter, or the text between two fields.
 struct Piece {
     QString text;
     bool isField = false;
@@ -43,14 +44,14 @@ QList<Piece> longForm(const QLocale &locale)
     return piecesOf(locale.dateFormat(QLocale::LongFormat));
 }
 
-/// What of a text between two fields belongs to the first of them: the sign for the day behind its number, but not ", ".
+/// The part of the text between two fields that belongs to the first: a sign after the day's number, but not ", ".
 QString ownEnd(const Piece &piece)
 {
     const auto isTie = [](QChar c) { return c.isSpace() || c == u','; };
     return piece.text.left(std::ranges::find_if(piece.text, isTie) - piece.text.begin());
 }
 
-/// Takes a field out, and what ties it to its neighbours: what stands before it, or at the beginning, behind it.
+/// Removes a field with the text that joins it: the text before it or, for the first field, the text after it.
 template <typename IsDropped> QList<Piece> without(QList<Piece> pieces, IsDropped isDropped)
 {
     const auto isField = [](const Piece &piece) { return piece.isField; };
@@ -69,7 +70,7 @@ template <typename IsDropped> QList<Piece> without(QList<Piece> pieces, IsDroppe
     return pieces;
 }
 
-/// The format again, with its names shortened.
+/// Puts the format together again, with its names shortened.
 QString formatOf(const QList<Piece> &pieces)
 {
     QString format;
@@ -94,7 +95,7 @@ QString shortDateTime(const QDateTime &time, const QLocale &locale)
 {
     const QDateTime local = time.toLocalTime();
     const auto isWeekday = [](const QString &field) { return field.startsWith("ddd"_L1); };
-    // The form of times without a language shows seconds.
+    // The C locale's form of times shows seconds.
     const QString form = locale.language() == QLocale::C ? u"HH:mm"_s : locale.timeFormat(QLocale::ShortFormat);
     return locale.toString(local.date(), formatOf(without(longForm(locale), isWeekday))) + ", "_L1
         + locale.toString(local.time(), form);

@@ -4,7 +4,7 @@ import QtQuick
 import Velto.Design
 import Velto.Todos
 
-// What an open row shows below its line: the notes, the comments, and the way to add to them.
+// What an open row shows below its line: the notes, the comments, and the field to add one.
 Column {
     id: root
 
@@ -13,12 +13,12 @@ Column {
     required property string title
     required property string details
     required property var comments
-    /// What was typed before, for a row that was scrolled away.
+    /// What was typed before the row was scrolled away.
     required property string typed
 
     spacing: 8
 
-    // The height is right at once.
+    // Makes the height right at once.
     function settle(): void {
         said.forceLayout();
         root.forceLayout();
@@ -103,7 +103,7 @@ Column {
             anchors.rightMargin: 8
             label: qsTr("Add a comment")
             prompt: qsTr("Add a comment")
-            // Not bound: what is typed is the store's at once, which therefore has no news of it.
+            // Not bound: the store takes what is typed at once and doesn't report it back.
             Component.onCompleted: text = root.typed
             onEdited: text => root.source.shown.typeComment(root.todoId, text)
             onAccepted: {

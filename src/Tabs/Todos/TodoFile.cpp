@@ -65,7 +65,7 @@ FileWriter::Outcome TodoFile::write(const QList<Todo> &todos, const QDateTime &n
 {
     const QByteArray bytes = encodeTodos(todos);
     FileWriter::Outcome outcome;
-    // As late as can be, so that what another program writes meanwhile is seen.
+    // As late as possible, so that what another program writes meanwhile is seen.
     const auto kept = [&] { return keepForeign(now, outcome); };
     if (auto error = m_files.replace(m_path, bytes, kept)) {
         if (!outcome.error)
@@ -93,7 +93,7 @@ bool TodoFile::keepForeign(const QDateTime &now, FileWriter::Outcome &outcome)
         outcome.error = *error;
         return false;
     }
-    m_known = digest; // one copy does, also if the save fails and is tried again
+    m_known = digest; // one copy is enough, even if the save fails and is tried again
     outcome.word = QCoreApplication::translate("TodoFile", "%1 held something that Velto hadn't written. It is kept as %2.")
                        .arg(name(), QFileInfo(std::get<QString>(copy)).fileName());
     return true;

@@ -25,7 +25,7 @@ public:
     Reading read() const;
     /// What another program has put there since; nothing if nobody did.
     std::optional<Reading> changedByOthers();
-    /// This is what Velto goes on from.
+    /// Velto continues with this content.
     void accept(const QByteArray &digest) { m_known = digest; }
     FileWriter::Outcome write(const QList<Todo> &todos, const QDateTime &now);
 
@@ -40,7 +40,7 @@ private:
 
     Files &m_files;
     QString m_path;
-    QByteArray m_known; ///< the digest of what stands there if nobody else wrote it
+    QByteArray m_known; ///< the digest of the file if no other program wrote it
     std::optional<Stamp> m_looked; ///< of the file that was found to be ours
 };
 

@@ -23,7 +23,7 @@ bool take(const QJsonObject &object, QLatin1StringView key, qint64 &field)
 {
     const QJsonValue value = object[key];
     field = value.toInteger(0);
-    return value.isDouble() && value.toInteger(1) == field; // a fraction gives both defaults
+    return value.isDouble() && value.toInteger(1) == field; // for a fraction both calls return their fallback
 }
 
 /// What is left of an object without the keys that were read.
@@ -48,7 +48,7 @@ bool take(const QJsonObject &object, QLatin1StringView key, QList<Comment> &fiel
     return value.isArray();
 }
 
-/// Where the object that begins at `from` ends; nothing if it doesn't. What stands in it isn't looked at.
+/// Where the object that begins at `from` ends; nothing if it doesn't. Its contents aren't checked.
 std::optional<qsizetype> endOfObject(QByteArrayView json, qsizetype from)
 {
     bool inText = false;
@@ -66,7 +66,7 @@ std::optional<qsizetype> endOfObject(QByteArrayView json, qsizetype from)
     return std::nullopt;
 }
 
-/// Hands over the objects of an array, in order, until `take` gives false. False too if it is no such array.
+/// Passes on the objects of an array, in order, until `take` returns false. False too if it isn't such an array.
 template <typename Take> bool eachObject(QByteArrayView json, Take take)
 {
     qsizetype at = json.startsWith("\xEF\xBB\xBF") ? 3 : 0;
@@ -93,10 +93,10 @@ template <typename Take> bool eachObject(QByteArrayView json, Take take)
     return next() == '\0' && at == json.size();
 }
 
-/// A number of its own for each: rows and changes go by it.
+/// Gives each todo an id of its own: rows and changes go by it.
 void makeDistinct(QList<Todo> &todos)
 {
-    QSet<qint64> taken{0}; // a draft's
+    QSet<qint64> taken{0}; // the id of a draft
     taken.reserve(todos.size() + 1);
     QList<qsizetype> again;
     for (qsizetype place = 0; place < todos.size(); ++place) {
@@ -114,10 +114,10 @@ void makeDistinct(QList<Todo> &todos)
     }
 }
 
-/// A text in quotes, as JSON has it.
+/// A string with its quotation marks, as JSON writes it.
 void put(QByteArray &json, const QString &text)
 {
-    if (!text.isValidUtf16()) { // half a character, which only an escape can hold
+    if (!text.isValidUtf16()) { // a lone surrogate, which JSON can hold only as an escape
         const QByteArray list = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
         json += list.sliced(1, list.size() - 2);
         return;
@@ -144,7 +144,7 @@ void put(QByteArray &json, const char *key, const QString &text)
     put(json, text);
 }
 
-/// What stands behind the known keys of an object.
+/// What follows the known keys of an object.
 void put(QByteArray &json, const QJsonObject &unknown)
 {
     if (unknown.isEmpty())
@@ -177,7 +177,7 @@ void put(QByteArray &json, const Todo &todo)
 
 } // namespace
 
-// By hand, since it is done at each change: the toolkit takes six times as long.
+// Written by hand, since it runs at each change: the toolkit takes six times as long.
 QByteArray encodeTodos(const QList<Todo> &todos)
 {
     QByteArray json = "[";
@@ -192,9 +192,9 @@ QByteArray encodeTodos(const QList<Todo> &todos)
 std::optional<QList<Todo>> decodeTodos(const QByteArray &json)
 {
     QList<Todo> todos;
-    QSet<QString> shared; // most of these texts are the same in many todos
+    QSet<QString> shared; // many todos have these texts in common
     const auto share = [&shared](QString &text) { text = *shared.insert(text); };
-    // One object at a time: a document of the whole takes many times the memory of the list, and leaves it in pieces.
+    // One object at a time: a document for all of it takes many times the list's memory, and leaves the heap fragmented.
     const bool whole = eachObject(json, [&](QByteArrayView slice) {
         const QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromRawData(slice.data(), slice.size()));
         const QJsonObject object = document.object();

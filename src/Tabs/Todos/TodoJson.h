@@ -7,10 +7,10 @@
 namespace velto {
 
 /// The list as Velto's own file holds it: a JSON array of objects with the names of the fields as keys, those of a comment
-/// likewise. All of them are there; what else stands in an object comes along (`unknown`) and is written again.
+/// likewise. All of them are there; other members of an object are kept (`unknown`) and written again.
 QByteArray encodeTodos(const QList<Todo> &todos);
-/// Nothing if it isn't such a list, whole. Todos with a number that
-/// stands there already, or with a draft's, get another one.
+/// Nothing if it isn't such a list, whole. Todos with a repeated id,
+/// or with a draft's, get another one.
 std::optional<QList<Todo>> decodeTodos(const QByteArray &json);
 
 } // namespace velto

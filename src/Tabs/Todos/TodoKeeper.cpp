@@ -24,7 +24,7 @@ bool isBlank(const QString &text)
     return std::ranges::all_of(text, [](QChar c) { return c == u'\t' || c.category() == QChar::Separator_Space; });
 }
 
-/// The next number; 1 after the last one there is.
+/// The next id; 1 after the largest one there is.
 qint64 idAfter(qint64 highest)
 {
     return highest == std::numeric_limits<qint64>::max() ? 1 : highest + 1;
@@ -132,8 +132,8 @@ void TodoKeeper::refresh()
         m_native.look();
 }
 
-// A done todo goes to the store that it was taken from, and before the list is another one's. From then on Velto's own file isn't
-// written from the list without a copy.
+// A pending "done" goes to the store that it was taken from, before the list becomes another store's. From then on, saving the
+// list to Velto's own file keeps a copy of the file first.
 void TodoKeeper::followStore()
 {
     if (m_mode != m_needs.quillbox.mode()) {
@@ -157,7 +157,7 @@ void TodoKeeper::takeFile(QList<Todo> todos)
 {
     if (!m_mode.isMissing())
         return;
-    // It is still open in the file.
+    // A pending "done" is still open in the file.
     if (m_pendingDone)
         todos.removeIf([id = m_pendingDone->id](const Todo &each) { return each.id == id; });
     setTodos(todos);
@@ -220,7 +220,8 @@ Todo TodoKeeper::saveNative(Todo todo)
     return todo;
 }
 
-// The undo may still come, or the program may end before the five seconds do: until then a done todo is open in the file.
+// The undo may still come, or the program may end within the five seconds; until they are over, a done todo stays open in the
+// file.
 void TodoKeeper::keepNative()
 {
     QList<Todo> list = m_todos;
@@ -255,14 +256,14 @@ void TodoKeeper::done(const Todo &todo)
     QList<Todo> list = m_todos;
     list.removeIf([id = todo.id](const Todo &each) { return each.id == id; });
     setTodos(list);
-    Q_EMIT changed(); // also if it was gone already
+    Q_EMIT changed(); // even if the todo was gone already
 }
 
 void TodoKeeper::undoDone()
 {
     m_undoTime.reset();
     const auto todo = std::exchange(m_pendingDone, std::nullopt);
-    // A reading in the meantime has brought it back already.
+    // A reading in between may have brought it back already.
     if (todo && !find(todo->id))
         setTodos(m_todos + QList{*todo});
     Q_EMIT changed();

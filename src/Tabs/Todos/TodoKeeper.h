@@ -45,7 +45,7 @@ public:
     const QList<Todo> &todos() const { return m_todos; }
     /// A todo of the list; null if it isn't there. Good until the list changes.
     const Todo *find(qint64 id) const;
-    /// As find(), or the todo that may still be had back.
+    /// As find(), or the todo that can still be restored.
     const Todo *standing(qint64 id) const;
 
     SourceState state() const;
@@ -55,7 +55,7 @@ public:
     /// Why the last change failed; empty if it didn't, or if that was dismissed.
     const QString &error() const { return m_error; }
     void dismissError();
-    /// What stands between the list and the store, and the button beside it; empty if nothing does.
+    /// Why the list can't reach its store, and the button beside that; empty if it can.
     QString note() const;
     QString noteAction() const;
     void pressNote();

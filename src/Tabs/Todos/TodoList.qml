@@ -2,28 +2,28 @@ import QtQuick
 import Velto.Design
 import Velto.Todos
 
-// The rows, of which only those in sight exist. The selection and what is open are the store's.
-// With Qt 6.4 a list's rows can't be bound components where they are reused.
+// The rows, of which only those in sight exist. The store holds the selection and what is open. With Qt 6.4 a list that reuses
+// its rows can't have a bound component for them.
 // qmllint disable unqualified type
 ListView {
     id: root
 
     required property TodosSource source
-    /// From here on changes are movements.
+    /// Whether changes are animated from here on.
     required property bool settled
-    /// Where the parts above leave off; the list glides there.
+    /// The lower end of what is above; the list glides there.
     required property real start
-    /// The keyboard comes and goes without a scroll.
+    /// Whether the focus may move without scrolling.
     property bool still: false
-    /// A row goes or comes back, with the next layout. What a filter or a search does to the list is there at once.
+    /// Whether rows come and go with an animation in the next layout. The effect of a filter or a search is immediate.
     readonly property bool moving: movement.running
 
-    /// The row that had the keyboard has gone.
+    /// The row that had the focus is gone.
     signal keyboardLost
 
     y: root.start
     height: Math.max(0, parent.height - y)
-    visible: count > 0 && height > 44 // with the form open there may be no room
+    visible: count > 0 && height > 44 // the form may leave no room for it
     clip: true
     model: root.source.shown.rows
     spacing: 2
@@ -37,7 +37,7 @@ ListView {
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Todos")
 
-    // While one of these runs the list doesn't take a new height of a row into account: rows know theirs from the start.
+    // While one of these runs, the list ignores a row's new height: so rows know theirs from the start.
     add: Transition {
         enabled: root.moving
         NumberAnimation {
@@ -61,11 +61,11 @@ ListView {
         Spring {}
     }
 
-    // The change that follows is a movement.
+    // Animates the next change.
     function glide(): void {
         movement.restart();
     }
-    // The row comes into sight, and the keyboard goes there unless somebody types.
+    // Brings the row into sight, and moves the focus there unless the user is typing.
     function goTo(row: int): void {
         if (row < 0)
             return;
@@ -73,7 +73,7 @@ ListView {
         const from = contentY;
         positionViewAtIndex(row, ListView.Contain);
         const item = itemAtIndex(row);
-        // The first row brings its heading along, and one at the end stands above where the page fades out.
+        // The first row brings its heading along; one at the end is placed above the fade.
         const end = originY + contentHeight + bottomMargin - height;
         const lowest = item ? Math.min(item.y + item.height + bottomMargin - height, end) : originY;
         const to = row === 1 ? originY : Math.max(contentY, lowest);
@@ -92,7 +92,7 @@ ListView {
         row.quiet = true;
         row.forceActiveFocus(Qt.OtherFocusReason);
     }
-    // What the keyboard goes to in a row comes into sight.
+    // Brings what gets the focus within a row into sight.
     function show(item: Item): void {
         let inside = false;
         for (let at = item; at && !inside; at = at.parent)
@@ -103,7 +103,7 @@ ListView {
         const lowest = top + item.height + 8 - (height - bottomMargin);
         contentY = Math.max(originY, Math.min(Math.max(contentY, lowest), top - 4));
     }
-    // A row that unfolds stays in sight.
+    // Keeps a row that unfolds in sight.
     function follow(row: Item): void {
         const below = row.y + row.height + 12 - (contentY + height - bottomMargin / 2);
         if (below > 0)

@@ -11,10 +11,10 @@ namespace velto {
 
 namespace {
 
-/// Stands between the texts of one todo, where nobody types it.
+/// Separates the texts of one todo; nobody types it.
 constexpr QChar kBetween(0xFFFF);
 
-/// Lower case, most of it without a look into the tables of all scripts: the first key of a search waits for every text.
+/// Lower case; for ASCII without the Unicode tables, since the first key of a search waits for every text.
 QString lowered(QString text)
 {
     const auto isAscii = [](QChar c) { return c.unicode() < 0x80 || c == kBetween; };

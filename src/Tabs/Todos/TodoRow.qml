@@ -2,7 +2,7 @@ import QtQuick
 import Velto.Design
 import Velto.Todos
 
-// A row of the list: a project's heading, or a todo with what an open one has to say.
+// A row of the list: a project's heading, or a todo with what it shows when open.
 Item {
     id: root
 
@@ -26,19 +26,19 @@ Item {
 
     readonly property bool isTodoRow: !root.isHeading
     readonly property bool hasChips: root.dueText !== "" || root.person !== "" || root.commentCount !== ""
-    /// Worked out without a positioner, which would come to it a frame later.
+    /// Computed without a positioner, which would be a frame late.
     readonly property real wanted: root.isHeading ? 30 * Theme.textScale : line.height + (more.active ? more.height + 10 : 0)
     /// See ItemAccessible.
     readonly property bool pressable: true
-    /// Out of sight, until the list has another row for it.
+    /// Hidden, until the list reuses the row for another todo.
     property bool resting: true
-    /// It shows what it says when it is open. Set after `unfolding`, which tells that its height is to move there.
+    /// Whether the row shows its details. Set after `unfolding`, which makes the height animate to them.
     property bool unfolded: false
     property bool unfolding: false
-    /// The keyboard came with the arrows: the selection shows where it is, and a ring would say it twice.
+    /// Whether the focus came with the arrow keys: the selection shows it then, and a ring would repeat that.
     property bool quiet: false
 
-    /// It went out of sight with the keyboard in it.
+    /// The row was recycled while it had the focus.
     signal keyboardLost
 
     height: root.wanted
@@ -85,7 +85,7 @@ Item {
             root.keyboardLost();
     }
     function wake(): void {
-        root.opacity = 1; // it may have faded away as another
+        root.opacity = 1; // it may have faded out as another todo
         root.resting = false;
         root.unfolded = root.open;
     }
@@ -118,7 +118,7 @@ Item {
             }
         }
     }
-    // Inside the row: the page cuts what stands over its sides.
+    // Inside the row: the page clips what extends beyond its sides.
     FocusRing {
         anchors.margins: 0
         corner: Theme.radiusRow - 2
@@ -128,7 +128,7 @@ Item {
     Item {
         id: line
 
-        /// Where something of this height has its middle at the capitals of the title's first line.
+        /// The y at which something of this height is level with the capitals of the title's first line.
         function beside(height: real): real {
             return Math.round(words.y - Theme.capitalsDrop(name.font.pixelSize, height) + 0.5);
         }
@@ -239,7 +239,7 @@ Item {
             width: parent.width
             active: root.unfolded && root.isTodoRow
             onLoaded: (more.item as TodoDetails).settle()
-            // With Qt 6.4 a Loader can't make a bound component.
+            // With Qt 6.4 a Loader can't create a bound component.
             // qmllint disable unqualified
             sourceComponent: TodoDetails {
                 source: root.source

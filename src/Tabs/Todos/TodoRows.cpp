@@ -62,7 +62,7 @@ void TodoRows::removeAllBut(const TodoRowsChange &change)
     }
 }
 
-/// Gives the rows that are left their new values. Returns which new rows those of the middle are now, in their old order.
+/// Gives the remaining rows their new values. Returns the new positions of the middle rows, in their old order.
 QList<qsizetype> TodoRows::adopt(const Content &content, const TodoRowsChange &change)
 {
     const auto &[from, oldEnd, origins, changed] = change;
@@ -96,12 +96,12 @@ void TodoRows::reorder(QList<qsizetype> current, qsizetype from)
     std::ranges::sort(target);
     std::ranges::sort(moving);
     for (const qsizetype row : moving) {
-        // Everything before it in the target stands in order already, so right behind its predecessor is its place.
+        // All that precedes it in the target is in order already, so its place is right behind its predecessor.
         const auto place = std::ranges::lower_bound(target, row);
         const qsizetype to = place == target.begin() ? 0 : current.indexOf(*std::prev(place)) + 1;
         const qsizetype at = current.indexOf(row);
         if (!beginMoveRows({}, int(from + at), int(from + at), {}, int(from + to)))
-            continue; // it stands there already
+            continue; // already in place
         const qsizetype landing = to > at ? to - 1 : to;
         m_content.rows.move(from + at, from + landing);
         current.move(at, landing);
@@ -159,7 +159,7 @@ void TodoRows::setCommentText(qint64 id, const QString &text)
         m_typed.remove(id);
     else
         m_typed.insert(id, text);
-    // The field that it was typed in has it already; an empty one is to be emptied.
+    // The field it was typed into has it already; only an empty text has to clear the field.
     if (const int place = placeOf(id); place >= 0 && text.isEmpty())
         Q_EMIT dataChanged(index(place), index(place), {CommentText});
 }

@@ -9,7 +9,7 @@ namespace velto {
 
 namespace {
 
-/// More steps than this cost a view more than new rows do.
+/// More steps than this cost a view more than new rows would.
 constexpr qsizetype kMostSteps = 100;
 
 bool sameId(const TodoContent &a, qsizetype i, const TodoContent &b, qsizetype j)
@@ -21,7 +21,7 @@ bool sameId(const TodoContent &a, qsizetype i, const TodoContent &b, qsizetype j
     return a.todos[left.todo].id == b.todos[right.todo].id;
 }
 
-/// The id of a row with the number of rows of the same id before it.
+/// A row's id, with the number of rows before it that have the same id.
 struct Key {
     std::optional<QString> project;
     qint64 todo = 0;
@@ -50,7 +50,7 @@ template <typename Take> void forEachKey(const TodoContent &content, qsizetype f
     }
 }
 
-/// How often a list of row numbers breaks off.
+/// The number of contiguous runs in a list of row numbers.
 qsizetype breaks(const QList<qsizetype> &places)
 {
     qsizetype count = 0;

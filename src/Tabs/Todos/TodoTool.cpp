@@ -29,7 +29,7 @@ std::optional<qint64> integerOf(const QJsonValue &value)
     return integer == kNone && value.toInteger(0) != kNone ? std::nullopt : std::optional(integer);
 }
 
-/// An optional sign and ASCII digits, and nothing else.
+/// An optional sign and ASCII digits, nothing else.
 std::optional<qint64> decimalOf(const QString &text)
 {
     const QByteArray digits = text.toUtf8();
@@ -41,7 +41,7 @@ std::optional<qint64> decimalOf(const QString &text)
     return error == std::errc() && end == digits.constEnd() ? std::optional(number) : std::nullopt;
 }
 
-/// The tags by their keys. Nothing if they aren't an array of texts.
+/// The tags by their keys; nothing unless they are an array of strings.
 std::optional<QHash<QString, QString>> tagsOf(const QJsonValue &value)
 {
     if (!value.isString())
@@ -131,7 +131,7 @@ std::optional<QList<Todo>> todosOf(const QByteArray &json)
 {
     const QJsonDocument document = QJsonDocument::fromJson(json);
     const QJsonArray rows = document.array();
-    // No std::ranges: newer Qt's iterators don't take them.
+    // Not std::ranges, which doesn't accept newer Qt's iterators.
     if (!document.isArray() || !std::all_of(rows.begin(), rows.end(), [](const QJsonValue &row) { return row.isObject(); }))
         return std::nullopt;
     QList<Todo> todos;
@@ -157,7 +157,7 @@ LocalReading loadTodos(ToolRunner &tools, const QString &database)
                   {}, kTimeout);
     if (auto todos = todosOf(result.out))
         return {std::move(todos), {}};
-    // The tool prints nothing for a table without todos.
+    // The tool prints nothing for an empty table.
     if ((result.ok && result.out.trimmed().isEmpty()) || !QFileInfo::exists(database))
         return {QList<Todo>(), {}};
     return {std::nullopt, lastLine(result.err)};

@@ -22,7 +22,7 @@ class TodosSource : public VeltoSource {
 
     /// The text of the error banner; empty for none.
     Q_PROPERTY(QString errorText READ errorText NOTIFY changed FINAL)
-    /// What stands between the list and where it is kept, and the button beside it; empty if nothing does.
+    /// Why the list can't reach its store, and the button beside that; empty if it can.
     Q_PROPERTY(QString storeNote READ storeNote NOTIFY changed FINAL)
     Q_PROPERTY(QString storeAction READ storeAction NOTIFY changed FINAL)
     /// Why nothing can be edited here; empty if it can.

@@ -4,7 +4,7 @@
 
 #include <QtQml/qqml.h>
 
-// Each declaration gives QML the type of a store, for property types, the compiler and the linter. None can be made there.
+// Each declaration gives QML the type of a store, for property types, the compiler and the linter. QML can't create any of them.
 
 struct TodosSourceType {
     Q_GADGET

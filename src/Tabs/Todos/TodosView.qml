@@ -2,7 +2,7 @@ import QtQuick
 import Velto.Design
 import Velto.Todos
 
-// The todos: what cuts the list down, what has happened, the form, and the list itself, of which only the rows in sight exist.
+// The todos: the filters, what has just happened, the form, and the list, of which only the rows in sight exist.
 FocusScope {
     id: root
 
@@ -10,9 +10,9 @@ FocusScope {
     required property UI ui
 
     readonly property int gap: 10
-    /// It shows what it should: from here on changes are movements.
+    /// Whether the tab shows its first content: from here on changes are animated.
     property bool settled: false
-    /// Who had the keyboard before the form. Not a field: Escape leaves the form, and isn't to find itself in another one.
+    /// What had the focus before the form. Never a field: Escape leaves the form, and must not end up in another field.
     property Item before: null
 
     onVisibleChanged: {
@@ -20,7 +20,7 @@ FocusScope {
             root.source.shown.appeared();
     }
     Component.onCompleted: root.source.shown.appeared()
-    // What comes here from a field, which has no use for it: it has moved the selection, and the keyboard goes along.
+    // Keys that a text field doesn't use: they have moved the selection, and the focus goes along.
     Keys.onUpPressed: root.leaveField()
     Keys.onDownPressed: root.leaveField()
 
@@ -66,10 +66,10 @@ FocusScope {
         if (row && !root.source.form.shown)
             list.focusRow(row);
     }
-    // From the form.
+    // Back from the form.
     function comeBack(): void {
         const row = list.itemAtIndex(root.source.shown.selectedRow);
-        // What was in sight is so again once the form has gone.
+        // What was in sight is in sight again once the form is gone.
         list.still = true;
         if (row && (root.before instanceof TodoRow || !root.before?.visible))
             list.focusRow(row);
@@ -89,7 +89,7 @@ FocusScope {
         Item {
             id: bar
 
-            /// Whether the search stands under the choices, having no room beside them.
+            /// Whether the search is below the choices, because there is no room beside them.
             readonly property bool stacked: beside > width - 180 * Theme.textScale
             readonly property real beside: filters.width + (scopes.visible ? scopes.width + root.gap : 0)
 
@@ -216,7 +216,7 @@ FocusScope {
             width: parent.width
             visible: active
             active: root.source.form.shown
-            // With Qt 6.4 a Loader can't make a bound component.
+            // With Qt 6.4 a Loader can't create a bound component.
             // qmllint disable unqualified type
             sourceComponent: DraftForm {
                 width: place.width
@@ -228,11 +228,11 @@ FocusScope {
         }
     }
 
-    // Where Tab stops at a list without a selection. The arrows go on from there.
+    // A stop for Tab when nothing in the list is selected. The arrow keys go on from there.
     Item {
         id: stop
 
-        /// The keyboard came from a row that has gone, perhaps by the pointer: no ring around the whole list.
+        /// Whether the focus came from a row that is gone, perhaps by the pointer: then there is no ring around the whole list.
         property bool quiet: false
 
         y: list.y
@@ -269,7 +269,7 @@ FocusScope {
     }
 
     EmptyNote {
-        // In the middle of what is free, a little high.
+        // Centred in the free space, a little above the middle.
         x: Math.round((root.width - width) / 2)
         y: Math.round(list.start + Math.max(2, (root.height - list.start - height) * 0.38))
         visible: root.source.shown.emptyText !== "" && !root.source.form.shown

@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// The calendars and meetings of an account that is linked.
+/// The calendars and meetings of a connected account.
 class CalendarTest : public QObject {
     Q_OBJECT
 private:

@@ -14,7 +14,7 @@
 
 namespace velto {
 
-/// Knows when nothing is under way any more.
+/// Knows when no request is under way any more.
 class WatchedHttp final : public Http {
 public:
     using Http::Http;
@@ -22,7 +22,7 @@ public:
     int underWay() const { return *m_underWay; }
     QCoro::Task<HttpReply> send(HttpRequest request) override
     {
-        const auto underWay = m_underWay; // this may be gone at the end
+        const auto underWay = m_underWay; // this object may be gone at the end
         ++*underWay;
         HttpReply reply = co_await Http::send(std::move(request));
         --*underWay;
@@ -33,8 +33,8 @@ private:
     std::shared_ptr<int> m_underWay = std::make_shared<int>(0);
 };
 
-/// A user with an account, at nine in the morning, UTC. Google is a stand-in over TLS; it hands out tokens and has the calendars
-/// and the meetings of the fixtures, unless a test says otherwise.
+/// A user with an account, at nine in the morning, UTC. Google is a stand-in over TLS that issues tokens and has the fixtures'
+/// calendars and meetings, unless a test says otherwise.
 struct Desk : StoreDesk {
     using Answer = HttpStandIn::Answer;
 
@@ -71,7 +71,7 @@ struct Desk : StoreDesk {
                                   {google.url(QStringLiteral("/o/oauth2/v2/auth")), google.url(QStringLiteral("/token")),
                                    google.url(QStringLiteral("/calendar/v3"))}});
     }
-    /// Puts tokens into the keychain that are valid for so long.
+    /// Puts tokens into the keychain that are valid for so many seconds.
     void link(int seconds = 3000, const QString &access = QStringLiteral("ya29.kept"))
     {
         const GoogleTokens tokens{access, QStringLiteral("1//kept"), clock.wallTime().addSecs(seconds)};
@@ -82,8 +82,8 @@ struct Desk : StoreDesk {
     {
         return GoogleTokens::fromJson(keychain.get(GoogleAccount::tokenKey).value_or(QString()));
     }
-    /// Lets the network and the keychain do their work until this is so; false if it isn't within five seconds. It looks again
-    /// after each event: QTest::qWaitFor sleeps in between, ten times in one request.
+    /// Runs the network and the keychain until the condition holds; false if it doesn't within five seconds. It checks after
+    /// each event: QTest::qWaitFor sleeps in between, ten times in one request.
     template <typename Condition> bool until(Condition condition)
     {
         bool late = false;
@@ -94,7 +94,7 @@ struct Desk : StoreDesk {
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         return !late;
     }
-    /// Lets all of it end.
+    /// Waits until nothing is under way.
     bool settle()
     {
         return until([this] { return http.underWay() == 0 && background.pending() == 0; });
@@ -104,7 +104,7 @@ struct Desk : StoreDesk {
         calendar->refresh();
         return settle();
     }
-    /// What the user's browser was sent to last.
+    /// The page that the user's browser was sent to last.
     QUrl authorization() const { return workspace.opened.value(workspace.opened.size() - 1); }
     QString sent(const char *item) const
     {
@@ -112,7 +112,7 @@ struct Desk : StoreDesk {
     }
 };
 
-/// What comes to the port of the sign-in.
+/// A connection to the sign-in's port.
 struct Browser {
     QTcpSocket socket;
     QByteArray heard;

@@ -17,7 +17,7 @@ private:
     static constexpr auto kThanks = "HTTP/1.1 200 OK\r\nContent-Type: text/plain\r\nContent-Length: 53\r\n\r\n"
                                     "Google Calendar is connected. You can close this tab.";
 
-    /// From the button until it has ended, one way or the other.
+    /// From the button to the end, successful or not.
     static bool signIn(Desk &desk)
     {
         desk.calendar->connect();
@@ -104,7 +104,7 @@ private Q_SLOTS:
             strangers.emplace_back(desk);
             strangers.back().say(request);
         }
-        // One read is all that anyone gets.
+        // Each connection gets one read only.
         Browser late(desk);
         late.say("GET / HTTP/1.1\r\n\r\n");
         QTest::qWait(50);
@@ -244,7 +244,7 @@ private Q_SLOTS:
         QVERIFY(desk.workspace.opened.isEmpty());
     }
 
-    /// Nothing may be left behind, or touched, when the program ends in the middle: the sanitizers look on.
+    /// Nothing may leak, or be used after it is gone, when the program ends halfway: the sanitizers check that.
     void anEndInTheMiddleEndsEverything()
     {
         Desk waiting;

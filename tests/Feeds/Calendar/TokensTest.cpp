@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// Tokens are renewed in time, kept in the keychain and forgotten for good.
+/// Tokens are renewed in time, stored in the keychain and forgotten for good.
 class TokensTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -106,7 +106,7 @@ private Q_SLOTS:
             Desk desk;
             desk.link(0);
             desk.calendar->refresh();
-            // One answer, or one piece of work with the keychain, at a time.
+            // One answer, or one keychain call, at a time.
             for (int i = 0; i < step; ++i) {
                 if (desk.background.pending()) {
                     QCOMPARE(desk.background.pending(), 1); // or an older write could come after the erasing

@@ -6,7 +6,7 @@ namespace velto {
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-/// The next event, how it reads as time goes by, and the one warning before it.
+/// The next event, how its text changes over time, and the one warning before it.
 class CalendarTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -39,7 +39,7 @@ private Q_SLOTS:
         QCOMPARE(event.joinURL, std::optional(QUrl(u"https://meet.example.com/a"_s)));
         QCOMPARE(desk.source.leftToday(), 1);
         QCOMPARE(desk.source.calendarState(), SourceState::ready());
-        // Another title is the same meeting, another start isn't.
+        // Another title is the same meeting, another start a different one.
         desk.type(u"Daily"_s, event.start);
         QCOMPARE(desk.source.nextEvent()->id, event.id);
         desk.type(u"Daily"_s, event.start.addMSecs(500));
@@ -78,25 +78,25 @@ private Q_SLOTS:
             return GoogleMeeting{QString::fromLatin1(id),        u"Review"_s, desk.in(ahead).toUTC(),
                                  desk.in(ahead + 30min).toUTC(), {},          {}};
         };
-        // The list isn't sorted or cut again: one that is over stays until the service was read again.
+        // The list isn't sorted or cut again: a meeting that is over stays until the service is read again.
         desk.useGoogle({at("over", -2h), at("b", 3h), at("c", 14h + 59min), at("tomorrow", 15h)});
         QCOMPARE(desk.source.nextEvent()->id, u"google-over"_s);
         QCOMPARE(desk.source.nextEvent()->detail(), u"Google Calendar"_s);
         QCOMPARE(desk.source.leftToday(), 3);
         QCOMPARE(desk.source.calendarState(), SourceState::ready());
-        // Midnight comes, also while the machine sleeps.
+        // Midnight passes, even if the machine sleeps.
         desk.clock.setWallTime(desk.in(15h));
         desk.clock.advance(15s);
         QCOMPARE(desk.source.leftToday(), 1);
 
         desk.useGoogle({{u"z"_s, u"Review"_s, desk.in(1h), desk.in(2h), QUrl(u"zoommtg://zoom.example/join"_s), {}}});
-        QVERIFY(!desk.source.nextEvent()->joinURL); // nothing that can't be opened is offered
+        QVERIFY(!desk.source.nextEvent()->joinURL); // a link that can't be opened isn't offered
 
         desk.useGoogle({});
         QCOMPARE(desk.source.calendarState(), SourceState::loading());
         QCOMPARE(desk.source.calendarToShow(), SourceState::loading());
         desk.google.hasAnswered = true;
-        QCOMPARE(desk.source.calendarToShow(), SourceState::ready()); // nothing is on, and it isn't checked for ever
+        QCOMPARE(desk.source.calendarToShow(), SourceState::ready()); // nothing is on, and "checking" doesn't last for ever
         desk.google.problem = u"Google sign-in failed"_s;
         QCOMPARE(desk.source.calendarToShow(), SourceState::failed(u"Google sign-in failed."_s));
         QVERIFY(!desk.source.hasNextEvent());
@@ -164,7 +164,7 @@ private Q_SLOTS:
         desk.type(u"Standup"_s, desk.in(20min));
         desk.clock.advance(16min);
         QCOMPARE(desk.peeks.size(), 2);
-        // Set back, the clock makes no third one.
+        // A clock set back causes no third warning.
         desk.clock.setWallTime(desk.in(-20min));
         desk.clock.advance(30min);
         QCOMPARE(desk.peeks.size(), 2);

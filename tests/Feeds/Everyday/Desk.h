@@ -10,7 +10,7 @@
 
 namespace velto {
 
-/// A calendar service that says what a test set.
+/// A calendar service that returns what a test sets.
 class FakeMeetings final : public MeetingFeed {
     Q_OBJECT
 public:
@@ -27,7 +27,7 @@ public:
     void refresh() override { ++refreshes; }
 };
 
-/// A source on a desk of its own. The clock stands at nine in the morning.
+/// A source with everything it needs. It is nine in the morning.
 struct Desk : StoreDesk {
     Desk()
     {

@@ -86,7 +86,7 @@ private Q_SLOTS:
         QCOMPARE(desk.players.pressed, QStringList{u"mpv"_s});
         QVERIFY(!desk.source.playing());
         QCOMPARE(desk.source.nowPlaying()->track, u"clip"_s);
-        desk.clock.advance(15s); // it plays on
+        desk.clock.advance(15s); // playback continues
         QVERIFY(desk.source.playing());
 
         desk.players.slow = true;

@@ -29,7 +29,7 @@ using namespace std::chrono_literals;
 
 const QString kGitHub = u"gh run list --status failure --limit 10 --json databaseId"_s;
 
-/// A source beside a clipboard, with a YouTube of its own.
+/// A source with a clipboard, and with a stand-in for YouTube.
 struct GlanceDesk {
     void copy(const QString &text)
     {
@@ -144,7 +144,7 @@ private Q_SLOTS:
     void asksYouTubeForTheTitle()
     {
         GlanceDesk desk;
-        // As the public endpoint answers.
+        // The public endpoint's answer.
         desk.youTube.answer = [](const auto &) {
             return HttpStandIn::Answer{
                 200,
@@ -229,7 +229,7 @@ private Q_SLOTS:
         desk.clock.advance(8s);
         desk.background.finishAll();
         QCOMPARE(desk.changes.size(), 2);
-        QVERIFY(QFile(desk.downloads.filePath(u"b.part"_s)).open(QIODevice::WriteOnly)); // a folder at rest isn't read
+        QVERIFY(QFile(desk.downloads.filePath(u"b.part"_s)).open(QIODevice::WriteOnly)); // a folder without changes isn't read
         desk.clock.advance(10min); // a disk and a tool that hang
         QCOMPARE(desk.background.pending(), 2);
     }

@@ -12,7 +12,7 @@ namespace velto {
 
 using namespace Qt::StringLiterals;
 
-/// A source beside Claude Code's logs, one repository and the tools; all three modules are on.
+/// A source with Claude Code's logs, one repository and the tools; all three modules are on.
 struct SignalsDesk : StoreDesk {
     SignalsDesk()
     {

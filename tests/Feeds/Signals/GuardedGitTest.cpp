@@ -4,12 +4,12 @@
 
 namespace velto {
 
-/// What an unpacked archive can have git start, each with a trap that the plain git walks into.
+/// What an unpacked archive can make git start, each with a trap that plain git walks into.
 class GuardedGitTest : public QObject {
     Q_OBJECT
 
-    /// Runs a script of the shell in a folder that it finds "first" in, a repository with a file that the filter "evil" is for.
-    /// $T is the trap, $OLD makes a file look changed.
+    /// Runs a shell script in a folder where it finds "first", a repository with a file for the filter "evil". $T is the trap,
+    /// $OLD makes a file look changed.
     static void sh(RepoTree &tree, const QString &folder, const QByteArray &script)
     {
         QDir().mkpath(tree.path(folder));
@@ -17,7 +17,7 @@ class GuardedGitTest : public QObject {
             + "\nold() { touch -d 2001-01-01 \"$@\"; }\n"
               "mk() { mkdir -p $1; cd $1; git init -q; echo '*.x filter=evil' >.gitattributes; echo 1 >f.x; git add .; "
               "git commit -qm 1; cd - >/dev/null; }\n"
-              // A partial clone that lacks the files' names, and would fetch them from $1.
+              // A partial clone that lacks its root tree, and would fetch it from $1.
               "partial() { git config core.repositoryformatversion 1; git config extensions.partialClone origin; "
               "git config remote.origin.url \"$1\"; git config protocol.allow always; "
               "rm -f .git/objects/$(git rev-parse HEAD: | sed 's,..,&/,'); }\n";

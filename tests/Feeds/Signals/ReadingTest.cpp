@@ -15,7 +15,7 @@ namespace velto {
 class ReadingTest : public QObject {
     Q_OBJECT
 
-    /// The branch and the counts.
+    /// The branch and the counts as text.
     static QString shown(const RepoState &repo)
     {
         return u"%1 %2 %3 %4"_s.arg(repo.branch).arg(repo.dirty).arg(repo.ahead).arg(repo.behind);
@@ -76,7 +76,7 @@ private Q_SLOTS:
         const QStringList below = tree.paths(
             {u"r/b"_s, u"r/c/d"_s, u"r/c/d/module"_s, u"r/c/e/f"_s, u"r/c/x \n\"$(touch pwned)\" <b>"_s, u"r/worktree"_s});
         QCOMPARE(findRepos({tree.path(u"r"_s)}), below);
-        QCOMPARE(findRepos({tree.path(u"r/c/d"_s)}), tree.paths({u"r/c/d"_s})); // nothing is searched inside
+        QCOMPARE(findRepos({tree.path(u"r/c/d"_s)}), tree.paths({u"r/c/d"_s})); // the search doesn't go inside
         QCOMPARE(findRepos(tree.paths({u"one"_s, u"r"_s, u"r/"_s, u"r/c/../c"_s, u"missing"_s, u"r/file"_s}) + QStringList{{}}),
                  tree.paths({u"one"_s}) + below.first(4) + tree.paths({u"r/c/e/f/deep"_s}) + below.sliced(4));
     }

@@ -13,8 +13,8 @@ namespace velto {
 
 using namespace Qt::StringLiterals;
 
-/// Folders with repositories, made by the real git, which knows nothing of the user's settings. Tools run at their own pace,
-/// but for a git that is told to hang.
+/// Folders with repositories, made by the real git with none of the user's settings. Tools run without a time limit, except for
+/// a git that is told to hang.
 class RepoTree final : public ToolRunner {
 public:
     RepoTree()
@@ -29,7 +29,7 @@ public:
         write(u"gitconfig"_s,
               "[user]\n\tname = Sam\n\temail = sam@acme.example\n[init]\n\tdefaultBranch = main\n"
               "[protocol \"file\"]\n\tallow = always\n");
-        // Stands before the real one on the search path.
+        // Precedes the real one on the search path.
         write(u"bin/git"_s,
               "#!/bin/sh\ncase \"$2\" in */hangs) exec sleep 60 ;; *) exec " + QFile::encodeName(realGit())
                   + " \"$@\" ;; esac\n");

@@ -5,7 +5,7 @@
 
 namespace velto {
 
-/// When each signal is read, and what the user reads of what came of it.
+/// When each signal is read, and what the user sees of it.
 class SignalsSourceTest : public QObject {
     Q_OBJECT
 
@@ -64,12 +64,12 @@ private Q_SLOTS:
         desk.refresh();
         QCOMPARE(desk.read(), Read({3, 3, 2}));
         desk.wait(100);
-        desk.refresh(true); // and the time begins again
+        desk.refresh(true); // and the interval starts again
         QCOMPARE(desk.read(), Read({4, 4, 3}));
         desk.wait(299);
         desk.refresh();
         QCOMPARE(desk.read(), Read({4, 4, 3}));
-        desk.clock.setWallTime(desk.clock.wallTime().addDays(-30)); // a clock set back isn't waited for
+        desk.clock.setWallTime(desk.clock.wallTime().addDays(-30)); // a clock set back causes no wait
         desk.refresh();
         desk.refresh();
         QCOMPARE(desk.read(), Read({5, 5, 4}));
@@ -84,7 +84,7 @@ private Q_SLOTS:
         SignalsDesk desk;
         desk.setListing({}, u"timed out after 60 s"_s);
         desk.source->refresh(false);
-        desk.wait(62); // it took its time
+        desk.wait(62); // the reading took this long
         desk.background.finishAll();
         const auto failed = SourceState::failed(u"Couldn't check MCP servers (claude mcp list: timed out after 60 s)."_s);
         QCOMPARE(desk.source->mcpState(), failed);
@@ -98,7 +98,7 @@ private Q_SLOTS:
         QCOMPARE(desk.source->mcpState(), SourceState::ready());
         desk.setListing({}, u"x"_s);
         desk.refresh(true);
-        QVERIFY(desk.source->mcp().isEmpty()); // the list goes with the failure
+        QVERIFY(desk.source->mcp().isEmpty()); // a failure removes the list
         QCOMPARE(desk.source->mcpRows()->rowCount(), 0);
     }
 
@@ -113,7 +113,7 @@ private Q_SLOTS:
             SourceState::unavailable(u"Claude Code isn't installed."_s, u"MCP health comes from `claude mcp list`."_s);
         QCOMPARE(desk.source->usageState(), SourceState::ready()); // old logs are read all the same
         QCOMPARE(desk.source->reposState(), noGit);
-        QCOMPARE(desk.source->repos().size(), 1); // it stays
+        QCOMPARE(desk.source->repos().size(), 1); // the repository stays
         QCOMPARE(desk.source->mcpState(), noClaude);
         QCOMPARE(desk.read(), QList<qsizetype>({2, 1, 1}));
 
@@ -142,7 +142,7 @@ private Q_SLOTS:
         QCOMPARE(desk.source->repos().size(), 1);
         QCOMPARE(desk.source->reposState(), SourceState::ready());
         desk.prefs.set(Prefs::Module::Mcp, true);
-        desk.refresh(); // its time wasn't counted while it was off
+        desk.refresh(); // due at once: no interval ran while it was off
         QCOMPARE(desk.source->mcpState(), SourceState::ready());
     }
 
@@ -173,7 +173,7 @@ private Q_SLOTS:
         desk.source->refresh(true);
         desk.source->retryMcp();
         QCOMPARE(desk.background.pending(), 3); // at most one of each at a time
-        desk.background.finish(1); // the walk through folders that are no longer chosen
+        desk.background.finish(1); // the walk through folders that are no longer selected
         QVERIFY(desk.source->repos().isEmpty());
         QCOMPARE(desk.source->reposState(), SourceState::loading());
         desk.background.finish(1); // the servers as they were

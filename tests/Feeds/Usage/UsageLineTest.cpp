@@ -8,7 +8,7 @@ namespace velto {
 
 namespace {
 
-/// The line in memory of just its size, so that a sanitizer sees who reads on behind it.
+/// Parses a copy of exactly the line's size, so that a sanitizer notices reads beyond its end.
 std::optional<UsageLine> parse(const QByteArray &line)
 {
     static UsageLineParser parser;
@@ -35,7 +35,7 @@ class UsageLineTest : public QObject {
 private Q_SLOTS:
     void readsWhatClaudeCodeWrites()
     {
-        // As recorded from Claude Code 2.1.197.
+        // Recorded from Claude Code 2.1.197.
         const QByteArray line =
             R"({"parentUuid":"0cddbe98-0de2-4e83-9f5e-cbee35c87768","isSidechain":false,"message":{"id":"msg_0009mock10383",)"
             R"("type":"message","role":"assistant","model":"claude-opus-4-8","content":[{"type":"text","text":"I will use a tool."}],)"
@@ -165,7 +165,7 @@ private Q_SLOTS:
                     continue;
                 bytes[at + 1] = 'x';
                 QVERIFY(!areEscapesValid(bytes.begin(), bytes.end()));
-                // As many backslashes before it as there is room for: it is a letter after an even number.
+                // As many backslashes before it as fit: after an even number it is an ordinary letter.
                 for (int i = 0; i < at; ++i)
                     bytes[i] = '\\';
                 QCOMPARE(areEscapesValid(bytes.begin(), bytes.end()), at % 2 == 1);

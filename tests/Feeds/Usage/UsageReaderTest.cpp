@@ -13,7 +13,7 @@ namespace velto {
 
 namespace {
 
-/// A line of Claude Code's about an answer, with these counts.
+/// A line as Claude Code logs an answer, with these counts.
 QByteArray answerLine(const QByteArray &timestamp, int input, int output, int cacheRead = 0, int cacheWrite = 0)
 {
     return QStringLiteral("{'message':{'usage':{'input_tokens':%1,'cache_creation_input_tokens':%2,'cache_read_input_tokens':%3,"
@@ -27,7 +27,7 @@ QByteArray answerLine(const QByteArray &timestamp, int input, int output, int ca
         .toLatin1();
 }
 
-/// A folder of logs, touched when the test says so.
+/// A folder of logs, touched when the test asks for it.
 struct Desk {
     QTemporaryDir home;
     QDateTime now{QDate(2026, 11, 21), QTime(9, 0)};
@@ -59,7 +59,7 @@ struct Desk {
 
 } // namespace
 
-/// How the tokens of a day add up while logs are written.
+/// How a day's tokens add up while logs are written.
 class UsageReaderTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -89,7 +89,7 @@ private Q_SLOTS:
     {
         Desk desk;
         const QByteArray line = desk.answer(5);
-        for (const auto &name : {u"-p/a.jsonl"_s, u"-p/b.jsonl"_s}) // and none goes on in another file
+        for (const auto &name : {u"-p/a.jsonl"_s, u"-p/b.jsonl"_s}) // and none continues in another file
             desk.write(name, line + line.left(40));
         QCOMPARE(desk.input(), 10);
         desk.write(u"-p/a.jsonl"_s, line.mid(40).chopped(1));
@@ -108,7 +108,7 @@ private Q_SLOTS:
         desk.write(u"-p/.hidden.jsonl"_s, desk.answer(20));
         desk.write(u"at the top.jsonl"_s, desk.answer(300));
         desk.write(u"../elsewhere/linked.jsonl"_s, desk.answer(4000));
-        // A link to a folder may lead back up.
+        // A link to a folder may lead upwards.
         QVERIFY(QFile::link(desk.path(u"."_s), desk.path(u"-p/loop"_s)));
         QVERIFY(QFile::link(desk.path(u"../elsewhere/linked.jsonl"_s), desk.path(u"-p/link.jsonl"_s)));
         QVERIFY(QFile::link(desk.path(u"nowhere"_s), desk.path(u"-p/dangling.jsonl"_s)));
@@ -149,7 +149,7 @@ private Q_SLOTS:
         QCOMPARE(desk.read(), usage);
         desk.write(u"-p/a.jsonl"_s, desk.answer(4000));
         QCOMPARE(desk.input(), 4300);
-        // The clock is set back: that day again, with what touched files hold of both.
+        // The clock is set back: the earlier day again, with the lines of both days from files touched since.
         desk.now = desk.now.addDays(-1);
         QCOMPARE(desk.input(), 4321);
     }
@@ -162,7 +162,7 @@ private Q_SLOTS:
         QCOMPARE(desk.input(), 3);
         desk.write(name, desk.answer(4), QIODevice::WriteOnly);
         QCOMPARE(desk.input(), 3);
-        // As it grows beyond what was read, its new lines count; nothing that was counted counts again.
+        // When it grows beyond what was read, its new lines count; nothing counts twice.
         desk.write(name, desk.answer(8));
         QCOMPARE(desk.input(), 3);
         desk.write(name, desk.answer(5));
@@ -180,13 +180,13 @@ private Q_SLOTS:
         Desk desk;
         const auto ofSize = [&](int size, int input) {
             QByteArray line = desk.answer(input);
-            return line.insert(1, QByteArray(size - line.size() + 1, ' ')); // the size without the line feed
+            return line.insert(1, QByteArray(size - line.size() + 1, ' ')); // its size without the line feed
         };
         desk.write(u"-p/a.jsonl"_s, ofSize(1'999'999, 1) + ofSize(2'000'000, 20) + desk.answer(300) + ofSize(5'000'000, 4000));
         QCOMPARE(desk.input(), 301);
         desk.write(u"-p/a.jsonl"_s, desk.answer(50'000));
         QCOMPARE(desk.input(), 50'301);
-        // One that never ends counts nothing, however often it is read.
+        // A line that never ends isn't counted, however often it is read.
         desk.write(u"-p/b.jsonl"_s, ofSize(3'000'000, 7).chopped(1));
         QCOMPARE(desk.input(), 50'301);
         desk.write(u"-p/b.jsonl"_s, '\n' + desk.answer(600'000));
@@ -195,7 +195,7 @@ private Q_SLOTS:
 
     void takesLinesOfEverySize()
     {
-        // Line ends before, on and after each place where a buffer may end.
+        // Line ends before, on and after every possible end of the buffer.
         Desk desk;
         constexpr int kBuffer = 256 * 1024;
         int input = 0;

@@ -26,7 +26,7 @@ const QDateTime kNow = QDateTime::fromSecsSinceEpoch(1'795'248'000, Qt::UTC);
 
 using Items = QList<WorkItem>;
 
-/// What a reader gives, or the phrase that it throws.
+/// What a reader returns, or the message that it throws.
 QCoro::Task<std::pair<Items, QString>> caught(QCoro::Task<Items> task)
 {
     QString phrase;
@@ -46,7 +46,7 @@ std::pair<Items, QString> outcome(QCoro::Task<Items> task)
 
 } // namespace
 
-/// Linear, Jira and Slack as services with TLS on this machine: what they are asked, and what becomes of their answers.
+/// Linear, Jira and Slack as TLS services on this machine: what they are asked, and what is made of their answers.
 class WorkReadersTest : public QObject {
     Q_OBJECT
 
@@ -124,7 +124,7 @@ private Q_SLOTS:
             for (const Tool tool : kTools)
                 QCOMPARE(read(tool).phrase, refused ? u"the token was refused"_s : u"HTTP %1"_s.arg(status));
         }
-        QVERIFY(elsewhere.requests.isEmpty()); // no token leaves for another host
+        QVERIFY(elsewhere.requests.isEmpty()); // no token goes to another host
     }
 
     void whatIsNoAnswerIsAPhrase()
@@ -147,7 +147,7 @@ private Q_SLOTS:
         row({}, Manner::Silent);
         row({}, Manner::Hangup);
         row(QByteArray(1000, ' '), Manner::CutOff);
-        // Nor is anybody trusted without a known certificate.
+        // A server without a trusted certificate isn't trusted.
         m_service.answer = working;
         m_http.emplace();
         QVERIFY(!read(Tool::Linear).phrase.isEmpty());
@@ -194,7 +194,7 @@ private Q_SLOTS:
 
     void linesAreCutAsPeopleCount()
     {
-        const QString face = u"👩‍👩‍👧"_s; // one character, of eight units
+        const QString face = u"👩‍👩‍👧"_s; // one character of eight code units
         QByteArray search = fixture("worktools/slack-search.json");
         search.replace("a day ago to the second", (face.repeated(81) + u'x').toUtf8());
         m_service.answer = [&](const HttpStandIn::Request &request) {

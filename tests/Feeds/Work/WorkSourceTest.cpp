@@ -28,7 +28,7 @@ QStringList ids(const QList<WorkItem> &items)
 
 } // namespace
 
-/// When each group is asked, and what the user reads of what came of it.
+/// When each group is read, and what the user sees of it.
 class WorkSourceTest : public QObject {
     Q_OBJECT
 
@@ -43,7 +43,7 @@ private Q_SLOTS:
         desk.clock.advance(std::chrono::milliseconds(299'999));
         desk.refresh(false);
         QCOMPARE(asked(), std::pair(qsizetype(1), qsizetype(1)));
-        desk.refresh(true); // and the five minutes begin again
+        desk.refresh(true); // and the five minutes start again
         QCOMPARE(asked(), std::pair(qsizetype(2), qsizetype(2)));
         desk.clock.advance(std::chrono::milliseconds(299'999));
         desk.refresh(false);
@@ -52,7 +52,7 @@ private Q_SLOTS:
         desk.answer(503);
         desk.clock.advance(std::chrono::milliseconds(1));
         desk.refresh(false);
-        desk.refresh(false); // a failure isn't tried again either
+        desk.refresh(false); // a failure isn't retried sooner either
         QCOMPARE(asked(), std::pair(qsizetype(3), qsizetype(3)));
     }
 
@@ -125,7 +125,7 @@ private Q_SLOTS:
             QSKIP("gh isn't installed");
         const QTemporaryDir home;
         qputenv("GH_CONFIG_DIR", home.path().toUtf8());
-        // On a build machine it words it otherwise.
+        // On a build machine the tool words it differently.
         for (const char *name : {"GH_TOKEN", "GITHUB_TOKEN", "GH_ENTERPRISE_TOKEN", "GITHUB_ENTERPRISE_TOKEN", "GH_HOST", "CI",
                                  "BUILD_NUMBER", "RUN_ID"})
             qunsetenv(name);
@@ -178,7 +178,7 @@ private Q_SLOTS:
         const QSignalSpy changed(desk.source.get(), &WorkSource::changed);
         desk.refresh();
         desk.refresh();
-        QCOMPARE(changed.count(), 2); // one for each group, once: only changes are announced
+        QCOMPARE(changed.count(), 2); // one for each group: only changes are announced
         desk.prefs.set(Prefs::Module::Prs, false);
         desk.prefs.set(Prefs::Module::Work, false);
         desk.refresh();
@@ -203,7 +203,7 @@ private Q_SLOTS:
     }
 
 private:
-    /// What a source leans on, and the source itself.
+    /// What a source needs, and the source itself.
     struct Desk : StoreDesk {
         FakeHttp http;
         std::unique_ptr<WorkSource> source =
@@ -226,7 +226,7 @@ private:
             background.finishAll();
         }
 
-        /// The answers of services that work, each with one item; a tool's status can be given.
+        /// Lets the services answer, each with one item; a status can be given for each.
         void answer(int linear = 200, int jira = 200, int slack = 200)
         {
             http.answer = [=, this](const HttpRequest &request) {

@@ -20,7 +20,7 @@ const auto kPath = u"/dev/velto_tests/Some_App"_s;
 
 } // namespace
 
-/// One Velto runs, and whoever starts a second one, or asks the desktop for it, reaches the first.
+/// One Velto runs; whoever starts a second one, or asks the desktop for it, reaches the first.
 class ActivationTest : public QObject {
     Q_OBJECT
     std::unique_ptr<PrivateBus> m_bus;
@@ -32,7 +32,7 @@ class ActivationTest : public QObject {
         return std::make_unique<DBusActivation>(
             settings(), kName, [bus = m_bus->connect()] { return bus; }, patience);
     }
-    /// What a desktop sends, without waiting for the answer, since both ends live here.
+    /// Sends what a desktop would, without waiting for the answer, since both ends are in this process.
     void send(const QString &method, const QVariantList &arguments)
     {
         auto message = QDBusMessage::createMethodCall(kName, kPath, u"org.freedesktop.Application"_s, method);
@@ -62,7 +62,7 @@ private Q_SLOTS:
         DBusActivation nowhere(u"/proc/none/velto"_s, kName); // where nothing can be locked it starts
         QVERIFY(nowhere.claim());
 
-        // A child that outlives the first, as a terminal does, keeps nobody out.
+        // A child that outlives the first instance, such as a terminal, doesn't hold the lock.
         QProcess child;
         child.start(u"sleep"_s, {u"60"_s});
         QVERIFY(child.waitForStarted());
@@ -92,7 +92,7 @@ private Q_SLOTS:
     {
         const auto bus = m_bus->connect();
         std::unique_ptr<PlayedService> service;
-        // Answers from a thread of its own, as another process would: the one that hands over waits.
+        // Answers from a thread of its own, as another process would, since handing over blocks.
         QThread thread;
         QObject there;
         there.moveToThread(&thread);
@@ -120,7 +120,7 @@ private Q_SLOTS:
         QVERIFY(!program(std::chrono::milliseconds(1))->handOver({u"open"_s}));
         DBusActivation withoutBus(settings(), kName, [] { return QDBusConnection(u"none"_s); });
         QVERIFY(!withoutBus.handOver({u"open"_s}));
-        withoutBus.listen(false); // and no harm
+        withoutBus.listen(false); // without effect
     }
 };
 

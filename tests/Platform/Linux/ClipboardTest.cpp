@@ -10,13 +10,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Another program that holds the clipboard, and hands it over when a test says so.
+/// Another program that owns the clipboard, and hands it over when a test says so.
 class Holder {
 public:
     Holder() = default;
     Holder(const Holder &) = delete;
     Holder &operator=(const Holder &) = delete;
-    /// The window of the next holder has the same number, so that the end of this one is to be heard before.
+    /// The next holder's window has the same id, so the end of this one has to be seen first.
     ~Holder()
     {
         m_program.close(m_window);
@@ -28,14 +28,14 @@ public:
         if (m_window == kNoWindow)
             m_window = m_program.open({0, 0, 10, 10}, QByteArray("holder\0Holder\0", 14), false, false);
         xcb_set_selection_owner(m_program.connection(), m_window, m_program.atom("CLIPBOARD"), XCB_CURRENT_TIME);
-        m_program.atom("any"); // a round trip: who looks from now on finds it
+        m_program.atom("any"); // a round trip: whoever looks from now on finds it
     }
-    /// Answers the next request with bytes of a type; without a type it refuses. False if none comes.
+    /// Answers the next request with bytes of a type; refuses it if no type is given. False if none comes.
     bool answer(const QByteArray &type, const QByteArray &bytes)
     {
         return QTest::qWaitFor([&] { return answerOne(type, bytes); });
     }
-    /// Hands over the next piece of what was begun with the type INCR, once the one before was taken.
+    /// Hands over the next piece of an INCR transfer, once the previous one was taken.
     bool addPiece(const QByteArray &bytes)
     {
         return QTest::qWaitFor([&] {
@@ -51,7 +51,7 @@ public:
             return true;
         });
     }
-    /// Whether everything reached the window that it was for.
+    /// Whether every property was written to the window that asked.
     bool unharmed()
     {
         m_program.atom("any"); // a round trip
@@ -64,7 +64,7 @@ public:
     QList<QByteArray> kinds{"TARGETS", "UTF8_STRING"};
     bool wanted = false; ///< it was text that was asked for
 
-    /// Says at once in what kinds the text can be had; true if the text itself was asked for.
+    /// Answers a request for targets at once; true if the text itself was requested.
     bool answerOne(const QByteArray &type, const QByteArray &bytes)
     {
         while (const XcbReply<xcb_generic_event_t> event{xcb_poll_for_event(m_program.connection())}) {
@@ -107,7 +107,7 @@ private:
 
 } // namespace
 
-/// Copies of other programs are counted for nothing and read without waiting for them.
+/// Other programs' copies are counted, and read without blocking.
 class ClipboardTest : public QObject {
     Q_OBJECT
     std::unique_ptr<XcbServer> m_server;
@@ -172,11 +172,11 @@ private Q_SLOTS:
         row("UTF8_STRING", QByteArray(100, 'a'), QString(100, u'a'));
         row("UTF8_STRING", QByteArray(101, 'a'), {}); // too long
         row("UTF8_STRING", QByteArray(100'000, 'a'), {});
-        row("STRING", "text", {}); // of another kind
+        row("STRING", "text", {}); // of another type
         row({}, {}, {}); // refused
     }
 
-    /// Its text is lost to everyone if the window goes before the end.
+    /// If the window disappears before the end, nobody gets the text.
     void takesInWhatComesInPieces()
     {
         for (const int pieces : {1, 3}) {

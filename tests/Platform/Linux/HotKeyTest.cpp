@@ -16,7 +16,7 @@ constexpr quint16 kControlAlt = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1;
 
 } // namespace
 
-/// Control-Alt-N works whatever is locked, once for a press; and what is taken is reported.
+/// Control-Alt-N works whichever locks are on, once for each press; and a key that is taken is reported.
 class HotKeyTest : public QObject {
     Q_OBJECT
     std::unique_ptr<XcbServer> m_server;
@@ -47,7 +47,7 @@ private Q_SLOTS:
             QTRY_COMPARE(presses, expected);
         }
         VirtualDesktop::act({u"key"_s, u"Caps_Lock"_s, u"Num_Lock"_s});
-        // Without Alt it is another program's.
+        // Without Alt it belongs to other programs.
         VirtualDesktop::act({u"key"_s, u"ctrl+n"_s});
         VirtualDesktop::act(press);
         ++expected;
@@ -56,10 +56,10 @@ private Q_SLOTS:
     void takenByAnother()
     {
         auto other = std::make_unique<OtherProgram>();
-        // Only the combination with Num Lock is gone: half a key is none.
+        // Only the combination with Num Lock is taken: half a key is none.
         xcb_grab_key(other->connection(), 0, other->root(), kControlAlt | XCB_MOD_MASK_2, kKeyOfN, XCB_GRAB_MODE_ASYNC,
                      XCB_GRAB_MODE_ASYNC);
-        other->focus(); // a round trip: the grab stands
+        other->focus(); // a round trip: the grab is in place
         XcbHotKey key(*m_server);
         QVERIFY(!key.registerHotKey([] {}));
         OtherProgram third;
@@ -105,7 +105,7 @@ private Q_SLOTS:
         XcbHotKey key(*m_server);
         QVERIFY(key.registerHotKey([&] { ++presses; }));
         const auto send = [this](bool pressed, quint32 time) { Q_EMIT m_server->keyChanged(pressed, kKeyOfN, time); };
-        // As it comes to a program that asked for detectable repeats ...
+        // What arrives at a program that asked for detectable auto-repeat ...
         for (const quint32 time : {1000U, 1660U, 1690U, 1720U})
             send(true, time);
         send(false, 1750);
@@ -118,7 +118,7 @@ private Q_SLOTS:
         send(false, 3700);
         QCoreApplication::processEvents();
         QCOMPARE(presses, 2);
-        // A quick second press is one, and so is a press whose predecessor was never let go.
+        // A quick second press counts, and so does a press after one whose release was lost.
         send(true, 3750);
         send(true, 9000);
         QCoreApplication::processEvents();

@@ -9,9 +9,9 @@
 #include <span>
 #include <vector>
 
-/// Another program on the same display: a connection of its own, with windows that the window manager looks after. It waits for
-/// the window manager when it opens one and when it ends: one that goes before it is looked after stays in the manager's books
-/// for ever, and the next connection's windows have the same ids.
+/// Another program on the same display: a connection of its own, with windows that the window manager manages. It waits for the
+/// window manager when it opens a window and when it ends: a window that goes before it is managed would stay in the manager's
+/// list for ever, and the next connection's windows have the same ids.
 class OtherProgram {
 public:
     OtherProgram()
@@ -42,7 +42,7 @@ public:
         return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
     }
 
-    /// A window with that WM_CLASS ("instance\0class\0"), shown; `managed` false for one like a screen locker's.
+    /// Opens and shows a window with that WM_CLASS ("instance\0class\0"); not `managed`: one like a screen locker's.
     xcb_window_t open(const QRect &frame, const QByteArray &windowClass, bool fullScreen = false, bool managed = true)
     {
         const auto window = xcb_generate_id(m_connection);
@@ -86,7 +86,7 @@ public:
             xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
         return reply ? reply->focus : velto::kNoWindow;
     }
-    /// The topmost of the windows that are shown.
+    /// The topmost visible window.
     xcb_window_t top() const
     {
         const velto::XcbReply<xcb_query_tree_reply_t> tree(

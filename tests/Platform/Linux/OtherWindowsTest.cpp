@@ -37,7 +37,7 @@ private Q_SLOTS:
         QVERIFY(applications.running().contains(u"com.apple.Terminal"_s));
         const auto editor = other.open(QRect(400, 100, 300, 200), QByteArray("code\0Code\0", 10));
         QTRY_COMPARE(applications.frontmost(), u"com.microsoft.VSCode"_s);
-        QTRY_COMPARE(applications.running().size(), 2); // the manager names the active window and the list one after the other
+        QTRY_COMPARE(applications.running().size(), 2); // the manager sets the active window and the list separately
         const QSignalSpy changes(&applications, &Applications::runningChanged);
         other.close(terminal);
         QTRY_VERIFY(!applications.running().contains(u"com.apple.Terminal"_s));
@@ -57,7 +57,7 @@ private Q_SLOTS:
         QTRY_VERIFY(applications.running().contains(u"com.spotify.client"_s));
         QTRY_COMPARE(applications.frontmost(), u"com.spotify.client"_s);
     }
-    /// Also one that another program turns into after a while.
+    /// A program that later executes a recorder is noticed too.
     void aRecorderWithoutAWindow()
     {
         const QTemporaryDir folder;

@@ -1,5 +1,5 @@
-// Stands in for libgmobile.so.0: one device, "stand-in,phone", whose camera hangs in the middle of a display of 1080 by 2400,
-// with another hole in a corner. Its name is read from the device tree as the library does it.
+// Stands in for libgmobile.so.0: one device, "stand-in,phone", whose camera is at the middle of a display of 1080 by 2400, with
+// another hole in a corner. It reads its name from the device tree as the library does.
 #include <cstdio>
 #include <cstring>
 #include <string>

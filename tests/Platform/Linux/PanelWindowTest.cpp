@@ -23,7 +23,7 @@ protected:
 
 } // namespace
 
-/// The strip stands on top of everything, has the keyboard only when it asks, and gives it back.
+/// The strip stays on top of everything, has the keyboard only when it asks, and gives it back.
 class PanelWindowTest : public QObject {
     Q_OBJECT
     std::unique_ptr<XcbServer> m_server;
@@ -60,7 +60,7 @@ private Q_SLOTS:
         const auto film = m_other->open(QRect(0, 0, 1280, 800), QByteArray("film\0Film\0", 10), true);
         QTRY_COMPARE(m_other->focus(), film);
         QTRY_COMPARE(m_other->top(), id());
-        // Its showing took no one's keyboard.
+        // Showing it took nobody's keyboard.
         QCOMPARE(m_other->focus(), film);
         QCOMPARE(m_strip->position(), QPoint(495, 0));
     }
@@ -79,7 +79,7 @@ private Q_SLOTS:
     }
     void givesWayToOneThatInsists()
     {
-        // The window manager has done all it had to do once it names this window.
+        // Once the window manager names this window it has finished.
         const auto before = m_other->open(QRect(700, 400, 100, 100), QByteArray("b\0B\0", 4));
         const auto active = [this] { return m_server->values(m_server->root(), m_server->atom(XcbAtom::ActiveWindow)); };
         QTRY_COMPARE(active(), std::vector<quint32>{before});
@@ -87,7 +87,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_other->top(), id());
         const auto locker = m_other->open(QRect(0, 0, 1280, 800), QByteArray("lock\0Lock\0", 10), false, false);
         QTRY_COMPARE(m_other->top(), id());
-        // Then nothing comes of it any more, or both would go on for ever. What the window manager is late to tell counts as a
+        // After that it doesn't come back, or both would go on for ever. A late property of the window manager counts as a
         // change, and may bring it back once more.
         const auto stays = [&] {
             m_other->raise(locker);
@@ -104,7 +104,7 @@ private Q_SLOTS:
     {
         const auto editor = m_other->open(QRect(100, 100, 400, 300), QByteArray("e\0E\0", 4));
         QTRY_COMPARE(m_other->focus(), editor);
-        // Asked for before it is on screen.
+        // Requested before the window is on screen.
         m_panel->takeFocus();
         m_strip->show();
         QTRY_COMPARE(m_other->focus(), id());
@@ -115,7 +115,7 @@ private Q_SLOTS:
         }
         m_panel->returnFocus();
         QTRY_COMPARE(m_other->focus(), editor);
-        // Once it is with another window there is nothing to return.
+        // Once another window has the focus there is nothing to return.
         m_panel->takeFocus();
         QTRY_COMPARE(m_other->focus(), id());
         const auto second = m_other->open(QRect(600, 100, 400, 300), QByteArray("s\0S\0", 4));
@@ -142,7 +142,7 @@ private Q_SLOTS:
         m_panel->returnFocus();
         QTRY_COMPARE(m_other->focus(), editor);
         QTRY_VERIFY(!m_strip->isActive());
-        // A strip that goes takes no keyboard with it.
+        // A strip that is hidden doesn't keep the keyboard.
         m_panel->takeFocus();
         QTRY_VERIFY(m_strip->isActive());
         m_strip->hide();
@@ -174,7 +174,7 @@ private Q_SLOTS:
         VirtualDesktop::act({u"mousemove"_s, u"640"_s, u"10"_s, u"click"_s, u"1"_s});
         QTRY_COMPARE(any.size(), 1);
         QCOMPARE(elsewhere.size(), 0);
-        // The bare desktop: no focus changes there. A turn of the wheel is no press.
+        // On the bare desktop the focus doesn't change. A turn of the wheel is no press.
         VirtualDesktop::act({u"mousemove"_s, u"200"_s, u"700"_s, u"click"_s, u"4"_s, u"click"_s, u"3"_s});
         QTRY_COMPARE(elsewhere.size(), 1);
         m_panel->watchPresses(false);

@@ -27,7 +27,7 @@ QVariant playing(const QVariantMap &metadata, const QString &status = u"Playing"
 
 } // namespace
 
-/// Who can play on the bus, and what they say. The real player at the end, if there is one.
+/// Which players are on the bus, and what they report. With the real player at the end, if there is one.
 class PlayersTest : public QObject {
     Q_OBJECT
     std::unique_ptr<PrivateBus> m_bus;

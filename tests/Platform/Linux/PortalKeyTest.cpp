@@ -43,7 +43,7 @@ QVariant bound(const QString &keys)
 
 Q_DECLARE_METATYPE(Bound)
 
-/// The global key as the desktop's portal gives it, declines it, changes it and takes it back.
+/// The global key as the desktop's portal grants it, refuses it, changes it and takes it back.
 class PortalKeyTest : public QObject {
     Q_OBJECT
     std::unique_ptr<PrivateBus> m_bus;
@@ -70,7 +70,7 @@ class PortalKeyTest : public QObject {
         m_key = std::make_unique<PortalHotKey>(m_defaults, u"velto"_s, [bus] { return bus; });
         QVERIFY(m_key->registerHotKey([this] { ++m_presses; }));
     }
-    /// Waits for that call, and sends the answer of its request.
+    /// Waits for that call, and sends the response to its request.
     void answer(const QString &method, uint code, const QVariantMap &results)
     {
         QTRY_VERIFY(m_portal->asked.contains(method));
@@ -137,11 +137,11 @@ private Q_SLOTS:
         QTRY_VERIFY(m_key->support().works());
         QVERIFY(!m_key->canAskAgain());
     }
-    /// A portal that crashes takes the key with it; the next one gives it anew, and a press is heard once.
+    /// A portal that crashes takes the key with it; the next one grants it again, and a press is reported once.
     void portalThatComesAgain()
     {
         begin();
-        QTRY_VERIFY(m_key->support().reason.contains(u"velto --search"_s)); // there is none yet
+        QTRY_VERIFY(m_key->support().reason.contains(u"velto --search"_s)); // there is no portal yet
         play();
         begin();
         openSession();

@@ -8,7 +8,7 @@
 #include <functional>
 #include <optional>
 
-/// A bus of the test's own with nothing on it and nothing to start.
+/// A bus of the test's own, without services.
 class PrivateBus {
 public:
     PrivateBus();
@@ -26,7 +26,7 @@ private:
     QStringList m_names;
 };
 
-/// A service that answers every call as it is told, under any path.
+/// A service that answers every call as set, under any path.
 class PlayedService final : public QDBusVirtualObject {
 public:
     PlayedService(QDBusConnection bus, const QString &name);

@@ -11,7 +11,7 @@
 using namespace velto;
 using namespace Qt::StringLiterals;
 
-/// A structure of a name and a path, as logind writes it.
+/// A struct of a name and a path, as logind sends it.
 struct NamedPath {
     QString name;
     QDBusObjectPath path;
@@ -42,7 +42,7 @@ const auto kSaverPath = u"/org/xfce/ScreenSaver"_s;
 
 } // namespace
 
-/// While the screen is locked, by whatever locks it, the session says so; and it never stays locked without a reason.
+/// The session knows whether the screen is locked, by whatever locks it; and it is never left locked without a reason.
 class ScreenLockTest : public QObject {
     Q_OBJECT
     std::unique_ptr<PrivateBus> m_bus;
@@ -51,7 +51,7 @@ class ScreenLockTest : public QObject {
     FakeClock m_clock;
     std::unique_ptr<LogindSession> m_session;
 
-    /// Starts the session and waits until it has followed both buses.
+    /// Starts the session and waits until it follows both buses.
     void begin()
     {
         m_session = std::make_unique<LogindSession>(m_clock);
@@ -98,7 +98,7 @@ private Q_SLOTS:
         QTRY_VERIFY(m_session->locked());
         m_clock.advance(std::chrono::seconds(11));
         QVERIFY(!m_session->locked());
-        // One that tells nobody, but is seen to run.
+        // A locker that reports nothing, but is seen to run.
         m_logind->emitSignal(kPath, kSession, u"Lock"_s, {});
         QTRY_VERIFY(m_session->locked());
         m_session->setLockerRuns(true);
@@ -134,7 +134,7 @@ private Q_SLOTS:
         QVERIFY(m_session->locked());
         QCOMPARE(changes.size(), 1);
     }
-    /// Any program may send any signal.
+    /// Any program can send any signal.
     void signalsOfOthers()
     {
         begin();

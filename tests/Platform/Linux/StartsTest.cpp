@@ -64,13 +64,13 @@ private Q_SLOTS:
         };
         choose(); // it isn't there
         QTest::qWait(300);
-        // The second call only brings it to the front.
+        // The second call only brings the dialog to the front.
         runs("read line; printf '/a b\\0/\303\244\\n\\0'");
         choose();
         choose();
         QTRY_COMPARE(answers, 1);
         QCOMPARE(paths, QStringList({u"/a b"_s, u"/ä\n"_s}));
-        // It crashes, or the user changes their mind.
+        // The program crashes, or the user cancels.
         for (const auto *script : {"printf '/a\\0'; kill -9 $$", "exit 0"}) {
             runs(script);
             choose();

@@ -70,7 +70,7 @@ private Q_SLOTS:
             xcb_map_window(tray.connection(), icon);
             xcb_flush(tray.connection());
             QTRY_VERIFY(m_server->viewable(icon));
-            // Its light block, on the tray's own colour at the corner.
+            // Its light block, with the tray's own colour at the corner.
             const auto pixel = [&](int x, int y) {
                 const XcbReply<xcb_get_image_reply_t> image(xcb_get_image_reply(
                     tray.connection(),
@@ -143,7 +143,7 @@ private Q_SLOTS:
         for (const int size : {16, 22, 24, 32, 48}) {
             const auto image = statusIcon(size);
             QCOMPARE(image.size(), QSize(size, size));
-            // Down the middle: light outline, gap, light block, dark room, light outline; and nothing half lit in between.
+            // Down the middle: light outline, gap, light block, dark room, light outline, with no half-lit pixels in between.
             QString column;
             for (int y = 0; y < size; ++y) {
                 const auto colour = image.pixelColor(size / 2, y);

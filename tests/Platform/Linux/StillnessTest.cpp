@@ -18,7 +18,7 @@ const auto kSettings = u"org.freedesktop.portal.Settings"_s;
 
 } // namespace
 
-/// A screen reader and the wishes for less motion, larger letters and more contrast are noticed, at the start and later.
+/// A screen reader, and the settings for less motion, larger text and more contrast, are noticed at the start and later.
 class StillnessTest : public QObject {
     Q_OBJECT
     const QTemporaryDir m_home;
@@ -45,7 +45,7 @@ private Q_SLOTS:
         const QByteArray zero = "[General]\nAnimationDurationFactor=1\n[KDE]\nAnimationDurationFactor=0\n";
         QVERIFY(!reducedMotionInFiles({}, {}, false));
         QVERIFY(reducedMotionInFiles(zero, {}, true));
-        QVERIFY(!reducedMotionInFiles(zero, {}, false)); // Plasma's file on another desktop
+        QVERIFY(!reducedMotionInFiles(zero, {}, false)); // Plasma's file under another desktop
         QVERIFY(!reducedMotionInFiles("[KDE]\nAnimationDurationFactor=0.5\n", {}, true));
         QVERIFY(!reducedMotionInFiles("[KDE]\nSingleClick=false\n", {}, true));
         QVERIFY(reducedMotionInFiles({}, "[Settings]\ngtk-enable-animations=0\n", false));
@@ -103,7 +103,7 @@ private Q_SLOTS:
         row(u"org.gnome.desktop.a11y.interface"_s, u"high-contrast"_s, true, false, true, 1.0);
         row(general, u"ColorScheme"_s, u"Breeze High Contrast"_s, u"BreezeDark"_s, true, 1.0);
         row(gnome, u"text-scaling-factor"_s, 1.5, 1.0, false, 1.5);
-        row(gnome, u"text-scaling-factor"_s, 9.0, 0.5, false, 2.0); // without end
+        row(gnome, u"text-scaling-factor"_s, 9.0, 0.5, false, 2.0); // clamped
         row(general, u"font"_s, u"Noto Sans,15,-1,5,50"_s, u"Noto Sans,10,-1,5,50"_s, false, 1.5);
     }
 };

@@ -74,7 +74,7 @@ private Q_SLOTS:
         const auto konsole = put(u"konsole"_s);
         put(u"gnome-terminal"_s);
         QCOMPARE(defaultTerminal(find(), u"KDE"_s, false)->path, konsole);
-        // An alternative tells its style by what it stands for.
+        // The style of an alternative is that of its target.
         const auto alternative = m_folder->filePath(u"x-terminal-emulator"_s);
         QVERIFY(QFile::link(kitty, alternative));
         QCOMPARE(defaultTerminal(find(), u"KDE"_s, false), (TerminalProgram{alternative, TerminalStyle::Plain}));
@@ -88,7 +88,7 @@ private Q_SLOTS:
             const auto path = QStandardPaths::findExecutable(shell);
             if (shell != u"sh"_s && path.isEmpty())
                 continue;
-            // The shell that takes over reads its own commands, from what stands for the terminal here.
+            // The shell that takes over reads further commands, from what stands in for the terminal.
             const auto command = shellCommand(path, u"cd '/' && echo \"first $PWD\" && false"_s);
             QProcess process;
             auto environment = QProcessEnvironment::systemEnvironment();
@@ -127,7 +127,7 @@ private Q_SLOTS:
         const auto open = lines.indexOf(QRegularExpression(u"^\\d+$"_s), 4);
         QVERIFY(open > 0);
         QCOMPARE(lines.value(open), u"4"_s);
-        // In a session of its own: no terminal of ours can end it.
+        // In a session of its own, so that none of our terminals can end it.
         QVERIFY(lines.value(open + 1).trimmed() != QString::number(::getsid(0)));
     }
 

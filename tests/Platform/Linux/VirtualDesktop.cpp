@@ -8,7 +8,7 @@ VirtualDesktop::VirtualDesktop()
 {
     if (QStandardPaths::findExecutable(u"Xvfb"_s).isEmpty() || QStandardPaths::findExecutable(u"openbox"_s).isEmpty())
         return;
-    // The server chooses a free number and writes it to its standard output once it answers.
+    // The server chooses a free number and prints it once it is ready.
     m_server.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1280x800x24"_s, u"-nolisten"_s, u"tcp"_s});
     if (!m_server.waitForStarted() || !m_server.waitForReadyRead())
         return;

@@ -5,7 +5,7 @@
 #include <QString>
 #include <QTemporaryDir>
 
-/// An X server of the test's own with a window manager, before there is an application object.
+/// An X server of the test's own with a window manager. Create it before the application object.
 class VirtualDesktop {
 public:
     VirtualDesktop();
@@ -13,7 +13,7 @@ public:
 
     bool works() const { return m_works; }
 
-    /// Works the keyboard and the mouse, with xdotool.
+    /// Uses the keyboard and the mouse, with xdotool.
     static bool act(const QStringList &what);
     static bool canAct();
 

@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 
 namespace velto {
 
-/// A disk that writes when it is let, and a writer with a thread of its own.
+/// A disk that writes only when allowed to, and a writer with a thread of its own.
 class FileWriterTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -25,11 +25,11 @@ private Q_SLOTS:
         save(u"a"_s, 3);
         QVERIFY(!m_writer->isSaved(u"a"_s));
         QTest::qWait(20);
-        QCOMPARE(m_done, QStringList()); // nobody waited for the disk
+        QCOMPARE(m_done, QStringList()); // nothing waited for the disk
         m_disk.release(9);
         QTRY_VERIFY(m_writer->isSaved(u"a"_s) && m_writer->isSaved(u"b"_s));
         QCOMPARE(m_done, QStringList({u"a1"_s, u"b1"_s, u"a3"_s}));
-        QCOMPARE(m_told, QStringList({u"b1"_s, u"a3"_s})); // a1 isn't what the user has by then
+        QCOMPARE(m_told, QStringList({u"b1"_s, u"a3"_s})); // a1 is no longer the newest state by then
     }
 
     void whatFailsIsTriedAgainWithGrowingPauses()
@@ -49,7 +49,7 @@ private Q_SLOTS:
         QCOMPARE(tries, QList<int>({1, 2, 4, 8, 16, 32, 62, 92}));
         QCOMPARE(m_writer->problems(), QStringList{u"Full."_s});
         m_failure.clear();
-        save(u"b"_s, 1); // where this one goes there is room for that one
+        save(u"b"_s, 1); // once this one succeeds there is room for the other
         QTRY_VERIFY(m_writer->isSaved(u"a"_s));
         QCOMPARE(m_writer->problems(), QStringList());
     }

@@ -16,7 +16,8 @@
 
 namespace velto {
 
-/// Where a test's folder goes: in memory where the system has a place for that, since a busy disk makes writes wait for seconds.
+/// Where a test's folder goes: in memory if the system has a place for that, since a busy disk can make writes wait for
+/// seconds.
 inline QString scratchTemplate()
 {
     const QString memory = QStringLiteral("/dev/shm");
@@ -32,7 +33,7 @@ inline void writeFile(const QString &path, const QByteArray &bytes, mode_t mode 
     ::chmod(QFile::encodeName(path).constData(), mode);
 }
 
-/// A null array if there is no such file.
+/// Null if there is no such file.
 inline QByteArray readFile(const QString &path)
 {
     QFile file(path);

@@ -27,7 +27,7 @@ QStringList valueOf(int round)
 
 } // namespace
 
-/// Tells on standard output after each write which one is done.
+/// Prints the number of each write once it is done.
 [[noreturn]] void writeUntilKilled(const QString &path)
 {
     FaultyCalls calls;
@@ -149,7 +149,7 @@ private Q_SLOTS:
         QCOMPARE(defaults()->value(u"old"_s), QVariant(u"kept"_s));
         opened->set(u"newer"_s, 2); // the disk is back
         QCOMPARE(opened->value(u"old"_s), QVariant(u"kept"_s));
-        // Somebody edits the file by hand: only what is set here goes before it.
+        // Someone edits the file by hand: only what is set here overrides it.
         writeFile(m_path, R"({"old":"by hand","newer":3,"other":true})");
         opened->set(u"new"_s, 4);
         QCOMPARE(QJsonDocument::fromJson(readFile(m_path)).toJson(QJsonDocument::Compact),

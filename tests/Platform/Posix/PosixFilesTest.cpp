@@ -70,7 +70,7 @@ private Q_SLOTS:
             QCOMPARE(filesIn(QFileInfo(path).path(), u".velto-*"_s), QStringList());
             if (result)
                 QVERIFY2(result->message.contains(qt_error_string(error)), qPrintable(result->message));
-            // Nothing that fails on the way is passed over, whether or not it did harm this time.
+            // No failed call is ignored, whether or not it did harm this time.
             if (!isNew)
                 QCOMPARE(result.has_value(), calls.failedBeforeRename);
             refused += result ? 1 : 0;
@@ -79,7 +79,7 @@ private Q_SLOTS:
                 break;
             }
         }
-        QVERIFY(refused >= 8); // or the faults met nothing
+        QVERIFY(refused >= 8); // otherwise no fault hit anything
     }
 
     void shortWritesAndInterruptionsChangeNothing()
@@ -102,7 +102,7 @@ private Q_SLOTS:
         rlimit tight = before;
         tight.rlim_cur = 8192;
         ::setrlimit(RLIMIT_FSIZE, &tight);
-        const auto result = PosixFiles().replace(m_path, kNew); // the kernel takes 8192 bytes, then none
+        const auto result = PosixFiles().replace(m_path, kNew); // the kernel accepts 8192 bytes, then none
         ::setrlimit(RLIMIT_FSIZE, &before);
         std::signal(SIGXFSZ, oldHandler);
         QVERIFY(result);

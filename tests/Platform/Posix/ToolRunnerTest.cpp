@@ -83,14 +83,14 @@ private Q_SLOTS:
         ::pthread_sigmask(SIG_BLOCK, &term, nullptr);
         const auto before = ::signal(SIGPIPE, SIG_IGN);
         const auto result = sh(u"read line && echo asked; ls /proc/$$/fd; echo $VELTO_TEST_VARIABLE $PATH"_s);
-        // Without a shell: a shell sets masks of its own while it starts a program.
+        // Without a shell, which sets masks of its own while it starts a program.
         const auto masks = m_runner->run({u"sed"_s, u"-n"_s, u"s/Sig[BI][lg][kn]:.//p"_s, u"/proc/self/status"_s}, {}, 20s);
         ::signal(SIGPIPE, before);
         ::pthread_sigmask(SIG_UNBLOCK, &term, nullptr);
         ::close(leaked);
         const QStringList lines = QString::fromUtf8(result.out).split(u'\n');
         QCOMPARE(lines, (QStringList{u"0"_s, u"1"_s, u"2"_s, u"kept "_s + searchPath().join(u':'), QString()}));
-        constexpr quint64 kUsualSignals = 0x7fffffff; // those above 31 are the C library's own
+        constexpr quint64 kUsualSignals = 0x7fffffff; // those above 31 belong to the C library
         const QList<QByteArray> maskLines = masks.out.trimmed().split('\n');
         QCOMPARE(maskLines.size(), 2);
         for (const QByteArray &mask : maskLines) {
@@ -105,7 +105,7 @@ private Q_SLOTS:
         script(m_first, u"both"_s, "echo first");
         script(m_second, u"both"_s, "echo second");
         script(m_second, u"only"_s, "echo only");
-        QVERIFY(QDir(m_first.path()).mkdir(u"only"_s)); // a folder is no tool
+        QVERIFY(QDir(m_first.path()).mkdir(u"only"_s)); // a folder isn't a tool
         QFile plain(m_first.filePath(u"plain"_s));
         QVERIFY(plain.open(QIODevice::WriteOnly));
         QCOMPARE(m_runner->run({u"both"_s}, {}, 20s).out, "first\n");
@@ -118,7 +118,7 @@ private Q_SLOTS:
         QVERIFY2(absent.err.contains(u"absent"_s), qPrintable(absent.err));
     }
 
-    /// Told by what the GitHub CLI leaves on the disk, which saves running it.
+    /// Judged by what the GitHub CLI leaves on the disk, which saves running it.
     void knowsWhetherSomebodyMayBeSignedInToGitHub()
     {
         const QByteArray hosts = m_first.filePath(u"hosts.yml"_s).toLocal8Bit();
@@ -141,7 +141,7 @@ private Q_SLOTS:
         qunsetenv("GH_TOKEN");
         write("github.com:\n    user: me\n");
         QVERIFY(possible(folder));
-        // Whatever stands in for the CLI may keep its files elsewhere.
+        // Another program in the CLI's place may keep its files elsewhere.
         script(m_second, u"gh"_s, "exit 0");
         QVERIFY(possible(m_second.path().toLocal8Bit()));
         qunsetenv("GH_CONFIG_DIR");
@@ -175,14 +175,14 @@ private Q_SLOTS:
         QVERIFY(pid > 0);
         QCOMPARE(::kill(pid, 0), 0);
         ::kill(pid, SIGKILL);
-        // Gone from the process table, and not left there as a zombie.
+        // Gone from the process table, not left there as a zombie.
         QTRY_VERIFY(sh(u":"_s).ok && ::kill(pid, 0) != 0);
     }
 
     void aToolThatClosesItsStreamsIsWaitedFor()
     {
         QVERIFY(!sh(u"exec >&- 2>&-; sleep 0.2; exit 1"_s).ok);
-        QVERIFY(sh(u"exec >&- 2>&-; sleep 0.2"_s, 50ms).ok); // it has as long to end as one that is asked to
+        QVERIFY(sh(u"exec >&- 2>&-; sleep 0.2"_s, 50ms).ok); // it gets the same time to end as one that is asked to
         QCOMPARE(sh(u"exec >&- 2>&-; exec sleep 20"_s, 100ms).err, u"timed out after 0 s"_s);
     }
 

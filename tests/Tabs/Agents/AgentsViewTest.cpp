@@ -117,7 +117,7 @@ private Q_SLOTS:
         const QString settings = u"/home/me/.claude/settings.json"_s;
         click(button(u"Connect…"_s));
         QTRY_VERIFY(button(u"Add hooks"_s));
-        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, {20, 10}); // what is behind takes no press
+        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, {20, 10}); // what is behind can't be pressed
         QVERIFY(m_ui->sheetOpen());
         press(Qt::Key_Escape);
         QTRY_VERIFY(!button(u"Add hooks"_s));
@@ -177,7 +177,7 @@ private Q_SLOTS:
             QVERIFY(!rows().isEmpty());
             QTRY_COMPARE(list()->property("contentY"), list()->property("originY"));
         }
-        // Who has scrolled away keeps in sight what is there.
+        // A list that was scrolled keeps in sight what was in sight.
         list()->setProperty("contentY", list()->property("originY").toDouble() + 300);
         m_view->grabWindow();
         const QPointer<QQuickItem> kept = rows().last();
@@ -206,7 +206,7 @@ private Q_SLOTS:
         QCOMPARE(changes.count(), 0);
         m_world->setSessions(1, 499);
         m_world->refresh();
-        QTRY_VERIFY(frames.count() > 0); // or the counting itself sees nothing
+        QTRY_VERIFY(frames.count() > 0); // otherwise counting frames would prove nothing
     }
 
     void closingThePanelClosesWhatIsOpenOverIt()

@@ -13,7 +13,7 @@
 
 namespace velto {
 
-/// A source on a desk of its own, where Claude Code lists what the test says.
+/// A source with everything it needs, where Claude Code lists what the test sets.
 struct Desk : StoreDesk {
     explicit Desk(std::unique_ptr<HookListener> with = nullptr)
         : listener(std::move(with))
@@ -23,7 +23,7 @@ struct Desk : StoreDesk {
     }
 
     void list(const QByteArray &json) { tools.answers[QStringLiteral("claude agents --json")] = {true, json, {}}; }
-    /// A whole refresh in which Claude Code lists this.
+    /// A complete refresh in which Claude Code lists this.
     void refresh(const QByteArray &json)
     {
         list(json);

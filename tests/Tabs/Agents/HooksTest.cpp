@@ -29,7 +29,7 @@ HookEvent from(const QString &name)
     return result;
 }
 
-/// A port that others may hold, and that calls come to.
+/// A port that other programs may hold, and that calls arrive at.
 class Door final : public LoopbackServer {
 public:
     bool free = false;
@@ -41,7 +41,7 @@ public:
     }
     quint16 port() const override { return 4747; }
     void reply(ConnectionId /*connection*/, QByteArray /*bytes*/) override { }
-    /// An event with an empty body, as the road is tried with.
+    /// An event with an empty body, such as the trial call sends.
     void knock(const QString &token)
     {
         const auto connection = m_make(1);
@@ -55,13 +55,13 @@ private:
     MakeConnection m_make;
 };
 
-/// What Claude Code lists of the one session.
+/// Claude Code's listing of the one session.
 QByteArray listing(const QByteArray &status)
 {
     return R"([{"name":"fix","sessionId":")" + kSession.toUtf8() + R"(","startedAt":1,"status":")" + status + "\"}]";
 }
 
-/// What it notes of that session.
+/// Claude Code's note about that session.
 QByteArray noteOf(const QByteArray &status, qint64 since)
 {
     return R"({"pid":4711,"sessionId":")" + kSession.toUtf8() + R"(","status":")" + status + R"(","statusUpdatedAt":)"
@@ -95,7 +95,7 @@ private Q_SLOTS:
         QCOMPARE(desk.peeks.size(), 2);
         HookEvent other = from(u"Stop"_s);
         other.sessionId.reset();
-        desk.source.hook(other); // told by its name, and so another one
+        desk.source.hook(other); // identified by its name, so it counts as another one
         QCOMPARE(desk.peeks.size(), 3);
         // A clock that was set back by a day doesn't silence a session for a day.
         desk.clock.setWallTime(desk.clock.wallTime().addDays(-1));
@@ -122,7 +122,7 @@ private Q_SLOTS:
         desk.refresh("[{\"id\":\"x\",\"name\":\"Fix it\",\"state\":\"working\",\"startedAt\":1,\"sessionId\":\""
                      + kSession.toUtf8() + "\"},{\"id\":\"y\",\"name\":\"Nameless\",\"state\":\"working\",\"startedAt\":0}]");
         desk.source.hook(from(u"Stop"_s));
-        desk.source.hook(bare(u"Notification"_s)); // without an id it is the first session without one
+        desk.source.hook(bare(u"Notification"_s)); // without an id it is taken for the first session without one
         QCOMPARE(desk.texts(), (QStringList{u"Fix it is done"_s, u"Nameless needs you"_s}));
     }
 
@@ -149,7 +149,7 @@ private Q_SLOTS:
         QVERIFY(answers.isEmpty());
         desk.peeks[1].decide(false);
         QCOMPARE(answers, QList<std::optional<bool>>{false});
-        desk.peeks[0].decide(true); // its asker has gone meanwhile
+        desk.peeks[0].decide(true); // its asker is gone meanwhile
         QCOMPARE(desk.peeks.last().text, u"Too late: proj no longer waits for that answer"_s);
     }
 
@@ -162,7 +162,7 @@ private Q_SLOTS:
             QList<QUuid> over;
             connect(&desk.source, &AgentsSource::peekWithdrawn, this, [&over](const QUuid &peek) { over.append(peek); });
             const auto reply = [](std::optional<bool>) { return true; };
-            desk.list(listing("busy")); // begun before the question, it ends after
+            desk.list(listing("busy")); // begun before the question, finished after it
             desk.source.refresh();
             desk.clock.advance(1ms);
             desk.source.permission(from(u"PermissionRequest"_s), 7, reply);
@@ -171,7 +171,7 @@ private Q_SLOTS:
             desk.source.hook(other);
             desk.source.withdrawn(8);
             desk.background.finishAll();
-            // A note of an earlier question says nothing of this one, and neither does one that is being written.
+            // A note of an earlier question doesn't count for this one, and neither does one that is half written.
             const QString note = u"/home/me/.claude/sessions/4711.json"_s;
             const auto look = [&desk] {
                 desk.clock.advance(500ms);
@@ -248,7 +248,7 @@ private Q_SLOTS:
         });
         desk.source.hook(from(u"Stop"_s));
         desk.clock.advance(2s);
-        desk.refresh(listing("busy")); // not known there yet
+        desk.refresh(listing("busy")); // the listing doesn't have it yet
         QVERIFY(back.isEmpty());
         desk.clock.advance(1s);
         desk.refresh(listing("busy"));
@@ -303,7 +303,7 @@ private Q_SLOTS:
         desk.machine.holderEnds();
         QVERIFY(desk.source.heard());
 
-        // A proxy swallows what doesn't go past it.
+        // A proxy swallows calls that don't bypass it.
         desk.tools.installed.insert(u"curl"_s);
         desk.tools.onRun = [&](const QString &line) {
             if (line.contains(u"--noproxy 127.0.0.1"_s))
@@ -318,7 +318,7 @@ private Q_SLOTS:
         QVERIFY(desk.source.hooksInstalled() && desk.source.heard());
         QVERIFY(HookInstaller(desk.files, desk.clock, desk.places.home, QString(48, u'a')).goesPastProxy());
 
-        // Sessions work, and nothing comes: the road is tried, and found closed.
+        // Sessions work, but no call comes: the trial is made, and fails.
         const auto turn = [&desk] {
             desk.refresh("[" + desk.session("a", "working") + "]");
             desk.clock.advance(1s);
@@ -326,7 +326,7 @@ private Q_SLOTS:
         };
         turn();
         turn();
-        door.knock(token); // this one called
+        door.knock(token); // this call gets through
         desk.tools.onRun = {};
         turn();
         turn();
@@ -356,7 +356,7 @@ private Q_SLOTS:
         QVERIFY(desk.source.hookErrorText().isEmpty());
         QVERIFY(desk.source.hooksInstalled());
         QVERIFY(!desk.source.offersHooks());
-        // Others write that file too.
+        // Other programs write that file too.
         const QByteArray connected = desk.files.contents.take(settings);
         desk.refresh("[]");
         QVERIFY(desk.source.offersHooks());

@@ -60,7 +60,7 @@ private Q_SLOTS:
         desk.refresh(listing);
         QCOMPARE(desk.changes.size(), before);
         QCOMPARE(moved.size(), 0);
-        // A minute later the ages move on, in their rows only.
+        // A minute later the ages change, and only their rows do.
         desk.clock.advance(1s);
         desk.refresh(listing);
         QCOMPARE(desk.changes.size(), before);
@@ -69,7 +69,7 @@ private Q_SLOTS:
         QCOMPARE(desk.changes.size(), before + 1);
     }
 
-    /// One listing at a time, so that none tells of the past; whoever asks meanwhile gets another, begun after they asked.
+    /// One listing at a time, so that none is outdated; requests made meanwhile lead to another, begun after them.
     void aRefreshDuringAListingFollowsIt()
     {
         Desk desk;
@@ -140,7 +140,7 @@ private Q_SLOTS:
     {
         Desk desk;
         desk.refresh("[" + desk.session("a", "working") + "," + desk.session("b", "blocked") + "]");
-        desk.refresh("nonsense"); // no listing, no news
+        desk.refresh("nonsense"); // no listing, no change
         QVERIFY(desk.peeks.isEmpty());
         desk.refresh("[" + desk.session("a", "done") + "]");
         QCOMPARE(desk.texts(), QStringList{u"a finished"_s});

@@ -22,14 +22,14 @@ struct Desk : World {
         background.finishAll();
     }
 
-    /// What `claude mcp list` prints from now on, and a look at it.
+    /// Makes `claude mcp list` print this from now on, and reads it.
     void setServers(const QByteArray &lines)
     {
         tools.answers.insert(u"claude mcp list"_s, {true, lines, {}});
         hub.refresh(true);
         background.finishAll();
     }
-    /// "text", "text [action]" or, while it isn't well, "! text [action]".
+    /// "text", "text [action]" or, for a state other than ready, "! text [action]".
     QString tile(Prefs::Module module)
     {
         for (auto *model : {tab.work(), tab.context(), tab.utilities()}) {
@@ -52,7 +52,7 @@ struct Desk : World {
     }
 };
 
-/// The words that a shell makes of a command line.
+/// The words into which a shell splits a command line.
 QStringList wordsOf(const QString &line)
 {
     QProcess shell;
@@ -85,7 +85,7 @@ private Q_SLOTS:
             QVERIFY(d.tab.mcp()->name().isEmpty());
 
             if (name.contains(u'\n'))
-                continue; // no line of a listing
+                continue; // not a line of a listing
             d.setServers((name + u": https://a.example/mcp - ! Needs authentication\n"_s).toUtf8());
             d.tab.mcp()->act(name);
             d.setServers((name + u": https://a.example/mcp - ✘ Failed to connect\n"_s).toUtf8());

@@ -6,7 +6,7 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// The Connect tab with everything open, as a person walks and presses it.
+/// The Connect tab with everything unfolded, as the user navigates and presses it.
 class ConnectViewTest : public TabPage {
     Q_OBJECT
 
@@ -73,7 +73,7 @@ private Q_SLOTS:
         QVERIFY(!named(u"Save Linear API key"_s)->isEnabled());
         typeInto(u"Linear API key"_s, u"  "_s);
         QVERIFY(!named(u"Save Linear API key"_s)->isEnabled());
-        typeInto(u"Linear API key"_s, u"lin_1"_s); // behind the blanks, which are cut off
+        typeInto(u"Linear API key"_s, u"lin_1"_s); // with leading blanks, which are cut off
         QCOMPARE(named(u"Linear API key"_s)->property("displayText").toString(), u"•••••••"_s);
         QVERIFY(!named(u"Remove Linear API key"_s));
         click(named(u"Save Linear API key"_s));

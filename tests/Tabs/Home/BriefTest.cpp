@@ -11,7 +11,7 @@ namespace velto {
 
 namespace {
 
-/// A brief on a quiet desk; each test makes it busy in its own way.
+/// A brief without any news; each test adds its own.
 struct Morning : World {
 
     Morning() { background.finishAll(); }
@@ -66,11 +66,11 @@ private Q_SLOTS:
         m.setSessions(1, 2);
         m.refresh();
         QCOMPARE(m.item(u"agents-wait"_s).title, u"2 agents are waiting for you"_s);
-        QCOMPARE(m.item(u"agents-wait"_s).action->label, u"Show"_s); // no session id that could be resumed
+        QCOMPARE(m.item(u"agents-wait"_s).action->label, u"Show"_s); // it has no session id with which it could be resumed
         QCOMPARE(m.item(u"agents-run"_s).title, u"session 0 is working"_s);
         QCOMPARE(m.home.headlineText(), u"1 thing needs you"_s);
         QVERIFY(m.home.spotlight()->working());
-        QCOMPARE(m.rows(m.home.needs()), QStringList{u"agents-wait"_s}); // the spotlight shows another
+        QCOMPARE(m.rows(m.home.needs()), QStringList{u"agents-wait"_s}); // the spotlight shows another session
         m.home.run(u"agents-wait"_s);
         QCOMPARE(m.hub.selected(), Tab::Agents);
         m.setSessions(0, 2);

@@ -9,12 +9,12 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// The brief as a person sees it, presses it and walks it with the keyboard.
+/// The brief as the user sees it, presses it and moves through it with the keyboard.
 class HomeViewTest : public TabPage {
     Q_OBJECT
 
 private:
-    /// Late and due todos, a meeting, sessions, a priority and a tool that isn't set up.
+    /// Overdue and due todos, a meeting, sessions, a priority and a tool that isn't set up.
     void makeItBusy()
     {
         World &w = *m_world;
@@ -39,14 +39,14 @@ private Q_SLOTS:
     {
         makeItBusy();
         show(m_world->home);
-        // From the header, and from nowhere, Down goes to the first row.
+        // From the header, and without any focus, Down goes to the first row.
         PanelContents contents(
             {m_world->hub, m_world->prefs, m_world->everyday, m_world->agents, m_world->todos, m_world->quillbox});
         const PanelKeys keys(*m_view, *m_ui, contents, m_world->hub);
         press(Qt::Key_Down);
         QCOMPARE(focused(), u"1 todo is overdue, Call the bank"_s);
 
-        // Down and Up go from row to row, Return does what the row's button does.
+        // Down and Up move from row to row, Return presses the row's button.
         named(u"1 todo is overdue, Call the bank"_s)->forceActiveFocus();
         press(Qt::Key_Down);
         QCOMPARE(focused(), u"session 1 is waiting for you"_s);
@@ -105,7 +105,7 @@ private Q_SLOTS:
         m_world->wait(0);
         QCOMPARE(nameOf(late), u"2 todos are overdue, Answer the letter"_s);
         QVERIFY(late->hasActiveFocus());
-        m_world->prefs.setMeetingStart(m_world->clock.wallTime().addSecs(590)); // a row comes, and others move
+        m_world->prefs.setMeetingStart(m_world->clock.wallTime().addSecs(590)); // a row appears, and others move
         m_world->everyday.loadCalendar();
         m_world->wait(0);
         QVERIFY(named(u"Join: Review in 10 min"_s));
@@ -116,7 +116,7 @@ private Q_SLOTS:
     {
         makeItBusy();
         m_world->setSessions(0, 1); // nothing pulses
-        m_world->prefs.set(Prefs::Module::Calendar, false); // nor counts down
+        m_world->prefs.set(Prefs::Module::Calendar, false); // and nothing counts down
         m_world->refresh();
         show(m_world->home);
         QCOMPARE(framesWhileNothingChanges(46'000), 0);
@@ -146,12 +146,12 @@ private Q_SLOTS:
         play();
         Q_EMIT player.failed();
         QVERIFY(named(u"The video couldn't be played here. Open it in the browser instead."_s));
-        Q_EMIT player.closeWanted(); // Escape, pressed in the video itself
+        Q_EMIT player.closeWanted(); // Escape, pressed within the video
         QTRY_VERIFY(!named(u"Video preview"_s));
         QVERIFY(!m_ui->sheetOpen());
 
         play();
-        m_ui->toggle(); // the panel closes over it
+        m_ui->toggle(); // the panel closes behind it
         QTRY_VERIFY(player.htmlNow.isEmpty());
         QVERIFY(!m_ui->sheetOpen());
     }

@@ -23,7 +23,7 @@ void TabPage::click(QQuickItem *item)
 
 qsizetype TabPage::framesWhileNothingChanges(int milliseconds)
 {
-    QTest::qWait(500); // what fades has come to rest
+    QTest::qWait(500); // until all fades are over
     m_view->grabWindow();
     QCoreApplication::processEvents();
     const QSignalSpy frames(m_view.get(), &QQuickWindow::frameSwapped);

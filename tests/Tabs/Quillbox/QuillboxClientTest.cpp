@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// Every way in which a call to a real server can end, as the sentence that the user reads.
+/// Every way in which a call to a real server can end, as the message that the user reads.
 class QuillboxClientTest : public QObject {
     Q_OBJECT
 
@@ -18,7 +18,7 @@ class QuillboxClientTest : public QObject {
     static constexpr auto kEmpty = R"({"todos": [], "handoffs": [], "heard": [], "written_today": {}})";
 
     HttpStandIn m_hub;
-    std::optional<Http> m_http{std::in_place}; // a new one for each test, in the same place
+    std::optional<Http> m_http{std::in_place}; // a new object for each test, at the same address
     ThreadPoolBackground m_background;
     QuillboxMode m_mode;
     const QuillboxClient m_client{*m_http, m_background, [this] { return m_mode; }, std::chrono::milliseconds(300)};
@@ -57,7 +57,7 @@ private Q_SLOTS:
         QCOMPARE(write.headers.value("content-type"), QByteArray("application/json"));
         QCOMPARE(QJsonDocument::fromJson(write.body).object(), json);
         QCOMPARE(m_hub.requests.value(2).body, QByteArray("{}"));
-        // A token with a line end in it doesn't become a header of its own.
+        // A line break in a token doesn't begin a header.
         m_mode = QuillboxMode::hub(m_hub.url(), u"t\r\nX-Other: 1"_s);
         QVERIFY(QCoro::waitFor(m_client.snapshot()));
         QVERIFY(!m_hub.requests.last().headers.contains("x-other"));
@@ -106,7 +106,7 @@ private Q_SLOTS:
                 (HubError{
                     0,
                     u"Quillbox sent data this version of Velto doesn't understand. Update Velto or the hub. (%1)"_s.arg(why)}));
-            QCOMPARE(QCoro::waitFor(m_client.test(m_mode.url(), {})), std::nullopt); // a test asks for no more than a 200
+            QCOMPARE(QCoro::waitFor(m_client.test(m_mode.url(), {})), std::nullopt); // for a test, a 200 is enough
         }
     }
 

@@ -7,11 +7,11 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// When the hub is asked, and what of its answers is news.
+/// When the hub is asked, and which parts of its answers are new.
 class QuillboxSourceTest : public QObject {
     Q_OBJECT
 
-    // JSON with ' in place of ".
+    // JSON with ' instead of ".
     static QByteArray snapshot(const QByteArray &heard, const QByteArray &handoffs = {}, const QByteArray &rest = {})
     {
         const QByteArray json =
@@ -29,7 +29,7 @@ class QuillboxSourceTest : public QObject {
         return "{'id': " + QByteArray::number(id) + ", 'name': '" + name + "', 'device': " + from + ", 'at': '" + at + "'}";
     }
 
-    /// A connection of its own, whose Peeks are kept.
+    /// A connection of its own, which records its Peeks.
     struct Desk : World {
         QuillboxSource &source = quillbox;
         QList<Peek> peeks;
@@ -39,7 +39,7 @@ class QuillboxSourceTest : public QObject {
             machine.name = u"Sam’s Desk"_s;
             QObject::connect(&source, &VeltoSource::peekWanted, [this](const Peek &peek) { peeks.append(peek); });
         }
-        /// The hub says this at the next tick.
+        /// Makes the hub answer this at the next tick.
         void say(const HttpReply &reply)
         {
             http.answer = [reply](const HttpRequest &) { return reply; };
@@ -115,7 +115,7 @@ private Q_SLOTS:
         desk.http.answer = [](const HttpRequest &) { return HttpReply{200, snapshot({}), {}}; };
         desk.source.fetchAgain();
         QCOMPARE(desk.http.requests.size(), 3);
-        desk.source.fetchAgain(); // one is under way
+        desk.source.fetchAgain(); // a request is under way
         QCOMPARE(desk.http.requests.size(), 3);
         desk.background.finishAll();
         QCOMPARE(desk.source.state(), SourceState::ready());
@@ -145,7 +145,7 @@ private Q_SLOTS:
     {
         Desk desk;
         desk.connectHub(snapshot(heard(1)));
-        QVERIFY(desk.peeks.isEmpty()); // old news
+        QVERIFY(desk.peeks.isEmpty()); // not new
         desk.say(snapshot(heard(1) + "," + heard(3, "Tolver: buy milk") + "," + heard(2)));
         desk.say(snapshot(heard(2)));
         QCOMPARE(desk.texts(), QStringList{u"buy milk"_s});
@@ -180,7 +180,7 @@ private Q_SLOTS:
         desk.connectHub(snapshot(heard(2)));
         QVERIFY(desk.peeks.isEmpty());
 
-        // What the hub before it still answers is dropped.
+        // A late answer of the previous hub is dropped.
         desk.clock.advance(std::chrono::seconds(10));
         desk.source.refresh();
         desk.quillboxMode = QuillboxMode::hub(QUrl(u"https://other.example.net"_s), {});
@@ -212,7 +212,7 @@ private Q_SLOTS:
         QAbstractItemModel *other = desk.agents.otherMac();
         QCOMPARE(column(other, "name"), QStringList{u"web"_s});
         QCOMPARE(column(other, "age"), QStringList{u"Handoff 5 min ago"_s});
-        desk.wait(90'000); // the ages go on without any news
+        desk.wait(90'000); // the ages change without any news
         desk.background.finishAll();
         QCOMPARE(column(other, "age"), QStringList{u"Handoff 6 min ago"_s});
 

@@ -8,7 +8,7 @@ namespace velto {
 
 namespace {
 
-/// JSON with ' in place of ".
+/// JSON with ' instead of ".
 QByteArray json(const char *text)
 {
     return QByteArray(text).replace('\'', '"');
@@ -33,7 +33,7 @@ QByteArray card(const char *answer)
 
 } // namespace
 
-/// The Quillbox tab on its real store.
+/// The Quillbox tab with its real store.
 class QuillboxViewTest : public ViewPage {
     Q_OBJECT
 
@@ -109,7 +109,7 @@ private Q_SLOTS:
             sessions.append(session(i));
         m_world->connectHub(snapshot(sessions.join(',')));
         show(m_world->quillbox, 400);
-        QVERIFY(items().size() < 1000); // only what is in sight is made
+        QVERIFY(items().size() < 1000); // only rows in sight are created
         press(Qt::Key_Tab);
         QCOMPARE(focused(), u"Other Mac: session 0"_s);
         for (int i = 0; i < 40; ++i)

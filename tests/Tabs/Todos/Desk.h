@@ -27,7 +27,7 @@ inline Todo makeTodo(qint64 id, const QString &title, const QString &due = {}, q
     return todo;
 }
 
-/// A source on a desk of its own. It is the morning of Saturday, 21 November 2026.
+/// A source with everything it needs. It is the morning of Saturday, 21 November 2026.
 struct Desk : StoreDesk {
     QuillboxMode mode; ///< what is selected; takes effect with the start, or with reconnect()
     FakeFiles fakeFiles;
@@ -60,7 +60,7 @@ struct Desk : StoreDesk {
     void wait(std::chrono::milliseconds time) { clock.advance(time); }
 
     QString role(int row, TodoRows::Role role) const { return source->shown()->rows()->index(row, 0).data(role).toString(); }
-    /// The rows on show, by title; headings in brackets.
+    /// The visible rows, by title; headings in brackets.
     QStringList shown() const
     {
         QStringList titles;

@@ -8,7 +8,7 @@ using namespace std::chrono_literals;
 
 namespace velto {
 
-/// Changes to the list that Velto keeps itself.
+/// Changes to the list that Velto itself stores.
 class EditingTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -23,14 +23,14 @@ private Q_SLOTS:
         fresh.comments = {{u"x"_s, u"y"_s}};
         desk.source->save(fresh);
         QCOMPARE(desk.source->todos().value(2), makeTodo(8, u"new"_s));
-        // The number of a todo that may come back is taken too.
+        // The id of a todo that may come back is taken too.
         desk.source->done(makeTodo(8, u"new"_s));
         desk.source->save(makeTodo(0, u"newer"_s));
         QCOMPARE(desk.source->todos().back().id, 9);
         desk.source->save(makeTodo(std::numeric_limits<qint64>::max(), u"last"_s));
         desk.source->save(makeTodo(0, u"beyond"_s));
         QCOMPARE(desk.source->todos().back().id, 1);
-        // One that is gone by now can be had back all the same.
+        // A todo that is gone by now can be restored all the same.
         desk.start({makeTodo(1, u"a"_s)});
         desk.changes->clear();
         desk.source->done(makeTodo(77, u"gone"_s));
@@ -200,7 +200,7 @@ private Q_SLOTS:
         TodosSource &source = desk.start({makeTodo(1, u"a"_s), makeTodo(2, u"b"_s)});
         const QSignalSpy focus(source.form(), &DraftForm::titleFocusWanted);
         source.edit(u"1"_s);
-        source.edit(u"2"_s); // nothing was typed: the other one's turn
+        source.edit(u"2"_s); // nothing was typed, so the other todo is shown
         QCOMPARE(source.form()->title(), u"b"_s);
         source.form()->setTitle(u"b, better"_s);
         source.edit(u"1"_s);
@@ -227,11 +227,11 @@ private Q_SLOTS:
         source.form()->save();
         QVERIFY(source.form()->shown());
         QCOMPARE(focus.count(), 1);
-        source.form()->setHasDate(false); // then it doesn't matter
+        source.form()->setHasDate(false); // without a date it doesn't matter
         source.form()->save();
         QVERIFY(!source.form()->shown());
         QCOMPARE(source.todos().first().due, QString());
-        desk.start({makeTodo(1, u"a"_s, u"soon"_s)}).edit(u"1"_s); // one that somebody else wrote
+        desk.start({makeTodo(1, u"a"_s, u"soon"_s)}).edit(u"1"_s); // one that another program wrote
         QVERIFY(desk.source->form()->hasDate());
         desk.source->form()->save();
         QCOMPARE(desk.source->todos().value(0).due, Desk::kToday);

@@ -130,7 +130,7 @@ private Q_SLOTS:
         QCOMPARE(desk.changes->count(), 1);
         desk.wait(24h);
         QCOMPARE(desk.source->overdueCount(), 2);
-        // The machine slept, so that no timer ran out.
+        // The machine slept, so no timer fired.
         desk.clock.setWallTime(QDateTime(QDate(2026, 11, 21), QTime(9, 0)));
         desk.source->refresh();
         QCOMPARE(desk.source->overdueCount(), 0);
@@ -148,7 +148,7 @@ private Q_SLOTS:
         source.dismissError();
         desk.clock.advance(60s);
         QCOMPARE(desk.changes->count() + changes.count(), 0);
-        QCOMPARE(desk.clock.pendingTimers(), 1); // midnight, and nothing that wakes the machine
+        QCOMPARE(desk.clock.pendingTimers(), 1); // only the one for midnight: nothing else wakes the machine
         source.shown()->setFilter(Filter::All);
         QCOMPARE(changes.count(), 1);
     }

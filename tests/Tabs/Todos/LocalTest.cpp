@@ -16,7 +16,7 @@ namespace velto {
 
 namespace {
 
-/// Tools that get no more time than a test has.
+/// Gives tools no more time than a test has.
 class HastyRunner final : public ToolRunner {
 public:
     using ToolRunner::run;
@@ -67,7 +67,7 @@ private Q_SLOTS:
         QCOMPARE(titlesOf(source.shown()->flat()), QStringList({u"first"_s, u"it's “odd” %1"_s}));
         QCOMPARE(source.todos().value(0).comments, (QList<Comment>{{u"Mon"_s, u"said"_s}}));
         m_desk->wait(60s);
-        QCOMPARE(m_desk->background.pending(), 0); // the file is the same
+        QCOMPARE(m_desk->background.pending(), 0); // the file hasn't changed
 
         sql("INSERT INTO quillbox_memory VALUES (7,'todo','new','','[]',NULL)");
         touch(1);
@@ -96,7 +96,7 @@ private Q_SLOTS:
         QVERIFY2(source.storeNote().startsWith(u"Couldn't read the todos of Quillbox ("_s), qPrintable(source.storeNote()));
         QVERIFY(source.storeNote().contains(u"not a database"_s));
         writeFile(m_home->filePath(u"src/quillbox/quillbox.db"_s), good);
-        m_desk->wait(2s); // whatever its time of change says
+        m_desk->wait(2s); // whatever its modification time says
         m_desk->background.finishAll();
         QCOMPARE(source.storeNote(), QString());
     }

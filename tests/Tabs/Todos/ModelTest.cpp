@@ -102,7 +102,7 @@ private Q_SLOTS:
         plain.id = 1;
         QList<Todo> list{odd, plain};
         QCOMPARE(decodeTodos(encodeTodos(list)), std::optional(list));
-        list += {odd, Todo{}}; // a number that is taken, and a draft's
+        list += {odd, Todo{}}; // an id that is taken, and a draft's
         const QList<Todo> distinct = decodeTodos(encodeTodos(list)).value();
         QCOMPARE(distinct.value(2).id, 2);
         QCOMPARE(distinct.value(3).id, 3);

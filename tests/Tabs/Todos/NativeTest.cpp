@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 
 namespace velto {
 
-/// Tells on standard output how many todos there are, each time they are on the disk.
+/// Prints the number of todos each time they are on the disk.
 [[noreturn]] void addTodosUntilKilled(const QString &folder)
 {
     FaultyCalls calls;
@@ -88,12 +88,12 @@ private Q_SLOTS:
         m_desk->wait(1s);
         QCOMPARE(titlesOf(source.todos()), QStringList({u"foreign"_s, u"done"_s}));
         source.finish(u"6"_s);
-        writeFile(m_path, foreign.left(foreign.size() / 2)); // half of it, so far
+        writeFile(m_path, foreign.left(foreign.size() / 2)); // only half of it, so far
         source.refresh();
         QCOMPARE(source.storeNote(), QString());
         writeFile(m_path, encodeTodos({makeTodo(5, u"again"_s), makeTodo(6, u"done"_s)}));
         m_desk->wait(2s);
-        QCOMPARE(titlesOf(source.todos()), QStringList{u"again"_s}); // the done one is still in its five seconds
+        QCOMPARE(titlesOf(source.todos()), QStringList{u"again"_s}); // the done one is still within its five seconds
         source.undoDone();
         writeFile(m_path, "[");
         m_desk->wait(0s);
@@ -102,7 +102,7 @@ private Q_SLOTS:
         QVERIFY(source.storeNote().startsWith(u"Another program changed todos.json"_s));
         QCOMPARE(titlesOf(source.todos()), QStringList({u"again"_s, u"done"_s}));
 
-        // Nobody has looked when the next change is saved.
+        // The next change is saved before anyone has looked.
         writeFile(m_path, foreign);
         source.save(makeTodo(0, u"b"_s));
         const QStringList copies = filesIn(m_desk->places.data, u"todos.json.kept-*"_s);
@@ -170,7 +170,7 @@ private Q_SLOTS:
             const QByteArray now = readFile(m_path);
             QVERIFY2(now == before || now == all, now.constData());
             refused += now == before;
-            // Once it's replaced, what it held stands somewhere else.
+            // Once the file is replaced, its old content is kept somewhere else.
             if (now == all && !wasWhole) {
                 const QStringList copies = filesIn(m_desk->places.data, u"todos.json.kept-*"_s);
                 QVERIFY(!copies.isEmpty());
@@ -178,11 +178,11 @@ private Q_SLOTS:
             }
             if (calls.steps < step)
                 break;
-            // The trouble is over, and the next change brings everything to the disk.
+            // The disk works again, and the next change saves everything.
             source.addComment(QString::number(source.todos().back().id), u"c"_s);
             QCOMPARE(readFile(m_path), encodeTodos(source.todos()));
         }
-        QVERIFY(refused >= 8); // or the faults met nothing
+        QVERIFY(refused >= 8); // otherwise no fault hit anything
     }
 
     void aKillAtAnyMomentLosesNoTodo()

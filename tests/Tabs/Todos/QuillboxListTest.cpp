@@ -126,7 +126,7 @@ private Q_SLOTS:
         QCOMPARE(posts().value(0).target, QByteArray("/api/todo/7/done"));
         QCOMPARE(posts().value(0).body, QByteArray("{}"));
 
-        // Also to a hub that the user has left by then.
+        // To the previous hub too, although the user has left it.
         m_todos = {record(9, u"another"_s)};
         m_desk->quillbox->fetchAgain();
         QVERIFY(settles([&] { return source.todos().size() == 1; }));

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// The tab as a person works it with the keyboard.
+/// The tab used with the keyboard.
 class TodosKeysTest : public TodosPage {
     Q_OBJECT
 
@@ -22,13 +22,13 @@ private Q_SLOTS:
         show(some());
         press(Qt::Key_Down);
         QCOMPARE(source().shown()->selected()->title, u"Send the invoice"_s);
-        QVERIFY(focused().startsWith(u"Send the invoice"_s)); // a screen reader says it
+        QVERIFY(focused().startsWith(u"Send the invoice"_s)); // what a screen reader reads out
         press(Qt::Key_Down);
         press(Qt::Key_Down);
         press(Qt::Key_Down);
-        QCOMPARE(source().shown()->selected()->title, u"Water the plants"_s); // no turn at the end
+        QCOMPARE(source().shown()->selected()->title, u"Water the plants"_s); // doesn't wrap around
         press(Qt::Key_Up);
-        press(Qt::Key_Down, Qt::ShiftModifier); // another key
+        press(Qt::Key_Down, Qt::ShiftModifier); // not the same key
         QVERIFY(focused().startsWith(u"Renew the passport"_s));
 
         click(named(u"Search"_s));
@@ -54,9 +54,9 @@ private Q_SLOTS:
         QVERIFY(!source().shown()->openID());
         click(named(u"Search"_s));
         press(Qt::Key_Return);
-        QVERIFY(!source().shown()->openID()); // the field's
+        QVERIFY(!source().shown()->openID()); // the field took the key
         named(u"New todo"_s)->forceActiveFocus(Qt::TabFocusReason);
-        press(Qt::Key_Return); // the button's
+        press(Qt::Key_Return); // the button took the key
         QVERIFY(source().draft() && !source().shown()->openID());
         source().form()->cancel();
         press(Qt::Key_Down);
@@ -68,7 +68,7 @@ private Q_SLOTS:
     void controlDFinishesAndControlZBringsBack()
     {
         show(some());
-        press(Qt::Key_D, Qt::ControlModifier); // nothing selected
+        press(Qt::Key_D, Qt::ControlModifier); // nothing is selected
         QCOMPARE(source().todos().size(), 5);
         press(Qt::Key_Down);
         press(Qt::Key_Down);
@@ -82,7 +82,7 @@ private Q_SLOTS:
         press(Qt::Key_Tab);
         press(Qt::Key_Space); // on its button
         QVERIFY(source().pendingDone() && !source().shown()->selected());
-        QCOMPARE(focused(), u"Todos"_s); // the keyboard stays nearby
+        QCOMPARE(focused(), u"Todos"_s); // the focus stays nearby
         click(named(u"Undo"_s));
         QVERIFY(!source().pendingDone() && !named(u"Undo"_s));
     }
@@ -120,7 +120,7 @@ private Q_SLOTS:
         QCOMPARE(todo.prio, 1);
         QCOMPARE(todo.details, u"by\nbank"_s);
 
-        // Where Ctrl+N came from has the keyboard again.
+        // The focus returns to where Ctrl+N was pressed.
         press(Qt::Key_Down);
         const QString before = focused();
         press(Qt::Key_N, Qt::ControlModifier);
@@ -143,14 +143,14 @@ private Q_SLOTS:
         press(Qt::Key_Down);
         QVERIFY(focused().startsWith(u"Water the plants"_s));
         press(Qt::Key_F, Qt::ControlModifier);
-        type(u"x"_s); // in place of what stood there
+        type(u"x"_s); // replaces what was there
         QCOMPARE(source().shown()->search(), u"x"_s);
     }
 
     void escapeGoesOneStepAtATime()
     {
         show(some());
-        press(Qt::Key_F, Qt::ControlModifier); // which the form doesn't give the keyboard back to
+        press(Qt::Key_F, Qt::ControlModifier); // the form doesn't give the focus back to it
         press(Qt::Key_N, Qt::ControlModifier);
         press(Qt::Key_Escape);
         QVERIFY(source().draft());
@@ -175,7 +175,7 @@ private Q_SLOTS:
         QVERIFY(!m_ui->sheetOpen());
         press(Qt::Key_Escape);
         QVERIFY(!m_ui->expanded());
-        press(Qt::Key_N, Qt::ControlModifier); // a closed panel has no keys
+        press(Qt::Key_N, Qt::ControlModifier); // a closed panel takes no keys
         QVERIFY(!source().draft());
     }
 
@@ -217,7 +217,7 @@ private Q_SLOTS:
         }
         for (int i = 0; i < 60; ++i)
             press(Qt::Key_Up);
-        QTRY_COMPARE(list()->property("contentY"), list()->property("originY")); // with the first heading
+        QTRY_COMPARE(list()->property("contentY"), list()->property("originY")); // with the first heading in sight
         source().shown()->setSelectedID(std::nullopt);
         press(Qt::Key_Up); // the last one
         QTRY_VERIFY(inSight());
@@ -231,7 +231,7 @@ private Q_SLOTS:
     void pressesThatLeadToTypingAskForTheKeyboard()
     {
         show(some());
-        // The panel's own window, which somebody opened by resting on the strip: it is on show, but another one has the keyboard.
+        // The panel's own window, opened by a resting pointer: it is visible, but another window has the keyboard.
         CollapsedStrip strip({m_world->hub, m_world->clock, m_world->prefs, m_world->everyday, m_world->agents, m_world->todos});
         PanelOutline outline(m_world->hub, *m_ui, strip);
         VeltoPanel panel(m_world->clock, *m_ui, outline);

@@ -8,15 +8,15 @@
 
 namespace velto {
 
-/// The Todos tab on its real store, with the panel's keys.
+/// The Todos tab with its real store and the panel's keys.
 class TodosPage : public ViewPage {
     Q_OBJECT
 
 protected:
-    /// Opens the tab on these todos, which stand in Velto's own file.
+    /// Opens the tab with these todos in Velto's own file.
     void show(const QList<Todo> &todos = {}, int height = 408);
     void close() override;
-    /// Three for today, of which one is overdue, and two for later.
+    /// Three for today, one of them overdue, and two for later.
     static QList<Todo> some();
     static QList<Todo> many(int count);
 

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-/// The tab as a person sees it, and what changes behind it do to it.
+/// The tab as the user sees it, and how it follows changes in the store.
 class TodosViewTest : public TodosPage {
     Q_OBJECT
 
@@ -33,7 +33,7 @@ private Q_SLOTS:
         source().form()->date()->type(u"12/24/2026"_s);
         source().form()->save();
         m_view->grabWindow();
-        QCOMPARE(titles(), QStringList{u"Later"_s}); // the list goes where it went
+        QCOMPARE(titles(), QStringList{u"Later"_s}); // the list follows it
         click(named(u"Today"_s));
         QVERIFY(named(u"Nothing due today. 1 more later."_s));
         click(named(u"Overdue"_s));
@@ -75,11 +75,11 @@ private Q_SLOTS:
         const double folded = invoice->height();
         click(invoice);
         QCOMPARE(source().shown()->openID(), std::optional<qint64>(2));
-        QTRY_VERIFY(named(u"To the <b>new</b> address:\nhttps://example.com"_s)); // as it is written
+        QTRY_VERIFY(named(u"To the <b>new</b> address:\nhttps://example.com"_s)); // shown literally
         QVERIFY(named(u"Nov 20, 2026, 9:00 AM, She asked again"_s));
         QTRY_VERIFY(invoice->height() > folded + 80);
         QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, row(u"Water the plants"_s)->mapToScene({100, 20}).toPoint());
-        QCOMPARE(source().shown()->openID(), std::optional<qint64>(3)); // one at most
+        QCOMPARE(source().shown()->openID(), std::optional<qint64>(3)); // at most one is open
         QTRY_COMPARE(invoice->height(), folded);
         click(named(u"Hides details: Water the plants"_s));
         QVERIFY(!source().shown()->openID());
@@ -99,7 +99,7 @@ private Q_SLOTS:
         QVERIFY(named(u"List"_s));
         click(named(u"Personal 1"_s));
         QCOMPARE(titles(), QStringList{u"Call home"_s});
-        // With that one alone there is nothing to choose, and no empty list to look at.
+        // With only that one there is nothing to choose, and no empty list to switch to.
         show({todo});
         QVERIFY(!named(u"List"_s));
         QCOMPARE(titles(), QStringList{u"Call home"_s});
@@ -124,7 +124,7 @@ private Q_SLOTS:
         const QPointer<QQuickItem> second = rows().at(1);
         click(second);
         QTRY_VERIFY(named(u"b"_s));
-        QVERIFY(!named(u"Add a comment"_s)); // a hub takes none
+        QVERIFY(!named(u"Add a comment"_s)); // a hub doesn't accept any
         QVERIFY(!named(u"Edit: todo"_s));
         m_world->connectHub(snapshot("another"));
         QTRY_VERIFY(row(u"another"_s));
@@ -171,7 +171,7 @@ private Q_SLOTS:
         type(u"A new one"_s);
         source().undoDone();
         m_world->refresh();
-        source().newDraft(); // asked for again
+        source().newDraft(); // requested again
         m_view->grabWindow();
         QCOMPARE(focused(), u"Todo title"_s);
         QCOMPARE(m_view->activeFocusItem()->property("text").toString(), u"A new one"_s);
@@ -184,7 +184,7 @@ private Q_SLOTS:
         source().newDraft();
         source().form()->toggleMore();
         source().form()->setDetails(u"1\n2\n3\n4\n5\n6"_s);
-        source().form()->save(); // no title: an error
+        source().form()->save(); // an error, since it has no title
         m_view->grabWindow();
         QVERIFY(named(u"Give the todo a title first."_s) && named(u"Undo"_s));
         QSet<QString> reached;
@@ -227,15 +227,15 @@ private Q_SLOTS:
         };
         source().shown()->chooseFilter(u"Upcoming"_s);
         QCOMPARE(overlapping(), QString());
-        source().finish(u"6"_s); // the last one: no other row moves
+        source().finish(u"6"_s); // the last one, so no other row moves
         m_view->grabWindow();
         QTRY_VERIFY(!list()->property("moving").toBool());
-        // Higher rows where lower ones were, and back, at once.
+        // Tall rows in place of short ones, and back, at once.
         for (const QString &filter : {u"Today"_s, u"Upcoming"_s, u"All"_s}) {
             source().shown()->chooseFilter(filter);
             QCOMPARE(overlapping(), QString());
         }
-        // A high row that comes back, open, among others.
+        // A tall row that comes back, open, among others.
         source().shown()->press(u"2"_s);
         source().finish(u"2"_s);
         QTRY_COMPARE(overlapping(), QString());
@@ -264,14 +264,14 @@ private Q_SLOTS:
         QVERIFY(rows().size() > 5 && rows().size() < 40);
         const QSignalSpy changes(&source(), &TodosSource::changed);
         const QSignalSpy frames(m_view.get(), &QQuickWindow::frameSwapped);
-        // The frames of the start come late on a busy machine.
+        // On a busy machine the frames of the start come late.
         qsizetype before = -1;
         while (std::exchange(before, frames.count()) != frames.count())
             QTest::qWait(300);
         m_world->refresh();
         QTest::qWait(50);
         QCOMPARE(changes.count(), 0);
-        QCOMPARE(frames.count(), before); // nothing new, nothing drawn
+        QCOMPARE(frames.count(), before); // nothing changed, nothing drawn
         for (const QString &text : {u"9"_s, u"99"_s, u"999"_s, u"99"_s, QString()}) {
             source().shown()->setSearch(text);
             m_view->grabWindow();

@@ -1,9 +1,9 @@
 // A pointer and a keyboard for compositors without input devices (wlr-virtual-pointer, virtual-keyboard). Both stay until the end
-// of the input, since a keyboard that comes and goes has every window read its keymap anew. Reads lines:
-//   size W H        what places are counted in
+// of the input, since with each new keyboard every window reads its keymap again. Reads lines:
+//   size W H        the size of the desktop that places refer to
 //   move X Y        to a place on the desktop
 //   press B, release B   evdev's number of a button: 272 is the left one
-//   keys C...       evdev's numbers of keys, held together
+//   keys C...       evdev's numbers of keys, pressed together
 //   text T          small letters and spaces of a US keyboard
 // and answers each with "ok" once the compositor has it.
 #include "virtual-keyboard-unstable-v1.h"

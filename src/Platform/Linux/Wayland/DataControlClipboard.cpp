@@ -21,10 +21,10 @@ constexpr quint32 kVersion = 1;
 constexpr quint32 kWlrVersion = 2;
 constexpr std::chrono::seconds kPatience{5};
 constexpr std::array kTextTypes{"text/plain;charset=utf-8", "UTF8_STRING", "text/plain"};
-// With this beside it, a password manager asks that nobody looks at what it holds.
+// With this type a password manager asks others not to look at what it copied.
 constexpr auto kSecretType = "x-kde-passwordManagerHint";
 
-/// What ext-data-control was called before it was everybody's: the same requests and events in the same order.
+/// ext-data-control before it was standardised: the same requests and events in the same order.
 const wl_interface &wlrManager()
 {
     static const wl_interface kInterface = [] {
@@ -80,7 +80,7 @@ const ext_data_control_source_v1_listener DataControlClipboard::kSource{
     .send =
         [](void *data, ext_data_control_source_v1 *, const char *, int32_t pipe) {
             const Descriptor out(pipe);
-            // A reader that takes nothing doesn't hold us up: what we copy fits into the pipe.
+            // A reader that takes nothing must not block us; what Velto copies fits into the pipe.
             fcntl(pipe, F_SETFL, O_NONBLOCK);
             const auto &text = of(data).m_own;
             [[maybe_unused]] const auto written = ::write(pipe, text.constData(), std::size_t(text.size()));
@@ -134,10 +134,10 @@ void DataControlClipboard::start()
         return;
     m_device = ext_data_control_manager_v1_get_data_device(m_manager, m_server.seat());
     ext_data_control_device_v1_add_listener(m_device, &kDevice, this);
-    // What was copied before we came arrives ahead of this. Where nothing was, KWin 5 says nothing.
+    // What was copied before the start is reported ahead of this. If nothing was, KWin 5 reports nothing.
     m_standing = wl_display_sync(m_server.display());
     wl_callback_add_listener(m_standing, &kStanding, this);
-    ::signal(SIGPIPE, SIG_IGN); // whoever pastes may go in the middle
+    ::signal(SIGPIPE, SIG_IGN); // the pasting program may close the pipe early
     m_server.flush();
 }
 
@@ -189,7 +189,7 @@ void DataControlClipboard::read(int longest, QObject *context, std::function<voi
     m_pipe = Descriptor(ends[0]);
     const Descriptor theirs(ends[1]);
     ext_data_control_offer_v1_receive(m_selection, *type, ends[1]);
-    m_server.flush(); // takes a copy of the descriptor along
+    m_server.flush(); // sends a copy of the descriptor
     m_notifier = std::make_unique<QSocketNotifier>(ends[0], QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, &DataControlClipboard::arrived);
     m_patience = m_clock.after(kPatience, [this] { finish(std::nullopt); });
@@ -215,7 +215,7 @@ void DataControlClipboard::finish(const std::optional<QString> &text)
     m_patience.reset();
     if (m_notifier) {
         m_notifier->setEnabled(false);
-        m_notifier.release()->deleteLater(); // it may be what has called
+        m_notifier.release()->deleteLater(); // this may run in one of its own signals
     }
     m_pipe = {};
     m_bytes.clear();
@@ -230,7 +230,7 @@ void DataControlClipboard::setText(const QString &text)
         QGuiApplication::clipboard()->setText(text);
         return;
     }
-    // The one before hears that it is over, and goes then.
+    // The previous source is told that it is replaced, and destroyed then.
     m_source = ext_data_control_manager_v1_create_data_source(m_manager);
     ext_data_control_source_v1_add_listener(m_source, &kSource, this);
     for (const auto *type : kTextTypes)

@@ -12,8 +12,8 @@ namespace velto {
 
 class Clock;
 
-/// The clipboard by ext-data-control or wlr's, which tells of copies while another program has the keyboard; the toolkit hears of
-/// them only while it has it itself. Counts from start() on. One reading at a time.
+/// The clipboard by ext-data-control or wlr's, which reports copies while another program has the keyboard; the toolkit
+/// notices them only while it has it itself. Counts from start() on. One reading at a time.
 class DataControlClipboard final : public QObject, public Clipboard {
     Q_OBJECT
 public:
@@ -49,7 +49,7 @@ private:
     QByteArray m_own;
     QList<Offer> m_offers; ///< at most the one that comes and the one that is there
     ext_data_control_offer_v1 *m_selection = nullptr;
-    wl_callback *m_standing = nullptr; ///< until what was copied before has been told
+    wl_callback *m_standing = nullptr; ///< until the earlier copy has been reported
     bool m_following = false; ///< since then, each copy is counted
     int m_count = 0;
     Descriptor m_pipe;

@@ -12,12 +12,12 @@ namespace velto {
 
 namespace {
 
-// How long a compositor takes at most to pass the keyboard on, by what those that were tried need.
+// The longest time a compositor takes to hand over the keyboard, judging by those that were tried.
 constexpr auto kHandover = 150ms;
-// After the compositor took the surface away without an output going.
+// Pause after a compositor closed the surface although its output is still there.
 constexpr auto kRest = 1000ms;
 
-/// Null if that place is on no output that anybody can see.
+/// Null if that place is on no visible output.
 QScreen *screenAt(const QRect &frame)
 {
     auto *screen = QGuiApplication::screenAt(QPoint(frame.center().x(), frame.top()));
@@ -47,7 +47,7 @@ void LayerPanelWindow::adopt(QWindow *window)
     connect(window, &QWindow::activeChanged, this, &LayerPanelWindow::activeChanged);
     connect(m_strip.get(), &LayerSurface::closed, this, [this] {
         m_pointer.reset();
-        // If its output went, a place on another one follows; if not, this one is still the place.
+        // If its output is gone, a place on another one follows; otherwise this is still the right place.
         m_again = m_clock.after(kRest, [this] { bringUp(); });
     });
 }
@@ -59,7 +59,7 @@ void LayerPanelWindow::place(const QRect &frame)
         return;
     if (m_strip->shown() && m_strip->screen() != screenAt(frame))
         m_strip->hide();
-    // Centred as it is, the window moves under a pointer that rests.
+    // The window is centred, so a change of its width moves it under a resting pointer.
     if (m_pointer)
         m_pointer->rx() += (frame.width() - m_window->width()) / 2;
     m_strip->resize(frame.size());
@@ -100,7 +100,7 @@ void LayerPanelWindow::takeFocus()
     m_patience = m_clock.after(kHandover, [this] { insist(); });
 }
 
-/// Some compositors pass the keyboard "on demand" only at a press, and the panel may have been opened by a key.
+/// Some compositors give the keyboard "on demand" only after a press, and the panel may have been opened by a key.
 void LayerPanelWindow::insist()
 {
     if (m_keyboardWanted && !m_window->isActive())
@@ -116,7 +116,7 @@ void LayerPanelWindow::returnFocus()
     m_patience = m_clock.after(kHandover, [this] { giveUpSurface(); });
 }
 
-/// KWin 5 leaves the keyboard where it was until the surface goes.
+/// KWin 5 doesn't take the keyboard back until the surface is gone.
 void LayerPanelWindow::giveUpSurface()
 {
     if (m_keyboardWanted || !m_window->isActive())
@@ -129,7 +129,7 @@ void LayerPanelWindow::activeChanged()
 {
     if (m_window->isActive() == m_keyboardWanted)
         m_patience.reset();
-    else if (m_window->isActive()) // it came after it was given back
+    else if (m_window->isActive()) // the keyboard came after it was given back
         m_patience = m_clock.after(kHandover, [this] { giveUpSurface(); });
 }
 
@@ -153,7 +153,7 @@ void LayerPanelWindow::setBlurBehind(const QList<QRect> &areas)
         writeBlur();
 }
 
-/// KWin's own protocol; others let the user ask for it by the surface's name.
+/// KWin's own protocol; elsewhere the user can enable blur for the surface's name.
 void LayerPanelWindow::writeBlur()
 {
     auto *surface = m_strip ? m_strip->surface() : nullptr;

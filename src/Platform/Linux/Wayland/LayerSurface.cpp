@@ -10,7 +10,7 @@ namespace {
 
 constexpr auto kName = "velto";
 constexpr quint32 kVersion = 4;
-constexpr int kOverOthersRoom = -1; // an exclusive zone of -1: panels that keep room for themselves don't push it aside
+constexpr int kOverOthersRoom = -1; // a zone of -1: other panels' exclusive zones don't push it aside
 
 } // namespace
 
@@ -35,7 +35,7 @@ LayerSurface::~LayerSurface()
         wl_proxy_destroy(reinterpret_cast<wl_proxy *>(m_shell));
 }
 
-/// The toolkit ends a window in its own time, at the program's end for one; the role goes before the surface that has it.
+/// The toolkit may destroy a window unasked, such as at the program's end; the role must be destroyed before its surface.
 bool LayerSurface::eventFilter(QObject *watched, QEvent *event)
 {
     if (m_role && event->type() == QEvent::PlatformSurface
@@ -62,7 +62,7 @@ bool LayerSurface::show(QScreen *screen)
     auto *surface = nativeSurface(m_window);
     if (!surface)
         return false;
-    // On a queue of its own until the first size is settled: nothing may be drawn before that.
+    // On a queue of its own until the first size is settled, since nothing may be drawn before that.
     auto *queue = wayland().displayCreateQueue(m_server.display());
     auto *shell = static_cast<zwlr_layer_shell_v1 *>(wayland().proxyCreateWrapper(m_shell));
     wayland().proxySetQueue(reinterpret_cast<wl_proxy *>(shell), queue);
@@ -87,7 +87,7 @@ void LayerSurface::hide()
 {
     if (!m_role)
         return;
-    // The role goes before the surface that has it.
+    // The role must be destroyed before its surface.
     zwlr_layer_surface_v1_destroy(std::exchange(m_role, nullptr));
     m_resizing = false;
     if (!m_window)
@@ -149,10 +149,10 @@ void LayerSurface::configured(void *self, zwlr_layer_surface_v1 *role, uint32_t 
     const bool first = !std::exchange(me->m_configured, true);
     if (me->m_place == Place::WholeOutput)
         me->m_size = given;
-    me->m_window->resize(given); // an output may be too small for what was asked
+    me->m_window->resize(given); // the output may be too small for the requested size
     if (given == me->m_size)
         me->m_resizing = false;
-    // What was asked for while the picture was under way.
+    // Sends what was requested while the picture was being drawn.
     if (!first)
         me->commit();
 }
@@ -160,7 +160,7 @@ void LayerSurface::configured(void *self, zwlr_layer_surface_v1 *role, uint32_t 
 void LayerSurface::taken(void *self, zwlr_layer_surface_v1 *)
 {
     auto *me = static_cast<LayerSurface *>(self);
-    // Not within an event of the object that goes.
+    // Not within an event of the object that is destroyed.
     QMetaObject::invokeMethod(
         me,
         [me] {

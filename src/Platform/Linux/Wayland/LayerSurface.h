@@ -9,7 +9,7 @@
 
 namespace velto {
 
-/// A window of ours in the role of a layer surface (wlr-layer-shell): where it stands is settled with the compositor, not by
+/// A window of ours in the role of a layer surface (wlr-layer-shell): its place is settled with the compositor, not by
 /// the toolkit, which gives such a window no role of its own (see prepareLayers()). UI thread only.
 class LayerSurface final : public QObject {
     Q_OBJECT

@@ -8,9 +8,9 @@ struct wl_surface;
 
 namespace velto {
 
-/// The toolkit's own objects of the Wayland protocol. Qt 6.4 tells them by a private header only (6.5 has public names for
-/// the display and a screen's output, none for a window's surface); NativeHandles.cpp is the one file that includes such headers.
-/// Null where there is none: another platform plugin, or a window without a surface.
+/// The toolkit's own objects of the Wayland protocol. Qt 6.4 gives access to them by a private header only (6.5 has public names
+/// for the display and a screen's output, none for a window's surface); NativeHandles.cpp is the one file that includes such
+/// headers. Null where there is none: another platform plugin, or a window without a surface.
 wl_display *nativeDisplay();
 wl_output *nativeOutput(QScreen *screen);
 /// Gone with the window's hiding and its destroy().

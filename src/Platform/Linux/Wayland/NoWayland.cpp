@@ -1,4 +1,4 @@
-// Stands in for the other files of this folder in a build without them.
+// Replaces the other files of this folder in a build without Wayland.
 #include "Platform/Linux/Wayland/WaylandWindowSystem.h"
 
 namespace velto {

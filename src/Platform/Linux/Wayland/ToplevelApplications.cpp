@@ -9,7 +9,7 @@ namespace {
 using Toplevel = ToplevelApplications::Toplevel;
 
 constexpr quint32 kWlrVersion = 3;
-// From here on each window is asked for by a name of its own, and the numbers of windows, which may be used again, are gone.
+// From this version on windows are requested by UUID; before, by numbers, which may be reused.
 constexpr quint32 kPlasmaVersion = 13;
 
 Toplevel &of(void *data)
@@ -171,7 +171,7 @@ void ToplevelApplications::removed(Toplevel *toplevel)
     updateSoon();
 }
 
-/// One switch between windows changes the state of both.
+/// Switching between two windows changes the state of both.
 void ToplevelApplications::updateSoon()
 {
     if (m_pending)

@@ -49,7 +49,7 @@ WaylandServer::WaylandServer(Connection connection, QObject *parent)
     static constexpr wl_registry_listener kListener{added, removed};
     wl_registry_add_listener(m_registry, &kListener, this);
     wait(queue);
-    // From here on the toolkit's event loop brings what changes, and the events of all that is bound.
+    // From here on the toolkit's event loop dispatches the events of the registry and of everything bound.
     wayland().proxySetQueue(reinterpret_cast<wl_proxy *>(m_registry), nullptr);
     wayland().eventQueueDestroy(queue);
     if (m_connection == Connection::Own) {
@@ -74,11 +74,11 @@ WaylandServer::~WaylandServer()
         wayland().displayDisconnect(m_display);
 }
 
-/// There is something to read, so it doesn't wait.
+/// Called when there is something to read, so it doesn't block.
 void WaylandServer::dispatch()
 {
     if (wayland().displayDispatch(m_display) < 0)
-        m_notifier->setEnabled(false); // the compositor has gone; the toolkit hears of that too
+        m_notifier->setEnabled(false); // the compositor is gone; the toolkit notices that too
     else
         flush();
 }

@@ -17,7 +17,7 @@ namespace velto {
 QHash<QByteArray, quint32> waylandGlobals(const QByteArray &display = {});
 
 /// A connection to the compositor, and what the compositor offers beyond what the toolkit asks of it: the toolkit's own
-/// connection, or, where the toolkit goes through XWayland, one of ours. Without Wayland there is nothing. UI thread only.
+/// connection, or, where the toolkit goes through XWayland, one of ours. Without Wayland it offers nothing. UI thread only.
 class WaylandServer final : public QObject {
     Q_OBJECT
 public:

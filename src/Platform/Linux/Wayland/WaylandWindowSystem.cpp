@@ -85,9 +85,9 @@ WaylandOffer askWayland()
 
 void prepareLayers()
 {
-    // Qt gives a window with BypassWindowManagerHint no role then.
+    // With this, Qt gives windows with BypassWindowManagerHint no role.
     qputenv("QT_WAYLAND_USE_BYPASSWINDOWMANAGERHINT", "1");
-    // Nothing of ours is drawn by OpenGL, and asking for it brings in Mesa with LLVM: 13 MB.
+    // Velto draws nothing with OpenGL, and initialising it loads Mesa with LLVM: 13 MB.
     if (!qEnvironmentVariableIsSet(kWithoutOpenGl)) {
         qputenv(kWithoutOpenGl, "none");
         openGlLeftOut = true;
@@ -106,7 +106,7 @@ void layersPrepared()
 {
     if (!std::exchange(openGlLeftOut, false))
         return;
-    // The toolkit looks for OpenGL when it is first asked about it.
+    // Makes the toolkit look for OpenGL now, while the variable is set.
     QOpenGLContext::supportsThreadedOpenGL();
     qunsetenv(kWithoutOpenGl);
 }

@@ -26,7 +26,7 @@ void layersPrepared();
 std::unique_ptr<WindowSystem> makeWaylandWindowSystem(Clock &clock);
 
 /// Windows by `x11`, which is a guest of a Wayland desktop. What that guest isn't told, the window in front and what is
-/// copied, comes from the compositor, as far as it tells. Returns `x11` itself if it tells nothing.
+/// copied, comes from the compositor, as far as it reports them. Returns `x11` itself if it reports nothing.
 std::unique_ptr<WindowSystem> makeGuestWindowSystem(Clock &clock, std::unique_ptr<WindowSystem> x11);
 
 } // namespace velto

@@ -8,7 +8,7 @@ namespace {
 
 constexpr quint32 kMostClassWords = 256; // of four bytes
 
-/// WM_CLASS is two texts, the instance and the class, each with a null behind it (ICCCM 4.1.2.5).
+/// WM_CLASS is two strings, the instance and the class, each terminated by a null byte (ICCCM 4.1.2.5).
 QString identifierOf(const xcb_get_property_reply_t &reply)
 {
     const QByteArray both(static_cast<const char *>(xcb_get_property_value(&reply)), xcb_get_property_value_length(&reply));
@@ -59,7 +59,7 @@ void EwmhApplications::rootChanged(xcb_atom_t property)
         updateSoon();
 }
 
-/// A window that comes changes both properties, and some window managers write them several times.
+/// A new window changes both properties, and some window managers write them several times.
 void EwmhApplications::updateSoon()
 {
     if (m_pending)
@@ -79,7 +79,7 @@ void EwmhApplications::update()
     updateFrontmost();
 }
 
-/// Asks for all classes before it waits for the first, so that many windows cost one wait.
+/// Requests all classes before it waits for the first, so that many windows cost one round trip.
 void EwmhApplications::readClasses(const std::vector<quint32> &windows)
 {
     auto *connection = m_server.connection();
@@ -100,7 +100,7 @@ void EwmhApplications::readClasses(const std::vector<quint32> &windows)
         if (!reply)
             continue;
         const auto identifier = identifierOf(*reply);
-        // Some programs, Spotify among them, name themselves only after their window is up.
+        // Some programs, Spotify among them, set their class only after their window is mapped.
         if (identifier.isEmpty())
             m_server.select(window, XCB_EVENT_MASK_PROPERTY_CHANGE);
         known.insert(window, identifier);

@@ -12,9 +12,10 @@ KeyboardWindow::KeyboardWindow(QWindow *panel)
     auto format = requestedFormat();
     format.setAlphaBufferSize(8);
     setFormat(format);
-    // A dialog gets the keyboard as it comes up, and floats where windows are tiled.
+    // A dialog gets the keyboard when it is mapped, and floats where windows are tiled.
     setFlags(Qt::Dialog | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint);
-    // The panel counts as active while this one is; and it stands over a full-screen window without ending that.
+    // The panel counts as active while this one is; and this one shows above a full-screen window without ending its full
+    // screen.
     setTransientParent(panel);
 }
 
@@ -25,7 +26,7 @@ void KeyboardWindow::take()
     const QSize pixel(1, 1);
     setMinimumSize(pixel);
     setMaximumSize(pixel);
-    // Where the panel begins, so that an input method's window finds the field.
+    // At the panel's position, so that an input method's window appears near the field.
     setGeometry(QRect(m_panel ? m_panel->position() : QPoint(), pixel));
     show();
 }

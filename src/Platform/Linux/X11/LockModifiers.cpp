@@ -28,7 +28,7 @@ template <std::size_t N> bool holdsOne(const std::vector<xcb_keysym_t> &symbols,
 
 quint16 altModifier(const ModifierSymbols &symbols)
 {
-    // Shift and Lock can't be told from themselves in a grab, so Alt is looked for behind them.
+    // Shift and Lock, the first two, can't serve as Alt in a grab.
     for (std::size_t i = 2; i < symbols.size(); ++i)
         if (holdsOne(symbols[i], kAltSymbols))
             return quint16(1U << i);
@@ -37,7 +37,7 @@ quint16 altModifier(const ModifierSymbols &symbols)
 
 quint16 lockModifiers(const ModifierSymbols &symbols)
 {
-    // The Lock modifier is a lock whatever key is on it.
+    // The Lock modifier is a lock, whatever key it is on.
     unsigned locks = XCB_MOD_MASK_LOCK;
     for (std::size_t i = 0; i < symbols.size(); ++i)
         if (holdsOne(symbols[i], kLockSymbols))

@@ -25,7 +25,7 @@ QString QtClipboard::text() const
 
 void QtClipboard::read(int longest, QObject *context, std::function<void(std::optional<QString>)> done)
 {
-    // What this program holds itself, and any clipboard that isn't X11's, is at hand.
+    // What this program itself copied, and any clipboard other than X11's, can be read at once.
     const auto *clipboard = QGuiApplication::clipboard();
     if (clipboard->ownsClipboard() || !m_server.exists()) {
         const auto *data = clipboard->mimeData();

@@ -10,7 +10,7 @@ namespace velto {
 namespace {
 
 constexpr std::chrono::seconds kPatience{5};
-constexpr quint32 kWord = 4; // what the length of a property is asked in
+constexpr quint32 kWord = 4; // the unit of a property's length
 
 } // namespace
 
@@ -37,7 +37,7 @@ void XcbClipboardText::read(int longest, Done done)
     const xcb_window_t owner = m_server.selectionOwner(m_server.atom(XcbAtom::Clipboard));
     if (owner == kNoWindow)
         return tell(std::nullopt);
-    // So that it is heard when it goes.
+    // To be notified if the owner is destroyed.
     m_server.select(owner, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
 
     auto *connection = m_server.connection();
@@ -92,7 +92,7 @@ void XcbClipboardText::askForText(Transfers::iterator transfer, xcb_atom_t kinds
     const auto offered = kinds == XCB_ATOM_NONE ? std::vector<quint32>{} : m_server.values(transfer->first, kinds);
     const auto offers = [&offered](xcb_atom_t kind) { return std::ranges::find(offered, kind) != offered.end(); };
     Transfer &facts = transfer->second;
-    // An owner that doesn't say what it has is asked for the usual.
+    // An owner that doesn't say what it offers is asked for UTF-8.
     if (offered.empty() || offers(m_server.atom(XcbAtom::Utf8Text)))
         facts.kind = m_server.atom(XcbAtom::Utf8Text);
     else if (offers(XCB_ATOM_STRING))
@@ -116,7 +116,7 @@ void XcbClipboardText::takePiece(xcb_window_t window)
         finish(transfer);
 }
 
-/// That the property goes tells the owner to put the next piece there.
+/// Deleting the property tells the owner to put the next piece there.
 std::optional<XcbClipboardText::Taken> XcbClipboardText::take(Transfers::iterator transfer) const
 {
     auto &[window, facts] = *transfer;

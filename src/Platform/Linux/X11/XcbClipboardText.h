@@ -46,7 +46,7 @@ private:
     void ask(xcb_window_t window, xcb_atom_t kind) const;
     void askForText(Transfers::iterator transfer, xcb_atom_t kinds);
     void takePiece(xcb_window_t window);
-    /// Adds what stands in the property; its type and its whole length in bytes, or nothing.
+    /// Adds the property's content; its type and its whole length in bytes, or nothing.
     struct Taken {
         xcb_atom_t type;
         quint32 length;

@@ -9,9 +9,9 @@ namespace velto {
 namespace {
 
 constexpr xcb_keysym_t kLetterN = 0x6e; // XK_n
-// Where N is on every keyboard with the kernel's key codes: for maps without a Latin letter.
+// N's position in the kernel's key codes, for keyboard maps without a Latin letter.
 constexpr xcb_keycode_t kPositionOfN = 57;
-// A key that stays down repeats faster than this. A press later than this is a new one: its release got lost.
+// Milliseconds. A held key repeats faster than this; a press after a longer pause is a new one, whose release was lost.
 constexpr quint32 kLongestRepeat = 2000;
 
 using KeySymbols = std::unique_ptr<xcb_key_symbols_t, decltype(&xcb_key_symbols_free)>;
@@ -35,7 +35,7 @@ ModifierSymbols modifierSymbols(xcb_connection_t *connection, xcb_key_symbols_t 
     const auto *codes = xcb_get_modifier_mapping_keycodes(map.get());
     for (std::size_t i = 0; i < result.size(); ++i)
         for (int j = 0; j < map->keycodes_per_modifier; ++j)
-            // A key can have the symbol on another level or group than its first.
+            // The symbol may be on another level or group of a key than its first.
             for (int column = 0; column < 4; ++column)
                 if (const auto code = codes[i * map->keycodes_per_modifier + std::size_t(j)])
                     result[i].push_back(xcb_key_symbols_get_keysym(symbols, code, column));
@@ -76,7 +76,7 @@ Support XcbHotKey::support() const
 
 XcbHotKey::Keys XcbHotKey::keysNow() const
 {
-    // Naming an atom also has the server's extensions known, without which a new keyboard wouldn't be noticed.
+    // Interning an atom also makes the server's extensions known; without that, a new keyboard would go unnoticed.
     m_server.atom(XcbAtom::ActiveWindow);
     const KeySymbols symbols(xcb_key_symbols_alloc(m_server.connection()), &xcb_key_symbols_free);
     if (!symbols)
@@ -89,7 +89,7 @@ XcbHotKey::Keys XcbHotKey::keysNow() const
     return keys;
 }
 
-/// All or nothing: with a part of the grabs the key would work or not by the state of Num Lock.
+/// All or nothing: with only some of the grabs, the key would depend on the state of Num Lock.
 bool XcbHotKey::grab(const Keys &keys)
 {
     auto *connection = m_server.connection();
@@ -121,7 +121,7 @@ void XcbHotKey::release()
     m_down = false;
 }
 
-/// One change of the layout comes as several events, and a program that types for the user changes the map all the time.
+/// One change of the layout sends several events, and a program that types for the user changes the map all the time.
 void XcbHotKey::regrabSoon()
 {
     if (!m_action || m_regrabPending)
@@ -144,7 +144,7 @@ void XcbHotKey::keyChanged(bool pressed, xcb_keycode_t key, quint32 time)
 {
     if (!m_action || !m_grabbed.codes.contains(key))
         return;
-    // A repeat is another press, or a release and a press of the same moment.
+    // A repeat is another press, or a release and a press with the same timestamp.
     const bool repeats = m_down ? time - m_lastEvent < kLongestRepeat : m_lastEvent != 0 && time == m_lastEvent;
     m_down = pressed;
     m_lastEvent = time;

@@ -15,15 +15,15 @@ namespace velto {
 
 namespace {
 
-// What the toolkit calls its own way to set the type: an atom set by hand wouldn't survive its next call.
+// The toolkit's own property for the window type: an atom set by hand would be overwritten by its next call.
 constexpr auto kWindowTypeProperty = "_q_xcb_wm_window_type";
-constexpr int kDesktop = 2; // what stands behind everything, wherever the user goes
-// Compositors give a dock neither shadow nor fade. A notification beside it, since wlroots gives the keyboard to every other
-// unmanaged window that comes up.
+constexpr int kDesktop = 2; // the workspace number that means all of them
+// Compositors give a dock neither shadow nor fade. A notification too, since wlroots gives the keyboard to every other
+// unmanaged window that is mapped.
 constexpr int kStrip = 0x4 | 0x800;
-constexpr quint32 kFromPager = 2; // what EWMH calls a request that the user made: no window manager thinks it over
+constexpr quint32 kFromPager = 2; // EWMH's source for a request made by the user, which window managers always grant
 
-/// The program's own menus and tips that are on show.
+/// The program's own visible menus and tooltips.
 QWindowList ownPopups(const QWindow *panel)
 {
     auto windows = QGuiApplication::allWindows();
@@ -95,8 +95,8 @@ void XcbPanelWindow::windowMade()
 {
     if (!m_server.exists())
         return;
-    // What hangs from the middle of the upper edge stays there when the window changes its size. Otherwise the strip is out of
-    // place, or out of sight, until the next frame is painted.
+    // The contents stay at the middle of the upper edge when the window is resized. Otherwise the strip would be out of place,
+    // or invisible, until the next frame.
     const quint32 gravity = XCB_GRAVITY_NORTH;
     xcb_change_window_attributes(m_server.connection(), id(), XCB_CW_BIT_GRAVITY, &gravity);
     m_server.select(id(), XCB_EVENT_MASK_VISIBILITY_CHANGE);
@@ -147,7 +147,7 @@ void XcbPanelWindow::rootChanged(xcb_atom_t property)
         raiseSoon();
 }
 
-/// A window manager changes several properties for one change of its windows: one raise answers them all.
+/// A window manager changes several properties for one change of its windows: one raise covers them all.
 void XcbPanelWindow::raiseSoon()
 {
     m_mayAnswerCover = true;
@@ -163,7 +163,7 @@ void XcbPanelWindow::raiseSoon()
         Qt::QueuedConnection);
 }
 
-/// Another program's window that raises itself as well, a screen locker's for one, would otherwise keep both busy for ever.
+/// Answers once: another window that raises itself too, such as a screen locker's, would otherwise keep both busy for ever.
 void XcbPanelWindow::covered(xcb_window_t window)
 {
     if (!m_mayAnswerCover || window != id())
@@ -180,7 +180,7 @@ xcb_window_t XcbPanelWindow::focused() const
     return reply ? reply->focus : xcb_window_t(kNoWindow);
 }
 
-/// The window may be gone or hidden by the time the request arrives: its error is taken here, and nothing comes of it.
+/// The window may be gone or hidden by the time the request arrives: the error is caught here and ignored.
 void XcbPanelWindow::giveFocus(xcb_window_t window)
 {
     auto *connection = m_server.connection();
@@ -224,7 +224,7 @@ void XcbPanelWindow::askForKeyboard()
         xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, m_server.atom(XcbAtom::WindowState), XCB_ATOM_ATOM, 32,
                             quint32(hidden.size()), hidden.data());
     m_keyboard->take();
-    // A window that merely comes up may be kept waiting behind the one that the user types in.
+    // A window that is merely mapped may be kept waiting behind the one that the user types in.
     xcb_client_message_event_t request{};
     request.response_type = XCB_CLIENT_MESSAGE;
     request.format = 32;

@@ -16,7 +16,7 @@ enum class KeyboardRoad : quint8 {
     ManagedWindow, ///< a window beside it asks the desktop, for those that give an unmanaged window nothing (see KeyboardWindow)
 };
 
-/// An override-redirect window: no window manager moves, hides, stretches or stacks it, so it stands on every workspace and
+/// An override-redirect window: no window manager moves, hides, stretches or stacks it, so it is on every workspace and
 /// above full-screen windows, and no click gives it the keyboard. It comes back to the top by itself when another window
 /// becomes active or restacks, and once when it gets covered: never again and again against a window that does the same.
 class XcbPanelWindow final : public PanelWindow {

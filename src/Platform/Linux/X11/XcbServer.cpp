@@ -54,7 +54,7 @@ XcbServer::XcbServer(QObject *parent)
     if (!x11 || !x11->connection())
         return;
     m_connection = x11->connection();
-    // The number of the screen is what the display's name ends in: ":0.1".
+    // The display's name ends with the screen's number: ":0.1".
     const auto display = qgetenv("DISPLAY");
     const auto dot = display.lastIndexOf('.');
     if (dot > display.lastIndexOf(':'))
@@ -91,7 +91,7 @@ void XcbServer::collect() const
     }
     const XcbReply<xcb_query_extension_reply_t> keyboard(xcb_query_extension_reply(m_connection, m_keyboardAsked, nullptr));
     m_keyboardEvent = keyboard && keyboard->present ? keyboard->first_event : quint8(0);
-    // The toolkit has asked for these two and settled their versions; the library remembers.
+    // The toolkit has queried these two and agreed on their versions; xcb caches the result.
     const auto *fixes = xcb_get_extension_data(m_connection, &xcb_xfixes_id);
     m_fixesEvent = fixes && fixes->present ? fixes->first_event : quint8(0);
     const auto *input = xcb_get_extension_data(m_connection, &xcb_input_id);
@@ -230,7 +230,7 @@ bool XcbServer::handle(const xcb_generic_event_t &event)
     default:
         break;
     }
-    // The numbers of the extensions' events are the server's choice.
+    // The server assigns the numbers of extension events.
     if (m_fixesEvent && type == m_fixesEvent + XCB_XFIXES_SELECTION_NOTIFY)
         Q_EMIT selectionOwnerChanged(reinterpret_cast<const xcb_xfixes_selection_notify_event_t &>(event).selection);
     else if (m_keyboardEvent && type == m_keyboardEvent && (event.pad0 == kNewKeyboard || event.pad0 == kNewMap))

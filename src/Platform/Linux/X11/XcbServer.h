@@ -76,7 +76,7 @@ Q_SIGNALS:
     void selectionOwnerChanged(xcb_atom_t selection);
     /// A selection that a window asked for has come, in that property of the window, or is refused, with no property.
     void selectionCame(xcb_window_t window, xcb_atom_t property);
-    /// What stands in the Transfer property of that window is new.
+    /// The Transfer property of that window has a new value.
     void pieceCame(xcb_window_t window);
     /// A window is gone. Only for windows that were selected for changes of their structure.
     void windowGone(xcb_window_t window);

@@ -120,7 +120,7 @@ XembedIcon::XembedIcon(XcbServer &server, xcb_window_t tray, const QString &desc
     dock(tray);
 }
 
-// The tray may have taken it along when it ended, so that errors mean nothing.
+// The tray may have destroyed the window with its own, so errors are ignored.
 XembedIcon::~XembedIcon()
 {
     qGuiApp->removeNativeEventFilter(this);
