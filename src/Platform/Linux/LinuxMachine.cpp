@@ -2,6 +2,7 @@
 
 #include "Platform/Files.h"
 #include "Platform/Linux/PortHolders.h"
+#include "Platform/Linux/Processes.h"
 
 #include <QStringList>
 #include <QSysInfo>

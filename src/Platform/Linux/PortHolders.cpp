@@ -1,14 +1,7 @@
 #include "Platform/Linux/PortHolders.h"
 
-#include "Platform/Posix/Descriptor.h"
-
 #include <QDir>
 #include <QFile>
-#include <QObject>
-#include <QSocketNotifier>
-#include <memory>
-#include <poll.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -80,29 +73,6 @@ std::optional<PortHolder> portHolder(quint16 port)
             return PortHolder{pid, QString::fromUtf8(contentOf(folder + "/comm"_L1)).trimmed()};
     }
     return std::nullopt; // another user's
-}
-
-bool processLives(qint64 pid)
-{
-    // An ended process keeps its id until its parent has waited for it; a pidfd tells that it has ended.
-    const Descriptor process(int(syscall(SYS_pidfd_open, pid_t(pid), 0)));
-    pollfd end{process.get(), POLLIN, 0};
-    return process && poll(&end, 1, 0) == 0;
-}
-
-void whenProcessEnds(qint64 pid, QObject *context, std::function<void()> ended)
-{
-    const auto process = std::make_shared<Descriptor>(int(syscall(SYS_pidfd_open, pid_t(pid), 0)));
-    if (!*process) {
-        QMetaObject::invokeMethod(context, std::move(ended), Qt::QueuedConnection);
-        return;
-    }
-    auto *end = new QSocketNotifier(process->get(), QSocketNotifier::Read, context);
-    QObject::connect(end, &QSocketNotifier::activated, context, [end, process, call = std::move(ended)] {
-        end->setEnabled(false);
-        end->deleteLater();
-        call();
-    });
 }
 
 } // namespace velto

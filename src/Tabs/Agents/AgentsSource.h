@@ -9,7 +9,7 @@
 #include "Hooks/HookListener.h"
 #include "Tabs/Agents/Agent.h"
 #include "Tabs/Agents/AgentAlerts.h"
-#include "Tabs/Agents/SessionStatus.h"
+#include "Tabs/Agents/SessionWatch.h"
 #include "Tabs/Agents/ToolProcess.h"
 
 #include <memory>

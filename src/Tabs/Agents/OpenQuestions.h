@@ -3,7 +3,7 @@
 #include "Hooks/HookListener.h"
 #include "Platform/Timer.h"
 #include "Tabs/Agents/Agent.h"
-#include "Tabs/Agents/SessionStatus.h"
+#include "Tabs/Agents/SessionNotes.h"
 
 #include <QHash>
 #include <QUuid>

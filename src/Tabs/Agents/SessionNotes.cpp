@@ -1,7 +1,5 @@
-#include "Tabs/Agents/SessionStatus.h"
+#include "Tabs/Agents/SessionNotes.h"
 
-#include "Platform/Background.h"
-#include "Platform/Clock.h"
 #include "Platform/Files.h"
 #include "Platform/Machine.h"
 
@@ -15,7 +13,6 @@ namespace velto {
 
 namespace {
 
-constexpr std::chrono::milliseconds kBetweenLooks{500};
 constexpr qint64 kLargestNote = 65536;
 
 } // namespace
@@ -54,37 +51,6 @@ QList<SessionStatus> SessionNotes::read()
     });
     m_notes = std::move(notes);
     return sessions;
-}
-
-SessionWatch::SessionWatch(Clock &clock, Background &background, SessionNotes notes, QObject *parent)
-    : QObject(parent)
-    , m_clock(clock)
-    , m_background(background)
-    , m_notes(std::make_shared<SessionNotes>(std::move(notes)))
-{
-}
-
-void SessionWatch::setWanted(bool wanted)
-{
-    m_wanted = wanted;
-    if (!wanted)
-        m_next.reset();
-    else if (!m_looking && !m_next)
-        look();
-}
-
-void SessionWatch::look()
-{
-    m_looking = true;
-    m_next.reset();
-    inBackground(
-        m_background, this, [notes = m_notes] { return notes->read(); },
-        [this](const QList<SessionStatus> &sessions) {
-            m_looking = false;
-            if (m_wanted)
-                m_next = m_clock.after(kBetweenLooks, [this] { look(); });
-            Q_EMIT seen(sessions);
-        });
 }
 
 } // namespace velto
