@@ -122,6 +122,8 @@ public:
     Connection(const Connection &) = delete;
     Connection &operator=(const Connection &) = delete;
 
+    /// Somebody answers at the socket, or did.
+    bool wasMade() const { return m_core; }
     bool stands() const { return m_core && !m_ended; }
     bool casts() const { return !m_casts.isEmpty(); }
 
@@ -201,8 +203,10 @@ void ScreenCasts::look()
     const bool exists = ::stat(socketPath().constData(), &status) == 0 && S_ISSOCK(status.st_mode);
     const Socket found =
         exists ? Socket(status.st_ino, status.st_ctim.tv_sec * 1'000'000'000 + status.st_ctim.tv_nsec) : Socket();
-    if (std::exchange(m_tried, found) != found && exists)
+    if (exists && m_tried != found)
         m_connection = std::make_unique<Connection>(*this);
+    // A socket that refuses belongs to a server that is only starting, or has gone.
+    m_tried = m_connection && !m_connection->wasMade() ? Socket() : found;
 }
 
 bool ScreenCasts::running() const
