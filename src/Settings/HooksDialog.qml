@@ -27,8 +27,6 @@ FormDialog {
             height: 200
 
             TextArea {
-                id: added
-
                 readOnly: true
                 selectByMouse: true
                 textFormat: TextEdit.PlainText
@@ -37,9 +35,9 @@ FormDialog {
                 background: Rectangle {
                     radius: 6
                     color: root.palette.base
-                    border.width: added.activeFocus ? 2 : 1
-                    border.color: added.activeFocus ? root.palette.highlight
-                                                    : Qt.alpha(root.palette.windowText, Math.max(0.16, Theme.edgeFloor))
+                    border.width: parent?.activeFocus ? 2 : 1
+                    border.color: parent?.activeFocus ? root.palette.highlight
+                                                      : Qt.alpha(root.palette.windowText, Math.max(0.16, Theme.edgeFloor))
                 }
                 text: root.text
                 font.family: Theme.fixedFamily
