@@ -195,6 +195,10 @@ private Q_SLOTS:
         QCOMPARE(desk.changes.size(), ++before);
         QCOMPARE(desk.source.waitingCount(), 2);
         QCOMPARE(desk.source.sessionRows()->rowCount() - desk.source.runningCount(), 2);
+        desk.source.dismiss(u"w2"_s);
+        desk.clock.runPosted();
+        QCOMPARE(desk.source.waitingCount(), 1);
+        QCOMPARE(desk.changes.size(), ++before);
         desk.source.clearWaiting();
         QCOMPARE(desk.changes.size(), ++before);
         QCOMPARE(desk.prefs.dismissedAgentIDs(), (QSet<QString>{u"w0"_s, u"w1"_s, u"w2"_s}));
