@@ -1,6 +1,7 @@
 // Any text from outside: once it is made fit to be shown, nothing in it is hidden, turns what stands beside it, or breaks a line,
 // and it is no longer than was asked for.
 
+#include "Core/Characters.h"
 #include "Core/Visible.h"
 
 #include <QList>
@@ -20,12 +21,6 @@ void require(bool holds)
 {
     if (!holds)
         std::abort();
-}
-
-bool isTurned(char32_t c)
-{
-    const QChar::Direction direction = QChar::direction(c);
-    return direction == QChar::DirR || direction == QChar::DirAL || direction == QChar::DirAN;
 }
 
 /// What makes no difference to a reader, or none that is seen.
@@ -58,7 +53,7 @@ void requireProse(const QString &text, bool lines)
             const bool joins = c == kJoiner || c == kNonJoiner || c == kEmojiStyle;
             require(joins ? c != before : lines && (c == U'\n' || c == U'\t'));
         }
-        require(!isTurned(c) || isolated);
+        require(!velto::isRightToLeft(c) || isolated);
         before = c;
     }
     require(!isolated);
@@ -74,7 +69,7 @@ void requireExact(const QString &text, bool lines)
             turned = !turned;
         } else {
             require(!isUnseen(c) || (lines && (c == U'\n' || c == U'\t')));
-            require(turned == isTurned(c) || QChar::isMark(c));
+            require(turned == velto::isRightToLeft(c) || QChar::isMark(c));
         }
     }
     require(!turned);

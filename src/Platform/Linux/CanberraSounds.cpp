@@ -1,8 +1,8 @@
 #include "Platform/Linux/CanberraSounds.h"
 
 #include "Platform/Background.h"
+#include "Platform/Linux/OptionalLibrary.h"
 
-#include <QLibrary>
 #include <QSemaphore>
 #include <array>
 #include <canberra.h>
@@ -33,29 +33,24 @@ const char *eventFor(const QString &name)
 }
 
 struct CanberraApi {
-    template <typename Function> void resolve(QLibrary &library, Function &function, const char *name)
-    {
-        function = reinterpret_cast<Function>(library.resolve(name));
-        complete = complete && function;
-    }
-
     decltype(&::ca_context_create) create = nullptr;
     decltype(&::ca_context_destroy) destroy = nullptr;
     decltype(&::ca_context_play_full) play = nullptr;
     decltype(&::ca_proplist_create) createProperties = nullptr;
     decltype(&::ca_proplist_destroy) destroyProperties = nullptr;
     decltype(&::ca_proplist_sets) set = nullptr;
-    bool complete = true;
+    bool complete = false;
 
     CanberraApi()
     {
-        QLibrary library(u"canberra"_s, 0);
-        resolve(library, create, "ca_context_create");
-        resolve(library, destroy, "ca_context_destroy");
-        resolve(library, play, "ca_context_play_full");
-        resolve(library, createProperties, "ca_proplist_create");
-        resolve(library, destroyProperties, "ca_proplist_destroy");
-        resolve(library, set, "ca_proplist_sets");
+        OptionalLibrary library(u"canberra"_s, 0);
+        library.resolve(create, "ca_context_create");
+        library.resolve(destroy, "ca_context_destroy");
+        library.resolve(play, "ca_context_play_full");
+        library.resolve(createProperties, "ca_proplist_create");
+        library.resolve(destroyProperties, "ca_proplist_destroy");
+        library.resolve(set, "ca_proplist_sets");
+        complete = library.isComplete();
     }
 };
 

@@ -1,12 +1,12 @@
 #include "Platform/Linux/LibsecretKeychain.h"
 
 #include "Platform/Linux/DBusAsk.h"
+#include "Platform/Linux/OptionalLibrary.h"
 #include "Platform/Linux/SecretSearch.h"
 
 #include <QByteArray>
 #include <QDBusObjectPath>
 #include <QFile>
-#include <QLibrary>
 #include <chrono>
 #include <condition_variable>
 #include <functional>
@@ -45,12 +45,6 @@ const SecretSchema *schema()
 
 /// The functions needed, under their own names. A look-up in libsecret finds those of the GLib it links to as well.
 struct SecretApi {
-    template <typename Function> void resolve(QLibrary &library, Function &function, const char *name)
-    {
-        function = reinterpret_cast<Function>(library.resolve(name));
-        complete = complete && function;
-    }
-
 #define VELTO_SECRET_FUNCTIONS(X)                                                                                                \
     X(g_cancellable_new)                                                                                                         \
     X(g_cancellable_cancel)                                                                                                      \
@@ -80,15 +74,16 @@ struct SecretApi {
     VELTO_SECRET_FUNCTIONS(VELTO_DECLARE)
 #undef VELTO_DECLARE
 
-    bool complete = true;
+    bool complete = false;
 
     SecretApi()
     {
-        QLibrary library(u"secret-1"_s, 0);
-#define VELTO_RESOLVE(name) resolve(library, name, #name);
+        OptionalLibrary library(u"secret-1"_s, 0);
+#define VELTO_RESOLVE(name) library.resolve(name, #name);
         VELTO_SECRET_FUNCTIONS(VELTO_RESOLVE)
 #undef VELTO_RESOLVE
 #undef VELTO_SECRET_FUNCTIONS
+        complete = library.isComplete();
     }
 };
 

@@ -1,6 +1,7 @@
 #include "Platform/Linux/ScreenCasts.h"
 
-#include <QLibrary>
+#include "Platform/Linux/OptionalLibrary.h"
+
 #include <QSet>
 #include <QSocketNotifier>
 #include <cstring>
@@ -16,12 +17,6 @@ namespace {
 
 /// The functions exported as symbols; the rest of the interface is called through the objects' method tables.
 struct PipeWireApi {
-    template <typename Function> void resolve(QLibrary &library, Function &function, const char *name)
-    {
-        function = reinterpret_cast<Function>(library.resolve(name));
-        complete = complete && function;
-    }
-
     decltype(&::pw_init) init = nullptr;
     decltype(&::pw_loop_new) loopNew = nullptr;
     decltype(&::pw_loop_destroy) loopDestroy = nullptr;
@@ -33,22 +28,23 @@ struct PipeWireApi {
     decltype(&::pw_core_disconnect) disconnect = nullptr;
     decltype(&::pw_proxy_destroy) proxyDestroy = nullptr;
     decltype(&::pw_log_set_level) setLogLevel = nullptr;
-    bool complete = true;
+    bool complete = false;
 
     PipeWireApi()
     {
-        QLibrary library(u"pipewire-0.3"_s, 0);
-        resolve(library, init, "pw_init");
-        resolve(library, loopNew, "pw_loop_new");
-        resolve(library, loopDestroy, "pw_loop_destroy");
-        resolve(library, propertiesNew, "pw_properties_new_string");
-        resolve(library, contextNew, "pw_context_new");
-        resolve(library, contextDestroy, "pw_context_destroy");
-        resolve(library, loadModule, "pw_context_load_module");
-        resolve(library, connect, "pw_context_connect");
-        resolve(library, disconnect, "pw_core_disconnect");
-        resolve(library, proxyDestroy, "pw_proxy_destroy");
-        resolve(library, setLogLevel, "pw_log_set_level");
+        OptionalLibrary library(u"pipewire-0.3"_s, 0);
+        library.resolve(init, "pw_init");
+        library.resolve(loopNew, "pw_loop_new");
+        library.resolve(loopDestroy, "pw_loop_destroy");
+        library.resolve(propertiesNew, "pw_properties_new_string");
+        library.resolve(contextNew, "pw_context_new");
+        library.resolve(contextDestroy, "pw_context_destroy");
+        library.resolve(loadModule, "pw_context_load_module");
+        library.resolve(connect, "pw_context_connect");
+        library.resolve(disconnect, "pw_core_disconnect");
+        library.resolve(proxyDestroy, "pw_proxy_destroy");
+        library.resolve(setLogLevel, "pw_log_set_level");
+        complete = library.isComplete();
         if (!complete)
             return;
         init(nullptr, nullptr);
