@@ -3,6 +3,7 @@
 #include "Core/Http.h"
 #include "HttpStandIn.h"
 #include "Hub/Stores.h"
+#include "Platform/Clock.h"
 #include "Platform/Fake/FakePlatform.h"
 #include "Platform/FileWriter.h"
 #include "Platform/Places.h"
@@ -144,7 +145,8 @@ struct Machinery {
 
     Services services;
     Places places;
-    SystemClock clock;
+    const std::unique_ptr<Clock> ownClock = systemClock();
+    Clock &clock = *ownClock;
     PosixFiles files;
     PosixFileTree fileTree;
     PosixToolRunner tools;
