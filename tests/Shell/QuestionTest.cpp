@@ -154,11 +154,19 @@ private Q_SLOTS:
                 QVERIFY(piece.count(u'\n') <= QuestionRows::kMostLines);
                 all += (row == 0 || rows.index(row).data(continued).toBool() ? QString() : u"\n"_s) + piece;
             }
+            QVERIFY(rows.told().size() <= QuestionRows::kMostTold + 1);
+            QCOMPARE(rows.told().endsWith(u'…'), !text.startsWith(u'\n'));
             if (text.startsWith(u'\n'))
                 QVERIFY(all.startsWith(u"\n‹⏎×19999"_s) && all.endsWith(u"\nend"_s));
             else
                 QCOMPARE(all, text);
         }
+        QuestionRows rows;
+        rows.set(questionParts({u"api"_s,
+                                {},
+                                u"Edit"_s,
+                                QJsonObject{{u"file_path"_s, u"/x"_s}, {u"old_string"_s, u"1"_s}, {u"new_string"_s, u"2"_s}}}));
+        QCOMPARE(rows.told(), u"File: /x\nRemoved: 1\nAdded: 2\nSession: api"_s);
     }
 };
 
