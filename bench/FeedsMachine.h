@@ -134,7 +134,7 @@ struct Machinery {
         defaults.set(u"googleCalendarIDs"_s, calendars);
         clipboard.setText(u"https://www.youtube.com/watch?v=1"_s);
         for (int i = 0; i < 3; ++i)
-            players.players.append({{u"player%1"_s.arg(i), u"player%1"_s.arg(i)}, std::nullopt});
+            players.players.append({{u"player%1"_s.arg(i)}, std::nullopt});
     }
     Desktop desktop()
     {
