@@ -280,7 +280,7 @@ private Q_SLOTS:
         }
     }
 
-    void theRoadIsTriedAndWhatIsWrongWithItIsSaid()
+    void whetherCallsArriveIsTriedAndSaid()
     {
         FakeDefaults defaults;
         FakeClock clock;
