@@ -43,7 +43,7 @@ private Q_SLOTS:
         Desk desk;
         Todo talked = makeTodo(1, u"a"_s);
         talked.comments = {{u"now"_s, u"said"_s}};
-        talked.unknown = {{u"colour"_s, u"red"_s}};
+        talked.unknown = R"("colour":"red")";
         TodosSource &source = desk.start({talked, makeTodo(2, u"b"_s)});
         source.edit(u"1"_s);
         QVERIFY(source.form()->more());
