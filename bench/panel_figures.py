@@ -131,7 +131,7 @@ def todo_figures(make, watcher_program, count):
         file.parent.mkdir(parents=True)
         file.write_text(json.dumps([
             {"id": i + 1, "title": f"Answer the letter of customer {i}", "details": "In writing, please.", "who": "me",
-             "due": "2030-01-01", "project": f"p{i % 20}", "scope": "office", "prio": 1 + i % 3, "comments": []}
+             "due": "2020-01-01", "project": f"p{i % 20}", "scope": "office", "prio": 1 + i % 3, "comments": []}
             for i in range(count)]))
         velto.start("--search")
         pid = velto.process.pid
