@@ -3,6 +3,7 @@
 #include "Core/Http.h"
 #include "HttpStandIn.h"
 #include "Hub/Stores.h"
+#include "Platform/Clock.h"
 #include "Platform/Fake/FakePlatform.h"
 #include "Platform/FileWriter.h"
 #include "Platform/Places.h"
@@ -133,7 +134,7 @@ struct Machinery {
         defaults.set(u"googleCalendarIDs"_s, calendars);
         clipboard.setText(u"https://www.youtube.com/watch?v=1"_s);
         for (int i = 0; i < 3; ++i)
-            players.players.append({{u"player%1"_s.arg(i), u"player%1"_s.arg(i)}, std::nullopt});
+            players.players.append({{u"player%1"_s.arg(i)}, std::nullopt});
     }
     Desktop desktop()
     {
@@ -144,7 +145,8 @@ struct Machinery {
 
     Services services;
     Places places;
-    SystemClock clock;
+    const std::unique_ptr<Clock> ownClock = systemClock();
+    Clock &clock = *ownClock;
     PosixFiles files;
     PosixFileTree fileTree;
     PosixToolRunner tools;

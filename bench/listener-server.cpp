@@ -3,6 +3,7 @@
 
 #include "Hooks/HookListener.h"
 #include "Hooks/Hooks.h"
+#include "Platform/Clock.h"
 #include "Platform/Fake/FakePlatform.h"
 #include "Platform/Posix/PosixLoopbackServer.h"
 #include "Platform/Posix/SystemClock.h"
@@ -15,8 +16,8 @@ int main(int argc, char **argv)
 {
     QCoreApplication app(argc, argv);
     velto::FakeDefaults defaults;
-    velto::SystemClock clock;
-    velto::HookListener listener(defaults, std::make_unique<velto::PosixLoopbackServer>(), clock, 0);
+    const auto clock = velto::systemClock();
+    velto::HookListener listener(defaults, std::make_unique<velto::PosixLoopbackServer>(), *clock, 0);
     qint64 heard = 0;
     QObject::connect(&listener, &velto::HookListener::told, [&heard] { ++heard; });
     QObject::connect(&listener, &velto::HookListener::asked,

@@ -1,5 +1,6 @@
 #include "UsagePlain.h"
 
+#include <QDateTime>
 #include <QRegularExpression>
 #include <cmath>
 #include <rapidjson/document.h>

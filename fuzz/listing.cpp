@@ -15,7 +15,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const QDateTime now = QDateTime::fromMSecsSinceEpoch(1'795'226'514'492, Qt::UTC);
     for (const velto::Agent &agent : *agents) {
         const velto::RowModel::Row row = velto::agentRow(agent, now);
-        if (row.size() != velto::agentRoles().size() || row.front().toString() != agent.id)
+        if (row.size() != velto::agentRoles().size() || row.at(1).toString() != agent.id)
             std::abort();
         if (agent.canResume() && velto::shellQuoted(*agent.sessionId).size() != agent.sessionId->size() + 2)
             std::abort();

@@ -1,5 +1,6 @@
 #include "App/ThisMachine.h"
 
+#include "Platform/Clock.h"
 #include "Platform/Posix/ToolSearchPath.h"
 
 #include <QDir>
@@ -22,6 +23,8 @@ Places placesOfThisMachine()
 
 ThisMachine::ThisMachine()
     : places(placesOfThisMachine())
+    , ownClock(systemClock())
+    , clock(*ownClock)
     , defaults(files, writer, clock, places.configuration + "/settings.json"_L1)
     , platform(clock, files, defaults, places)
     , tools(toolSearchPath(places.home, qEnvironmentVariable("PATH")))

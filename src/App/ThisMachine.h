@@ -28,7 +28,8 @@ struct ThisMachine {
     Desktop desktopWith(Defaults &ofSettings, Keychain &ofSecrets);
 
     Places places;
-    SystemClock clock;
+    const std::unique_ptr<Clock> ownClock;
+    Clock &clock;
     PosixFiles files;
     PosixFileTree fileTree;
     ThreadPoolBackground writing{1}; ///< its own thread, so that no other work delays saving

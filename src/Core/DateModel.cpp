@@ -1,6 +1,6 @@
 #include "Core/DateModel.h"
 
-#include "Platform/Clock.h"
+#include "Core/Texts.h"
 
 #include <QLocale>
 #include <algorithm>
@@ -103,7 +103,7 @@ DateModel::DateModel(const Clock &clock, QObject *parent)
 
 QDate DateModel::today() const
 {
-    return m_clock.wallTime().toLocalTime().date();
+    return velto::today(m_clock);
 }
 
 void DateModel::setDate(QDate date)

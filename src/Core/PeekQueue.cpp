@@ -91,6 +91,8 @@ void PeekQueue::answer(const QUuid &id, bool allowed)
         return;
     m_timeline.finish(allowed);
     settle();
+    if (!onShow()) // the next one is announced instead
+        m_accessibility.announce(allowed ? tr("Allowed") : tr("Denied"));
 }
 
 } // namespace velto

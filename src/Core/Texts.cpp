@@ -33,9 +33,9 @@ bool isHexDigit(QChar c)
 
 } // namespace
 
-QString today(const Clock &clock, int offset)
+QDate today(const Clock &clock)
 {
-    return clock.wallTime().toLocalTime().date().addDays(offset).toString(u"yyyy-MM-dd");
+    return clock.wallTime().toLocalTime().date();
 }
 
 QString ago(const QDateTime &date, const QDateTime &now)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDate>
 #include <QDateTime>
 #include <QLocale>
 #include <QString>
@@ -9,8 +10,8 @@ namespace velto {
 
 class Clock;
 
-/// The date `offset` days from now, local, as "yyyy-MM-dd".
-QString today(const Clock &clock, int offset);
+/// The user's date.
+QDate today(const Clock &clock);
 /// The locale for dates and numbers in our English texts: English as the desktop's country writes it; international English if
 /// that isn't known, since a date in the American order might be misread.
 QLocale english(const QLocale &desktop);

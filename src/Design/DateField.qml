@@ -50,7 +50,6 @@ FocusScope {
         anchors.fill: parent
         focus: true
         label: root.label
-        input.horizontalAlignment: TextInput.AlignLeft // also on a desktop that is written from right to left
         reserved: 20 * Theme.textScale
         wrong: root.typing && root.date.unreadable
         input.Accessible.description: root.date.unreadable ? qsTr("Not a date") : root.date.spoken

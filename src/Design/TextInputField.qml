@@ -80,6 +80,7 @@ FocusScope {
         activeFocusOnTab: true
         clip: true
         maximumLength: 0x7fffffff // a paste is never cut silently
+        horizontalAlignment: TextInput.AlignLeft // as the prompt, and the same text in a list
         verticalAlignment: TextInput.AlignVCenter
         color: Theme.glassPrimary
         selectionColor: Theme.at(Theme.ice, 0.35)

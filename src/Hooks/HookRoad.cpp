@@ -3,6 +3,7 @@
 #include "Hooks/HookInstaller.h"
 #include "Hooks/HookListener.h"
 #include "Platform/Background.h"
+#include "Platform/Clock.h"
 #include "Platform/ToolRunner.h"
 
 #include <QFileInfo>

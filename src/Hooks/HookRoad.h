@@ -1,15 +1,17 @@
 #pragma once
 
 #include "Core/SourceState.h"
-#include "Platform/Clock.h"
 #include "Platform/Machine.h"
+#include "Platform/Timer.h"
 
 #include <QObject>
-#include <QPointer>
+#include <functional>
+#include <optional>
 
 namespace velto {
 
 class Background;
+class Clock;
 class HookInstaller;
 class HookListener;
 class ToolRunner;

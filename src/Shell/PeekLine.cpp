@@ -12,6 +12,7 @@ PeekLine::PeekLine(Hub &hub, const AgentsSource &agents, QObject *parent)
 {
     connect(&m_hub, &Hub::peekChanged, this, &PeekLine::follow);
     connect(&m_hub, &Hub::changed, this, &PeekLine::count);
+    connect(&m_rows, &QuestionRows::modelReset, this, &PeekLine::toldChanged);
     follow();
 }
 

@@ -30,6 +30,7 @@ class PeekLine : public QObject {
     Q_PROPERTY(bool exact READ exact NOTIFY changed FINAL)
     Q_PROPERTY(bool hasDetail READ hasDetail NOTIFY changed FINAL)
     Q_PROPERTY(QString beside READ beside NOTIFY changed FINAL)
+    Q_PROPERTY(QString told READ told NOTIFY toldChanged FINAL)
     Q_PROPERTY(QString actionLabel READ actionLabel NOTIFY changed FINAL)
     Q_PROPERTY(QString hint READ hint NOTIFY changed FINAL)
     Q_PROPERTY(QString waiting READ waiting NOTIFY waitingChanged FINAL)
@@ -63,6 +64,8 @@ public:
     /// The whole question, while it is unfolded.
     Q_INVOKABLE QAbstractItemModel *unfold();
     Q_INVOKABLE void fold();
+    /// The same in words, for a screen reader.
+    QString told() const { return m_rows.told(); }
     /// The word on the row's pill; empty if it has none.
     QString actionLabel() const { return m_peek.actionLabel(); }
     /// What a press on the row does, for a screen reader.
@@ -79,6 +82,7 @@ Q_SIGNALS:
     /// Another Peek is on show; all of it is known.
     void replaced();
     void waitingChanged();
+    void toldChanged();
 
 private:
     void follow();

@@ -108,8 +108,9 @@ Item {
         font.family: root.plain ? Theme.family : Theme.fixedFamily
         font.pixelSize: Math.round(Theme.textSmall * Theme.textScale)
         font.weight: Font.Normal
-        Accessible.role: Accessible.StaticText
-        Accessible.name: (root.label === "" ? "" : root.label + ": ") + (root.mark === "" ? root.words : root.mark + " " + root.words.replace(/\n/g, "\n" + root.mark + " "))
+        // Loose texts are read out when a screen reader comes near, but for the short ones; the whole has told them all.
+        Accessible.role: Accessible.ListItem
+        Accessible.name: root.removed ? qsTr("Removed: %1").arg(root.words) : root.added ? qsTr("Added: %1").arg(root.words) : root.label === "" ? root.words : root.label + ": " + root.words
         onTextChanged: lines.apply()
         Component.onCompleted: lines.apply()
 

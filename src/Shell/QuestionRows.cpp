@@ -2,6 +2,8 @@
 
 #include "Core/Visible.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velto {
 
 namespace {
@@ -54,6 +56,26 @@ void QuestionRows::set(const QList<QuestionPart> &parts)
         } while (start < text.size());
     }
     endResetModel();
+}
+
+QString QuestionRows::told() const
+{
+    QStringList told;
+    qsizetype room = kMostTold;
+    for (const QuestionPart &part : m_parts) {
+        if (room <= 0) {
+            told.append(u"…"_s);
+            break;
+        }
+        const Wording wording = part.look == QuestionPart::Look::Words ? Wording::Prose : Wording::Exact;
+        const QString words = visibleLines(part.text, wording, room);
+        const QString label = part.look == QuestionPart::Look::Removed ? tr("Removed")
+            : part.look == QuestionPart::Look::Added                   ? tr("Added")
+                                                                       : part.label;
+        told.append(label.isEmpty() ? words : u"%1: %2"_s.arg(label, words));
+        room -= words.size();
+    }
+    return told.join(u'\n');
 }
 
 int QuestionRows::rowCount(const QModelIndex &parent) const

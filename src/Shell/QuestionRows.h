@@ -14,10 +14,15 @@ public:
     /// The most lines, and about the most characters, of one row.
     static constexpr qsizetype kMostLines = 40;
     static constexpr qsizetype kMostCharacters = 2'000;
+    /// About the most characters that are told at once.
+    static constexpr qsizetype kMostTold = 800;
 
     using QAbstractListModel::QAbstractListModel;
 
     void set(const QList<QuestionPart> &parts);
+
+    /// The whole in words, for a screen reader: each part after what it is. Ends in "…" where it is cut.
+    QString told() const;
 
     int rowCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;

@@ -4,6 +4,7 @@
 #include "Core/Visible.h"
 
 #include <QCoreApplication>
+#include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -19,8 +20,8 @@ namespace {
 
 /// More characters than any row can show.
 constexpr qsizetype kLongestRow = 400;
-/// Texts are compared line by line up to this product of their line counts; in larger ones every line goes and comes.
-constexpr qsizetype kMostCompared = 250'000;
+/// Values nested deeper than this stay on one line: with thousands of them, the indentation alone would take gigabytes.
+constexpr int kMostIndents = 6;
 
 struct Texts {
     Q_DECLARE_TR_FUNCTIONS(Question)
@@ -30,7 +31,8 @@ struct Texts {
 struct KnownTool {
     QLatin1StringView name;
     QLatin1StringView field;
-    enum class Kind : quint8 { Text, File, Plan } kind = Kind::Text;
+    enum class Kind : quint8 { Text, File, Whole, Edit, Plan } kind = Kind::Text;
+    bool isFile() const { return kind == Kind::File || kind == Kind::Whole || kind == Kind::Edit; }
 };
 constexpr std::array kKnownTools{
     KnownTool{"Bash"_L1, "command"_L1},
@@ -39,10 +41,10 @@ constexpr std::array kKnownTools{
     KnownTool{"Glob"_L1, "pattern"_L1},
     KnownTool{"Grep"_L1, "pattern"_L1},
     KnownTool{"Read"_L1, "file_path"_L1, KnownTool::Kind::File},
-    KnownTool{"Write"_L1, "file_path"_L1, KnownTool::Kind::File},
-    KnownTool{"Edit"_L1, "file_path"_L1, KnownTool::Kind::File},
-    KnownTool{"MultiEdit"_L1, "file_path"_L1, KnownTool::Kind::File},
-    KnownTool{"NotebookEdit"_L1, "notebook_path"_L1, KnownTool::Kind::File},
+    KnownTool{"Write"_L1, "file_path"_L1, KnownTool::Kind::Whole},
+    KnownTool{"Edit"_L1, "file_path"_L1, KnownTool::Kind::Edit},
+    KnownTool{"MultiEdit"_L1, "file_path"_L1, KnownTool::Kind::Edit},
+    KnownTool{"NotebookEdit"_L1, "notebook_path"_L1, KnownTool::Kind::Whole},
     KnownTool{"ExitPlanMode"_L1, "plan"_L1, KnownTool::Kind::Plan},
 };
 
@@ -88,6 +90,38 @@ bool isWord(const QString &text)
     return !text.isEmpty() && std::ranges::all_of(text, fits);
 }
 
+/// Compact JSON with a line for each value.
+QString indented(const QString &compact)
+{
+    QString text;
+    int depth = 0;
+    bool inString = false;
+    const auto breakLine = [&text](int indents) { text += u'\n' + QString(4 * indents, u' '); };
+    for (qsizetype i = 0; i < compact.size(); ++i) {
+        const QChar c = compact.at(i);
+        if (!inString && (c == u']' || c == u'}') && depth-- <= kMostIndents)
+            breakLine(depth);
+        text += c;
+        if (inString) {
+            if (c == u'\\')
+                text += compact.at(++i);
+            inString = c != u'"';
+        } else if (c == u'[' || c == u'{') {
+            const QChar next = compact.at(i + 1);
+            if (next == u']' || next == u'}')
+                text += compact.at(++i);
+            else if (++depth <= kMostIndents)
+                breakLine(depth);
+        } else if (c == u',' && depth <= kMostIndents) {
+            breakLine(depth);
+        } else {
+            text += c == u',' || c == u':' ? u" "_s : QString();
+            inString = c == u'"';
+        }
+    }
+    return text;
+}
+
 /// The beginning of the arguments on one line.
 QString argumentsLine(const QJsonValue &input)
 {
@@ -111,7 +145,7 @@ QString placeOf(const QString &path, const std::optional<QString> &folder)
     if (slash < 0)
         return {};
     const QString place = slash == 0 ? u"/"_s : path.left(slash);
-    if (!folder || place.contains("/../"_L1) || place.endsWith("/.."_L1))
+    if (!folder || folder->isEmpty() || place.contains("/../"_L1) || place.endsWith("/.."_L1))
         return place;
     if (place == *folder)
         return {};
@@ -142,11 +176,11 @@ public:
     }
 
 private:
-    QString take(QLatin1StringView key)
+    static QString take(QJsonObject &from, QLatin1StringView key)
     {
-        const QJsonValue value = m_rest.value(key);
+        const QJsonValue value = from.value(key);
         if (value.isString())
-            m_rest.remove(key);
+            from.remove(key);
         return value.toString();
     }
 
@@ -171,19 +205,21 @@ private:
 
     void takeKnown(const KnownTool &known)
     {
-        const QString told = take(known.field);
-        if (known.kind == KnownTool::Kind::Plan) {
+        const QString told = take(m_rest, known.field);
+        if (known.kind == KnownTool::Kind::Plan)
             block(Texts::tr("Plan"), told, Look::Words);
-        } else if (known.kind == KnownTool::Kind::File) {
+        else if (known.isFile())
             field(Texts::tr("File"), told, Look::Exact);
-            takeChanges();
-        } else {
+        else
             block({}, told, Look::Exact);
-        }
-        m_description = take("description"_L1);
+        if (known.kind == KnownTool::Kind::Whole)
+            m_parts += difference({}, take(m_rest, "content"_L1) + take(m_rest, "new_source"_L1), m_effort);
+        else if (known.kind == KnownTool::Kind::Edit)
+            takeChanges();
+        m_description = take(m_rest, "description"_L1);
     }
 
-    /// What a file tool writes: one change, several, or the whole file.
+    /// One change to a file, or several.
     void takeChanges()
     {
         // One replacement, unless the input says otherwise.
@@ -205,19 +241,10 @@ private:
         }
     }
 
-    static QList<QuestionPart> change(QJsonObject &from)
+    QList<QuestionPart> change(QJsonObject &from)
     {
-        const auto pull = [&from](QLatin1StringView key) {
-            const QJsonValue value = from.value(key);
-            if (value.isString())
-                from.remove(key);
-            return value.toString();
-        };
-        QString before = pull("old_string"_L1);
-        QString after = pull("new_string"_L1);
-        for (const auto key : {"content"_L1, "new_source"_L1})
-            after += pull(key);
-        return difference(before, after);
+        const QString before = take(from, "old_string"_L1);
+        return difference(before, take(from, "new_string"_L1), m_effort);
     }
 
     void takeArguments()
@@ -235,47 +262,56 @@ private:
         const QJsonValue &input = m_question.input;
         if (isNothing(input))
             m_parts.append({Texts::tr("Input"), Texts::tr("none"), Look::Words, true});
-        else if (input.isObject())
-            block(Texts::tr("Input"), indented(QJsonDocument(input.toObject())), Look::Exact);
-        else if (input.isArray())
-            block(Texts::tr("Input"), indented(QJsonDocument(input.toArray())), Look::Exact);
         else
-            block(Texts::tr("Input"), written(input), Look::Exact);
-    }
-
-    static QString indented(const QJsonDocument &document)
-    {
-        return QString::fromUtf8(document.toJson(QJsonDocument::Indented).trimmed());
+            block(Texts::tr("Input"), input.isString() ? written(input) : indented(written(input)), Look::Exact);
     }
 
     const Question &m_question;
     QJsonObject m_rest; ///< what of the input hasn't been told yet
     QString m_description;
+    qsizetype m_effort = kMostCompared; ///< for all changes together
     QList<QuestionPart> m_parts;
 };
 
 using Lines = QList<QStringView>;
 
+/// The lines as numbers, equal ones with the same: they are compared many times.
+QList<int> numbered(const Lines &lines, QHash<QStringView, int> &numbers)
+{
+    QList<int> result;
+    for (const QStringView line : lines) {
+        int &number = numbers[line];
+        if (number == 0)
+            number = int(numbers.size());
+        result.append(number);
+    }
+    return result;
+}
+
 /// The middle part of two texts as runs of lines that differ or not: the longest common subsequence, worked out from the end.
-template <typename Put> void compare(const Lines &before, const Lines &after, Put put)
+template <typename Put> void compare(const Lines &before, const Lines &after, qsizetype &effort, Put put)
 {
     using Look = QuestionPart::Look;
     const qsizetype rows = before.size();
     const qsizetype columns = after.size();
-    const bool compared = rows * columns <= kMostCompared;
+    const bool compared = rows * columns <= effort;
+    effort -= compared ? rows * columns : 0;
+    QHash<QStringView, int> numbers;
+    const QList<int> from = numbered(before, numbers);
+    const QList<int> to = numbered(after, numbers);
     std::vector<quint16> common(compared ? std::size_t((rows + 1) * (columns + 1)) : 0);
     const auto at = [&](qsizetype row, qsizetype column) -> quint16 & {
         return common[std::size_t(row * (columns + 1) + column)];
     };
     for (qsizetype row = compared ? rows - 1 : -1; row >= 0; --row) {
         for (qsizetype column = columns - 1; column >= 0; --column)
-            at(row, column) = before[row] == after[column] ? quint16(at(row + 1, column + 1) + 1)
-                                                           : std::max(at(row + 1, column), at(row, column + 1));
+            at(row, column) = from[row] == to[column] ? quint16(at(row + 1, column + 1) + 1)
+                                                      : std::max(at(row + 1, column), at(row, column + 1));
     }
     qsizetype row = 0;
     qsizetype column = 0;
     while (row < rows || column < columns) {
-        if (compared && row < rows && column < columns && before[row] == after[column]) {
+        if (compared && row < rows && column < columns && from[row] == to[column]) {
             put(Look::Exact, before[row]);
             ++row;
             ++column;
@@ -289,7 +325,7 @@ template <typename Put> void compare(const Lines &before, const Lines &after, Pu
 
 } // namespace
 
-QList<QuestionPart> difference(const QString &before, const QString &after)
+QList<QuestionPart> difference(const QString &before, const QString &after, qsizetype &effort)
 {
     // A line break at the end of both doesn't begin another line.
     const bool closed = (before.isEmpty() || before.endsWith(u'\n')) && (after.isEmpty() || after.endsWith(u'\n'));
@@ -315,7 +351,7 @@ QList<QuestionPart> difference(const QString &before, const QString &after)
     };
     for (qsizetype i = 0; i < head; ++i)
         put(QuestionPart::Look::Exact, from[i]);
-    compare(from.sliced(head, from.size() - head - tail), to.sliced(head, to.size() - head - tail), put);
+    compare(from.sliced(head, from.size() - head - tail), to.sliced(head, to.size() - head - tail), effort, put);
     for (qsizetype i = from.size() - tail; i < from.size(); ++i)
         put(QuestionPart::Look::Exact, from[i]);
     return parts;
@@ -333,7 +369,7 @@ QuestionLine questionLine(const Question &question)
         return line;
     }
     const QString told = question.input.toObject().value(known->field).toString();
-    if (known->kind == KnownTool::Kind::File) {
+    if (known->isFile()) {
         line.detail = exact(lastPathComponent(told));
         line.place = exact(placeOf(told, question.cwd));
     } else {

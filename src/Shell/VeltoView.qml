@@ -135,6 +135,11 @@ Item {
     Item {
         id: announcement
 
+        function silence(): void {
+            announcement.visible = false;
+            said.text = "";
+        }
+
         visible: false
         Accessible.role: Accessible.Notification
         Accessible.name: said.text
@@ -155,16 +160,26 @@ Item {
             property string text
 
             interval: 0
-            onTriggered: announcement.visible = true
+            onTriggered: {
+                announcement.visible = true;
+                if (!root.peekLine.onShow)
+                    heard.restart();
+            }
+        }
+        // What is on show stays readable as long as it is; other words only until they were spoken.
+        Timer {
+            id: heard
+
+            interval: 5000
+            onTriggered: announcement.silence()
         }
         // What was answered or withdrawn must not stay readable.
         Connections {
             target: root.peekLine
             function onChanged(): void {
-                if (root.peekLine.onShow)
-                    return;
-                announcement.visible = false;
-                said.text = "";
+                heard.stop();
+                if (!root.peekLine.onShow)
+                    announcement.silence();
             }
         }
     }

@@ -133,6 +133,7 @@ private Q_SLOTS:
         QCOMPARE(w.answers, QStringList{u"first:allow"_s});
         w.queue.answer(w.id(), false);
         QCOMPARE(w.answers, (QStringList{u"first:allow"_s, u"second:deny"_s}));
+        QCOMPARE(w.accessibility.announced, (QStringList{u"first"_s, u"second"_s, u"Denied"_s}));
         w.wait(60000);
         QCOMPARE(w.answers.size(), 2);
     }

@@ -1,6 +1,5 @@
 #include "Core/Texts.h"
 #include "Core/Visible.h"
-#include "Platform/Fake/FakeClock.h"
 #include "RunTests.h"
 
 #include <clocale>
@@ -36,16 +35,6 @@ private Q_SLOTS:
         QCOMPARE(compact(999'600), u"1000k"_s);
         QCOMPARE(compact(2'500'000), u"2.5M"_s);
         std::setlocale(LC_NUMERIC, "C");
-    }
-
-    void todayCountsDaysNotHours()
-    {
-        // Half an hour before midnight on the day before clocks may change.
-        const FakeClock clock(QDateTime(QDate(2026, 10, 24), QTime(23, 30)));
-        QCOMPARE(today(clock, 0), u"2026-10-24"_s);
-        QCOMPARE(today(clock, 1), u"2026-10-25"_s);
-        QCOMPARE(today(clock, 2), u"2026-10-26"_s);
-        QCOMPARE(today(clock, -24), u"2026-09-30"_s);
     }
 
     void datesAreInTheOrderOfTheCountry()

@@ -73,6 +73,7 @@ private Q_SLOTS:
         QVERIFY(line.session.startsWith(u"app: Bash git‹U+202E› ⏎ xxx"_s) && line.session.endsWith(u'…'));
         QVERIFY(line.session.size() < 500);
         QCOMPARE(line.tool + line.detail, u"Bashrm"_s);
+        QCOMPARE(questionLine({{}, QString(), u"Read"_s, QJsonObject{{u"file_path"_s, u"/etc/x"_s}}}).place, u"/etc"_s);
         QCOMPARE(told(questionParts(asked)).first(), u"rm"_s); // who asks comes last
     }
 
@@ -90,13 +91,23 @@ private Q_SLOTS:
                                                          {u"replace_all"_s, true}}))),
                  (QStringList{u"File: /x/y"_s, u"Replaces: every place in the file"_s, u"one"_s, u"−two"_s, u"+2"_s, u"three"_s,
                               u"+four"_s, here, folder}));
-        QCOMPARE(told(questionParts(question(u"Write"_s, QJsonObject{{u"file_path"_s, u"/x"_s}, {u"content"_s, u"a\nb\n"_s}}))),
-                 (QStringList{u"File: /x"_s, u"+a\nb"_s, here, folder}));
+        // A field that belongs to another tool can't make new lines look like old ones.
+        QCOMPARE(
+            told(questionParts(question(
+                u"Write"_s, QJsonObject{{u"file_path"_s, u"/x"_s}, {u"content"_s, u"a\nb\n"_s}, {u"old_string"_s, u"a"_s}}))),
+            (QStringList{u"File: /x"_s, u"+a\nb"_s, u"Also given: {\"old_string\":\"a\"}"_s, here, folder}));
         QCOMPARE(told(questionParts(question(u"ExitPlanMode"_s, QJsonObject{{u"plan"_s, u"# Plan\n1. Go"_s}}))),
                  (QStringList{u"Plan: # Plan\n1. Go"_s, here, folder}));
-        QCOMPARE(told(questionParts(question(u"mcp__files__write_file"_s, QJsonObject{{u"n"_s, 1}, {u"at"_s, u"/x"_s}}))),
-                 (QStringList{u"Server: files"_s, u"Tool: write_file"_s, u"Input: {\n    \"at\": \"/x\",\n    \"n\": 1\n}"_s,
-                              here, folder}));
+        QJsonArray deep{QJsonObject(), 1, 2};
+        for (int i = 0; i < 5; ++i)
+            deep = QJsonArray{deep};
+        QCOMPARE(
+            told(questionParts(question(u"mcp__a__b"_s, QJsonObject{{u"n\"[,"_s, deep}, {u"at"_s, QJsonArray{u"\\"_s, 1}}}))),
+            (QStringList{u"Server: a"_s, u"Tool: b"_s,
+                         u"Input: {\n    \"at\": [\n        \"\\\\\",\n        1\n    ],\n    \"n\\\"[,\": [\n        "
+                         "[\n            [\n                [\n                    [\n                        [{}, 1, 2]\n"
+                         "                    ]\n                ]\n            ]\n        ]\n    ]\n}"_s,
+                         here, folder}));
         QCOMPARE(told(questionParts({u"api"_s, {}, u"Odd"_s, QJsonValue()})),
                  (QStringList{u"Tool: Odd"_s, u"Input: none"_s, here}));
     }
@@ -111,11 +122,12 @@ private Q_SLOTS:
             return lines.join(u'\n');
         };
         for (int round = 0; round < 200; ++round) {
+            qsizetype effort = round < 100 ? kMostCompared : 40;
             const QString before = text();
             const QString after = text();
             QStringList kept;
             QStringList come;
-            for (const QuestionPart &part : difference(before, after)) {
+            for (const QuestionPart &part : difference(before, after, effort)) {
                 if (part.look != QuestionPart::Look::Added)
                     kept.append(part.text);
                 if (part.look != QuestionPart::Look::Removed)
@@ -123,6 +135,7 @@ private Q_SLOTS:
             }
             QCOMPARE(kept.join(u'\n'), before);
             QCOMPARE(come.join(u'\n'), after);
+            QVERIFY(effort >= 0);
         }
     }
 
@@ -141,11 +154,19 @@ private Q_SLOTS:
                 QVERIFY(piece.count(u'\n') <= QuestionRows::kMostLines);
                 all += (row == 0 || rows.index(row).data(continued).toBool() ? QString() : u"\n"_s) + piece;
             }
+            QVERIFY(rows.told().size() <= QuestionRows::kMostTold + 1);
+            QCOMPARE(rows.told().endsWith(u'…'), !text.startsWith(u'\n'));
             if (text.startsWith(u'\n'))
                 QVERIFY(all.startsWith(u"\n‹⏎×19999"_s) && all.endsWith(u"\nend"_s));
             else
                 QCOMPARE(all, text);
         }
+        QuestionRows rows;
+        rows.set(questionParts({u"api"_s,
+                                {},
+                                u"Edit"_s,
+                                QJsonObject{{u"file_path"_s, u"/x"_s}, {u"old_string"_s, u"1"_s}, {u"new_string"_s, u"2"_s}}}));
+        QCOMPARE(rows.told(), u"File: /x\nRemoved: 1\nAdded: 2\nSession: api"_s);
     }
 };
 

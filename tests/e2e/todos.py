@@ -44,7 +44,7 @@ def by_keys(velto, todos):
     expect("nobody else reads them", todos.path.stat().st_mode & 0o777, 0o600)
     expect("a new one is due today", {todo["due"] for todo in todos.read()}, {time.strftime("%Y-%m-%d")})
 
-    velto.key("ctrl+f", "Search")
+    velto.key("ctrl+f", "Search todos")
     write("third")
     velto.place_of(re.compile("Third thing.*"))
     until("the others to be out of the list", lambda: "First thing" + ROW not in velto.names())
@@ -68,8 +68,8 @@ def by_keys(velto, todos):
 
 
 def by_pointer(velto, todos):
-    velto.press("Search")
-    velto.key("ctrl+a", "Search")
+    velto.press("Search todos")
+    velto.key("ctrl+a", "Search todos")
     write("second")
     until("the search to find it", lambda: "First thing" + ROW not in velto.names())
     velto.key("Down", "Second <b>thing</b>" + ROW)

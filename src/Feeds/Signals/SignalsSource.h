@@ -6,13 +6,14 @@
 #include "Feeds/Repositories/RepoState.h"
 #include "Feeds/Servers/McpHealth.h"
 #include "Feeds/Usage/TokenUsage.h"
-#include "Platform/Clock.h"
+#include "Platform/Timer.h"
 
 #include <QObject>
 #include <QSet>
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace velto {
 

@@ -90,10 +90,15 @@ class FakeVideoPlayer final : public VideoPlayer {
 public:
     bool here = true;
     QString htmlNow; ///< empty while nothing is shown
+    QRect placeNow;
 
     bool installed() const override { return here; }
-    void open(const QString &html, const QUrl &, quintptr, const QRect &) override { htmlNow = html; }
-    void move(const QRect &) override { }
+    void open(const QString &html, const QUrl &, quintptr, const QRect &place) override
+    {
+        htmlNow = html;
+        placeNow = place;
+    }
+    void move(const QRect &place) override { placeNow = place; }
     void close() override { htmlNow.clear(); }
 };
 

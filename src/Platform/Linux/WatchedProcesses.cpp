@@ -1,5 +1,6 @@
 #include "Platform/Linux/WatchedProcesses.h"
 
+#include "Platform/Clock.h"
 #include "Platform/Linux/ApplicationNames.h"
 
 #include <QSocketNotifier>

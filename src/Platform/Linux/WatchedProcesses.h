@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Platform/Clock.h"
 #include "Platform/Linux/ScreenCasts.h"
 #include "Platform/Posix/Descriptor.h"
+#include "Platform/Timer.h"
 
 #include <QHash>
 #include <QObject>
@@ -12,6 +12,8 @@
 class QSocketNotifier;
 
 namespace velto {
+
+class Clock;
 
 /// The user's screen recorders that run, with or without a window, and the programs that lock the screen: a recorder that works
 /// is often nothing but a tray icon, and not every locker tells the session. A screen cast counts as a recorder. The kernel tells

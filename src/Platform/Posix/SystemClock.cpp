@@ -28,7 +28,23 @@ private:
     QTimer m_timer;
 };
 
-} // namespace
+class SystemClock final : public Clock {
+public:
+    QDateTime wallTime() const override { return QDateTime::currentDateTime(); }
+    Instant now() const override;
+    TimerHandle after(Duration delay, std::function<void()> fire) override
+    {
+        return std::make_unique<QtTimer>(delay, true, std::move(fire));
+    }
+    TimerHandle every(Duration interval, std::function<void()> fire) override
+    {
+        return std::make_unique<QtTimer>(interval, false, std::move(fire));
+    }
+    void post(QObject *context, std::function<void()> task) override
+    {
+        QMetaObject::invokeMethod(context, std::move(task), Qt::QueuedConnection);
+    }
+};
 
 Instant SystemClock::now() const
 {
@@ -41,19 +57,11 @@ Instant SystemClock::now() const
     return std::chrono::steady_clock::now();
 }
 
-TimerHandle SystemClock::after(Duration delay, std::function<void()> fire)
-{
-    return std::make_unique<QtTimer>(delay, true, std::move(fire));
-}
+} // namespace
 
-TimerHandle SystemClock::every(Duration interval, std::function<void()> fire)
+std::unique_ptr<Clock> systemClock()
 {
-    return std::make_unique<QtTimer>(interval, false, std::move(fire));
-}
-
-void SystemClock::post(QObject *context, std::function<void()> task)
-{
-    QMetaObject::invokeMethod(context, std::move(task), Qt::QueuedConnection);
+    return std::make_unique<SystemClock>();
 }
 
 } // namespace velto

@@ -1,17 +1,12 @@
 #pragma once
 
-#include "Platform/Clock.h"
+#include <memory>
 
 namespace velto {
 
+class Clock;
+
 /// The machine's own time, on Qt's event loop.
-class SystemClock final : public Clock {
-public:
-    QDateTime wallTime() const override { return QDateTime::currentDateTime(); }
-    Instant now() const override;
-    TimerHandle after(Duration delay, std::function<void()> fire) override;
-    TimerHandle every(Duration interval, std::function<void()> fire) override;
-    void post(QObject *context, std::function<void()> task) override;
-};
+std::unique_ptr<Clock> systemClock();
 
 } // namespace velto

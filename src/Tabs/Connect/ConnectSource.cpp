@@ -6,7 +6,6 @@
 #include "Feeds/Repositories/WatchFolders.h"
 #include "Feeds/Signals/SignalsSource.h"
 #include "Platform/Clipboard.h"
-#include "Platform/Clock.h"
 #include "Tabs/Agents/AgentsSource.h"
 #include "Tabs/Todos/TodosSource.h"
 
@@ -207,7 +206,7 @@ void ConnectSource::open(Prefs::Module form)
 void ConnectSource::addFollowUp()
 {
     Todo todo;
-    todo.due = textOf(m_needs.clock.wallTime().toLocalTime().date());
+    todo.due = textOf(today(m_needs.clock));
     todo.project = tr("Sales outreach");
     Q_EMIT tabWanted(Tab::Todos);
     m_needs.todos.setDraft(todo);

@@ -24,6 +24,7 @@ constexpr qsizetype kNextShown = 2;
 constexpr qsizetype kTodayShown = 4;
 constexpr std::chrono::minutes kLook{1};
 constexpr std::chrono::seconds kNotice{8};
+constexpr std::chrono::milliseconds kClipboardRead{300}; // the program that was copied from has answered by then
 
 QList<QByteArray> itemRoles()
 {
@@ -201,6 +202,12 @@ void HomeSource::openConnect()
 void HomeSource::useCopiedLink()
 {
     m_needs.stores.glances.refresh();
+    m_linkRead = m_needs.clock.after(kClipboardRead, [this] {
+        if (m_needs.stores.glances.clipboard())
+            Q_EMIT rowWanted(u"clipboard"_s);
+        else
+            notice(tr("No link is copied right now."));
+    });
 }
 
 void HomeSource::dismissGuide()

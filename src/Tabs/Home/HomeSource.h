@@ -82,7 +82,7 @@ public:
     /// Does what the button of a row does.
     Q_INVOKABLE void run(const QString &itemId);
     Q_INVOKABLE void openConnect();
-    /// Looks at the clipboard at once.
+    /// Looks at the clipboard at once, then leads to its row or says that there is none.
     Q_INVOKABLE void useCopiedLink();
     Q_INVOKABLE void dismissGuide();
     Q_INVOKABLE void openVideoInBrowser();
@@ -91,6 +91,10 @@ public:
     void playVideo(const QUrl &url);
 
     void worldChanged() override;
+
+Q_SIGNALS:
+    /// The user asked for what this row shows.
+    void rowWanted(const QString &itemId);
 
 private:
     /// What views see besides the rows, kept to detect whether anything has changed.
@@ -121,6 +125,7 @@ private:
     RowModel m_todayRows;
     TimerHandle m_nextLook;
     TimerHandle m_noticeEnd;
+    TimerHandle m_linkRead;
 };
 
 } // namespace velto

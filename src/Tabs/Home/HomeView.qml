@@ -25,19 +25,18 @@ FocusScope {
         else if (place + item.height + 32 > page.contentY + page.height)
             page.contentY = Math.min(place + item.height + 32 - page.height, page.contentHeight + page.bottomMargin - page.height);
     }
-    function moveRow(step: int): void {
-        // A loop: with Qt 6.4 a list that a typed function returns can't be spread or searched.
-        const rows = [];
-        let now = -1;
+    function rows(): var {
+        const found = [];
         for (let i = 0; i < groups.children.length; ++i) {
             const group = groups.children[i] as BriefGroup;
-            for (let j = 0; group && j < group.count; ++j) {
-                const row = group.rowAt(j);
-                if (row.holdsFocus)
-                    now = rows.length;
-                rows.push(row);
-            }
+            for (let j = 0; group && j < group.count; ++j)
+                found.push(group.rowAt(j));
         }
+        return found;
+    }
+    function moveRow(step: int): void {
+        const rows = root.rows();
+        const now = rows.findIndex(row => row.holdsFocus);
         const next = now < 0 ? rows[0] : rows[now + step];
         if (next)
             next.forceActiveFocus(Qt.TabFocusReason);
@@ -45,6 +44,12 @@ FocusScope {
     Keys.onDownPressed: root.moveRow(1)
     Keys.onUpPressed: root.moveRow(-1)
 
+    Connections {
+        target: root.source
+        function onRowWanted(itemId: string): void {
+            root.rows().find(row => row.itemId === itemId)?.forceActiveFocus(Qt.TabFocusReason);
+        }
+    }
     Connections {
         target: root.Window.window
         function onActiveFocusItemChanged(): void {

@@ -1,6 +1,7 @@
 #include "Tabs/Home/VideoFrame.h"
 
 #include <QQuickWindow>
+#include <utility>
 
 namespace velto {
 
@@ -18,7 +19,7 @@ VideoFrame::~VideoFrame()
 void VideoFrame::componentComplete()
 {
     QQuickItem::componentComplete();
-    // The sheet is laid out only when this turn of the event loop ends.
+    // It comes into the window only when this turn of the event loop ends.
     QMetaObject::invokeMethod(
         this,
         [this] {
@@ -29,16 +30,21 @@ void VideoFrame::componentComplete()
                 Q_EMIT failedChanged();
             });
             connect(m_player, &VideoPlayer::closeWanted, this, &VideoFrame::closeWanted);
-            m_player->open(m_html, m_base, quintptr(window()->winId()), place());
+            // By then the frame is laid out. What moves the sheet around it moves it too, and doesn't tell it.
+            connect(window(), &QQuickWindow::afterAnimating, this, &VideoFrame::follow);
+            window()->update();
         },
         Qt::QueuedConnection);
 }
 
-void VideoFrame::geometryChange(const QRectF &now, const QRectF &before)
+void VideoFrame::follow()
 {
-    QQuickItem::geometryChange(now, before);
-    if (m_player && window())
+    if (!m_player || !window())
+        return;
+    if (std::exchange(m_opened, true))
         m_player->move(place());
+    else
+        m_player->open(m_html, m_base, quintptr(window()->winId()), place());
 }
 
 QRect VideoFrame::place() const

@@ -30,14 +30,15 @@ Q_SIGNALS:
 
 protected:
     void componentComplete() override;
-    void geometryChange(const QRectF &now, const QRectF &before) override;
 
 private:
+    void follow();
     QRect place() const;
 
     QPointer<VideoPlayer> m_player;
     QString m_html;
     QUrl m_base;
+    bool m_opened = false;
     bool m_failed = false;
 };
 

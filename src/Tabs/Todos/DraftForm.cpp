@@ -1,6 +1,6 @@
 #include "Tabs/Todos/DraftForm.h"
 
-#include "Platform/Clock.h"
+#include "Core/Texts.h"
 
 #include <array>
 
@@ -25,7 +25,7 @@ void DraftForm::open(const Todo &draft)
     m_opened = draft;
     m_hasDate = !draft.due.isEmpty();
     const QDate due = dayOf(draft.due);
-    m_date.setDate(due.isValid() ? due : m_clock.wallTime().toLocalTime().date());
+    m_date.setDate(due.isValid() ? due : today(m_clock));
     m_openedDate = m_date.date();
     m_more = draft.id != 0;
     update();

@@ -259,7 +259,8 @@ void ShownTodos::toggleSelected()
 // Everything is computed here, once for each change; views only read the result.
 void ShownTodos::update()
 {
-    m_days = {today(m_clock, 0), today(m_clock, 1)};
+    const QDate day = today(m_clock);
+    m_days = {textOf(day), textOf(day.addDays(1))};
     const TodoLists::Cut cut{m_scope, m_filter, m_search, m_days.today};
     if (m_cut != cut) {
         m_cut = cut;

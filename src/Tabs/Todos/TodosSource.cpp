@@ -1,7 +1,6 @@
 #include "Tabs/Todos/TodosSource.h"
 
 #include "Core/Texts.h"
-#include "Platform/Clock.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
 #include "Tabs/Todos/TodosKeys.h"
 
@@ -88,7 +87,7 @@ void TodosSource::setDraft(const std::optional<Todo> &draft)
 void TodosSource::newDraft()
 {
     Todo todo;
-    todo.due = today(m_needs.clock, 0);
+    todo.due = textOf(today(m_needs.clock));
     todo.scope = m_shown.scope();
     setDraft(todo);
 }

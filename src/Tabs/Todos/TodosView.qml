@@ -124,8 +124,8 @@ FocusScope {
                 x: bar.stacked ? 0 : bar.beside + root.gap
                 y: bar.height - height
                 width: add.x - 6 - x
-                label: qsTr("Search")
-                prompt: qsTr("Search todos")
+                label: qsTr("Search todos")
+                prompt: label
                 symbol: "magnifyingglass"
                 clearable: true
                 text: root.source.shown.search

@@ -135,6 +135,12 @@ private Q_SLOTS:
             QCOMPARE(focused(), u"Close"_s);
         };
         play();
+        const auto items = m_view->findChildren<QQuickItem *>();
+        const auto frame =
+            std::ranges::find_if(items, [](const QQuickItem *item) { return item->inherits("velto::VideoFrame"); });
+        QVERIFY(frame != items.end());
+        QTRY_COMPARE(player.placeNow, (*frame)->mapRectToScene((*frame)->boundingRect()).toAlignedRect());
+        QVERIFY(m_view->contentItem()->boundingRect().toRect().contains(player.placeNow));
         click(named(u"Open in browser"_s));
         QCOMPARE(m_world->workspace.opened, QList<QUrl>{QUrl(u"https://youtu.be/abc"_s)});
         QVERIFY(!player.htmlNow.isEmpty());
@@ -159,8 +165,15 @@ private Q_SLOTS:
     void withoutThePlayerTheBrowserOpensAndItSaysSo()
     {
         m_world->videoPlayer.here = false;
-        copyVideo();
         show(m_world->home);
+        click(named(u"Use copied link"_s));
+        m_world->wait(300);
+        QVERIFY(named(u"No link is copied right now."_s));
+        m_world->wait(8000);
+        copyVideo();
+        click(named(u"Use copied link"_s));
+        m_world->wait(300);
+        QCOMPARE(focused(), u"YouTube video, Copied link · loading preview"_s);
         click(named(u"Play: YouTube video"_s));
         QCOMPARE(m_world->workspace.opened, QList<QUrl>{QUrl(u"https://youtu.be/abc"_s)});
         const QString says = u"Opened in your browser. Videos play here once Qt WebEngine is installed."_s;

@@ -31,7 +31,7 @@ private Q_SLOTS:
         press(Qt::Key_Down, Qt::ShiftModifier); // not the same key
         QVERIFY(focused().startsWith(u"Renew the passport"_s));
 
-        click(named(u"Search"_s));
+        click(named(u"Search todos"_s));
         press(Qt::Key_Up); // out of the field
         QVERIFY(focused().startsWith(u"Send the invoice"_s));
 
@@ -52,7 +52,7 @@ private Q_SLOTS:
         QCOMPARE(source().shown()->openID(), std::optional<qint64>(2));
         QTest::keyClick(m_view.get(), Qt::Key_Enter, Qt::KeypadModifier);
         QVERIFY(!source().shown()->openID());
-        click(named(u"Search"_s));
+        click(named(u"Search todos"_s));
         press(Qt::Key_Return);
         QVERIFY(!source().shown()->openID()); // the field took the key
         named(u"New todo"_s)->forceActiveFocus(Qt::TabFocusReason);
@@ -136,7 +136,7 @@ private Q_SLOTS:
         m_world->hub.open(Tab::Agents);
         press(Qt::Key_F, Qt::ControlModifier);
         QCOMPARE(m_world->hub.selected(), Tab::Todos);
-        QCOMPARE(focused(), u"Search"_s);
+        QCOMPARE(focused(), u"Search todos"_s);
         type(u"plants"_s);
         m_view->grabWindow();
         QCOMPARE(titles(), QStringList{u"Water the plants"_s});
