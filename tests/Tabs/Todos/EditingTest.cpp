@@ -58,6 +58,37 @@ private Q_SLOTS:
         QCOMPARE(desk.inFile(), source.todos());
     }
 
+    void whatStandsInTheFormOutlivesTheProgram()
+    {
+        Desk desk;
+        const Todo old = makeTodo(7, u"old"_s);
+        for (const bool isNew : {true, false}) {
+            TodosSource &first = desk.start({old});
+            if (isNew)
+                first.newDraft();
+            else
+                first.edit(u"7"_s);
+            first.form()->setTitle(u"half a tho"_s);
+            first.form()->setDetails(u"why"_s);
+            first.form()->setHasDate(true);
+            first.form()->date()->moveDays(3);
+            desk.wait(1s);
+            TodosSource &second = desk.start();
+            QVERIFY(second.form()->shown() && second.form()->more());
+            QVERIFY(!second.unfinished()); // the panel may close
+            second.form()->setTitle(u"half a thought"_s);
+            QVERIFY(second.unfinished());
+            const QString due = textOf(second.form()->date()->date());
+            QVERIFY(due != Desk::kToday);
+            desk.wait(1s);
+            TodosSource &third = desk.start();
+            third.form()->save();
+            const Todo saved = isNew ? third.todos().value(1) : third.todos().value(0);
+            QCOMPARE(saved.title + saved.details + saved.due, u"half a thoughtwhy"_s + due);
+            QVERIFY(!desk.start().form()->shown());
+        }
+    }
+
     void commentsAreStampedAndKeptAsTyped()
     {
         Desk desk;
