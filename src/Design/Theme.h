@@ -76,6 +76,7 @@ class Theme : public QObject {
     Q_PROPERTY(int helpDelay MEMBER kHelpDelay CONSTANT FINAL)
     Q_PROPERTY(bool reducedMotion READ reducedMotion WRITE setReducedMotion NOTIFY motionChanged FINAL)
     Q_PROPERTY(bool pointerRests READ pointerRests WRITE setPointerRests NOTIFY pointerRestsChanged FINAL)
+    Q_PROPERTY(bool keyboardElsewhere READ keyboardElsewhere WRITE setKeyboardElsewhere NOTIFY keyboardElsewhereChanged FINAL)
     Q_PROPERTY(bool snapshotRendering READ snapshotRendering WRITE setSnapshotRendering NOTIFY snapshotRenderingChanged FINAL)
 
 public:
@@ -164,6 +165,9 @@ public:
     /// Whether something appeared under a pointer that hasn't moved since: what is under it doesn't light up or show help.
     bool pointerRests() const { return m_pointerRests; }
     void setPointerRests(bool rests);
+    /// Whether the desktop keeps the keyboard from the window: no caret and no ring promises that what is typed arrives.
+    bool keyboardElsewhere() const { return m_keyboardElsewhere; }
+    void setKeyboardElsewhere(bool elsewhere);
     /// Whether the views are drawn into a picture: plain fills stand in for glass, and nothing moves.
     bool snapshotRendering() const { return m_snapshotRendering; }
     void setSnapshotRendering(bool snapshot);
@@ -187,6 +191,7 @@ Q_SIGNALS:
     void motionChanged();
     void textScaleChanged();
     void pointerRestsChanged();
+    void keyboardElsewhereChanged();
     void snapshotRenderingChanged();
 
 private:
@@ -196,6 +201,7 @@ private:
     bool m_reducedMotion = false;
     double m_textScale = 1;
     bool m_pointerRests = false;
+    bool m_keyboardElsewhere = false;
     bool m_snapshotRendering = false;
 };
 
