@@ -35,7 +35,7 @@ Item {
         if (root.over)
             return;
         root.over = true;
-        (root.before ?? root.target).forceActiveFocus(Qt.PopupFocusReason);
+        (root.before ? root.before : root.target).forceActiveFocus(Qt.PopupFocusReason);
         root.closed();
     }
     function back(): void {

@@ -33,7 +33,7 @@ Item {
         if (root.over)
             return;
         root.over = true;
-        (root.before ?? root.target).forceActiveFocus();
+        (root.before ? root.before : root.target).forceActiveFocus();
         root.closed();
     }
     Component.onCompleted: {
