@@ -9,6 +9,7 @@ from velto_desktop import DENY, GUARD_SECONDS, PEEK_ROW_HEIGHT, xdotool  # watch
 
 SCROLL_NOTCHES = 120
 SCROLL_PAUSE_MS = 25
+SETTLED_SECONDS = 1
 REST_SECONDS = 10
 MANY_TODOS = 100_000
 
@@ -56,11 +57,13 @@ def sessions(count, working):
 def scroll(velto, watcher):
     """Frames per second and CPU ms per frame, on average and for the worst frame, while the wheel turns down the page and back."""
     velto.point_at_page()
+    time.sleep(SETTLED_SECONDS)  # what was turned back before
     watcher.frames()
     before, start = cpu_seconds(velto.process.pid), time.monotonic()
     xdotool("click", "--repeat", SCROLL_NOTCHES, "--delay", SCROLL_PAUSE_MS, 5)
-    frames = watcher.frames(start)
     seconds = time.monotonic() - start
+    time.sleep(SETTLED_SECONDS)
+    frames = watcher.frames(start)
     cpu = (cpu_seconds(velto.process.pid) - before) * 1000
     xdotool("click", "--repeat", SCROLL_NOTCHES, "--delay", 2, 4)
     return len(frames) / seconds, cpu / max(1, len(frames)), worst(frames)[1]
@@ -131,7 +134,7 @@ def todo_figures(make, watcher_program, count):
         file.parent.mkdir(parents=True)
         file.write_text(json.dumps([
             {"id": i + 1, "title": f"Answer the letter of customer {i}", "details": "In writing, please.", "who": "me",
-             "due": "2030-01-01", "project": f"p{i % 20}", "scope": "office", "prio": 1 + i % 3, "comments": []}
+             "due": "2020-01-01", "project": f"p{i % 20}", "scope": "office", "prio": 1 + i % 3, "comments": []}
             for i in range(count)]))
         velto.start("--search")
         pid = velto.process.pid

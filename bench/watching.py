@@ -49,7 +49,7 @@ class Velto(velto_desktop.Velto):
 
     def point_at_page(self):
         at = self.geometry()
-        xdotool("mousemove", "--sync", at.x + at.width // 2, at.y + at.height * 2 // 3)
+        xdotool("mousemove", at.x + at.width // 2, at.y + at.height * 2 // 3)
 
 
 class Floor(Velto):

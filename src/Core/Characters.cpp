@@ -72,6 +72,7 @@ bool isHidden(char32_t c)
                    {0xFE00, 0xFE0F}, // variation selectors
                    {0xFFA0, 0xFFA0},
                    {0xFFFC, 0xFFFC}, // object replacement character
+                   {0x13441, 0x13442}, // hieroglyphic blanks
                    {0x1D159, 0x1D159}, // null notehead
                    {0x16FE4, 0x16FE4},
                    {0xE0000, 0xE0FFF}}); // tags and more variation selectors

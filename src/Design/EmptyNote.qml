@@ -11,7 +11,7 @@ Row {
 
     signal clicked
 
-    spacing: 6
+    spacing: Math.round(6 * Theme.textScale)
     Accessible.role: Accessible.StaticText
     Accessible.name: root.text
 

@@ -13,5 +13,6 @@ RoundedBox {
     radius: root.corner + 2
     edge: 2
     edgeColor: Theme.ice
+    opacity: Theme.keyboardElsewhere ? 0 : 1
     visible: parent !== null && parent.activeFocus
 }

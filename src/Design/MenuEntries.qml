@@ -64,7 +64,7 @@ FocusScope {
                 opacity: 1
                 activeFocusOnTab: !isLine
                 width: column.width
-                height: isLine ? 9 : Math.max(28, words.implicitHeight + 13)
+                height: isLine ? 9 : words.implicitHeight + Math.round(13 * Theme.textScale)
                 Accessible.role: isLine ? Accessible.Separator : Accessible.MenuItem
                 Accessible.description: key
                 onHoveredChanged: {
@@ -72,7 +72,7 @@ FocusScope {
                         forceActiveFocus();
                 }
                 onClicked: root.chosen(entry.index)
-                Component.onCompleted: root.widest = Math.max(root.widest, words.implicitWidth + 24 + (beside.text === "" ? 0 : beside.implicitWidth + 24))
+                Component.onCompleted: root.widest = Math.max(root.widest, words.implicitWidth + 2 * words.x + (beside.text === "" ? 0 : beside.implicitWidth + 2 * words.x))
 
                 Rectangle {
                     anchors.fill: parent
@@ -82,16 +82,16 @@ FocusScope {
                 }
                 Rectangle {
                     visible: entry.isLine
-                    x: 12
+                    x: Theme.paddingCard
                     y: 4
-                    width: parent.width - 24
+                    width: parent.width - 2 * x
                     height: 1
                     color: Theme.at("white", 0.16)
                 }
                 PlainText {
                     id: words
 
-                    x: 12
+                    x: Theme.paddingCard
                     anchors.verticalCenter: parent.verticalCenter
                     words: entry.modelData
                     Accessible.ignored: true
@@ -100,7 +100,7 @@ FocusScope {
                     id: beside
 
                     anchors.right: parent.right
-                    anchors.rightMargin: 12
+                    anchors.rightMargin: Theme.paddingCard
                     anchors.verticalCenter: parent.verticalCenter
                     text: entry.key
                     size: Theme.textSmall

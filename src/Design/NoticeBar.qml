@@ -36,7 +36,7 @@ Rectangle {
     Symbol {
         id: mark
 
-        x: 10
+        x: Math.round(10 * Theme.textScale)
         anchors.verticalCenter: parent.verticalCenter
         name: root.symbol
         color: root.tint
@@ -59,7 +59,7 @@ Rectangle {
         id: button
 
         anchors.right: parent.right
-        anchors.rightMargin: 6
+        anchors.rightMargin: Math.round(6 * Theme.textScale)
         anchors.verticalCenter: parent.verticalCenter
         visible: root.action !== ""
         text: root.action

@@ -7,24 +7,27 @@ ButtonBase {
 
     required property string text
     required property color tone
+    readonly property int padding: Math.round(4 + 5 * Theme.textScale)
 
     label: root.text
     corner: root.height / 2
-    implicitWidth: title.implicitWidth + 18
+    implicitWidth: title.implicitWidth + 2 * root.padding
     implicitHeight: title.implicitHeight + 6
 
     Rectangle {
         anchors.fill: parent
         radius: root.height / 2
         color: Theme.at(root.tone, root.pressed ? 0.42 : root.hovered ? 0.32 : Theme.snapshotRendering ? 0.25 : 0.22)
+        border.width: Theme.cardEdge
+        border.color: root.tone
     }
 
     PlainText {
         id: title
 
-        x: 9
+        x: root.padding
         anchors.verticalCenter: parent.verticalCenter
-        width: root.width - 18
+        width: root.width - 2 * root.padding
         words: root.text
         size: Theme.textSmall
         weight: Font.DemiBold

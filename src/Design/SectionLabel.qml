@@ -6,7 +6,7 @@ PlainText {
     size: Theme.textTitle
     weight: Font.DemiBold
     color: Theme.glassSecondary
-    topPadding: 6
+    topPadding: Math.round(6 * Theme.textScale)
     Accessible.role: Accessible.Heading
     Accessible.name: text
 }

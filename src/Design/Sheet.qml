@@ -9,7 +9,7 @@ FocusScope {
     required property Item target
     required property string title
     property string symbol
-    property real padding: 20
+    property real padding: Math.round(20 * Theme.textScale)
     /// What is at the end of the title's line.
     property alias actions: actions.data
     default property alias content: column.data
@@ -67,7 +67,7 @@ FocusScope {
             x: root.padding
             y: root.padding
             width: parent.width - 2 * root.padding
-            spacing: 12
+            spacing: Theme.paddingCard
 
             Item {
                 width: parent.width
@@ -99,7 +99,7 @@ FocusScope {
                     id: actions
 
                     anchors.right: parent.right
-                    spacing: 6
+                    spacing: Math.round(6 * Theme.textScale)
                 }
             }
         }

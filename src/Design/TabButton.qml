@@ -14,13 +14,14 @@ ButtonBase {
     property bool bare: false
 
     /// Its width with the title.
-    readonly property real whole: 20 + mark.width + row.spacing + name.implicitWidth + (root.badge > 0 ? row.spacing + pad.width : 0)
+    readonly property real whole: 2 * root.side + mark.width + row.spacing + name.implicitWidth + (root.badge > 0 ? row.spacing + pad.width : 0)
+    readonly property real side: Math.round(10 * Theme.textScale)
     readonly property color ink: root.selected ? Theme.accentStrong : root.hovered ? Theme.glassPrimary : Theme.glassSecondary
 
     label: root.badge > 0 ? root.title + ", " + root.badge : root.title
     help: root.bare ? root.title : ""
     corner: root.height / 2
-    implicitWidth: row.implicitWidth + 20
+    implicitWidth: row.implicitWidth + 2 * root.side
     implicitHeight: Math.max(row.implicitHeight, 16) + 12
     Accessible.role: Accessible.PageTab
     Accessible.selected: root.selected

@@ -42,7 +42,7 @@ FocusScope {
 
     FieldBox {
         anchors.fill: parent
-        focused: input.activeFocus
+        focused: input.activeFocus && !Theme.keyboardElsewhere
         hovered: hover.hovered && !Theme.pointerRests
     }
     PlainText {
@@ -81,6 +81,7 @@ FocusScope {
             height: Math.max(contentHeight, area.height)
             focus: true
             activeFocusOnTab: true
+            cursorVisible: input.activeFocus && !Theme.keyboardElsewhere
             textFormat: TextEdit.PlainText
             wrapMode: TextEdit.Wrap
             color: Theme.glassPrimary

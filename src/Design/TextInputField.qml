@@ -47,7 +47,7 @@ FocusScope {
 
     FieldBox {
         anchors.fill: parent
-        focused: input.activeFocus
+        focused: input.activeFocus && !Theme.keyboardElsewhere
         hovered: hover.hovered && !Theme.pointerRests
         wrong: root.wrong
     }
@@ -78,6 +78,7 @@ FocusScope {
         height: root.height
         focus: true
         activeFocusOnTab: true
+        cursorVisible: input.activeFocus && !Theme.keyboardElsewhere
         clip: true
         maximumLength: 0x7fffffff // a paste is never cut silently
         horizontalAlignment: TextInput.AlignLeft // as the prompt, and the same text in a list

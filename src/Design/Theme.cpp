@@ -128,6 +128,14 @@ void Theme::setPointerRests(bool rests)
     Q_EMIT pointerRestsChanged();
 }
 
+void Theme::setKeyboardElsewhere(bool elsewhere)
+{
+    if (m_keyboardElsewhere == elsewhere)
+        return;
+    m_keyboardElsewhere = elsewhere;
+    Q_EMIT keyboardElsewhereChanged();
+}
+
 void Theme::setSnapshotRendering(bool snapshot)
 {
     if (m_snapshotRendering == snapshot)

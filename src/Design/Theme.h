@@ -54,18 +54,18 @@ class Theme : public QObject {
     Q_PROPERTY(int textLarge MEMBER kTextLarge CONSTANT FINAL)
     Q_PROPERTY(int textHeadline MEMBER kTextHeadline CONSTANT FINAL)
 
-    // Shape, in logical pixels
-    Q_PROPERTY(int radiusCard MEMBER kRadiusCard CONSTANT FINAL)
-    Q_PROPERTY(int radiusRow MEMBER kRadiusRow CONSTANT FINAL)
-    Q_PROPERTY(int radiusControl MEMBER kRadiusControl CONSTANT FINAL)
-    Q_PROPERTY(int paddingCard MEMBER kPaddingCard CONSTANT FINAL)
+    // Shape, in logical pixels; it grows with the letters
+    Q_PROPERTY(int radiusCard READ radiusCard NOTIFY textScaleChanged FINAL)
+    Q_PROPERTY(int radiusRow READ radiusRow NOTIFY textScaleChanged FINAL)
+    Q_PROPERTY(int radiusControl READ radiusControl NOTIFY textScaleChanged FINAL)
+    Q_PROPERTY(int paddingCard READ paddingCard NOTIFY textScaleChanged FINAL)
     /// The height of a field, a segmented control and whatever shares a row with them.
     Q_PROPERTY(int controlHeight READ controlHeight NOTIFY textScaleChanged FINAL)
     /// The scale of letters and symbols, and with them of rows and controls: 1 to 2.
     Q_PROPERTY(double textScale READ textScale WRITE setTextScale NOTIFY textScaleChanged FINAL)
-    Q_PROPERTY(int gap MEMBER kGap CONSTANT FINAL)
-    Q_PROPERTY(int gapTight MEMBER kGapTight CONSTANT FINAL)
-    Q_PROPERTY(int gapSection MEMBER kGapSection CONSTANT FINAL)
+    Q_PROPERTY(int gap READ gap NOTIFY textScaleChanged FINAL)
+    Q_PROPERTY(int gapTight READ gapTight NOTIFY textScaleChanged FINAL)
+    Q_PROPERTY(int gapSection READ gapSection NOTIFY textScaleChanged FINAL)
 
     // Motion: every duration is 0 while motion is reduced
     Q_PROPERTY(QEasingCurve spring READ spring CONSTANT FINAL)
@@ -76,6 +76,7 @@ class Theme : public QObject {
     Q_PROPERTY(int helpDelay MEMBER kHelpDelay CONSTANT FINAL)
     Q_PROPERTY(bool reducedMotion READ reducedMotion WRITE setReducedMotion NOTIFY motionChanged FINAL)
     Q_PROPERTY(bool pointerRests READ pointerRests WRITE setPointerRests NOTIFY pointerRestsChanged FINAL)
+    Q_PROPERTY(bool keyboardElsewhere READ keyboardElsewhere WRITE setKeyboardElsewhere NOTIFY keyboardElsewhereChanged FINAL)
     Q_PROPERTY(bool snapshotRendering READ snapshotRendering WRITE setSnapshotRendering NOTIFY snapshotRenderingChanged FINAL)
 
 public:
@@ -148,7 +149,14 @@ public:
 
     double textScale() const { return m_textScale; }
     void setTextScale(double scale);
-    int controlHeight() const { return qRound(kControlHeight * m_textScale); }
+    int radiusCard() const { return grown(kRadiusCard); }
+    int radiusRow() const { return grown(kRadiusRow); }
+    int radiusControl() const { return grown(kRadiusControl); }
+    int paddingCard() const { return grown(kPaddingCard); }
+    int controlHeight() const { return grown(kControlHeight); }
+    int gap() const { return grown(kGap); }
+    int gapTight() const { return grown(kGapTight); }
+    int gapSection() const { return grown(kGapSection); }
     /// Whether the desktop asks for strong edges: quiet texts are white then, and what is a fill alone has an edge.
     bool highContrast() const { return m_highContrast; }
     void setHighContrast(bool high);
@@ -164,6 +172,9 @@ public:
     /// Whether something appeared under a pointer that hasn't moved since: what is under it doesn't light up or show help.
     bool pointerRests() const { return m_pointerRests; }
     void setPointerRests(bool rests);
+    /// Whether the desktop keeps the keyboard from the window: no caret and no ring promises that what is typed arrives.
+    bool keyboardElsewhere() const { return m_keyboardElsewhere; }
+    void setKeyboardElsewhere(bool elsewhere);
     /// Whether the views are drawn into a picture: plain fills stand in for glass, and nothing moves.
     bool snapshotRendering() const { return m_snapshotRendering; }
     void setSnapshotRendering(bool snapshot);
@@ -187,15 +198,18 @@ Q_SIGNALS:
     void motionChanged();
     void textScaleChanged();
     void pointerRestsChanged();
+    void keyboardElsewhereChanged();
     void snapshotRenderingChanged();
 
 private:
     int moving(int duration) const { return m_reducedMotion ? 0 : duration; }
+    int grown(int length) const { return qRound(length * m_textScale); }
 
     bool m_highContrast = false;
     bool m_reducedMotion = false;
     double m_textScale = 1;
     bool m_pointerRests = false;
+    bool m_keyboardElsewhere = false;
     bool m_snapshotRendering = false;
 };
 

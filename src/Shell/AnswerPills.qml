@@ -16,7 +16,7 @@ Row {
         (allowed ? allow : deny).forceActiveFocus(Qt.TabFocusReason);
     }
 
-    spacing: 8
+    spacing: Math.round(4 + 4 * Theme.textScale)
     Keys.onLeftPressed: root.choose(false)
     Keys.onRightPressed: root.choose(true)
 

@@ -13,7 +13,7 @@ FocusScope {
     required property PeekLine peekLine
 
     /// The height that a question takes up under the header; what unfolds of it lies over the page.
-    readonly property real asked: question.asks ? question.barHeight + 14 : 0
+    readonly property real asked: question.asks ? question.barHeight + Theme.gapSection : 0
 
     focus: true
     Accessible.role: Accessible.Pane
@@ -74,7 +74,7 @@ FocusScope {
             anchors.rightMargin: 8
             anchors.verticalCenter: parent.verticalCenter
             visible: root.contents.recording
-            spacing: 5
+            spacing: Theme.gapTight
 
             Symbol {
                 anchors.verticalCenter: parent.verticalCenter
@@ -120,7 +120,7 @@ FocusScope {
         id: question
 
         x: 24
-        y: header.y + header.height + 14
+        y: header.y + header.height + Theme.gapSection
         z: 1
         width: root.width - 48
         line: root.peekLine
@@ -138,7 +138,7 @@ FocusScope {
         id: keyboard
 
         x: 24
-        y: header.y + header.height + 14 + root.asked
+        y: header.y + header.height + Theme.gapSection + root.asked
         width: root.width - 48
         visible: root.ui.keyboardKept
         symbol: "exclamationmark.triangle"
@@ -152,9 +152,9 @@ FocusScope {
         id: highlights
 
         x: 24
-        y: header.y + header.height + 14 + root.asked + (keyboard.visible ? keyboard.height + 10 : 0)
+        y: header.y + header.height + Theme.gapSection + root.asked + (keyboard.visible ? keyboard.height + Theme.gap : 0)
         height: Math.round(24 * Theme.textScale)
-        spacing: 6
+        spacing: Math.round(6 * Theme.textScale)
 
         Repeater {
             id: chips
@@ -184,7 +184,7 @@ FocusScope {
         readonly property int side: 8
 
         x: 24 - side
-        y: highlights.y + (root.contents.nothingNeedsYou || chips.count > 0 ? highlights.height + 14 : 0)
+        y: highlights.y + (root.contents.nothingNeedsYou || chips.count > 0 ? highlights.height + Theme.gapSection : 0)
         width: root.width - 2 * x
         height: root.height - y - 22
         clip: true

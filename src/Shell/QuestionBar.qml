@@ -60,7 +60,7 @@ Item {
         radius: 12
         color: Theme.popover
         border.width: 1
-        border.color: Theme.at(Theme.amber, 0.4)
+        border.color: Theme.at(Theme.amber, Math.max(0.4, Theme.edgeFloor))
     }
     Symbol {
         id: symbol

@@ -3,15 +3,16 @@ import Velto.Design
 import Velto.Shell
 
 // A question on one line: who asks, with what tool, to do what. The parts look different, so that none can pose as another. The
-// name gives way first, then what would be done; the tool gets letters as small as it needs, and is cut only where even those
-// would fill the whole row. Whatever is cut ends in "…".
+// name gives way first, then what would be done; a tool with a long name gets two lines, and letters as small as it needs.
+// Whatever is cut ends in "…".
 Item {
     id: root
 
     required property PeekLine line
     required property bool unfolded
 
-    readonly property int gap: 8
+    readonly property int gap: Math.round(4 + 4 * Theme.textScale)
+    readonly property int padding: Math.round(3 + 3 * Theme.textScale)
     /// A name takes at most a third of the row around this.
     required property real longestName
     readonly property real leastName: Math.min(name.implicitWidth, Math.round(14 * Theme.textScale))
@@ -21,7 +22,19 @@ Item {
     readonly property real roomBeside: root.room - chip.width - root.gap
     /// What a name keeps beside a long command, unless the tool needs the room.
     readonly property real usualName: Math.min(name.implicitWidth, root.room / 5, root.roomBeside - root.leastDetail)
-    readonly property real longestTool: root.room - root.leastName - root.leastDetail - root.gap - 12
+    readonly property real longestTool: root.room - root.leastName - root.leastDetail - root.gap - 2 * root.padding
+    /// Beside a longer one, nothing else would be left to read. It is broken in its middle, after a "_" if there is one.
+    readonly property bool twoLines: usual.advanceWidth > 0.4 * root.room
+    readonly property list<string> toolLines: {
+        const whole = root.line.tool;
+        const word = whole.lastIndexOf("_", 0.6 * whole.length) + 1;
+        const half = word > 0.4 * whole.length ? word : Math.ceil(whole.length / 2);
+        const at = /^[\udc00-\udfff]/.test(whole.slice(half)) ? half + 1 : half;
+        return [whole.slice(0, at), whole.slice(at)];
+    }
+    readonly property real longerLine: Math.max(upper.advanceWidth, lower.advanceWidth) + 1
+    readonly property int lineSize: Math.floor(upper.font.pixelSize * Math.min(1, 0.95 * root.longestTool / root.longerLine))
+    readonly property int leastSize: 8
 
     height: Math.round(22 * Theme.textScale)
     Accessible.ignored: true
@@ -42,20 +55,25 @@ Item {
         x: name.width > 0 ? name.x + name.width + root.gap : 0
         anchors.verticalCenter: parent.verticalCenter
         visible: tool.text !== ""
-        width: visible ? tool.width + 12 : 0
-        height: Math.round(8 + 12 * Theme.textScale)
+        width: visible ? tool.width + 2 * root.padding : 0
+        height: root.twoLines ? tool.height + 4 : Math.round(8 + 12 * Theme.textScale)
         radius: 6
         color: Theme.at("white", 0.14)
 
         PlainText {
             id: tool
 
-            x: 6
+            x: root.padding
             anchors.verticalCenter: parent.verticalCenter
-            width: Math.min(implicitWidth, Math.max(40, root.longestTool))
-            text: root.line.tool
+            anchors.verticalCenterOffset: root.twoLines ? 0 : Theme.capitalsDrop(font.pixelSize, height)
+            // Its own implicit width would follow the size that follows from this width.
+            width: Math.min(root.twoLines ? Math.ceil(root.longerLine * Math.min(1, 1.05 * font.pixelSize / upper.font.pixelSize)) : Math.ceil(usual.advanceWidth) + 1, Math.max(40, root.longestTool))
+            text: root.twoLines && root.lineSize >= root.leastSize ? root.toolLines.join("\n") : root.line.tool
             color: "white"
-            font.pixelSize: Math.max(9, Math.floor(usual.font.pixelSize * Math.min(1, (root.longestTool - 1) / usual.advanceWidth)))
+            wrapMode: root.twoLines ? Text.WrapAnywhere : Text.NoWrap
+            maximumLineCount: root.twoLines ? 2 : 1
+            lineHeight: root.twoLines ? 0.95 : 1
+            font.pixelSize: root.twoLines ? Math.max(root.leastSize, root.lineSize) : usual.font.pixelSize
             weight: Font.DemiBold
             Accessible.ignored: true
 
@@ -65,7 +83,21 @@ Item {
                 font.family: tool.font.family
                 font.weight: tool.font.weight
                 font.pixelSize: Math.round(Theme.textBody * Theme.textScale)
-                text: tool.text
+                text: root.line.tool
+            }
+            TextMetrics {
+                id: upper
+
+                font.family: tool.font.family
+                font.weight: tool.font.weight
+                font.pixelSize: Math.round(2 + 8 * Theme.textScale)
+                text: root.toolLines[0]
+            }
+            TextMetrics {
+                id: lower
+
+                font: upper.font
+                text: root.toolLines[1]
             }
         }
     }
@@ -73,7 +105,7 @@ Item {
         id: detail
 
         x: chip.visible ? chip.x + chip.width + root.gap : chip.x
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.baseline: name.baseline
         width: Math.min(implicitWidth, Math.max(0, root.width - x - chevron.width - root.gap - root.leastPlace))
         text: root.line.detail
         color: root.line.hasDetail ? "white" : Theme.glassTertiary
@@ -86,7 +118,7 @@ Item {
         id: place
 
         x: detail.x + detail.width + root.gap
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.baseline: name.baseline
         width: Math.max(0, Math.min(implicitWidth, root.width - x - chevron.width - root.gap))
         visible: root.line.place !== ""
         text: root.line.place

@@ -38,6 +38,8 @@ Item {
         anchors.bottomMargin: 9
         clip: true
         boundsBehavior: Flickable.StopAtBounds
+        // A row that is still being built ahead of the scrolling when the question goes away makes the list warn.
+        cacheBuffer: 0
         Accessible.role: Accessible.List
         Accessible.name: qsTr("The whole question")
 

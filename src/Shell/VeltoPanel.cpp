@@ -37,6 +37,10 @@ VeltoPanel::VeltoPanel(Clock &clock, UI &ui, const PanelOutline &outline)
     connect(&m_outline, &PanelOutline::changed, this, &VeltoPanel::outlineChanged);
     connect(&m_ui, &UI::compositedChanged, this, &VeltoPanel::outlineMoved);
     connect(&m_ui, &UI::menuOpenChanged, this, &VeltoPanel::letPointerRest);
+    connect(&m_ui, &UI::keyboardKeptChanged, this, [this] {
+        if (Theme *theme = Theme::of(engine()))
+            theme->setKeyboardElsewhere(m_ui.keyboardKept());
+    });
 }
 
 VeltoPanel::~VeltoPanel()

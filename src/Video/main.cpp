@@ -7,6 +7,7 @@
 #include <QGuiApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QKeyEvent>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -37,6 +38,31 @@ void place(QWindow &window, const QRect &device)
     window.setGeometry(qRound(device.x() / ratio), qRound(device.y() / ratio), qRound(device.width() / ratio),
                        qRound(device.height() / ratio));
 }
+
+/// The display gives the keys to the window under the pointer, even while the panel around it has the keyboard. Escape ends the
+/// video then too; any other key was meant for the video, so it takes the keyboard.
+class StrayKeys final : public QObject {
+public:
+    explicit StrayKeys(QWindow &window)
+        : m_window(window)
+    {
+        window.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::KeyPress && !m_window.isActive()) {
+            if (static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape)
+                QGuiApplication::quit();
+            else
+                m_window.requestActivate();
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    QWindow &m_window;
+};
 
 std::optional<QByteArray> readFirstLine()
 {
@@ -75,6 +101,7 @@ int main(int argc, char **argv)
     if (const auto parent = WId(request["parent"_L1].toDouble()); parent != 0)
         view.setParent(QWindow::fromWinId(parent));
     place(view, placeIn(request));
+    StrayKeys strayKeys(view);
     view.show();
 
     QByteArray pending;

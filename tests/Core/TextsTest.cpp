@@ -89,8 +89,8 @@ private Q_SLOTS:
         row("format characters", u"a\u00ADb\u2060c\uFEFFd\uFFF9e"_s, u"a‹U+00AD›b‹U+2060›c‹U+FEFF›d‹U+FFF9›e"_s);
         row("other blanks", u"a\u2003b\u2009c\u1680d"_s, u"a‹U+2003›b‹U+2009›c‹U+1680›d"_s);
         row("wide blanks", u"a\u00A0b\u3000c"_s, u"a\u00A0b\u3000c"_s, u"a‹U+00A0›b‹U+3000›c"_s);
-        row("fillers", u"a\u3164b\u115Fc\uFFA0d\u2800e\u034Ff\u17B4g"_s,
-            u"a‹U+3164›b‹U+115F›c‹U+FFA0›d‹U+2800›e‹U+034F›f‹U+17B4›g"_s);
+        row("fillers", u"a\u3164b\u115Fc\uFFA0d\u2800e\u034Ff\u17B4g\U00013441"_s,
+            u"a‹U+3164›b‹U+115F›c‹U+FFA0›d‹U+2800›e‹U+034F›f‹U+17B4›g‹U+13441›"_s);
         row("variation selectors", u"a\uFE00b\U000E0100c\u180Bd"_s, u"a‹U+FE00›b‹U+E0100›c‹U+180B›d"_s);
         row("tags", u"x\U000E0041\U000E0041\U000E0042"_s, u"x‹U+E0041×2›‹U+E0042›"_s);
         row("private, unassigned, no character", u"\uE000\u0378\uFFFF\U0010FFFF"_s, u"‹U+E000›‹U+0378›‹U+FFFF›‹U+10FFFF›"_s);

@@ -150,6 +150,21 @@ private Q_SLOTS:
         QTRY_VERIFY(seen().join(u'/').contains(u"(chevron.up)"_s));
         QTRY_COMPARE(seen().mid(1).join(u'/'),
                      u"File | /home/me/.ssh/config/coral:− | Port 22/mint:+ | Port 4747/Session | api/Folder | /home/me/api"_s);
+
+        // A tool's name is never cut.
+        m_view->resize(520, 60);
+        for (const QString &tool : {u"Bash"_s, u"mcp__server"_s.repeated(6).left(64), QString(64, u'W')}) {
+            Peek named;
+            named.text = tool;
+            named.question = Question{u"api"_s, {}, tool, QJsonValue()};
+            named.decide = [](std::optional<bool>) {};
+            m_world->hub.dismissPeek();
+            m_world->hub.show(std::move(named));
+            const auto isWhole = [&tool](const QQuickItem *item) {
+                return item->property("text").toString().remove(u'\n') == tool && !item->property("truncated").toBool();
+            };
+            QTRY_VERIFY2(std::ranges::any_of(m_view->rootObject()->findChildren<QQuickItem *>(), isWhole), qPrintable(tool));
+        }
     }
 
     void thePanelShowsWhereOneIs()

@@ -114,7 +114,7 @@ class X11Desk(Desk):
         return read_ppm(subprocess.run(["import", "-window", "root", "-depth", "8", "ppm:-"], capture_output=True, check=True).stdout)
 
     def move(self, x, y):
-        xdotool("mousemove", "--sync", x, y)
+        xdotool("mousemove", x, y)
 
     def button(self, button=1):
         xdotool("click", button)

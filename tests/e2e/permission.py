@@ -54,10 +54,10 @@ def read_whole_and_answer_by_keys(velto, strip):
     curl = velto.ask(command="make all\nmake install")
     try:
         row = velto.settled(lambda at: at.height == strip.height + PEEK_ROW_HEIGHT, "the question to slide out")
-        velto_desktop.xdotool("mousemove", "--sync", row.x + row.width // 2, row.y + 4)
+        velto_desktop.xdotool("mousemove", row.x + row.width // 2, row.y + 4)
         time.sleep(0.6)
         expect("who passes over the strip opens nothing", velto.geometry(), row)
-        velto_desktop.xdotool("mousemove", "--sync", row.x + 200, row.y + row.height - 18)
+        velto_desktop.xdotool("mousemove", row.x + 200, row.y + row.height - 18)
         whole = velto.settled(lambda at: at.height > row.height + 40, "the question to unfold under the pointer")
         expect("it unfolds downwards", (whole.x, whole.y, whole.width), (row.x, row.y, row.width))
         velto.leave()

@@ -301,7 +301,7 @@ class Velto:
     def press(self, name, seconds=20.0):
         """A real click in the middle of the control of that name."""
         at = self.place_of(name, seconds)
-        xdotool("mousemove", "--sync", at.x + at.width // 2, at.y + at.height // 2, "click", 1)
+        xdotool("mousemove", at.x + at.width // 2, at.y + at.height // 2, "sleep", 0.1, "click", 1)
 
     def focused(self):
         """The name of the focused control."""
@@ -326,7 +326,7 @@ class Velto:
     def scroll_to(self, name):
         """Turns the wheel over the page, to its end and back, until the control of that name is in sight."""
         at = self.geometry()
-        xdotool("mousemove", "--sync", at.x + at.width // 2, at.y + at.height * 3 // 4)
+        xdotool("mousemove", at.x + at.width // 2, at.y + at.height * 3 // 4)
         for button in [5] * 12 + [4] * 24:
             if any(fits(each[0], name) and at.holds(each[2]) for each in self.controls()):
                 return

@@ -32,7 +32,6 @@ EverydaySource::EverydaySource(Needs needs, QObject *parent)
     : QObject(parent)
     , m_needs(needs)
 {
-    m_tick = m_needs.clock.every(kTick, [this] { tick(); });
     connect(&m_needs.players, &MediaPlayers::changed, this, [this] {
         if (!m_mediaSoon && m_needs.prefs.isOn(Prefs::Module::Media))
             m_mediaSoon = m_needs.clock.after(kBurst, [this] {
@@ -248,6 +247,7 @@ QString EverydaySource::nextEventText() const
 void EverydaySource::publish()
 {
     const QDateTime now = m_needs.clock.wallTime();
+    keepTicking();
     watchForTurn(now);
     Published next{m_nextEvent,     m_nextEvent ? m_nextEvent->relative(now) : QString(),
                    m_calendarState, calendarToShow(),
@@ -257,6 +257,16 @@ void EverydaySource::publish()
         return;
     m_published = std::move(next);
     Q_EMIT changed();
+}
+
+/// Where there is no meeting, no player and no focus period, a tick would find nothing.
+void EverydaySource::keepTicking()
+{
+    const bool mayPlay = m_needs.prefs.isOn(Prefs::Module::Media) && !m_needs.players.running().isEmpty();
+    if (m_calendarState != SourceState::ready() && !m_focusEnd && !mayPlay)
+        m_tick.reset();
+    else if (!m_tick)
+        m_tick = m_needs.clock.every(kTick, [this] { tick(); });
 }
 
 /// A turn that is further away than the next tick is left to it: each tick reads the wall clock anyway.

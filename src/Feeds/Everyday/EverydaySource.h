@@ -121,6 +121,7 @@ private:
     void settle(const Asking &asking);
     void showPlayer(const QString &id, const std::optional<NowPlaying> &playing);
     void publish();
+    void keepTicking();
     void watchForTurn(const QDateTime &now);
 
     Needs m_needs;
@@ -133,7 +134,7 @@ private:
     std::optional<QDateTime> m_focusEnd;
     QSet<QString> m_peekedEvents; ///< announced since the start; never forgotten
     Published m_published;
-    TimerHandle m_tick;
+    TimerHandle m_tick; ///< while there is something to follow
     TimerHandle m_turn;
     TimerHandle m_mediaSoon;
 };

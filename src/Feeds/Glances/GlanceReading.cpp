@@ -47,11 +47,29 @@ std::optional<fs::file_time_type> settled(fs::file_time_type stamp, const QDateT
     return seconds.count() + kCoarsestStamp.count() < now.toSecsSinceEpoch() ? std::optional(stamp) : std::nullopt;
 }
 
+/// Nothing is unfinished in a folder that isn't there; followed is the nearest one above it, where it or a part of its path will
+/// be made.
+Transfers awaited(const FileTree &tree, fs::path missing)
+{
+    std::error_code error;
+    while (missing.has_relative_path()) {
+        const fs::path above = missing.parent_path();
+        std::shared_ptr<FolderChanges> changes = tree.changesIn(QFile::decodeName(QByteArray::fromStdString(above.native())));
+        if (changes || fs::exists(above, error)) {
+            // It may have been made meanwhile. A link to nowhere may lead somewhere later without a trace here.
+            const bool still = fs::symlink_status(missing, error).type() == fs::file_type::not_found;
+            return {0, {}, still ? std::move(changes) : nullptr};
+        }
+        missing = above;
+    }
+    return {};
+}
+
 } // namespace
 
 bool Transfers::stillSo() const
 {
-    return stamp && changes && !changes->any();
+    return changes && !changes->any();
 }
 
 int Transfers::descriptor() const
@@ -69,7 +87,7 @@ Transfers readTransfers(const FileTree &tree, const QString &folder, const Trans
     std::error_code error;
     const auto stamp = fs::last_write_time(path, error);
     if (error)
-        return {};
+        return awaited(tree, path);
     if (before.stamp == stamp)
         return {before.count, before.stamp, std::move(changes)};
     Transfers found{0, settled(stamp, now), std::move(changes)};
@@ -89,9 +107,7 @@ int parseFailedBuilds(QByteArrayView listing)
 
 std::optional<int> readFailedBuilds(ToolRunner &tools)
 {
-    if (!tools.toolInstalled(u"gh"_s))
-        return 0;
-    if (!tools.mayBeSignedIn(u"gh"_s))
+    if (!tools.toolInstalled(u"gh"_s) || !tools.mayBeSignedIn(u"gh"_s))
         return std::nullopt;
     const RunResult result = tools.run(
         {u"gh"_s, u"run"_s, u"list"_s, u"--status"_s, u"failure"_s, u"--limit"_s, u"10"_s, u"--json"_s, u"databaseId"_s}, {},

@@ -27,15 +27,16 @@ struct Transfers {
 };
 
 /// Counts the unfinished downloads directly in a folder, hidden ones too; 0 if it can't be listed. A folder that hasn't changed
-/// since `before` costs one look at its stamp, however many entries it has. Blocks for the disk.
+/// since `before` costs one look at its stamp, however many entries it has; one that isn't there is followed until it may be.
+/// Blocks for the disk.
 Transfers readTransfers(const FileTree &tree, const QString &folder, const Transfers &before, const QDateTime &now);
 
 /// How many workflow runs are listed, at most ten: `gh run list --json` (https://cli.github.com/manual/gh_run_list). 0 if the
 /// text isn't such a listing. Any thread.
 int parseFailedBuilds(QByteArrayView listing);
 
-/// How many of the last workflow runs failed, according to the GitHub CLI in the folder that this program runs in. 0 without it,
-/// nothing after any failure. Blocks for up to 22 seconds.
+/// How many of the last workflow runs failed, according to the GitHub CLI in the folder that this program runs in. Nothing
+/// without it and after any failure. Blocks for up to 22 seconds.
 std::optional<int> readFailedBuilds(ToolRunner &tools);
 
 } // namespace velto

@@ -53,12 +53,14 @@ void GlanceSource::refresh()
 void GlanceSource::look()
 {
     refreshClipboard();
-    const bool rests = !m_listing && m_transfers.stillSo();
-    if (!m_listing && !rests)
-        readDownloads();
     // The answer took a moment, so the turn that was meant comes a little early.
     const auto now = m_needs.clock.now() + kInterval / 2;
-    if ((!m_nextBuilds || *m_nextBuilds <= now) && !m_asking && m_needs.prefs.anyOn())
+    const bool asks = (!m_nextBuilds || *m_nextBuilds <= now) && !m_asking && m_needs.prefs.anyOn();
+    // A disk may be mounted without anybody being told, so at times the folder is looked for regardless.
+    const bool rests = !m_listing && !asks && m_transfers.stillSo();
+    if (!m_listing && !rests)
+        readDownloads();
+    if (asks)
         readBuilds();
     if (!rests || m_asking) {
         waitFor({});

@@ -10,6 +10,7 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <chrono>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -19,6 +20,7 @@ namespace velto {
 namespace {
 
 constexpr qint64 kLargest = 16 * 1024 * 1024;
+constexpr std::chrono::milliseconds kThrough{500}; ///< whoever removes a whole folder is through by then
 const auto kDamaged = u".damaged-"_s;
 constexpr auto kReal = "real"_L1;
 constexpr auto kDate = "date"_L1;
@@ -197,13 +199,18 @@ FileWriter::Outcome SettingsFile::erase()
     return {};
 }
 
-JsonDefaults::JsonDefaults(Files &files, FileWriter &writer, const Clock &clock, QString path)
+JsonDefaults::JsonDefaults(Files &files, FileWriter &writer, Clock &clock, QString path)
     : m_writer(writer)
     , m_clock(clock)
     , m_path(std::move(path))
     , m_file(std::make_shared<SettingsFile>(files, m_path))
 {
     load(files);
+    QObject::connect(&m_watcher, &QFileSystemWatcher::directoryChanged, &m_life, [this] {
+        if (!m_values.isEmpty() && !QFileInfo::exists(m_path))
+            m_restore = m_clock.after(kThrough, [this] { restore(); });
+    });
+    watch();
 }
 
 JsonDefaults::~JsonDefaults() = default;
@@ -259,7 +266,22 @@ void JsonDefaults::save()
             m_values = *written;
             m_changes.clear();
             m_cleared = false;
+            watch();
         });
+}
+
+/// Until the program ends it has all settings, and the next start should have them too.
+void JsonDefaults::restore()
+{
+    if (!m_values.isEmpty() && !QFileInfo::exists(m_path))
+        save();
+}
+
+void JsonDefaults::watch()
+{
+    const QString folder = QFileInfo(m_path).path();
+    if (m_watcher.directories().isEmpty() && QFileInfo::exists(folder))
+        m_watcher.addPath(folder);
 }
 
 void JsonDefaults::clear()

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "Platform/Defaults.h"
+#include "Platform/Timer.h"
 
 #include <QByteArray>
+#include <QFileSystemWatcher>
 #include <QHash>
 #include <QJsonObject>
 #include <memory>
@@ -20,10 +22,10 @@ class SettingsFile;
 /// {"date": "2026-11-21T09:00:00.000Z"}, so that neither comes back as something else. Keys and values that this program doesn't
 /// know stay in the file, and so does what another program changes there, except for keys that are set here. A file that can't
 /// be parsed reads as empty and is copied aside (".damaged-" and the time) before it is overwritten; one that can't be read
-/// at all is never overwritten.
+/// at all is never overwritten, and one that is removed is written anew.
 class JsonDefaults final : public Defaults {
 public:
-    JsonDefaults(Files &files, FileWriter &writer, const Clock &clock, QString path);
+    JsonDefaults(Files &files, FileWriter &writer, Clock &clock, QString path);
     ~JsonDefaults() override;
 
     QVariant value(const QString &key) const override;
@@ -36,14 +38,18 @@ private:
     void load(Files &files);
     void keepPrivate() const;
     void save();
+    void restore();
+    void watch();
 
     FileWriter &m_writer;
-    const Clock &m_clock;
+    Clock &m_clock;
     QString m_path;
     std::shared_ptr<SettingsFile> m_file; ///< on the writer's lane
     QJsonObject m_values;
     QHash<QString, QJsonValue> m_changes; ///< what the disk doesn't have yet; undefined where a key is forgotten
     bool m_cleared = false; ///< what the file holds is to go
+    TimerHandle m_restore;
+    QFileSystemWatcher m_watcher; ///< of the file's folder
     QObject m_life;
 };
 

@@ -2,11 +2,15 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <chrono>
 #include <utility>
 
 namespace velto {
 
 namespace {
+
+/// Longer than a resting program goes without work, so that it doesn't make and end its threads each time.
+constexpr std::chrono::milliseconds kThreadRests{60'000};
 
 template <typename Each> Each takeFirst(std::mutex &mutex, std::deque<Each> &queue)
 {
@@ -50,7 +54,7 @@ ThreadPoolBackground::ThreadPoolBackground(int threads)
     , m_home(*this)
 {
     m_pool.setMaxThreadCount(threads);
-    m_pool.setExpiryTimeout(5000);
+    m_pool.setExpiryTimeout(int(kThreadRests.count()));
 }
 
 ThreadPoolBackground::~ThreadPoolBackground()

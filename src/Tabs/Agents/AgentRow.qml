@@ -133,7 +133,7 @@ Item {
 
         x: 32 * Theme.textScale
         y: 7 * Theme.textScale
-        width: Math.min(implicitWidth, tail.x - x - word.implicitWidth - 24)
+        width: Math.min(implicitWidth, tail.x - x - word.implicitWidth - 3 * Theme.gap)
         words: root.title
         size: Theme.textTitle
         weight: Font.Medium
@@ -143,7 +143,7 @@ Item {
         id: word
 
         anchors.left: title.right
-        anchors.leftMargin: 8
+        anchors.leftMargin: Theme.gap
         anchors.baseline: title.baseline
         text: root.stateWord
         size: Theme.textSmall
@@ -154,7 +154,7 @@ Item {
     PlainText {
         x: 32 * Theme.textScale
         y: 26 * Theme.textScale
-        width: tail.x - x - 16
+        width: tail.x - x - 2 * Theme.gap
         words: root.detail !== "" ? root.detail : root.folder
         elide: root.detail !== "" ? Text.ElideRight : Text.ElideMiddle
         size: Theme.textSmall
@@ -168,7 +168,7 @@ Item {
         anchors.right: parent.right
         anchors.rightMargin: 8 * Theme.textScale
         anchors.verticalCenter: parent.verticalCenter
-        spacing: 8
+        spacing: Theme.gap
 
         PlainText {
             anchors.verticalCenter: parent.verticalCenter

@@ -137,17 +137,19 @@ FocusScope {
             readonly property bool working: heading.section === "true"
 
             width: list.width
-            height: 4 + 34 * Theme.textScale
+            height: Math.round(34 * Theme.textScale)
 
             SectionLabel {
-                anchors.verticalCenter: parent.verticalCenter
+                id: label
+
+                anchors.bottom: parent.bottom
+                bottomPadding: Math.round(6 * Theme.textScale) - list.spacing // as far from its rows as on the other tabs
                 text: heading.working ? qsTr("Working · %1").arg(root.source.runningCount)
                                       : qsTr("Waiting for you · %1").arg(root.source.waitingCount)
             }
             PillButton {
                 anchors.right: parent.right
-                anchors.verticalCenter: parent.verticalCenter
-                anchors.verticalCenterOffset: 6 // aligned with the heading, which has space above it
+                y: label.y + Math.round((label.topPadding + label.height - label.bottomPadding - height) / 2) // level with the letters
                 visible: !heading.working
                 text: qsTr("Clear waiting")
                 help: qsTr("Hide these sessions from the velto. Running sessions are never cleared.")
@@ -175,7 +177,7 @@ FocusScope {
 
             width: list.width
             topPadding: 6
-            spacing: 10
+            spacing: Math.round(10 * Theme.textScale)
 
             PillButton {
                 id: fold
@@ -210,7 +212,8 @@ FocusScope {
             }
             EmptyNote {
                 anchors.horizontalCenter: parent.horizontalCenter
-                topPadding: 72
+                // The note and the button under it are in the middle of what is left of the page.
+                topPadding: Math.max(24, (list.height - (list.headerItem?.height ?? 0) - list.bottomMargin - 90 * Theme.textScale) / 2)
                 bottomPadding: 6
                 visible: root.source.empty && otherMac.count === 0
                 symbol: "sparkle"
@@ -238,7 +241,7 @@ FocusScope {
             Row {
                 x: footer.bare ? Math.round((footer.width - width) / 2) : 0
                 visible: root.source.hooksInstalled
-                spacing: 10
+                spacing: Math.round(10 * Theme.textScale)
 
                 PillButton {
                     anchors.verticalCenter: parent.verticalCenter
@@ -260,7 +263,7 @@ FocusScope {
             Row {
                 x: footer.bare ? Math.round((footer.width - width) / 2) : 0
                 topPadding: 4
-                spacing: 10
+                spacing: Math.round(10 * Theme.textScale)
 
                 PillButton {
                     id: scan

@@ -56,7 +56,7 @@ GlassCard {
         Column {
             id: words
 
-            width: parent.width - button.width - 24
+            width: parent.width - button.width - 3 * Theme.gap
             anchors.verticalCenter: parent.verticalCenter
             spacing: 4
 

@@ -93,15 +93,15 @@ FocusScope {
                     id: mode
 
                     /// Whether the choice is below the words, because there is no room beside them.
-                    readonly property bool stacked: width - picker.width - 14 < 260 * Theme.textScale
+                    readonly property bool stacked: width - picker.width - Theme.gapSection < 260 * Theme.textScale
 
                     width: parent.width
-                    height: mode.stacked ? words.height + 10 + picker.height : Math.max(words.height, picker.height)
+                    height: mode.stacked ? words.height + Theme.gap + picker.height : Math.max(words.height, picker.height)
 
                     Column {
                         id: words
 
-                        width: mode.stacked ? mode.width : mode.width - picker.width - 14
+                        width: mode.stacked ? mode.width : mode.width - picker.width - Theme.gapSection
                         spacing: 3
 
                         PlainText {

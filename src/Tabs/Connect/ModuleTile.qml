@@ -16,10 +16,12 @@ Rectangle {
     /// See TabOrder.
     readonly property bool staysTogether: true
 
+    readonly property real padding: Math.round(10 * Theme.textScale)
+
     signal wanted(bool on)
     signal acted
 
-    implicitHeight: Math.max(80 * Theme.textScale, column.height + 20)
+    implicitHeight: Math.max(80 * Theme.textScale, column.height + 2 * root.padding)
     radius: Theme.radiusRow
     border.width: Theme.cardEdge
     border.color: "white"
@@ -31,9 +33,9 @@ Rectangle {
     Column {
         id: column
 
-        x: 10
-        y: 10
-        width: parent.width - 20
+        x: root.padding
+        y: root.padding
+        width: parent.width - 2 * x
         spacing: 4
 
         Item {
@@ -49,7 +51,7 @@ Rectangle {
             }
             PlainText {
                 anchors.left: symbol.right
-                anchors.leftMargin: 8
+                anchors.leftMargin: Theme.gap
                 anchors.right: toggle.left
                 anchors.verticalCenter: parent.verticalCenter
                 words: root.label
@@ -78,15 +80,14 @@ Rectangle {
                 id: words
 
                 y: 4 * Theme.textScale
-                width: parent.width - (button.visible ? button.width + 10 : 0)
+                width: parent.width - (button.visible ? button.width + root.padding : 0)
                 multiline: true
                 maximumLineCount: 2
                 elide: Text.ElideRight
                 words: root.text
                 size: Theme.textSmall
                 color: root.on && !root.ok ? Theme.ink(Theme.orange) : Theme.glassSecondary
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
+                Accessible.ignored: true // the tile's description
             }
             PillButton {
                 id: button

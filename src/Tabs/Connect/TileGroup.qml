@@ -12,11 +12,11 @@ Column {
     required property var model
     required property ConnectSource source
 
-    spacing: 4
+    spacing: Math.round(4 * Theme.textScale)
 
     SectionLabel {
         text: root.heading
-        bottomPadding: 2
+        bottomPadding: Math.round(2 * Theme.textScale)
     }
     Grid {
         id: grid
@@ -24,7 +24,7 @@ Column {
         readonly property real half: (root.width - (columns - 1) * spacing) / columns
 
         columns: root.width < 560 * Theme.textScale ? 1 : 2
-        spacing: 8
+        spacing: Theme.gap
 
         Repeater {
             model: root.model

@@ -21,11 +21,11 @@ Column {
     }
 
     visible: items.count > 0
-    spacing: 4
+    spacing: Math.round(4 * Theme.textScale)
 
     SectionLabel {
         text: root.heading
-        bottomPadding: 2
+        bottomPadding: Math.round(2 * Theme.textScale)
     }
     Repeater {
         id: items

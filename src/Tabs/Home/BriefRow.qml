@@ -78,7 +78,7 @@ Item {
     Column {
         x: 44 * Theme.textScale
         anchors.verticalCenter: parent.verticalCenter
-        width: (action.visible ? action.x : root.width) - x - 14
+        width: (action.visible ? action.x : root.width) - x - Theme.gapSection
         spacing: 2
 
         PlainText {

@@ -15,7 +15,7 @@ GlassCard {
         Column {
             id: words
 
-            width: actions.x - 14
+            width: actions.x - Theme.gapSection
             spacing: 3
 
             PlainText {
@@ -41,7 +41,7 @@ GlassCard {
 
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
-            spacing: 4
+            spacing: Math.round(4 * Theme.textScale)
 
             PillButton {
                 anchors.verticalCenter: parent.verticalCenter

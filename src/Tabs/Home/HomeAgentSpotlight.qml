@@ -11,14 +11,14 @@ GlassCard {
     readonly property color tone: root.spotlight.working ? Theme.mint : Theme.amber
 
     tint: root.tone
-    spacing: 8
+    spacing: Theme.gap
 
     Item {
         width: parent.width
         height: heading.implicitHeight
 
         Row {
-            spacing: 6
+            spacing: Math.round(6 * Theme.textScale)
 
             Symbol {
                 anchors.verticalCenter: heading.verticalCenter
@@ -57,18 +57,18 @@ GlassCard {
         Column {
             id: words
 
-            width: (view.visible ? view.x - 14 : parent.width)
+            width: (view.visible ? view.x - Theme.gapSection : parent.width)
             spacing: 3
 
             Row {
                 id: line
 
                 width: parent.width
-                spacing: 8
+                spacing: Theme.gap
 
                 PlainText {
                     anchors.verticalCenter: parent.verticalCenter
-                    width: Math.min(implicitWidth, line.width - state.implicitWidth - dot.width - 16)
+                    width: Math.min(implicitWidth, line.width - state.implicitWidth - dot.width - 2 * spacing)
                     words: root.spotlight.title
                     size: Theme.textLarge
                     weight: Font.DemiBold

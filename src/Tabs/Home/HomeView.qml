@@ -75,21 +75,22 @@ FocusScope {
             Column {
                 width: parent.width
                 spacing: 2
+                // A screen reader that enters the page reads out its texts, but no heading.
+                Accessible.role: Accessible.StaticText
+                Accessible.name: root.source.greeting + " " + root.source.headlineText
 
                 PlainText {
                     text: root.source.greeting
                     size: Theme.textTitle
                     color: Theme.glassSecondary
-                    Accessible.role: Accessible.StaticText
-                    Accessible.name: text
+                    Accessible.ignored: true
                 }
                 PlainText {
                     text: root.source.headlineText
                     size: Theme.textHeadline
                     weight: Font.DemiBold
                     color: root.source.headlineTone === HomeSource.Off ? Theme.glassSecondary : root.tones[root.source.headlineTone]
-                    Accessible.role: Accessible.Heading
-                    Accessible.name: text
+                    Accessible.ignored: true
                 }
             }
 

@@ -14,7 +14,7 @@ Sheet {
 
     title: qsTr("Video preview")
     symbol: "play.rectangle"
-    padding: 14
+    padding: Theme.gapSection
     onCancelled: root.done()
     actions: [
         PillButton {

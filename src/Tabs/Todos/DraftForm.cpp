@@ -19,15 +19,18 @@ DraftForm::DraftForm(const Clock &clock, QObject *parent)
     update();
 }
 
-void DraftForm::open(const Todo &draft)
+void DraftForm::open(const Todo &draft, const Todo &edited)
 {
-    m_d = draft;
+    const auto dateOf = [this](const Todo &todo) {
+        const QDate due = dayOf(todo.due);
+        return due.isValid() ? due : today(m_clock);
+    };
+    m_d = edited;
     m_opened = draft;
-    m_hasDate = !draft.due.isEmpty();
-    const QDate due = dayOf(draft.due);
-    m_date.setDate(due.isValid() ? due : today(m_clock));
-    m_openedDate = m_date.date();
-    m_more = draft.id != 0;
+    m_hasDate = !edited.due.isEmpty();
+    m_date.setDate(dateOf(edited));
+    m_openedDate = dateOf(draft);
+    m_more = draft.id != 0 || edited.details != draft.details || edited.who != draft.who || edited.project != draft.project;
     update();
     if (!std::exchange(m_shown, true))
         Q_EMIT shownChanged();
@@ -43,6 +46,13 @@ void DraftForm::close()
 bool DraftForm::touched() const
 {
     return m_d != m_opened || m_hasDate == m_opened.due.isEmpty() || m_date.date() != m_openedDate;
+}
+
+Todo DraftForm::edited() const
+{
+    Todo todo = m_d;
+    todo.due = m_hasDate ? textOf(m_date.date()) : QString();
+    return todo;
 }
 
 template <typename Value> void DraftForm::set(Value &field, const Value &value)
@@ -115,9 +125,7 @@ void DraftForm::save()
         Q_EMIT dateFocusWanted();
         return;
     }
-    Todo todo = m_d;
-    todo.due = m_hasDate ? textOf(m_date.date()) : QString();
-    Q_EMIT saveWanted(todo);
+    Q_EMIT saveWanted(edited());
 }
 
 void DraftForm::cancel()

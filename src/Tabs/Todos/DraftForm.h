@@ -35,10 +35,14 @@ public:
 
     bool shown() const { return m_shown; }
     /// Opens the form on a copy of `draft`.
-    void open(const Todo &draft);
+    void open(const Todo &draft) { open(draft, draft); }
+    /// The same with what was changed in it already.
+    void open(const Todo &draft, const Todo &edited);
     void close();
     /// Something was changed since the form was opened.
     bool touched() const;
+    /// What stands in the form now.
+    Todo edited() const;
 
     QString title() const { return m_d.title; }
     void setTitle(const QString &title);

@@ -79,9 +79,9 @@ FocusScope {
         Column {
             id: column
 
-            x: 14
-            y: 14
-            width: area.width - 28
+            x: Theme.gapSection
+            y: Theme.gapSection
+            width: area.width - 2 * x
             spacing: root.gap
 
             TextInputField {

@@ -64,9 +64,9 @@ void NativeTodos::forget()
 
 void NativeTodos::look()
 {
-    watch();
+    const bool exists = watch();
     // A save under way comes first, and keeps a copy of what others wrote.
-    if (m_forgotten || !m_writer.isSaved(m_path))
+    if (!exists || m_forgotten || !m_writer.isSaved(m_path))
         return;
     inBackground(
         m_writer.lane(), this, [file = m_file] { return file->changedByOthers(); },
@@ -92,13 +92,19 @@ void NativeTodos::lookSoon(std::chrono::milliseconds delay)
     m_soon = m_clock.after(delay, [this] { look(); });
 }
 
-// The folder reports a file that replaces this one; the file reports what is written into it.
-void NativeTodos::watch()
+/// The folder reports a file that replaces this one; the file reports what is written into it. False if it doesn't exist.
+bool NativeTodos::watch()
 {
-    for (const QString &path : {m_path, QFileInfo(m_path).path()}) {
-        if (!m_watcher.files().contains(path) && !m_watcher.directories().contains(path) && QFileInfo::exists(path))
+    const auto watches = [this](const QString &path) {
+        if (m_watcher.files().contains(path) || m_watcher.directories().contains(path))
+            return true;
+        const bool exists = QFileInfo::exists(path);
+        if (exists)
             m_watcher.addPath(path);
-    }
+        return exists;
+    };
+    watches(QFileInfo(m_path).path());
+    return watches(m_path);
 }
 
 } // namespace velto

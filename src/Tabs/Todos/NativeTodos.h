@@ -40,7 +40,7 @@ Q_SIGNALS:
 
 private:
     void lookSoon(std::chrono::milliseconds delay);
-    void watch();
+    bool watch();
 
     FileWriter &m_writer;
     Clock &m_clock;

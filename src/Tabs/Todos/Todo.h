@@ -1,7 +1,7 @@
 #pragma once
 
+#include <QByteArray>
 #include <QDate>
-#include <QJsonObject>
 #include <QList>
 #include <QString>
 #include <array>
@@ -13,7 +13,7 @@ namespace velto {
 struct Comment {
     QString at;
     QString text;
-    QJsonObject unknown = {}; ///< what else the file says of it
+    QByteArray unknown = {}; ///< what else the file says of it: members of a JSON object, as they stand there
 
     bool operator==(const Comment &) const = default;
 };
@@ -29,7 +29,7 @@ struct Todo {
     QString scope = QStringLiteral("office"); ///< the area of life that the list is cut by
     qint64 prio = 2; ///< 1 is the highest
     QList<Comment> comments; ///< oldest first
-    QJsonObject unknown = {}; ///< what else the file says of it, which another program may need
+    QByteArray unknown = {}; ///< likewise, which another program may need
 
     bool operator==(const Todo &) const = default;
 

@@ -4,7 +4,10 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSet>
-#include <initializer_list>
+#include <algorithm>
+#include <array>
+#include <span>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -26,16 +29,6 @@ bool take(const QJsonObject &object, QLatin1StringView key, qint64 &field)
     return value.isDouble() && value.toInteger(1) == field; // for a fraction both calls return their fallback
 }
 
-/// What is left of an object without the keys that were read.
-QJsonObject without(QJsonObject object, std::initializer_list<QLatin1StringView> known)
-{
-    if (object.size() == qsizetype(known.size()))
-        return {};
-    for (const QLatin1StringView key : known)
-        object.remove(key);
-    return object;
-}
-
 bool take(const QJsonObject &object, QLatin1StringView key, QList<Comment> &field)
 {
     const QJsonValue value = object[key];
@@ -43,13 +36,12 @@ bool take(const QJsonObject &object, QLatin1StringView key, QList<Comment> &fiel
         const QJsonObject comment = entry.toObject();
         if (!take(comment, "at"_L1, field.emplaceBack().at) || !take(comment, "text"_L1, field.back().text))
             return false;
-        field.back().unknown = without(comment, {"at"_L1, "text"_L1});
     }
     return value.isArray();
 }
 
-/// Where the object that begins at `from` ends; nothing if it doesn't. Its contents aren't checked.
-std::optional<qsizetype> endOfObject(QByteArrayView json, qsizetype from)
+/// Where the value that begins at `from` ends: at a comma or at the bracket that closes what it is in. -1 if it doesn't end.
+qsizetype endOfValue(QByteArrayView json, qsizetype from)
 {
     bool inText = false;
     for (qsizetype at = from, depth = 0; at < json.size(); ++at) {
@@ -58,39 +50,84 @@ std::optional<qsizetype> endOfObject(QByteArrayView json, qsizetype from)
             ++at;
         else if (c == '"')
             inText = !inText;
-        else if (!inText && (c == '{' || c == '['))
+        else if (inText)
+            continue;
+        else if (c == '{' || c == '[')
             ++depth;
-        else if (!inText && (c == '}' || c == ']') && --depth == 0)
-            return at + 1;
+        else if (depth == 0 && (c == ',' || c == '}' || c == ']'))
+            return at;
+        else if (c == '}' || c == ']')
+            --depth;
     }
-    return std::nullopt;
+    return -1;
 }
 
-/// Passes on the objects of an array, in order, until `take` returns false. False too if it isn't such an array.
-template <typename Take> bool eachObject(QByteArrayView json, Take take)
+/// Passes on the elements of an array or the members of an object, as they are written, until `take` returns false. Their
+/// contents aren't checked. False too if it isn't such a list, whole.
+template <typename Take> bool each(QByteArrayView json, const char (&brackets)[3], Take take)
 {
-    qsizetype at = json.startsWith("\xEF\xBB\xBF") ? 3 : 0;
-    const auto next = [&] {
-        while (at < json.size() && (json[at] == ' ' || json[at] == '\t' || json[at] == '\n' || json[at] == '\r'))
-            ++at;
-        return at < json.size() ? json[at] : '\0';
-    };
-    if (next() != '[')
+    json = json.trimmed();
+    if (!json.startsWith(brackets[0]))
         return false;
-    ++at;
-    for (bool first = true; !first || next() != ']'; first = false) {
-        const auto end = next() == '{' ? endOfObject(json, at) : std::nullopt;
-        if (!end || !take(json.sliced(at, *end - at)))
+    for (qsizetype at = 1;;) {
+        const qsizetype end = endOfValue(json, at);
+        if (end < 0)
             return false;
-        at = *end;
-        if (next() == ']')
-            break;
-        if (next() != ',')
+        const QByteArrayView part = json.sliced(at, end - at).trimmed();
+        const bool empty = at == 1 && json[end] != ',' && part.isEmpty();
+        if (!empty && !take(part))
             return false;
-        ++at;
+        at = end + 1;
+        if (json[end] != ',')
+            return json[end] == brackets[1] && at == json.size();
     }
-    ++at;
-    return next() == '\0' && at == json.size();
+}
+
+/// The key of a member and its value.
+std::pair<QString, QByteArrayView> split(QByteArrayView member)
+{
+    qsizetype end = 1;
+    while (end < member.size() && member[end] != '"')
+        end += member[end] == '\\' ? 2 : 1;
+    const QByteArrayView key = member.sliced(1, std::min(end, member.size()) - 1);
+    const QByteArrayView value = member.sliced(member.indexOf(':', end) + 1);
+    if (!key.contains('\\'))
+        return {QString::fromUtf8(key), value};
+    return {QJsonDocument::fromJson("[\"" + key.toByteArray() + "\"]")[0].toString(), value};
+}
+
+/// What else stands in an object, as it stands there: numbers would lose digits in the toolkit's hands, and keys their order.
+QByteArray unknownIn(QByteArrayView object, std::span<const QLatin1StringView> known)
+{
+    QByteArray unknown;
+    each(object, "{}", [&](QByteArrayView member) {
+        if (std::ranges::find(known, split(member).first) == known.end())
+            (unknown += unknown.isEmpty() ? "" : ",").append(member.data(), member.size());
+        return true;
+    });
+    return unknown;
+}
+
+/// Keeps what a todo and its comments have besides the known keys. `slice` is what `object` was read from.
+void takeUnknown(QByteArrayView slice, const QJsonObject &object, Todo &todo)
+{
+    constexpr std::array kKnown{"id"_L1,      "title"_L1, "details"_L1, "due"_L1,     "who"_L1,
+                                "project"_L1, "scope"_L1, "prio"_L1,    "comments"_L1};
+    if (object.size() > qsizetype(kKnown.size()))
+        todo.unknown = unknownIn(slice, kKnown);
+    const QJsonArray comments = object["comments"_L1].toArray();
+    constexpr std::array kKnownOfComment{"at"_L1, "text"_L1};
+    if (std::ranges::none_of(comments, [](const QJsonValue &each) { return each.toObject().size() > 2; }))
+        return;
+    each(slice, "{}", [&](QByteArrayView member) {
+        if (const auto [key, value] = split(member); key == "comments"_L1) {
+            each(value, "[]", [&, at = 0](QByteArrayView comment) mutable {
+                todo.comments[at++].unknown = unknownIn(comment, kKnownOfComment);
+                return at < todo.comments.size();
+            });
+        }
+        return true;
+    });
 }
 
 /// Gives each todo an id of its own: rows and changes go by it.
@@ -145,12 +182,10 @@ void put(QByteArray &json, const char *key, const QString &text)
 }
 
 /// What follows the known keys of an object.
-void put(QByteArray &json, const QJsonObject &unknown)
+void put(QByteArray &json, const QByteArray &unknown)
 {
-    if (unknown.isEmpty())
-        return;
-    const QByteArray object = QJsonDocument(unknown).toJson(QJsonDocument::Compact);
-    (json += ',').append(object.constData() + 1, object.size() - 2);
+    if (!unknown.isEmpty())
+        (json += ',') += unknown;
 }
 
 void put(QByteArray &json, const Todo &todo)
@@ -195,21 +230,22 @@ std::optional<QList<Todo>> decodeTodos(const QByteArray &json)
     QSet<QString> shared; // many todos have these texts in common
     const auto share = [&shared](QString &text) { text = *shared.insert(text); };
     // One object at a time: a document for all of it takes many times the list's memory, and leaves the heap fragmented.
-    const bool whole = eachObject(json, [&](QByteArrayView slice) {
-        const QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromRawData(slice.data(), slice.size()));
-        const QJsonObject object = document.object();
-        Todo &todo = todos.emplaceBack();
-        if (!document.isObject() || !take(object, "id"_L1, todo.id) || !take(object, "title"_L1, todo.title)
-            || !take(object, "details"_L1, todo.details) || !take(object, "due"_L1, todo.due) || !take(object, "who"_L1, todo.who)
-            || !take(object, "project"_L1, todo.project) || !take(object, "scope"_L1, todo.scope)
-            || !take(object, "prio"_L1, todo.prio) || !take(object, "comments"_L1, todo.comments))
-            return false;
-        for (QString *text : {&todo.due, &todo.who, &todo.project, &todo.scope})
-            share(*text);
-        todo.unknown = without(
-            object, {"id"_L1, "title"_L1, "details"_L1, "due"_L1, "who"_L1, "project"_L1, "scope"_L1, "prio"_L1, "comments"_L1});
-        return true;
-    });
+    const bool whole =
+        each(QByteArrayView(json).sliced(json.startsWith("\xEF\xBB\xBF") ? 3 : 0), "[]", [&](QByteArrayView slice) {
+            const QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromRawData(slice.data(), slice.size()));
+            const QJsonObject object = document.object();
+            Todo &todo = todos.emplaceBack();
+            if (!document.isObject() || !take(object, "id"_L1, todo.id) || !take(object, "title"_L1, todo.title)
+                || !take(object, "details"_L1, todo.details) || !take(object, "due"_L1, todo.due)
+                || !take(object, "who"_L1, todo.who) || !take(object, "project"_L1, todo.project)
+                || !take(object, "scope"_L1, todo.scope) || !take(object, "prio"_L1, todo.prio)
+                || !take(object, "comments"_L1, todo.comments))
+                return false;
+            for (QString *text : {&todo.due, &todo.who, &todo.project, &todo.scope})
+                share(*text);
+            takeUnknown(slice, object, todo);
+            return true;
+        });
     if (!whole)
         return std::nullopt;
     makeDistinct(todos);

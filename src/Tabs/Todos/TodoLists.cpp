@@ -2,6 +2,7 @@
 
 #include "Core/Words.h"
 
+#include <QStringMatcher>
 #include <algorithm>
 #include <numeric>
 
@@ -45,6 +46,7 @@ void TodoLists::setTodos(const QList<Todo> &todos)
 {
     m_todos = todos;
     m_order.clear();
+    m_kept.reset();
     m_texts.clear();
 }
 
@@ -68,42 +70,60 @@ const QList<qsizetype> &TodoLists::order()
     return m_order;
 }
 
-bool TodoLists::found(qsizetype place, const QString &search)
+TodoLists::Kept TodoLists::pass(const Cut &cut)
 {
-    if (search.isEmpty())
-        return true;
+    Kept kept{cut, {}, {}, {}, {}};
+    Totals &totals = kept.totals;
+    for (const qsizetype place : order()) {
+        const Todo &todo = m_todos.at(place);
+        const bool dueNow = todo.dueNow(cut.today);
+        const bool overdue = dueNow && todo.due != cut.today;
+        totals.dueNow += dueNow;
+        totals.overdue += overdue;
+        totals.scopes.insert(todo.scope);
+        if (todo.scope != cut.scope)
+            continue;
+        ++totals.here;
+        totals.dueHere += dueNow;
+        totals.overdueHere += overdue;
+        totals.highHere += dueNow && todo.prio == 1;
+        if (passes(cut.filter, todo, cut.today))
+            kept.passed.append(place);
+    }
+    kept.found = kept.passed;
+    return kept;
+}
+
+void TodoLists::search(const QString &search)
+{
+    if (!search.contains(std::exchange(m_kept->search, search)))
+        m_kept->found = m_kept->passed;
+    if (search.isEmpty()) {
+        m_texts.clear();
+        return;
+    }
     if (m_texts.size() != m_todos.size()) {
         m_texts.clear();
         m_texts.reserve(m_todos.size());
         for (const Todo &todo : std::as_const(m_todos))
             m_texts.append(searchedText(todo));
     }
-    return !search.contains(kBetween) && m_texts[place].contains(search);
+    m_kept->found.removeIf([&, searcher = QStringMatcher(search), never = search.contains(kBetween)](qsizetype place) {
+        return never || searcher.indexIn(m_texts.at(place)) < 0;
+    });
 }
 
 TodoLists::Result TodoLists::cut(const Cut &cut)
 {
-    const QString search = cut.search.toLower();
-    if (search.isEmpty())
-        m_texts.clear();
-    Result result;
+    const Cut unsearched{cut.scope, cut.filter, {}, cut.today};
+    if (!m_kept || m_kept->cut != unsearched)
+        m_kept = pass(unsearched);
+    search(cut.search.toLower());
+    Result result{m_kept->totals, {}};
     QHash<QString, qsizetype> buckets;
-    for (const qsizetype place : order()) {
-        const Todo &todo = m_todos.at(place);
-        const bool dueNow = todo.dueNow(cut.today);
-        const bool overdue = dueNow && todo.due != cut.today;
-        result.dueNow += dueNow;
-        result.overdue += overdue;
-        result.scopes.insert(todo.scope);
-        if (todo.scope != cut.scope)
-            continue;
-        ++result.here;
-        result.dueHere += dueNow;
-        result.overdueHere += overdue;
-        result.highHere += dueNow && todo.prio == 1;
-        if (!passes(cut.filter, todo, cut.today) || !found(place, search))
-            continue;
-        const QString project = todo.project.isEmpty() ? u"other"_s : todo.project;
+    for (const qsizetype place : std::as_const(m_kept->found)) {
+        const QString &itsProject = m_todos.at(place).project;
+        const QString project = itsProject.isEmpty() ? u"other"_s : itsProject;
         const qsizetype bucket = buckets.value(project, result.groups.size());
         if (bucket == result.groups.size()) {
             buckets.insert(project, bucket);

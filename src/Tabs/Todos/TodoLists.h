@@ -4,6 +4,7 @@
 
 #include <QSet>
 #include <QStringList>
+#include <optional>
 
 namespace velto {
 
@@ -46,11 +47,22 @@ public:
     int count(const QString &scope, Filter filter, const QString &today) const;
 
 private:
+    /// What doesn't depend on the search, and what the last search found: typing on in it can only find fewer.
+    struct Kept {
+        Cut cut; ///< without its search
+        Totals totals;
+        QList<qsizetype> passed; ///< places in the scope and through the filter, most urgent first
+        QString search;
+        QList<qsizetype> found; ///< of those
+    };
+
     const QList<qsizetype> &order();
-    bool found(qsizetype place, const QString &search);
+    Kept pass(const Cut &cut);
+    void search(const QString &search);
 
     QList<Todo> m_todos;
     QList<qsizetype> m_order; ///< places, most urgent first; empty until it is asked for
+    std::optional<Kept> m_kept;
     QStringList m_texts; ///< what is searched, in lower case; empty until something is searched for
 };
 

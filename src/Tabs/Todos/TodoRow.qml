@@ -144,14 +144,14 @@ Item {
         Item {
             id: words
 
-            x: 14 + 24 * Theme.textScale
+            x: Math.round(38 * Theme.textScale)
             y: Math.round(7 * Theme.textScale)
             width: fold.x - x - 8
             height: name.height + (root.hasChips ? 5 + chip.implicitHeight : 0)
 
             Row {
                 width: parent.width
-                spacing: 5
+                spacing: Theme.gapTight
 
                 Symbol {
                     id: priority
@@ -179,7 +179,7 @@ Item {
             Row {
                 anchors.bottom: parent.bottom
                 visible: root.hasChips
-                spacing: 6
+                spacing: Math.round(6 * Theme.textScale)
 
                 Chip {
                     id: chip
@@ -205,7 +205,7 @@ Item {
         DoneButton {
             id: done
 
-            x: 7
+            x: Math.round(7 * Theme.textScale)
             y: line.beside(height)
             activeFocusOnTab: root.selected || activeFocus
             label: qsTr("Mark done: %1").arg(root.title.slice(0, 200))

@@ -14,6 +14,7 @@ TodosSource::TodosSource(const Needs &needs, QObject *parent)
     , m_keeper(needs)
     , m_shown(needs.clock)
     , m_form(needs.clock)
+    , m_kept(needs.files, needs.writer, needs.clock, needs.places)
 {
     connect(&m_keeper, &TodoKeeper::changed, this, &TodosSource::follow);
     connect(&m_shown, &ShownTodos::changed, this, &TodosSource::publish);
@@ -21,6 +22,8 @@ TodosSource::TodosSource(const Needs &needs, QObject *parent)
     connect(&m_form, &DraftForm::saveWanted, this, &TodosSource::save);
     connect(&m_form, &DraftForm::cancelWanted, this, [this] { setDraft(std::nullopt); });
     follow();
+    restoreDraft();
+    connect(&m_form, &DraftForm::changed, this, &TodosSource::keepDraft);
 }
 
 TodosSource::~TodosSource() = default;
@@ -75,6 +78,9 @@ void TodosSource::setDraft(const std::optional<Todo> &draft)
         return;
     }
     m_draft = draft;
+    m_restored = false;
+    if (!draft)
+        m_kept.forget();
     const Todo *base = draft ? m_keeper.find(draft->id) : nullptr;
     m_draftBase = base ? std::optional(*base) : std::nullopt;
     publish();
@@ -82,6 +88,30 @@ void TodosSource::setDraft(const std::optional<Todo> &draft)
         m_form.open(*m_draft);
     else
         m_form.close();
+}
+
+void TodosSource::restoreDraft()
+{
+    const auto left = m_kept.left();
+    if (!left)
+        return;
+    m_draft = left->opened;
+    if (left->opened.id != 0)
+        m_draftBase = left->opened;
+    m_restored = true;
+    publish();
+    m_form.open(left->opened, left->edited);
+}
+
+void TodosSource::keepDraft()
+{
+    if (!m_form.shown())
+        return;
+    m_restored = false;
+    if (m_form.touched())
+        m_kept.keep({*m_draft, m_form.edited()});
+    else
+        m_kept.forget();
 }
 
 void TodosSource::newDraft()

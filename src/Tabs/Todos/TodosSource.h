@@ -2,6 +2,7 @@
 
 #include "Core/VeltoSource.h"
 #include "Tabs/Todos/DraftForm.h"
+#include "Tabs/Todos/KeptDraft.h"
 #include "Tabs/Todos/ShownTodos.h"
 #include "Tabs/Todos/TodoKeeper.h"
 
@@ -40,8 +41,8 @@ public:
     int badge() const override { return m_shown.dueCount(); }
     QUrl makeView() const override;
     bool takeKey(QKeyCombination key, bool onShow) override;
-    /// The form is open.
-    bool unfinished() const override { return m_draft.has_value(); }
+    /// The form is open, and not only because the last run ended with it.
+    bool unfinished() const override { return m_draft && !m_restored; }
     void refresh();
 
     const QList<Todo> &todos() const { return m_keeper.todos(); }
@@ -113,6 +114,8 @@ private:
     };
 
     void follow();
+    void restoreDraft();
+    void keepDraft();
     void publish();
     Todo onStanding(const Todo &edited) const;
 
@@ -120,6 +123,8 @@ private:
     TodoKeeper m_keeper;
     ShownTodos m_shown;
     DraftForm m_form;
+    KeptDraft m_kept;
+    bool m_restored = false; ///< m_draft is of the last run, and untouched since
     std::optional<Todo> m_draft;
     std::optional<Todo> m_draftBase; ///< how the todo stood in the list when the form was opened on it
     QList<Todo> m_list; ///< that was published last

@@ -36,6 +36,12 @@ struct GlanceDesk {
         clipboard.setText(text);
         source->refresh();
     }
+    void download(const QString &name) const
+    {
+        QVERIFY(QDir().mkpath(downloads));
+        QVERIFY(QFile(downloads + u'/' + name).open(QIODevice::WriteOnly));
+        QTest::qWait(50); // the system tells
+    }
     QString title() const { return source->clipboard() ? source->clipboard()->title : QString(); }
     QString detail() const { return source->clipboard() ? source->clipboard()->detail : QString(); }
 
@@ -48,9 +54,10 @@ struct GlanceDesk {
     FakeDefaults defaults;
     Prefs prefs{defaults, {}, clock};
     Http http{youTube.trust()};
-    QTemporaryDir downloads;
+    QTemporaryDir home;
+    QString downloads = home.filePath(u"here/Downloads"_s); ///< not there yet
     std::unique_ptr<GlanceSource> source = std::make_unique<GlanceSource>(
-        GlanceSource::Needs{clock, background, tools, tree, clipboard, http, prefs, downloads.path(), youTube.url(u"/oembed"_s)});
+        GlanceSource::Needs{clock, background, tools, tree, clipboard, http, prefs, downloads, youTube.url(u"/oembed"_s)});
     QSignalSpy changes{source.get(), &GlanceSource::changed};
 };
 
@@ -116,7 +123,6 @@ private Q_SLOTS:
     void restsWhileNothingCanHaveChanged()
     {
         GlanceDesk desk;
-        desk.tools.installed.insert(u"gh"_s);
         const auto pass = [&](int turns) {
             desk.clipboard.looks = 0;
             for (int turn = 0; turn < turns; ++turn) {
@@ -125,7 +131,7 @@ private Q_SLOTS:
             }
             return desk.clipboard.looks;
         };
-        pass(150); // nobody answers for GitHub, which is asked every five minutes by now
+        pass(150); // there is neither a Downloads folder nor `gh`, which is looked for every five minutes by now
         QVERIFY(pass(150) <= 10);
 
         desk.clock.advance(3s);
@@ -135,10 +141,13 @@ private Q_SLOTS:
         desk.clock.advance(1s);
         QCOMPARE(desk.title(), u"a.example"_s);
 
-        QVERIFY(QFile(desk.downloads.filePath(u"a.part"_s)).open(QIODevice::WriteOnly));
-        QTest::qWait(50); // the system tells
+        desk.download(u"a.part"_s);
         pass(1);
         QCOMPARE(desk.source->activeTransfers(), 1);
+        QVERIFY(QDir(desk.home.filePath(u"here"_s)).removeRecursively());
+        QTest::qWait(50);
+        pass(1);
+        QCOMPARE(desk.source->activeTransfers(), 0);
     }
 
     void asksYouTubeForTheTitle()
@@ -219,7 +228,7 @@ private Q_SLOTS:
         GlanceDesk desk;
         desk.tools.installed.insert(u"gh"_s);
         desk.tools.answers.insert(kGitHub, {true, R"([{"databaseId":1}])", {}});
-        QVERIFY(QFile(desk.downloads.filePath(u"a.part"_s)).open(QIODevice::WriteOnly));
+        desk.download(u"a.part"_s);
         desk.clock.advance(8s);
         QCOMPARE(desk.source->failedBuilds(), 0);
         desk.background.finishAll();
@@ -229,7 +238,7 @@ private Q_SLOTS:
         desk.clock.advance(8s);
         desk.background.finishAll();
         QCOMPARE(desk.changes.size(), 2);
-        QVERIFY(QFile(desk.downloads.filePath(u"b.part"_s)).open(QIODevice::WriteOnly)); // a folder without changes isn't read
+        desk.download(u"b.part"_s); // a folder without changes isn't read
         desk.clock.advance(10min); // a disk and a tool that hang
         QCOMPARE(desk.background.pending(), 2);
     }
@@ -295,7 +304,14 @@ private Q_SLOTS:
         QCOMPARE(seen.count, 2);
         QVERIFY(::unlink((m_folder.path().toUtf8() + "/b.part").constData()) == 0);
         QVERIFY(!seen.stillSo());
-        QVERIFY(!readTransfers(m_tree, m_folder.filePath(u"none"_s), {}, m_now).stillSo());
+        // A folder that isn't there is awaited, unless a link promises it somewhere else.
+        const QString awaited = m_folder.filePath(u"not/yet"_s);
+        seen = readTransfers(m_tree, awaited, {}, m_now);
+        QVERIFY(seen.stillSo());
+        QVERIFY(QDir().mkpath(awaited));
+        QVERIFY(!seen.stillSo());
+        QVERIFY(QFile::link(m_folder.filePath(u"nowhere"_s), m_folder.filePath(u"link"_s)));
+        QVERIFY(!readTransfers(m_tree, m_folder.filePath(u"link"_s), {}, m_now).stillSo());
     }
 
     void readsListingsOfRuns()
@@ -305,7 +321,7 @@ private Q_SLOTS:
         for (const char *none : {"[]\n", "", "{}", "null", "[1,2]", "[{},1]", "[{}", "no git repository", "\xff\xfe"})
             QVERIFY2(parseFailedBuilds(none) == 0, none);
         FakeToolRunner tools;
-        QCOMPARE(readFailedBuilds(tools), std::optional(0));
+        QCOMPARE(readFailedBuilds(tools), std::nullopt);
         QVERIFY(tools.ran.isEmpty());
         tools.installed.insert(u"gh"_s);
         tools.answers.insert(kGitHub, {false, "[{}]", u"failed to determine base repo"_s});

@@ -110,9 +110,17 @@ private Q_SLOTS:
         QJsonObject after = QJsonDocument::fromJson(readFile(m_path)).object();
         QCOMPARE(after.take(u"mine"_s), QJsonValue(true));
         QCOMPARE(after, before);
-        opened->clear();
+        const auto removed = [&](const auto &remove) {
+            remove();
+            QTest::qWait(50); // the system tells
+            m_clock.advance(std::chrono::seconds(1));
+            return !QFileInfo::exists(QFileInfo(m_path).path());
+        };
+        for (int times = 0; times < 2; ++times) // by somebody else
+            QVERIFY(!removed([this] { QDir(QFileInfo(m_path).path()).removeRecursively(); }));
+        QCOMPARE(QJsonDocument::fromJson(readFile(m_path)).object().size(), before.size() + 1);
+        QVERIFY(removed([&opened] { opened->clear(); }));
         QVERIFY(!opened->value(u"mine"_s).isValid());
-        QVERIFY(!QFileInfo::exists(QFileInfo(m_path).path()));
         opened->set(u"mine"_s, true);
         QCOMPARE(QJsonDocument::fromJson(readFile(m_path)).object().size(), 1);
     }

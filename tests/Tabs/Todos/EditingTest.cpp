@@ -43,7 +43,7 @@ private Q_SLOTS:
         Desk desk;
         Todo talked = makeTodo(1, u"a"_s);
         talked.comments = {{u"now"_s, u"said"_s}};
-        talked.unknown = {{u"colour"_s, u"red"_s}};
+        talked.unknown = R"("colour":"red")";
         TodosSource &source = desk.start({talked, makeTodo(2, u"b"_s)});
         source.edit(u"1"_s);
         QVERIFY(source.form()->more());
@@ -56,6 +56,37 @@ private Q_SLOTS:
         talked.title = u"changed"_s;
         QCOMPARE(source.todos(), QList({talked, makeTodo(2, u"b"_s)}));
         QCOMPARE(desk.inFile(), source.todos());
+    }
+
+    void whatStandsInTheFormOutlivesTheProgram()
+    {
+        Desk desk;
+        const Todo old = makeTodo(7, u"old"_s);
+        for (const bool isNew : {true, false}) {
+            TodosSource &first = desk.start({old});
+            if (isNew)
+                first.newDraft();
+            else
+                first.edit(u"7"_s);
+            first.form()->setTitle(u"half a tho"_s);
+            first.form()->setDetails(u"why"_s);
+            first.form()->setHasDate(true);
+            first.form()->date()->moveDays(3);
+            desk.wait(1s);
+            TodosSource &second = desk.start();
+            QVERIFY(second.form()->shown() && second.form()->more());
+            QVERIFY(!second.unfinished()); // the panel may close
+            second.form()->setTitle(u"half a thought"_s);
+            QVERIFY(second.unfinished());
+            const QString due = textOf(second.form()->date()->date());
+            QVERIFY(due != Desk::kToday);
+            desk.wait(1s);
+            TodosSource &third = desk.start();
+            third.form()->save();
+            const Todo saved = isNew ? third.todos().value(1) : third.todos().value(0);
+            QCOMPARE(saved.title + saved.details + saved.due, u"half a thoughtwhy"_s + due);
+            QVERIFY(!desk.start().form()->shown());
+        }
     }
 
     void commentsAreStampedAndKeptAsTyped()

@@ -96,8 +96,9 @@ private Q_SLOTS:
         odd.details = u"several\nlines\t\\ \"\u001f\u007f/"_s;
         odd.prio = -1;
         odd.comments = {{u"now"_s, u"a"_s}, {QString(), QString()}};
-        odd.unknown = {{u"later"_s, QJsonObject{{u"a"_s, QJsonArray{1, QJsonValue()}}}}};
-        odd.comments[0].unknown = {{u"by"_s, u"them"_s}};
+        const auto members = [](QByteArray text) { return text.replace('\'', '"'); };
+        odd.unknown = members("'z' : {'b':[1.0,12345678901234567890,{'c':'}],\\\\'}],'a':1e5},'Title':'\\'','\\u0069':null");
+        odd.comments[0].unknown = members("'by':'them, \\\\','n':-9223372036854775809");
         Todo plain;
         plain.id = 1;
         QList<Todo> list{odd, plain};

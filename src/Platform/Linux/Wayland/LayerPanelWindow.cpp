@@ -12,7 +12,9 @@ namespace velto {
 
 namespace {
 
-// The longest time a compositor takes to hand over the keyboard, judging by those that were tried.
+// The longest time from the compositor's answer until the toolkit says who has the keyboard.
+constexpr auto kArrival = 10ms;
+// The longest time a compositor takes to take the keyboard back, judging by those that were tried.
 constexpr auto kHandover = 150ms;
 // Pause after a compositor closed the surface although its output is still there.
 constexpr auto kRest = 1000ms;
@@ -45,6 +47,10 @@ void LayerPanelWindow::adopt(QWindow *window)
     m_strip =
         std::make_unique<LayerSurface>(m_server, *window, ZWLR_LAYER_SHELL_V1_LAYER_OVERLAY, LayerSurface::Place::TopCentre);
     connect(window, &QWindow::activeChanged, this, &LayerPanelWindow::activeChanged);
+    connect(m_strip.get(), &LayerSurface::keyboardSettled, this, [this] {
+        if (m_keyboardWanted && !m_window->isActive())
+            m_patience = m_clock.after(kArrival, [this] { insist(); });
+    });
     connect(m_strip.get(), &LayerSurface::closed, this, [this] {
         m_pointer.reset();
         // If its output is gone, a place on another one follows; otherwise this is still the right place.
@@ -97,13 +103,12 @@ void LayerPanelWindow::takeFocus()
     if (!m_strip || m_window->isActive())
         return;
     m_strip->setKeyboard(LayerSurface::Keyboard::OnDemand);
-    m_patience = m_clock.after(kHandover, [this] { insist(); });
 }
 
 /// Some compositors give the keyboard "on demand" only after a press, and the panel may have been opened by a key.
 void LayerPanelWindow::insist()
 {
-    if (m_keyboardWanted && !m_window->isActive())
+    if (m_keyboardWanted && !m_window->isActive() && m_strip->keyboard() == LayerSurface::Keyboard::OnDemand)
         m_strip->setKeyboard(LayerSurface::Keyboard::Exclusive);
 }
 

@@ -89,6 +89,8 @@ void LayerSurface::hide()
         return;
     // The role must be destroyed before its surface.
     zwlr_layer_surface_v1_destroy(std::exchange(m_role, nullptr));
+    if (m_answer)
+        wl_callback_destroy(std::exchange(m_answer, nullptr));
     m_resizing = false;
     if (!m_window)
         return;
@@ -129,6 +131,7 @@ void LayerSurface::setKeyboard(Keyboard keyboard)
         : keyboard == Keyboard::OnDemand && hasOnDemand() ? ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_ON_DEMAND
                                                           : ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_EXCLUSIVE;
     zwlr_layer_surface_v1_set_keyboard_interactivity(m_role, quint32(value));
+    m_keyboardSent = false;
     if (m_configured)
         commit();
 }
@@ -137,8 +140,28 @@ void LayerSurface::commit()
 {
     if (auto *surface = this->surface(); surface && !m_resizing) {
         wl_surface_commit(surface);
+        if (!std::exchange(m_keyboardSent, true))
+            awaitKeyboard();
         m_server.flush();
     }
+}
+
+/// The compositor answers in order: what it does about the keyboard arrives ahead of this.
+void LayerSurface::awaitKeyboard()
+{
+    if (m_answer)
+        wl_callback_destroy(m_answer);
+    m_answer = wl_display_sync(m_server.display());
+    static constexpr wl_callback_listener kListener{answered};
+    wl_callback_add_listener(m_answer, &kListener, this);
+}
+
+void LayerSurface::answered(void *self, wl_callback *callback, uint32_t)
+{
+    auto *me = static_cast<LayerSurface *>(self);
+    me->m_answer = nullptr;
+    wl_callback_destroy(callback);
+    Q_EMIT me->keyboardSettled();
 }
 
 void LayerSurface::configured(void *self, zwlr_layer_surface_v1 *role, uint32_t serial, uint32_t width, uint32_t height)

@@ -32,8 +32,9 @@ public:
     void hide();
     /// Takes effect together with the first frame of that size, so that no old frame is shown in a new place.
     void resize(QSize size);
-    /// Takes effect at once.
+    /// Takes effect at once. keyboardSettled() follows.
     void setKeyboard(Keyboard keyboard);
+    Keyboard keyboard() const { return m_keyboard; }
     /// Whether a surface can have the keyboard without keeping others from it (version 4).
     bool hasOnDemand() const { return m_server.version(zwlr_layer_shell_v1_interface) >= 4; }
     /// Null while hidden.
@@ -46,11 +47,15 @@ public:
 Q_SIGNALS:
     /// The compositor took it off the screen, as it does when the output goes. It is hidden by now.
     void closed();
+    /// The compositor has taken in the last setKeyboard(): whoever was to get the keyboard for it has it.
+    void keyboardSettled();
 
 private:
     void apply();
+    void awaitKeyboard();
     static void configured(void *self, zwlr_layer_surface_v1 *role, uint32_t serial, uint32_t width, uint32_t height);
     static void taken(void *self, zwlr_layer_surface_v1 *role);
+    static void answered(void *self, wl_callback *callback, uint32_t serial);
 
     WaylandServer &m_server;
     QPointer<QWindow> m_window;
@@ -61,6 +66,8 @@ private:
     QPointer<QScreen> m_screen;
     QSize m_size{1, 1};
     Keyboard m_keyboard = Keyboard::None;
+    bool m_keyboardSent = true;
+    wl_callback *m_answer = nullptr;
     bool m_configured = false;
     bool m_resizing = false; ///< the size asked for hasn't been configured yet
 };
