@@ -137,17 +137,20 @@ FocusScope {
             readonly property bool working: heading.section === "true"
 
             width: list.width
-            height: Math.round(34 * Theme.textScale)
+            height: Math.round((clear.visible ? 37 : 34) * Theme.textScale)
 
             SectionLabel {
                 id: label
 
                 anchors.bottom: parent.bottom
-                bottomPadding: Math.round(6 * Theme.textScale) - list.spacing // as far from its rows as on the other tabs
+                // As far from its rows as on the other tabs, or as the button needs.
+                bottomPadding: Math.round((clear.visible ? 9 : 6) * Theme.textScale) - list.spacing
                 text: heading.working ? qsTr("Working · %1").arg(root.source.runningCount)
                                       : qsTr("Waiting for you · %1").arg(root.source.waitingCount)
             }
             PillButton {
+                id: clear
+
                 anchors.right: parent.right
                 y: label.y + Math.round((label.topPadding + label.height - label.bottomPadding - height) / 2) // level with the letters
                 visible: !heading.working
