@@ -100,8 +100,9 @@ Item {
 
             readonly property bool wanted: root.ui.unfolded && root.visible && root.ui.expanded
 
-            x: 14
-            width: root.width - 26
+            // On a whole device pixel.
+            x: Math.round((root.x + 14) * Screen.devicePixelRatio) / Screen.devicePixelRatio - root.x
+            width: root.width - 12 - x
             height: Math.min(320 * Theme.textScale, root.parent.height - root.y - root.barHeight - 82)
             visible: wanted && item !== null
             onWantedChanged: {

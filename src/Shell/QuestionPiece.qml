@@ -57,7 +57,7 @@ Item {
             y: -over
             width: parent.width
             height: parent.height + over + under
-            radius: 7
+            radius: Math.round(7 * Screen.devicePixelRatio) / Screen.devicePixelRatio // else a seam shows where the corner begins
             visible: root.inBlock
             color: root.removed || root.added ? Theme.at(root.tint, 0.15) : Theme.at("white", 0.06)
         }
@@ -110,7 +110,7 @@ Item {
         font.weight: Font.Normal
         // Loose texts are read out when a screen reader comes near, but for the short ones; the whole has told them all.
         Accessible.role: Accessible.ListItem
-        Accessible.name: root.removed ? qsTr("Removed: %1").arg(root.words) : root.added ? qsTr("Added: %1").arg(root.words) : root.label === "" ? root.words : root.label + ": " + root.words
+        Accessible.name: (root.label === "" ? "" : root.label + ": ") + (root.removed ? qsTr("Removed: %1").arg(root.words) : root.added ? qsTr("Added: %1").arg(root.words) : root.words)
         onTextChanged: lines.apply()
         Component.onCompleted: lines.apply()
 

@@ -235,8 +235,11 @@ private:
         m_rest.remove("edits"_L1);
         for (int i = 0; i < edits.size(); ++i) {
             QJsonObject edit = edits.at(i).toObject();
-            m_parts.append({Texts::tr("Change %1").arg(i + 1), {}, Look::Words, false});
-            m_parts += change(edit);
+            QList<QuestionPart> parts = change(edit);
+            if (parts.isEmpty())
+                parts.append({{}, {}, Look::Words, false});
+            parts.first().label = Texts::tr("Change %1").arg(i + 1);
+            m_parts += parts;
             rest(edit);
         }
     }
