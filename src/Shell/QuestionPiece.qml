@@ -108,7 +108,7 @@ Item {
         font.family: root.plain ? Theme.family : Theme.fixedFamily
         font.pixelSize: Math.round(Theme.textSmall * Theme.textScale)
         font.weight: Font.Normal
-        // Loose texts are read out when a screen reader comes near, but for the short ones; the whole has told them all.
+        // As loose texts, all but the short ones would be read out when a screen reader comes near; they have been announced.
         Accessible.role: Accessible.ListItem
         Accessible.name: (root.label === "" ? "" : root.label + ": ") + (root.removed ? qsTr("Removed: %1").arg(root.words) : root.added ? qsTr("Added: %1").arg(root.words) : root.words)
         onTextChanged: lines.apply()

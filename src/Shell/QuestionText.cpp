@@ -219,7 +219,7 @@ private:
         m_description = take(m_rest, "description"_L1);
     }
 
-    /// One change to a file, or several.
+    /// What becomes of the file: one replacement, or several.
     void takeChanges()
     {
         // One replacement, unless the input says otherwise.
@@ -278,7 +278,7 @@ private:
 
 using Lines = QList<QStringView>;
 
-/// The lines as numbers, equal ones with the same: they are compared many times.
+/// Each line as a number, the same for equal lines: they are compared many times.
 QList<int> numbered(const Lines &lines, QHash<QStringView, int> &numbers)
 {
     QList<int> result;
