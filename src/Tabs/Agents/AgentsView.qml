@@ -213,11 +213,18 @@ FocusScope {
                     }
                 }
             }
+            // The note and the button under it are in the middle of what is left of the page.
+            Item {
+                readonly property real rest: list.height - (list.headerItem?.height ?? 0) - list.bottomMargin - 80 * Theme.textScale
+
+                width: 1
+                height: footer.bare ? Math.max(24, Math.round(rest / 2)) : 24
+                visible: note.visible
+            }
             EmptyNote {
+                id: note
+
                 anchors.horizontalCenter: parent.horizontalCenter
-                // The note and the button under it are in the middle of what is left of the page.
-                topPadding: Math.max(24, (list.height - (list.headerItem?.height ?? 0) - list.bottomMargin - 90 * Theme.textScale) / 2)
-                bottomPadding: 6
                 visible: root.source.empty && otherMac.count === 0
                 symbol: "sparkle"
                 text: qsTr("No agents are running right now")
