@@ -24,7 +24,7 @@ Item {
     activeFocusOnTab: true
     Accessible.role: Accessible.Grouping
     Accessible.name: Plain.line(root.line.spoken)
-    Accessible.description: [root.line.told, qsTr("Tab goes on to Deny and Allow")].filter(words => words !== "").join("\n")
+    Accessible.description: (root.line.told === "" ? "" : root.line.told + "\n") + qsTr("Tab goes on to Deny and Allow")
     Accessible.focusable: true
     Keys.onRightPressed: pills.choose(false)
     Keys.onLeftPressed: pills.choose(true)
