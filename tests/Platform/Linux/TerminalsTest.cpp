@@ -48,19 +48,17 @@ private Q_SLOTS:
 
     void styles()
     {
-        const auto row = [](const QString &terminal, const QStringList &arguments) {
-            QCOMPARE(terminalArguments(terminalStyle(terminal), {u"p"_s, u"a b"_s}, u"/tmp/s"_s), arguments);
-        };
-        for (const auto &terminal : {u"gnome-terminal"_s, u"kgx"_s})
-            row(terminal, {u"--"_s, u"p"_s, u"a b"_s});
-        for (const auto &terminal : {u"konsole"_s, u"xterm"_s, u"ghostty"_s, u"xfce4-terminal.wrapper"_s})
-            row(terminal, {u"-e"_s, u"p"_s, u"a b"_s});
-        for (const auto &terminal : {u"kitty"_s, u"foot"_s})
-            row(terminal, {u"p"_s, u"a b"_s});
-        row(u"xfce4-terminal"_s, {u"-x"_s, u"p"_s, u"a b"_s});
-        row(u"wezterm"_s, {u"start"_s, u"--"_s, u"p"_s, u"a b"_s});
-        row(u"lxterminal"_s, {u"-e"_s, u"/tmp/s"_s});
-        row(u"warp-terminal"_s, {u"/tmp/s"_s});
+        for (const auto &[terminals, arguments] : {std::pair("gnome-terminal kgx", "-- p:a b"),
+                                                   {"konsole xterm ghostty xfce4-terminal.wrapper", "-e p:a b"},
+                                                   {"kitty foot", "p:a b"},
+                                                   {"xfce4-terminal", "-x p:a b"},
+                                                   {"wezterm", "start -- p:a b"},
+                                                   {"lxterminal", "-e /tmp/s"},
+                                                   {"warp-terminal", "/tmp/s"}}) {
+            for (const QString &terminal : QString::fromLatin1(terminals).split(u' '))
+                QCOMPARE(terminalArguments(terminalStyle(terminal), {u"p:a b"_s}, u"/tmp/s"_s).join(u' '),
+                         QLatin1StringView(arguments));
+        }
     }
 
     void theDesktopsOwnTerminal()
