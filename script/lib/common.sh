@@ -29,6 +29,15 @@ bootstrap() {
     [[ ${VELTO_SKIP_BOOTSTRAP:-0} == 1 ]] || "$root/script/bootstrap" --for "$1"
 }
 
+# remove_session FOLDER: with what the document portal mounted in its runtime folder and left there when the bus ended.
+remove_session() {
+    local documents=$1/runtime/doc
+    if grep -qF " $documents " /proc/self/mounts; then
+        fusermount3 -uz "$documents" 2>/dev/null || umount -l "$documents" 2>/dev/null || true
+    fi
+    rm -rf "$1"
+}
+
 # version_14 TOOL: the tool of the version that the tree is formatted and linted with.
 version_14() {
     command -v "$1-14" && return

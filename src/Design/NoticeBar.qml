@@ -13,8 +13,10 @@ Rectangle {
 
     signal clicked
 
-    implicitHeight: Math.max(32, words.height + 14)
+    implicitHeight: Math.max(Math.round(32 * Theme.textScale), words.height + Theme.gapSection)
     radius: Theme.radiusRow
+    border.width: Theme.cardEdge
+    border.color: "white"
     color: Theme.at(root.tint, 0.1)
     Accessible.role: Accessible.Notification
     Accessible.name: root.text

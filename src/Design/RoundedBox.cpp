@@ -26,9 +26,11 @@ void RoundedBox::componentComplete()
 
 void RoundedBox::paint(QPainter *painter)
 {
-    // In device pixels, so that the straight parts of the edge are sharp.
+    // In device pixels, so that the straight parts of the edge are sharp; and within the picture, which the toolkit makes for
+    // a size in whole logical pixels.
     const QTransform toPixels = painter->transform();
-    const QRectF area(toPixels.mapRect(boundingRect()).toRect());
+    const QRect picture(0, 0, painter->device()->width(), painter->device()->height());
+    const QRectF area(toPixels.mapRect(boundingRect()).toRect().intersected(picture));
     const qreal scale = toPixels.m11();
     painter->resetTransform();
     const qreal edge = m_edge > 0 ? std::max(1.0, std::round(m_edge * scale)) : 0;

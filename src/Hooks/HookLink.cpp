@@ -2,14 +2,14 @@
 
 namespace velto {
 
-HookLink::HookLink(const HookRoad::Needs &needs, QObject *parent)
+HookLink::HookLink(const HookConnectivity::Needs &needs, QObject *parent)
     : QObject(parent)
     , m_installer(needs.installer)
-    , m_road(needs)
+    , m_connectivity(needs)
 {
     stand(m_installer.standing());
-    connect(&m_road, &HookRoad::changed, this, &HookLink::changed);
-    connect(&m_road, &HookRoad::formChanged, this, [this] {
+    connect(&m_connectivity, &HookConnectivity::changed, this, &HookLink::changed);
+    connect(&m_connectivity, &HookConnectivity::formChanged, this, [this] {
         stand(m_installer.standing());
         Q_EMIT changed();
     });
@@ -20,7 +20,7 @@ void HookLink::stand(HookInstaller::Standing standing)
     const bool were = installed();
     m_standing = standing;
     if (were && !installed())
-        m_road.forget();
+        m_connectivity.forget();
 }
 
 void HookLink::found(HookInstaller::Standing standing)
@@ -47,7 +47,7 @@ void HookLink::install()
     m_error = m_installer.install();
     if (!m_error) {
         stand(HookInstaller::Standing::Current);
-        m_road.prove();
+        m_connectivity.prove();
     }
     Q_EMIT changed();
 }
@@ -58,7 +58,7 @@ void HookLink::remove()
     m_error = m_installer.uninstall();
     if (!m_error) {
         stand(HookInstaller::Standing::Absent);
-        m_road.forget();
+        m_connectivity.forget();
     }
     Q_EMIT changed();
 }
@@ -66,7 +66,7 @@ void HookLink::remove()
 void HookLink::turnEnded(Instant since)
 {
     if (installed())
-        m_road.turnEnded(since);
+        m_connectivity.turnEnded(since);
 }
 
 } // namespace velto

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Core/SourceState.h"
+#include "Hooks/HookConnectivity.h"
 #include "Hooks/HookInstaller.h"
-#include "Hooks/HookRoad.h"
 
 #include <QObject>
 #include <optional>
@@ -14,7 +14,7 @@ namespace velto {
 class HookLink : public QObject {
     Q_OBJECT
 public:
-    explicit HookLink(const HookRoad::Needs &needs, QObject *parent = nullptr);
+    explicit HookLink(const HookConnectivity::Needs &needs, QObject *parent = nullptr);
 
     /// The hooks of this version, with the current secret, are in Claude Code's settings.
     bool installed() const { return m_standing == HookInstaller::Standing::Current; }
@@ -23,7 +23,7 @@ public:
     /// Why the last install() or remove() failed, as a sentence.
     const std::optional<QString> &error() const { return m_error; }
     /// Whether calls arrive: `failed` with a sentence while they don't.
-    SourceState hearing() const { return m_road.state(); }
+    SourceState hearing() const { return m_connectivity.state(); }
     bool goesPastProxy() const;
     /// What install() adds, as text to agree to.
     QString preview() const;
@@ -35,11 +35,11 @@ public:
     /// Counts installations and removals made here: what was read before one is outdated.
     int edits() const { return m_edits; }
     /// Starts to listen, or tries again if the port was taken.
-    void listen() { m_road.listen(); }
+    void listen() { m_connectivity.listen(); }
     /// Finds out which form of the commands gets through, before the user agrees to them.
-    void prepare() { m_road.prove(); }
+    void prepare() { m_connectivity.prove(); }
     /// Listens, and tests whether calls arrive, once more.
-    void tryAgain() { m_road.tryAgain(); }
+    void tryAgain() { m_connectivity.tryAgain(); }
     /// A session has ended a turn that began then: its hooks call, if they are installed and get through.
     void turnEnded(Instant since);
 
@@ -51,7 +51,7 @@ private:
     void stand(HookInstaller::Standing standing);
 
     HookInstaller &m_installer;
-    HookRoad m_road;
+    HookConnectivity m_connectivity;
     HookInstaller::Standing m_standing = HookInstaller::Standing::Absent;
     int m_edits = 0;
     std::optional<QString> m_error;

@@ -39,7 +39,7 @@ public:
     QString preview() const;
     /// The user is about to agree to the hooks.
     Q_INVOKABLE void prepare();
-    /// Listens, and tests the road, once more.
+    /// Listens, and tests the connection, once more.
     Q_INVOKABLE void tryAgain();
     Q_INVOKABLE void connectHooks();
     Q_INVOKABLE void disconnectHooks();

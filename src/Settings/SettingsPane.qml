@@ -54,4 +54,23 @@ Flickable {
         bottomPadding: root.foot
         spacing: root.gap
     }
+
+    // It fades out at its lower edge.
+    Rectangle {
+        parent: root
+        y: root.height - height
+        visible: !root.atYEnd
+        width: root.width
+        height: 28
+        gradient: Gradient {
+            GradientStop {
+                position: 0
+                color: Qt.alpha(root.palette.window, 0)
+            }
+            GradientStop {
+                position: 1
+                color: root.palette.window
+            }
+        }
+    }
 }

@@ -29,23 +29,6 @@ ApplicationWindow {
         implicitHeight: start.height + 32
         color: root.palette.window
 
-        // The page fades out at its lower edge.
-        Rectangle {
-            y: -height
-            visible: !page.atYEnd
-            width: parent.width
-            height: 28
-            gradient: Gradient {
-                GradientStop {
-                    position: 0
-                    color: Qt.alpha(root.palette.window, 0)
-                }
-                GradientStop {
-                    position: 1
-                    color: root.palette.window
-                }
-            }
-        }
         FormText {
             x: page.margin
             anchors.verticalCenter: parent.verticalCenter

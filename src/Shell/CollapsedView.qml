@@ -152,9 +152,9 @@ Item {
         readonly property bool wanted: root.ui.unfolded && root.peekLine.inParts && root.peekLine.onShow && !root.ui.expanded
         readonly property real wantedHeight: item ? (item as UnfoldedQuestion).wanted : 0
 
-        // From the row's symbol to the end of its answers.
-        x: peekRow.x + 22
-        width: peekRow.width - 22 - 14
+        // From the row's symbol, on a whole device pixel, to the end of its answers.
+        x: Math.round((peekRow.x + 22) * Screen.devicePixelRatio) / Screen.devicePixelRatio
+        width: peekRow.x + peekRow.width - 14 - x
         height: root.outline.mostUnfolded // the black shows as much of it as is wanted
         y: peekRow.y + peekRow.height
         opacity: wanted ? 1 : 0

@@ -24,7 +24,7 @@ Item {
     activeFocusOnTab: true
     Accessible.role: Accessible.Grouping
     Accessible.name: Plain.line(root.line.spoken)
-    Accessible.description: [root.line.told, qsTr("Tab goes on to Deny and Allow")].filter(words => words !== "").join("\n")
+    Accessible.description: (root.line.told === "" ? "" : root.line.told + "\n") + qsTr("Tab goes on to Deny and Allow")
     Accessible.focusable: true
     Keys.onRightPressed: pills.choose(false)
     Keys.onLeftPressed: pills.choose(true)
@@ -100,8 +100,9 @@ Item {
 
             readonly property bool wanted: root.ui.unfolded && root.visible && root.ui.expanded
 
-            x: 14
-            width: root.width - 26
+            // On a whole device pixel.
+            x: Math.round((root.x + 14) * Screen.devicePixelRatio) / Screen.devicePixelRatio - root.x
+            width: root.width - 12 - x
             height: Math.min(320 * Theme.textScale, root.parent.height - root.y - root.barHeight - 82)
             visible: wanted && item !== null
             onWantedChanged: {

@@ -57,7 +57,7 @@ Item {
             y: -over
             width: parent.width
             height: parent.height + over + under
-            radius: 7
+            radius: Math.round(7 * Screen.devicePixelRatio) / Screen.devicePixelRatio // else a seam shows where the corner begins
             visible: root.inBlock
             color: root.removed || root.added ? Theme.at(root.tint, 0.15) : Theme.at("white", 0.06)
         }
@@ -108,9 +108,9 @@ Item {
         font.family: root.plain ? Theme.family : Theme.fixedFamily
         font.pixelSize: Math.round(Theme.textSmall * Theme.textScale)
         font.weight: Font.Normal
-        // Loose texts are read out when a screen reader comes near, but for the short ones; the whole has told them all.
+        // As loose texts, all but the short ones would be read out when a screen reader comes near; they have been announced.
         Accessible.role: Accessible.ListItem
-        Accessible.name: root.removed ? qsTr("Removed: %1").arg(root.words) : root.added ? qsTr("Added: %1").arg(root.words) : root.label === "" ? root.words : root.label + ": " + root.words
+        Accessible.name: (root.label === "" ? "" : root.label + ": ") + (root.removed ? qsTr("Removed: %1").arg(root.words) : root.added ? qsTr("Added: %1").arg(root.words) : root.words)
         onTextChanged: lines.apply()
         Component.onCompleted: lines.apply()
 

@@ -69,10 +69,12 @@ QString QuestionRows::told() const
         }
         const Wording wording = part.look == QuestionPart::Look::Words ? Wording::Prose : Wording::Exact;
         const QString words = visibleLines(part.text, wording, room);
-        const QString label = part.look == QuestionPart::Look::Removed ? tr("Removed")
-            : part.look == QuestionPart::Look::Added                   ? tr("Added")
-                                                                       : part.label;
-        told.append(label.isEmpty() ? words : u"%1: %2"_s.arg(label, words));
+        const QString change = part.look == QuestionPart::Look::Removed ? tr("Removed")
+            : part.look == QuestionPart::Look::Added                    ? tr("Added")
+                                                                        : QString();
+        QStringList line{part.label, change, words};
+        line.removeAll(QString());
+        told.append(line.join(u": "_s));
         room -= words.size();
     }
     return told.join(u'\n');

@@ -14,14 +14,14 @@ public:
     /// The most lines, and about the most characters, of one row.
     static constexpr qsizetype kMostLines = 40;
     static constexpr qsizetype kMostCharacters = 2'000;
-    /// About the most characters that are told at once.
+    /// About how many characters are announced at most.
     static constexpr qsizetype kMostTold = 800;
 
     using QAbstractListModel::QAbstractListModel;
 
     void set(const QList<QuestionPart> &parts);
 
-    /// The whole in words, for a screen reader: each part after what it is. Ends in "…" where it is cut.
+    /// Everything in words, for a screen reader: each part after its label. Ends in "…" if it was cut.
     QString told() const;
 
     int rowCount(const QModelIndex &parent = {}) const override;

@@ -219,7 +219,7 @@ private:
         m_description = take(m_rest, "description"_L1);
     }
 
-    /// One change to a file, or several.
+    /// What becomes of the file: one replacement, or several.
     void takeChanges()
     {
         // One replacement, unless the input says otherwise.
@@ -235,8 +235,11 @@ private:
         m_rest.remove("edits"_L1);
         for (int i = 0; i < edits.size(); ++i) {
             QJsonObject edit = edits.at(i).toObject();
-            m_parts.append({Texts::tr("Change %1").arg(i + 1), {}, Look::Words, false});
-            m_parts += change(edit);
+            QList<QuestionPart> parts = change(edit);
+            if (parts.isEmpty())
+                parts.append({{}, {}, Look::Words, false});
+            parts.first().label = Texts::tr("Change %1").arg(i + 1);
+            m_parts += parts;
             rest(edit);
         }
     }
@@ -275,7 +278,7 @@ private:
 
 using Lines = QList<QStringView>;
 
-/// The lines as numbers, equal ones with the same: they are compared many times.
+/// Each line as a number, the same for equal lines: they are compared many times.
 QList<int> numbered(const Lines &lines, QHash<QStringView, int> &numbers)
 {
     QList<int> result;

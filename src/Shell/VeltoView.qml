@@ -166,7 +166,7 @@ Item {
                     heard.restart();
             }
         }
-        // What is on show stays readable as long as it is; other words only until they were spoken.
+        // The text on show stays readable as long as it is shown; any other only until it was spoken.
         Timer {
             id: heard
 

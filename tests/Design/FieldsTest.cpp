@@ -1,6 +1,7 @@
 #include "ViewWindow.h"
 
 #include "Core/DateModel.h"
+#include "Design/Theme.h"
 #include "Platform/Fake/FakeClock.h"
 
 using namespace Qt::StringLiterals;
@@ -56,6 +57,9 @@ private Q_SLOTS:
         const QImage plain = m_view->grabWindow();
         press(Qt::Key_Tab);
         QVERIFY2(m_view->grabWindow() != plain, "the focus can't be seen");
+        Theme::of(m_view->engine())->setKeyboardElsewhere(true);
+        QVERIFY2(m_view->grabWindow() == plain, "the field promises that what is typed arrives");
+        Theme::of(m_view->engine())->setKeyboardElsewhere(false);
         QCOMPARE(focused(), u"Search"_s);
         QCOMPARE(accessible(m_view->activeFocusItem())->role(), QAccessible::EditableText);
         QCOMPARE(accessible(m_view->activeFocusItem())->text(QAccessible::Description), u"Search todos"_s);

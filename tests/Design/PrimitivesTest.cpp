@@ -133,42 +133,33 @@ private Q_SLOTS:
         QTRY_COMPARE(m_view->contentItem()->childItems().size(), 1);
     }
 
-    void bannerSaysTheState_data()
-    {
-        columns<SourceState, bool, QString, QString, QString>({"state", "retryable", "says", "button", "looks"});
-
-        QTest::newRow("ready") << SourceState::ready() << true << QString() << QString() << QString();
-        QTest::newRow("loading") << SourceState::loading() << true << u"Loading…"_s << QString() << u"Loading…"_s;
-        QTest::newRow("unavailable") << SourceState::unavailable(u"No Claude Code."_s, u"Install it."_s) << false
-                                     << u"No Claude Code. Install it."_s << u"Settings…"_s
-                                     << u"ice:(info.circle) | No Claude Code./Settings…/Install it."_s;
-        QTest::newRow("failed") << SourceState::failed(u"It <b>broke</b>."_s) << true << u"It <b>broke</b>."_s << u"Try again"_s
-                                << u"amber:(exclamationmark.triangle) | It <b>broke</b>. | Try again"_s;
-        QTest::newRow("failed for good") << SourceState::failed(u"It broke."_s) << false << u"It broke."_s << QString()
-                                         << u"amber:(exclamationmark.triangle) | It broke."_s;
-    }
-
     void bannerSaysTheState()
     {
-        QFETCH(const SourceState, state);
-        QFETCH(const bool, retryable);
-        QFETCH(const QString, says);
-        QFETCH(const QString, button);
-        QQuickItem *banner =
-            show(u"StateBanner { width: 400 }"_s, {{u"feed"_s, QVariant::fromValue(state)}, {u"retryable"_s, retryable}});
-        QVERIFY(banner);
-        QCOMPARE(banner->isVisible(), !says.isEmpty());
-        QCOMPARE(banner->implicitHeight() > 0, !says.isEmpty());
-        QCOMPARE(nameOf(banner), says);
-        QTEST(seen(banner).join(u'/'), "looks");
+        const auto row = [this](const SourceState &state, bool retryable, const QString &says, const QString &button,
+                                const QString &looks) {
+            QQuickItem *banner =
+                show(u"StateBanner { width: 400 }"_s, {{u"feed"_s, QVariant::fromValue(state)}, {u"retryable"_s, retryable}});
+            QVERIFY(banner);
+            QCOMPARE(banner->isVisible(), !says.isEmpty());
+            QCOMPARE(banner->implicitHeight() > 0, !says.isEmpty());
+            QCOMPARE(nameOf(banner), says);
+            QCOMPARE(seen(banner).join(u'/'), looks);
 
-        QSignalSpy settings(banner, SIGNAL(settingsWanted()));
-        QSignalSpy retry(banner, SIGNAL(retryWanted()));
-        press(Qt::Key_Tab);
-        QCOMPARE(focused(), button);
-        press(Qt::Key_Return);
-        QCOMPARE(settings.count(), button == u"Settings…" ? 1 : 0);
-        QCOMPARE(retry.count(), button == u"Try again" ? 1 : 0);
+            QSignalSpy settings(banner, SIGNAL(settingsWanted()));
+            QSignalSpy retry(banner, SIGNAL(retryWanted()));
+            press(Qt::Key_Tab);
+            QCOMPARE(focused(), button);
+            press(Qt::Key_Return);
+            QCOMPARE(settings.count(), button == u"Settings…" ? 1 : 0);
+            QCOMPARE(retry.count(), button == u"Try again" ? 1 : 0);
+        };
+        row(SourceState::ready(), true, {}, {}, {});
+        row(SourceState::loading(), true, u"Loading…"_s, {}, u"Loading…"_s);
+        row(SourceState::unavailable(u"No Claude Code."_s, u"Install it."_s), false, u"No Claude Code. Install it."_s,
+            u"Settings…"_s, u"ice:(info.circle) | No Claude Code./Settings…/Install it."_s);
+        row(SourceState::failed(u"It <b>broke</b>."_s), true, u"It <b>broke</b>."_s, u"Try again"_s,
+            u"amber:(exclamationmark.triangle) | It <b>broke</b>. | Try again"_s);
+        row(SourceState::failed(u"It broke."_s), false, u"It broke."_s, {}, u"amber:(exclamationmark.triangle) | It broke."_s);
     }
 
     void aNoticeHasAButtonIfThereIsSomethingToDo()

@@ -106,23 +106,9 @@ private Q_SLOTS:
         QCOMPARE(filesIn(m_folder).size(), 3);
     }
 
-    void hooksOfAnOlderVersionAreReplaced()
+    void whatIsThereIsFoundByItsTextAndReplaced()
     {
-        prepare(fixture("claude-settings/older-velto.json"));
         HookInstaller installer(m_files, m_clock, m_home->path(), kToken);
-        QVERIFY(installer.present());
-        QVERIFY(installer.needsUpgrade());
-        QCOMPARE(installer.install(), std::nullopt);
-        QVERIFY(installer.present());
-        QVERIFY(!installer.needsUpgrade());
-        QVERIFY(!readFile(m_path).contains("00112233"));
-        QVERIFY(readFile(m_path).contains("say done"));
-        QVERIFY(HookInstaller(m_files, m_clock, m_home->path(), u"another"_s).needsUpgrade());
-    }
-
-    void whatIsThereIsFoundByItsText()
-    {
-        const HookInstaller installer(m_files, m_clock, m_home->path(), kToken);
         QVERIFY(!installer.present());
         const auto row = [&](const QByteArray &settings, bool present, bool needsUpgrade) {
             prepare(settings);
@@ -134,6 +120,11 @@ private Q_SLOTS:
         row("127.0.0.1:4747/event " + token, true, true); // from before permission questions
         row("127.0.0.1:4747/permission " + token, true, false);
         row("127.0.0.1:4747/ \xFF" + token, false, false); // not UTF-8
+        row(fixture("claude-settings/older-velto.json"), true, true);
+        QCOMPARE(installer.install(), std::nullopt);
+        row(readFile(m_path), true, false);
+        QVERIFY(!readFile(m_path).contains("00112233") && readFile(m_path).contains("say done"));
+        QVERIFY(HookInstaller(m_files, m_clock, m_home->path(), u"another"_s).needsUpgrade());
     }
 
     void whatCannotBeEditedStaysAsItIs()

@@ -55,20 +55,6 @@ private Q_SLOTS:
         QCOMPARE(w.hub.selected(), Tab::Home);
     }
 
-    void forwardsChangesOfItsSourcesAndOnlyChanges()
-    {
-        World w;
-        w.background.finishAll();
-        const QSignalSpy changed(&w.hub, &Hub::changed);
-        w.refresh();
-        QCOMPARE(changed.count(), 0);
-        w.setSessions(1, 1);
-        w.refresh();
-        QVERIFY(changed.count() > 0);
-        QCOMPARE(w.agents.runningCount(), 1);
-        QCOMPARE(w.agents.waitingCount(), 1);
-    }
-
     void aRecorderSilencesEverything()
     {
         World w;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Fake/FakePanelWindow.h"
 #include "Settings/SettingsStore.h"
 #include "Settings/Welcome.h"
 #include "World.h"

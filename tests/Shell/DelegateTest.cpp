@@ -1,6 +1,7 @@
 #include "App/AppDelegate.h"
 #include "App/CommandLine.h"
 #include "Core/UI.h"
+#include "Platform/Fake/FakePanelWindow.h"
 #include "RunTests.h"
 #include "Shell/CollapsedStrip.h"
 #include "Shell/PanelOutline.h"

@@ -162,11 +162,10 @@ private Q_SLOTS:
                 QCOMPARE(all, text);
         }
         QuestionRows rows;
-        rows.set(questionParts({u"api"_s,
-                                {},
-                                u"Edit"_s,
-                                QJsonObject{{u"file_path"_s, u"/x"_s}, {u"old_string"_s, u"1"_s}, {u"new_string"_s, u"2"_s}}}));
-        QCOMPARE(rows.told(), u"File: /x\nRemoved: 1\nAdded: 2\nSession: api"_s);
+        const QJsonObject edit{{u"old_string"_s, u"1"_s}, {u"new_string"_s, u"2"_s}};
+        rows.set(questionParts(
+            {u"api"_s, {}, u"MultiEdit"_s, QJsonObject{{u"file_path"_s, u"/x"_s}, {u"edits"_s, QJsonArray{edit}}}}));
+        QCOMPARE(rows.told(), u"File: /x\nChange 1: Removed: 1\nAdded: 2\nSession: api"_s);
     }
 };
 

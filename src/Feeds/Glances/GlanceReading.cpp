@@ -47,8 +47,8 @@ std::optional<fs::file_time_type> settled(fs::file_time_type stamp, const QDateT
     return seconds.count() + kCoarsestStamp.count() < now.toSecsSinceEpoch() ? std::optional(stamp) : std::nullopt;
 }
 
-/// Nothing is unfinished in a folder that isn't there; followed is the nearest one above it, where it or a part of its path will
-/// be made.
+/// A missing folder holds nothing unfinished. What is watched in its place is the nearest folder above it that exists, where a
+/// part of its path has to be created first.
 Transfers awaited(const FileTree &tree, fs::path missing)
 {
     std::error_code error;
@@ -56,7 +56,7 @@ Transfers awaited(const FileTree &tree, fs::path missing)
         const fs::path above = missing.parent_path();
         std::shared_ptr<FolderChanges> changes = tree.changesIn(QFile::decodeName(QByteArray::fromStdString(above.native())));
         if (changes || fs::exists(above, error)) {
-            // It may have been made meanwhile. A link to nowhere may lead somewhere later without a trace here.
+            // It may have been created meanwhile. A link to nowhere may lead somewhere later without a trace here.
             const bool still = fs::symlink_status(missing, error).type() == fs::file_type::not_found;
             return {0, {}, still ? std::move(changes) : nullptr};
         }

@@ -27,7 +27,7 @@ struct Transfers {
 };
 
 /// Counts the unfinished downloads directly in a folder, hidden ones too; 0 if it can't be listed. A folder that hasn't changed
-/// since `before` costs one look at its stamp, however many entries it has; one that isn't there is followed until it may be.
+/// since `before` costs one look at its stamp, however many entries it has; a missing one is watched until it may exist.
 /// Blocks for the disk.
 Transfers readTransfers(const FileTree &tree, const QString &folder, const Transfers &before, const QDateTime &now);
 
@@ -36,7 +36,7 @@ Transfers readTransfers(const FileTree &tree, const QString &folder, const Trans
 int parseFailedBuilds(QByteArrayView listing);
 
 /// How many of the last workflow runs failed, according to the GitHub CLI in the folder that this program runs in. Nothing
-/// without it and after any failure. Blocks for up to 22 seconds.
+/// if that is missing or fails. Blocks for up to 22 seconds.
 std::optional<int> readFailedBuilds(ToolRunner &tools);
 
 } // namespace velto

@@ -56,7 +56,7 @@ void GlanceSource::look()
     // The answer took a moment, so the turn that was meant comes a little early.
     const auto now = m_needs.clock.now() + kInterval / 2;
     const bool asks = (!m_nextBuilds || *m_nextBuilds <= now) && !m_asking && m_needs.prefs.anyOn();
-    // A disk may be mounted without anybody being told, so at times the folder is looked for regardless.
+    // Nothing reports that a disk was mounted, so now and then the folder is looked for regardless.
     const bool rests = !m_listing && !asks && m_transfers.stillSo();
     if (!m_listing && !rests)
         readDownloads();

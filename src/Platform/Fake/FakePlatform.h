@@ -1,21 +1,15 @@
 #pragma once
 
 #include "Platform/Accessibility.h"
-#include "Platform/Activation.h"
 #include "Platform/Applications.h"
 #include "Platform/Clipboard.h"
 #include "Platform/Defaults.h"
-#include "Platform/Displays.h"
 #include "Platform/FolderPanel.h"
-#include "Platform/HotKey.h"
 #include "Platform/Keychain.h"
 #include "Platform/LoginItem.h"
 #include "Platform/Machine.h"
 #include "Platform/MediaPlayers.h"
-#include "Platform/PanelWindow.h"
-#include "Platform/Session.h"
 #include "Platform/Sounds.h"
-#include "Platform/StatusItem.h"
 #include "Platform/Terminals.h"
 #include "Platform/VideoPlayer.h"
 #include "Platform/Workspace.h"
@@ -26,7 +20,7 @@
 #include <QSet>
 #include <utility>
 
-// Each fake keeps what it was told, and answers as a test sets it.
+// What stores need. Each fake keeps what it was told, and answers as a test sets it.
 
 namespace velto {
 
@@ -278,108 +272,6 @@ public:
     {
         holderEnds = std::move(ended);
     }
-};
-
-class FakeHotKey final : public HotKey {
-    Q_OBJECT
-public:
-    bool available = true;
-    Support supportNow;
-    QString keysNow;
-    std::function<void()> press;
-
-    Support support() const override { return supportNow; }
-    QString keys() const override { return keysNow; }
-    void become(const Support &support, const QString &keys = {})
-    {
-        supportNow = support;
-        keysNow = keys;
-        Q_EMIT changed();
-    }
-
-    bool registerHotKey(std::function<void()> action) override
-    {
-        if (available)
-            press = std::move(action);
-        return available;
-    }
-};
-
-class FakeActivation final : public Activation {
-    Q_OBJECT
-public:
-    bool first = true;
-    bool reachable = true;
-    QStringList handedOver;
-    bool listening = false;
-
-    bool claim() override { return first; }
-    bool handOver(const QStringList &actions) override
-    {
-        if (reachable)
-            handedOver += actions;
-        return reachable;
-    }
-    void listen(bool) override { listening = true; }
-};
-
-class FakeStatusItem final : public StatusItem {
-public:
-    std::vector<MenuItem> menu;
-
-    std::function<void()> openMenu;
-
-    void show(const QString &, std::vector<MenuItem> items, std::function<void()> elsewhere) override
-    {
-        menu = std::move(items);
-        openMenu = std::move(elsewhere);
-    }
-};
-
-class FakeSession final : public Session {
-    Q_OBJECT
-public:
-    bool lockedNow = false;
-
-    bool locked() const override { return lockedNow; }
-    void setLocked(bool locked)
-    {
-        lockedNow = locked;
-        Q_EMIT lockedChanged();
-    }
-};
-
-class FakeDisplays final : public Displays {
-    Q_OBJECT
-public:
-    QList<Display> displays;
-
-    QList<Display> all() const override { return displays; }
-    void setAll(const QList<Display> &now)
-    {
-        displays = now;
-        Q_EMIT changed();
-    }
-};
-
-class FakePanelWindow final : public PanelWindow {
-    Q_OBJECT
-public:
-    QList<QRect> frames;
-    bool focused = false;
-    bool shown = false;
-    bool alpha = true;
-    std::optional<QPoint> pointerNow;
-
-    void adopt(QWindow *) override { }
-    void place(const QRect &frame) override { frames.append(frame); }
-    void show() override { shown = true; }
-    void hide() override { shown = false; }
-    void raise() override { }
-    std::optional<QPoint> pointer() const override { return pointerNow; }
-    void takeFocus() override { focused = true; }
-    void returnFocus() override { focused = false; }
-    bool composited() const override { return alpha; }
 };
 
 } // namespace velto

@@ -5,7 +5,7 @@
 
 namespace velto {
 
-/// The functions of a library that the program does without where it is missing. It is loaded by the first look-up and stays.
+/// Functions of a library that the program can do without. The first look-up loads it, and it stays loaded.
 class OptionalLibrary {
 public:
     OptionalLibrary(const QString &name, int version)
@@ -19,7 +19,7 @@ public:
         function = reinterpret_cast<Function>(m_library.resolve(name));
         m_complete = m_complete && function;
     }
-    /// Whether all that was looked up so far was found.
+    /// Whether everything looked up so far was found.
     bool isComplete() const { return m_complete; }
 
 private:

@@ -13,7 +13,7 @@ namespace velto {
 
 bool processLives(qint64 pid)
 {
-    // An ended process keeps its id until its parent has waited for it; a pidfd tells that it has ended.
+    // A zombie still has its id; a pidfd reports that the process has ended.
     const Descriptor process(int(syscall(SYS_pidfd_open, pid_t(pid), 0)));
     pollfd end{process.get(), POLLIN, 0};
     return process && poll(&end, 1, 0) == 0;

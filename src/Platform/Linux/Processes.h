@@ -7,7 +7,7 @@ class QObject;
 
 namespace velto {
 
-/// Whether a process of that id runs; one that has ended and waits for its parent does not. Any thread.
+/// Whether a process of that id runs; a zombie doesn't. Any thread.
 bool processLives(qint64 pid);
 
 /// Calls `ended` once on this thread when that process has ended, unless `context` is gone by then; at once if it has.

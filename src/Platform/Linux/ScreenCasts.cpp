@@ -118,7 +118,7 @@ public:
     Connection(const Connection &) = delete;
     Connection &operator=(const Connection &) = delete;
 
-    /// Somebody answers at the socket, or did.
+    /// Whether a server ever answered at the socket.
     bool wasMade() const { return m_core; }
     bool stands() const { return m_core && !m_ended; }
     bool casts() const { return !m_casts.isEmpty(); }
@@ -201,7 +201,7 @@ void ScreenCasts::look()
         exists ? Socket(status.st_ino, status.st_ctim.tv_sec * 1'000'000'000 + status.st_ctim.tv_nsec) : Socket();
     if (exists && m_tried != found)
         m_connection = std::make_unique<Connection>(*this);
-    // A socket that refuses belongs to a server that is only starting, or has gone.
+    // A socket that refuses connections belongs to a server that is still starting, or has ended: try again.
     m_tried = m_connection && !m_connection->wasMade() ? Socket() : found;
 }
 

@@ -20,7 +20,7 @@ namespace velto {
 namespace {
 
 constexpr qint64 kLargest = 16 * 1024 * 1024;
-constexpr std::chrono::milliseconds kThrough{500}; ///< whoever removes a whole folder is through by then
+constexpr std::chrono::milliseconds kThrough{500}; ///< a program that removes a whole folder has finished by then
 const auto kDamaged = u".damaged-"_s;
 constexpr auto kReal = "real"_L1;
 constexpr auto kDate = "date"_L1;

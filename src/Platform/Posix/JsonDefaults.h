@@ -22,7 +22,7 @@ class SettingsFile;
 /// {"date": "2026-11-21T09:00:00.000Z"}, so that neither comes back as something else. Keys and values that this program doesn't
 /// know stay in the file, and so does what another program changes there, except for keys that are set here. A file that can't
 /// be parsed reads as empty and is copied aside (".damaged-" and the time) before it is overwritten; one that can't be read
-/// at all is never overwritten, and one that is removed is written anew.
+/// at all is never overwritten, and one that is removed is written again.
 class JsonDefaults final : public Defaults {
 public:
     JsonDefaults(Files &files, FileWriter &writer, Clock &clock, QString path);

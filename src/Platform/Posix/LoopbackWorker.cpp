@@ -46,7 +46,7 @@ void LoopbackWorker::run()
     std::array<epoll_event, kEvents> events;
     bool stopping = false;
     while (!stopping) {
-        const bool timed = m_busy > 0 || m_halfClosed > 0 || m_acceptPaused;
+        const bool timed = m_peers.busy() > 0 || m_peers.halfClosed() > 0 || m_acceptPaused;
         const int count = epoll_wait(m_epoll.get(), events.data(), kEvents, timed ? int(nap().count()) : -1);
         for (int i = 0; i < count; ++i) {
             const auto &event = events[std::size_t(i)];
@@ -66,15 +66,15 @@ std::chrono::milliseconds LoopbackWorker::nap() const
 {
     if (m_acceptPaused)
         return kAcceptPause;
-    return m_halfClosed > 0 ? std::min(kLook, m_limits.patience / 5) : m_limits.patience / 5;
+    return m_peers.halfClosed() > 0 ? std::min(kLook, m_limits.patience / 5) : m_limits.patience / 5;
 }
 
 bool LoopbackWorker::readMail()
 {
     const bool stopping = m_mailbox->take(m_letters);
     for (auto &letter : m_letters) {
-        auto *peer = find(letter.connection);
-        if (peer && isWaiting(peer->phase))
+        auto *peer = m_peers.find(letter.connection);
+        if (peer && peer->isWaiting())
             reply(*peer, std::move(letter.reply), true);
     }
     return stopping;
@@ -82,7 +82,7 @@ bool LoopbackWorker::readMail()
 
 void LoopbackWorker::handle(ConnectionId id, quint32 events)
 {
-    auto *peer = find(id);
+    auto *peer = m_peers.find(id);
     if (!peer) // dropped earlier in this turn
         return;
     switch (peer->phase) {
@@ -92,7 +92,7 @@ void LoopbackWorker::handle(ConnectionId id, quint32 events)
         return readFrom(*peer);
     case Phase::Waiting:
     case Phase::HalfClosed:
-        return (events & (EPOLLHUP | EPOLLERR)) != 0 ? drop(*peer) : seeWhetherGone(*peer);
+        return (events & (EPOLLHUP | EPOLLERR)) != 0 ? m_peers.drop(*peer) : seeWhetherGone(*peer);
     case Phase::Writing:
         return write(*peer);
     case Phase::Lingering:
@@ -140,87 +140,63 @@ void LoopbackWorker::pauseAccepting(bool pause)
 
 void LoopbackWorker::welcome(Descriptor socket)
 {
-    auto &peer = freePeer();
-    peer.socket = std::move(socket);
+    auto &peer = m_peers.add(std::move(socket));
     peer.deadline = std::chrono::steady_clock::now() + m_limits.patience;
-    peer.lastHeard = ++m_turn;
-    peer.protocol = m_make(ConnectionId(peer.generation) << 32 | peer.place);
-    setPhase(peer, Phase::Reading);
+    peer.protocol = m_make(peer.id());
+    m_peers.setPhase(peer, Phase::Reading);
     readFrom(peer); // the request is often there already
 }
 
-LoopbackWorker::Peer &LoopbackWorker::freePeer()
-{
-    if (m_free.empty()) {
-        auto &peer = m_peers.emplace_back();
-        peer.place = quint32(m_peers.size() - 1);
-        return peer;
-    }
-    auto &peer = m_peers[m_free.back()];
-    m_free.pop_back();
-    return peer;
-}
-
-LoopbackWorker::Peer *LoopbackWorker::find(ConnectionId id)
-{
-    const auto place = std::size_t(id & 0xffff'ffffU);
-    if (place >= m_peers.size())
-        return nullptr;
-    auto &peer = m_peers[place];
-    return peer.phase != Phase::Free && peer.generation == id >> 32 ? &peer : nullptr;
-}
-
-void LoopbackWorker::readFrom(Peer &peer)
+void LoopbackWorker::readFrom(LoopbackPeer &peer)
 {
     const auto count = recv(peer.socket.get(), m_scratch.data(), m_scratch.size(), 0);
     if (count >= 0) {
-        peer.lastHeard = ++m_turn;
+        m_peers.heard(peer);
         give(peer, QByteArrayView(m_scratch.data(), count), count == 0);
     } else if (errno == EAGAIN || errno == EINTR) {
         await(peer, Phase::Reading, EPOLLIN);
     } else {
-        drop(peer);
+        m_peers.drop(peer);
     }
 }
 
-void LoopbackWorker::give(Peer &peer, QByteArrayView bytes, bool finished)
+void LoopbackWorker::give(LoopbackPeer &peer, QByteArrayView bytes, bool finished)
 {
     QByteArray answer;
     const auto want = peer.protocol->received(bytes, finished, answer);
     switch (want) {
     case LoopbackConnection::Want::Read:
         if (finished)
-            return drop(peer);
-        peer.held += bytes.size();
-        m_held += bytes.size();
+            return m_peers.drop(peer);
+        m_peers.hold(peer, bytes.size());
         return await(peer, Phase::Reading, EPOLLIN);
     case LoopbackConnection::Want::Wait:
-        release(peer);
-        return m_waiting < m_limits.waiting ? await(peer, Phase::Waiting, EPOLLRDHUP) : drop(peer);
+        m_peers.release(peer);
+        return m_peers.waiting() < m_limits.waiting ? await(peer, Phase::Waiting, EPOLLRDHUP) : m_peers.drop(peer);
     case LoopbackConnection::Want::Close:
     case LoopbackConnection::Want::Linger:
         break;
     }
     const auto protocol = std::move(peer.protocol);
-    release(peer);
+    m_peers.release(peer);
     if (answer.isEmpty())
-        return drop(peer);
+        return m_peers.drop(peer);
     reply(peer, std::move(answer), want == LoopbackConnection::Want::Linger);
     protocol->replied();
 }
 
-void LoopbackWorker::reply(Peer &peer, QByteArray bytes, bool linger)
+void LoopbackWorker::reply(LoopbackPeer &peer, QByteArray bytes, bool linger)
 {
-    if (isWaiting(peer.phase))
+    if (peer.isWaiting())
         peer.deadline = std::chrono::steady_clock::now() + m_limits.patience;
     peer.protocol.reset();
     peer.reply = std::move(bytes);
     peer.linger = linger;
-    setPhase(peer, Phase::Writing);
+    m_peers.setPhase(peer, Phase::Writing);
     write(peer);
 }
 
-void LoopbackWorker::write(Peer &peer)
+void LoopbackWorker::write(LoopbackPeer &peer)
 {
     while (peer.sent < peer.reply.size()) {
         const auto count =
@@ -230,16 +206,16 @@ void LoopbackWorker::write(Peer &peer)
         else if (errno == EAGAIN)
             return await(peer, Phase::Writing, EPOLLOUT);
         else if (errno != EINTR)
-            return drop(peer);
+            return m_peers.drop(peer);
     }
     // Closing a socket with unread bytes would reset the connection, and the reply would be lost.
     if (!peer.linger || shutdown(peer.socket.get(), SHUT_WR) != 0)
-        return drop(peer);
-    setPhase(peer, Phase::Lingering);
+        return m_peers.drop(peer);
+    m_peers.setPhase(peer, Phase::Lingering);
     drain(peer);
 }
 
-void LoopbackWorker::drain(Peer &peer)
+void LoopbackWorker::drain(LoopbackPeer &peer)
 {
     while (peer.drained <= kMaxDrained) {
         const auto count = recv(peer.socket.get(), m_scratch.data(), m_scratch.size(), 0);
@@ -249,15 +225,15 @@ void LoopbackWorker::drain(Peer &peer)
             break;
         peer.drained += count;
     }
-    drop(peer);
+    m_peers.drop(peer);
 }
 
 /// The peer has either closed its socket, or only finished sending and still waits for its answer.
-void LoopbackWorker::seeWhetherGone(Peer &peer)
+void LoopbackWorker::seeWhetherGone(LoopbackPeer &peer)
 {
     switch (peerSocketOf(peer.socket.get())) {
     case PeerSocket::Gone:
-        return drop(peer);
+        return m_peers.drop(peer);
     case PeerSocket::Owned:
         return await(peer, Phase::HalfClosed, 0);
     case PeerSocket::Unknown: // nothing more will be learnt by asking again
@@ -266,58 +242,28 @@ void LoopbackWorker::seeWhetherGone(Peer &peer)
 }
 
 /// Waits for one of these events on the peer; deadlines and polling follow from its phase.
-void LoopbackWorker::await(Peer &peer, Phase phase, quint32 events)
+void LoopbackWorker::await(LoopbackPeer &peer, Phase phase, quint32 events)
 {
-    setPhase(peer, phase);
+    m_peers.setPhase(peer, phase);
     if (!peer.registered || peer.events != events) {
-        epoll_event event{events, {.u64 = ConnectionId(peer.generation) << 32 | peer.place}};
+        epoll_event event{events, {.u64 = peer.id()}};
         const int operation = peer.registered ? EPOLL_CTL_MOD : EPOLL_CTL_ADD;
         if (epoll_ctl(m_epoll.get(), operation, peer.socket.get(), &event) != 0)
-            return drop(peer);
+            return m_peers.drop(peer);
         peer.registered = true;
         peer.events = events;
     }
-    while (m_busy > m_limits.busy || m_held > m_limits.buffered) {
+    while (m_peers.busy() > m_limits.busy || m_peers.held() > m_limits.buffered) {
         if (!dropMostSilent(&peer))
             break;
     }
 }
 
-void LoopbackWorker::setPhase(Peer &peer, Phase phase)
+bool LoopbackWorker::dropMostSilent(const LoopbackPeer *except)
 {
-    m_waiting += int(isWaiting(phase)) - int(isWaiting(peer.phase));
-    m_halfClosed += int(phase == Phase::HalfClosed) - int(peer.phase == Phase::HalfClosed);
-    m_busy += int(isBusy(phase)) - int(isBusy(peer.phase));
-    peer.phase = phase;
-}
-
-/// The protocol's bytes no longer count towards the limit.
-void LoopbackWorker::release(Peer &peer)
-{
-    m_held -= std::exchange(peer.held, 0);
-}
-
-void LoopbackWorker::drop(Peer &peer)
-{
-    release(peer);
-    setPhase(peer, Phase::Free);
-    const auto place = peer.place;
-    const auto generation = peer.generation + 1;
-    peer = Peer();
-    peer.place = place;
-    peer.generation = generation;
-    m_free.push_back(place);
-}
-
-bool LoopbackWorker::dropMostSilent(const Peer *except)
-{
-    Peer *oldest = nullptr;
-    for (auto &peer : m_peers) {
-        if (isBusy(peer.phase) && &peer != except && (!oldest || peer.lastHeard < oldest->lastHeard))
-            oldest = &peer;
-    }
+    auto *oldest = m_peers.mostSilent(except);
     if (oldest)
-        drop(*oldest);
+        m_peers.drop(*oldest);
     return oldest;
 }
 
@@ -325,20 +271,20 @@ void LoopbackWorker::sweep(Instant now)
 {
     if (m_acceptPaused && now >= m_acceptAgain)
         pauseAccepting(false);
-    if (m_halfClosed > 0 && now >= m_nextLook) {
+    if (m_peers.halfClosed() > 0 && now >= m_nextLook) {
         m_nextLook = now + kLook;
-        for (auto &peer : m_peers) {
+        m_peers.each([this](LoopbackPeer &peer) {
             if (peer.phase == Phase::HalfClosed)
                 seeWhetherGone(peer);
-        }
+        });
     }
     if (now < m_nextSweep)
         return;
     m_nextSweep = now + m_limits.patience / 5;
-    for (auto &peer : m_peers) {
-        if (isBusy(peer.phase) && peer.deadline <= now)
-            drop(peer);
-    }
+    m_peers.each([this, now](LoopbackPeer &peer) {
+        if (peer.isBusy() && peer.deadline <= now)
+            m_peers.drop(peer);
+    });
 }
 
 } // namespace velto

@@ -55,7 +55,7 @@ class AgentsSource : public VeltoSource {
     Q_PROPERTY(bool needsUpgrade READ needsUpgrade NOTIFY changed FINAL)
     /// Whether Claude Code's calls arrive: `failed` with a sentence while they don't.
     Q_PROPERTY(velto::SourceState hearing READ hearing NOTIFY changed FINAL)
-    /// What installHooks() adds, as text to agree to; it may change while the road is tested.
+    /// What installHooks() adds, as text to agree to; it may change while the connection is tested.
     Q_PROPERTY(QString previewText READ preview NOTIFY changed FINAL)
     Q_PROPERTY(bool heard READ heard NOTIFY changed FINAL)
     Q_PROPERTY(bool goesPastProxy READ goesPastProxy NOTIFY changed FINAL)
@@ -138,7 +138,7 @@ public:
     Q_INVOKABLE void removeHooks() { m_hooks.remove(); }
     /// The user is about to agree to the hooks: finds out which form of the commands gets through.
     Q_INVOKABLE void prepareHooks() { m_hooks.prepare(); }
-    /// Listens, and tests the road, once more.
+    /// Listens, and tests the connection, once more.
     Q_INVOKABLE void tryHearing() { m_hooks.tryAgain(); }
     Q_INVOKABLE void dismiss(const QString &id);
     Q_INVOKABLE void clearWaiting();

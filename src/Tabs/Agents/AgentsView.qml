@@ -137,17 +137,20 @@ FocusScope {
             readonly property bool working: heading.section === "true"
 
             width: list.width
-            height: Math.round(34 * Theme.textScale)
+            height: Math.round((clear.visible ? 37 : 34) * Theme.textScale)
 
             SectionLabel {
                 id: label
 
                 anchors.bottom: parent.bottom
-                bottomPadding: Math.round(6 * Theme.textScale) - list.spacing // as far from its rows as on the other tabs
+                // As far from its rows as on the other tabs, or as the button needs.
+                bottomPadding: Math.round((clear.visible ? 9 : 6) * Theme.textScale) - list.spacing
                 text: heading.working ? qsTr("Working · %1").arg(root.source.runningCount)
                                       : qsTr("Waiting for you · %1").arg(root.source.waitingCount)
             }
             PillButton {
+                id: clear
+
                 anchors.right: parent.right
                 y: label.y + Math.round((label.topPadding + label.height - label.bottomPadding - height) / 2) // level with the letters
                 visible: !heading.working
@@ -210,11 +213,18 @@ FocusScope {
                     }
                 }
             }
+            // The note and the button under it are in the middle of what is left of the page.
+            Item {
+                readonly property real rest: list.height - (list.headerItem?.height ?? 0) - list.bottomMargin - 80 * Theme.textScale
+
+                width: 1
+                height: footer.bare ? Math.max(24, Math.round(rest / 2)) : 24
+                visible: note.visible
+            }
             EmptyNote {
+                id: note
+
                 anchors.horizontalCenter: parent.horizontalCenter
-                // The note and the button under it are in the middle of what is left of the page.
-                topPadding: Math.max(24, (list.height - (list.headerItem?.height ?? 0) - list.bottomMargin - 90 * Theme.textScale) / 2)
-                bottomPadding: 6
                 visible: root.source.empty && otherMac.count === 0
                 symbol: "sparkle"
                 text: qsTr("No agents are running right now")

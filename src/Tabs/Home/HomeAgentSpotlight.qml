@@ -68,7 +68,7 @@ GlassCard {
 
                 PlainText {
                     anchors.verticalCenter: parent.verticalCenter
-                    width: Math.min(implicitWidth, line.width - state.implicitWidth - dot.width - 2 * spacing)
+                    width: Math.min(implicitWidth, line.width - state.implicitWidth - dot.width - 2 * line.spacing)
                     words: root.spotlight.title
                     size: Theme.textLarge
                     weight: Font.DemiBold

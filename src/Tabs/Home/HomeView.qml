@@ -45,7 +45,7 @@ FocusScope {
     Keys.onUpPressed: root.moveRow(-1)
 
     Connections {
-        target: root.source
+        target: root.source // qmllint disable type
         function onRowWanted(itemId: string): void {
             root.rows().find(row => row.itemId === itemId)?.forceActiveFocus(Qt.TabFocusReason);
         }

@@ -19,7 +19,7 @@ VideoFrame::~VideoFrame()
 void VideoFrame::componentComplete()
 {
     QQuickItem::componentComplete();
-    // It comes into the window only when this turn of the event loop ends.
+    // The item isn't in its window before this turn of the event loop ends.
     QMetaObject::invokeMethod(
         this,
         [this] {
@@ -30,7 +30,7 @@ void VideoFrame::componentComplete()
                 Q_EMIT failedChanged();
             });
             connect(m_player, &VideoPlayer::closeWanted, this, &VideoFrame::closeWanted);
-            // By then the frame is laid out. What moves the sheet around it moves it too, and doesn't tell it.
+            // By then the frame is laid out. Whatever moves the sheet around it moves it too, without a signal.
             connect(window(), &QQuickWindow::afterAnimating, this, &VideoFrame::follow);
             window()->update();
         },

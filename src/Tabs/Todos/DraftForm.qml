@@ -11,7 +11,7 @@ FocusScope {
     /// The height that is available.
     required property real room
 
-    readonly property int gap: 8
+    readonly property int gap: Theme.gap
     /// Return presses its button, wherever in the form the focus is.
     readonly property bool takesReturn: true
     readonly property bool calendarOpen: date.opened
@@ -54,6 +54,8 @@ FocusScope {
     Rectangle {
         anchors.fill: parent
         radius: Theme.radiusCard
+        border.width: Theme.cardEdge
+        border.color: "white"
         color: Theme.at("white", 0.08)
     }
 

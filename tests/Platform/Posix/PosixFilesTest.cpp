@@ -34,52 +34,11 @@ private Q_SLOTS:
         m_path = m_folder->filePath(u"file.json"_s);
     }
 
-    void eachFailingStepLeavesTheOldFileOrTheNewOne_data()
-    {
-        columns<QString, int>({"scene", "error"});
-        QTest::newRow("existing, no space") << u"existing"_s << ENOSPC;
-        QTest::newRow("missing folder, a bad disk") << u"missing folder"_s << EIO;
-        QTest::newRow("link, over quota") << u"link"_s << EDQUOT;
-    }
-
     void eachFailingStepLeavesTheOldFileOrTheNewOne()
     {
-        QFETCH(QString, scene);
-        QFETCH(int, error);
-        int refused = 0;
-        for (int step = 1;; ++step) {
-            QTemporaryDir folder;
-            const bool isNew = scene == "missing folder"_L1;
-            const QString path = folder.filePath(isNew ? u"a/b/file.json"_s : u"file.json"_s);
-            if (!isNew)
-                writeFile(path, kOld, 0640);
-            const QString link = folder.filePath(u"link"_s);
-            QFile::link(u"file.json"_s, link);
-
-            FaultyCalls calls;
-            calls.failAt = step;
-            calls.error = error;
-            calls.longestWrite = std::size_t(kNew.size() / 3);
-            PosixFiles files(calls);
-            const auto result = files.replace(scene == "link"_L1 ? link : path, kNew);
-
-            const QByteArray before = isNew ? QByteArray() : kOld;
-            QCOMPARE(readFile(path), result ? before : kNew);
-            QCOMPARE(modeOf(path), !isNew ? 0640 : result ? -1 : 0600);
-            QVERIFY(QFileInfo(link).isSymLink());
-            QCOMPARE(filesIn(QFileInfo(path).path(), u".velto-*"_s), QStringList());
-            if (result)
-                QVERIFY2(result->message.contains(qt_error_string(error)), qPrintable(result->message));
-            // No failed call is ignored, whether or not it did harm this time.
-            if (!isNew)
-                QCOMPARE(result.has_value(), calls.failedBeforeRename);
-            refused += result ? 1 : 0;
-            if (calls.steps < step) {
-                QVERIFY(!result);
-                break;
-            }
-        }
-        QVERIFY(refused >= 8); // otherwise no fault hit anything
+        failAtEachStep("existing"_L1, ENOSPC);
+        failAtEachStep("missing folder"_L1, EIO);
+        failAtEachStep("link"_L1, EDQUOT);
     }
 
     void shortWritesAndInterruptionsChangeNothing()
@@ -208,6 +167,44 @@ private Q_SLOTS:
     }
 
 private:
+    static void failAtEachStep(QLatin1StringView scene, int error)
+    {
+        int refused = 0;
+        for (int step = 1;; ++step) {
+            QTemporaryDir folder;
+            const bool isNew = scene == "missing folder"_L1;
+            const QString path = folder.filePath(isNew ? u"a/b/file.json"_s : u"file.json"_s);
+            if (!isNew)
+                writeFile(path, kOld, 0640);
+            const QString link = folder.filePath(u"link"_s);
+            QFile::link(u"file.json"_s, link);
+
+            FaultyCalls calls;
+            calls.failAt = step;
+            calls.error = error;
+            calls.longestWrite = std::size_t(kNew.size() / 3);
+            PosixFiles files(calls);
+            const auto result = files.replace(scene == "link"_L1 ? link : path, kNew);
+
+            const QByteArray before = isNew ? QByteArray() : kOld;
+            QCOMPARE(readFile(path), result ? before : kNew);
+            QCOMPARE(modeOf(path), !isNew ? 0640 : result ? -1 : 0600);
+            QVERIFY(QFileInfo(link).isSymLink());
+            QCOMPARE(filesIn(QFileInfo(path).path(), u".velto-*"_s), QStringList());
+            if (result)
+                QVERIFY2(result->message.contains(qt_error_string(error)), qPrintable(result->message));
+            // No failed call is ignored, whether or not it did harm this time.
+            if (!isNew)
+                QCOMPARE(result.has_value(), calls.failedBeforeRename);
+            refused += result ? 1 : 0;
+            if (calls.steps < step) {
+                QVERIFY(!result);
+                break;
+            }
+        }
+        QVERIFY(refused >= 8); // otherwise no fault hit anything
+    }
+
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_path;
 };

@@ -144,21 +144,6 @@ private Q_SLOTS:
         QCOMPARE(d.tile(Module::Mcp), u"! Needs Claude Code."_s);
     }
 
-    void aJiraSiteAsksNoOtherHost()
-    {
-        for (const QString &site :
-             {u"  team.atlassian.net \n"_s, u"my team.atlassian.net"_s, u"   "_s, u"team.atlassian.net@evil.example"_s}) {
-            Desk d;
-            d.prefs.setJiraEmail(u"me@example.com"_s);
-            d.prefs.setJiraSite(site);
-            d.tab.saveToken(u"Velto.jira"_s, u"t"_s);
-            d.background.finishAll();
-            for (const HttpRequest &request : d.http.requests)
-                QCOMPARE(request.url.host(), u"team.atlassian.net"_s);
-            QVERIFY(d.tile(Prefs::Module::Work).startsWith(u"1 connected."_s));
-        }
-    }
-
     void aMeetingIsSavedOnceItsTimeCanBeRead()
     {
         Desk d;

@@ -38,45 +38,37 @@ class QuillboxViewTest : public ViewPage {
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyStateDrawsWithoutAWarning_data()
-    {
-        columns<HttpReply, QStringList>({"reply", "shown"});
-        const QString hub = u"Hub · hub.example.net"_s;
-        const auto row = [&](const char *name, const HttpReply &reply, const QStringList &rest) {
-            QTest::newRow(name) << reply << QStringList(hub) + rest;
-        };
-        row("no answer on the card", {200, snapshot({}, card("null")), {}},
-            {u"Saved today: note 2"_s, u"Today's learning card"_s, u"Rivers"_s, u"Why?"_s, u"Heard by Tolver · last 24 hours"_s,
-             u"buy milk"_s});
-        row("nothing new", {200, json("{'todos': [], 'heard': [], 'handoffs': [], 'written_today': {}}"), {}},
-            {u"Nothing new in Quillbox right now."_s});
-        row("failed", {503, {}, {}},
-            {u"Quillbox at hub.example.net had a problem (503). Velto will try again in a minute."_s, u"Try again"_s,
-             u"Nothing new in Quillbox right now."_s});
-        QTest::newRow("on this machine") << HttpReply()
-                                         << QStringList(
-                                                u"Todos come straight from the Quillbox database on this Mac. The learning card, "
-                                                "live sessions and Tolver need a Quillbox hub (Settings → Quillbox)."_s);
-    }
-
     void everyStateDrawsWithoutAWarning()
     {
-        QFETCH(HttpReply, reply);
-        QFETCH(QStringList, shown);
-        m_world->connectHub({});
-        m_world->http.answer = [&](const HttpRequest &) { return reply; };
-        if (!reply.status)
-            m_world->quillboxMode = QuillboxMode::local(u"/home/me/quillbox"_s);
-        m_world->quillbox.reconnect();
-        m_world->background.finishAll();
-        show(m_world->quillbox, 400);
-        QCOMPARE(words(), shown);
-        if (QQuickItem *again = button(u"Try again"_s)) {
-            const qsizetype asked = m_world->http.requests.size();
-            again->forceActiveFocus();
-            press(Qt::Key_Return);
-            QCOMPARE(m_world->http.requests.size(), asked + 1);
-        }
+        const auto row = [this](const HttpReply &reply, const QStringList &shown) {
+            begin();
+            m_world->connectHub({});
+            m_world->http.answer = [reply](const HttpRequest &) { return reply; };
+            if (!reply.status)
+                m_world->quillboxMode = QuillboxMode::local(u"/home/me/quillbox"_s);
+            m_world->quillbox.reconnect();
+            m_world->background.finishAll();
+            show(m_world->quillbox, 400);
+            QCOMPARE(words(), shown);
+            if (QQuickItem *again = button(u"Try again"_s)) {
+                const qsizetype asked = m_world->http.requests.size();
+                again->forceActiveFocus();
+                press(Qt::Key_Return);
+                QCOMPARE(m_world->http.requests.size(), asked + 1);
+            }
+        };
+        const QString hub = u"Hub · hub.example.net"_s;
+        const QString nothing = u"Nothing new in Quillbox right now."_s;
+        row({200, snapshot({}, card("null")), {}},
+            {hub, u"Saved today: note 2"_s, u"Today's learning card"_s, u"Rivers"_s, u"Why?"_s,
+             u"Heard by Tolver · last 24 hours"_s, u"buy milk"_s});
+        row({200, json("{'todos': [], 'heard': [], 'handoffs': [], 'written_today': {}}"), {}}, {hub, nothing});
+        row({503, {}, {}},
+            {hub, u"Quillbox at hub.example.net had a problem (503). Velto will try again in a minute."_s, u"Try again"_s,
+             nothing});
+        row({},
+            {u"Todos come straight from the Quillbox database on this Mac. The learning card, live sessions and Tolver need a "
+             "Quillbox hub (Settings → Quillbox)."_s});
     }
 
     void theCardAndTheRowsReadAsTheyAre()

@@ -1,6 +1,6 @@
 #include "Tabs/Todos/TodosPage.h"
 
-#include "Tabs/Todos/TodoJson.h"
+#include "Tabs/Todos/Desk.h"
 
 #include <QQuickItem>
 
@@ -8,27 +8,13 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
-namespace {
-
-Todo makeTodo(qint64 id, const QString &title, const QString &due)
-{
-    Todo todo;
-    todo.id = id;
-    todo.title = title;
-    todo.due = due;
-    return todo;
-}
-
-} // namespace
-
 QList<Todo> TodosPage::some()
 {
-    QList<Todo> todos{makeTodo(1, u"Renew the passport"_s, u"2026-11-20"_s), makeTodo(2, u"Send the invoice"_s, u"2026-11-21"_s),
-                      makeTodo(3, u"Water the plants"_s, u"2026-11-21"_s), makeTodo(4, u"Book the train"_s, u"2026-11-24"_s),
-                      makeTodo(5, u"Read the paper"_s, {})};
-    todos[1].prio = 1;
+    QList<Todo> todos{makeTodo(1, u"Renew the passport"_s, Desk::kYesterday),
+                      makeTodo(2, u"Send the invoice"_s, Desk::kToday, 1, u"Office"_s),
+                      makeTodo(3, u"Water the plants"_s, Desk::kToday), makeTodo(4, u"Book the train"_s, u"2026-11-24"_s),
+                      makeTodo(5, u"Read the paper"_s)};
     todos[1].who = u"Anna"_s;
-    todos[1].project = u"Office"_s;
     todos[1].details = u"To the <b>new</b> address:\nhttps://example.com"_s;
     todos[1].comments = {{u"Nov 20, 2026, 9:00 AM"_s, u"She asked again"_s}};
     return todos;
@@ -38,8 +24,7 @@ QList<Todo> TodosPage::many(int count)
 {
     QList<Todo> todos;
     for (int i = 1; i <= count; ++i) {
-        todos.append(makeTodo(i, u"Todo number %1"_s.arg(i), u"2026-11-21"_s));
-        todos.last().project = u"Project %1"_s.arg(i / 40);
+        todos.append(makeTodo(i, u"Todo number %1"_s.arg(i), Desk::kToday, 2, u"Project %1"_s.arg(i / 40)));
         todos.last().who = i % 3 ? u"me"_s : u"Anna"_s;
     }
     return todos;

@@ -1,3 +1,4 @@
+#include "Tabs/Todos/Desk.h"
 #include "Tabs/Todos/TodosPage.h"
 
 #include "Design/Theme.h"
@@ -90,10 +91,7 @@ private Q_SLOTS:
     {
         show(some());
         QVERIFY(!named(u"List"_s));
-        Todo todo;
-        todo.title = u"Call home"_s;
-        todo.scope = u"personal"_s;
-        todo.due = u"2026-11-21"_s;
+        const Todo todo = makeTodo(0, u"Call home"_s, Desk::kToday, 2, {}, u"personal"_s);
         source().save(todo);
         m_view->grabWindow();
         QVERIFY(named(u"List"_s));
@@ -146,10 +144,7 @@ private Q_SLOTS:
         other.comments.append({u"now"_s, u"By somebody else"_s});
         source().save(other);
         source().finish(u"1"_s);
-        Todo urgent;
-        urgent.title = u"Before all others"_s;
-        urgent.prio = 0;
-        source().save(urgent);
+        source().save(makeTodo(0, u"Before all others"_s, {}, 0));
         m_view->grabWindow();
         QVERIFY(row(u"Before all others"_s) && row(u"Send the invoice again"_s));
         QVERIFY(field && field->hasActiveFocus());

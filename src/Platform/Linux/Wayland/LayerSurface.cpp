@@ -146,7 +146,7 @@ void LayerSurface::commit()
     }
 }
 
-/// The compositor answers in order: what it does about the keyboard arrives ahead of this.
+/// The compositor answers in order: what it does about the keyboard arrives before this answer.
 void LayerSurface::awaitKeyboard()
 {
     if (m_answer)

@@ -47,7 +47,7 @@ public:
 Q_SIGNALS:
     /// The compositor took it off the screen, as it does when the output goes. It is hidden by now.
     void closed();
-    /// The compositor has taken in the last setKeyboard(): whoever was to get the keyboard for it has it.
+    /// The compositor has handled the last setKeyboard(): whoever was to get the keyboard by it has it.
     void keyboardSettled();
 
 private:

@@ -16,9 +16,9 @@ class HookInstaller;
 class HookListener;
 class ToolRunner;
 
-/// The path of calls from Claude Code's hooks to Velto: whether Velto listens, who does if it doesn't, and whether calls arrive.
+/// Whether the calls of Claude Code's hooks reach Velto: whether it listens, who does if it doesn't, and whether they arrive.
 /// UI thread; never blocks it.
-class HookRoad : public QObject {
+class HookConnectivity : public QObject {
     Q_OBJECT
 public:
     struct Needs {
@@ -32,7 +32,7 @@ public:
     /// This many turns in a row without a call are no accident. One alone may be: a turn that the user interrupts makes none.
     static constexpr int kSilentTurns = 3;
 
-    explicit HookRoad(Needs needs, QObject *parent = nullptr);
+    explicit HookConnectivity(Needs needs, QObject *parent = nullptr);
 
     /// `failed` with a sentence for the user while calls don't arrive, as far as is known.
     SourceState state() const;

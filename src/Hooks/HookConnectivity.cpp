@@ -1,4 +1,4 @@
-#include "Hooks/HookRoad.h"
+#include "Hooks/HookConnectivity.h"
 
 #include "Hooks/HookInstaller.h"
 #include "Hooks/HookListener.h"
@@ -38,15 +38,15 @@ QStringList inLoginShell(const QString &shell, const QString &command)
     return {shell, u"-c"_s, command};
 }
 
-HookRoad::HookRoad(Needs needs, QObject *parent)
+HookConnectivity::HookConnectivity(Needs needs, QObject *parent)
     : QObject(parent)
     , m_needs(needs)
 {
     if (m_needs.listener)
-        connect(m_needs.listener, &HookListener::called, this, &HookRoad::heard);
+        connect(m_needs.listener, &HookListener::called, this, &HookConnectivity::heard);
 }
 
-SourceState HookRoad::state() const
+SourceState HookConnectivity::state() const
 {
     if (!m_needs.listener)
         return SourceState::ready();
@@ -65,7 +65,7 @@ SourceState HookRoad::state() const
     return SourceState::ready();
 }
 
-void HookRoad::listen()
+void HookConnectivity::listen()
 {
     if (!m_needs.listener || m_needs.listener->running())
         return;
@@ -77,7 +77,7 @@ void HookRoad::listen()
     Q_EMIT changed();
 }
 
-void HookRoad::nameHolder()
+void HookConnectivity::nameHolder()
 {
     inBackground(
         m_needs.background, this,
@@ -93,7 +93,7 @@ void HookRoad::nameHolder()
         });
 }
 
-void HookRoad::heard()
+void HookConnectivity::heard()
 {
     ++m_calls;
     m_lastCall = m_needs.clock.now();
@@ -102,7 +102,7 @@ void HookRoad::heard()
         set(Proof::Arrives, {});
 }
 
-void HookRoad::turnEnded(Instant began)
+void HookConnectivity::turnEnded(Instant began)
 {
     if (m_lastCall && *m_lastCall >= began)
         m_silentTurns = 0;
@@ -110,19 +110,19 @@ void HookRoad::turnEnded(Instant began)
         prove();
 }
 
-void HookRoad::tryAgain()
+void HookConnectivity::tryAgain()
 {
     listen();
     prove();
 }
 
-void HookRoad::forget()
+void HookConnectivity::forget()
 {
     m_silentTurns = 0;
     set(Proof::None, {});
 }
 
-void HookRoad::prove()
+void HookConnectivity::prove()
 {
     if (m_proving || !m_needs.listener || !m_needs.listener->running())
         return;
@@ -149,7 +149,7 @@ void HookRoad::prove()
     });
 }
 
-void HookRoad::send(bool pastProxy, const std::function<void(bool)> &then)
+void HookConnectivity::send(bool pastProxy, const std::function<void(bool)> &then)
 {
     const int before = m_calls;
     const QStringList line = inLoginShell(qEnvironmentVariable("SHELL"), m_needs.installer.eventCommand(pastProxy));
@@ -162,7 +162,7 @@ void HookRoad::send(bool pastProxy, const std::function<void(bool)> &then)
         });
 }
 
-void HookRoad::set(Proof proof, const QString &tried)
+void HookConnectivity::set(Proof proof, const QString &tried)
 {
     m_proving = false;
     m_proof = proof;
