@@ -4,10 +4,10 @@
 #include "Platform/Fake/FakeBackground.h"
 #include "Platform/Fake/FakeClock.h"
 #include "Platform/Fake/FakeFiles.h"
+#include "Platform/Fake/FakePlatform.h"
 #include "Platform/Fake/FakeToolRunner.h"
 #include "Platform/Fake/InlineBackground.h"
 #include "Platform/FileWriter.h"
-#include "Platform/Machine.h"
 #include "Platform/Places.h"
 #include "Tabs/Quillbox/QuillboxClient.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
@@ -37,12 +37,6 @@ inline QList<Todo> benchTodos(int count)
     return list;
 }
 
-struct NamelessMachine final : Machine {
-    QString displayName() const override { return {}; }
-    std::optional<PortHolder> holderOf(quint16) const override { return std::nullopt; }
-    void whenEnded(qint64, QObject *, std::function<void()>) const override { }
-};
-
 /// A source with so many todos in its file, all of them shown.
 struct TodosDesk {
     FakeClock clock;
@@ -52,7 +46,7 @@ struct TodosDesk {
     FakeToolRunner tools;
     FakeFiles files;
     Places places{QStringLiteral("/home/me"), {}, QStringLiteral("/home/me/data"), {}};
-    NamelessMachine machine;
+    FakeMachine machine;
     Http http;
     QuillboxClient client{http, background};
     QuillboxSource quillbox{{clock, machine, client, places.home}};

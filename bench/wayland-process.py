@@ -25,7 +25,8 @@ ESCAPE = 1
 DRAWN = re.compile(r"-> wl_surface[@#]\d+\.attach\(wl_buffer")
 KEYBOARD = re.compile(r"(?<!> )wl_keyboard[@#]\d+\.enter\(")
 KEY = re.compile(r"(?<!> )wl_keyboard[@#]\d+\.key\(.*, 1\)")
-GOALS = {"first frame, ms": "1.3 times", "PSS at rest, MB": "1.4 times", "switches a second": "1", "from a key to its frame, ms": "50"}
+GOALS = {"first frame, ms": "1.3 times", "PSS at rest, MB": "1.4 times", "switches a second": "1",
+         "from the start of velto --search to the keyboard, ms": "50", "from a key to its frame, ms": "50"}
 
 
 class Talk:
@@ -92,8 +93,8 @@ def keyboard(program, hand, rounds):
         time.sleep(3)
         for _ in range(rounds):
             talk.forget()
-            subprocess.run([talk.velto.program, "--search"], env=talk.velto.environment, check=True, timeout=30)
             start = time.monotonic()
+            subprocess.run([talk.velto.program, "--search"], env=talk.velto.environment, check=True, timeout=30)
             opened.append((talk.moment(KEYBOARD) - start) * 1000)
             time.sleep(1)
             for _ in range(3):
@@ -107,7 +108,7 @@ def keyboard(program, hand, rounds):
                 time.sleep(1)
         keys.kill()
     return {
-        "from velto --search, once it has ended, to the keyboard, ms": statistics.median(opened),
+        "from the start of velto --search to the keyboard, ms": statistics.median(opened),
         "from a key to its frame, ms": statistics.median(typed),
         "from a key to its frame, the slowest, ms": max(typed),
     }

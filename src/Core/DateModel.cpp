@@ -227,7 +227,21 @@ void DateModel::turn(int months)
     update();
 }
 
+QAbstractItemModel *DateModel::days()
+{
+    if (!std::exchange(m_looked, true))
+        fill();
+    return &m_days;
+}
+
 void DateModel::update()
+{
+    if (m_looked)
+        fill();
+    Q_EMIT changed();
+}
+
+void DateModel::fill()
 {
     const QLocale locale;
     const QDate now = today();
@@ -238,7 +252,6 @@ void DateModel::update()
                      day == now, day == m_date, locale.toString(day, QLocale::LongFormat)});
     }
     m_days.setRows(rows);
-    Q_EMIT changed();
 }
 
 } // namespace velto

@@ -38,7 +38,7 @@ public:
     bool unreadable() const { return m_unreadable; }
     QString month() const;
     QStringList weekdays() const;
-    QAbstractItemModel *days() { return &m_days; }
+    QAbstractItemModel *days();
     int place() const;
 
     /// Takes what the user has typed so far, as the language writes dates, in short or in full, or as "yyyy-MM-dd".
@@ -66,6 +66,7 @@ private:
     QDate read(const QString &typed) const;
     QDate firstShown() const;
     void update();
+    void fill();
 
     const Clock &m_clock;
     QDate m_date;
@@ -73,6 +74,7 @@ private:
     QDate m_page; ///< the first day of the month on show
     bool m_unreadable = false;
     RowModel m_days;
+    bool m_looked = false; ///< somebody has asked for the days; they aren't made before
 };
 
 } // namespace velto

@@ -9,22 +9,23 @@
 #include "Platform/Posix/PosixLoopbackServer.h"
 
 #include <QSignalSpy>
+#include <fcntl.h>
+#include <sys/resource.h>
 
 using namespace Qt::StringLiterals;
-using velto::HookEvent;
-using velto::HookListener;
+using namespace velto;
 
 namespace {
 
-const auto kNoContent = velto::hookReply("204 No Content");
+const auto kNoContent = hookReply("204 No Content");
 const QByteArray kStop = R"({"hook_event_name":"Stop","cwd":"/home/me"})";
 const QByteArray kAsk = R"({"hook_event_name":"PermissionRequest","tool_name":"Bash"})";
 
 /// A listener with everything that it needs, and what it reported.
 class Fixture {
 public:
-    explicit Fixture(bool takesQuestions = true)
-        : listener(std::make_unique<HookListener>(m_defaults, std::make_unique<velto::PosixLoopbackServer>(), clock, 0))
+    explicit Fixture(const PosixLoopbackServer::Limits &limits = {}, bool takesQuestions = true)
+        : listener(std::make_unique<HookListener>(m_defaults, std::make_unique<PosixLoopbackServer>(limits), clock, 0))
     {
         QObject::connect(listener.get(), &HookListener::told, [this](const HookEvent &event) { events.append(event); });
         if (takesQuestions) {
@@ -42,10 +43,10 @@ public:
 
     QByteArray request(const QByteArray &path, const QByteArray &body) const
     {
-        return "POST " + path + " HTTP/1.1\r\nX-Velto-Token: " + velto::hookToken(m_defaults).toLatin1()
+        return "POST " + path + " HTTP/1.1\r\nX-Velto-Token: " + hookToken(m_defaults).toLatin1()
             + "\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body;
     }
-    Client client(const QByteArray &bytes) const { return Client(listener->port(), bytes); }
+    Client client(const QByteArray &bytes = {}) const { return Client(listener->port(), bytes); }
     Client ask() const { return client(request("/permission", kAsk)); }
     bool untilAsked(int count) const
     {
@@ -53,7 +54,7 @@ public:
                                std::chrono::milliseconds(Client::kLimit).count());
     }
 
-    velto::FakeClock clock;
+    FakeClock clock;
     QList<HookEvent> events;
     QList<HookEvent> questions;
     QList<HookListener::QuestionId> ids;
@@ -61,7 +62,7 @@ public:
     std::vector<HookListener::Reply> replies;
 
 private:
-    mutable velto::FakeDefaults m_defaults;
+    mutable FakeDefaults m_defaults;
 
 public:
     std::unique_ptr<HookListener> listener;
@@ -69,7 +70,7 @@ public:
 
 } // namespace
 
-/// The hook listener over a real socket.
+/// The hook listener over a real socket, and what bounds those who connect to it.
 class ListenerTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -83,14 +84,19 @@ private Q_SLOTS:
         QCOMPARE(fixture.events[0].cwd, std::optional(u"/home/me"_s));
         QCOMPARE(fixture.events[0].at, fixture.clock.wallTime());
 
+        auto pieces = fixture.client();
+        for (const char byte : fixture.request("/event", kStop))
+            QVERIFY(pieces.send(QByteArray(1, byte)));
+        QCOMPARE(pieces.reply(), kNoContent);
+        QTRY_COMPARE(fixture.events.size(), 2);
         // A body shorter than announced, from a sender that then stops.
         auto cut = fixture.client(fixture.request("/event", kStop + "    ").chopped(4));
         cut.finishSending();
         QCOMPARE(cut.reply(), kNoContent);
-        QTRY_COMPARE(fixture.events.size(), 2);
+        QTRY_COMPARE(fixture.events.size(), 3);
 
-        velto::FakeDefaults defaults;
-        HookListener second(defaults, std::make_unique<velto::PosixLoopbackServer>(), fixture.clock, fixture.listener->port());
+        FakeDefaults defaults;
+        HookListener second(defaults, std::make_unique<PosixLoopbackServer>(), fixture.clock, fixture.listener->port());
         const QSignalSpy changes(&second, &HookListener::runningChanged);
         second.start(); // the port is taken
         QVERIFY(!second.running() && changes.isEmpty());
@@ -106,11 +112,13 @@ private Q_SLOTS:
         auto header = fixture.client("POST /event HTTP/1.1\r\n");
         header.finishSending();
         QCOMPARE(header.reply(), "");
-        // The header is enough: the body never arrives.
-        QCOMPARE(fixture.client("POST /event HTTP/1.1\r\nX-Velto-Token: guess\r\nContent-Length: 1000\r\n\r\n").reply(),
-                 velto::hookReply("403 Forbidden"));
-        QCOMPARE(fixture.client(fixture.request("/event", QByteArray(256'000, ' '))).reply(),
-                 velto::hookReply("413 Payload Too Large"));
+        // The header is enough, and a peer that goes on sending still gets the answer.
+        auto guesses = fixture.client("POST /event HTTP/1.1\r\nX-Velto-Token: guess\r\nContent-Length: 2000000\r\n\r\n");
+        pollfd answered{guesses.descriptor(), POLLIN, 0};
+        QCOMPARE(poll(&answered, 1, 20'000), 1);
+        QVERIFY(guesses.send(QByteArray(1024 * 1024, 'x')));
+        QCOMPARE(guesses.reply(), hookReply("403 Forbidden"));
+        QCOMPARE(fixture.client(fixture.request("/event", QByteArray(256'000, ' '))).reply(), hookReply("413 Payload Too Large"));
         // In order: had one of the above been accepted, it would precede this one.
         QCOMPARE(fixture.client(fixture.request("/event", kStop)).reply(), kNoContent);
         QTRY_COMPARE(fixture.events.size(), 1);
@@ -126,13 +134,15 @@ private Q_SLOTS:
             QCOMPARE(fixture.questions[0].tool, std::optional(u"Bash"_s));
             QVERIFY(fixture.replies[0](decision));
             QVERIFY(!fixture.replies[0](!decision.value_or(false))); // only the first answer counts
-            QCOMPARE(asker.reply(), velto::permissionReply(decision));
+            asker.send("more that nobody reads");
+            fixture.listener.reset(); // what was answered is sent all the same
+            QCOMPARE(asker.reply(), permissionReply(decision));
         }
     }
 
     void leavesAQuestionToTheTerminalIfNobodyTakesIt()
     {
-        Fixture nobody(false);
+        const Fixture nobody({}, false);
         QCOMPARE(nobody.ask().reply(), kNoContent);
 
         Fixture careless;
@@ -197,7 +207,7 @@ private Q_SLOTS:
         QTRY_COMPARE(fixture.withdrawn.size(), 3);
         QCOMPARE(fixture.withdrawn[2], fixture.ids[3]);
         QVERIFY(fixture.replies[2](false));
-        QCOMPARE(stays.reply(), velto::permissionReply(false));
+        QCOMPARE(stays.reply(), permissionReply(false));
         QCoreApplication::processEvents();
         QCOMPARE(fixture.withdrawn.size(), 3);
     }
@@ -215,7 +225,63 @@ private Q_SLOTS:
         auto again = fixture.ask();
         QVERIFY(fixture.untilAsked(129));
         fixture.replies[128](false);
-        QCOMPARE(again.reply(), velto::permissionReply(false));
+        QCOMPARE(again.reply(), permissionReply(false));
+    }
+
+    void dropsTheMostSilentWhenOneMoreComes()
+    {
+        const Fixture fixture({.busy = 4});
+        std::vector<Client> silent;
+        for (int i = 0; i < 300; ++i)
+            silent.push_back(fixture.client());
+        QCOMPARE(fixture.client(fixture.request("/event", kStop)).reply(), kNoContent);
+        for (int i = 0; i < 295; ++i)
+            QCOMPARE(silent[std::size_t(i)].reply(), "");
+        QVERIFY(silent.back().send(fixture.request("/event", kStop)));
+        QCOMPARE(silent.back().reply(), kNoContent);
+    }
+
+    void dropsTheUnfinishedInTheEndButNotTheWaiting()
+    {
+        Fixture fixture({.patience = std::chrono::milliseconds(50)});
+        auto waiting = fixture.ask();
+        QVERIFY(fixture.untilAsked(1));
+        for (const char *unfinished : {"", "half a line"})
+            QCOMPARE(fixture.client(unfinished).reply(), "");
+        fixture.replies[0](true);
+        QCOMPARE(waiting.reply(), permissionReply(true));
+    }
+
+    void boundsWhatAllTogetherSend()
+    {
+        const Fixture fixture({.buffered = 100'000});
+        const auto request = fixture.request("/event", QByteArray(60'000, 'x'));
+        std::vector<Client> hoarders;
+        for (int i = 0; i < 5; ++i)
+            hoarders.push_back(fixture.client(request.chopped(1)));
+        // A peer that is dropped may see a reset.
+        for (int i = 0; i < 4; ++i)
+            QVERIFY(hoarders[std::size_t(i)].reply().size() < 6);
+        hoarders.back().send("x");
+        QCOMPARE(hoarders.back().reply(), kNoContent);
+    }
+
+    void waitsOutALackOfDescriptors()
+    {
+        const Fixture fixture;
+        Client client;
+        rlimit before{};
+        QCOMPARE(getrlimit(RLIMIT_NOFILE, &before), 0);
+        const int next = fcntl(0, F_DUPFD_CLOEXEC, 0);
+        close(next);
+        const rlimit none{rlim_t(next), before.rlim_max};
+        QCOMPARE(setrlimit(RLIMIT_NOFILE, &none), 0);
+        const bool connected = client.connectTo(fixture.listener->port()) && client.send(fixture.request("/event", kStop));
+        const auto probe = fcntl(0, F_DUPFD_CLOEXEC, 0);
+        setrlimit(RLIMIT_NOFILE, &before);
+        QVERIFY(connected);
+        QCOMPARE(probe, -1);
+        QCOMPARE(client.reply(), kNoContent);
     }
 };
 

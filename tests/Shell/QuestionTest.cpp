@@ -1,6 +1,7 @@
 #include "RunTests.h"
 #include "Shell/QuestionRows.h"
 #include "Shell/QuestionText.h"
+#include "Shell/TextDifference.h"
 
 #include <QJsonArray>
 #include <QJsonObject>

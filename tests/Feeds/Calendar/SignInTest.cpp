@@ -27,12 +27,12 @@ private:
     }
 
 private Q_SLOTS:
-    void theBrowserIsSentToGoogle()
+    void aWholeSignInEndsWithMeetings()
     {
         Desk desk;
+        Warnings::start();
         desk.calendar->connect();
         QVERIFY(desk.calendar->connecting());
-        QCOMPARE(desk.workspace.opened.size(), 1);
         QStringList names;
         for (const auto &[name, value] : QUrlQuery(desk.authorization()).queryItems())
             names.append(name);
@@ -48,13 +48,7 @@ private Q_SLOTS:
         // RFC 7636, appendix B.
         QCOMPARE(codeChallenge(u"dBjftJeZ4CVP-mB92K27uhbUJU1p1r_wW1gFWFOEjXk"_s),
                  u"E9Melhoa2OwvFrEMTJguCHaoeK1t8URWbuGJSstw-cM"_s);
-    }
 
-    void aWholeSignInEndsWithMeetings()
-    {
-        Desk desk;
-        Warnings::start();
-        desk.calendar->connect();
         Browser browser(desk);
         const QByteArray cookies = "Cookie: a=" + QByteArray(30'000, 'x') + "\r\n\r\n"; // browsers have a lot to say
         browser.say(Browser::back(desk).replace("\r\n\r\n", "\r\n" + cookies));
@@ -250,7 +244,6 @@ private Q_SLOTS:
         Desk waiting;
         waiting.calendar->connect();
         waiting.calendar.reset();
-        QVERIFY(QTcpSocket().state() == QTcpSocket::UnconnectedState);
         Browser nobody(waiting);
         QCOMPARE(nobody.socket.state(), QTcpSocket::UnconnectedState);
 

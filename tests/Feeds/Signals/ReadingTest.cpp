@@ -52,18 +52,9 @@ private Q_SLOTS:
         row("# branch.ab +7", "? 0 7 0");
         row("# branch.ab +99999999999999999999 -1", "? 0 0 1");
         row(" # branch.head x\n# branch.headx\n", "? 1 0 0");
+        QCOMPARE((RepoState{{}, {}, {}, 3, 2, 4}.summary()), u"3 changed · 2 to push"_s);
+        QVERIFY(!(RepoState{{}, {}, {}, 0, 0, 4}.needsWork()));
     }
-    void saysWhatIsUnsaved()
-    {
-        for (const auto &[dirty, ahead, summary] :
-             {std::tuple(3, 2, u"3 changed · 2 to push"_s), std::tuple(1, 0, u"1 changed"_s), std::tuple(0, 1, u"1 to push"_s),
-              std::tuple(0, 0, QString())}) {
-            const RepoState repo{{}, {}, {}, dirty, ahead, 4};
-            QCOMPARE(repo.summary(), summary);
-            QCOMPARE(repo.needsWork(), !summary.isEmpty());
-        }
-    }
-
     void findsThemThreeLevelsDown()
     {
         const RepoTree tree;
@@ -100,11 +91,12 @@ private Q_SLOTS:
         const auto states = repoStates(tree, {tree.path(u"r"_s)});
         QStringList read;
         for (const RepoState &repo : states)
-            read.append(repo.path.sliced(tree.path(u"r/"_s).size()) + u": "_s + shown(repo));
+            read.append(repo.path.sliced(tree.path(u"r/"_s).size()) + u": "_s + shown(repo) + u' ' + repo.summary());
         QCOMPARE(read,
-                 QStringList({u"clean: main 0 0 0"_s, u"detached: (detached) 0 0 0"_s, u"dirty: main 4 0 0"_s,
-                              u"group/above: main 1 0 0"_s, u"group/above/sub: main 0 0 0"_s, u"group/worktree: työ/<b> 1 0 0"_s,
-                              u"new: main 0 0 0"_s, u"origin/clone: main 0 2 1"_s}));
+                 QStringList({u"clean: main 0 0 0 "_s, u"detached: (detached) 0 0 0 "_s, u"dirty: main 4 0 0 4 changed"_s,
+                              u"group/above: main 1 0 0 1 changed"_s, u"group/above/sub: main 0 0 0 "_s,
+                              u"group/worktree: työ/<b> 1 0 0 1 changed"_s, u"new: main 0 0 0 "_s,
+                              u"origin/clone: main 0 2 1 2 to push"_s}));
         QVERIFY(tree.ran.contains(tree.path(u"r/hangs"_s)));
         QVERIFY(std::ranges::all_of(tree.limits, [](double limit) { return limit == 10; }));
     }

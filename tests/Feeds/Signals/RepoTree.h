@@ -1,13 +1,10 @@
 #pragma once
 
+#include "Platform/Posix/FilesTesting.h"
 #include "Platform/Posix/PosixToolRunner.h"
 
-#include <QDir>
-#include <QFile>
-#include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
-#include <QTest>
 
 namespace velto {
 
@@ -31,9 +28,8 @@ public:
               "[protocol \"file\"]\n\tallow = always\n");
         // Precedes the real one on the search path.
         write(u"bin/git"_s,
-              "#!/bin/sh\ncase \"$2\" in */hangs) exec sleep 60 ;; *) exec " + QFile::encodeName(realGit())
-                  + " \"$@\" ;; esac\n");
-        QFile::setPermissions(path(u"bin/git"_s), QFile::ReadOwner | QFile::ExeOwner);
+              "#!/bin/sh\ncase \"$2\" in */hangs) exec sleep 60 ;; *) exec " + QFile::encodeName(realGit()) + " \"$@\" ;; esac\n",
+              0700);
         m_tools = std::make_unique<PosixToolRunner>(QStringList{path(u"bin"_s), u"/usr/bin"_s, u"/bin"_s});
     }
 
@@ -47,11 +43,10 @@ public:
         return result;
     }
 
-    void write(const QString &name, const QByteArray &text) const
+    void write(const QString &name, const QByteArray &text, mode_t mode = 0600) const
     {
         QDir().mkpath(QFileInfo(path(name)).path());
-        QFile file(path(name));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(text) == text.size());
+        writeFile(path(name), text, mode);
     }
     void git(const QString &folder, const QStringList &args)
     {

@@ -45,38 +45,25 @@ private Q_SLOTS:
 
     void readsEachAtItsOwnPace()
     {
-        using Read = QList<qsizetype>;
         SignalsDesk desk;
-        desk.refresh();
-        desk.wait(10);
-        desk.refresh();
-        QCOMPARE(desk.read(), Read({1, 1, 1}));
-        desk.clock.advance(std::chrono::milliseconds(289'999));
-        desk.refresh();
-        QCOMPARE(desk.read(), Read({1, 1, 1}));
-        desk.clock.advance(std::chrono::milliseconds(1)); // 300 s after the first start
-        desk.refresh();
-        QCOMPARE(desk.read(), Read({2, 2, 1}));
-        desk.wait(299);
-        desk.refresh();
-        QCOMPARE(desk.read(), Read({2, 2, 1}));
-        desk.wait(1);
-        desk.refresh();
-        QCOMPARE(desk.read(), Read({3, 3, 2}));
-        desk.wait(100);
-        desk.refresh(true); // and the interval starts again
-        QCOMPARE(desk.read(), Read({4, 4, 3}));
-        desk.wait(299);
-        desk.refresh();
-        QCOMPARE(desk.read(), Read({4, 4, 3}));
-        desk.clock.setWallTime(desk.clock.wallTime().addDays(-30)); // a clock set back causes no wait
-        desk.refresh();
-        desk.refresh();
-        QCOMPARE(desk.read(), Read({5, 5, 4}));
-        desk.clock.setWallTime(desk.clock.wallTime().addSecs(8 * 3600)); // the machine slept
-        desk.refresh();
-        desk.refresh();
-        QCOMPARE(desk.read(), Read({6, 6, 5}));
+        const auto row = [&desk](int seconds, const QList<qsizetype> &read, bool force = false) {
+            desk.wait(seconds);
+            desk.refresh(force);
+            QCOMPARE(desk.read(), read);
+        };
+        row(0, {1, 1, 1});
+        row(299, {1, 1, 1});
+        row(1, {2, 2, 1});
+        row(299, {2, 2, 1});
+        row(1, {3, 3, 2});
+        row(100, {4, 4, 3}, true); // and the interval starts again
+        row(299, {4, 4, 3});
+        // A clock set back causes no wait; then the machine sleeps.
+        for (const auto &[hours, read] : {std::pair(-30 * 24, QList<qsizetype>({5, 5, 4})), {8, {6, 6, 5}}}) {
+            desk.clock.setWallTime(desk.clock.wallTime().addSecs(hours * 3600));
+            row(0, read);
+            row(0, read);
+        }
     }
 
     void triesAFailureAgainAtItsTurnOnly()

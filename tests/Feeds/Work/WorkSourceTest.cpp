@@ -37,23 +37,19 @@ private Q_SLOTS:
     {
         Desk desk;
         desk.keychain.entries.insert(u"Velto.linear"_s, u"t"_s);
-        const auto asked = [&desk] { return std::pair(desk.tools.ran.size(), desk.http.requests.size()); };
-        desk.refresh(false);
-        QCOMPARE(asked(), std::pair(qsizetype(1), qsizetype(1)));
-        desk.clock.advance(std::chrono::milliseconds(299'999));
-        desk.refresh(false);
-        QCOMPARE(asked(), std::pair(qsizetype(1), qsizetype(1)));
-        desk.refresh(true); // and the five minutes start again
-        QCOMPARE(asked(), std::pair(qsizetype(2), qsizetype(2)));
-        desk.clock.advance(std::chrono::milliseconds(299'999));
-        desk.refresh(false);
-        QCOMPARE(asked(), std::pair(qsizetype(2), qsizetype(2)));
+        const auto row = [&desk](int milliseconds, qsizetype asked, bool force = false) {
+            desk.clock.advance(std::chrono::milliseconds(milliseconds));
+            desk.refresh(force);
+            QCOMPARE(std::pair(desk.tools.ran.size(), desk.http.requests.size()), std::pair(asked, asked));
+        };
+        row(0, 1);
+        row(299'999, 1);
+        row(0, 2, true); // and the five minutes start again
+        row(299'999, 2);
         desk.tools.answers.clear();
         desk.answer(503);
-        desk.clock.advance(std::chrono::milliseconds(1));
-        desk.refresh(false);
-        desk.refresh(false); // a failure isn't retried sooner either
-        QCOMPARE(asked(), std::pair(qsizetype(3), qsizetype(3)));
+        row(1, 3);
+        row(0, 3); // a failure isn't retried sooner either
     }
 
     void withoutToolsOrTokensSaysHowToGetThem()

@@ -3,7 +3,6 @@
 #include "Platform/Linux/X11/EwmhApplications.h"
 #include "RunTests.h"
 
-#include <QGuiApplication>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -16,22 +15,14 @@ static constexpr int kPatience = 20'000; // ms, for other programs to start on a
 /// What runs and what has the keyboard is known as soon as it changes.
 class OtherWindowsTest : public QObject {
     Q_OBJECT
-    std::unique_ptr<XcbServer> m_server;
+    XcbServer m_server;
     FakeClock m_clock;
 
 private Q_SLOTS:
-    void init()
-    {
-        if (QGuiApplication::platformName() != "xcb"_L1)
-            QSKIP("no Xvfb or no openbox");
-        m_server = std::make_unique<XcbServer>();
-    }
-    void cleanup() { m_server.reset(); }
-
     void windowsComeAndGo()
     {
         OtherProgram other;
-        EwmhApplications applications(*m_server, m_clock);
+        EwmhApplications applications(m_server, m_clock);
         QVERIFY(applications.running().isEmpty());
         applications.start();
         const auto terminal = other.open(QRect(0, 100, 300, 200), QByteArray("xterm\0XTerm\0", 12));
@@ -50,7 +41,7 @@ private Q_SLOTS:
     void aWindowThatNamesItselfLate()
     {
         OtherProgram other;
-        EwmhApplications applications(*m_server, m_clock);
+        EwmhApplications applications(m_server, m_clock);
         applications.start();
         const auto window = other.open(QRect(0, 100, 300, 200), {});
         QTRY_COMPARE(other.focus(), window);
@@ -64,7 +55,7 @@ private Q_SLOTS:
     {
         const QTemporaryDir folder;
         QVERIFY(QFile::copy(u"/bin/sleep"_s, folder.filePath(u"obs"_s)));
-        EwmhApplications applications(*m_server, m_clock);
+        EwmhApplications applications(m_server, m_clock);
         applications.start();
         const auto recording = [&] {
             m_clock.advance(std::chrono::milliseconds(100));
@@ -85,7 +76,7 @@ private Q_SLOTS:
     {
         const QTemporaryDir folder;
         qputenv("PIPEWIRE_RUNTIME_DIR", folder.path().toLocal8Bit());
-        EwmhApplications applications(*m_server, m_clock);
+        EwmhApplications applications(m_server, m_clock);
         applications.start();
         const auto cast = [&applications] { return applications.running().contains(u"com.obsproject.obs-studio"_s); };
         // With a bus, the media server and its clients wait for a portal that may take half a minute to start.

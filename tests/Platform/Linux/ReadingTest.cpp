@@ -4,11 +4,10 @@
 #include "Platform/Linux/LinuxWording.h"
 #include "Platform/Linux/QtDisplays.h"
 #include "Platform/Linux/X11/LockModifiers.h"
+#include "Platform/Posix/FilesTesting.h"
 #include "RunTests.h"
 
 #include <QCoreApplication>
-#include <QDir>
-#include <QFile>
 #include <QSysInfo>
 #include <QTemporaryDir>
 
@@ -35,9 +34,7 @@ class ReadingTest : public QObject {
     {
         const QDir folder(m_system.path());
         QVERIFY(folder.mkpath(u"firmware/devicetree/base"_s));
-        QFile file(folder.filePath(u"firmware/devicetree/base/compatible"_s));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(name + '\0');
+        writeFile(folder.filePath(u"firmware/devicetree/base/compatible"_s), name + '\0');
     }
     static QString says(const char *text, const QString &installer = u"apt"_s)
     {
@@ -82,9 +79,8 @@ private Q_SLOTS:
         ModifierSymbols map;
         map[3] = {kAltLeft};
         map[4] = {0, kNumLock};
-        QCOMPARE(altModifier(map), quint16(XCB_MOD_MASK_1));
-        QCOMPARE(lockModifiers(map), quint16(XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2));
         map[5] = {kScrollLock};
+        QCOMPARE(altModifier(map), quint16(XCB_MOD_MASK_1));
         QCOMPARE(lockModifiers(map), quint16(XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2 | XCB_MOD_MASK_3));
 
         map = {};

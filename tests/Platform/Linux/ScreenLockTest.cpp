@@ -4,34 +4,11 @@
 #include "RunTests.h"
 
 #include <QDBusArgument>
-#include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QSignalSpy>
 
 using namespace velto;
 using namespace Qt::StringLiterals;
-
-/// A struct of a name and a path, as logind sends it.
-struct NamedPath {
-    QString name;
-    QDBusObjectPath path;
-};
-Q_DECLARE_METATYPE(NamedPath)
-
-static QDBusArgument &operator<<(QDBusArgument &argument, const NamedPath &named)
-{
-    argument.beginStructure();
-    argument << named.name << named.path;
-    argument.endStructure();
-    return argument;
-}
-static const QDBusArgument &operator>>(const QDBusArgument &argument, NamedPath &named)
-{
-    argument.beginStructure();
-    argument >> named.name >> named.path;
-    argument.endStructure();
-    return argument;
-}
 
 namespace {
 
@@ -82,16 +59,19 @@ private Q_SLOTS:
 
     void startedByTheServiceManagerOnALockedScreen()
     {
-        qDBusRegisterMetaType<NamedPath>();
+        QDBusArgument display; // a struct of a name and a path
+        display.beginStructure();
+        display << u"c2"_s << QDBusObjectPath(kPath);
+        display.endStructure();
         m_logind->answers.remove(u"GetSessionByPID"_s);
-        m_logind->answers.insert(u"Get:Display"_s, QVariant::fromValue(NamedPath{u"c2"_s, QDBusObjectPath(kPath)}));
+        m_logind->answers.insert(u"Get:Display"_s, QVariant::fromValue(display));
         m_logind->answers.insert(u"Get:LockedHint"_s, true);
         begin();
         QTRY_VERIFY(m_session->locked());
         m_logind->emitPropertyChange(kPath, kSession, u"LockedHint"_s, false);
         QTRY_VERIFY(!m_session->locked());
     }
-    void requestThatNoLockerAnswers()
+    void requestsWithAndWithoutALocker()
     {
         begin();
         m_logind->emitSignal(kPath, kSession, u"Lock"_s, {});
@@ -106,10 +86,7 @@ private Q_SLOTS:
         QVERIFY(m_session->locked());
         m_session->setLockerRuns(false);
         QVERIFY(!m_session->locked());
-    }
-    void requestThatALockerAnswers()
-    {
-        begin();
+        // One that reports.
         m_logind->emitSignal(kPath, kSession, u"Lock"_s, {});
         QTRY_VERIFY(m_session->locked());
         m_logind->emitPropertyChange(kPath, kSession, u"LockedHint"_s, true);

@@ -2,11 +2,11 @@
 #include "Platform/Linux/LinuxVideoPlayer.h"
 #include "Platform/Linux/ProcessFolderPanel.h"
 #include "Platform/Linux/XdgWorkspace.h"
+#include "Platform/Posix/FilesTesting.h"
 #include "Platform/Posix/PosixFiles.h"
 #include "RunTests.h"
 
 #include <QDesktopServices>
-#include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
@@ -50,11 +50,7 @@ private Q_SLOTS:
         const QString program = folder.filePath(u"folders"_s);
         QStringList paths;
         int answers = 0;
-        const auto runs = [&](const QByteArray &script) {
-            QFile file(program);
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write("#!/bin/sh\n" + script) > 0
-                    && file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-        };
+        const auto runs = [&](const QByteArray &script) { writeFile(program, "#!/bin/sh\n" + script, 0700); };
         ProcessFolderPanel panel(program);
         const auto choose = [&] {
             panel.choose(u"Watch"_s, [&](const QStringList &chosen) {
@@ -116,15 +112,14 @@ private Q_SLOTS:
         QVERIFY(!item.enabled());
         QVERIFY(!item.set(false));
         QVERIFY(item.set(true));
-        QFile entry(home.filePath(u"autostart/velto.desktop"_s));
-        QVERIFY(entry.open(QIODevice::ReadOnly));
-        const auto lines = entry.readAll().split('\n');
+        const QString entry = home.filePath(u"autostart/velto.desktop"_s);
+        const auto lines = readFile(entry).split('\n');
         QVERIFY(lines.contains("Exec=\"/opt/we ird%%/velto\""));
         QVERIFY(lines.contains("TryExec=/opt/we ird%/velto")); // once the program is gone, the desktop passes over it
         // A second program of the same name isn't the one that starts.
         QVERIFY(!AutostartLoginItem(files, home.path(), u"/usr/bin/velto"_s).enabled());
         QVERIFY(!item.set(false));
-        QVERIFY(!QFile::exists(home.filePath(u"autostart/velto.desktop"_s)));
+        QVERIFY(!QFile::exists(entry));
     }
 };
 

@@ -1,5 +1,6 @@
 #include "Platform/Linux/LinuxTerminals.h"
 #include "Platform/Linux/TerminalCommands.h"
+#include "Platform/Posix/FilesTesting.h"
 #include "RunTests.h"
 
 #include <QDir>
@@ -19,12 +20,9 @@ class TerminalsTest : public QObject {
 
     QString put(const QString &name, const QByteArray &script = "#!/bin/sh\n")
     {
-        QFile file(m_folder->filePath(name));
-        if (!file.open(QIODevice::WriteOnly))
-            return {};
-        file.write(script);
-        file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
-        return file.fileName();
+        const QString path = m_folder->filePath(name);
+        writeFile(path, script, 0700);
+        return path;
     }
     /// A terminal that writes what the script says to the file "seen", and is found.
     void putTeller(const QString &name, const QByteArray &script)
@@ -48,19 +46,17 @@ private Q_SLOTS:
 
     void styles()
     {
-        const auto row = [](const QString &terminal, const QStringList &arguments) {
-            QCOMPARE(terminalArguments(terminalStyle(terminal), {u"p"_s, u"a b"_s}, u"/tmp/s"_s), arguments);
-        };
-        for (const auto &terminal : {u"gnome-terminal"_s, u"kgx"_s})
-            row(terminal, {u"--"_s, u"p"_s, u"a b"_s});
-        for (const auto &terminal : {u"konsole"_s, u"xterm"_s, u"ghostty"_s, u"xfce4-terminal.wrapper"_s})
-            row(terminal, {u"-e"_s, u"p"_s, u"a b"_s});
-        for (const auto &terminal : {u"kitty"_s, u"foot"_s})
-            row(terminal, {u"p"_s, u"a b"_s});
-        row(u"xfce4-terminal"_s, {u"-x"_s, u"p"_s, u"a b"_s});
-        row(u"wezterm"_s, {u"start"_s, u"--"_s, u"p"_s, u"a b"_s});
-        row(u"lxterminal"_s, {u"-e"_s, u"/tmp/s"_s});
-        row(u"warp-terminal"_s, {u"/tmp/s"_s});
+        for (const auto &[terminals, arguments] : {std::pair("gnome-terminal kgx", "-- p:a b"),
+                                                   {"konsole xterm ghostty xfce4-terminal.wrapper", "-e p:a b"},
+                                                   {"kitty foot", "p:a b"},
+                                                   {"xfce4-terminal", "-x p:a b"},
+                                                   {"wezterm", "start -- p:a b"},
+                                                   {"lxterminal", "-e /tmp/s"},
+                                                   {"warp-terminal", "/tmp/s"}}) {
+            for (const QString &terminal : QString::fromLatin1(terminals).split(u' '))
+                QCOMPARE(terminalArguments(terminalStyle(terminal), {u"p:a b"_s}, u"/tmp/s"_s).join(u' '),
+                         QLatin1StringView(arguments));
+        }
     }
 
     void theDesktopsOwnTerminal()
@@ -117,9 +113,7 @@ private Q_SLOTS:
         QVERIFY(held.open(QIODevice::ReadOnly));
         terminals.launch(Terminals::App::Ghostty, u"cd '/a b' && echo \"it's\""_s);
         QTRY_VERIFY(QFile::exists(seen));
-        QFile file(seen);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const auto lines = QString::fromUtf8(file.readAll()).split(u'\n');
+        const auto lines = QString::fromUtf8(readFile(seen)).split(u'\n');
         QCOMPARE(lines.value(0), QDir(m_folder->path()).canonicalPath());
         QCOMPARE(lines.value(2), u"-e"_s);
         QVERIFY2(lines.value(3).startsWith(u"cd '/a b' && echo \"it's\""_s), qPrintable(lines.value(3)));
@@ -137,13 +131,9 @@ private Q_SLOTS:
         putTeller(u"warp-terminal"_s, "printf %s \"$1\"");
         LinuxTerminals(Places{m_folder->path(), {}, {}, m_folder->path()}).launch(Terminals::App::Warp, u"echo 'é'"_s);
         QTRY_VERIFY(QFile::exists(seen));
-        QFile told(seen);
-        QVERIFY(told.open(QIODevice::ReadOnly));
-        QFile script(QString::fromUtf8(told.readAll()));
-        QCOMPARE(script.permissions() & ~(QFileDevice::ReadUser | QFileDevice::WriteUser | QFileDevice::ExeUser),
-                 QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
-        QVERIFY(script.open(QIODevice::ReadOnly));
-        const auto text = script.readAll();
+        const QString script = QString::fromUtf8(readFile(seen));
+        QCOMPARE(modeOf(script), 0700);
+        const auto text = readFile(script);
         QVERIFY(text.startsWith("#!/"));
         QVERIFY(text.contains(" -l\necho 'é'\nexec '/"));
         QVERIFY(shellScript(u"/opt/it's/bash"_s, u"true"_s).endsWith("true\nexec '/opt/it'\\''s/bash'\n"));

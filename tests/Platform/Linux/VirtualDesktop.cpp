@@ -6,8 +6,10 @@ using namespace Qt::StringLiterals;
 
 VirtualDesktop::VirtualDesktop()
 {
-    if (QStandardPaths::findExecutable(u"Xvfb"_s).isEmpty() || QStandardPaths::findExecutable(u"openbox"_s).isEmpty())
-        return;
+    for (const auto &program : {u"Xvfb"_s, u"openbox"_s, u"xdotool"_s}) {
+        if (QStandardPaths::findExecutable(program).isEmpty())
+            return;
+    }
     // The server chooses a free number and prints it once it is ready.
     m_server.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1280x800x24"_s, u"-nolisten"_s, u"tcp"_s});
     if (!m_server.waitForStarted() || !m_server.waitForReadyRead())
@@ -35,9 +37,4 @@ VirtualDesktop::~VirtualDesktop()
 bool VirtualDesktop::act(const QStringList &what)
 {
     return QProcess::execute(u"xdotool"_s, what) == 0;
-}
-
-bool VirtualDesktop::canAct()
-{
-    return !QStandardPaths::findExecutable(u"xdotool"_s).isEmpty();
 }

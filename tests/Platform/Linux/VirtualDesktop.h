@@ -11,11 +11,10 @@ public:
     VirtualDesktop();
     ~VirtualDesktop();
 
+    /// Whether its programs are installed.
     bool works() const { return m_works; }
-
     /// Uses the keyboard and the mouse, with xdotool.
     static bool act(const QStringList &what);
-    static bool canAct();
 
 private:
     QTemporaryDir m_home;

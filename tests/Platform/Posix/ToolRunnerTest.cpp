@@ -1,9 +1,9 @@
+#include "FilesTesting.h"
 #include "Platform/Posix/PosixToolRunner.h"
 #include "Platform/Posix/ToolSearchPath.h"
 #include "RunTests.h"
 
 #include <QElapsedTimer>
-#include <QFile>
 #include <QTemporaryDir>
 #include <csignal>
 #include <fcntl.h>
@@ -24,10 +24,7 @@ class ToolRunnerTest : public QObject {
 
     static void script(const QTemporaryDir &folder, const QString &name, const QByteArray &body)
     {
-        QFile file(folder.filePath(name));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("#!/bin/sh\n" + body);
-        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        writeFile(folder.filePath(name), "#!/bin/sh\n" + body, 0700);
     }
     RunResult sh(const QString &code, std::chrono::duration<double> timeout = 20s, const QString &cwd = {})
     {
@@ -106,8 +103,7 @@ private Q_SLOTS:
         script(m_second, u"both"_s, "echo second");
         script(m_second, u"only"_s, "echo only");
         QVERIFY(QDir(m_first.path()).mkdir(u"only"_s)); // a folder isn't a tool
-        QFile plain(m_first.filePath(u"plain"_s));
-        QVERIFY(plain.open(QIODevice::WriteOnly));
+        writeFile(m_first.filePath(u"plain"_s), {});
         QCOMPARE(m_runner->run({u"both"_s}, {}, 20s).out, "first\n");
         QCOMPARE(m_runner->run({u"only"_s}, {}, 20s).out, "only\n");
         QVERIFY(m_runner->toolInstalled(u"only"_s));
@@ -121,25 +117,20 @@ private Q_SLOTS:
     /// Judged by what the GitHub CLI leaves on the disk, which saves running it.
     void knowsWhetherSomebodyMayBeSignedInToGitHub()
     {
-        const QByteArray hosts = m_first.filePath(u"hosts.yml"_s).toLocal8Bit();
+        const QString hosts = m_first.filePath(u"hosts.yml"_s);
         const auto possible = [](const QByteArray &folder) {
             qputenv("GH_CONFIG_DIR", folder);
             return PosixToolRunner({QString::fromLocal8Bit(folder)}).mayBeSignedIn(u"gh"_s);
         };
-        const auto write = [&hosts](const QByteArray &text) {
-            QFile file(QString::fromLocal8Bit(hosts));
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write(text);
-        };
         const QByteArray folder = m_first.path().toLocal8Bit();
         QVERIFY(QFile::copy(u"/bin/true"_s, m_first.filePath(u"gh"_s)));
         QVERIFY(!possible(folder));
-        write("{}\n"); // after a `gh auth logout`
+        writeFile(hosts, "{}\n"); // after a `gh auth logout`
         QVERIFY(!possible(folder));
         qputenv("GH_TOKEN", "secret");
         QVERIFY(possible(folder));
         qunsetenv("GH_TOKEN");
-        write("github.com:\n    user: me\n");
+        writeFile(hosts, "github.com:\n    user: me\n");
         QVERIFY(possible(folder));
         // Another program in the CLI's place may keep its files elsewhere.
         script(m_second, u"gh"_s, "exit 0");
@@ -195,10 +186,9 @@ private Q_SLOTS:
         for (const char *code : {"touch a; exec sleep 20", "touch b; exec >&- 2>&-; exec sleep 20", stubborn}) {
             threads.emplace_back([this, code] { QVERIFY(!sh(QString::fromLatin1(code), 20s, m_first.path()).ok); });
         }
-        QFile child(m_first.filePath(u"c"_s));
-        QTRY_VERIFY(QFile::exists(m_first.filePath(u"a"_s)) && QFile::exists(m_first.filePath(u"b"_s)) && child.size() > 0);
-        QVERIFY(child.open(QIODevice::ReadOnly));
-        const pid_t grandchild = pid_t(child.readAll().trimmed().toInt());
+        QTRY_VERIFY(QFile::exists(m_first.filePath(u"a"_s)) && QFile::exists(m_first.filePath(u"b"_s))
+                    && readFile(m_first.filePath(u"c"_s)).endsWith('\n'));
+        const pid_t grandchild = pid_t(readFile(m_first.filePath(u"c"_s)).trimmed().toInt());
         m_runner->stop();
         for (std::thread &thread : threads)
             thread.join();
