@@ -31,30 +31,6 @@ class AgentsViewTest : public ViewPage {
     QQuickItem *row(const QString &id) const { return rows().value(ids().indexOf(id)); }
 
 private Q_SLOTS:
-    void everyStateDrawsWithoutAWarning()
-    {
-        const QByteArray hostile =
-            R"([{"id":"a","state":"blocked","cwd":"/home/me/p","startedAt":1795250000000,"name":"<img>\u202e@"}])";
-        for (const QByteArray &listing :
-             {QByteArray("no JSON"), QByteArray(), QByteArray(R"([{"id":"a","state":"blocked","startedAt":1}])"),
-              QByteArray(hostile).replace("@", QByteArray(10000, 'x'))}) {
-            begin();
-            m_world->setListing(listing);
-            if (listing.isEmpty())
-                m_world->tools.installed.remove(u"claude"_s);
-            m_world->refresh();
-            ViewPage::show(m_world->agents, 400);
-            QVERIFY(!m_world->agents.scanned());
-            QVERIFY(m_world->agents.scanning()); // it looks around when it is first seen
-            m_world->background.finishAll();
-            QVERIFY(m_world->agents.scanned());
-            QVERIFY(button(u"Scan this Mac"_s));
-            QVERIFY(!m_view->grabWindow().isNull());
-            for (QQuickItem *row : rows())
-                QVERIFY(row->width() <= 732);
-        }
-    }
-
     void aRowReadsAsTheSessionIsAndSpaceOpensItsMenu()
     {
         m_world->setListing(R"([
@@ -189,24 +165,6 @@ private Q_SLOTS:
         m_view->grabWindow();
         QVERIFY(kept && row(id) == kept);
         QVERIFY(std::abs(kept->mapToScene({0, 0}).y() - place) < 60);
-    }
-
-    void aRefreshThatBringsNothingDrawsNothing()
-    {
-        show(0, 500);
-        m_world->agents.toggleWaiting();
-        QTRY_VERIFY(rows().size() > 6);
-        QVERIFY(rows().size() < 60); // only those in sight exist
-        QTest::qWait(50);
-        const QSignalSpy frames(m_view.get(), &QQuickWindow::frameSwapped);
-        const QSignalSpy changes(&m_world->agents, &AgentsSource::changed);
-        m_world->refresh();
-        QTest::qWait(100);
-        QCOMPARE(frames.count(), 0);
-        QCOMPARE(changes.count(), 0);
-        m_world->setSessions(1, 499);
-        m_world->refresh();
-        QTRY_VERIFY(frames.count() > 0); // otherwise counting frames would prove nothing
     }
 
     void closingThePanelClosesWhatIsOpenOverIt()

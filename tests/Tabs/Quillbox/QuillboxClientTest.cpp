@@ -173,18 +173,6 @@ private Q_SLOTS:
         row("\"written_today\"", "\"written\"", u"\"written_today\" is missing"_s);
     }
 
-    void bytesThatAreNoDocumentFail()
-    {
-        const QByteArray nest(1'000'000, '[');
-        for (const QByteArray &bytes :
-             {QByteArray(), QByteArray("<!DOCTYPE html><p>Sign in</p>"), whole().chopped(40), whole() + whole(), QByteArray("[]"),
-              whole().replace("Ring", "\xff\xfe"), nest, "{\"todos\": " + nest + QByteArray(nest.size(), ']') + "}"}) {
-            const auto read = VeltoSnapshot::decode(bytes);
-            QVERIFY2(!read, bytes.first(qMin(40, bytes.size())).constData());
-            QVERIFY(!read.error().isEmpty());
-        }
-    }
-
     void timesAreReadInFourWays()
     {
         const auto row = [](const char *text, const char *utc) {
