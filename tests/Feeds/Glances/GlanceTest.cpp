@@ -112,6 +112,7 @@ private Q_SLOTS:
         };
         pass(150); // there is neither a Downloads folder nor `gh`, which is looked for every five minutes by now
         QVERIFY(pass(150) <= 10);
+        QVERIFY(desk.tools.ran.isEmpty());
 
         desk.download(u"a.part"_s);
         pass(1);
@@ -213,7 +214,9 @@ private Q_SLOTS:
             }
             return desk.tools.ran.size() - before;
         };
+        desk.tools.answers.insert(kGitHub, {false, "[{}]", u"failed to determine base repo"_s});
         QCOMPARE(asked(8s + 8s + 16s + 32s), 4);
+        QCOMPARE(desk.source->failedBuilds(), 0);
         QCOMPARE(asked(3600s), 13); // 3 at growing distances, then one in 304 seconds
         desk.source->refresh(); // the user asks
         desk.background.finishAll();
