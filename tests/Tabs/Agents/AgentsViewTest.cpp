@@ -72,21 +72,6 @@ private Q_SLOTS:
         QCOMPARE(m_world->prefs.dismissedAgentIDs().size(), 7);
     }
 
-    void sessionsOfTheOtherMachineStandBelow()
-    {
-        show();
-        QVERIFY(named(u"No agents are running right now"_s));
-        QVERIFY(!named(u"On your other Mac · via Quillbox"_s));
-        const QByteArray at = m_world->clock.wallTime().toUTC().addSecs(-180).toString(u"yyyy-MM-dd HH:mm:ss"_s).toLatin1();
-        m_world->connectHub(
-            "{\"todos\": [], \"heard\": [], \"written_today\": {}, \"handoffs\": [{\"id\": 1, \"name\": \"Handoff · web\", "
-            "\"device\": \"air\", \"at\": \""
-            + at + "\"}]}");
-        QTRY_VERIFY(named(u"On your other Mac · via Quillbox"_s));
-        QVERIFY(named(u"Other Mac: web, 3 min ago"_s));
-        QVERIFY(!named(u"No agents are running right now"_s));
-    }
-
     void connectingIsAgreedToInASheet()
     {
         show();

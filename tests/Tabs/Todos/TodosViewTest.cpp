@@ -198,19 +198,6 @@ private Q_SLOTS:
         QTRY_COMPARE(overlapping(), QString());
     }
 
-    void itGoesWhileThingsMove()
-    {
-        for (int round = 0; round < 6; ++round) {
-            show(many(100));
-            Theme::of(m_view->engine())->setReducedMotion(false);
-            source().shown()->setSearch(u"Todo number 1"_s);
-            QCoreApplication::processEvents();
-            m_view->grabWindow();
-            close();
-            QCoreApplication::processEvents();
-        }
-    }
-
     void tenThousandTodosShowOnlyThoseInSight()
     {
         show(many(10'000));
