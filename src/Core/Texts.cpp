@@ -50,6 +50,13 @@ QString ago(const QDateTime &date, const QDateTime &now)
     return QCoreApplication::translate("ago", "%1 d").arg(seconds / kDay);
 }
 
+QString timeAgo(const QDateTime &date, const QDateTime &now)
+{
+    if (date.msecsTo(now) / 1000 < kMinute)
+        return QCoreApplication::translate("ago", "just now");
+    return QCoreApplication::translate("ago", "%1 ago").arg(ago(date, now));
+}
+
 QLocale english(const QLocale &desktop)
 {
     const QLocale here(QLocale::English, desktop.territory());

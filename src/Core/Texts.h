@@ -17,6 +17,8 @@ QDate today(const Clock &clock);
 QLocale english(const QLocale &desktop);
 /// How long ago, in one short word: "now", "12 min", "3 h", "2 d". The future is "now".
 QString ago(const QDateTime &date, const QDateTime &now);
+/// The same within a sentence: "just now", "12 min ago".
+QString timeAgo(const QDateTime &date, const QDateTime &now);
 /// A moment's local time in the user's short form, without a date: "14:30", "2:30 PM".
 QString shortTime(const QDateTime &moment);
 /// A count in a few characters: "999", "2k", "2.5M".

@@ -20,6 +20,8 @@ Item {
     property bool pressed: (tap.pressed || keys.held) && root.enabled
 
     signal clicked
+    /// The pointer clicks it; `clicked` follows.
+    signal tapped
     /// A press began that may become a click.
     signal pressBegan
 
@@ -81,7 +83,10 @@ Item {
             if (pressed)
                 root.pressBegan();
         }
-        onTapped: root.clicked()
+        onTapped: {
+            root.tapped();
+            root.clicked();
+        }
     }
 
     FocusRing {

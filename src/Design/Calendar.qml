@@ -3,7 +3,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Velto.Design
 
-/// A month to pick a day from, above everything else in the window, next to `target`. The arrow keys move by days and weeks,
+/// A month to pick a day from, above everything else in the window, next to `target`: below it, above it or beside it, where there
+/// is room, otherwise lower, so that `target` stays in sight. The arrow keys move by days and weeks,
 /// Page Up and Page Down by months, with Shift by years, Home and End to the ends of the week; Return picks, Escape goes back
 /// to the previous date. The focus returns to where it was. Created on demand.
 Item {
@@ -21,9 +22,22 @@ Item {
     property Item scene: null
     property Item before: null
     property bool over: false
-    /// As large as the letters need, limited by the window's height.
-    readonly property int cell: Math.min(30 * Theme.textScale, ((root.scene?.height ?? 520) - 52 - 12 * Theme.textScale) / 7.4)
+    /// Where the target is in the window.
+    readonly property rect field: root.scene ? root.target.mapToItem(root.scene, 0, 0, root.target.width, root.target.height)
+                                             : Qt.rect(0, 0, 0, 0)
+    readonly property size room: root.scene ? Qt.size(root.scene.width, root.scene.height) : Qt.size(780, 520)
+    readonly property real roomAbove: root.field.y - 4 - 8
+    readonly property real roomBelow: root.room.height - 16 - (root.field.bottom + 4)
+    readonly property real roomBeside: Math.max(root.room.width - root.field.right, root.field.left) - 8 - panel.side
+    /// As wide as the letters need, limited by the window's height; only the height of a cell shrinks.
+    readonly property int usual: root.largest(Math.min(root.room.height - 16, root.tall(30 * Theme.textScale)))
+    readonly property bool stacked: Math.max(root.roomAbove, root.roomBelow) >= root.tall(root.usual)
+    readonly property bool beside: !root.stacked && root.roomBeside >= root.wide(root.usual)
+    readonly property int cell: root.stacked || root.beside ? root.usual
+                              : Math.max(18 * Theme.textScale, Math.min(root.usual, root.largest(Math.max(root.roomAbove, root.roomBelow))))
     readonly property int line: root.cell * 26 / 30
+    /// The height that the cells don't change: margins, gaps and the days' names.
+    readonly property real fixed: 30 + names.implicitHeight
 
     parent: root.scene
     anchors.fill: parent
@@ -31,6 +45,16 @@ Item {
     Accessible.role: Accessible.Dialog
     Accessible.name: root.label + ", " + root.date.month
 
+    /// The height and the width with such cells, and the cells that fit into such a height.
+    function tall(cell: real): real {
+        return Math.ceil(7.4 * cell + root.fixed);
+    }
+    function wide(cell: real): real {
+        return 7 * cell + 20;
+    }
+    function largest(height: real): int {
+        return Math.floor((height - root.fixed) / 7.4);
+    }
     function finish(): void {
         if (root.over)
             return;
@@ -82,13 +106,14 @@ Item {
         id: panel
 
         readonly property int side: 24
-        readonly property point below: root.scene ? root.target.mapToItem(root.scene, 0, root.target.height + 4) : Qt.point(0, 0)
-        readonly property bool flipped: root.scene !== null && below.y + height > root.scene.height - 16
+        readonly property real lowest: root.room.height - height - 8
+        readonly property bool under: root.roomBelow >= height || root.roomBelow >= root.roomAbove
 
-        x: root.scene ? Math.round(Math.max(side, Math.min(below.x, root.scene.width - width - side))) : 0
-        y: Math.round(Math.max(8, Math.min(flipped ? below.y - root.target.height - height - 8 : below.y,
-                                           (root.scene?.height ?? 0) - height - 8)))
-        width: 7 * root.cell + 20
+        x: Math.round(!root.beside ? Math.max(side, Math.min(root.field.x, root.room.width - width - side))
+                    : root.room.width - root.field.right - 8 - side >= width ? root.field.right + 8 : root.field.left - 8 - width)
+        y: Math.round(Math.max(8, Math.min(root.beside ? root.field.y : under ? root.field.bottom + 4
+                                                                              : root.field.y - 4 - height, lowest)))
+        width: root.wide(root.usual)
         height: column.height + 18
         radius: 12
         color: Theme.popover
@@ -118,7 +143,7 @@ Item {
             spacing: 4
 
             Item {
-                width: 7 * root.cell
+                width: 7 * root.usual
                 height: root.line
 
                 PlainText {
@@ -147,13 +172,15 @@ Item {
                 }
             }
             Row {
+                id: names
+
                 Repeater {
                     model: root.date.weekdays
 
                     PlainText {
                         required property string modelData
 
-                        width: root.cell
+                        width: root.usual
                         text: modelData
                         size: Theme.textTiny
                         weight: Font.Medium
@@ -184,7 +211,7 @@ Item {
                         required property string spoken
 
                         label: dayCell.isToday ? qsTr("%1, today").arg(dayCell.spoken) : dayCell.spoken
-                        width: root.cell
+                        width: root.usual
                         height: Math.round(root.cell * 28 / 30)
                         corner: height / 2 - 2
                         activeFocusOnTab: dayCell.index === root.date.place || dayCell.activeFocus
@@ -221,7 +248,7 @@ Item {
                 }
             }
             Item {
-                width: 7 * root.cell
+                width: 7 * root.usual
                 height: Math.max(root.line, today.height)
 
                 PillButton {

@@ -2,7 +2,8 @@ import QtQuick
 import Velto.Design
 import Velto.Settings
 
-/// The tab of a pane: its symbol over its name.
+/// The tab of a pane: its symbol over its name. Unlike in the panel, a click takes the focus: what had it may be gone with the
+/// previous pane. The ring shows for keys only.
 ButtonBase {
     id: root
 
@@ -11,19 +12,31 @@ ButtonBase {
     readonly property color ink: !root.selected ? root.palette.windowText : root.palette.window.hslLightness > 0.5
                                                   ? Qt.darker(root.palette.highlight, 1.6) : Qt.lighter(root.palette.highlight, 1.25)
 
+    /// Whether the focus came with a click.
+    property bool quiet: false
+
     label: root.info.title
     ringed: false
     implicitWidth: Math.ceil(Math.max(76, name.implicitWidth + 20))
     implicitHeight: symbol.height + name.implicitHeight + 16
     Accessible.role: Accessible.PageTab
     Accessible.selected: root.selected
+    onTapped: {
+        root.forceActiveFocus(Qt.MouseFocusReason);
+        root.quiet = true;
+    }
+    // Not the active focus, which comes back with the window.
+    onFocusChanged: {
+        if (!root.focus)
+            root.quiet = false;
+    }
 
     Rectangle {
         anchors.fill: parent
         radius: 7
         color: root.selected ? Qt.alpha(root.palette.highlight, 0.16)
                              : Qt.alpha(root.palette.windowText, root.pressed ? 0.12 : root.hovered ? 0.06 : 0)
-        border.width: root.activeFocus ? 2 : 0
+        border.width: root.activeFocus && !root.quiet ? 2 : 0
         border.color: root.palette.highlight
     }
     Symbol {

@@ -45,33 +45,6 @@ private Q_SLOTS:
         QCOMPARE(prefs.dismissedAgentIDs(), QSet<QString>{u"a"_s});
     }
 
-    void aChoiceOfEachKindSurvivesARestart()
-    {
-        FakeDefaults defaults;
-        QList<std::function<void(const Prefs &)>> checks;
-        {
-            Prefs prefs(defaults, m_places, m_clock);
-            const QSignalSpy changed(&prefs, &Prefs::changed);
-            const auto choose = [&](auto set, auto get, const auto &value) {
-                (prefs.*set)(value);
-                checks.append([get, value](const Prefs &reopened) { QCOMPARE((reopened.*get)(), value); });
-            };
-            choose(&Prefs::setOpenMode, &Prefs::openMode, Prefs::OpenMode::Click);
-            choose(&Prefs::setJiraSite, &Prefs::jiraSite, u"site"_s);
-            choose(&Prefs::setRepoRoots, &Prefs::repoRoots, QStringList());
-            choose(&Prefs::setDailyBudget, &Prefs::dailyBudget, Q_INT64_C(5'000'000'000));
-            choose(&Prefs::setQuietWhileRecording, &Prefs::quietWhileRecording, false);
-            choose(&Prefs::setMeetingStart, &Prefs::meetingStart, m_clock.wallTime().addDays(2));
-            choose(&Prefs::setCalendarSource, &Prefs::calendarSource, Prefs::CalendarSource::Google);
-            choose(&Prefs::setGoogleCalendarIDs, &Prefs::googleCalendarIDs, QStringList{u"b"_s, u"a"_s});
-            choose(&Prefs::setDismissedAgentIDs, &Prefs::dismissedAgentIDs, QSet<QString>{u"x"_s, u"y"_s});
-            QCOMPARE(changed.count(), checks.size());
-        }
-        const Prefs reopened(defaults, m_places, m_clock);
-        for (const auto &check : checks)
-            check(reopened);
-    }
-
     void presetsChooseModulesAndOneSwitchDropsThePreset()
     {
         FakeDefaults defaults;

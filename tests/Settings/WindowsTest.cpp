@@ -217,6 +217,20 @@ private Q_SLOTS:
         QTest::keyClick(m_window, Qt::Key_Return);
         m_desk->background.finishAll();
         QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Linear API key, Paste here"_s);
+
+        // A click on a section takes it along, without the ring.
+        QQuickItem *section = named(u"Modules"_s);
+        const auto edge = [&] {
+            return m_window->grabWindow().pixelColor(section->mapToScene({1, section->height() / 2}).toPoint());
+        };
+        QTest::mouseClick(m_window, Qt::LeftButton, {},
+                          section->mapToScene({section->width() / 2, section->height() / 2}).toPoint());
+        QCOMPARE(spoken(m_window->activeFocusItem()), u"Modules"_s);
+        const QColor clicked = edge();
+        QTest::keyClick(m_window, Qt::Key_Right);
+        QTest::keyClick(m_window, Qt::Key_Left);
+        QCOMPARE(spoken(m_window->activeFocusItem()), u"Modules"_s);
+        QVERIFY(edge() != clicked);
     }
 
     /// The windows as the program has them: the welcome closes when it is finished, and the reset, confirmed, ends the program.

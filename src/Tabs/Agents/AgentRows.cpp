@@ -11,14 +11,15 @@ namespace velto {
 
 namespace {
 
-QString spoken(const Agent &agent, const QString &age)
+QString spoken(const Agent &agent, const QDateTime &now)
 {
     const QString status = agent.isWorking() ? QCoreApplication::translate("AgentRow", "working")
                                              : QCoreApplication::translate("AgentRow", "waiting for you");
+    const QString start = timeAgo(startOf(agent), now);
     if (!agent.cwd)
-        return QCoreApplication::translate("AgentRow", "%1, %2, started %3 ago").arg(agent.title(), status, age);
-    return QCoreApplication::translate("AgentRow", "%1, %2, in %3, started %4 ago")
-        .arg(agent.title(), status, lastPathComponent(*agent.cwd), age);
+        return QCoreApplication::translate("AgentRow", "%1, %2, started %3").arg(agent.title(), status, start);
+    return QCoreApplication::translate("AgentRow", "%1, %2, in %3, started %4")
+        .arg(agent.title(), status, lastPathComponent(*agent.cwd), start);
 }
 
 } // namespace
@@ -49,7 +50,7 @@ RowModel::Row agentRow(const Agent &agent, const QDateTime &now)
         agent.cwd.value_or(QString()),
         agent.isWorking(),
         agent.canResume(),
-        spoken(agent, age),
+        spoken(agent, now),
     };
 }
 

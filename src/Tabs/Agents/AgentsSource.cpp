@@ -267,10 +267,7 @@ SourceState AgentsSource::hearing() const
 
 QString AgentsSource::scannedText() const
 {
-    if (!m_lastScan)
-        return {};
-    const QDateTime now = m_needs.clock.wallTime();
-    return m_lastScan->secsTo(now) < 60 ? tr("Scanned just now") : tr("Scanned %1 ago").arg(ago(*m_lastScan, now));
+    return m_lastScan ? tr("Scanned %1").arg(timeAgo(*m_lastScan, m_needs.clock.wallTime())) : QString();
 }
 
 AgentsSource::Group AgentsSource::groupOf(const Agent &agent, const QDateTime &now) const

@@ -21,7 +21,7 @@ void HomeSpotlight::set(const std::optional<Agent> &agent, const QDateTime &now)
         return;
     m_agent = agent;
     m_age = age;
-    m_recent = agent && startOf(*agent).secsTo(now) < 60;
+    m_spokenAge = agent ? timeAgo(startOf(*agent), now) : QString();
     Q_EMIT changed();
 }
 
@@ -32,8 +32,7 @@ QString HomeSpotlight::stateText() const
 
 QString HomeSpotlight::spoken() const
 {
-    const QString age = m_recent ? tr("just now") : tr("%1 ago").arg(m_age);
-    QStringList parts{title(), stateText(), detail(), age};
+    QStringList parts{title(), stateText(), detail(), m_spokenAge};
     parts.removeAll(QString());
     return parts.join(u", "_s);
 }

@@ -48,7 +48,7 @@ private:
     const TerminalApp &m_terminal;
     std::optional<Agent> m_agent;
     QString m_age;
-    bool m_recent = false; ///< less than a minute ago
+    QString m_spokenAge;
 };
 
 } // namespace velto

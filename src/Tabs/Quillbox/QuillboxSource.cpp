@@ -237,8 +237,9 @@ void QuillboxSource::publish()
 
 void QuillboxSource::publishRows()
 {
-    const auto spoken = [](const QString &name, const QString &age) {
-        return age.isEmpty() ? name : tr("%1, %2 ago").arg(name, age);
+    const auto spoken = [this](const QString &name, const QString &at) {
+        const QString age = ageOf(at, timeAgo);
+        return age.isEmpty() ? name : tr("%1, %2").arg(name, age);
     };
     const QString slug = hostSlug();
     QList<RowModel::Row> rows;
@@ -247,18 +248,16 @@ void QuillboxSource::publishRows()
         const bool here = cameFrom(handoff, slug);
         const QString id = u"session "_s + QString::number(handoff.id);
         const QString name = nameOf(handoff);
-        const QString age = ageOf(handoff.at);
-        const QString words = (here ? tr("This Mac: %1") : tr("Other Mac: %1")).arg(spoken(name, age));
+        const QString words = (here ? tr("This Mac: %1") : tr("Other Mac: %1")).arg(spoken(name, handoff.at));
         rows.append({id, tr("Live sessions · last 6 hours"), here ? u"laptopcomputer"_s : u"laptopcomputer.and.arrow.down"_s,
-                     false, name, age, words});
+                     false, name, ageOf(handoff.at, ago), words});
         if (!here)
-            otherMac.append({id, name, age.isEmpty() ? tr("Handoff") : tr("Handoff %1 ago").arg(age), words});
+            otherMac.append({id, name, tr("Handoff %1").arg(ageOf(handoff.at, timeAgo)).trimmed(), words});
     }
     for (const VeltoSnapshot::Heard &heard : std::as_const(m_snapshot.heard)) {
         const QString name = nameOf(heard);
-        const QString age = ageOf(heard.at);
-        rows.append({u"heard "_s + QString::number(heard.id), tr("Heard by Tolver · last 24 hours"), u"ear"_s, true, name, age,
-                     spoken(name, age)});
+        rows.append({u"heard "_s + QString::number(heard.id), tr("Heard by Tolver · last 24 hours"), u"ear"_s, true, name,
+                     ageOf(heard.at, ago), spoken(name, heard.at)});
     }
     m_rows.setRows(rows);
     m_otherMacRows.setRows(otherMac);
@@ -269,10 +268,10 @@ QString QuillboxSource::hostSlug() const
     return m_needs.machine.displayName().toLower().replace(u' ', u'-').remove(u'’');
 }
 
-QString QuillboxSource::ageOf(const QString &at) const
+QString QuillboxSource::ageOf(const QString &at, QString (*words)(const QDateTime &, const QDateTime &)) const
 {
     const std::optional<QDateTime> date = snapshotDate(at);
-    return date ? ago(*date, m_needs.clock.wallTime()) : QString();
+    return date ? words(*date, m_needs.clock.wallTime()) : QString();
 }
 
 } // namespace velto

@@ -111,7 +111,8 @@ private:
     void publish();
     void publishRows();
     QString hostSlug() const;
-    QString ageOf(const QString &at) const;
+    /// Empty if `at` can't be read.
+    QString ageOf(const QString &at, QString (*words)(const QDateTime &, const QDateTime &)) const;
 
     Needs m_needs;
     QuillboxMode m_mode;

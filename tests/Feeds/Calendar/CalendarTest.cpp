@@ -1,9 +1,6 @@
 #include "Desk.h"
 #include "RunTests.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
-
 using namespace Qt::StringLiterals;
 
 namespace velto {
@@ -16,11 +13,10 @@ private:
 
     static QByteArray event(const char *id, const char *start, const char *end)
     {
-        const auto at = [](const char *time) { return u"2026-11-21T%1Z"_s.arg(QLatin1String(time)); };
-        const QJsonObject event{{u"id"_s, QLatin1String(id)},
-                                {u"start"_s, QJsonObject{{u"dateTime"_s, at(start)}}},
-                                {u"end"_s, QJsonObject{{u"dateTime"_s, at(end)}}}};
-        return QJsonDocument(event).toJson();
+        return QByteArray(R"({"id": "%1", "start": {"dateTime": "2026-11-21T%2Z"}, "end": {"dateTime": "2026-11-21T%3Z"}})")
+            .replace("%1", id)
+            .replace("%2", start)
+            .replace("%3", end);
     }
     static QString ids(const Desk &desk)
     {

@@ -49,6 +49,12 @@ struct Desk : StoreDesk {
         google.list = meetings;
         source.loadCalendar();
     }
+    /// Half an hour long, with its id as its title.
+    GoogleMeeting meeting(const char *id, std::chrono::milliseconds ahead) const
+    {
+        const auto start = in(ahead).toUTC();
+        return {QString::fromLatin1(id), QString::fromLatin1(id), start, start.addSecs(1800), {}, {}};
+    }
     QDateTime in(std::chrono::milliseconds step) const { return clock.wallTime().addMSecs(step.count()); }
 
     FakeMeetings google;

@@ -12,8 +12,7 @@ class GuardedGitTest : public QObject {
     /// $OLD makes a file look changed.
     static void sh(RepoTree &tree, const QString &folder, const QByteArray &script)
     {
-        QDir().mkpath(tree.path(folder));
-        const QByteArray help = "set -e\nT=" + QFile::encodeName(tree.path(u"trap"_s))
+        const QByteArray help = "T=" + QFile::encodeName(tree.path(u"trap"_s))
             + "\nold() { touch -d 2001-01-01 \"$@\"; }\n"
               "mk() { mkdir -p $1; cd $1; git init -q; echo '*.x filter=evil' >.gitattributes; echo 1 >f.x; git add .; "
               "git commit -qm 1; cd - >/dev/null; }\n"
@@ -21,9 +20,7 @@ class GuardedGitTest : public QObject {
               "partial() { git config core.repositoryformatversion 1; git config extensions.partialClone origin; "
               "git config remote.origin.url \"$1\"; git config protocol.allow always; "
               "rm -f .git/objects/$(git rev-parse HEAD: | sed 's,..,&/,'); }\n";
-        const RunResult result =
-            tree.run({u"sh"_s, u"-c"_s, QString::fromUtf8(help + script)}, tree.path(folder), std::chrono::seconds(30), {});
-        QVERIFY2(result.ok, qPrintable(result.err));
+        tree.sh(folder, help + script);
     }
     static bool fired(const RepoTree &tree) { return QFile::remove(tree.path(u"fired"_s)); }
 

@@ -70,16 +70,12 @@ private Q_SLOTS:
         QCOMPARE(findRepos({tree.path(u"r/c/d"_s)}), tree.paths({u"r/c/d"_s})); // the search doesn't go inside
         QCOMPARE(findRepos(tree.paths({u"one"_s, u"r"_s, u"r/"_s, u"r/c/../c"_s, u"missing"_s, u"r/file"_s}) + QStringList{{}}),
                  tree.paths({u"one"_s}) + below.first(4) + tree.paths({u"r/c/e/f/deep"_s}) + below.sliced(4));
-    }
-    void takesALinkForWhatItLeadsTo()
-    {
-        const RepoTree tree;
-        pretend(tree, {u"r/app"_s, u"elsewhere/lib"_s});
-        QVERIFY(QFile::link(tree.path(u"r/app"_s), tree.path(u"r/a-link"_s)));
-        QVERIFY(QFile::link(tree.path(u"elsewhere/lib"_s), tree.path(u"r/lib"_s)));
-        QVERIFY(QFile::link(tree.path(u"r"_s), tree.path(u"r/loop"_s)));
-        QVERIFY(QFile::link(u"missing"_s, tree.path(u"r/nowhere"_s)));
-        QCOMPARE(findRepos({tree.path(u"r"_s)}), tree.paths({u"r/app"_s, u"r/lib"_s}));
+        // A link is what it leads to.
+        pretend(tree, {u"l/app"_s, u"elsewhere/lib"_s});
+        for (const auto &[target, link] :
+             {std::pair("l/app", "l/a-link"), {"elsewhere/lib", "l/lib"}, {"l", "l/loop"}, {"missing", "l/nowhere"}})
+            QVERIFY(QFile::link(tree.path(QLatin1String(target)), tree.path(QLatin1String(link))));
+        QCOMPARE(findRepos({tree.path(u"l"_s)}), tree.paths({u"l/app"_s, u"l/lib"_s}));
     }
 
     void readsRealOnes()
@@ -174,50 +170,26 @@ private Q_SLOTS:
 private:
     static void makeEveryKind(RepoTree &tree)
     {
-        for (const char *name : {"clean", "detached", "dirty", "hangs", "group/above", "lib"})
-            tree.make(u"r/"_s + QLatin1StringView(name));
-        tree.git(u"r/detached"_s, {u"checkout"_s, u"-q"_s, u"--detach"_s});
-        tree.git(u"r/new"_s, {u"init"_s, u"-q"_s}); // no commit yet
-
-        for (const char *name : {"gone", "changed"})
-            tree.write(u"r/dirty/"_s + QLatin1StringView(name), "text\n");
-        tree.git(u"r/dirty"_s, {u"add"_s, u"."_s});
-        tree.git(u"r/dirty"_s, {u"commit"_s, u"-qm"_s, u"second"_s});
-        tree.write(u"r/dirty/changed"_s, "other\n");
-        tree.write(u"r/dirty/added \n\"name\""_s, "text\n");
-        tree.git(u"r/dirty"_s, {u"add"_s, u"--"_s, u"added \n\"name\""_s});
-        tree.write(u"r/dirty/untracked"_s, "text\n");
-        QVERIFY(QFile::remove(tree.path(u"r/dirty/gone"_s)));
-
-        tree.git(u"r/clean"_s, {u"worktree"_s, u"add"_s, u"-qb"_s, u"työ/<b>"_s, tree.path(u"r/group/worktree"_s)});
-        tree.write(u"r/group/worktree/new"_s, "text\n");
-        tree.git(u"r/group/above"_s, {u"submodule"_s, u"--quiet"_s, u"add"_s, tree.path(u"r/lib"_s), u"sub"_s});
-        tree.git(u"r/group/above"_s, {u"commit"_s, u"-qm"_s, u"sub"_s});
-        tree.write(u"r/group/above/readme"_s, "changed\n");
-        QVERIFY(QDir(tree.path(u"r/lib"_s)).removeRecursively());
-        makeClone(tree);
-
-        tree.git(u"r/bare"_s, {u"init"_s, u"-q"_s, u"--bare"_s, u"."_s}); // no .git inside
-        tree.git(u"r/bare-inside/.git"_s, {u"init"_s, u"-q"_s, u"--bare"_s, u"."_s}); // no work tree
-        tree.write(u"r/broken/.git"_s, "gitdir: nowhere\n");
-    }
-    /// Two commits ahead of its bare origin and one behind.
-    static void makeClone(RepoTree &tree)
-    {
-        tree.git(u"r/origin"_s, {u"clone"_s, u"-q"_s, u"--bare"_s, tree.path(u"r/clean"_s), u"bare.git"_s});
-        for (const char *name : {"clone", "other"})
-            tree.git(u"r/origin"_s, {u"clone"_s, u"-q"_s, u"bare.git"_s, QString::fromLatin1(name)});
-        const auto commit = [&tree](const QString &folder, const QString &file) {
-            tree.write(folder + u'/' + file, "text\n");
-            tree.git(folder, {u"add"_s, u"."_s});
-            tree.git(folder, {u"commit"_s, u"-qm"_s, file});
-        };
-        commit(u"r/origin/other"_s, u"theirs"_s);
-        tree.git(u"r/origin/other"_s, {u"push"_s, u"-q"_s});
-        QVERIFY(QDir(tree.path(u"r/origin/other"_s)).removeRecursively());
-        commit(u"r/origin/clone"_s, u"a"_s);
-        commit(u"r/origin/clone"_s, u"b"_s);
-        tree.git(u"r/origin/clone"_s, {u"fetch"_s, u"-q"_s});
+        tree.sh(u"r"_s,
+                "commit() { git add .; git commit -qm \"$1\"; }\n"
+                "for name in clean detached dirty hangs group/above lib; do\n"
+                "  mkdir -p $name; (cd $name; git init -q; echo first >readme; commit first)\n"
+                "done\n"
+                "git init -q new\n" // no commit yet
+                "(cd detached; git checkout -q --detach)\n"
+                "(cd dirty; echo text | tee gone >changed; commit second; rm gone; echo other >changed; echo text >untracked\n"
+                "  odd=$(printf 'added \\n\"name\"'); echo text >\"$odd\"; git add -- \"$odd\")\n"
+                "(cd clean; git worktree add -qb 'työ/<b>' ../group/worktree; echo text >../group/worktree/new)\n"
+                "(cd group/above; git submodule --quiet add \"$PWD/../../lib\" sub; commit sub; echo changed >readme)\n"
+                "rm -rf lib\n"
+                // Two commits ahead of its bare origin and one behind.
+                "mkdir origin; cd origin; git clone -q --bare ../clean bare.git\n"
+                "for name in clone other; do git clone -q bare.git $name; done\n"
+                "(cd other; echo text >theirs; commit theirs; git push -q); rm -rf other\n"
+                "(cd clone; for name in a b; do echo text >$name; commit $name; done; git fetch -q)\n"
+                "cd ..; git init -q --bare bare\n" // no .git inside
+                "git init -q --bare bare-inside/.git\n" // no work tree
+                "mkdir broken; echo 'gitdir: nowhere' >broken/.git\n");
     }
 };
 

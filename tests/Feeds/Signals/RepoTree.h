@@ -48,19 +48,13 @@ public:
         QDir().mkpath(QFileInfo(path(name)).path());
         writeFile(path(name), text, mode);
     }
-    void git(const QString &folder, const QStringList &args)
+    /// Runs a shell script in a folder.
+    void sh(const QString &folder, const QByteArray &script)
     {
         QDir().mkpath(path(folder));
-        const RunResult result = m_tools->run(QStringList{realGit()} + args, path(folder), std::chrono::seconds(30));
-        QVERIFY2(result.ok, qPrintable(args.join(u' ') + u": "_s + result.err));
-    }
-    /// A repository with one commit, of the file "readme".
-    void make(const QString &folder)
-    {
-        git(folder, {u"init"_s, u"-q"_s});
-        write(folder + u"/readme"_s, "first\n");
-        git(folder, {u"add"_s, u"."_s});
-        git(folder, {u"commit"_s, u"-qm"_s, u"first"_s});
+        const RunResult result =
+            m_tools->run({u"sh"_s, u"-c"_s, QString::fromUtf8("set -e\n" + script)}, path(folder), std::chrono::seconds(30));
+        QVERIFY2(result.ok, qPrintable(result.err));
     }
 
     using ToolRunner::run;

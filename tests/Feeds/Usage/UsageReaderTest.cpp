@@ -115,43 +115,32 @@ private Q_SLOTS:
         QCOMPARE(desk.input(), 4320);
     }
 
-    void countsNothingOfTheDayBefore()
+    void countsOneDay()
     {
         Desk desk;
-        desk.write(u"-p/old.jsonl"_s, desk.answer(1));
-        desk.write(u"-p/midnight.jsonl"_s, desk.answer(20));
         const QDateTime midnight = desk.now.date().startOfDay();
-        desk.touch(u"-p/old.jsonl"_s, midnight.addMSecs(-1));
-        desk.touch(u"-p/midnight.jsonl"_s, midnight);
-        QCOMPARE(desk.input(), 20);
-        desk.touch(u"-p/old.jsonl"_s, desk.now);
-        QCOMPARE(desk.input(), 21);
-
-        Desk night; // and no line of the day before counts
         const auto at = [&](qint64 milliseconds) {
             return midnight.addMSecs(milliseconds).toUTC().toString(Qt::ISODateWithMs).toLatin1();
         };
-        night.write(u"-p/a.jsonl"_s, answerLine(at(-60'000), 1, 0) + answerLine(at(-1), 20, 0) + answerLine(at(0), 300, 0));
-        QCOMPARE(night.read(), (TokenUsage{300, 0, 0, 0, 1, midnight, {300}}));
-    }
-
-    void startsOverAtMidnight()
-    {
-        Desk desk;
-        desk.write(u"-p/a.jsonl"_s, desk.answer(1));
-        desk.write(u"-p/b.jsonl"_s, desk.answer(20));
-        QCOMPARE(desk.input(), 21);
+        desk.write(u"-p/a.jsonl"_s, answerLine(at(-60'000), 1, 0) + answerLine(at(-1), 20, 0) + answerLine(at(0), 300, 0));
+        QCOMPARE(desk.read(), (TokenUsage{300, 0, 0, 0, 1, midnight, {300}}));
+        // Files are passed over that weren't touched since midnight.
+        desk.write(u"-p/old.jsonl"_s, desk.answer(4000));
+        desk.touch(u"-p/old.jsonl"_s, midnight.addMSecs(-1));
+        QCOMPARE(desk.input(), 300);
+        desk.touch(u"-p/old.jsonl"_s, midnight);
+        QCOMPARE(desk.input(), 4300);
         // The next day's lines may be written before the first reading of that day.
         desk.now = desk.now.addDays(1);
-        desk.write(u"-p/a.jsonl"_s, desk.answer(300));
-        TokenUsage usage{300, 1, 0, 0, 1, QDateTime(desk.now.date(), QTime(8, 30))};
-        usage.hours[8] = 301;
+        desk.write(u"-p/a.jsonl"_s, desk.answer(50'000));
+        TokenUsage usage{50'000, 1, 0, 0, 1, QDateTime(desk.now.date(), QTime(8, 30))};
+        usage.hours[8] = 50'001;
         QCOMPARE(desk.read(), usage);
-        desk.write(u"-p/a.jsonl"_s, desk.answer(4000));
-        QCOMPARE(desk.input(), 4300);
+        desk.write(u"-p/a.jsonl"_s, desk.answer(600'000));
+        QCOMPARE(desk.input(), 650'000);
         // The clock is set back: the earlier day again, with the lines of both days from files touched since.
         desk.now = desk.now.addDays(-1);
-        QCOMPARE(desk.input(), 4321);
+        QCOMPARE(desk.input(), 654'300);
     }
 
     void leavesAloneWhatHasShrunk()

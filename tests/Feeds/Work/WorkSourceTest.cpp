@@ -18,6 +18,9 @@ namespace {
 const QString kGh = u"gh search prs --review-requested=@me --state=open --json title,url,repository --limit 20"_s;
 const QString kNotSignedIn = u"The GitHub CLI isn't signed in. Run `gh auth login`."_s;
 
+const QHash<QString, QString> kTokens{
+    {u"Velto.linear"_s, u"secret"_s}, {u"Velto.jira"_s, u"secret"_s}, {u"Velto.slack"_s, u"secret"_s}};
+
 QStringList ids(const QList<WorkItem> &items)
 {
     QStringList result;
@@ -137,8 +140,7 @@ private Q_SLOTS:
     void aToolThatFailsLosesItsItemsOnly()
     {
         Desk desk;
-        for (const QString &tool : {u"Velto.linear"_s, u"Velto.jira"_s, u"Velto.slack"_s})
-            desk.keychain.entries.insert(tool, u"secret"_s);
+        desk.keychain.entries = kTokens;
         desk.refresh();
         QCOMPARE(desk.source->workState(), SourceState::ready());
         QCOMPARE(ids(desk.source->issues()),
@@ -188,8 +190,7 @@ private Q_SLOTS:
     {
         for (int steps = 0; steps < 8; ++steps) {
             Desk desk;
-            for (const QString &tool : {u"Velto.linear"_s, u"Velto.jira"_s, u"Velto.slack"_s})
-                desk.keychain.entries.insert(tool, u"t"_s);
+            desk.keychain.entries = kTokens;
             desk.source->refresh(true);
             for (int i = 0; i < steps && desk.background.pending() > 0; ++i)
                 desk.background.finish();

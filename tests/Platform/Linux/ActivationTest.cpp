@@ -8,7 +8,6 @@
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTimer>
 
 using namespace velto;
 using namespace Qt::StringLiterals;
@@ -88,33 +87,6 @@ private Q_SLOTS:
         }
     }
 
-    void handsOverToOneThatComesToTheBusAMomentLater()
-    {
-        const auto bus = m_bus->connect();
-        std::unique_ptr<PlayedService> service;
-        // Answers from a thread of its own, as another process would, since handing over blocks.
-        QThread thread;
-        QObject there;
-        there.moveToThread(&thread);
-        thread.start();
-        QTimer::singleShot(0, this, [&] {
-            QMetaObject::invokeMethod(
-                &there,
-                [&] {
-                    service = std::make_unique<PlayedService>(bus, kName);
-                    service->answers = {{u"Activate"_s, true}, {u"ActivateAction"_s, true}};
-                },
-                Qt::BlockingQueuedConnection);
-        });
-        const bool taken = program()->handOver({u"open-and-search"_s, u"open"_s});
-        const auto asked = service->asked;
-        QMetaObject::invokeMethod(
-            &there, [&] { service.reset(); }, Qt::BlockingQueuedConnection);
-        thread.quit();
-        thread.wait();
-        QVERIFY(taken);
-        QCOMPARE(asked, (QStringList{u"ActivateAction"_s, u"Activate"_s}));
-    }
     void saysSoIfNobodyCanBeReached()
     {
         QVERIFY(!program(std::chrono::milliseconds(1))->handOver({u"open"_s}));

@@ -161,17 +161,6 @@ private Q_SLOTS:
                                            std::pair("NAME ID SIZE\na:7b  x 4 GB\n   \n\n b  y\n", u"a:7b, b"_s)})
             QCOMPARE(scan("05:32 ollama serve", models), (QList<ToolProcess>{{u"Ollama"_s, u"cpu"_s, 1, u"05:32"_s, note}}));
     }
-
-    void shortensElapsedTimes()
-    {
-        for (const auto &[etime, expected] : {std::pair(u"3-04:05:06"_s, u"3d"_s),
-                                              {u"02:14:05"_s, u"2h"_s},
-                                              {u"00:40"_s, u"0m"_s},
-                                              {u"40"_s, u"40"_s},
-                                              {QString(), QString()},
-                                              {u"?:x"_s, u"?:x"_s}})
-            QCOMPARE(shortEtime(etime), expected);
-    }
 };
 
 static const Registered<ReadingTest> registered;

@@ -226,7 +226,7 @@ private Q_SLOTS:
         QCOMPARE(value(rows, 1, "stateWord"), u"Waiting"_s);
         QCOMPARE(value(rows, 1, "canResume"), false);
         QCOMPARE(value(rows, 1, "folder"), QString());
-        QCOMPARE(value(rows, 1, "spoken"), u"b, waiting for you, started now ago"_s);
+        QCOMPARE(value(rows, 1, "spoken"), u"b, waiting for you, started just now"_s);
 
         desk.source.resume(u"a"_s);
         desk.source.resume(u"b"_s);

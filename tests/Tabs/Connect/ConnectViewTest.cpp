@@ -44,23 +44,6 @@ private Q_SLOTS:
         QVERIFY(!isOn(u"GitHub reviews"_s));
     }
 
-    void tilesAndServersKeepTheirIdentityOverARefresh()
-    {
-        open({u"mcp"_s});
-        QQuickItem *const toggle = named(u"MCP server health"_s);
-        QQuickItem *const inspect = named(u"Inspect: b"_s);
-        QVERIFY(toggle && inspect);
-        inspect->forceActiveFocus();
-        m_world->tools.answers.insert(
-            u"claude mcp list"_s,
-            {true, "new: https://n.example - ✔ Connected\nb: https://b.example - ! Needs authentication\n", {}});
-        m_world->hub.refresh(true);
-        m_world->background.finishAll();
-        QCOMPARE(named(u"MCP server health"_s), toggle);
-        QCOMPARE(named(u"Sign in: b"_s), inspect);
-        QVERIFY(inspect->hasActiveFocus());
-    }
-
     void aTickThatChangesNothingPaintsNothing()
     {
         open({u"work"_s, u"calendar"_s, u"mcp"_s});
@@ -98,16 +81,6 @@ private Q_SLOTS:
         press(Qt::Key_Return);
         QCOMPARE(m_world->terminals.launched.size(), 1);
         QVERIFY(m_world->terminals.launched[0].second.endsWith(u"claude mcp add --transport http 'docs' 'https://d.example'"_s));
-    }
-
-    void thePanelMakesWayForTheFolders()
-    {
-        open({});
-        m_ui->setPinned(true);
-        QVERIFY(m_ui->expanded());
-        click(named(u"Add folder: Git repos with unsaved work"_s));
-        QCOMPARE(m_world->folderPanel.promptNow, u"Watch"_s);
-        QVERIFY(!m_ui->expanded());
     }
 };
 

@@ -94,24 +94,6 @@ private Q_SLOTS:
         QVERIFY(!button(u"Ship it"_s)); // nothing to press where there is nothing to do
     }
 
-    void rowsKeepTheirIdentityOverARefresh()
-    {
-        makeItBusy();
-        show(m_world->home);
-        QQuickItem *const late = named(u"1 todo is overdue, Call the bank"_s);
-        QVERIFY(late);
-        late->forceActiveFocus();
-        m_world->addTodo(u"Answer the letter"_s, -300, 1);
-        m_world->wait(0);
-        QCOMPARE(nameOf(late), u"2 todos are overdue, Answer the letter"_s);
-        QVERIFY(late->hasActiveFocus());
-        m_world->prefs.setMeetingStart(m_world->clock.wallTime().addSecs(590)); // a row appears, and others move
-        m_world->everyday.loadCalendar();
-        m_world->wait(0);
-        QVERIFY(named(u"Join: Review in 10 min"_s));
-        QVERIFY(late->hasActiveFocus() && late->isVisible());
-    }
-
     void aTickThatChangesNothingPaintsNothing()
     {
         makeItBusy();

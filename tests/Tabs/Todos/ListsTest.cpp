@@ -175,31 +175,6 @@ private Q_SLOTS:
         }
     }
 
-    void oneChangeIsOneStep()
-    {
-        QList<Todo> todos;
-        for (int i = 0; i < 300; ++i)
-            todos.append(makeTodo(i, u"t"_s));
-        TodoRows model;
-        model.setContent(contentOf(todos), {});
-        const Follower follower(model, kRoles);
-        const QPersistentModelIndex watched = model.index(251, 0);
-        auto steps = [&, before = 0]() mutable {
-            model.setContent(contentOf(todos), {});
-            return follower.steps - std::exchange(before, follower.steps);
-        };
-        todos[7].title = u"changed"_s;
-        QCOMPARE(steps(), 1);
-        todos.move(250, 3);
-        QCOMPARE(steps(), 1);
-        QCOMPARE(watched.row(), 4);
-        todos.remove(10);
-        QCOMPARE(steps(), 1);
-        QCOMPARE(steps(), 0);
-        model.setContent(contentOf(todos), {Desk::kToday, Desk::kTomorrow}); // another day
-        QCOMPARE(follower.steps, 4);
-    }
-
     void anotherListIsFewStepsAndKeepsTheOpenRow()
     {
         QList<Todo> all;

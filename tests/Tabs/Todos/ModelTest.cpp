@@ -160,35 +160,6 @@ private Q_SLOTS:
         QVERIFY(sortsBefore(u""_s, u"a"_s) && sortsBefore(u"a"_s, u"ab"_s) && !sortsBefore(u"a"_s, u"a"_s));
         QVERIFY(sortsBefore(u"\uFF5E"_s, u"😀"_s) && !sortsBefore(u"😀"_s, u"\uFF5E"_s)); // by code point
     }
-
-    void datesFollowTheLanguage()
-    {
-        for (const auto &[language, date, time] : std::initializer_list<std::tuple<QString, QString, QString>>{
-                 {u"en_US"_s, u"Tue, Mar 10"_s, u"Mar 10, 2026, 5:04 PM"_s},
-                 {u"C"_s, u"Tue, 10 Mar"_s, u"10 Mar 2026, 17:04"_s},
-                 {u"de_DE"_s, u"Di., 10. März"_s, u"10. März 2026, 17:04"_s},
-                 {u"ja_JP"_s, u"3月10日火"_s, u"2026年3月10日, 17:04"_s}}) {
-            const QLocale locale(language);
-            QCOMPARE(shortDate(u"2026-03-10"_s, locale), date);
-            QString told = shortDateTime(QDateTime(QDate(2026, 3, 10), QTime(17, 4)), locale);
-            QCOMPARE(told.replace(QChar(0x202F), u' '), time);
-            QCOMPARE(shortDate(u"soon"_s, locale), u"soon"_s);
-        }
-    }
-
-    void aRowInOneSentence()
-    {
-        Todo todo;
-        todo.title = u"Call"_s;
-        QCOMPARE(accessibleSummary(todo, kDays), u"Call"_s);
-        todo.prio = 7;
-        QCOMPARE(accessibleSummary(todo, kDays), u"Call, Normal priority"_s);
-        todo.prio = 3;
-        todo.due = u"2026-03-09"_s;
-        todo.who = u"Kim"_s;
-        todo.comments.resize(2);
-        QCOMPARE(accessibleSummary(todo, kDays), u"Call, Low priority, due Overdue · Mon, Mar 9, with Kim, 2 comments"_s);
-    }
 };
 
 } // namespace velto

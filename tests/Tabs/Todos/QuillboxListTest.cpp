@@ -166,21 +166,6 @@ private Q_SLOTS:
         }
     }
 
-    void anOutageKeepsTheListAndShowsNoEmptyNote()
-    {
-        m_hub->answer = [](const auto &) { return HttpStandIn::Answer{200, "<html>Sign in</html>"}; };
-        TodosSource &source = *m_desk->source;
-        source.retry();
-        QVERIFY(settles([&] { return source.state().kind() == SourceState::Kind::Failed; }));
-        QCOMPARE(source.todos().size(), 1);
-        source.shown()->setSearch(u"no such thing"_s);
-        QVERIFY(m_desk->shown().isEmpty());
-        QCOMPARE(source.shown()->emptyText(), QString());
-        init();
-        m_desk->source->shown()->setSearch(u"no such thing"_s);
-        QVERIFY(!m_desk->source->shown()->emptyText().isEmpty());
-    }
-
     void theEndMayComeInTheMiddle()
     {
         m_posted.manner = Manner::Silent;

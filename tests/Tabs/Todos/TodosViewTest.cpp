@@ -87,48 +87,6 @@ private Q_SLOTS:
         QCOMPARE(source().shown()->selectedID(), std::optional<qint64>(3));
     }
 
-    void theListsAreChosenWhereThereAreSeveral()
-    {
-        show(some());
-        QVERIFY(!named(u"List"_s));
-        const Todo todo = makeTodo(0, u"Call home"_s, Desk::kToday, 2, {}, u"personal"_s);
-        source().save(todo);
-        m_view->grabWindow();
-        QVERIFY(named(u"List"_s));
-        click(named(u"Personal 1"_s));
-        QCOMPARE(titles(), QStringList{u"Call home"_s});
-        // With only that one there is nothing to choose, and no empty list to switch to.
-        show({todo});
-        QVERIFY(!named(u"List"_s));
-        QCOMPARE(titles(), QStringList{u"Call home"_s});
-    }
-
-    void aSnapshotOfTheHubLeavesTheRowsAlone()
-    {
-        show();
-        const auto snapshot = [](const QByteArray &first) {
-            QByteArray todos;
-            for (int id = 1; id <= 20; ++id) {
-                todos += (id > 1 ? "," : "") + ("{\"id\":" + QByteArray::number(id)) + ",\"title\":\""
-                    + (id == 1 ? first : "todo")
-                    + "\",\"body\":\"b\",\"due\":\"2026-11-21\",\"who\":\"me\",\"project\":\"\",\"scope\":\"office\",\"prio\":2}";
-            }
-            return "{\"todos\":[" + todos + "],\"handoffs\":[],\"heard\":[],\"written_today\":{}}";
-        };
-        m_world->connectHub(snapshot("first"));
-        m_view->grabWindow();
-        if (source().todos().isEmpty())
-            QFAIL("no snapshot");
-        const QPointer<QQuickItem> second = rows().at(1);
-        click(second);
-        QTRY_VERIFY(named(u"b"_s));
-        QVERIFY(!named(u"Add a comment"_s)); // a hub doesn't accept any
-        QVERIFY(!named(u"Edit: todo"_s));
-        m_world->connectHub(snapshot("another"));
-        QTRY_VERIFY(row(u"another"_s));
-        QVERIFY(second && second->property("open").toBool());
-    }
-
     void whatIsTypedSurvivesChanges()
     {
         show(some(), 700);
@@ -238,19 +196,6 @@ private Q_SLOTS:
         QTRY_COMPARE(overlapping(), QString());
         QTRY_VERIFY(!list()->property("moving").toBool());
         QTRY_COMPARE(overlapping(), QString());
-    }
-
-    void itGoesWhileThingsMove()
-    {
-        for (int round = 0; round < 6; ++round) {
-            show(many(100));
-            Theme::of(m_view->engine())->setReducedMotion(false);
-            source().shown()->setSearch(u"Todo number 1"_s);
-            QCoreApplication::processEvents();
-            m_view->grabWindow();
-            close();
-            QCoreApplication::processEvents();
-        }
     }
 
     void tenThousandTodosShowOnlyThoseInSight()
