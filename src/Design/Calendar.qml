@@ -4,7 +4,7 @@ import QtQuick
 import Velto.Design
 
 /// A month to pick a day from, above everything else in the window, next to `target`: below it, above it or beside it, where there
-/// is room, otherwise smaller, so that `target` stays in sight. The arrow keys move by days and weeks,
+/// is room, otherwise lower, so that `target` stays in sight. The arrow keys move by days and weeks,
 /// Page Up and Page Down by months, with Shift by years, Home and End to the ends of the week; Return picks, Escape goes back
 /// to the previous date. The focus returns to where it was. Created on demand.
 Item {
@@ -29,7 +29,7 @@ Item {
     readonly property real roomAbove: root.field.y - 4 - 8
     readonly property real roomBelow: root.room.height - 16 - (root.field.bottom + 4)
     readonly property real roomBeside: Math.max(root.room.width - root.field.right, root.field.left) - 8 - panel.side
-    /// As large as the letters need, limited by the window's height.
+    /// As wide as the letters need, limited by the window's height; only the height of a cell shrinks.
     readonly property int usual: root.largest(Math.min(root.room.height - 16, root.tall(30 * Theme.textScale)))
     readonly property bool stacked: Math.max(root.roomAbove, root.roomBelow) >= root.tall(root.usual)
     readonly property bool beside: !root.stacked && root.roomBeside >= root.wide(root.usual)
@@ -113,7 +113,7 @@ Item {
                     : root.room.width - root.field.right - 8 - side >= width ? root.field.right + 8 : root.field.left - 8 - width)
         y: Math.round(Math.max(8, Math.min(root.beside ? root.field.y : under ? root.field.bottom + 4
                                                                               : root.field.y - 4 - height, lowest)))
-        width: root.wide(root.cell)
+        width: root.wide(root.usual)
         height: column.height + 18
         radius: 12
         color: Theme.popover
@@ -143,7 +143,7 @@ Item {
             spacing: 4
 
             Item {
-                width: 7 * root.cell
+                width: 7 * root.usual
                 height: root.line
 
                 PlainText {
@@ -180,7 +180,7 @@ Item {
                     PlainText {
                         required property string modelData
 
-                        width: root.cell
+                        width: root.usual
                         text: modelData
                         size: Theme.textTiny
                         weight: Font.Medium
@@ -211,7 +211,7 @@ Item {
                         required property string spoken
 
                         label: dayCell.isToday ? qsTr("%1, today").arg(dayCell.spoken) : dayCell.spoken
-                        width: root.cell
+                        width: root.usual
                         height: Math.round(root.cell * 28 / 30)
                         corner: height / 2 - 2
                         activeFocusOnTab: dayCell.index === root.date.place || dayCell.activeFocus
@@ -248,7 +248,7 @@ Item {
                 }
             }
             Item {
-                width: 7 * root.cell
+                width: 7 * root.usual
                 height: Math.max(root.line, today.height)
 
                 PillButton {

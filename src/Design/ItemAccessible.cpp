@@ -155,6 +155,10 @@ QAccessible::State ItemAccessible::state() const
     state.selected = is("selected");
     state.pressed = is("pressed");
     state.defaultButton = is("defaultButton");
+    const QVariant expanded = item()->property("expanded"); // the attached object has none
+    state.expandable = expanded.isValid();
+    state.expanded = expanded.toBool();
+    state.collapsed = expanded.isValid() && !expanded.toBool();
     return state;
 }
 

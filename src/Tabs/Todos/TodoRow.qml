@@ -37,6 +37,10 @@ Item {
     property bool unfolding: false
     /// Whether the focus came with the arrow keys: the selection shows it then, and a ring would repeat that.
     property bool quiet: false
+    /// Whether the details were hidden since the row got the focus.
+    property bool folded: false
+    /// See ItemAccessible.
+    readonly property var expanded: root.isHeading ? undefined : root.open
 
     /// The row was recycled while it had the focus.
     signal keyboardLost
@@ -46,6 +50,10 @@ Item {
     activeFocusOnTab: root.isTodoRow && (root.selected || root.activeFocus)
     Accessible.role: root.isHeading ? Accessible.Heading : Accessible.ListItem
     Accessible.name: Plain.line(root.spoken)
+    // Spoken when it changes on the focused row: the toolkit doesn't report that something unfolds.
+    Accessible.description: !root.open ? (root.folded ? qsTr("Details hidden") : "")
+                          : root.details === "" ? qsTr("Details shown")
+                          : qsTr("Details shown: %1").arg(Plain.line(root.details.slice(0, 300)))
     Accessible.focusable: root.isTodoRow
     Accessible.selectable: root.isTodoRow
     Accessible.selected: root.selected
@@ -53,7 +61,7 @@ Item {
     Component.onCompleted: root.wake()
     onActiveFocusChanged: {
         if (!root.activeFocus)
-            root.quiet = false;
+            root.quiet = root.folded = false;
     }
 
     onOpenChanged: {
@@ -61,6 +69,7 @@ Item {
             return;
         root.unfolding = true;
         root.unfolded = root.open;
+        root.folded = root.activeFocus && !root.open;
     }
 
     Behavior on height {

@@ -3,10 +3,10 @@
 #include "Platform/Posix/ThreadPoolBackground.h"
 #include "RunTests.h"
 
-#include <QSemaphore>
 #include <QSignalSpy>
 #include <QTest>
 #include <QThread>
+#include <semaphore>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -80,7 +80,8 @@ private Q_SLOTS:
         m_told.clear();
         m_tries = 0;
         m_failure.clear();
-        m_disk.tryAcquire(m_disk.available());
+        while (m_disk.try_acquire())
+            continue;
     }
     void cleanup()
     {
@@ -107,7 +108,7 @@ private:
     }
 
     FakeClock m_clock;
-    QSemaphore m_disk;
+    std::counting_semaphore<> m_disk{0};
     std::unique_ptr<ThreadPoolBackground> m_lane;
     std::unique_ptr<FileWriter> m_writer;
     QStringList m_done; ///< on the lane, like the next; read here once it rests

@@ -1,9 +1,11 @@
 #include "Tabs/Todos/TodosPage.h"
 
+#include "Design/ItemAccessible.h"
 #include "Shell/CollapsedStrip.h"
 #include "Shell/PanelOutline.h"
 #include "Shell/VeltoPanel.h"
 
+#include <QAccessible>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QSignalSpy>
@@ -44,14 +46,19 @@ private Q_SLOTS:
 
     void returnOpensTheSelectedRow()
     {
+        tellWhatIsGreyed(); // what unfolds, too
         show(some());
         press(Qt::Key_Return);
         QVERIFY(!source().shown()->openID());
         press(Qt::Key_Down);
         press(Qt::Key_Return);
         QCOMPARE(source().shown()->openID(), std::optional<qint64>(2));
+        QAccessibleInterface *row = QAccessible::queryAccessibleInterface(m_view->activeFocusItem());
+        QVERIFY(row->state().expanded && row->text(QAccessible::Description).startsWith(u"Details shown"_s));
         QTest::keyClick(m_view.get(), Qt::Key_Enter, Qt::KeypadModifier);
         QVERIFY(!source().shown()->openID());
+        QVERIFY(row->state().collapsed);
+        QCOMPARE(row->text(QAccessible::Description), u"Details hidden"_s);
         click(named(u"Search todos"_s));
         press(Qt::Key_Return);
         QVERIFY(!source().shown()->openID()); // the field took the key

@@ -46,4 +46,13 @@ void makePointerMouse()
                             Capability::Position | Capability::Hover | Capability::Scroll, 1, kButtons, {}, {}, qGuiApp));
 }
 
+void makeFocusWindow(QWindow &window)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 7, 0)
+    QWindowSystemInterface::handleFocusWindowChanged<QWindowSystemInterface::SynchronousDelivery>(&window);
+#else
+    QWindowSystemInterface::handleWindowActivated<QWindowSystemInterface::SynchronousDelivery>(&window);
+#endif
+}
+
 } // namespace velto

@@ -20,4 +20,9 @@ wl_surface *nativeSurface(QWindow *window);
 /// and a finger has no buttons: each press would do what the left and the right one do. Needs the application object.
 void makePointerMouse();
 
+/// Makes the toolkit take `window` for the one that has the keyboard, until the window system says otherwise. For a window that
+/// gets its keys through another one. On every platform plugin; in a build without private headers `window` gets no more than
+/// the event, and its contents the focus only if no other window of the program had it.
+void makeFocusWindow(QWindow &window);
+
 } // namespace velto

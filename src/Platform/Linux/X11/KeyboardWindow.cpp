@@ -1,6 +1,8 @@
 #include "Platform/Linux/X11/KeyboardWindow.h"
 
-#include <QCoreApplication>
+#include "Platform/Linux/Wayland/NativeHandles.h"
+
+#include <QGuiApplication>
 #include <QPainter>
 
 namespace velto {
@@ -17,6 +19,8 @@ KeyboardWindow::KeyboardWindow(QWindow *panel)
     // The panel counts as active while this one is; and this one shows above a full-screen window without ending its full
     // screen.
     setTransientParent(panel);
+    // The last of the toolkit's signals about a new focus window. A change amid them would reach others out of order.
+    connect(this, &QWindow::activeChanged, this, &KeyboardWindow::passFocusOn);
 }
 
 KeyboardWindow::~KeyboardWindow() = default;
@@ -41,14 +45,20 @@ QObject *KeyboardWindow::focusObject() const
     return m_panel ? m_panel->focusObject() : QRasterWindow::focusObject();
 }
 
+void KeyboardWindow::passFocusOn()
+{
+    if (m_panel && QGuiApplication::focusWindow() == this)
+        makeFocusWindow(*m_panel);
+}
+
 bool KeyboardWindow::event(QEvent *event)
 {
     switch (event->type()) {
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
-    case QEvent::FocusIn:
-    case QEvent::FocusOut:
-        return m_panel && QCoreApplication::sendEvent(m_panel, event);
+        return m_panel && QGuiApplication::sendEvent(m_panel, event);
+    case QEvent::FocusOut: // to the panel or, if the toolkit couldn't be told, away from it
+        return m_panel && (QGuiApplication::focusWindow() == m_panel || QGuiApplication::sendEvent(m_panel, event));
     default:
         return QRasterWindow::event(event);
     }

@@ -6,8 +6,9 @@
 namespace velto {
 
 /// Has the keyboard for the strip's window where that one gets none: desktops that run X11 programs under Wayland give it to
-/// windows that they manage. One transparent pixel, on screen only while the panel wants the keyboard; what arrives here
-/// goes on to the panel, whose items are what input methods see. Destroying it gives the keyboard back to whoever had it.
+/// windows that they manage. One transparent pixel, on screen only while the panel wants the keyboard. The toolkit is told
+/// that the panel has the focus then: the contents of a window take the keyboard only there, and that is where input methods
+/// look. Keys still arrive here and go on to the panel. Destroying it gives the keyboard back to whoever had it.
 /// UI thread only.
 class KeyboardWindow final : public QRasterWindow {
     Q_OBJECT
@@ -27,6 +28,8 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void passFocusOn();
+
     QPointer<QWindow> m_panel;
 };
 
