@@ -68,7 +68,7 @@ Item {
             anchors.verticalCenterOffset: root.twoLines ? 0 : Theme.capitalsDrop(font.pixelSize, height)
             // Its own implicit width would follow the size that follows from this width.
             width: Math.min(root.twoLines ? Math.ceil(root.longerLine * Math.min(1, 1.05 * font.pixelSize / upper.font.pixelSize)) : Math.ceil(usual.advanceWidth) + 1, Math.max(40, root.longestTool))
-            text: root.twoLines && root.lineSize >= root.leastSize ? root.toolLines.join("\n") : root.line.tool
+            text: root.twoLines && root.lineSize >= root.leastSize ? root.toolLines[0] + "\n" + root.toolLines[1] : root.line.tool
             color: "white"
             wrapMode: root.twoLines ? Text.WrapAnywhere : Text.NoWrap
             maximumLineCount: root.twoLines ? 2 : 1
