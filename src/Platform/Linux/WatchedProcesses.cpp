@@ -101,9 +101,9 @@ void WatchedProcesses::start()
 {
     // This program's loader is also that of nearly all others.
     Dl_info loader{};
-    const auto base = ::getauxval(AT_BASE);
-    if (base && ::dladdr(reinterpret_cast<const void *>(base), &loader)
-        && loader.dli_fname) { // NOLINT(performance-no-int-to-ptr)
+    // NOLINTNEXTLINE(performance-no-int-to-ptr)
+    const auto *base = reinterpret_cast<const void *>(::getauxval(AT_BASE));
+    if (base && ::dladdr(base, &loader) && loader.dli_fname) {
         Descriptor starts(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
         if (starts && ::inotify_add_watch(starts.get(), loader.dli_fname, IN_OPEN) >= 0)
             m_starts = std::move(starts);
