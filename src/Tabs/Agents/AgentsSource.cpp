@@ -13,40 +13,28 @@
 #include "Platform/Workspace.h"
 #include "Tabs/Agents/AgentRows.h"
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace velto {
 
 namespace {
 
-constexpr double kStaleAfterMilliseconds = 86'400'000;
 /// Listings under way at once, however many hook calls come in or tools hang; further requests start one after it.
 constexpr int kMaximumListings = 1;
 /// When so many sessions are gone, their memory is worth giving back, once their rows and Peeks are gone too.
 constexpr qsizetype kManyFewer = 500;
 constexpr std::chrono::seconds kRowsGone{3};
 
-QList<RowModel::Row> rowsOf(const QList<Agent> &agents, const QDateTime &now)
-{
-    QList<RowModel::Row> rows;
-    rows.reserve(agents.size());
-    for (const Agent &agent : agents)
-        rows.append(agentRow(agent, now));
-    return rows;
-}
-
 } // namespace
 
 AgentsSource::AgentsSource(Needs needs, QObject *parent)
     : VeltoSource(parent)
     , m_needs(std::move(needs))
+    , m_sessions(m_needs.clock, m_needs.prefs)
     , m_hooks({m_needs.clock, m_needs.background, m_needs.tools, m_needs.machine, m_needs.installer, m_needs.listener.get()})
     , m_alerts({m_needs.clock, m_needs.prefs, m_needs.applications})
     , m_watch(m_needs.clock, m_needs.background,
               {m_needs.fileTree, m_needs.files, m_needs.machine, m_needs.places.home + "/.claude/sessions"_L1})
-    , m_sessionRows(agentRoles())
     , m_toolRows(toolRoles())
 {
     publish();
@@ -150,11 +138,11 @@ void AgentsSource::apply(const std::optional<QList<Agent>> &listing, Instant beg
 
 void AgentsSource::setAgents(const QList<Agent> &agents)
 {
-    if (m_agents.size() - agents.size() >= kManyFewer) {
+    if (m_sessions.all().size() - agents.size() >= kManyFewer) {
         m_giveBack = m_needs.clock.after(
             kRowsGone, [this] { m_needs.background.start([&machine = m_needs.machine] { machine.giveBackMemory(); }, [] {}); });
     }
-    m_agents = agents;
+    m_sessions.set(agents);
     m_alerts.setAgents(agents);
 }
 
@@ -193,66 +181,17 @@ void AgentsSource::scan()
 
 void AgentsSource::publish(Announce announce)
 {
-    const QDateTime now = instant();
-    Published next{m_agents,          {},
-                   m_state,           m_tools,
-                   m_scanning,        scannedText(),
-                   m_waitingExpanded, offersHooks(),
-                   hooksInstalled(),  needsUpgrade(),
-                   hearing(),         goesPastProxy(),
-                   m_hooks.error()};
-    QList<Agent> running;
-    QList<Agent> waiting;
-    for (const Agent &agent : m_agents) {
-        next.groups.append(groupOf(agent, now));
-        if (next.groups.back() == Group::Running)
-            running.append(agent);
-        else if (next.groups.back() == Group::Waiting)
-            waiting.append(agent);
-    }
-    if (!m_waitingExpanded && waiting.size() >= kFoldsFrom)
-        waiting.resize(kFoldsFrom - 1);
+    Published next{m_sessions.publish(), m_state,        m_tools,   m_scanning,      scannedText(),  offersHooks(),
+                   hooksInstalled(),     needsUpgrade(), hearing(), goesPastProxy(), m_hooks.error()};
     QList<RowModel::Row> tools;
     for (const ToolProcess &tool : m_tools)
         tools.append(toolRow(tool));
 
     const bool same = next == m_published;
     m_published = std::move(next);
-    m_sessionRows.setRows(rowsOf(running + waiting, now));
     m_toolRows.setRows(tools);
     if (!same || announce == Announce::Always)
         Q_EMIT changed();
-}
-
-QList<Agent> AgentsSource::running() const
-{
-    return members(Group::Running);
-}
-
-QList<Agent> AgentsSource::waiting() const
-{
-    return members(Group::Waiting);
-}
-
-int AgentsSource::runningCount() const
-{
-    return count(Group::Running);
-}
-
-int AgentsSource::waitingCount() const
-{
-    return count(Group::Waiting);
-}
-
-int AgentsSource::staleCount() const
-{
-    return count(Group::Stale);
-}
-
-int AgentsSource::hiddenWaiting() const
-{
-    const int waiting = waitingCount();
-    return !m_waitingExpanded && waiting >= kFoldsFrom ? waiting - (kFoldsFrom - 1) : 0;
 }
 
 bool AgentsSource::offersHooks() const
@@ -270,64 +209,27 @@ QString AgentsSource::scannedText() const
     return m_lastScan ? tr("Scanned %1").arg(timeAgo(*m_lastScan, m_needs.clock.wallTime())) : QString();
 }
 
-AgentsSource::Group AgentsSource::groupOf(const Agent &agent, const QDateTime &now) const
-{
-    if (agent.isWorking())
-        return Group::Running;
-    const bool old = double(now.toMSecsSinceEpoch()) - agent.startedAt >= kStaleAfterMilliseconds;
-    return old || m_needs.prefs.dismissedAgentIDs().contains(agent.id) ? Group::Stale : Group::Waiting;
-}
-
-QDateTime AgentsSource::instant() const
-{
-    return m_needs.clock.wallTime().toUTC();
-}
-
-QList<Agent> AgentsSource::members(Group group) const
-{
-    const QDateTime now = instant();
-    QList<Agent> result;
-    std::ranges::copy_if(m_agents, std::back_inserter(result), [&](const Agent &agent) { return groupOf(agent, now) == group; });
-    return result;
-}
-
-int AgentsSource::count(Group group) const
-{
-    const QDateTime now = instant();
-    return int(std::ranges::count_if(m_agents, [&](const Agent &agent) { return groupOf(agent, now) == group; }));
-}
-
-const Agent *AgentsSource::find(const QString &id) const
-{
-    const auto found = std::ranges::find(m_agents, id, &Agent::id);
-    return found == m_agents.end() ? nullptr : &*found;
-}
-
 void AgentsSource::dismiss(const QString &id)
 {
-    m_needs.prefs.setDismissedAgentIDs(m_needs.prefs.dismissedAgentIDs() + QSet{id});
+    m_sessions.dismiss(id);
     publish(Announce::Always);
 }
 
 void AgentsSource::clearWaiting()
 {
-    QSet<QString> ids = m_needs.prefs.dismissedAgentIDs();
-    for (const Agent &agent : waiting())
-        ids.insert(agent.id);
-    if (ids != m_needs.prefs.dismissedAgentIDs())
-        m_needs.prefs.setDismissedAgentIDs(ids);
+    m_sessions.dismissWaiting();
     publish(Announce::Always);
 }
 
 void AgentsSource::toggleWaiting()
 {
-    m_waitingExpanded = !m_waitingExpanded;
+    m_sessions.setExpanded(!m_sessions.expanded());
     publish();
 }
 
 void AgentsSource::resume(const QString &id) const
 {
-    if (const Agent *agent = find(id))
+    if (const Agent *agent = m_sessions.find(id))
         m_needs.terminal.resumeClaude(agent->sessionId, agent->cwd);
 }
 
@@ -338,7 +240,7 @@ QString AgentsSource::terminalName() const
 
 void AgentsSource::openFolder(const QString &id) const
 {
-    if (const Agent *agent = find(id); agent && agent->cwd)
+    if (const Agent *agent = m_sessions.find(id); agent && agent->cwd)
         m_needs.workspace.showInFileManager(*agent->cwd);
 }
 

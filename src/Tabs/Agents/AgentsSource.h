@@ -10,6 +10,7 @@
 #include "Tabs/Agents/Agent.h"
 #include "Tabs/Agents/AgentAlerts.h"
 #include "Tabs/Agents/SessionWatch.h"
+#include "Tabs/Agents/ShownSessions.h"
 #include "Tabs/Agents/ToolProcess.h"
 
 #include <memory>
@@ -62,9 +63,6 @@ class AgentsSource : public VeltoSource {
     /// The last failure to connect or disconnect, in a sentence; empty if there was none.
     Q_PROPERTY(QString hookErrorText READ hookErrorText NOTIFY changed FINAL)
 public:
-    /// A list of at least this many waiting sessions folds, and then shows one fewer.
-    static constexpr int kFoldsFrom = 7;
-
     /// What the source uses; all of it outlives the source.
     struct Needs {
         Clock &clock;
@@ -89,27 +87,27 @@ public:
     int badge() const override { return runningCount(); }
     QUrl makeView() const override;
 
-    const QList<Agent> &agents() const { return m_agents; }
+    const QList<Agent> &agents() const { return m_sessions.all(); }
     SourceState state() const { return m_state; }
     const QList<ToolProcess> &tools() const { return m_tools; }
     bool scanning() const { return m_scanning; }
 
-    QList<Agent> running() const;
-    QList<Agent> waiting() const;
-    int runningCount() const;
-    int waitingCount() const;
-    int staleCount() const;
+    QList<Agent> running() const { return m_sessions.members(ShownSessions::Group::Running); }
+    QList<Agent> waiting() const { return m_sessions.members(ShownSessions::Group::Waiting); }
+    int runningCount() const { return m_sessions.count(ShownSessions::Group::Running); }
+    int waitingCount() const { return m_sessions.count(ShownSessions::Group::Waiting); }
+    int staleCount() const { return m_sessions.count(ShownSessions::Group::Stale); }
 
-    QAbstractItemModel *sessionRows() { return &m_sessionRows; }
+    QAbstractItemModel *sessionRows() { return m_sessions.rows(); }
     QAbstractItemModel *otherMac() const { return m_otherMac; }
     QAbstractItemModel *toolRows() { return &m_toolRows; }
-    bool waitingFolds() const { return waitingCount() >= kFoldsFrom; }
-    bool waitingExpanded() const { return m_waitingExpanded; }
-    int hiddenWaiting() const;
+    bool waitingFolds() const { return m_sessions.folds(); }
+    bool waitingExpanded() const { return m_sessions.expanded(); }
+    int hiddenWaiting() const { return m_sessions.hidden(); }
     bool scanned() const { return m_lastScan.has_value(); }
     QString scannedText() const;
     /// All is well, and there is nothing to show.
-    bool isEmpty() const { return m_state == SourceState::ready() && m_agents.isEmpty() && m_tools.isEmpty(); }
+    bool isEmpty() const { return m_state == SourceState::ready() && agents().isEmpty() && m_tools.isEmpty(); }
 
     bool offersHooks() const;
     bool hooksInstalled() const { return m_hooks.installed(); }
@@ -156,16 +154,13 @@ Q_SIGNALS:
     void peeksRetracted(velto::Peek::News news, const QSet<QString> &sessions);
 
 private:
-    enum class Group : quint8 { Running, Waiting, Stale };
     /// What views see, apart from the ages in the rows; compared to tell whether anything has changed.
     struct Published {
-        QList<Agent> agents;
-        QList<Group> groups;
+        ShownSessions::Published sessions;
         SourceState state;
         QList<ToolProcess> tools;
         bool scanning = false;
         QString scannedText;
-        bool waitingExpanded = false;
         bool offersHooks = false;
         bool hooksInstalled = false;
         bool needsUpgrade = false;
@@ -182,20 +177,13 @@ private:
     void apply(const std::optional<QList<Agent>> &listing, Instant begun);
     void setAgents(const QList<Agent> &agents);
     void publish(Announce announce = Announce::IfChanged);
-    Group groupOf(const Agent &agent, const QDateTime &now) const;
-    /// Now, in UTC: a local time asks the system for its zone whenever it's compared.
-    QDateTime instant() const;
-    QList<Agent> members(Group group) const;
-    int count(Group group) const;
-    const Agent *find(const QString &id) const;
 
     Needs m_needs;
-    QList<Agent> m_agents;
+    ShownSessions m_sessions;
     SourceState m_state = SourceState::loading();
     QList<ToolProcess> m_tools;
     bool m_scanning = false;
     std::optional<QDateTime> m_lastScan;
-    bool m_waitingExpanded = false;
     int m_listingsUnderWay = 0;
     bool m_listingWanted = false;
     TimerHandle m_giveBack;
@@ -203,7 +191,6 @@ private:
     AgentAlerts m_alerts;
     SessionWatch m_watch;
     Published m_published;
-    RowModel m_sessionRows;
     RowModel m_toolRows;
     QAbstractItemModel *m_otherMac = nullptr;
 };
