@@ -82,9 +82,9 @@ std::optional<QString> whyNotWayland(bool insists)
 }
 
 /// Under Wayland, X11 windows are guests: the X server's input focus isn't the user's keyboard.
-KeyboardRoad keyboardRoad()
+FocusMethod focusMethod()
 {
-    return onWayland() ? KeyboardRoad::ManagedWindow : KeyboardRoad::InputFocus;
+    return onWayland() ? FocusMethod::ManagedWindow : FocusMethod::InputFocus;
 }
 
 std::unique_ptr<WindowSystem> makeWindowSystem(XcbServer &server, Clock &clock)
@@ -92,7 +92,7 @@ std::unique_ptr<WindowSystem> makeWindowSystem(XcbServer &server, Clock &clock)
     if (QGuiApplication::platformName().startsWith(QLatin1StringView(kWayland)))
         if (auto system = makeWaylandWindowSystem(clock))
             return system;
-    auto x11 = std::make_unique<X11WindowSystem>(server, clock, keyboardRoad());
+    auto x11 = std::make_unique<X11WindowSystem>(server, clock, focusMethod());
     if (onWayland() && QGuiApplication::platformName() == QLatin1StringView(kX11))
         return makeGuestWindowSystem(clock, std::move(x11));
     return x11;

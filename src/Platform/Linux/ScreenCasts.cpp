@@ -101,7 +101,6 @@ public:
         pw_registry_add_listener(m_registry, &m_registryListener, &registryEvents(), this);
         m_notifier = std::make_unique<QSocketNotifier>(pw_loop_get_fd(m_loop), QSocketNotifier::Read);
         QObject::connect(m_notifier.get(), &QSocketNotifier::activated, &m_owner, [this] { iterate(); });
-        iterate(); // sends the requests
     }
     ~Connection()
     {

@@ -30,10 +30,10 @@ class PanelWindowTest : public QObject {
     std::unique_ptr<Strip> m_strip;
     std::unique_ptr<OtherProgram> m_other;
 
-    void makeStrip(KeyboardRoad road)
+    void makeStrip(FocusMethod method)
     {
         m_strip = std::make_unique<Strip>();
-        m_panel = std::make_unique<XcbPanelWindow>(*m_server, road);
+        m_panel = std::make_unique<XcbPanelWindow>(*m_server, method);
         m_panel->adopt(m_strip.get());
         m_panel->place(QRect(495, 0, 289, 32));
     }
@@ -44,7 +44,7 @@ private Q_SLOTS:
     {
         m_other = std::make_unique<OtherProgram>();
         m_server = std::make_unique<XcbServer>();
-        makeStrip(KeyboardRoad::InputFocus);
+        makeStrip(FocusMethod::InputFocus);
     }
     void cleanup()
     {
@@ -94,12 +94,12 @@ private Q_SLOTS:
     {
         const auto editor = m_other->open(QRect(100, 100, 400, 300), QByteArray("e\0E\0", 4));
         QTRY_COMPARE(m_other->focus(), editor);
-        for (const auto road : {KeyboardRoad::InputFocus, KeyboardRoad::ManagedWindow}) {
+        for (const auto road : {FocusMethod::InputFocus, FocusMethod::ManagedWindow}) {
             makeStrip(road);
             m_panel->takeFocus(); // requested before the window is on screen
             m_strip->show();
             QTRY_VERIFY(m_strip->isActive());
-            QTRY_COMPARE(m_other->focus() == id(), road == KeyboardRoad::InputFocus);
+            QTRY_COMPARE(m_other->focus() == id(), road == FocusMethod::InputFocus);
             QCOMPARE(m_other->top(), id());
             QVERIFY(VirtualDesktop::act({u"key"_s, u"h"_s, u"i"_s}));
             QTRY_COMPARE(m_strip->typed, u"hi"_s);

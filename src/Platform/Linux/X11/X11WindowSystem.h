@@ -10,9 +10,9 @@ namespace velto {
 /// Windows under X11, and through XWayland.
 class X11WindowSystem final : public WindowSystem {
 public:
-    X11WindowSystem(XcbServer &server, Clock &clock, KeyboardRoad road)
-        : m_panelWindow(server, road)
-        , m_applications(server, clock, road == KeyboardRoad::ManagedWindow)
+    X11WindowSystem(XcbServer &server, Clock &clock, FocusMethod method)
+        : m_panelWindow(server, method)
+        , m_applications(server, clock, method == FocusMethod::ManagedWindow)
         , m_clipboard(server, clock)
     {
     }

@@ -8,6 +8,7 @@
 #include <QWindow>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 #include <vector>
 #include <xcb/xfixes.h>
 
@@ -21,7 +22,6 @@ constexpr int kDesktop = 2; // the workspace number that means all of them
 // Compositors give a dock neither shadow nor fade. A notification too, since wlroots gives the keyboard to every other
 // unmanaged window that is mapped.
 constexpr int kStrip = 0x4 | 0x800;
-constexpr quint32 kFromPager = 2; // EWMH's source for a request made by the user, which window managers always grant
 
 /// The program's own visible menus and tooltips.
 QWindowList ownPopups(const QWindow *panel)
@@ -42,10 +42,10 @@ bool overOwnPopup(const QWindow *panel, QPoint pointer)
 
 } // namespace
 
-XcbPanelWindow::XcbPanelWindow(XcbServer &server, KeyboardRoad road, QObject *parent)
+XcbPanelWindow::XcbPanelWindow(XcbServer &server, FocusMethod method, QObject *parent)
     : PanelWindow(parent)
     , m_server(server)
-    , m_road(road)
+    , m_keyboard(server, method)
 {
     connect(&m_server, &XcbServer::rootPropertyChanged, this, &XcbPanelWindow::rootChanged);
     connect(&m_server, &XcbServer::obscured, this, &XcbPanelWindow::covered);
@@ -56,11 +56,10 @@ XcbPanelWindow::XcbPanelWindow(XcbServer &server, KeyboardRoad road, QObject *pa
     });
 }
 
-XcbPanelWindow::~XcbPanelWindow() = default;
-
 void XcbPanelWindow::adopt(QWindow *window)
 {
     m_window = window;
+    m_keyboard.adopt(window);
     auto format = window->requestedFormat();
     format.setAlphaBufferSize(8);
     window->setFormat(format);
@@ -78,10 +77,10 @@ bool XcbPanelWindow::eventFilter(QObject *watched, QEvent *event)
         if (event->type() == QEvent::PlatformSurface
             && static_cast<QPlatformSurfaceEvent *>(event)->surfaceEventType() == QPlatformSurfaceEvent::SurfaceCreated)
             windowMade();
-        else if (event->type() == QEvent::Expose && m_focusWanted && m_window->isExposed())
-            takeFocus();
+        else if (event->type() == QEvent::Expose && m_window->isExposed())
+            m_keyboard.shown();
         else if (event->type() == QEvent::Hide)
-            withdraw();
+            m_keyboard.hidden();
     }
     return PanelWindow::eventFilter(watched, event);
 }
@@ -170,92 +169,6 @@ void XcbPanelWindow::covered(xcb_window_t window)
         return;
     m_mayAnswerCover = false;
     raise();
-}
-
-xcb_window_t XcbPanelWindow::focused() const
-{
-    auto *connection = m_server.connection();
-    const XcbReply<xcb_get_input_focus_reply_t> reply(
-        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
-    return reply ? reply->focus : xcb_window_t(kNoWindow);
-}
-
-/// The window may be gone or hidden by the time the request arrives: the error is caught here and ignored.
-void XcbPanelWindow::giveFocus(xcb_window_t window)
-{
-    auto *connection = m_server.connection();
-    const auto request = xcb_set_input_focus_checked(connection, XCB_INPUT_FOCUS_POINTER_ROOT, window, XCB_CURRENT_TIME);
-    const XcbReply<xcb_generic_error_t> ignored(xcb_request_check(connection, request));
-}
-
-void XcbPanelWindow::takeFocus()
-{
-    if (!m_window)
-        return;
-    if (!m_server.exists()) {
-        m_window->requestActivate();
-        return;
-    }
-    if (!m_server.viewable(id())) {
-        m_focusWanted = true;
-        return;
-    }
-    m_focusWanted = false;
-    if (m_road == KeyboardRoad::ManagedWindow) {
-        askForKeyboard();
-        return;
-    }
-    const auto before = focused();
-    if (before == id())
-        return;
-    m_focusBefore = before;
-    giveFocus(id());
-}
-
-void XcbPanelWindow::askForKeyboard()
-{
-    if (!m_keyboard)
-        m_keyboard = std::make_unique<KeyboardWindow>(m_window);
-    m_keyboard->create();
-    const auto window = xcb_window_t(m_keyboard->winId());
-    const std::array<xcb_atom_t, 2> hidden{m_server.atom(XcbAtom::SkipTaskbar), m_server.atom(XcbAtom::SkipPager)};
-    auto *connection = m_server.connection();
-    if (!m_keyboard->isVisible())
-        xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, m_server.atom(XcbAtom::WindowState), XCB_ATOM_ATOM, 32,
-                            quint32(hidden.size()), hidden.data());
-    m_keyboard->take();
-    // A window that is merely mapped may be kept waiting behind the one that the user types in.
-    xcb_client_message_event_t request{};
-    request.response_type = XCB_CLIENT_MESSAGE;
-    request.format = 32;
-    request.window = window;
-    request.type = m_server.atom(XcbAtom::ActiveWindow);
-    request.data.data32[0] = kFromPager;
-    xcb_send_event(connection, false, m_server.root(), XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                   reinterpret_cast<const char *>(&request));
-    xcb_flush(connection);
-}
-
-void XcbPanelWindow::withdraw()
-{
-    m_focusWanted = false;
-    if (m_keyboard)
-        m_keyboard->giveBack();
-}
-
-void XcbPanelWindow::returnFocus()
-{
-    withdraw();
-    if (!m_window || !m_server.exists() || id() == kNoWindow || focused() != id())
-        return;
-    const auto before = std::exchange(m_focusBefore, kNoWindow);
-    if (before > XCB_INPUT_FOCUS_POINTER_ROOT && m_server.viewable(before)) {
-        giveFocus(before);
-        return;
-    }
-    const auto active = m_server.values(m_server.root(), m_server.atom(XcbAtom::ActiveWindow));
-    const bool usable = !active.empty() && active.front() != id() && m_server.viewable(active.front());
-    giveFocus(usable ? active.front() : xcb_window_t(XCB_INPUT_FOCUS_POINTER_ROOT));
 }
 
 bool XcbPanelWindow::composited() const

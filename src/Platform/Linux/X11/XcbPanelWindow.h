@@ -1,20 +1,11 @@
 #pragma once
 
-#include "Platform/Linux/X11/XcbServer.h"
+#include "Platform/Linux/X11/PanelKeyboard.h"
 #include "Platform/PanelWindow.h"
 
 #include <QPointer>
-#include <memory>
 
 namespace velto {
-
-class KeyboardWindow;
-
-/// How the window comes to the keyboard.
-enum class KeyboardRoad : quint8 {
-    InputFocus, ///< it takes the X server's input focus, as under a window manager for X11
-    ManagedWindow, ///< a window beside it asks the desktop, for those that give an unmanaged window nothing (see KeyboardWindow)
-};
 
 /// An override-redirect window: no window manager moves, hides, stretches or stacks it, so it is on every workspace and
 /// above full-screen windows, and no click gives it the keyboard. It comes back to the top by itself when another window
@@ -22,8 +13,7 @@ enum class KeyboardRoad : quint8 {
 class XcbPanelWindow final : public PanelWindow {
     Q_OBJECT
 public:
-    explicit XcbPanelWindow(XcbServer &server, KeyboardRoad road = KeyboardRoad::InputFocus, QObject *parent = nullptr);
-    ~XcbPanelWindow() override;
+    explicit XcbPanelWindow(XcbServer &server, FocusMethod method = FocusMethod::InputFocus, QObject *parent = nullptr);
 
     void adopt(QWindow *window) override;
     void place(const QRect &frame) override;
@@ -31,8 +21,8 @@ public:
     void hide() override;
     void raise() override;
     std::optional<QPoint> pointer() const override;
-    void takeFocus() override;
-    void returnFocus() override;
+    void takeFocus() override { m_keyboard.take(); }
+    void returnFocus() override { m_keyboard.giveBack(); }
     bool composited() const override;
     void watchPresses(bool on) override;
     bool limitPresses(const QRegion &region) override;
@@ -49,18 +39,11 @@ private:
     void covered(xcb_window_t window);
     void pressed();
     void updateComposited();
-    void giveFocus(xcb_window_t window);
-    void askForKeyboard();
-    void withdraw();
-    xcb_window_t focused() const;
     void writeBlur();
 
     XcbServer &m_server;
-    KeyboardRoad m_road;
-    std::unique_ptr<KeyboardWindow> m_keyboard;
+    PanelKeyboard m_keyboard;
     QPointer<QWindow> m_window;
-    xcb_window_t m_focusBefore = kNoWindow;
-    bool m_focusWanted = false; ///< asked for before the window was on screen
     bool m_raisePending = false;
     bool m_mayAnswerCover = true;
     mutable bool m_compositedKnown = false;
