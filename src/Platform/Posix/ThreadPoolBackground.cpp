@@ -2,42 +2,21 @@
 
 #include <QCoreApplication>
 #include <QEvent>
-#include <chrono>
+#include <system_error>
 #include <utility>
 
 namespace velto {
 
 namespace {
 
-/// Longer than a resting program goes without work, so that it doesn't make and end its threads each time.
-constexpr std::chrono::milliseconds kThreadRests{60'000};
-
-template <typename Each> Each takeFirst(std::mutex &mutex, std::deque<Each> &queue)
+template <typename Each> Each takeFirst(std::deque<Each> &queue)
 {
-    const std::lock_guard lock(mutex);
     Each first = std::move(queue.front());
     queue.pop_front();
     return first;
 }
 
 } // namespace
-
-ThreadPoolBackground::Turn::Turn(ThreadPoolBackground &pool)
-    : m_pool(pool)
-{
-    setAutoDelete(false);
-}
-
-void ThreadPoolBackground::Turn::run()
-{
-    Job job = takeFirst(m_pool.m_mutex, m_pool.m_waiting);
-    std::exchange(job.work, {})(); // and let go of what it holds, before anybody hears
-    {
-        const std::lock_guard lock(m_pool.m_mutex);
-        m_pool.m_done.push_back(std::move(job.done));
-    }
-    QCoreApplication::postEvent(&m_pool.m_home, new QEvent(QEvent::User));
-}
 
 ThreadPoolBackground::Home::Home(ThreadPoolBackground &pool)
     : m_pool(pool)
@@ -46,22 +25,28 @@ ThreadPoolBackground::Home::Home(ThreadPoolBackground &pool)
 
 void ThreadPoolBackground::Home::customEvent(QEvent *)
 {
-    takeFirst(m_pool.m_mutex, m_pool.m_done)();
+    std::unique_lock lock(m_pool.m_mutex);
+    const auto done = takeFirst(m_pool.m_done);
+    lock.unlock();
+    done();
 }
 
 ThreadPoolBackground::ThreadPoolBackground(int threads)
-    : m_turn(*this)
+    : m_mostThreads(std::size_t(threads))
     , m_home(*this)
 {
-    m_pool.setMaxThreadCount(threads);
-    m_pool.setExpiryTimeout(int(kThreadRests.count()));
 }
 
 ThreadPoolBackground::~ThreadPoolBackground()
 {
     // Work that was handed over is completed: it may be the removal of a secret.
     release();
-    m_pool.waitForDone();
+    {
+        const std::lock_guard lock(m_mutex);
+        m_ending = true;
+    }
+    m_wanted.notify_all();
+    m_threads.clear();
 }
 
 void ThreadPoolBackground::start(std::function<void()> work, std::function<void()> done)
@@ -69,18 +54,58 @@ void ThreadPoolBackground::start(std::function<void()> work, std::function<void(
     {
         const std::lock_guard lock(m_mutex);
         m_waiting.push_back({std::move(work), std::move(done)});
+        addThreads();
     }
-    if (m_holding)
-        ++m_held;
-    else
-        m_pool.start(&m_turn);
+    m_wanted.notify_one();
+}
+
+void ThreadPoolBackground::hold()
+{
+    const std::lock_guard lock(m_mutex);
+    m_holding = true;
 }
 
 void ThreadPoolBackground::release()
 {
-    m_holding = false;
-    for (int jobs = std::exchange(m_held, 0); jobs > 0; --jobs)
-        m_pool.start(&m_turn);
+    {
+        const std::lock_guard lock(m_mutex);
+        m_holding = false;
+        addThreads();
+    }
+    m_wanted.notify_all();
+}
+
+void ThreadPoolBackground::addThreads()
+{
+    if (m_holding)
+        return;
+    try {
+        for (; m_idle < m_waiting.size() && m_threads.size() < m_mostThreads; ++m_idle)
+            m_threads.emplace_back([this] { serve(); });
+    } catch (const std::system_error &error) {
+        // What waits is taken by a thread that is busy now, or by one that the next job gets.
+        qWarning("No thread for background work: %s", error.what());
+    }
+}
+
+void ThreadPoolBackground::serve()
+{
+    std::unique_lock lock(m_mutex);
+    while (true) {
+        m_wanted.wait(lock, [this] { return m_ending || (!m_holding && !m_waiting.empty()); });
+        if (m_waiting.empty())
+            return;
+        --m_idle;
+        Job job = takeFirst(m_waiting);
+        lock.unlock();
+        std::exchange(job.work, {})(); // and let go of what it holds, before anybody hears
+        lock.lock();
+        m_done.push_back(std::move(job.done));
+        lock.unlock();
+        QCoreApplication::postEvent(&m_home, new QEvent(QEvent::User));
+        lock.lock();
+        ++m_idle;
+    }
 }
 
 } // namespace velto

@@ -3,18 +3,20 @@
 #include "Platform/Background.h"
 
 #include <QObject>
-#include <QRunnable>
-#include <QThreadPool>
+#include <condition_variable>
+#include <cstddef>
 #include <deque>
 #include <mutex>
+#include <thread>
+#include <vector>
 
 namespace velto {
 
 /// A small thread pool. Its destructor waits for all work, so tools are abandoned first (see PosixToolRunner) and the program
 /// limits its end (see endsWithin).
 ///
-/// The pool only provides threads: work is passed to them and back in queues under our own lock. The thread sanitizer can't see
-/// Qt's locks, and would report what they order as races.
+/// A thread is made when there is more work than idle threads, and stays: waiting costs nothing, while QThreadPool wakes its
+/// threads under locks that it still holds, and once more to end them. And the thread sanitizer sees these locks, unlike Qt's.
 class ThreadPoolBackground final : public Background {
 public:
     /// Most work waits for a tool, so there may be more of it at once than there are cores. With one thread it is done in order.
@@ -25,22 +27,13 @@ public:
 
     /// Holds back what is started from now on until release(), so that the first frame has the machine to itself.
     /// UI thread, like release().
-    void hold() { m_holding = true; }
+    void hold();
     void release();
 
 private:
     struct Job {
         std::function<void()> work;
         std::function<void()> done;
-    };
-    /// Started once for each job that waits.
-    class Turn final : public QRunnable {
-    public:
-        explicit Turn(ThreadPoolBackground &pool);
-        void run() override;
-
-    private:
-        ThreadPoolBackground &m_pool;
     };
     /// Lives on the UI thread, and gets an event for each job that is done.
     class Home final : public QObject {
@@ -54,15 +47,22 @@ private:
         ThreadPoolBackground &m_pool;
     };
 
-    bool m_holding = false;
-    int m_held = 0; ///< jobs that wait for release()
-    std::mutex m_mutex; ///< guards what follows
+    /// Makes threads for the jobs that no idle thread will take. UI thread, with m_mutex locked.
+    void addThreads();
+    /// What each thread does.
+    void serve();
+
+    const std::size_t m_mostThreads;
+    std::mutex m_mutex; ///< guards what follows, up to m_home
+    std::condition_variable m_wanted; ///< a job may be taken, or the end has come
     std::deque<Job> m_waiting;
     std::deque<std::function<void()>> m_done;
+    std::size_t m_idle = 0; ///< threads that wait, or are about to
+    bool m_holding = false;
+    bool m_ending = false;
 
-    Turn m_turn;
-    QThreadPool m_pool;
     Home m_home;
+    std::vector<std::jthread> m_threads;
 };
 
 } // namespace velto
