@@ -117,14 +117,14 @@ public:
     Connection(const Connection &) = delete;
     Connection &operator=(const Connection &) = delete;
 
-    /// Whether a server ever answered at the socket.
-    bool wasMade() const { return m_core; }
     bool stands() const { return m_core && !m_ended; }
     bool casts() const { return !m_casts.isEmpty(); }
 
-private:
+    /// Sends and receives what is pending. Reports by changed(), so the owner must have this connection by then.
     void iterate()
     {
+        if (!stands())
+            return;
         const bool before = casts();
         pw_loop_enter(m_loop);
         while (pw_loop_iterate(m_loop, 0) > 0 && !m_ended) { }
@@ -137,6 +137,7 @@ private:
             Q_EMIT m_owner.changed();
     }
 
+private:
     static Connection &of(void *data) { return *static_cast<Connection *>(data); }
     static const pw_core_events &coreEvents();
     static const pw_registry_events &registryEvents();
@@ -195,13 +196,11 @@ void ScreenCasts::look()
         return;
     m_connection.reset();
     struct stat status = {};
-    const bool exists = ::stat(socketPath().constData(), &status) == 0 && S_ISSOCK(status.st_mode);
-    const Socket found =
-        exists ? Socket(status.st_ino, status.st_ctim.tv_sec * 1'000'000'000 + status.st_ctim.tv_nsec) : Socket();
-    if (exists && m_tried != found)
-        m_connection = std::make_unique<Connection>(*this);
-    // A socket that refuses connections belongs to a server that is still starting, or has ended: try again.
-    m_tried = m_connection && !m_connection->wasMade() ? Socket() : found;
+    if (::stat(socketPath().constData(), &status) != 0 || !S_ISSOCK(status.st_mode))
+        return;
+    // Tried each time: the socket may not be listened to yet, and systemd's outlives the server and serves the next one.
+    m_connection = std::make_unique<Connection>(*this);
+    m_connection->iterate(); // sends the requests; a fast server's answers may be among what it receives
 }
 
 bool ScreenCasts::running() const

@@ -1,9 +1,7 @@
 #pragma once
 
 #include <QObject>
-#include <QString>
 #include <memory>
-#include <utility>
 
 namespace velto {
 
@@ -16,7 +14,7 @@ public:
     explicit ScreenCasts(QObject *parent = nullptr);
     ~ScreenCasts() override;
 
-    /// Connects to PipeWire if it has started since the last call; otherwise only checks its socket.
+    /// Connects to PipeWire if it runs and isn't connected to. Reports what is found by changed(), maybe before this returns.
     void look();
     bool running() const;
 
@@ -25,11 +23,7 @@ Q_SIGNALS:
 
 private:
     class Connection;
-    /// Identifies the socket, so that one that nobody answers isn't tried again and again.
-    using Socket = std::pair<quint64, qint64>;
-
     std::unique_ptr<Connection> m_connection;
-    Socket m_tried;
 };
 
 } // namespace velto
