@@ -21,7 +21,8 @@ namespace {
 
 constexpr std::chrono::seconds kInterval{8};
 constexpr qint64 kLargestAnswer = 1 << 20;
-/// GitHub is asked less and less often while it doesn't answer, which includes that nobody is signed in.
+/// GitHub is asked less and less often while it doesn't answer, which includes that nobody is signed in. And nothing reports
+/// that a disk was mounted, so this often the folder is looked at regardless.
 constexpr std::chrono::seconds kLongestBreak{300};
 
 } // namespace
@@ -45,7 +46,7 @@ GlanceSource::~GlanceSource()
 void GlanceSource::refresh()
 {
     m_break = kInterval;
-    m_nextBuilds.reset();
+    m_nextListing = m_nextBuilds = {};
     look();
 }
 
@@ -55,20 +56,23 @@ void GlanceSource::look()
     refreshClipboard();
     // The answer took a moment, so the turn that was meant comes a little early.
     const auto now = m_needs.clock.now() + kInterval / 2;
-    const bool asks = (!m_nextBuilds || *m_nextBuilds <= now) && !m_asking && m_needs.prefs.anyOn();
-    // Nothing reports that a disk was mounted, so now and then the folder is looked for regardless.
-    const bool rests = !m_listing && !asks && m_transfers.stillSo();
-    if (!m_listing && !rests)
+    if (!m_listing && (now >= m_nextListing || !m_transfers.stillSo()))
         readDownloads();
-    if (asks)
+    if (!m_asking && m_needs.prefs.anyOn() && now >= m_nextBuilds)
         readBuilds();
-    if (!rests || m_asking) {
+    settle();
+}
+
+/// Waits for the turn that has something to do.
+void GlanceSource::settle()
+{
+    if (m_listing || m_asking || !m_transfers.changes) {
         waitFor({});
         return;
     }
     wakeByDownloads();
-    const auto next = m_nextBuilds && m_needs.prefs.anyOn() ? *m_nextBuilds - now : kLongestBreak;
-    waitFor(std::chrono::ceil<std::chrono::milliseconds>(next));
+    const auto next = m_needs.prefs.anyOn() ? std::min(m_nextListing, m_nextBuilds) : m_nextListing;
+    waitFor(std::chrono::ceil<std::chrono::milliseconds>(next - m_needs.clock.now() - kInterval / 2));
 }
 
 /// Until the first turn that is no sooner than that; {} is the next one. Where whoever looks at every turn would look.
@@ -86,7 +90,8 @@ void GlanceSource::waitFor(std::chrono::milliseconds least)
 
 void GlanceSource::wakeByDownloads()
 {
-    m_downloadsChange.reset(); // two on one descriptor don't get along
+    if (m_downloadsChange)
+        return;
     m_downloadsChange = std::make_unique<QSocketNotifier>(m_transfers.descriptor(), QSocketNotifier::Read);
     connect(m_downloadsChange.get(), &QSocketNotifier::activated, this, [this] {
         m_downloadsChange->setEnabled(false); // until the folder is looked at
@@ -97,15 +102,20 @@ void GlanceSource::wakeByDownloads()
 void GlanceSource::readDownloads()
 {
     m_listing = true;
+    m_nextListing = m_needs.clock.now() + kLongestBreak;
     m_downloadsChange.reset();
+    // Handed over whole: to stop following a folder takes the kernel tens of milliseconds, which are spent in the background.
+    Transfers before = std::exchange(m_transfers, {m_transfers.count, {}, {}});
     inBackground(
         m_needs.background, this,
-        [&tree = m_needs.fileTree, folder = m_needs.downloads, before = m_transfers, now = m_needs.clock.wallTime()] {
+        [&tree = m_needs.fileTree, folder = m_needs.downloads, before = std::move(before), now = m_needs.clock.wallTime()] {
             return readTransfers(tree, folder, before, now);
         },
         [this](const Transfers &transfers) {
             m_listing = false;
-            if (std::exchange(m_transfers, transfers).count != transfers.count)
+            const bool same = std::exchange(m_transfers, transfers).count == transfers.count;
+            settle();
+            if (!same)
                 Q_EMIT changed();
         });
 }
@@ -119,6 +129,7 @@ void GlanceSource::readBuilds()
             m_asking = false;
             m_nextBuilds = m_needs.clock.now() + (builds ? kInterval : m_break);
             m_break = builds ? kInterval : std::min(2 * m_break, kLongestBreak);
+            settle();
             if (std::exchange(m_failedBuilds, builds.value_or(0)) != builds.value_or(0))
                 Q_EMIT changed();
         });

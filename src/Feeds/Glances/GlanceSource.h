@@ -69,6 +69,7 @@ Q_SIGNALS:
 
 private:
     void look();
+    void settle();
     void waitFor(std::chrono::milliseconds least);
     void wakeByDownloads();
     void readDownloads();
@@ -85,7 +86,8 @@ private:
     bool m_listing = false; ///< under way in the background
     bool m_asking = false; ///< likewise
     std::chrono::seconds m_break{8}; ///< until GitHub is asked again, should it fail
-    std::optional<Instant> m_nextBuilds; ///< not before this
+    Instant m_nextBuilds; ///< not before this
+    Instant m_nextListing; ///< likewise, unless the folder has changed
     std::optional<QUrl> m_playingVideo;
     Instant m_start; ///< the turns are counted from here
     TimerHandle m_turn;
