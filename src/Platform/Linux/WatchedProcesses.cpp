@@ -3,6 +3,7 @@
 #include "Platform/Clock.h"
 #include "Platform/Linux/ApplicationNames.h"
 
+#include <QAbstractEventDispatcher>
 #include <QSocketNotifier>
 #include <algorithm>
 #include <array>
@@ -121,17 +122,40 @@ void WatchedProcesses::programStarted()
 {
     m_startNotifier->setEnabled(false);
     m_soon = m_clock.after(kCalm, [this] {
-        std::array<char, 4096> events; // NOLINT(cppcoreguidelines-pro-type-member-init): only emptied
-        while (::read(m_starts.get(), events.data(), events.size()) > 0) { }
+        forgetStarts();
         m_soon = m_clock.after(kSettling, [this] {
             look();
             m_startNotifier->setEnabled(true);
         });
     });
+    // The end of the tool wakes this thread anyway, with what it said.
+    if (m_own.possible())
+        m_doubt = connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, this,
+                          &WatchedProcesses::dismissOwnStarts);
+}
+
+void WatchedProcesses::forgetStarts()
+{
+    std::array<char, 4096> events; // NOLINT(cppcoreguidelines-pro-type-member-init): only emptied
+    while (::read(m_starts.get(), events.data(), events.size()) > 0) { }
+}
+
+void WatchedProcesses::dismissOwnStarts()
+{
+    if (m_own.running())
+        return;
+    disconnect(m_doubt);
+    forgetStarts();
+    if (!m_own.over())
+        return;
+    m_soon.reset();
+    m_startNotifier->setEnabled(true);
 }
 
 void WatchedProcesses::look()
 {
+    disconnect(m_doubt);
+    m_own.looked();
     m_casts.look();
     const QStringList before = running();
     bool resting = false;

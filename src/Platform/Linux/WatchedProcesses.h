@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Linux/OwnStarts.h"
 #include "Platform/Linux/ScreenCasts.h"
 #include "Platform/Posix/Descriptor.h"
 #include "Platform/Timer.h"
@@ -38,6 +39,8 @@ Q_SIGNALS:
 private:
     struct Followed;
     void programStarted();
+    void forgetStarts();
+    void dismissOwnStarts();
     void follow(int process, const QString &identifier);
     void over(int process);
 
@@ -45,6 +48,8 @@ private:
     ScreenCasts m_casts;
     Descriptor m_starts;
     std::unique_ptr<QSocketNotifier> m_startNotifier;
+    OwnStarts m_own;
+    QMetaObject::Connection m_doubt; ///< while only a tool of ours may have started
     TimerHandle m_soon;
     TimerHandle m_resting; ///< while a program runs that may begin to record at any moment
     QHash<int, std::shared_ptr<Followed>> m_followed;
