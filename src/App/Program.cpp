@@ -102,9 +102,10 @@ void Program::sweep()
     const Places &places = m_machine.places;
     m_machine.writing.start(
         [&files = m_machine.files,
-         paths = QStringList{places.configuration + "/settings.json"_L1, places.data + "/todos.json"_L1,
-                             places.data + "/draft.json"_L1, places.home + "/.claude/settings.json"_L1,
-                             places.configuration + "/../autostart/velto.desktop"_L1}] {
+         paths =
+             QStringList{places.configuration + "/settings.json"_L1, places.data + "/todos.json"_L1,
+                         places.data + "/draft.json"_L1, places.data + "/comments.json"_L1,
+                         places.home + "/.claude/settings.json"_L1, places.configuration + "/../autostart/velto.desktop"_L1}] {
             for (const QString &path : paths)
                 files.sweep(path);
         },

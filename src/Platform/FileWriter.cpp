@@ -67,20 +67,38 @@ const FileWriter::Entry *FileWriter::find(const QString &path) const
     return found == m_entries.end() ? nullptr : &*found;
 }
 
-void FileWriter::write(const QString &path, Write write, QObject *context, std::function<void()> saved)
+/// The newest state of a file.
+FileWriter::Entry &FileWriter::take(const QString &path, Write write)
 {
     Entry &now = entry(path);
     now.write = std::move(write);
     now.saved = {};
+    ++now.wanted;
+    return now;
+}
+
+void FileWriter::write(const QString &path, Write write, QObject *context, std::function<void()> saved)
+{
+    Entry &now = take(path, std::move(write));
     if (saved) {
         now.saved = [alive = QPointer(context), saved = std::move(saved)] {
             if (alive)
                 saved();
         };
     }
-    ++now.wanted;
     queue(now);
     startNext();
+}
+
+void FileWriter::writeSoon(const QString &path, std::chrono::milliseconds pause, Write write)
+{
+    Entry &now = take(path, std::move(write));
+    if (now.soon || now.waits)
+        return;
+    now.soon = m_clock.after(pause, [this, path] {
+        queue(entry(path));
+        startNext();
+    });
 }
 
 bool FileWriter::isSaved(const QString &path) const
@@ -119,6 +137,7 @@ void FileWriter::tryAgain()
 
 void FileWriter::queue(Entry &entry)
 {
+    entry.soon.reset();
     if (!std::exchange(entry.waits, true))
         m_turns.push_back(entry.path);
 }
@@ -127,7 +146,7 @@ void FileWriter::queueFailed()
 {
     m_retry.reset();
     for (Entry &one : m_entries) {
-        if (one.onDisk != one.wanted && !(m_attempt && m_attempt->path == one.path))
+        if (one.onDisk != one.wanted && !one.soon && !(m_attempt && m_attempt->path == one.path))
             queue(one);
     }
 }
@@ -197,6 +216,10 @@ QStringList FileWriter::finish(std::chrono::milliseconds limit)
     // Real time, not the injected clock's: this waits for a thread.
     const auto deadline = std::chrono::steady_clock::now() + limit;
     m_finishing = true;
+    for (Entry &one : m_entries) {
+        if (one.soon)
+            queue(one);
+    }
     queueFailed();
     startNext();
     while (m_attempt && m_attempt->wait(deadline))

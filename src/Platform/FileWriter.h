@@ -34,6 +34,8 @@ public:
     /// Replaces what waits for the same file. `saved` is called on the UI thread once this state is on the disk, unless
     /// `context` is gone by then or a newer state took its place.
     void write(const QString &path, Write write, QObject *context = nullptr, std::function<void()> saved = {});
+    /// The same, a while after the first such state that waits: for what changes with each key. The end doesn't wait.
+    void writeSoon(const QString &path, std::chrono::milliseconds pause, Write write);
     /// Whether the newest state of this file is on the disk.
     bool isSaved(const QString &path) const;
     /// Why it isn't, in one sentence; empty while it is, or is about to be.
@@ -66,11 +68,13 @@ private:
         int wanted = 0; ///< counts the states
         int onDisk = 0; ///< the one that the disk has
         bool waits = false; ///< is in m_turns
+        TimerHandle soon; ///< until it is put there
         QString problem;
         QString word;
     };
 
     Entry &entry(const QString &path);
+    Entry &take(const QString &path, Write write);
     const Entry *find(const QString &path) const;
     void queue(Entry &entry);
     void startNext();

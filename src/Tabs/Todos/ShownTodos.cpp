@@ -220,8 +220,15 @@ void ShownTodos::press(const QString &id)
 
 void ShownTodos::typeComment(const QString &id, const QString &text)
 {
-    if (const auto todo = byRow(id))
+    if (const auto todo = byRow(id)) {
         m_rows.setCommentText(todo->id, text);
+        Q_EMIT commentTyped(*todo, text);
+    }
+}
+
+void ShownTodos::restoreComment(qint64 id, const QString &text)
+{
+    m_rows.setCommentText(id, text);
 }
 
 std::optional<Todo> ShownTodos::byRow(const QString &id) const

@@ -95,6 +95,8 @@ public:
     Q_INVOKABLE void press(const QString &id);
     /// Keeps what is being typed in the comment field of a row, for the role commentText.
     Q_INVOKABLE void typeComment(const QString &id, const QString &text);
+    /// The same for what was typed in an earlier run.
+    void restoreComment(qint64 id, const QString &text);
     std::optional<Todo> byRow(const QString &id) const;
 
     /// Moves the selection, and stops at either end.
@@ -109,6 +111,8 @@ Q_SIGNALS:
     void selectionChanged();
     /// The user moved the selection, which should come into sight.
     void selectionMoved();
+    /// The comment that is being typed for this todo has changed.
+    void commentTyped(const velto::Todo &todo, const QString &text);
     /// "Add one" was pressed.
     void draftWanted();
 

@@ -1,6 +1,7 @@
 #include "Tabs/Todos/TodosSource.h"
 
 #include "Core/Texts.h"
+#include "Platform/Places.h"
 #include "Tabs/Quillbox/QuillboxSource.h"
 #include "Tabs/Todos/TodosKeys.h"
 
@@ -14,13 +15,19 @@ TodosSource::TodosSource(const Needs &needs, QObject *parent)
     , m_keeper(needs)
     , m_shown(needs.clock)
     , m_form(needs.clock)
-    , m_kept(needs.files, needs.writer, needs.clock, needs.places)
+    , m_keptDraft(needs.files, needs.writer, needs.clock, needs.places.data + "/draft.json"_L1)
+    , m_keptComments(needs.files, needs.writer, needs.clock, needs.places.data + "/comments.json"_L1)
 {
     connect(&m_keeper, &TodoKeeper::changed, this, &TodosSource::follow);
     connect(&m_shown, &ShownTodos::changed, this, &TodosSource::publish);
     connect(&m_shown, &ShownTodos::draftWanted, this, &TodosSource::newDraft);
+    connect(&m_shown, &ShownTodos::commentTyped, this, &TodosSource::keepComment);
     connect(&m_form, &DraftForm::saveWanted, this, &TodosSource::save);
     connect(&m_form, &DraftForm::cancelWanted, this, [this] { setDraft(std::nullopt); });
+    for (const Todo &todo : m_keptComments.left()) {
+        m_halfComments.insert(todo.id, todo);
+        m_unseenComments.insert(todo.id);
+    }
     follow();
     restoreDraft();
     connect(&m_form, &DraftForm::changed, this, &TodosSource::keepDraft);
@@ -80,7 +87,7 @@ void TodosSource::setDraft(const std::optional<Todo> &draft)
     m_draft = draft;
     m_restored = false;
     if (!draft)
-        m_kept.forget();
+        m_keptDraft.keep({});
     const Todo *base = draft ? m_keeper.find(draft->id) : nullptr;
     m_draftBase = base ? std::optional(*base) : std::nullopt;
     publish();
@@ -92,15 +99,18 @@ void TodosSource::setDraft(const std::optional<Todo> &draft)
 
 void TodosSource::restoreDraft()
 {
-    const auto left = m_kept.left();
-    if (!left)
+    const QList<Todo> left = m_keptDraft.left(); // the todo as it was opened, unless it is a new one, and as it stood in the form
+    if (left.isEmpty() || left.size() > 2)
         return;
-    m_draft = left->opened;
-    if (left->opened.id != 0)
-        m_draftBase = left->opened;
+    const Todo opened = left.size() == 2 ? left.front() : Todo{};
+    Todo edited = left.back();
+    edited.id = opened.id; // a list gives each todo an id of its own
+    m_draft = opened;
+    if (opened.id != 0)
+        m_draftBase = opened;
     m_restored = true;
     publish();
-    m_form.open(left->opened, left->edited);
+    m_form.open(opened, edited);
 }
 
 void TodosSource::keepDraft()
@@ -108,10 +118,39 @@ void TodosSource::keepDraft()
     if (!m_form.shown())
         return;
     m_restored = false;
-    if (m_form.touched())
-        m_kept.keep({*m_draft, m_form.edited()});
+    if (!m_form.touched())
+        m_keptDraft.keep({});
+    else if (m_draft->id == 0)
+        m_keptDraft.keep({m_form.edited()});
     else
-        m_kept.forget();
+        m_keptDraft.keep({*m_draft, m_form.edited()});
+}
+
+void TodosSource::keepComment(const Todo &todo, const QString &text)
+{
+    m_unseenComments.remove(todo.id);
+    if (text.isEmpty()) {
+        m_halfComments.remove(todo.id);
+    } else {
+        Todo &half = m_halfComments[todo.id];
+        half.id = todo.id;
+        half.title = todo.title;
+        half.comments = {{{}, text}};
+    }
+    m_keptComments.keep(m_halfComments.values());
+}
+
+// Another store may use the same number for another todo.
+void TodosSource::restoreComments()
+{
+    m_unseenComments.removeIf([this](qint64 id) {
+        const Todo &half = m_halfComments[id];
+        const Todo *todo = m_keeper.find(id);
+        if (!todo || todo->title != half.title || half.comments.isEmpty())
+            return false;
+        m_shown.restoreComment(id, half.comments.front().text);
+        return true;
+    });
 }
 
 void TodosSource::newDraft()
@@ -181,11 +220,12 @@ void TodosSource::finishSelected()
 
 void TodosSource::follow()
 {
-    m_shown.setTodos(todos(), state() == SourceState::ready());
     if (!todos().isSharedWith(m_list)) {
         m_list = todos();
         ++m_listCount;
+        restoreComments(); // before there are rows, which read them once
     }
+    m_shown.setTodos(todos(), state() == SourceState::ready());
     publish();
 }
 

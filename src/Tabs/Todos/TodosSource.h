@@ -2,10 +2,12 @@
 
 #include "Core/VeltoSource.h"
 #include "Tabs/Todos/DraftForm.h"
-#include "Tabs/Todos/KeptDraft.h"
+#include "Tabs/Todos/KeptTodos.h"
 #include "Tabs/Todos/ShownTodos.h"
 #include "Tabs/Todos/TodoKeeper.h"
 
+#include <QMap>
+#include <QSet>
 #include <optional>
 
 namespace velto {
@@ -116,6 +118,8 @@ private:
     void follow();
     void restoreDraft();
     void keepDraft();
+    void restoreComments();
+    void keepComment(const Todo &todo, const QString &text);
     void publish();
     Todo onStanding(const Todo &edited) const;
 
@@ -123,7 +127,11 @@ private:
     TodoKeeper m_keeper;
     ShownTodos m_shown;
     DraftForm m_form;
-    KeptDraft m_kept;
+    KeptTodos m_keptDraft;
+    KeptTodos m_keptComments;
+    /// The todos with a comment that is being typed, which is the only one each has here.
+    QMap<qint64, Todo> m_halfComments;
+    QSet<qint64> m_unseenComments; ///< those of the last run whose todo no list has had yet
     bool m_restored = false; ///< m_draft is of the last run, and untouched since
     std::optional<Todo> m_draft;
     std::optional<Todo> m_draftBase; ///< how the todo stood in the list when the form was opened on it

@@ -58,10 +58,10 @@ private Q_SLOTS:
         QCOMPARE(desk.inFile(), source.todos());
     }
 
-    void whatStandsInTheFormOutlivesTheProgram()
+    void whatIsBeingTypedOutlivesTheProgram()
     {
         Desk desk;
-        const Todo old = makeTodo(7, u"old"_s);
+        const Todo old = makeTodo(7, u"old"_s, Desk::kToday);
         for (const bool isNew : {true, false}) {
             TodosSource &first = desk.start({old});
             if (isNew)
@@ -72,21 +72,32 @@ private Q_SLOTS:
             first.form()->setDetails(u"why"_s);
             first.form()->setHasDate(true);
             first.form()->date()->moveDays(3);
+            first.shown()->typeComment(u"7"_s, u"half a comment"_s);
             desk.wait(1s);
             TodosSource &second = desk.start();
+            QCOMPARE(desk.role(1, TodoRows::CommentText), u"half a comment"_s);
             QVERIFY(second.form()->shown() && second.form()->more());
             QVERIFY(!second.unfinished()); // the panel may close
             second.form()->setTitle(u"half a thought"_s);
             QVERIFY(second.unfinished());
             const QString due = textOf(second.form()->date()->date());
             QVERIFY(due != Desk::kToday);
-            desk.wait(1s);
+            second.shown()->typeComment(u"7"_s, {});
+            QCOMPARE(desk.writer.finish(1s), QStringList()); // no second passes
             TodosSource &third = desk.start();
+            QCOMPARE(desk.role(1, TodoRows::CommentText), QString());
             third.form()->save();
             const Todo saved = isNew ? third.todos().value(1) : third.todos().value(0);
             QCOMPARE(saved.title + saved.details + saved.due, u"half a thoughtwhy"_s + due);
             QVERIFY(!desk.start().form()->shown());
         }
+        const QString file = desk.places.data + u"/draft.json"_s;
+        desk.fakeFiles.contents.insert(file, "[{\"title\":\"cut o");
+        desk.start({old}).newDraft();
+        desk.source->form()->setTitle(u"next"_s);
+        desk.wait(1s);
+        QCOMPARE(desk.fakeFiles.contents.values().count("[{\"title\":\"cut o"), 1);
+        QVERIFY(desk.writer.word(file).startsWith("draft.json couldn't be made out. It is kept as draft.json.damaged-"_L1));
     }
 
     void commentsAreStampedAndKeptAsTyped()
