@@ -10,6 +10,10 @@ namespace velto {
 namespace {
 
 constexpr quint32 kFromPager = 2; // EWMH's source for a request made by the user, which window managers always grant
+// The fields of WM_HINTS (ICCCM 4.1.2.4) as 32-bit values.
+constexpr std::size_t kHintFlags = 0;
+constexpr std::size_t kHintGroup = 8;
+constexpr quint32 kHasGroup = 1 << 6;
 
 } // namespace
 
@@ -66,6 +70,19 @@ void PanelKeyboard::take()
     giveFocus(id());
 }
 
+/// The toolkit puts all its windows into one group, and KWin takes a transient of a window that it doesn't manage, as the panel
+/// is, for one of its whole group: with the panel it would raise the settings, and give them the keyboard afterwards.
+void PanelKeyboard::leaveGroup(xcb_window_t window)
+{
+    auto hints = m_server.values(window, XCB_ATOM_WM_HINTS);
+    if (hints.size() <= kHintGroup)
+        return;
+    hints[kHintFlags] |= kHasGroup;
+    hints[kHintGroup] = id();
+    xcb_change_property(m_server.connection(), XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_HINTS, XCB_ATOM_WM_HINTS, 32,
+                        quint32(hints.size()), hints.data());
+}
+
 void PanelKeyboard::askDesktop()
 {
     if (!m_keyboard)
@@ -74,9 +91,11 @@ void PanelKeyboard::askDesktop()
     const auto window = xcb_window_t(m_keyboard->winId());
     const std::array<xcb_atom_t, 2> hidden{m_server.atom(XcbAtom::SkipTaskbar), m_server.atom(XcbAtom::SkipPager)};
     auto *connection = m_server.connection();
-    if (!m_keyboard->isVisible())
+    if (!m_keyboard->isVisible()) {
         xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, m_server.atom(XcbAtom::WindowState), XCB_ATOM_ATOM, 32,
                             quint32(hidden.size()), hidden.data());
+        leaveGroup(window);
+    }
     m_keyboard->take();
     // A window that is merely mapped may be kept waiting behind the one that the user types in.
     xcb_client_message_event_t request{};

@@ -34,6 +34,7 @@ private:
     xcb_window_t id() const;
     xcb_window_t focused() const;
     void giveFocus(xcb_window_t window);
+    void leaveGroup(xcb_window_t window);
     void askDesktop();
 
     XcbServer &m_server;
