@@ -199,9 +199,9 @@ def panel(velto):
         if tab == "Todos":
             xdotool("key", "Down")  # the list is one stop; the arrow keys go through it
         walk(velto, tab)
-    for opener, inside in (("Manage: Work and outreach", "Linear API key"), ("Set up: Meetings", "Meeting title"), ("Set up: MCP server health", "Server name")):
+    for opener, first in (("Manage: Work and outreach", "Linear API key"), ("Set up: Meetings", "Add meetings manually"), ("Set up: MCP server health", "Retry all")):
         go_to(velto, opener)
-        velto.key("space", lambda inside=inside: inside in velto.names())
+        velto.key("space", lambda first=first: velto.focus.now()[0].name == first)
         time.sleep(0.6)
     walk(velto, "Connect with its forms")
 

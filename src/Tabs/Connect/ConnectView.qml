@@ -10,13 +10,23 @@ FocusScope {
     required property ConnectSource source
     required property UI ui
 
+    function holds(outer: Item, item: Item): bool {
+        for (let at = item; at; at = at.parent) {
+            if (at === outer)
+                return true;
+        }
+        return false;
+    }
     // The page follows the focus.
     function follow(item: Item): void {
-        let inside = false;
-        for (let at = item; at && !inside; at = at.parent)
-            inside = at === page.contentItem;
-        if (inside)
+        if (root.holds(page.contentItem, item))
             root.reveal(item);
+    }
+    // Who opened a form by a key goes on in it. A click leaves the keyboard where it is.
+    function enter(form: Item): void {
+        const first = form.nextItemInFocusChain();
+        if (root.holds(page.contentItem, root.Window.window.activeFocusItem) && root.holds(form, first))
+            first.forceActiveFocus(Qt.TabFocusReason);
     }
     function reveal(item: Item): void {
         const place = item.mapToItem(page.contentItem, 0, 0).y;
@@ -53,6 +63,7 @@ FocusScope {
             const form = module === "work" ? work : module === "calendar" ? calendar : module === "usage" ? usage : mcp;
             column.forceLayout();
             root.reveal(form);
+            root.enter(form);
         }
     }
 
