@@ -1,5 +1,6 @@
 #include "Platform/Linux/OwnStarts.h"
 
+#include "Platform/Linux/Processes.h"
 #include "Platform/Posix/Descriptor.h"
 
 #include <array>
@@ -7,7 +8,6 @@
 #include <fcntl.h>
 #include <string_view>
 #include <sys/resource.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
@@ -40,12 +40,6 @@ int newestNumber()
     return std::from_chars(last.data(), last.data() + last.size(), number).ec == std::errc() ? number : 0;
 }
 
-/// Not a thread: the kernel refuses those.
-bool isProcess(int number)
-{
-    return bool(Descriptor(int(::syscall(SYS_pidfd_open, number, 0))));
-}
-
 } // namespace
 
 void OwnStarts::looked()
@@ -72,7 +66,7 @@ bool OwnStarts::over()
     if (m_before <= 0 || newest < m_before || newest - m_before > kMostNumbers)
         return false;
     for (int number = m_before + 1; number <= newest; ++number) {
-        if (isProcess(number))
+        if (processLives(number)) // false for threads
             return false;
     }
     looked();

@@ -2,6 +2,7 @@
 
 #include "Platform/Clock.h"
 #include "Platform/Linux/ApplicationNames.h"
+#include "Platform/Linux/Processes.h"
 
 #include <QAbstractEventDispatcher>
 #include <QSocketNotifier>
@@ -169,7 +170,7 @@ void WatchedProcesses::look()
         const auto path = [process] { return "/proc/" + std::to_string(process); };
         const auto program = watchedProgram(nameOf(::dirfd(processes.get()), entry->d_name, room),
                                             [&path] { return content(path() + "/cmdline"); });
-        if (!program || !isOurs(path()))
+        if (!program || !isOurs(path()) || !processLives(process))
             continue;
         resting = resting || program->mayRest;
         const bool counts = !program->mayRest || streams(path());

@@ -7,6 +7,7 @@
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <csignal>
 #include <sys/socket.h>
 #include <sys/un.h>
 
@@ -85,6 +86,15 @@ private Q_SLOTS:
             QVERIFY(recorder.waitForFinished());
             QTRY_VERIFY_WITH_TIMEOUT(!recording(), kPatience);
         }
+        // And so is one that starts while a tool of ours runs.
+        QProcess tool;
+        tool.start(u"/bin/sleep"_s, {u"0.3"_s});
+        qint64 recorder = 0;
+        QVERIFY(QProcess::startDetached(u"/bin/sh"_s, {u"-c"_s, u"sleep 0.1; exec ./obs 60"_s}, folder.path(), &recorder));
+        QVERIFY(tool.waitForFinished());
+        QTRY_VERIFY_WITH_TIMEOUT(recording(), kPatience);
+        ::kill(pid_t(recorder), SIGKILL);
+        QTRY_VERIFY_WITH_TIMEOUT(!recording(), kPatience);
     }
     /// Given out by a media server that comes after the program, goes while it does, and comes again at systemd's same socket.
     void aScreenCast()
@@ -121,7 +131,7 @@ private Q_SLOTS:
                 QSKIP("pipewire is missing (script/bootstrap --for test installs it)");
             QVERIFY(give(camera, "media.role=Camera"));
             for (const QByteArray name : {"node.name=screen", ""}) {
-                QVERIFY(!cast());
+                QTRY_VERIFY_WITH_TIMEOUT(!cast(), kPatience);
                 QVERIFY(give(screen, name));
                 QTRY_VERIFY_WITH_TIMEOUT(cast(), kPatience);
                 end(name.isEmpty() ? server : screen);
