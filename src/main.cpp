@@ -3,7 +3,6 @@
 #include "App/Program.h"
 #include "App/Snapshot.h"
 #include "Core/Texts.h"
-#include "Design/Symbols.h"
 #include "Platform/Linux/DBusActivation.h"
 #include "Platform/Linux/LinuxPlatform.h"
 #include "Platform/Linux/LinuxWording.h"
@@ -111,8 +110,6 @@ int main(int argc, char **argv)
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QGuiApplication application(argc, argv);
     velto::speakLinux();
-    // A window that is there when fonts come lays all its text out anew.
-    velto::symbolFamily();
     const velto::Program program(commandLine, activation);
     const int status = QGuiApplication::exec();
     velto::endsWithin(kLongestEnd, status);

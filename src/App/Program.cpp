@@ -1,6 +1,7 @@
 #include "App/Program.h"
 
 #include "Design/ItemAccessible.h"
+#include "Design/Symbols.h"
 #include "Design/Theme.h"
 #include "Hooks/HookListener.h"
 #include "Platform/Activation.h"
@@ -21,6 +22,7 @@ namespace velto {
 namespace {
 
 constexpr std::chrono::seconds kLongestFirstFrame{1};
+constexpr std::chrono::milliseconds kFrameToScreen{30};
 constexpr std::chrono::seconds kLastWrites{1};
 
 /// What the stores ask for during construction waits for the first frame.
@@ -64,9 +66,11 @@ Program::Program(CommandLine commandLine, Activation &activation)
     // The user may have made room on the disk.
     QObject::connect(&m_ui, &UI::expandedChanged, &m_machine.writer, &FileWriter::tryAgain);
     QObject::connect(&m_machine.platform.session, &Session::woke, &m_machine.writer, &FileWriter::tryAgain);
-    // Whatever the first frame doesn't need waits for it.
+    // Whatever the first frame doesn't need waits until it is on the screen: the display's server and the compositor need the
+    // processors for that.
     QObject::connect(
-        &m_panel, &QQuickWindow::frameSwapped, &m_delegate, [this] { painted(); },
+        &m_panel, &QQuickWindow::frameSwapped, &m_delegate,
+        [this] { m_onShow = m_machine.clock.after(kFrameToScreen, [this] { painted(); }); },
         Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
     followStandIn();
     m_panel.engine()->addImportPath(u"qrc:/qt/qml"_s);
@@ -173,6 +177,8 @@ void Program::showPanel()
 void Program::painted()
 {
     m_machine.background.release();
+    // Before the first text: a window with texts lays all of them out anew when fonts come.
+    symbolFamily();
     sweep();
     m_machine.platform.start();
     m_delegate.addStatusItem(m_machine.platform.statusItem);

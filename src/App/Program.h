@@ -52,6 +52,7 @@ private:
     StandIn m_standIn;
     Windows m_windows;
     EndSignals m_endSignals;
+    TimerHandle m_onShow;
     TimerHandle m_paintedAnyway;
 };
 

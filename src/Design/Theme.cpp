@@ -177,11 +177,13 @@ QColor Theme::ink(const QColor &color, qreal fill)
 qreal Theme::capitalsDrop(qreal size, qreal height) const
 {
     // Measured at a large size, so that nothing is rounded: the scene graph places a line by the font's own ascent, whatever
-    // the layout's is.
-    static const qreal middle = [this] {
+    // the layout's is. The face is one that is loaded anyway; another size of it needs no search among the system's fonts.
+    static const qreal middle = [&] {
         QFont font(family());
-        font.setPixelSize(1000);
-        const QRawFont raw = QRawFont::fromFont(font);
+        font.setPixelSize(qRound(size));
+        font.setWeight(QFont::Medium);
+        QRawFont raw = QRawFont::fromFont(font);
+        raw.setPixelSize(1000);
         return (raw.ascent() - raw.capHeight() / 2) / 1000;
     }();
     // A line's position is truncated to device pixels; half a device pixel more rounds it instead.

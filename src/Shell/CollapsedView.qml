@@ -69,7 +69,7 @@ Item {
             }
             StripFact {
                 anchors.centerIn: parent
-                visible: root.strip.left === CollapsedStrip.Focus || root.strip.left === CollapsedStrip.Event
+                shown: root.strip.left === CollapsedStrip.Focus || root.strip.left === CollapsedStrip.Event
                 symbol: root.strip.left === CollapsedStrip.Focus ? "timer" : "calendar"
                 text: root.strip.leftText
             }
@@ -104,13 +104,10 @@ Item {
                 value: root.strip.running
                 live: true
             }
-            Symbol {
+            StripFact {
                 anchors.centerIn: parent
-                visible: root.strip.right === CollapsedStrip.Playing
-                name: "music.note"
-                size: 11
-                grows: false
-                color: "white"
+                shown: root.strip.right === CollapsedStrip.Playing
+                symbol: "music.note"
             }
         }
     }

@@ -39,7 +39,7 @@ Item {
     onHereChanged: root.ui.holdUnfolded(root.here)
     onVisibleChanged: {
         if (!root.visible)
-            root.ui.questionHovered(false);
+            root.ui?.questionHovered(false); // while the bar is made, it may not have been given yet
     }
 
     // Another question took its place: a key about to be pressed wasn't meant for it.

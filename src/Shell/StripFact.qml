@@ -1,27 +1,33 @@
 import QtQuick
 import Velto.Design
+import Velto.Shell
 
 // A symbol and a short text beside the housing, such as a countdown.
-Row {
+StripItem {
     id: root
 
     required property string symbol
-    required property string text
+    property string text
 
-    spacing: 5
+    // With Qt 6.4 a Loader can't create a bound component.
+    // qmllint disable unqualified
+    sourceComponent: Row {
+        spacing: 5
 
-    Symbol {
-        anchors.verticalCenter: parent.verticalCenter
-        name: root.symbol
-        size: 11
-        grows: false
-        color: "white"
+        Symbol {
+            anchors.verticalCenter: parent.verticalCenter
+            name: root.symbol
+            size: 11
+            grows: false
+            color: "white"
+        }
+        Digits {
+            anchors.verticalCenter: parent.verticalCenter
+            value: root.text
+            grows: false
+            size: 11
+            color: "white"
+        }
     }
-    Digits {
-        anchors.verticalCenter: parent.verticalCenter
-        value: root.text
-        grows: false
-        size: 11
-        color: "white"
-    }
+    // qmllint enable unqualified
 }

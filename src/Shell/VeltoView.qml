@@ -13,7 +13,8 @@ Item {
     required property PanelContents contents
     required property DesktopAccessibility accessibility
 
-    readonly property bool moves: root.ui.composited && !Theme.reducedMotion
+    // A strip that appears stands as it is meant to.
+    readonly property bool moves: root.ui.composited && !Theme.reducedMotion && Window.visibility !== Window.Hidden
 
     VeltoShape {
         id: shape
@@ -64,8 +65,21 @@ Item {
             outline: root.outline
         }
 
+        // The first opening builds the panel; afterwards it stays hidden and costs nothing. By its file's name, since the types of a
+        // component in this file would be loaded with it, before the strip is drawn.
         Loader {
             id: panel
+
+            readonly property bool wanted: root.ui.expanded
+
+            function build(): void {
+                if (wanted && status === Loader.Null)
+                    setSource("ExpandedView.qml", {
+                        ui: root.ui,
+                        contents: root.contents,
+                        peekLine: root.peekLine
+                    });
+            }
 
             x: (root.width - width) / 2
             width: root.outline.openWidth
@@ -73,25 +87,8 @@ Item {
             visible: shape.openness > 0
             opacity: shape.openness
             enabled: root.ui.expanded
-            active: false
-            // With Qt 6.4 a Loader can't create a bound component.
-            // qmllint disable unqualified
-            sourceComponent: ExpandedView {
-                ui: root.ui
-                contents: root.contents
-                peekLine: root.peekLine
-            }
-            // qmllint enable unqualified
-
-            // The first opening builds the panel; afterwards it stays hidden and costs nothing.
-            Connections {
-                target: root.ui
-                function onExpandedChanged(): void {
-                    if (root.ui.expanded)
-                        panel.active = true;
-                }
-            }
-            Component.onCompleted: panel.active = root.ui.expanded
+            onWantedChanged: build()
+            Component.onCompleted: build()
         }
     }
 

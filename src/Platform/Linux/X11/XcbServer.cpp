@@ -65,6 +65,8 @@ XcbServer::XcbServer(QObject *parent)
         m_asked[i] = xcb_intern_atom(m_connection, false, quint16(name.size()), name.constData());
     }
     m_keyboardAsked = xcb_query_extension(m_connection, quint16(kKeyboardExtension.size()), kKeyboardExtension.data());
+    xcb_prefetch_extension_data(m_connection, &xcb_input_id);
+    xcb_flush(m_connection); // the answers come while the stores are made
     qGuiApp->installNativeEventFilter(this);
 }
 
