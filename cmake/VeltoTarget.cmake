@@ -112,11 +112,11 @@ function(velto_library name)
     velto_precompiled(${name})
 endfunction()
 
-# velto_fast(NAME): a library whose loops are worth the space. It can't share precompiled headers that were made small.
-function(velto_fast name)
-    target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-O3>)
+# velto_fast(FILES...): sources of this folder whose loops are worth the space. They can't share headers that were precompiled for
+# small code.
+function(velto_fast)
     if(CMAKE_BUILD_TYPE STREQUAL "Release")
-        set_target_properties(${name} PROPERTIES DISABLE_PRECOMPILE_HEADERS ON)
+        set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS -O3 SKIP_PRECOMPILE_HEADERS ON)
     endif()
 endfunction()
 
