@@ -71,7 +71,7 @@ void Hub::followSources()
     connect(&m_needs.everyday, &EverydaySource::changed, this, &Hub::sourceChanged);
     connect(&m_needs.work, &WorkSource::changed, this, &Hub::sourceChanged);
     connect(&m_needs.glances, &GlanceSource::changed, this, &Hub::sourceChanged);
-    connect(&m_needs.home, &VeltoSource::changed, this, &Hub::changed); // a minute has passed
+    connect(&m_needs.home, &VeltoSource::changed, this, &Hub::changed);
     connect(&m_needs.quillbox, &QuillboxSource::changed, this, [this] {
         fixSelection(); // Quillbox's tab comes and goes with its connection
     });
@@ -167,6 +167,7 @@ void Hub::refresh(bool force)
     if (force)
         m_needs.glances.refresh();
     fixSelection();
+    m_needs.home.worldChanged(); // its greeting and ages change with the time alone
     m_updated = m_needs.clock.wallTime();
     Q_EMIT updatedChanged();
 }

@@ -21,7 +21,7 @@ PanelContents::PanelContents(const Needs &needs, QObject *parent)
     , m_highlights({"chip"_ba, "symbol"_ba, "text"_ba, "tab"_ba})
 {
     connect(&m_needs.hub, &Hub::changed, this, &PanelContents::update);
-    connect(&m_needs.hub, &Hub::updatedChanged, this, &PanelContents::update);
+    connect(&m_needs.hub, &Hub::updatedChanged, this, &PanelContents::refreshed);
     update();
 }
 
@@ -74,13 +74,28 @@ void PanelContents::update()
         highlights.append({u"event"_s, u"calendar"_s, m_needs.everyday.nextEventText(), rawValue(Tab::Home)});
     m_highlights.setRows(highlights);
 
-    const Shown now{int(visible.indexOf(shown)), m_needs.hub.recording(),
-                    highlights.isEmpty() && m_needs.hub.source(Tab::Home)->badge() == 0,
-                    tr("Refresh · updated %1").arg(shortTime(m_needs.hub.updated()))};
+    show({int(visible.indexOf(shown)), m_needs.hub.recording(),
+          highlights.isEmpty() && m_needs.hub.source(Tab::Home)->badge() == 0, labelOfRefresh()});
+}
+
+void PanelContents::refreshed()
+{
+    Shown now = m_now;
+    now.refreshLabel = labelOfRefresh();
+    show(now);
+}
+
+void PanelContents::show(const Shown &now)
+{
     if (now == m_now)
         return;
     m_now = now;
     Q_EMIT changed();
+}
+
+QString PanelContents::labelOfRefresh() const
+{
+    return tr("Refresh · updated %1").arg(shortTime(m_needs.hub.updated()));
 }
 
 } // namespace velto

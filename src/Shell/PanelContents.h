@@ -68,6 +68,9 @@ private:
         bool operator==(const Shown &) const = default;
     };
     void update();
+    void refreshed();
+    void show(const Shown &now);
+    QString labelOfRefresh() const;
 
     Needs m_needs;
     std::optional<Tab> m_always;

@@ -22,7 +22,6 @@ namespace {
 
 constexpr qsizetype kNextShown = 2;
 constexpr qsizetype kTodayShown = 4;
-constexpr std::chrono::minutes kLook{1};
 constexpr std::chrono::seconds kNotice{8};
 constexpr std::chrono::milliseconds kClipboardRead{300}; // the program that was copied from has answered by then
 
@@ -138,7 +137,6 @@ void HomeSource::publish()
 {
     arrange();
     Published now{items(), greeting(), m_setupText, guideShown(), m_needs.stores.glances.playingVideo(), m_notice};
-    scheduleNextLook();
     if (now == m_published)
         return;
     m_published = std::move(now);
@@ -176,12 +174,6 @@ void HomeSource::arrange()
                         : !waiting.isEmpty() ? std::optional(waiting.first())
                                              : std::nullopt,
                     m_needs.clock.wallTime());
-}
-
-// The greeting and the spotlight's age change by the minute; everything else emits a signal.
-void HomeSource::scheduleNextLook()
-{
-    m_nextLook = m_needs.clock.after(kLook, [this] { worldChanged(); });
 }
 
 void HomeSource::run(const QString &itemId)

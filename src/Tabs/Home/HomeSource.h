@@ -109,7 +109,6 @@ private:
     };
     void publish();
     void arrange();
-    void scheduleNextLook();
     void notice(const QString &text);
 
     Needs m_needs;
@@ -123,7 +122,6 @@ private:
     RowModel m_needsRows;
     RowModel m_nextRows;
     RowModel m_todayRows;
-    TimerHandle m_nextLook;
     TimerHandle m_noticeEnd;
     TimerHandle m_linkRead;
 };
