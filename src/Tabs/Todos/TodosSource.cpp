@@ -175,6 +175,10 @@ void TodosSource::save(const Todo &todo)
     setDraft(std::nullopt);
     if (todo.id == 0)
         m_shown.reveal(*saved);
+    if (const auto half = m_halfComments.find(saved->id); half != m_halfComments.end() && half->title != saved->title) {
+        half->title = saved->title;
+        m_keptComments.keep(m_halfComments.values());
+    }
 }
 
 // The form holds the todo as it was when it was opened. A comment, or another program, may have changed the rest since.

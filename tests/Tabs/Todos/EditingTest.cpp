@@ -91,6 +91,15 @@ private Q_SLOTS:
             QCOMPARE(saved.title + saved.details + saved.due, u"half a thoughtwhy"_s + due);
             QVERIFY(!desk.start().form()->shown());
         }
+        TodosSource &renaming = desk.start({old});
+        renaming.shown()->typeComment(u"7"_s, u"still"_s);
+        renaming.edit(u"7"_s);
+        renaming.form()->setTitle(u"renamed"_s);
+        renaming.form()->save();
+        desk.wait(1s);
+        desk.start();
+        QCOMPARE(desk.role(1, TodoRows::CommentText), u"still"_s);
+
         const QString file = desk.places.data + u"/draft.json"_s;
         desk.fakeFiles.contents.insert(file, "[{\"title\":\"cut o");
         desk.start({old}).newDraft();
