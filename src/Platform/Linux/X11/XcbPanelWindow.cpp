@@ -46,6 +46,7 @@ XcbPanelWindow::XcbPanelWindow(XcbServer &server, FocusMethod method, QObject *p
     : PanelWindow(parent)
     , m_server(server)
     , m_keyboard(server, method)
+    , m_guest(method == FocusMethod::ManagedWindow)
 {
     connect(&m_server, &XcbServer::rootPropertyChanged, this, &XcbPanelWindow::rootChanged);
     connect(&m_server, &XcbServer::obscured, this, &XcbPanelWindow::covered);
@@ -81,6 +82,10 @@ bool XcbPanelWindow::eventFilter(QObject *watched, QEvent *event)
             m_keyboard.shown();
         else if (event->type() == QEvent::Hide)
             m_keyboard.hidden();
+        // Under Wayland the X server knows the pointer only above X11 windows. A window that grows over where it last was is
+        // entered without the user; where the pointer really is, it moves too.
+        else if (event->type() == QEvent::Enter && m_guest)
+            return true;
     }
     return PanelWindow::eventFilter(watched, event);
 }

@@ -43,6 +43,7 @@ private:
 
     XcbServer &m_server;
     PanelKeyboard m_keyboard;
+    bool m_guest; ///< of a Wayland compositor
     QPointer<QWindow> m_window;
     bool m_raisePending = false;
     bool m_mayAnswerCover = true;
