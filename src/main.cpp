@@ -4,6 +4,7 @@
 #include "App/Snapshot.h"
 #include "Core/Texts.h"
 #include "Platform/Linux/DBusActivation.h"
+#include "Platform/Linux/LinuxMachine.h"
 #include "Platform/Linux/LinuxPlatform.h"
 #include "Platform/Linux/LinuxWording.h"
 #include "Platform/Posix/ProgramEnd.h"
@@ -97,6 +98,7 @@ int main(int argc, char **argv)
         print(stdout, velto::checkReport(noDisplay));
         return noDisplay ? 1 : 0;
     }
+    velto::useOneHeap();
     velto::DBusActivation activation(velto::placesOfThisMachine().configuration, QStringLiteral(VELTO_APPLICATION_ID));
     if (!activation.claim()) {
         const QCoreApplication application(argc, argv);

@@ -62,6 +62,13 @@ void LinuxMachine::giveBackMemory() const
 #endif
 }
 
+void useOneHeap()
+{
+#ifdef __GLIBC__
+    ::mallopt(M_ARENA_MAX, 1);
+#endif
+}
+
 bool LinuxMachine::lives(qint64 pid) const
 {
     return processLives(pid);

@@ -23,6 +23,10 @@ private:
     const Files &m_files;
 };
 
+/// From now on all threads take memory from one heap. Otherwise each gets a heap of its own, and what it leaves free at the end
+/// of that is neither given back nor of use to others. Must be called before the first thread starts.
+void useOneHeap();
+
 /// The PRETTY_HOSTNAME of such a file; empty if it has none. See machine-info(5).
 QString prettyHostName(const QByteArray &machineInfo);
 
