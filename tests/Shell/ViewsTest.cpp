@@ -73,6 +73,17 @@ private Q_SLOTS:
     {
         World &w = *m_world;
         showView(u"CollapsedView"_s, {560, 60});
+        const auto items = [&](const char *type) {
+            auto found = m_view->rootObject()->findChildren<QQuickItem *>();
+            found.removeIf([&](const QQuickItem *item) { return !item->inherits(type); });
+            return found;
+        };
+        QVERIFY(items("QQuickText").isEmpty()); // the first frame needs no typeface
+        w.setSessions(2, 0);
+        w.refresh();
+        QTRY_VERIFY(!items("velto::Glow").isEmpty() && items("velto::Glow").first()->isVisible());
+        w.setSessions(0, 0);
+        w.refresh();
         Theme::of(m_view->engine())->setReducedMotion(true); // otherwise numbers would still be rolling
         const auto sessions = [&](int working, int waiting) {
             w.setSessions(working, waiting);
