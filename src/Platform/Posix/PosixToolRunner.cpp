@@ -28,6 +28,7 @@ namespace {
 
 constexpr auto kLastGrace = 300ms; ///< what a tool that is asked to end gets when the program ends
 constexpr auto kLongestPause = 250ms;
+constexpr auto kLinger = 50ms; ///< what a tool that has printed something gets to end before it is read on
 constexpr std::chrono::duration<double> kLongestTimeout = 24h;
 constexpr qsizetype kChunk = 65536;
 constexpr qsizetype kMegabyte = 1048576;
@@ -63,6 +64,7 @@ std::vector<std::string> withChanges(std::vector<std::string> all, const ToolEnv
 
 struct PosixToolRunner::Child {
     pid_t pid = -1;
+    Descriptor end; ///< see endOf()
     Descriptor outPipe;
     Descriptor errPipe;
     QByteArray out;
@@ -177,6 +179,7 @@ int PosixToolRunner::spawn(const QStringList &args, const QString &cwd, const To
     std::vector<std::string> variables = withChanges(m_environment, environment);
     if (const int error = plan.spawn(child.pid, pointers(words).data(), pointers(variables).data()))
         return error;
+    child.end = endOf(child.pid);
     child.outPipe = std::move(out.read);
     child.errPipe = std::move(err.read);
     return 0;
@@ -184,13 +187,17 @@ int PosixToolRunner::spawn(const QStringList &args, const QString &cwd, const To
 
 PosixToolRunner::End PosixToolRunner::drain(Child &child, std::chrono::steady_clock::time_point deadline) const
 {
+    const auto left = [deadline] {
+        return std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
+    };
+    bool lingered = false;
     while (child.isReading()) {
-        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
-        if (left.count() <= 0)
+        const auto limit = left();
+        if (limit.count() <= 0)
             return End::Deadline;
         // poll() skips negative descriptors.
         std::array<pollfd, 3> fds{{{child.outPipe.get(), POLLIN, 0}, {child.errPipe.get(), POLLIN, 0}, {m_stopped, POLLIN, 0}}};
-        if (::poll(fds.data(), fds.size(), int(left.count())) <= 0)
+        if (::poll(fds.data(), fds.size(), int(limit.count())) <= 0)
             continue;
         if (fds[2].revents)
             return End::Stopped;
@@ -200,6 +207,11 @@ PosixToolRunner::End PosixToolRunner::drain(Child &child, std::chrono::steady_cl
             Child::take(child.errPipe, child.err);
         if (child.printed() > m_maximumOutput)
             return End::TooMuch;
+        // Most tools print a little and end: that should wake this thread once and not for each step on the way.
+        if (child.end && child.printed() > 0 && !std::exchange(lingered, true)) {
+            std::array<pollfd, 2> ends{{{m_stopped, POLLIN, 0}, {child.end.get(), POLLIN, 0}}};
+            ::poll(ends.data(), ends.size(), int(std::clamp<std::chrono::milliseconds>(left() / 2, 0ms, kLinger).count()));
+        }
     }
     return End::Closed;
 }
@@ -214,14 +226,13 @@ PosixToolRunner::End PosixToolRunner::awaitExit(Child &child, std::chrono::stead
 {
     // Nearly always it is about to end. poll() also hears stop(), which couldn't interrupt waitpid(). Without a pidfd the tool
     // is checked at growing intervals.
-    const Descriptor end = endOf(child.pid);
     std::chrono::milliseconds pause = 1ms;
     for (child.look(); !child.exited; child.look()) {
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
         if (left.count() <= 0)
             return End::Deadline;
-        std::array<pollfd, 2> fds{{{m_stopped, POLLIN, 0}, {end.get(), POLLIN, 0}}};
-        if (::poll(fds.data(), fds.size(), int((end ? left : std::min(left, pause)).count())) > 0 && fds[0].revents)
+        std::array<pollfd, 2> fds{{{m_stopped, POLLIN, 0}, {child.end.get(), POLLIN, 0}}};
+        if (::poll(fds.data(), fds.size(), int((child.end ? left : std::min(left, pause)).count())) > 0 && fds[0].revents)
             return End::Stopped;
         pause = std::min(2 * pause, std::chrono::milliseconds(kLongestPause));
     }
@@ -251,8 +262,7 @@ RunResult PosixToolRunner::conclude(Child &child, End end, std::chrono::duration
 {
     if (end == End::Stopped && child.pid > 0) {
         ::kill(-child.pid, SIGTERM);
-        const Descriptor ended = endOf(child.pid);
-        pollfd fd{ended.get(), POLLIN, 0};
+        pollfd fd{child.end.get(), POLLIN, 0};
         ::poll(&fd, 1, int(std::chrono::milliseconds(kLastGrace).count()));
         ::kill(-child.pid, SIGKILL);
         leave(child);
