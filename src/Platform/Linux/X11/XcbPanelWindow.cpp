@@ -7,6 +7,7 @@
 #include <QPlatformSurfaceEvent>
 #include <QWindow>
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <utility>
 #include <vector>
@@ -22,6 +23,8 @@ constexpr int kDesktop = 2; // the workspace number that means all of them
 // Compositors give a dock neither shadow nor fade. A notification too, since wlroots gives the keyboard to every other
 // unmanaged window that is mapped.
 constexpr int kStrip = 0x4 | 0x800;
+/// Longer than the server takes to resize a window. One that gets its old size back isn't reported as resized.
+constexpr std::chrono::milliseconds kLongestResize{50};
 
 /// The program's own visible menus and tooltips.
 QWindowList ownPopups(const QWindow *panel)
@@ -48,6 +51,9 @@ XcbPanelWindow::XcbPanelWindow(XcbServer &server, FocusMethod method, QObject *p
     , m_keyboard(server, method)
     , m_guest(method == FocusMethod::ManagedWindow)
 {
+    m_resizing.setSingleShot(true);
+    m_resizing.setInterval(kLongestResize);
+    connect(&m_resizing, &QTimer::timeout, this, &XcbPanelWindow::resized);
     connect(&m_server, &XcbServer::rootPropertyChanged, this, &XcbPanelWindow::rootChanged);
     connect(&m_server, &XcbServer::obscured, this, &XcbPanelWindow::covered);
     connect(&m_server, &XcbServer::buttonPressed, this, &XcbPanelWindow::pressed);
@@ -113,8 +119,21 @@ void XcbPanelWindow::place(const QRect &frame)
     if (!m_window)
         return;
     const QRect target(frame.topLeft(), frame.size().expandedTo(QSize(1, 1)));
-    if (m_window->geometry() != target)
-        m_window->setGeometry(target);
+    if (m_window->geometry() == target)
+        return;
+    const bool resizes = m_window->isExposed() && m_window->size() != target.size();
+    m_window->setGeometry(target);
+    // The toolkit learns the new size from the server's answer. A frame painted before it has the old size, and would appear in
+    // the corner of the window, which has the new one.
+    if (resizes)
+        m_resizing.start();
+}
+
+void XcbPanelWindow::resized()
+{
+    m_resizing.stop();
+    if (m_window && std::exchange(m_frameHeld, false))
+        m_window->requestUpdate();
 }
 
 void XcbPanelWindow::show()

@@ -4,6 +4,7 @@
 #include "Platform/PanelWindow.h"
 
 #include <QPointer>
+#include <QTimer>
 
 namespace velto {
 
@@ -34,6 +35,7 @@ public:
 private:
     xcb_window_t id() const;
     void windowMade();
+    void resized();
     void rootChanged(xcb_atom_t property);
     void raiseSoon();
     void covered(xcb_window_t window);
@@ -45,6 +47,8 @@ private:
     PanelKeyboard m_keyboard;
     bool m_guest; ///< of a Wayland compositor
     QPointer<QWindow> m_window;
+    QTimer m_resizing; ///< runs from a request to resize the window until it has the new size
+    bool m_frameHeld = false; ///< was due while it ran
     bool m_raisePending = false;
     bool m_mayAnswerCover = true;
     mutable bool m_compositedKnown = false;
