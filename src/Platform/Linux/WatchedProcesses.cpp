@@ -17,6 +17,7 @@
 #include <sys/inotify.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 using namespace std::chrono_literals;
@@ -79,6 +80,13 @@ bool streams(const std::string &process)
     return false;
 }
 
+/// Whether a tool of Velto's own runs, or has ended and waits to be noted.
+bool ownToolRuns()
+{
+    siginfo_t child{};
+    return ::waitid(P_ALL, 0, &child, WEXITED | WNOHANG | WNOWAIT) == 0;
+}
+
 } // namespace
 
 struct WatchedProcesses::Followed {
@@ -129,10 +137,10 @@ void WatchedProcesses::programStarted()
             m_startNotifier->setEnabled(true);
         });
     });
-    // The end of the tool wakes this thread anyway, with what it said.
-    if (m_own.possible())
-        m_doubt = connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, this,
-                          &WatchedProcesses::dismissOwnStarts);
+    // It's most likely that tool, whose end wakes this thread anyway: the look needs no wake-up of its own then.
+    if (ownToolRuns())
+        m_toolsEnd = connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, this,
+                             &WatchedProcesses::lookAfterTools);
 }
 
 void WatchedProcesses::forgetStarts()
@@ -141,22 +149,19 @@ void WatchedProcesses::forgetStarts()
     while (::read(m_starts.get(), events.data(), events.size()) > 0) { }
 }
 
-void WatchedProcesses::dismissOwnStarts()
+void WatchedProcesses::lookAfterTools()
 {
-    if (m_own.running())
-        return;
-    disconnect(m_doubt);
-    forgetStarts();
-    if (!m_own.over())
+    if (ownToolRuns())
         return;
     m_soon.reset();
+    forgetStarts();
+    look();
     m_startNotifier->setEnabled(true);
 }
 
 void WatchedProcesses::look()
 {
-    disconnect(m_doubt);
-    m_own.looked();
+    disconnect(m_toolsEnd);
     m_casts.look();
     const QStringList before = running();
     bool resting = false;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "Platform/Linux/OwnStarts.h"
 #include "Platform/Linux/ScreenCasts.h"
 #include "Platform/Posix/Descriptor.h"
 #include "Platform/Timer.h"
@@ -40,7 +39,7 @@ private:
     struct Followed;
     void programStarted();
     void forgetStarts();
-    void dismissOwnStarts();
+    void lookAfterTools();
     void follow(int process, const QString &identifier);
     void over(int process);
 
@@ -48,8 +47,7 @@ private:
     ScreenCasts m_casts;
     Descriptor m_starts;
     std::unique_ptr<QSocketNotifier> m_startNotifier;
-    OwnStarts m_own;
-    QMetaObject::Connection m_doubt; ///< while only a tool of ours may have started
+    QMetaObject::Connection m_toolsEnd; ///< while a start is followed that is likely a tool of ours
     TimerHandle m_soon;
     TimerHandle m_resting; ///< while a program runs that may begin to record at any moment
     QHash<int, std::shared_ptr<Followed>> m_followed;
