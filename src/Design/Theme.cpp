@@ -186,8 +186,10 @@ qreal Theme::capitalsDrop(qreal size, qreal height) const
         raw.setPixelSize(1000);
         return (raw.ascent() - raw.capHeight() / 2) / 1000;
     }();
-    // A line's position is truncated to device pixels; half a device pixel more rounds it instead.
-    return height / 2 - middle * size + 0.5 / std::max(1.0, qGuiApp->devicePixelRatio());
+    // A line's position is truncated to device pixels; half a device pixel more rounds it instead. It is a little less than half,
+    // since with a whole half many lines come out one pixel lower with Qt 6.8.
+    constexpr qreal kNearlyHalf = 0.48;
+    return height / 2 - middle * size + kNearlyHalf / std::max(1.0, qGuiApp->devicePixelRatio());
 }
 
 QString Theme::glyph(const QString &name) const

@@ -117,10 +117,8 @@ private Q_SLOTS:
                 if (!transparent)
                     return m_view->grabWindow();
                 control.polishItems();
-                control.beginFrame();
                 control.sync();
                 control.render();
-                control.endFrame();
                 return clear;
             };
             for (const double place : {0.0, 7.3, 20.0, 20.0, 11.9}) {
