@@ -150,6 +150,13 @@ Support ToplevelApplications::support() const
     if (m_server.version(zwlr_foreign_toplevel_manager_v1_interface) > 0
         || m_server.version(org_kde_plasma_window_management_interface) >= kPlasmaVersion)
         return {};
+    // KWin names this protocol to a program only if an installed .desktop file with its path asks for it.
+    if (qgetenv("XDG_CURRENT_DESKTOP").split(':').contains("KDE")) {
+        return {
+            Support::State::Missing,
+            tr("Plasma tells only installed programs which window is in front, so questions come to the strip while you are in "
+               "a terminal too. Install Velto, and start the installed one.")};
+    }
     return {Support::State::Missing,
             tr("This desktop doesn't tell which window is in front, so questions come to the strip while you are in a terminal "
                "too.")};
