@@ -137,7 +137,7 @@ std::optional<QString> prepareGraphics(const QString &wanted)
                                            "Velto needs a graphical session: neither DISPLAY nor WAYLAND_DISPLAY is set.");
     const bool x11Wanted = display.isEmpty() ? chosen.startsWith(kX11) : display == u"x11"_s;
     if (!x11Wanted && (onWayland() || !display.isEmpty())) {
-        const auto obstacle = whyNotWayland(!display.isEmpty() || !x11);
+        auto obstacle = whyNotWayland(!display.isEmpty() || !x11);
         if (!obstacle) {
             prepareLayers();
             choose(kWayland, chosen.isEmpty());

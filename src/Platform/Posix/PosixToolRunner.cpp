@@ -143,7 +143,9 @@ std::string PosixToolRunner::find(const QString &name) const
 {
     const std::string file = nativePath(name);
     for (const std::string &folder : m_searchPath) {
-        std::string path = folder + '/' + file;
+        std::string path = folder;
+        path += '/';
+        path += file;
         struct stat facts { };
         if (::access(path.c_str(), X_OK) == 0 && ::stat(path.c_str(), &facts) == 0 && S_ISREG(facts.st_mode))
             return path;

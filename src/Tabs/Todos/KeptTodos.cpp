@@ -64,7 +64,7 @@ void KeptTodos::keep(const QList<Todo> &todos)
         });
     } else if (std::exchange(m_inFile, false)) {
         m_writer.write(m_path, [&files = m_files, path = m_path, now = m_clock.wallTime()] {
-            const FileWriter::Outcome outcome = replaced(files, path, now, "[]"); // the folder may not allow files to be removed
+            FileWriter::Outcome outcome = replaced(files, path, now, "[]"); // the folder may not allow files to be removed
             if (!outcome.error)
                 QFile::remove(path);
             return outcome;

@@ -276,7 +276,8 @@ void ShownTodos::update()
         publishSegments();
     }
     publishSelection();
-    Published now{m_scope, m_filter, m_result, emptyText()};
+    const TodoLists::Totals &totals = m_result;
+    Published now{m_scope, m_filter, totals, emptyText()};
     if (now == m_published)
         return;
     m_published = std::move(now);
