@@ -24,7 +24,7 @@ class ViewsTest : public ViewPage {
 
     void close() override
     {
-        ViewWindow::close();
+        ViewWindow::close(); // NOLINT(bugprone-parent-virtual-call): the window goes before what it shows
         m_contents.reset();
         m_outline.reset();
         m_line.reset();
