@@ -137,7 +137,7 @@ void WatchedProcesses::programStarted()
             m_startNotifier->setEnabled(true);
         });
     });
-    // It's most likely that tool, whose end wakes this thread anyway: the look needs no wake-up of its own then.
+    // Most likely it is a tool of Velto's own, whose end wakes this thread anyway: so the look needs no wake-up of its own.
     if (ownToolRuns())
         m_toolsEnd = connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, this,
                              &WatchedProcesses::lookAfterTools);
