@@ -5,7 +5,7 @@ import statistics
 import time
 
 from watching import PANEL_HEIGHT, Watcher, cpu_seconds, memory_mb, rest, worst
-from velto_desktop import DENY, GUARD_SECONDS, PEEK_ROW_HEIGHT, xdotool  # watching puts it on the path
+from velto_desktop import DENY, GUARD_SECONDS, PEEK_ROW_HEIGHT, PEEK_WIDTH, xdotool  # watching puts it on the path
 
 SCROLL_NOTCHES = 120
 SCROLL_PAUSE_MS = 25
@@ -168,7 +168,7 @@ def question_figures(make, watcher_program, rounds):
             time.sleep(GUARD_SECONDS + 0.1)
             if number % 2:
                 at = velto.geometry()
-                xdotool("mousemove", "--sync", at.x + at.width - DENY[0], at.y + at.height - DENY[1], "click", 1)
+                xdotool("mousemove", "--sync", at.x + (at.width + PEEK_WIDTH) // 2 - DENY[0], at.y + at.height - DENY[1], "click", 1)
                 curl.communicate(timeout=10)
             else:
                 watcher.frames()

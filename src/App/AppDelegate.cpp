@@ -11,6 +11,7 @@
 #include "Shell/PanelOutline.h"
 
 #include <QKeySequence>
+#include <algorithm>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -53,8 +54,10 @@ AppDelegate::AppDelegate(Needs needs, QObject *parent)
     connect(&m_needs.session, &Session::lockedChanged, this, [this] { layout(false); });
     connect(&m_needs.session, &Session::woke, this, [this] { m_needs.hub.refresh(false); });
     connect(&m_needs.panelWindow, &PanelWindow::pressedElsewhere, &m_needs.ui, &UI::focusLost);
-    connect(&m_needs.panelWindow, &PanelWindow::compositedChanged, this,
-            [this] { m_needs.ui.setComposited(m_needs.panelWindow.composited()); });
+    connect(&m_needs.panelWindow, &PanelWindow::compositedChanged, this, [this] {
+        m_needs.ui.setComposited(m_needs.panelWindow.composited());
+        layout(false);
+    });
     addAction(u"open"_s, [this] { open(false); });
     addAction(u"open-and-search"_s, [this] { open(true); });
     addAction(u"settings"_s, [this] { showSettings(); });
@@ -165,9 +168,11 @@ void AppDelegate::layout(bool animated)
     }
     m_needs.ui.setRoom(display->frame.size());
     m_needs.ui.setVelto(measureHousing(*display));
-    const QSizeF wanted =
-        panelSize(m_needs.ui.velto(), m_needs.outline.panelSize(), m_needs.outline.row(), m_needs.outline.unfolded());
-    const QRect target = hangFrom(*display, wanted.expandedTo(m_needs.outline.size()));
+    QSizeF wanted = panelSize(m_needs.ui.velto(), m_needs.outline.panelSize(), m_needs.outline.row(), m_needs.outline.unfolded());
+    wanted = wanted.expandedTo(m_needs.outline.size());
+    if (m_needs.panelWindow.keepsWidth())
+        wanted.setWidth(std::max({wanted.width(), m_needs.outline.openWidth(), m_needs.outline.rowWidth()}));
+    const QRect target = hangFrom(*display, wanted);
     if (animated && m_frame && m_needs.ui.composited() && target != *m_frame && m_frame->contains(target))
         m_shrink = m_needs.clock.after(kSpringTime, [this] { layout(false); });
     else

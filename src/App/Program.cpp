@@ -168,9 +168,7 @@ void Program::showPanel()
     QObject::connect(&m_machine.platform.accessibility, &Accessibility::changed, theme, follow);
     follow();
     m_machine.platform.panelWindow.adopt(&m_panel);
-    m_panel.limitPresses = [&window = m_machine.platform.panelWindow](const QRegion &region) {
-        return window.limitPresses(region);
-    };
+    m_panel.desktop = &m_machine.platform.panelWindow;
     m_delegate.showPanel();
 }
 

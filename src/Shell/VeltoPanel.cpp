@@ -3,6 +3,7 @@
 #include "Core/UI.h"
 #include "Design/Theme.h"
 #include "Platform/Clock.h"
+#include "Platform/PanelWindow.h"
 #include "Shell/PanelOutline.h"
 
 #include <QGuiApplication>
@@ -50,9 +51,8 @@ VeltoPanel::~VeltoPanel()
     disconnect(&m_ui, nullptr, this, nullptr);
 }
 
-QRegion VeltoPanel::wantedMask() const
+QRegion VeltoPanel::pixelsOf(QSizeF shape) const
 {
-    const QSizeF shape = m_outline.size();
     const QRectF area((width() - shape.width()) / 2, 0, shape.width(), shape.height());
     const QRegion outline = pixelsWithin(veltoOutline(area, m_outline.radii()));
     if (!m_ui.composited())
@@ -82,25 +82,33 @@ void VeltoPanel::letPointerRest()
 void VeltoPanel::outlineMoved()
 {
     m_settled.reset();
+    const auto arrived = [this] {
+        m_swept = m_outline.size();
+        const QRegion outline = pixelsOf(m_swept);
+        cut(outline, outline);
+    };
     if (!m_ui.composited()) {
-        cut(wantedMask());
+        arrived();
         return;
     }
-    if (wantedMask() == m_mask)
-        return;
-    // The black is still moving towards the new outline; the mask is cut when it has arrived.
-    cut({});
-    m_settled = m_clock.after(kSpringTime, [this] { cut(wantedMask()); });
+    // The black is still moving towards the new outline; nothing is cut away before it has arrived.
+    m_swept = m_swept.expandedTo(m_outline.size());
+    cut(pixelsOf(m_swept), {});
+    m_settled = m_clock.after(kSpringTime, arrived);
 }
 
-void VeltoPanel::cut(const QRegion &mask)
+void VeltoPanel::cut(const QRegion &taking, const QRegion &drawn)
 {
-    if (mask == m_mask)
-        return;
-    m_mask = mask;
-    const bool limited = limitPresses && limitPresses(m_ui.composited() ? mask : QRegion()) && m_ui.composited();
-    if (const QRegion drawn = limited ? QRegion() : mask; drawn != this->mask())
-        setMask(drawn);
+    const bool composited = m_ui.composited();
+    const QRegion limit = composited ? taking : QRegion();
+    if (!m_limited || limit != m_taking)
+        m_limited = desktop && desktop->limitPresses(limit);
+    m_taking = limit;
+    // Compositors can have a shadow or a blur around all of a window, also where nothing is to be seen. One that keeps its width
+    // is far wider than the strip, and a mask does no harm there.
+    const bool whole = composited && m_limited && !desktop->keepsWidth();
+    if (const QRegion mask = whole ? QRegion() : drawn; mask != this->mask())
+        setMask(mask);
 }
 
 QQuickItem *VeltoPanel::textField() const

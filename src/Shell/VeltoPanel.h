@@ -4,12 +4,12 @@
 
 #include <QQuickView>
 #include <QRegion>
-#include <functional>
 
 namespace velto {
 
 class Clock;
 class PanelOutline;
+class PanelWindow;
 class StatusItem;
 class UI;
 
@@ -20,9 +20,9 @@ public:
     VeltoPanel(Clock &clock, UI &ui, const PanelOutline &outline);
     ~VeltoPanel() override;
 
-    /// Lets presses outside of the region through and draws the window whole, if the desktop can. Where it can't, the window's
-    /// mask does both: while the window changes its size that cuts the strip away, or has it out of place, for a frame.
-    std::function<bool(const QRegion &)> limitPresses;
+    /// What the desktop does for this window; null without one. If it can limit presses the window is drawn whole. Otherwise the
+    /// window's mask limits them: while the window changes its width that cuts the strip away, or has it out of place, for a frame.
+    PanelWindow *desktop = nullptr;
 
 protected:
     bool event(QEvent *event) override;
@@ -37,14 +37,18 @@ private:
     void outlineMoved();
     void outlineChanged();
     void letPointerRest();
-    QRegion wantedMask() const;
-    void cut(const QRegion &mask);
+    /// The pixels that the outline covers at this size, soft edge included.
+    QRegion pixelsOf(QSizeF shape) const;
+    /// Takes presses only within one region and draws only within the other; all is drawn if that is empty.
+    void cut(const QRegion &taking, const QRegion &drawn);
     void lookForPointer();
 
     Clock &m_clock;
     UI &m_ui;
     const PanelOutline &m_outline;
-    QRegion m_mask;
+    QRegion m_taking; ///< the presses; what lies outside of it gets its own
+    bool m_limited = false; ///< to those
+    QSizeF m_swept; ///< as large as all outlines since the black last stood still
     QPoint m_rest; ///< where the pointer was on the screen when it was last let rest
     TimerHandle m_settled;
 };

@@ -87,6 +87,13 @@ private Q_SLOTS:
         Q_EMIT d.panelWindow.compositedChanged();
         d.ui.close();
         QCOMPARE(d.frame(), kCollapsed);
+
+        // A window that keeps its width changes nothing but its height, once the compositor is there.
+        d.panelWindow.alpha = d.panelWindow.wide = true;
+        Q_EMIT d.panelWindow.compositedChanged();
+        QCOMPARE(d.frame(), QRect(570, 0, 780, 24));
+        d.peek(u"one"_s);
+        QCOMPARE(d.frame(), QRect(570, 0, 780, 60));
     }
 
     void aPeekWidensTheStripAndLeavesItInTime()

@@ -10,7 +10,7 @@ import re
 import time
 
 import velto_desktop
-from velto_desktop import GUARD_SECONDS, PEEK_ROW_HEIGHT, PEEK_WIDTH, Failure, Velto, check_machine, expect, run
+from velto_desktop import GUARD_SECONDS, PEEK_ROW_HEIGHT, Failure, Velto, check_machine, expect, run
 
 ALLOWED = {"hookSpecificOutput": {"hookEventName": "PermissionRequest", "decision": {"behavior": "allow"}}}
 DENIED = {
@@ -36,7 +36,7 @@ def ask_and_press(velto, strip, name, command):
     curl = velto.ask(command=command)
     try:
         velto.settled(
-            lambda at: at.height == strip.height + PEEK_ROW_HEIGHT and at.width >= PEEK_WIDTH,
+            lambda at: at.height == strip.height + PEEK_ROW_HEIGHT,
             f"the question to slide out under a strip of {strip}",
         )
         time.sleep(GUARD_SECONDS + 0.1)
@@ -79,6 +79,11 @@ def read_whole_and_answer_by_keys(velto, strip):
         curl.wait()
 
 
+def window_under(x, y):
+    velto_desktop.xdotool("mousemove", x, y)
+    return dict(line.split("=", 1) for line in velto_desktop.xdotool("getmouselocation", "--shell").split())["WINDOW"]
+
+
 def main(program):
     check_machine()
     with Velto(program) as velto:
@@ -86,6 +91,9 @@ def main(program):
         screen_width, _ = velto_desktop.screen_size()
         expect("the strip stands at the top", strip.y, 0)
         expect("the strip stands in the centre", abs(strip.x + strip.width / 2 - screen_width / 2) <= 1, True)
+        velto_desktop.until("presses beside the strip to reach what is there", lambda: window_under(screen_width // 2 - 160, 4) != velto.window)
+        expect("those on it reach it", window_under(screen_width // 2, 4), velto.window)
+        velto.leave()
         mode = (velto.config / velto_desktop.SETTINGS).stat().st_mode & 0o777 if velto.token() else None
         expect("the settings are the owner's alone", mode, 0o600)
 

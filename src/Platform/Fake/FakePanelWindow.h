@@ -73,6 +73,7 @@ public:
     bool focused = false;
     bool shown = false;
     bool alpha = true;
+    bool wide = false;
     std::optional<QPoint> pointerNow;
 
     void adopt(QWindow *) override { }
@@ -84,6 +85,7 @@ public:
     void takeFocus() override { focused = true; }
     void returnFocus() override { focused = false; }
     bool composited() const override { return alpha; }
+    bool keepsWidth() const override { return wide; }
 };
 
 } // namespace velto

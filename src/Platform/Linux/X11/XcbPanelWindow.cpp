@@ -109,6 +109,10 @@ void XcbPanelWindow::windowMade()
     // or invisible, until the next frame.
     const quint32 gravity = XCB_GRAVITY_NORTH;
     xcb_change_window_attributes(m_server.connection(), id(), XCB_CW_BIT_GRAVITY, &gravity);
+    // picom's (man page, "shadow"): it would draw a shadow around the window, not around what is seen of it.
+    const quint32 none = 0;
+    xcb_change_property(m_server.connection(), XCB_PROP_MODE_REPLACE, id(), m_server.atom(XcbAtom::CompositorShadow),
+                        XCB_ATOM_CARDINAL, 32, 1, &none);
     m_server.select(id(), XCB_EVENT_MASK_VISIBILITY_CHANGE);
     m_server.select(m_server.root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
     writeBlur();
@@ -225,7 +229,9 @@ void XcbPanelWindow::pressed()
     if (!m_window || !m_window->isVisible())
         return;
     const auto pointer = QCursor::pos();
-    if (!m_window->geometry().contains(pointer) && !overOwnPopup(m_window, pointer))
+    const QPoint place = pointer - m_window->position();
+    const bool within = m_taking.isEmpty() ? QRect({}, m_window->size()).contains(place) : m_taking.contains(place);
+    if (!within && !overOwnPopup(m_window, pointer))
         Q_EMIT pressedElsewhere();
 }
 
@@ -233,6 +239,7 @@ bool XcbPanelWindow::limitPresses(const QRegion &region)
 {
     if (id() == kNoWindow)
         return false;
+    m_taking = region;
     const auto ratio = m_window->devicePixelRatio();
     std::vector<xcb_rectangle_t> rectangles;
     for (const QRect &each : region) {

@@ -4,6 +4,7 @@
 #include "Platform/PanelWindow.h"
 
 #include <QPointer>
+#include <QRegion>
 #include <QTimer>
 
 namespace velto {
@@ -25,6 +26,7 @@ public:
     void takeFocus() override { m_keyboard.take(); }
     void returnFocus() override { m_keyboard.giveBack(); }
     bool composited() const override;
+    bool keepsWidth() const override { return composited() && !m_guest; }
     void watchPresses(bool on) override;
     bool limitPresses(const QRegion &region) override;
     void setBlurBehind(const QList<QRect> &areas) override;
@@ -53,6 +55,7 @@ private:
     bool m_mayAnswerCover = true;
     mutable bool m_compositedKnown = false;
     mutable bool m_composited = false;
+    QRegion m_taking; ///< presses; all of the window if empty
     QList<QRect> m_blur;
 };
 

@@ -20,6 +20,7 @@ constexpr std::array<const char *, std::size_t(XcbAtom::Count)> kAtomNames{"_NET
                                                                            "_NET_SYSTEM_TRAY_S%1",
                                                                            "MANAGER",
                                                                            "_KDE_NET_WM_BLUR_BEHIND_REGION",
+                                                                           "_COMPTON_SHADOW",
                                                                            "CLIPBOARD",
                                                                            "UTF8_STRING",
                                                                            "TARGETS",

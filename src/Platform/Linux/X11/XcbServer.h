@@ -30,6 +30,7 @@ enum class XcbAtom : quint8 {
     SystemTray, ///< the selection that a tray of the older kind owns, one for each screen
     Manager,
     BlurBehind,
+    CompositorShadow,
     Clipboard,
     Utf8Text,
     Targets, ///< the kinds in which a selection can be had
