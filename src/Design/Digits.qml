@@ -13,6 +13,7 @@ Row {
     property int weight: Font.Medium
     property bool grows: true
     readonly property int pixels: Math.round(root.size * (root.grows ? Theme.textScale : 1))
+    readonly property real slot: Math.round(zero.advanceWidth * Screen.devicePixelRatio) / Screen.devicePixelRatio
 
     anchors.alignWhenCentered: false
     anchors.verticalCenterOffset: Theme.capitalsDrop(root.pixels, root.height)
@@ -35,7 +36,7 @@ Row {
             required property int index
             readonly property string character: root.value.charAt(index)
 
-            width: character >= "0" && character <= "9" ? Math.ceil(zero.advanceWidth) : implicitWidth
+            width: character >= "0" && character <= "9" ? root.slot : implicitWidth
             text: character
             color: root.color
             grows: root.grows

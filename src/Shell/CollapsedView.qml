@@ -46,17 +46,23 @@ Item {
         opacity: root.rowShown ? 0 : 1
         visible: opacity > 0
 
-        readonly property real side: (width - root.ui.velto.width) / 2
-        // The black begins beside its flare; this keeps the facts in the middle of its visible part.
+        // The black begins beside its flare.
         readonly property real flare: 6
+        readonly property real margin: 3
+        readonly property real side: (width - root.ui.velto.width) / 2 - flare
+
+        // As wide as a side, or wider towards the middle for what needs more.
+        function sideFor(content: real): real {
+            return Math.max(facts.side, Math.ceil(content) + 2 * facts.margin);
+        }
 
         Behavior on opacity {
             Spring {}
         }
 
         Item {
-            x: facts.flare / 2
-            width: facts.side
+            x: facts.flare
+            width: facts.sideFor(Math.max(leftFact.taken, due.taken))
             height: parent.height
 
             Rectangle {
@@ -68,14 +74,20 @@ Item {
                 color: Theme.red
             }
             StripFact {
+                id: leftFact
+
                 anchors.centerIn: parent
                 shown: root.strip.left === CollapsedStrip.Focus || root.strip.left === CollapsedStrip.Event
+                room: root.outline.factRoom
                 symbol: root.strip.left === CollapsedStrip.Focus ? "timer" : "calendar"
                 text: root.strip.leftText
             }
             StripCount {
+                id: due
+
                 anchors.centerIn: parent
                 shown: root.strip.left === CollapsedStrip.Todos
+                room: root.outline.factRoom
                 value: root.strip.todos
                 symbol: "checklist"
                 suffix: root.strip.overdue ? "!" : ""
@@ -88,17 +100,21 @@ Item {
             }
         }
         Item {
-            x: facts.width - width - facts.flare / 2
-            width: facts.side
+            x: facts.width - width - facts.flare
+            width: facts.sideFor(Math.max(waiting.taken, working.taken))
             height: parent.height
 
             StripCount {
+                id: waiting
+
                 anchors.centerIn: parent
                 shown: root.strip.right === CollapsedStrip.Waiting
                 value: root.strip.waiting
                 dotColor: Theme.amber
             }
             StripCount {
+                id: working
+
                 anchors.centerIn: parent
                 shown: root.strip.right === CollapsedStrip.Working
                 value: root.strip.running

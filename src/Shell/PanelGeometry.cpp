@@ -10,6 +10,8 @@ namespace velto {
 namespace {
 
 constexpr double kHousingWidthWithout = 120;
+constexpr double kFactRoom = 43;
+constexpr double kMoreRoomWithout = 30;
 constexpr double kPeekSides = 220;
 constexpr QSizeF kLeftFree{128, 64};
 /// What the row of a Peek gains in height with letters twice as large: its margins stay.
@@ -74,6 +76,11 @@ QSizeF measureHousing(const Display &display)
         return {std::max(1.0, width), std::max(1.0, display.safeAreaTop)};
     }
     return {kHousingWidthWithout, display.statusBarThickness};
+}
+
+double factRoom(QSizeF housing)
+{
+    return kFactRoom + (housing.width() == kHousingWidthWithout ? kMoreRoomWithout : 0);
 }
 
 QRect hangFrom(const Display &display, QSizeF size)

@@ -37,6 +37,10 @@ std::optional<Display> chooseDisplay(const QList<Display> &displays);
 /// The size of a display's camera housing; without one, of its substitute.
 QSizeF measureHousing(const Display &display);
 
+/// How wide what the strip says on one side of a housing of that size may be: beside a camera it has to stay on its side, while
+/// the middle of a substitute is free.
+double factRoom(QSizeF housing);
+
 /// How large each state is around a housing of that size, with a row of that size; `unfolded` is the height of what is under
 /// the row.
 QSizeF panelSize(QSizeF housing, PanelSize size, QSizeF row = kPeekRowSize, double unfolded = 0);

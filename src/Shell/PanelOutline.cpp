@@ -31,6 +31,7 @@ PanelOutline::PanelOutline(const Hub &hub, const UI &ui, const CollapsedStrip &s
     }
     connect(&m_ui, &UI::unfoldedHeightChanged, this, &PanelOutline::update);
     connect(&m_ui, &UI::veltoChanged, this, &PanelOutline::update);
+    connect(&m_ui, &UI::veltoChanged, this, &PanelOutline::factRoomChanged);
     connect(&m_strip, &CollapsedStrip::changed, this, &PanelOutline::update);
 }
 
@@ -47,6 +48,11 @@ QSizeF PanelOutline::row() const
 double PanelOutline::mostUnfolded() const
 {
     return velto::mostUnfolded(m_ui.room().height(), m_ui.textScale());
+}
+
+double PanelOutline::factRoom() const
+{
+    return velto::factRoom(m_ui.velto());
 }
 
 double PanelOutline::unfolded() const

@@ -24,6 +24,7 @@ class PanelOutline : public QObject {
     Q_PROPERTY(double rowWidth READ rowWidth NOTIFY openSizeChanged FINAL)
     Q_PROPERTY(double rowHeight READ rowHeight NOTIFY openSizeChanged FINAL)
     Q_PROPERTY(double mostUnfolded READ mostUnfolded NOTIFY openSizeChanged FINAL)
+    Q_PROPERTY(double factRoom READ factRoom NOTIFY factRoomChanged FINAL)
     Q_PROPERTY(bool peeking READ peeking NOTIFY changed FINAL)
 public:
     PanelOutline(const Hub &hub, const UI &ui, const CollapsedStrip &strip, QObject *parent = nullptr);
@@ -40,6 +41,8 @@ public:
     double rowWidth() const { return row().width(); }
     double rowHeight() const { return row().height(); }
     double mostUnfolded() const;
+    /// How wide what the strip says on one side may be.
+    double factRoom() const;
     /// The height of what is unfolded under the row now, as much of it as is seen.
     double unfolded() const;
     QSizeF size() const { return m_now.size; }
@@ -51,6 +54,7 @@ public:
 Q_SIGNALS:
     void changed();
     void openSizeChanged();
+    void factRoomChanged();
 
 private:
     struct Shape {

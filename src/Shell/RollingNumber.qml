@@ -39,7 +39,7 @@ Row {
             property real turned: 1
             property bool complete: false
 
-            width: Math.ceil(slot.advanceWidth)
+            width: Math.round(slot.advanceWidth * Screen.devicePixelRatio) / Screen.devicePixelRatio
             height: Math.ceil(slot.height)
             clip: turned < 1
 

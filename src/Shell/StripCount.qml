@@ -92,13 +92,15 @@ StripItem {
             }
             Symbol {
                 anchors.verticalCenter: parent.verticalCenter
-                visible: root.symbol !== ""
+                visible: root.symbol !== "" && width + content.spacing + words.width <= root.room
                 name: root.symbol
                 size: 11
                 grows: false
                 color: Theme.at("white", 0.85)
             }
             Row {
+                id: words
+
                 anchors.verticalCenter: parent.verticalCenter
                 anchors.alignWhenCentered: false
                 spacing: 1

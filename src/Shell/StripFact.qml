@@ -16,12 +16,15 @@ StripItem {
 
         Symbol {
             anchors.verticalCenter: parent.verticalCenter
+            visible: width + parent.spacing + words.width <= root.room
             name: root.symbol
             size: 11
             grows: false
             color: "white"
         }
         Digits {
+            id: words
+
             anchors.verticalCenter: parent.verticalCenter
             value: root.text
             grows: false

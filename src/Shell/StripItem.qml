@@ -6,6 +6,9 @@ Loader {
     id: root
 
     property bool shown: true
+    /// The width there is: the symbol gives way to a text that leaves it none.
+    property real room: Infinity
+    readonly property real taken: root.shown ? root.width : 0
 
     function build(): void {
         if (root.shown)
