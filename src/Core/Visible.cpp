@@ -18,6 +18,7 @@ constexpr int kMostCombining = 3;
 
 constexpr char32_t kJoiner = 0x200D;
 constexpr char32_t kNonJoiner = 0x200C;
+constexpr char32_t kTextStyle = 0xFE0E;
 constexpr char32_t kEmojiStyle = 0xFE0F;
 constexpr char32_t kKeycap = 0x20E3;
 constexpr QChar kLeftToRight(0x200E);
@@ -193,11 +194,16 @@ private:
     bool joins(char32_t c)
     {
         const char32_t after = m_text.ahead();
-        if (c == kEmojiStyle) // once: a row of them would say something that nobody sees
-            return !m_result.endsWith(QChar(char16_t(kEmojiStyle))) && (isEmoji(m_last) || after == kKeycap);
+        if (c == kTextStyle || c == kEmojiStyle) // once: a row of them would say something that nobody sees
+            return !hasStyle() && (isEmoji(m_last) || (c == kEmojiStyle && after == kKeycap));
         if (c == kJoiner && isEmoji(m_last))
             return isEmoji(after);
         return (c == kJoiner || c == kNonJoiner) && isJoinedLetter(m_last) && isJoinedLetter(after);
+    }
+
+    bool hasStyle() const
+    {
+        return m_result.endsWith(QChar(char16_t(kTextStyle))) || m_result.endsWith(QChar(char16_t(kEmojiStyle)));
     }
 
     void mark(const QString &name, qsizetype count)

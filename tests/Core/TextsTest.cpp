@@ -100,7 +100,8 @@ private Q_SLOTS:
         row("struck out", u"r\u0336m\u0336"_s, u"r\u0336m\u0336"_s, u"r‹◌›m‹◌›"_s);
         row("emoji", u"👩\u200D💻 ❤\uFE0F 1\uFE0F\u20E3"_s, u"👩\u200D💻 ❤\uFE0F 1\uFE0F\u20E3"_s,
             u"👩‹U+200D›💻 ❤‹U+FE0F› 1‹U+FE0F›‹◌›"_s);
-        row("a row of styles", u"❤"_s + QString(9, u'\uFE0F') + u"x"_s, u"❤\uFE0F‹U+FE0F×8›x"_s, u"❤‹U+FE0F×9›x"_s);
+        row("a row of styles", u"✔\uFE0E❤"_s + QString(9, u'\uFE0F') + u"x"_s, u"✔\uFE0E❤\uFE0F‹U+FE0F×8›x"_s,
+            u"✔‹U+FE0E›❤‹U+FE0F×9›x"_s);
         row("joiners that join nothing", u"a\u200Db\u200C❤\u200D"_s, u"a‹U+200D›b‹U+200C›❤‹U+200D›"_s);
         // Right-to-left text stays in its place, and in a command each word does.
         row("Hebrew", u"rm -rf אב גד/x 12"_s, u"\u2066rm -rf אב גד/x 12\u2069"_s, u"rm -rf \u200Eאב\u200E \u200Eגד\u200E/x 12"_s);
