@@ -3,9 +3,11 @@
 #include "Design/Symbols.h"
 
 #include <QFontDatabase>
+#include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QQmlEngine>
 #include <QRawFont>
+#include <QTextLayout>
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -190,6 +192,20 @@ qreal Theme::capitalsDrop(qreal size, qreal height) const
     // since with a whole half many lines come out one pixel lower with Qt 6.8.
     constexpr qreal kNearlyHalf = 0.48;
     return height / 2 - middle * size + kNearlyHalf / std::max(1.0, qGuiApp->devicePixelRatio());
+}
+
+qreal Theme::fallbackRise(const QString &text, const QFont &font)
+{
+    QTextLayout layout(text.section(u'\n', 0, 0), font);
+    layout.beginLayout();
+    const QTextLine line = layout.createLine();
+    layout.endLayout();
+    return line.isValid() ? std::max(0.0, line.ascent() - QFontMetricsF(font).ascent()) : 0;
+}
+
+qreal Theme::lineHeight(const QFont &font)
+{
+    return QFontMetricsF(font).height();
 }
 
 QString Theme::glyph(const QString &name) const
