@@ -41,6 +41,7 @@ Rectangle {
             words: root.text
             size: Theme.textSmall
             weight: Font.Medium
+            elide: Text.ElideMiddle // a meeting's time stands at the end
             color: root.ink
         }
     }

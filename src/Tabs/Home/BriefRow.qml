@@ -86,6 +86,7 @@ Item {
             words: root.title
             size: Theme.textTitle
             weight: Font.Medium
+            elide: Text.ElideMiddle // what has happened, or when it will, stands at the end
             Accessible.ignored: true
         }
         PlainText {
