@@ -7,6 +7,7 @@
 #include "Feeds/Work/WorkSource.h"
 #include "Platform/ToolRunner.h"
 #include "Tabs/Agents/AgentsSource.h"
+#include "Tabs/Todos/TodoDates.h"
 #include "Tabs/Todos/TodosSource.h"
 
 #include <QLocale>
@@ -128,9 +129,7 @@ ModuleStatus::Status ModuleStatus::calendar(bool open) const
     }
     if (m_needs.prefs.meetingTitle().trimmed().isEmpty())
         return withAction(tr("Add a meeting yourself. No Mac Calendar access."), false);
-    const QDateTime start = m_needs.prefs.meetingStart().toLocalTime();
-    const QString when = u"%1, %2"_s.arg(QLocale().toString(start.date(), u"d MMM yyyy"_s), shortTime(start));
-    return withAction(tr("Added by you · %1").arg(when), true);
+    return withAction(tr("Added by you · %1").arg(shortDateTime(m_needs.prefs.meetingStart())), true);
 }
 
 ModuleStatus::Status ModuleStatus::pullRequests() const
