@@ -26,9 +26,8 @@ Text {
     font.weight: root.weight
     linkColor: root.color
     // Letters from another font make a line higher: it hangs over then, so that its letters stand where others do.
-    readonly property bool foreign: root.contentHeight > (1.25 * root.font.pixelSize + 1) * root.lineCount
-    topPadding: root.foreign ? -Theme.fallbackRise(root.text, root.font) : 0
-    bottomPadding: root.foreign && root.lineCount === 1 ? Theme.lineHeight(root.font) - root.contentHeight - root.topPadding : 0
+    topPadding: -Theme.foreignRise(root.text, root.font)
+    bottomPadding: root.multiline ? 0 : -Theme.foreignDrop(root.text, root.font)
     // A centred line has its capitals in the middle, to within a logical pixel.
     anchors.alignWhenCentered: false
     anchors.verticalCenterOffset: root.multiline ? 0 : Theme.capitalsDrop(root.font.pixelSize, root.height)

@@ -74,10 +74,8 @@ FocusScope {
 
         x: mark.visible ? mark.x + mark.width + 6 : 10
         // Letters from another font make the line higher; see PlainText.
-        readonly property bool foreign: input.contentHeight > 1.25 * input.font.pixelSize + 1
-
         y: Theme.capitalsDrop(input.font.pixelSize, input.contentHeight)
-           - (input.foreign ? Theme.fallbackRise(input.text + input.preeditText, input.font) : 0)
+           - Theme.foreignRise(input.text + input.preeditText, input.font)
         width: root.width - x - 10 - root.reserved - (clear.visible ? clear.width - 6 : 0)
         height: root.height
         focus: true

@@ -185,10 +185,10 @@ public:
     /// How much lower a line of text of this size, in a box of this height, has to be for its capitals to be in the middle
     /// of what it is centred in, in logical pixels.
     Q_INVOKABLE qreal capitalsDrop(qreal size, qreal height) const;
-    /// How much higher than its own a line of this font begins where letters of `text` come from another font, in logical pixels.
-    Q_INVOKABLE static qreal fallbackRise(const QString &text, const QFont &font);
-    /// The height of a line of this font's own letters, in logical pixels.
-    Q_INVOKABLE static qreal lineHeight(const QFont &font);
+    /// How much more a line of this font has above its baseline, and below it, where letters of `text` come from another font; in
+    /// logical pixels.
+    Q_INVOKABLE static qreal foreignRise(const QString &text, const QFont &font);
+    Q_INVOKABLE static qreal foreignDrop(const QString &text, const QFont &font);
     /// The text that draws a symbol in symbolFamily. Empty for an unknown name.
     Q_INVOKABLE QString glyph(const QString &name) const;
     /// The colour of a text: `color`, lightened as far as it takes to be read at 4.5 to 1 (WCAG 2, AA) on the lightest ground
