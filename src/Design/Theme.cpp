@@ -61,29 +61,6 @@ QColor lighter(const QColor &color, float way)
     return QColor::fromRgbF(up(color.redF()), up(color.greenF()), up(color.blueF()), up(color.alphaF()));
 }
 
-/// How much more room than this font's own letters the first line of `text` takes, above and below.
-struct ForeignRoom {
-    qreal top = 0;
-    qreal bottom = 0;
-};
-ForeignRoom foreignRoom(const QString &text, const QFont &font)
-{
-    // Latin, Greek and Cyrillic letters and common punctuation are in the font itself.
-    const auto own = [](QChar c) { return c < QChar(0x530) || (c >= QChar(0x2010) && c <= QChar(0x2044)); };
-    constexpr qsizetype kMostShown = 500;
-    const QString shown = text.left(kMostShown).section(u'\n', 0, 0);
-    if (std::all_of(shown.begin(), shown.end(), own))
-        return {};
-    QTextLayout layout(shown, font);
-    layout.beginLayout();
-    const QTextLine line = layout.createLine();
-    layout.endLayout();
-    if (!line.isValid())
-        return {};
-    const QFontMetricsF usual(font);
-    return {std::max(0.0, line.ascent() - usual.ascent()), std::max(0.0, line.descent() - usual.descent())};
-}
-
 /// Whether a font for Latin, Greek and Cyrillic may lack something of this text.
 bool mayBeForeign(QStringView text)
 {
@@ -93,9 +70,11 @@ bool mayBeForeign(QStringView text)
 /// By how much the first line of `text` is larger than a line of the font's own letters.
 qreal beyond(const QString &text, const QFont &font, qreal (QTextLine::*ofLine)() const, qreal (QFontMetricsF::*ofFont)() const)
 {
-    if (!mayBeForeign(text))
+    constexpr qsizetype kMostShown = 500;
+    const QString shown = text.left(kMostShown).section(u'\n', 0, 0);
+    if (!mayBeForeign(shown))
         return 0;
-    QTextLayout layout(text.section(u'\n', 0, 0), font);
+    QTextLayout layout(shown, font);
     layout.beginLayout();
     const QTextLine line = layout.createLine();
     layout.endLayout();
