@@ -161,11 +161,12 @@ void Program::showPanel()
     auto *theme = Theme::of(m_panel.engine());
     const auto follow = [theme, this] {
         theme->setReducedMotion(m_machine.platform.accessibility.reducedMotion());
-        theme->setTextScale(m_machine.platform.accessibility.textScale());
+        theme->setTextScale(fittingTextScale(m_ui.room(), m_machine.platform.accessibility.textScale()));
         m_ui.setTextScale(theme->textScale());
         theme->setHighContrast(m_machine.platform.accessibility.highContrast());
     };
     QObject::connect(&m_machine.platform.accessibility, &Accessibility::changed, theme, follow);
+    QObject::connect(&m_ui, &UI::roomChanged, theme, follow);
     follow();
     m_machine.platform.panelWindow.adopt(&m_panel);
     m_panel.desktop = &m_machine.platform.panelWindow;

@@ -13,6 +13,8 @@ constexpr double kHousingWidthWithout = 120;
 constexpr double kFactRoom = 43;
 constexpr double kMoreRoomWithout = 30;
 constexpr double kPeekSides = 220;
+/// What the open panel needs with letters as drawn.
+constexpr QSizeF kLeastDisplay{360, 300};
 constexpr QSizeF kLeftFree{128, 64};
 /// What the row of a Peek gains in height with letters twice as large: its margins stay.
 constexpr double kRowGrowth = 20;
@@ -51,6 +53,12 @@ QSizeF expandedSize(QSizeF display, double textScale)
 QSizeF peekRowSize(QSizeF display, double textScale)
 {
     return {grown(kPeekRowSize, textScale, display).width(), std::round(kPeekRowSize.height() + kRowGrowth * (textScale - 1))};
+}
+
+double fittingTextScale(QSizeF display, double wanted)
+{
+    const double fitting = std::min(display.width() / kLeastDisplay.width(), display.height() / kLeastDisplay.height());
+    return std::clamp(fitting, 1.0, std::max(1.0, wanted));
 }
 
 double mostUnfolded(double displayHeight, double textScale)

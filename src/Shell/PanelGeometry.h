@@ -53,6 +53,10 @@ QSizeF peekRowSize(QSizeF display, double textScale);
 /// and leaves some of the display free, so that the pointer has somewhere to go.
 QSizeF expandedSize(QSizeF display, double textScale);
 
+/// How much larger than drawn the letters are where the desktop asks for `wanted`, 1 or more: on a small display no larger than
+/// leaves the panel's controls their places.
+double fittingTextScale(QSizeF display, double wanted);
+
 /// How much of what unfolds under the row is seen at a time on a display of that height.
 double mostUnfolded(double displayHeight, double textScale);
 

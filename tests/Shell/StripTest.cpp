@@ -145,6 +145,10 @@ private Q_SLOTS:
         QCOMPARE(expandedSize({3840, 2160}, 2), QSizeF(1560, 1040));
         QCOMPARE(expandedSize({840, 560}, 2), QSizeF(780, 520)); // never smaller for it
         QCOMPARE(expandedSize({640, 400}, 2), QSizeF(640, 400));
+        QCOMPARE(fittingTextScale({1024, 600}, 2), 2.0);
+        QCOMPARE(fittingTextScale({720, 450}, 2), 1.5); // 1440x900 at twice the size
+        QCOMPARE(fittingTextScale({720, 450}, 1.25), 1.25);
+        QCOMPARE(fittingTextScale({320, 240}, 2), 1.0);
     }
 
     void theRowGrowsWithItsLettersAndNeverGetsNarrower()
