@@ -269,7 +269,7 @@ RunResult PosixToolRunner::conclude(Child &child, End end, std::chrono::duration
         ::kill(-child.pid, SIGKILL);
         leave(child);
     } else if (end != End::Closed && child.pid > 0) {
-        ::kill(child.pid, SIGTERM);
+        ::kill(-child.pid, SIGTERM); // with all that it started: what outlives it would pile up from run to run
         if (end == End::Deadline)
             drain(child, std::chrono::steady_clock::now() + m_lastWords);
         leave(child);

@@ -13,8 +13,8 @@ namespace velto {
 
 /// Runs tools through /usr/bin/env, with the environment that the program was started with but for PATH. A tool inherits no
 /// descriptor and no signal state of ours. One thread serves one tool: the caller's.
-/// A tool that exceeds its time is asked to end and then left alone; what remains of it is reaped by later runs, and ends with
-/// the program at the latest. Each tool leads a process group of its own, so that what it started ends with it then.
+/// Each tool leads a process group of its own. One that exceeds its time is asked to end, with what it started, and then left
+/// alone; what remains of it is reaped by later runs, and ends with the program at the latest.
 class PosixToolRunner final : public ToolRunner {
 public:
     /// What a tool may print, both streams together, before it is abandoned.

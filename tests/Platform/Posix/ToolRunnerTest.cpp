@@ -30,6 +30,7 @@ class ToolRunnerTest : public QObject {
     {
         return m_runner->run({u"sh"_s, u"-c"_s, code}, cwd, timeout);
     }
+    static bool hasEnded(pid_t pid) { return pid > 0 && (::kill(pid, 0) != 0 || !QFile::exists(u"/proc/%1/exe"_s.arg(pid))); }
     QStringList searchPath() const { return {m_first.path(), m_second.path(), u"/usr/bin"_s, u"/bin"_s}; }
 
     static constexpr auto kLastWords = 500ms;
@@ -146,16 +147,15 @@ private Q_SLOTS:
         QCOMPARE(result.err, u"timed out after 0 s"_s);
     }
 
-    void aGrandchildThatHoldsThePipeIsNotWaitedFor()
+    void aGrandchildThatHoldsThePipeIsNotWaitedForAndEnds()
     {
         QElapsedTimer timer;
         timer.start();
         const auto result = sh(u"sleep 20 & echo hi; echo $!"_s, 300ms);
         QVERIFY(!result.ok);
         QVERIFY(result.out.startsWith("hi\n"));
-        QVERIFY(timer.elapsed() >= 800);
         QVERIFY(timer.elapsed() < 10'000);
-        ::kill(pid_t(result.out.trimmed().split('\n').last().toInt()), SIGKILL);
+        QTRY_VERIFY(hasEnded(pid_t(result.out.trimmed().split('\n').last().toInt())));
     }
 
     void aStubbornToolIsLeftAloneAndReapedLater()
@@ -193,7 +193,7 @@ private Q_SLOTS:
         for (std::thread &thread : threads)
             thread.join();
         QVERIFY(timer.elapsed() < 15'000);
-        QTRY_VERIFY(grandchild > 0 && (::kill(grandchild, 0) != 0 || QFile::exists(u"/proc/%1/exe"_s.arg(grandchild)) == false));
+        QTRY_VERIFY(hasEnded(grandchild));
         QVERIFY(!sh(u"touch d"_s, 20s, m_first.path()).ok);
         QVERIFY(!QFile::exists(m_first.filePath(u"d"_s)));
     }
