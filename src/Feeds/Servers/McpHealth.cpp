@@ -43,7 +43,7 @@ QList<MCPServer> parseServers(QByteArrayView listing)
 {
     const QString text = QString::fromUtf8(listing);
     QList<MCPServer> servers;
-    for (const QStringView line : QStringView(text).split(u'\n', Qt::SkipEmptyParts)) {
+    for (const QStringView line : QStringView(text).tokenize(u'\n', Qt::SkipEmptyParts)) {
         if (auto server = parseServer(line))
             servers.append(*std::move(server));
     }
