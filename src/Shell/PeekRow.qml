@@ -85,7 +85,8 @@ Item {
             id: beside
 
             anchors.baseline: text.baseline
-            width: Math.min(implicitWidth, root.width / 3)
+            // What has happened comes first.
+            width: Math.min(implicitWidth, root.width / 3, Math.max(parent.width / 5, parent.width - text.implicitWidth - parent.spacing))
             visible: root.line.beside !== ""
             words: root.line.beside
             color: Theme.glassSecondary

@@ -18,6 +18,7 @@ Item {
     readonly property real leastName: Math.min(name.implicitWidth, Math.round(14 * Theme.textScale))
     readonly property real leastDetail: Math.min(detail.implicitWidth, Math.round(12 * Theme.textScale))
     readonly property real leastPlace: root.line.place === "" ? 0 : root.gap + Math.min(place.implicitWidth, 48 * Theme.textScale)
+    readonly property real wholePlace: root.line.place === "" ? 0 : root.gap + place.implicitWidth
     readonly property real room: root.width - chevron.width - 2 * root.gap
     readonly property real roomBeside: root.room - chip.width - root.gap
     /// What a name keeps beside a long command, unless the tool needs the room.
@@ -43,7 +44,7 @@ Item {
         id: name
 
         anchors.verticalCenter: parent.verticalCenter
-        width: Math.min(implicitWidth, root.longestName, Math.max(root.usualName, root.leastName, root.roomBeside - detail.implicitWidth))
+        width: Math.min(implicitWidth, root.longestName, Math.max(root.usualName, root.leastName, root.roomBeside - detail.implicitWidth - root.wholePlace))
         text: root.line.session
         color: Theme.glassSecondary
         size: Theme.textBody
