@@ -13,7 +13,8 @@ FocusScope {
     property int mostLines: 5
     property alias text: input.text
 
-    readonly property real inset: 7
+    readonly property real inset: Math.round(7 * Theme.textScale)
+    readonly property real side: Math.round(10 * Theme.textScale)
     readonly property real line: Math.ceil(lines.lineSpacing)
 
     /// The text has changed; the store may have changed it.
@@ -46,9 +47,9 @@ FocusScope {
         hovered: hover.hovered && !Theme.pointerRests
     }
     PlainText {
-        x: 10
+        x: root.side
         y: root.inset
-        width: root.width - 20
+        width: root.width - 2 * root.side
         visible: input.text === "" && input.preeditText === ""
         words: root.prompt
         color: Theme.glassTertiary
@@ -57,9 +58,9 @@ FocusScope {
     Flickable {
         id: area
 
-        x: 10
+        x: root.side
         y: root.inset
-        width: root.width - 20
+        width: root.width - 2 * root.side
         height: root.height - 2 * root.inset
         clip: true
         interactive: contentHeight > height

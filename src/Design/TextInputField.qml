@@ -18,6 +18,7 @@ FocusScope {
     property real reserved: 0
     property alias text: input.text
     property alias input: input
+    readonly property real inset: Math.round(10 * Theme.textScale)
     readonly property bool hovered: hover.hovered && !Theme.pointerRests
 
     /// The user changed the text.
@@ -54,7 +55,7 @@ FocusScope {
     Symbol {
         id: mark
 
-        x: 9
+        x: root.inset - 1
         anchors.verticalCenter: parent.verticalCenter
         visible: root.symbol !== ""
         name: root.symbol
@@ -72,11 +73,11 @@ FocusScope {
     TextInput {
         id: input
 
-        x: mark.visible ? mark.x + mark.width + 6 : 10
+        x: mark.visible ? mark.x + mark.width + Math.round(6 * Theme.textScale) : root.inset
         // Letters from another font make the line higher; see PlainText.
         y: Theme.capitalsDrop(input.font.pixelSize, input.contentHeight)
            - Theme.foreignRise(input.text + input.preeditText, input.font)
-        width: root.width - x - 10 - root.reserved - (clear.visible ? clear.width - 6 : 0)
+        width: root.width - x - root.inset - root.reserved - (clear.visible ? clear.width - 6 : 0)
         height: root.height
         focus: true
         activeFocusOnTab: true

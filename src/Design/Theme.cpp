@@ -166,6 +166,12 @@ void Theme::setSnapshotRendering(bool snapshot)
     Q_EMIT snapshotRenderingChanged();
 }
 
+qreal Theme::rounded(int radius) const
+{
+    const qreal scale = qGuiApp->devicePixelRatio();
+    return std::round(radius * m_textScale * scale) / scale;
+}
+
 QColor Theme::panelColor(qreal place)
 {
     const qreal way = std::clamp(1 - std::abs(2 * place - 1), 0.0, 1.0);
