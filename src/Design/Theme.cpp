@@ -166,10 +166,19 @@ void Theme::setSnapshotRendering(bool snapshot)
     Q_EMIT snapshotRenderingChanged();
 }
 
-qreal Theme::rounded(int radius) const
+int Theme::rounded(int radius) const
 {
+    constexpr int kMostChange = 2;
+    const int wanted = grown(radius);
     const qreal scale = qGuiApp->devicePixelRatio();
-    return std::round(radius * m_textScale * scale) / scale;
+    const auto fits = [scale](int length) { return std::abs(length * scale - std::round(length * scale)) < 0.01; };
+    for (int change = 0; change <= kMostChange; ++change) {
+        if (fits(wanted + change))
+            return wanted + change;
+        if (fits(wanted - change))
+            return wanted - change;
+    }
+    return wanted;
 }
 
 QColor Theme::panelColor(qreal place)

@@ -55,9 +55,9 @@ class Theme : public QObject {
     Q_PROPERTY(int textHeadline MEMBER kTextHeadline CONSTANT FINAL)
 
     // Shape, in logical pixels; it grows with the letters
-    Q_PROPERTY(qreal radiusCard READ radiusCard NOTIFY textScaleChanged FINAL)
-    Q_PROPERTY(qreal radiusRow READ radiusRow NOTIFY textScaleChanged FINAL)
-    Q_PROPERTY(qreal radiusControl READ radiusControl NOTIFY textScaleChanged FINAL)
+    Q_PROPERTY(int radiusCard READ radiusCard NOTIFY textScaleChanged FINAL)
+    Q_PROPERTY(int radiusRow READ radiusRow NOTIFY textScaleChanged FINAL)
+    Q_PROPERTY(int radiusControl READ radiusControl NOTIFY textScaleChanged FINAL)
     Q_PROPERTY(int paddingCard READ paddingCard NOTIFY textScaleChanged FINAL)
     /// The height of a field, a segmented control and whatever shares a row with them.
     Q_PROPERTY(int controlHeight READ controlHeight NOTIFY textScaleChanged FINAL)
@@ -149,9 +149,9 @@ public:
 
     double textScale() const { return m_textScale; }
     void setTextScale(double scale);
-    qreal radiusCard() const { return rounded(kRadiusCard); }
-    qreal radiusRow() const { return rounded(kRadiusRow); }
-    qreal radiusControl() const { return rounded(kRadiusControl); }
+    int radiusCard() const { return rounded(kRadiusCard); }
+    int radiusRow() const { return rounded(kRadiusRow); }
+    int radiusControl() const { return rounded(kRadiusControl); }
     int paddingCard() const { return grown(kPaddingCard); }
     int controlHeight() const { return grown(kControlHeight); }
     int gap() const { return grown(kGap); }
@@ -208,8 +208,9 @@ Q_SIGNALS:
 private:
     int moving(int duration) const { return m_reducedMotion ? 0 : duration; }
     int grown(int length) const { return qRound(length * m_textScale); }
-    /// In whole device pixels: the scene graph leaves a gap of one beside a corner that ends between two.
-    qreal rounded(int radius) const;
+    /// Near to it, and if possible of whole device pixels: the scene graph draws corners of whole logical ones, and leaves a
+    /// notch beside one that ends between two device pixels.
+    int rounded(int radius) const;
 
     bool m_highContrast = false;
     bool m_reducedMotion = false;

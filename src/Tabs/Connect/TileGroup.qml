@@ -21,8 +21,7 @@ Column {
     Grid {
         id: grid
 
-        readonly property real ratio: Screen.devicePixelRatio
-        readonly property real half: Math.floor((root.width - (columns - 1) * spacing) / columns * ratio) / ratio
+        readonly property real half: (root.width - (columns - 1) * spacing) / columns
 
         columns: root.width < 560 * Theme.textScale ? 1 : 2
         spacing: Theme.gap
