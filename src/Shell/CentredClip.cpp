@@ -8,13 +8,22 @@ CentredClip::CentredClip(QQuickItem *parent)
     setClip(true);
 }
 
-void CentredClip::setRoom(QSizeF room)
+void CentredClip::setRoomWidth(double width)
 {
-    if (room == m_room)
+    if (width == m_room.width())
         return;
-    m_room = room;
+    m_room.setWidth(width);
     resize();
-    Q_EMIT roomChanged();
+    Q_EMIT roomWidthChanged();
+}
+
+void CentredClip::setRoomHeight(double height)
+{
+    if (height == m_room.height())
+        return;
+    m_room.setHeight(height);
+    resize();
+    Q_EMIT roomHeightChanged();
 }
 
 QRectF CentredClip::clipRect() const

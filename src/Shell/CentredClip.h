@@ -8,18 +8,23 @@ namespace velto {
 /// the rectangle narrows no child moves, and so the scene graph doesn't visit every item of the panel at each step of its motion.
 class CentredClip : public QQuickItem {
     Q_OBJECT
-    Q_PROPERTY(QSizeF room READ room WRITE setRoom NOTIFY roomChanged FINAL)
+    /// In logical pixels.
+    Q_PROPERTY(double roomWidth READ roomWidth WRITE setRoomWidth NOTIFY roomWidthChanged FINAL)
+    Q_PROPERTY(double roomHeight READ roomHeight WRITE setRoomHeight NOTIFY roomHeightChanged FINAL)
     QML_ELEMENT
 public:
     explicit CentredClip(QQuickItem *parent = nullptr);
 
-    QSizeF room() const { return m_room; }
-    void setRoom(QSizeF room);
+    double roomWidth() const { return m_room.width(); }
+    void setRoomWidth(double width);
+    double roomHeight() const { return m_room.height(); }
+    void setRoomHeight(double height);
     QRectF clipRect() const override;
     bool contains(const QPointF &point) const override { return clipRect().contains(point); }
 
 Q_SIGNALS:
-    void roomChanged();
+    void roomWidthChanged();
+    void roomHeightChanged();
 
 protected:
     void itemChange(ItemChange change, const ItemChangeData &data) override;
@@ -27,7 +32,7 @@ protected:
 private:
     void resize();
 
-    QSizeF m_room;
+    QSizeF m_room{0, 0};
     bool m_odd = false;
 };
 

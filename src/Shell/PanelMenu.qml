@@ -26,10 +26,9 @@ FocusScope {
 
     // Under the strip's row, which it slides out of.
     Item {
-        y: root.ui.velto.height
-        width: parent.width
-        height: Math.max(0, parent.height - y)
-        clip: true
+        anchors.fill: parent
+        anchors.topMargin: root.ui.velto.height
+        clip: root.hangs
 
         Loader {
             id: hanging

@@ -51,7 +51,8 @@ Item {
 
     // What the black doesn't cover isn't shown.
     CentredClip {
-        room: Qt.size(shape.width - 2 * shape.topRadius, shape.height)
+        roomWidth: shape.width - 2 * shape.topRadius
+        roomHeight: shape.height
 
         CollapsedView {
             width: root.width
@@ -65,31 +66,44 @@ Item {
             outline: root.outline
         }
 
-        // The first opening builds the panel; afterwards it stays hidden and costs nothing. By its file's name, since the types of a
-        // component in this file would be loaded with it, before the strip is drawn.
+        // The panel's picture while it moves: text that fades is painted anew in each frame, and far slower than opaque text.
         Loader {
-            id: panel
-
-            readonly property bool wanted: root.ui.expanded
-
-            function build(): void {
-                if (wanted && status === Loader.Null)
-                    setSource("ExpandedView.qml", {
-                        ui: root.ui,
-                        contents: root.contents,
-                        peekLine: root.peekLine
-                    });
-            }
-
-            x: (root.width - width) / 2
-            width: root.outline.openWidth
-            height: root.outline.openHeight
-            visible: shape.openness > 0
+            x: panel.x
+            width: panel.width
+            height: panel.height
+            active: shape.openness > 0 && shape.openness < 1
             opacity: shape.openness
-            enabled: root.ui.expanded
-            onWantedChanged: build()
-            Component.onCompleted: build()
+            sourceComponent: ShaderEffectSource {
+                sourceItem: panel
+                hideSource: true
+                smooth: false // pixel by pixel
+            }
         }
+    }
+
+    // The first opening builds the panel; afterwards it stays hidden and costs nothing. By its file's name, since the types of a
+    // component in this file would be loaded with it, before the strip is drawn.
+    Loader {
+        id: panel
+
+        readonly property bool wanted: root.ui.expanded
+
+        function build(): void {
+            if (wanted && status === Loader.Null)
+                setSource("ExpandedView.qml", {
+                    ui: root.ui,
+                    contents: root.contents,
+                    peekLine: root.peekLine
+                });
+        }
+
+        x: (root.width - width) / 2
+        width: root.outline.openWidth
+        height: root.outline.openHeight
+        visible: shape.openness > 0
+        enabled: root.ui.expanded
+        onWantedChanged: build()
+        Component.onCompleted: build()
     }
 
     // The clip above is rectangular; this cuts its round corners.
@@ -121,9 +135,7 @@ Item {
     PanelMenu {
         id: menu
 
-        anchors.horizontalCenter: parent.horizontalCenter
-        width: shape.width
-        height: shape.height
+        anchors.fill: shape
         ui: root.ui
         place: null
     }

@@ -142,7 +142,7 @@ private Q_SLOTS:
     /// The panel's contents are cut at its sides, also when the window grows a frame after the black: where nothing moves.
     void theClipStaysInTheMiddle()
     {
-        QVERIFY(show(u"Item { id: window; width: 100; height: 60; CentredClip { room: Qt.size(80, 60)\n"
+        QVERIFY(show(u"Item { id: window; width: 100; height: 60; CentredClip { roomWidth: 80; roomHeight: 60\n"
                      "Rectangle { width: window.width; height: 60; color: 'white' } } }"_s));
         m_view->grabWindow();
         m_view->contentItem()->childItems().first()->setWidth(200);
