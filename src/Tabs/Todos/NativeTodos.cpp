@@ -35,6 +35,7 @@ NativeTodos::~NativeTodos() = default;
 QList<Todo> NativeTodos::load()
 {
     const TodoFile::Reading reading = m_file->read();
+    m_existed = !reading.error || !reading.error->missing;
     if (reading.todos) {
         m_file->accept(reading.digest);
         return *reading.todos;
@@ -53,7 +54,7 @@ void NativeTodos::save(const QList<Todo> &todos)
     m_forgotten = false;
     m_writer.write(
         m_path, [file = m_file, todos, now = m_clock.wallTime()] { return file->write(todos, now); }, this,
-        [this] { watch(); }); // the first save creates the file to watch
+        [this] { m_existed = watch(); }); // the first save creates the file to watch
 }
 
 void NativeTodos::forget()
@@ -66,12 +67,18 @@ void NativeTodos::look()
 {
     const bool exists = watch();
     // A save under way comes first, and keeps a copy of what others wrote.
-    if (!exists || m_forgotten || !m_writer.isSaved(m_path))
+    if (!(exists || m_existed) || m_forgotten || !m_writer.isSaved(m_path))
         return;
     inBackground(
         m_writer.lane(), this, [file = m_file] { return file->changedByOthers(); },
         [this, saves = m_saves](const std::optional<TodoFile::Reading> &reading) {
-            if (!reading || saves != m_saves)
+            if (saves != m_saves)
+                return;
+            if (reading && reading->error)
+                return lookAgainForIt();
+            m_existed = true;
+            m_missed = false;
+            if (!reading)
                 return;
             if (reading->todos) {
                 m_doubtful.clear();
@@ -85,6 +92,17 @@ void NativeTodos::look()
                                 "the list as it was, and keeps a copy before it saves."));
             }
         });
+}
+
+/// Only at the second look is it gone for good: some programs replace a file by deleting it first.
+void NativeTodos::lookAgainForIt()
+{
+    if (!std::exchange(m_missed, true))
+        return lookSoon(kSecondLook);
+    m_existed = false;
+    m_missed = false;
+    m_writer.say(m_path, tr("todos.json was gone. Velto has written the list again."));
+    Q_EMIT disappeared();
 }
 
 void NativeTodos::lookSoon(std::chrono::milliseconds delay)

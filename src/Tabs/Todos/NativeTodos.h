@@ -37,8 +37,11 @@ public:
 Q_SIGNALS:
     /// Another program has put this list into the file, while nothing of Velto's own was on its way there.
     void replaced(const QList<velto::Todo> &todos);
+    /// The file was there and has gone: what is on the screen should be saved again.
+    void disappeared();
 
 private:
+    void lookAgainForIt();
     void lookSoon(std::chrono::milliseconds delay);
     bool watch();
 
@@ -48,6 +51,8 @@ private:
     std::shared_ptr<TodoFile> m_file; ///< on the writer's lane only, once load() is through
     int m_saves = 0;
     bool m_forgotten = false;
+    bool m_existed = false;
+    bool m_missed = false; ///< by the last look
     QByteArray m_doubtful; ///< the digest of what couldn't be read, perhaps because it was only half written
     QByteArray m_told; ///< the one that the user was told of
     QFileSystemWatcher m_watcher;

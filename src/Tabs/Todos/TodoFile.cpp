@@ -44,8 +44,11 @@ TodoFile::Reading TodoFile::read() const
 std::optional<TodoFile::Reading> TodoFile::changedByOthers()
 {
     const QFileInfo file(m_path);
-    if (!file.isFile())
-        return std::nullopt;
+    if (!file.isFile()) {
+        const auto content = m_files.read(m_path, kLargestFile);
+        const auto *error = std::get_if<FileError>(&content);
+        return error && error->missing ? std::optional(Reading{std::nullopt, {}, *error}) : std::nullopt;
+    }
     const Stamp stamp{file.lastModified(), file.size()};
     if (m_looked == stamp)
         return std::nullopt;

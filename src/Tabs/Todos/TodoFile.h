@@ -23,7 +23,7 @@ public:
     TodoFile(Files &files, QString path);
 
     Reading read() const;
-    /// What another program has put there since; nothing if nobody did.
+    /// What another program has put there since, or that the file is missing; nothing if nobody touched it.
     std::optional<Reading> changedByOthers();
     /// Velto continues with this content.
     void accept(const QByteArray &digest) { m_known = digest; }

@@ -43,6 +43,7 @@ TodoKeeper::TodoKeeper(const Needs &needs, QObject *parent)
     connect(&m_needs.quillbox, &VeltoSource::changed, this, &TodoKeeper::followStore);
     connect(&m_needs.writer, &FileWriter::changed, this, &TodoKeeper::changed);
     connect(&m_native, &NativeTodos::replaced, this, &TodoKeeper::takeFile);
+    connect(&m_native, &NativeTodos::disappeared, this, &TodoKeeper::keepNative);
     connect(&m_local, &LocalTodos::replaced, this, &TodoKeeper::takeDatabase);
     connect(&m_local, &LocalTodos::changed, this, &TodoKeeper::changed);
     connect(&m_local, &LocalTodos::refused, this, [this](const QString &line) {

@@ -111,6 +111,14 @@ private Q_SLOTS:
         QVERIFY(source.storeNote().contains(copies.front()));
         source.pressStoreNote();
         QCOMPARE(source.storeNote(), QString());
+
+        // Deleted, and not replaced soon after.
+        QFile::remove(m_path);
+        source.refresh();
+        QVERIFY(!QFile::exists(m_path));
+        m_desk->wait(3s);
+        QCOMPARE(titlesOf(decodeTodos(readFile(m_path)).value()), titlesOf(source.todos()));
+        QVERIFY(source.storeNote().startsWith(u"todos.json was gone"_s));
     }
 
     void theListOfAnotherStoreIsNotWrittenOverTheFile()
