@@ -16,10 +16,14 @@
 #include <chrono>
 #include <cstdio>
 #include <iterator>
+#include <thread>
+
+using namespace std::chrono_literals;
 
 namespace {
 
 constexpr std::chrono::milliseconds kLongestEnd{1800};
+constexpr std::chrono::milliseconds kNextLook{50};
 
 void print(std::FILE *stream, const QString &text)
 {
@@ -27,10 +31,17 @@ void print(std::FILE *stream, const QString &text)
 }
 
 /// Leaves it to the program that runs already.
-int handOver(velto::Activation &activation, const velto::CommandLine &commandLine)
+/// Another program runs on these settings: hands over to it, or takes its place if it is just ending.
+int handOver(int argc, char **argv, velto::Activation &activation, const velto::CommandLine &commandLine)
 {
+    const QCoreApplication application(argc, argv);
     if (activation.handOver(commandLine.actionsForTheOther()))
         return 0;
+    for (auto waited = 0ms; waited < kLongestEnd; waited += kNextLook) {
+        if (activation.claim())
+            velto::startAnew(argv); // an application object can't be made twice
+        std::this_thread::sleep_for(kNextLook);
+    }
     print(stderr,
           QCoreApplication::translate("velto",
                                       "Velto is running already, but it can't be reached: perhaps it is in another session of "
@@ -100,10 +111,8 @@ int main(int argc, char **argv)
     }
     velto::useOneHeap();
     velto::DBusActivation activation(velto::placesOfThisMachine().configuration, QStringLiteral(VELTO_APPLICATION_ID));
-    if (!activation.claim()) {
-        const QCoreApplication application(argc, argv);
-        return handOver(activation, commandLine);
-    }
+    if (!activation.claim())
+        return handOver(argc, argv, activation, commandLine);
     if (const auto problem = velto::prepareGraphics(commandLine.display)) {
         print(stderr, *problem + u'\n');
         return 1;

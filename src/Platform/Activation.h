@@ -16,7 +16,7 @@ public:
     /// before there is an application object; returns at once.
     virtual bool claim() = 0;
     /// Has the running program do these in turn. Waits a few seconds at most until it has accepted them; false if it can't be
-    /// reached. Needs an application object.
+    /// reached, or ends meanwhile, and then claim() may succeed. Needs an application object.
     virtual bool handOver(const QStringList &actions) = 0;
     /// From now on the desktop reaches this program. `startedForIt`: the desktop started it in order to reach it, so that its
     /// first "open" means no more than the start.

@@ -1,12 +1,15 @@
 #!/usr/bin/python3
-"""A second start opens the panel of the first and ends; without a session bus it says why it can't.
+"""A second start opens the panel of the first and ends, or takes its place if the first is just ending; without a session bus it
+says why it can't.
 
 Usage: script/with-desktop --own-network tests/e2e/second_start.py VELTO. Ends with 77 if this machine can't try it.
 """
 
 import fcntl
 import os
+import signal
 import subprocess
+import time
 
 from velto_desktop import Velto, check_machine, expect, run, until
 
@@ -49,6 +52,15 @@ def main(program):
         alone = start_again(velto, "--search", DBUS_SESSION_BUS_ADDRESS="unix:path=/nonexistent")
         expect("without a bus a second start gives up", alone.returncode, 1)
         expect("and says why", "running already" in alone.stderr, True)
+
+        for milliseconds in (0, 20, 100):
+            ending = velto.process
+            ending.send_signal(signal.SIGTERM)
+            time.sleep(milliseconds / 1000)
+            velto.launch("--search")
+            ending.wait(10)
+            velto.window = until("the window of the one started meanwhile", velto.find_window)
+            velto.panel_opened(f"the panel of one started {milliseconds} ms after the end began")
 
 
 if __name__ == "__main__":

@@ -17,6 +17,7 @@ namespace {
 
 const auto kInterface = "org.freedesktop.Application"_L1;
 const auto kOpen = "open"_L1;
+constexpr std::chrono::milliseconds kNextLook{50}; ///< at the lock of a program that may be ending
 
 /// The object path that D-Bus activation derives from a name: dots become slashes, dashes underscores.
 QString objectPath(const QString &name)
@@ -62,8 +63,9 @@ bool DBusActivation::claim()
     return m_lock.take();
 }
 
-// The other instance may have just started, and comes to the bus only after it has painted.
-bool DBusActivation::waitForTheOther(const QDBusConnection &bus) const
+// The other instance may have just started, and comes to the bus only after it has painted; or it is ending, and has left the
+// bus.
+bool DBusActivation::waitForTheOther(const QDBusConnection &bus)
 {
     const QDBusServiceWatcher watcher(m_name, bus, QDBusServiceWatcher::WatchForRegistration);
     QEventLoop loop;
@@ -71,6 +73,12 @@ bool DBusActivation::waitForTheOther(const QDBusConnection &bus) const
     if (bus.interface()->isServiceRegistered(m_name))
         return true;
     QTimer::singleShot(m_patience, &loop, [&loop] { loop.exit(1); });
+    QTimer end;
+    connect(&end, &QTimer::timeout, &loop, [this, &loop] {
+        if (claim())
+            loop.exit(1);
+    });
+    end.start(kNextLook);
     return loop.exec() == 0;
 }
 

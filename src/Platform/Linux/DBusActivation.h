@@ -26,7 +26,7 @@ public:
 
 private:
     friend class ApplicationInterface;
-    bool waitForTheOther(const QDBusConnection &bus) const;
+    bool waitForTheOther(const QDBusConnection &bus);
     void asked(const QString &action);
 
     FolderLock m_lock;

@@ -29,6 +29,11 @@ void beforeExit(std::function<void()> last)
     exitAction = std::move(last);
 }
 
+void startAnew(char **argv)
+{
+    ::execv("/proc/self/exe", argv);
+}
+
 void endsWithin(std::chrono::milliseconds limit, int status)
 {
     std::thread([limit, status] {
