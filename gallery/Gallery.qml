@@ -250,8 +250,7 @@ Rectangle {
             LiveDot { anchors.verticalCenter: parent.verticalCenter; color: Theme.amber; live: false }
             LiveDot {
                 anchors.verticalCenter: parent.verticalCenter
-                width: 12
-                height: 12
+                diameter: 12
                 color: Theme.mint
             }
             Spinner {}

@@ -62,8 +62,7 @@ QString textOn(const QQuickItem *item)
         return text.isEmpty() ? QString() : colour + text;
     }
     const bool small = item->width() > 0 && item->width() <= 8 && item->height() <= 8;
-    return small && (item->inherits("QQuickRectangle") || item->inherits("velto::LiveDot")) && !colour.isEmpty() ? colour + u'*'
-                                                                                                                 : QString();
+    return small && item->inherits("velto::LiveDot") && !colour.isEmpty() ? colour + u'*' : QString();
 }
 
 void collect(const QQuickItem *item, double opacity, QRectF sight, QList<Piece> &pieces)

@@ -2,7 +2,7 @@ import QtQuick
 import Velto.Design
 
 /// A small fact: a symbol and a text in one colour, on a capsule tinted with it.
-Rectangle {
+RoundedBox {
     id: root
 
     required property string text

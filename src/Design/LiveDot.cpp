@@ -4,12 +4,13 @@
 
 #include <QEasingCurve>
 #include <QPainter>
+#include <cmath>
 
 namespace velto {
 
 namespace {
 
-constexpr int kSize = 6;
+constexpr int kQuarters = 4;
 constexpr int kInterval = 44; // ms; 25 steps each way
 constexpr int kHalf = 25 * kInterval; // ms
 constexpr qreal kFaintest = 0.35;
@@ -28,13 +29,19 @@ qreal breath(int elapsed)
     return ease.valueForProgress(way);
 }
 
+/// The side of the square around a dot.
+qreal sideFor(qreal diameter)
+{
+    return kQuarters * std::ceil(diameter / kQuarters);
+}
+
 } // namespace
 
 LiveDot::LiveDot(QQuickItem *parent)
     : MovingItem(kInterval, parent)
     , m_color(Theme::kIce)
 {
-    setImplicitSize(kSize, kSize);
+    setImplicitSize(sideFor(m_diameter), sideFor(m_diameter));
 }
 
 void LiveDot::setColor(const QColor &color)
@@ -44,6 +51,16 @@ void LiveDot::setColor(const QColor &color)
     m_color = color;
     update();
     Q_EMIT colorChanged();
+}
+
+void LiveDot::setDiameter(qreal diameter)
+{
+    if (m_diameter == diameter)
+        return;
+    m_diameter = diameter;
+    setImplicitSize(sideFor(diameter), sideFor(diameter));
+    update();
+    Q_EMIT diameterChanged();
 }
 
 void LiveDot::setLive(bool live)
@@ -58,7 +75,7 @@ void LiveDot::setLive(bool live)
 void LiveDot::paint(QPainter *painter)
 {
     const qreal full = breath(elapsed());
-    const qreal radius = qMin(width(), height()) / 2 * (kSmallest + (1 - kSmallest) * full);
+    const qreal radius = m_diameter / 2 * (kSmallest + (1 - kSmallest) * full);
     painter->setOpacity(kFaintest + (1 - kFaintest) * full);
     painter->setPen(Qt::NoPen);
     painter->setBrush(m_color);

@@ -12,12 +12,17 @@ class LiveDot : public velto::MovingItem { // qualified for the type registrar o
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged FINAL)
+    /// Logical pixels. The item is a little larger: its sides are whole device pixels at scales in quarters, so that the dot is
+    /// round.
+    Q_PROPERTY(qreal diameter READ diameter WRITE setDiameter NOTIFY diameterChanged FINAL)
     Q_PROPERTY(bool live READ live WRITE setLive NOTIFY liveChanged FINAL)
 public:
     explicit LiveDot(QQuickItem *parent = nullptr);
 
     QColor color() const { return m_color; }
     void setColor(const QColor &color);
+    qreal diameter() const { return m_diameter; }
+    void setDiameter(qreal diameter);
     bool live() const { return m_live; }
     void setLive(bool live);
 
@@ -25,6 +30,7 @@ public:
 
 Q_SIGNALS:
     void colorChanged();
+    void diameterChanged();
     void liveChanged();
 
 protected:
@@ -32,6 +38,7 @@ protected:
 
 private:
     QColor m_color;
+    qreal m_diameter = 6;
     bool m_live = true;
 };
 

@@ -74,11 +74,11 @@ FocusScope {
                 onClicked: root.chosen(entry.index)
                 Component.onCompleted: root.widest = Math.max(root.widest, words.implicitWidth + 2 * words.x + (beside.text === "" ? 0 : beside.implicitWidth + 2 * words.x))
 
-                Rectangle {
+                RoundedBox {
                     anchors.fill: parent
-                    visible: !entry.isLine
+                    visible: !entry.isLine && (entry.pressed || entry.activeFocus)
                     radius: 6
-                    color: Theme.at("white", entry.pressed ? 0.24 : entry.activeFocus ? 0.16 : 0)
+                    color: Theme.at("white", entry.pressed ? 0.24 : 0.16)
                 }
                 Rectangle {
                     visible: entry.isLine

@@ -14,12 +14,12 @@ ButtonBase {
     implicitWidth: title.implicitWidth + 2 * root.padding
     implicitHeight: title.implicitHeight + 6
 
-    Rectangle {
+    RoundedBox {
         anchors.fill: parent
         radius: root.height / 2
         color: Theme.at(root.tone, root.pressed ? 0.42 : root.hovered ? 0.32 : Theme.snapshotRendering ? 0.25 : 0.22)
-        border.width: Theme.cardEdge
-        border.color: root.tone
+        edge: Theme.cardEdge
+        edgeColor: root.tone
     }
 
     PlainText {

@@ -67,11 +67,11 @@ Item {
                 root.current = null;
         }
 
-        Rectangle {
+        RoundedBox {
             anchors.fill: parent
             radius: segment.corner
-            visible: !segment.selected
-            color: Theme.at("white", segment.pressed ? 0.12 : segment.hovered ? 0.07 : 0)
+            visible: !segment.selected && (segment.pressed || segment.hovered)
+            color: Theme.at("white", segment.pressed ? 0.12 : 0.07)
         }
         PlainText {
             id: words

@@ -3,7 +3,7 @@ import Velto.Design
 
 /// The capsule behind the selected tab, which glides to the next one. Put it into the parent of the row of tabs, before the
 /// row.
-Rectangle {
+RoundedBox {
     id: root
 
     /// The selected tab; null hides the capsule.
@@ -19,8 +19,8 @@ Rectangle {
     height: root.target ? root.target.height : 0
     visible: root.target !== null
     radius: root.height / 2
-    border.width: Theme.cardEdge
-    border.color: Theme.accent
+    edge: Theme.cardEdge
+    edgeColor: Theme.accent
     color: Theme.at(Theme.accent, 0.22)
 
     Behavior on x {

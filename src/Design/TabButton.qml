@@ -26,11 +26,11 @@ ButtonBase {
     Accessible.role: Accessible.PageTab
     Accessible.selected: root.selected
 
-    Rectangle {
+    RoundedBox {
         anchors.fill: parent
         radius: root.corner
-        visible: !root.selected
-        color: Theme.at("white", root.pressed ? 0.12 : root.hovered ? 0.07 : 0)
+        visible: !root.selected && (root.pressed || root.hovered)
+        color: Theme.at("white", root.pressed ? 0.12 : 0.07)
     }
 
     Row {
@@ -57,7 +57,7 @@ ButtonBase {
             weight: Font.Medium
             Accessible.ignored: true
         }
-        Rectangle {
+        RoundedBox {
             id: pad
 
             anchors.verticalCenter: parent.verticalCenter

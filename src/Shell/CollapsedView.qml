@@ -65,13 +65,12 @@ Item {
             width: facts.sideFor(Math.max(leftFact.taken, due.taken))
             height: parent.height
 
-            Rectangle {
+            LiveDot {
                 anchors.centerIn: parent
                 visible: root.strip.left === CollapsedStrip.Recording
-                width: 7
-                height: 7
-                radius: 3.5
+                diameter: 7
                 color: Theme.red
+                live: false
             }
             StripFact {
                 id: leftFact

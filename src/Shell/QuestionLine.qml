@@ -50,7 +50,7 @@ Item {
         size: Theme.textBody
         Accessible.ignored: true
     }
-    Rectangle {
+    RoundedBox {
         id: chip
 
         x: name.width > 0 ? name.x + name.width + root.gap : 0

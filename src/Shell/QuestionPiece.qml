@@ -57,7 +57,7 @@ Item {
             y: -over
             width: parent.width
             height: parent.height + over + under
-            radius: Math.round(7 * Screen.devicePixelRatio) / Screen.devicePixelRatio // else a seam shows where the corner begins
+            radius: Theme.radiusControl
             visible: root.inBlock
             color: root.removed || root.added ? Theme.at(root.tint, 0.15) : Theme.at("white", 0.06)
         }

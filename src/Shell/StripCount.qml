@@ -73,22 +73,14 @@ StripItem {
         Row {
             id: content
 
-            spacing: 5
+            spacing: root.symbol === "" ? 4 : 5
             scale: 1 + 0.08 * count.lit
 
             LiveDot {
                 anchors.verticalCenter: parent.verticalCenter
-                visible: root.live
+                visible: root.symbol === ""
                 color: root.dotColor
                 live: root.live && root.visible
-            }
-            Rectangle {
-                anchors.verticalCenter: parent.verticalCenter
-                visible: !root.live && root.symbol === ""
-                width: 6
-                height: 6
-                radius: 3
-                color: root.dotColor
             }
             Symbol {
                 anchors.verticalCenter: parent.verticalCenter

@@ -110,22 +110,13 @@ Item {
     LiveDot {
         id: dot
 
-        x: 14 * Theme.textScale
+        x: 17 * Theme.textScale - width / 2
         anchors.verticalCenter: title.verticalCenter
-        anchors.verticalCenterOffset: -title.anchors.verticalCenterOffset // centred on its capitals
-        width: Math.round(6 * Theme.textScale)
-        height: width
-        visible: root.working
+        // Centred on its capitals, which are rounded down to a device pixel.
+        anchors.verticalCenterOffset: 0.5 / Screen.devicePixelRatio - title.anchors.verticalCenterOffset
+        diameter: 6 * Theme.textScale
         color: root.tone
         live: root.working
-    }
-    Rectangle {
-        anchors.centerIn: dot
-        visible: !root.working
-        width: dot.width
-        height: dot.width
-        radius: width / 2
-        color: root.tone
     }
 
     PlainText {

@@ -48,14 +48,13 @@ GlassCard {
             Accessible.role: Accessible.ListItem
             Accessible.name: Plain.line(server.name + ", " + server.statusText + ", " + server.detail)
 
-            Rectangle {
+            LiveDot {
                 id: dot
 
                 anchors.verticalCenter: parent.verticalCenter
-                width: Math.round(6 * Theme.textScale)
-                height: width
-                radius: width / 2
+                diameter: 6 * Theme.textScale
                 color: server.tone
+                live: false
             }
             Column {
                 anchors.left: dot.right

@@ -61,7 +61,7 @@ Item {
         onWantedChanged: wanted ? setSource("qrc:/qt/qml/Velto/Design/HelpTip.qml", {"target": root, "text": root.from}) : setSource("")
     }
 
-    Rectangle {
+    RoundedBox {
         x: 8 * Theme.textScale
         anchors.verticalCenter: parent.verticalCenter
         width: 26 * Theme.textScale

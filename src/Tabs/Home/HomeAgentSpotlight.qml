@@ -78,8 +78,7 @@ GlassCard {
                     id: dot
 
                     anchors.verticalCenter: parent.verticalCenter
-                    width: Math.round(6 * Theme.textScale)
-                    height: width
+                    diameter: 6 * Theme.textScale
                     color: root.tone
                     live: root.spotlight.working && root.visible
                 }

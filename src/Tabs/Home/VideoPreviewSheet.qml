@@ -35,7 +35,7 @@ Sheet {
     Rectangle {
         width: parent.width
         height: width * 9 / 16
-        radius: 10
+        radius: Theme.radiusRow
         color: "black"
 
         VideoFrame {
