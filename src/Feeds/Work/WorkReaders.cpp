@@ -62,7 +62,7 @@ QString bareSite(QString site)
     return site;
 }
 
-/// Some of the network layer's messages end with a full stop; a phrase is needed here.
+/// Some of the network layer's messages end with a full stop, and a service's may; a phrase is needed here.
 QString withoutStop(QString sentence)
 {
     while (sentence.endsWith(u'.') || sentence.endsWith(u' '))
@@ -112,8 +112,8 @@ QCoro::Task<QJsonObject> slackCall(WorkServices services, QString method, QUrlQu
     const QJsonObject object = reply.toObject();
     if (object.value("ok"_L1) == QJsonValue(true))
         co_return object;
-    const QJsonValue error = object.value("error"_L1);
-    throw WorkError{error.isString() ? error.toString() : Words::tr("the token was refused")};
+    const QString error = withoutStop(object.value("error"_L1).toString());
+    throw WorkError{error.isEmpty() ? Words::tr("the token was refused") : error};
 }
 
 /// A number as people write it: no exponent, no "nan" or "inf", no blanks around it.
