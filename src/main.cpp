@@ -30,7 +30,6 @@ void print(std::FILE *stream, const QString &text)
     std::fputs(qPrintable(text), stream);
 }
 
-/// Leaves it to the program that runs already.
 /// Another program runs on these settings: hands over to it, or takes its place if it is just ending.
 int handOver(int argc, char **argv, velto::Activation &activation, const velto::CommandLine &commandLine)
 {
