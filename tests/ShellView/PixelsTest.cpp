@@ -63,6 +63,34 @@ private Q_SLOTS:
         QVERIFY2(std::abs(text - beside) <= most, qPrintable(u"%1 device pixels lower"_s.arg(text - beside)));
     }
 
+    /// Nothing that is round has a notch or a nib: its halves mirror each other.
+    void roundShapesAreEven()
+    {
+        for (const char *shape :
+             {"LiveDot { live: false; color: 'red' }", "LiveDot { live: false; diameter: 7; color: 'red' }",
+              "Chip { width: 60; height: 20; text: ''; tint: 'red'; fill: 1 }", "Pill { width: 60; text: ''; tone: 'red' }",
+              "Rectangle { width: 60; height: 40; radius: Theme.radiusRow; color: 'red' }"}) {
+            QVERIFY(show(u"Item { width: 300; height: 120; Item { x: 11; y: 7; width: 300; height: 60\n%1 } }"_s.arg(
+                QLatin1StringView(shape))));
+            const QImage image = m_view->grabWindow();
+            const auto lit = [&](int x, int y) { return qRed(image.pixel(x, y)); };
+            QRect box;
+            for (int y = 0; y < image.height(); ++y)
+                for (int x = 0; x < image.width(); ++x)
+                    if (lit(x, y) > 0)
+                        box |= QRect(x, y, 1, 1);
+            QVERIFY(box.width() > 4);
+            for (int y = 0; y < box.height(); ++y) {
+                for (int x = 0; x < box.width(); ++x) {
+                    const int here = lit(box.x() + x, box.y() + y);
+                    const int across = std::max(std::abs(here - lit(box.right() - x, box.y() + y)),
+                                                std::abs(here - lit(box.x() + x, box.bottom() - y)));
+                    QVERIFY2(across < 32, qPrintable(u"%1 at %2, %3"_s.arg(QLatin1StringView(shape)).arg(x).arg(y)));
+                }
+            }
+        }
+    }
+
     /// The edge of a button is unbroken: along its straight parts each column is like the next, above and below.
     void theEdgeOfAButtonIsWhole()
     {
