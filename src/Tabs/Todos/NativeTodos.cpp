@@ -40,11 +40,13 @@ QList<Todo> NativeTodos::load()
         m_file->accept(reading.digest);
         return *reading.todos;
     }
-    if (!reading.error)
+    if (!reading.error) {
+        m_doubtful = m_told = reading.digest;
         m_writer.say(m_path,
                      tr("todos.json can't be made out, so the list starts empty. A copy is kept before anything is saved."));
-    else if (!reading.error->missing)
+    } else if (!reading.error->missing) {
         m_writer.say(m_path, tr("%1 The list starts empty.").arg(reading.error->message));
+    }
     return {};
 }
 

@@ -66,6 +66,9 @@ private Q_SLOTS:
             m_files.replace(copy, "an older copy");
             TodosSource &source = m_desk->start();
             QVERIFY(source.todos().isEmpty());
+            source.refresh();
+            m_desk->wait(3s);
+            QVERIFY(source.storeNote().startsWith(u"todos.json can't be made out"_s));
             QCOMPARE(readFile(m_path), bytes); // nothing happens to it before there is something to save
             m_desk->clock.setWallTime(QDateTime(QDate(2026, 11, 21), QTime(9, 0), Qt::UTC));
             source.save(makeTodo(0, u"a"_s));
