@@ -20,7 +20,7 @@ Dialog {
     onOpened: root.first?.forceActiveFocus(Qt.TabFocusReason)
 
     background: Rectangle {
-        radius: 10
+        radius: 12
         color: root.palette.window
         border.width: 1
         border.color: Qt.alpha(root.palette.windowText, Math.max(0.2, Theme.edgeFloor))

@@ -27,7 +27,7 @@ TextField {
     }
 
     background: Rectangle {
-        radius: 6
+        radius: 8
         color: root.palette.base
         border.width: root.activeFocus ? 2 : 1
         border.color: root.activeFocus ? root.palette.highlight : Qt.alpha(root.palette.windowText, Math.max(0.25, Theme.edgeFloor))

@@ -11,7 +11,7 @@ Rectangle {
     readonly property bool down: root.control.down
     readonly property bool hovered: root.control.hovered
 
-    radius: 6
+    radius: 8
     color: root.filled ? Qt.darker(root.palette.active.highlight, root.down ? 1.15 : root.hovered ? 1.06 : 1)
                        : Qt.alpha(root.palette.active.windowText, root.down ? 0.16 : root.hovered ? 0.11 : root.flat ? 0 : 0.07)
     border.width: root.flat || root.filled ? 0 : 1

@@ -33,7 +33,7 @@ FormDialog {
                 wrapMode: TextEdit.Wrap
                 padding: 10
                 background: Rectangle {
-                    radius: 6
+                    radius: 8
                     color: root.palette.base
                     border.width: parent?.activeFocus ? 2 : 1
                     border.color: parent?.activeFocus ? root.palette.highlight

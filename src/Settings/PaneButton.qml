@@ -33,7 +33,7 @@ ButtonBase {
 
     Rectangle {
         anchors.fill: parent
-        radius: 7
+        radius: 8
         color: root.selected ? Qt.alpha(root.palette.highlight, 0.16)
                              : Qt.alpha(root.palette.windowText, root.pressed ? 0.12 : root.hovered ? 0.06 : 0)
         border.width: root.activeFocus && !root.quiet ? 2 : 0

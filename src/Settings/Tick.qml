@@ -49,15 +49,15 @@ Item {
             root.wanted(wish);
         }
 
-        indicator: Rectangle {
-            implicitWidth: Math.round(18 * root.growth)
+        indicator: RoundedBox {
+            implicitWidth: 4 * Math.round(4 * root.growth) // whole device pixels at scales in quarters
             implicitHeight: implicitWidth
             x: box.leftPadding
             y: (box.height - height) / 2
             radius: 5 * root.growth
             color: box.checked ? root.palette.highlight : root.palette.base
-            border.width: box.checked ? 0 : 1
-            border.color: Qt.alpha(root.palette.windowText, Math.max(box.hovered ? 0.65 : 0.45, Theme.edgeFloor))
+            edge: box.checked ? 0 : 1
+            edgeColor: Qt.alpha(root.palette.windowText, box.hovered ? 0.65 : 0.45)
 
             Symbol {
                 anchors.centerIn: parent
@@ -66,14 +66,14 @@ Item {
                 size: 10 * root.growth
                 color: root.palette.highlightedText
             }
-            Rectangle {
+            RoundedBox {
                 anchors.fill: parent
-                anchors.margins: -3
+                anchors.margins: -2
                 visible: box.visualFocus
-                radius: 8
+                radius: 7 * root.growth
                 color: "transparent"
-                border.width: 2
-                border.color: root.palette.highlight
+                edge: 2
+                edgeColor: root.palette.highlight
             }
         }
         contentItem: TickLabel {

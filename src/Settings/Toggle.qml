@@ -54,14 +54,14 @@ Switch {
                 easing.type: Easing.OutQuad
             }
         }
-        Rectangle {
+        RoundedBox {
             anchors.fill: parent
             anchors.margins: -3
             visible: root.visualFocus
             radius: height / 2
             color: "transparent"
-            border.width: 2
-            border.color: root.palette.highlight
+            edge: 2
+            edgeColor: root.palette.highlight
         }
     }
 }
