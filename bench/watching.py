@@ -34,10 +34,13 @@ class Velto(velto_desktop.Velto):
         path.write_text(f"#!/bin/sh\n{script}\n")
         path.chmod(0o755)
 
+    def point_at_strip(self):
+        xdotool("mousemove", screen_size()[0] // 2, 4)
+
     def open_panel(self):
         """Moves the pointer onto the strip. Returns the time."""
         start = time.monotonic()
-        xdotool("mousemove", screen_size()[0] // 2, 4)
+        self.point_at_strip()
         until("the panel to open", lambda: self.geometry().height >= PANEL_HEIGHT, pause=0.02)
         return start
 
