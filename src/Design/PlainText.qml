@@ -26,8 +26,9 @@ Text {
     font.weight: root.weight
     linkColor: root.color
     // Letters from another font make a line higher: it hangs over then, so that its letters stand where others do.
-    topPadding: -Theme.foreignRise(root.text, root.font)
-    bottomPadding: root.multiline ? 0 : -Theme.foreignDrop(root.text, root.font)
+    readonly property bool foreign: Theme.mayBeForeign(root.text)
+    topPadding: root.foreign ? -Theme.foreignRise(root.text, root.font) : 0
+    bottomPadding: root.foreign && !root.multiline ? -Theme.foreignDrop(root.text, root.font) : 0
     // A centred line has its capitals in the middle, to within a logical pixel.
     anchors.alignWhenCentered: false
     anchors.verticalCenterOffset: root.multiline ? 0 : Theme.capitalsDrop(root.font.pixelSize, root.height)

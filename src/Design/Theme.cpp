@@ -61,18 +61,12 @@ QColor lighter(const QColor &color, float way)
     return QColor::fromRgbF(up(color.redF()), up(color.greenF()), up(color.blueF()), up(color.alphaF()));
 }
 
-/// Whether a font for Latin, Greek and Cyrillic may lack something of this text.
-bool mayBeForeign(QStringView text)
-{
-    return std::ranges::any_of(text, [](QChar c) { return c >= QChar(0x0590) && (c < QChar(0x2000) || c > QChar(0x206F)); });
-}
-
 /// By how much the first line of `text` is larger than a line of the font's own letters.
 qreal beyond(const QString &text, const QFont &font, qreal (QTextLine::*ofLine)() const, qreal (QFontMetricsF::*ofFont)() const)
 {
     constexpr qsizetype kMostShown = 500;
     const QString shown = text.left(kMostShown).section(u'\n', 0, 0);
-    if (!mayBeForeign(shown))
+    if (!Theme::mayBeForeign(shown))
         return 0;
     QTextLayout layout(shown, font);
     layout.beginLayout();
@@ -227,6 +221,11 @@ qreal Theme::capitalsDrop(qreal size, qreal height) const
     // since with a whole half many lines come out one pixel lower with Qt 6.8.
     constexpr qreal kNearlyHalf = 0.48;
     return height / 2 - middle * size + kNearlyHalf / std::max(1.0, qGuiApp->devicePixelRatio());
+}
+
+bool Theme::mayBeForeign(const QString &text)
+{
+    return std::ranges::any_of(text, [](QChar c) { return c >= QChar(0x0590) && (c < QChar(0x2000) || c > QChar(0x206F)); });
 }
 
 qreal Theme::foreignRise(const QString &text, const QFont &font)

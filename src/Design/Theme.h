@@ -185,6 +185,8 @@ public:
     /// How much lower a line of text of this size, in a box of this height, has to be for its capitals to be in the middle
     /// of what it is centred in, in logical pixels.
     Q_INVOKABLE qreal capitalsDrop(qreal size, qreal height) const;
+    /// Whether a font for Latin, Greek and Cyrillic may lack something of this text.
+    Q_INVOKABLE static bool mayBeForeign(const QString &text);
     /// How much more a line of this font has above its baseline, and below it, where letters of `text` come from another font; in
     /// logical pixels.
     Q_INVOKABLE static qreal foreignRise(const QString &text, const QFont &font);
