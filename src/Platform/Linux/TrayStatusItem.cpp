@@ -44,7 +44,7 @@ void TrayStatusItem::follow()
     if (m_server.exists()) {
         m_server.followSelection(m_server.atom(XcbAtom::SystemTray));
         connect(&m_server, &XcbServer::selectionOwnerChanged, this, [this](xcb_atom_t selection) {
-            if (selection != m_server.atom(XcbAtom::SystemTray))
+            if (selection != m_server.atom(XcbAtom::SystemTray) || (m_older && m_older->isIn(m_server.selectionOwner(selection))))
                 return;
             m_older.reset();
             lookForTray();

@@ -105,6 +105,7 @@ xcb_visualid_t rootVisual(xcb_connection_t *connection, xcb_window_t root)
 XembedIcon::XembedIcon(XcbServer &server, xcb_window_t tray, const QString &description, QObject *parent)
     : QObject(parent)
     , m_server(server)
+    , m_tray(tray)
     , m_description(description)
     , m_size(kFirstSize, kFirstSize)
 {
@@ -117,7 +118,7 @@ XembedIcon::XembedIcon(XcbServer &server, xcb_window_t tray, const QString &desc
         m_visual = wanted.front();
     create();
     qGuiApp->installNativeEventFilter(this);
-    dock(tray);
+    dock();
 }
 
 // The tray may have destroyed the window with its own, so errors are ignored.
@@ -165,7 +166,7 @@ void XembedIcon::create()
                         kClass.data());
 }
 
-void XembedIcon::dock(xcb_window_t tray)
+void XembedIcon::dock()
 {
     auto *connection = m_server.connection();
     const auto embedInfo = intern(connection, "_XEMBED_INFO");
@@ -174,14 +175,14 @@ void XembedIcon::dock(xcb_window_t tray)
     xcb_client_message_event_t request{};
     request.response_type = XCB_CLIENT_MESSAGE;
     request.format = 32;
-    request.window = tray;
+    request.window = m_tray;
     request.type = intern(connection, "_NET_SYSTEM_TRAY_OPCODE");
     request.data.data32[0] = XCB_CURRENT_TIME;
     request.data.data32[1] = kRequestDock;
     request.data.data32[2] = m_window;
     xcb_discard_reply(
         connection,
-        xcb_send_event_checked(connection, false, tray, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char *>(&request))
+        xcb_send_event_checked(connection, false, m_tray, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char *>(&request))
             .sequence);
     xcb_flush(connection);
 }
@@ -204,6 +205,9 @@ bool XembedIcon::nativeEventFilter(const QByteArray &, void *message, qintptr *)
             paint();
         break;
     }
+    case XCB_DESTROY_NOTIFY:
+        m_gone = m_gone || reinterpret_cast<const xcb_destroy_notify_event_t &>(event).window == m_window;
+        break;
     case XCB_BUTTON_PRESS: {
         const auto &press = reinterpret_cast<const xcb_button_press_event_t &>(event);
         if (press.event != m_window)
