@@ -2,6 +2,8 @@
 
 #include <QDateTime>
 #include <QRegularExpression>
+#include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <rapidjson/document.h>
 #include <rapidjson/error/error.h>
@@ -19,12 +21,10 @@ QByteArray withoutSurrogates(QByteArray line)
 {
     for (qsizetype at = line.indexOf('\\'); at >= 0 && at + 6 <= line.size(); at = line.indexOf('\\', at + 2)) {
         const QByteArray code = line.mid(at + 2, 4).toLower();
-        if (line[at + 1] == 'u' && code.startsWith('d') && QByteArrayView("89abcdef").contains(code[1]) && !code.contains('\\')) {
-            bool isHex = false;
-            code.toInt(&isHex, 16);
-            if (isHex)
-                line.replace(at + 2, 4, "0041");
-        }
+        const auto isHex = [](char c) { return std::isxdigit(static_cast<unsigned char>(c)) != 0; };
+        if (line[at + 1] == 'u' && code.startsWith('d') && QByteArrayView("89abcdef").contains(code[1])
+            && std::all_of(code.begin(), code.end(), isHex))
+            line.replace(at + 2, 4, "0041");
     }
     return line;
 }
