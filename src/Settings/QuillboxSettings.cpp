@@ -73,13 +73,24 @@ bool QuillboxSettings::canDisconnect() const
     return m_tokenSaved || !m_prefs.quillboxURL().isEmpty();
 }
 
+/// What must be changed in the address before anything is sent there; empty if it can be tried.
+QString QuillboxSettings::addressFault() const
+{
+    const QUrl url = address();
+    if ((url.scheme() != "https"_L1 && url.scheme() != "http"_L1) || url.host().isEmpty())
+        return tr("The address starts with https:// or http://, and then comes the hub's name.");
+    if (!url.password().isEmpty())
+        return tr("Leave the password out of the address: it would stand in a file for all to read.");
+    return {};
+}
+
 void QuillboxSettings::test()
 {
     if (!canTest())
         return;
-    if (!address().password().isEmpty()) {
+    if (const QString fault = addressFault(); !fault.isEmpty()) {
         m_succeeded = false;
-        m_result = tr("Leave the password out of the address: it would stand in a file for all to read.");
+        m_result = fault;
         Q_EMIT changed();
         return;
     }

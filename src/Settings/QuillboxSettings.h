@@ -59,6 +59,7 @@ Q_SIGNALS:
 
 private:
     QUrl address() const;
+    QString addressFault() const;
     QCoro::Task<> tryOut(QUrl url, QString token);
     QCoro::Task<> keep(QUrl url, QString token);
     QCoro::Task<> forget();
