@@ -66,44 +66,34 @@ Item {
             outline: root.outline
         }
 
-        // The panel's picture while it moves: text that fades is painted anew in each frame, and far slower than opaque text.
+        // The first opening builds the panel; afterwards it stays hidden and costs nothing. By its file's name, since the types of a
+        // component in this file would be loaded with it, before the strip is drawn.
         Loader {
-            x: panel.x
-            width: panel.width
-            height: panel.height
-            active: shape.openness > 0 && shape.openness < 1
-            opacity: shape.openness
-            sourceComponent: ShaderEffectSource {
-                sourceItem: panel
-                hideSource: true
-                smooth: false // pixel by pixel
+            id: panel
+
+            readonly property bool wanted: root.ui.expanded
+
+            function build(): void {
+                if (wanted && status === Loader.Null)
+                    setSource("ExpandedView.qml", {
+                        ui: root.ui,
+                        contents: root.contents,
+                        peekLine: root.peekLine
+                    });
             }
+
+            x: (root.width - width) / 2
+            width: root.outline.openWidth
+            height: root.outline.openHeight
+            visible: shape.openness > 0
+            opacity: shape.openness
+            // While it moves it is a picture: text that fades is painted anew in each frame, and far slower than opaque text.
+            // Enlarged by the display, the software scene graph leaves such a picture empty.
+            layer.enabled: shape.openness > 0 && shape.openness < 1 && Screen.devicePixelRatio === 1
+            enabled: root.ui.expanded
+            onWantedChanged: build()
+            Component.onCompleted: build()
         }
-    }
-
-    // The first opening builds the panel; afterwards it stays hidden and costs nothing. By its file's name, since the types of a
-    // component in this file would be loaded with it, before the strip is drawn.
-    Loader {
-        id: panel
-
-        readonly property bool wanted: root.ui.expanded
-
-        function build(): void {
-            if (wanted && status === Loader.Null)
-                setSource("ExpandedView.qml", {
-                    ui: root.ui,
-                    contents: root.contents,
-                    peekLine: root.peekLine
-                });
-        }
-
-        x: (root.width - width) / 2
-        width: root.outline.openWidth
-        height: root.outline.openHeight
-        visible: shape.openness > 0
-        enabled: root.ui.expanded
-        onWantedChanged: build()
-        Component.onCompleted: build()
     }
 
     // The clip above is rectangular; this cuts its round corners.
