@@ -241,7 +241,7 @@ Item {
                             text: dayCell.number
                             weight: dayCell.isToday || dayCell.selected ? Font.DemiBold : Font.Normal
                             color: dayCell.selected ? Theme.popover : dayCell.isToday ? Theme.ice
-                                 : dayCell.inMonth ? Theme.glassPrimary : Theme.at("white", 0.42)
+                                 : dayCell.inMonth ? Theme.glassPrimary : Theme.at("white", 0.52)
                             Accessible.ignored: true
                         }
                     }

@@ -9,7 +9,7 @@ RoundedBox {
     property string symbol
     property color tint: Theme.glassSecondary
     property real fill: 0.16
-    /// The colour of the text, readable wherever the chip scrolls to.
+    /// The colour of symbol and text, readable wherever the chip scrolls to.
     property color ink: Theme.ink(root.tint, root.fill)
 
     implicitWidth: row.implicitWidth + 2 * row.x
@@ -31,7 +31,7 @@ RoundedBox {
             visible: root.symbol !== ""
             name: root.symbol
             size: Theme.textSmall
-            color: root.tint
+            color: root.ink
         }
         PlainText {
             id: words

@@ -40,6 +40,7 @@ GlassCard {
         }
         PlainText {
             anchors.right: parent.right
+            y: heading.baselineOffset - baselineOffset
             text: root.spotlight.age
             size: Theme.textSmall
             color: Theme.glassTertiary
@@ -67,6 +68,8 @@ GlassCard {
                 spacing: Theme.gap
 
                 PlainText {
+                    id: title
+
                     anchors.verticalCenter: parent.verticalCenter
                     width: Math.min(implicitWidth, line.width - state.implicitWidth - dot.width - 2 * line.spacing)
                     words: root.spotlight.title
@@ -85,7 +88,7 @@ GlassCard {
                 PlainText {
                     id: state
 
-                    anchors.verticalCenter: parent.verticalCenter
+                    anchors.baseline: title.baseline
                     text: root.spotlight.stateText
                     size: Theme.textSmall
                     weight: Font.Medium
