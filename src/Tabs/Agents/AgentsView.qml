@@ -137,14 +137,14 @@ FocusScope {
             readonly property bool working: heading.section === "true"
 
             width: list.width
-            height: Math.round((clear.visible ? 37 : 34) * Theme.textScale)
+            height: Math.round((clear.visible ? 40 : 38) * Theme.textScale)
 
             SectionLabel {
                 id: label
 
                 anchors.bottom: parent.bottom
                 // As far from its rows as on the other tabs, or as the button needs.
-                bottomPadding: Math.round((clear.visible ? 9 : 6) * Theme.textScale) - list.spacing
+                bottomPadding: Math.round((clear.visible ? 12 : 10) * Theme.textScale) - list.spacing
                 text: heading.working ? qsTr("Working · %1").arg(root.source.runningCount)
                                       : qsTr("Waiting for you · %1").arg(root.source.waitingCount)
             }
