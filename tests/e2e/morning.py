@@ -66,6 +66,7 @@ class Morning(Velto):
     def picture(self, width=840, height=560):
         self.steps += 1
         if self.pictures:
+            time.sleep(0.8)  # what slides or fades comes to rest
             width, height = round(width * SCALE), round(height * SCALE)
             left = (screen_size()[0] - width) // 2
             file = pathlib.Path(self.pictures) / f"morning-{self.steps}.png"
