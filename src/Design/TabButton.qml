@@ -60,10 +60,13 @@ ButtonBase {
         RoundedBox {
             id: pad
 
+            readonly property int usual: Math.round(15 * Theme.textScale)
+
             anchors.verticalCenter: parent.verticalCenter
             visible: root.badge > 0
             width: Math.max(height, count.implicitWidth + 8)
-            height: Math.round(15 * Theme.textScale)
+            // Even or odd as the row is, so that both have the same middle.
+            height: usual + Math.abs(Math.round(Math.max(mark.height, name.height)) - usual) % 2
             radius: height / 2
             color: Theme.at(root.ink, 0.18)
 
