@@ -32,8 +32,8 @@ public:
     virtual void returnFocus() = 0;
     /// Whether pixels may be half transparent: without a compositor the outline must be cut instead.
     virtual bool composited() const = 0;
-    /// Whether the window should be as wide as it ever gets, all the time: where a change of its width shows, for a frame, its old
-    /// picture in the wrong place. limitPresses() works then.
+    /// Whether the window should be as wide as it ever gets, all the time: where a change of its width shows, for a frame, its
+    /// old picture in the wrong place. limitPresses() works then.
     virtual bool keepsWidth() const { return false; }
     /// Where the pointer is, in the window's own coordinates, which may lie outside of it. Nothing if the desktop doesn't say.
     virtual std::optional<QPoint> pointer() const { return {}; }

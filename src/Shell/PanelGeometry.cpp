@@ -25,7 +25,8 @@ constexpr double kLeftUnderUnfolded = 160;
 QSizeF grown(QSizeF usual, double factor, QSizeF display)
 {
     const QSize wanted = (factor * usual).boundedTo(display - kLeftFree).toSize();
-    return QSizeF(2 * (wanted.width() / 2), wanted.height()).expandedTo(usual).boundedTo(display);
+    const int half = wanted.width() / 2;
+    return QSizeF(2 * half, wanted.height()).expandedTo(usual).boundedTo(display);
 }
 
 } // namespace

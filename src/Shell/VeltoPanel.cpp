@@ -54,7 +54,7 @@ VeltoPanel::~VeltoPanel()
 QRegion VeltoPanel::pixelsOf(QSizeF shape) const
 {
     const QRectF area((width() - shape.width()) / 2, 0, shape.width(), shape.height());
-    const QRegion outline = pixelsWithin(veltoOutline(area, m_outline.radii()));
+    QRegion outline = pixelsWithin(veltoOutline(area, m_outline.radii()));
     if (!m_ui.composited())
         return outline;
     // A pixel more at the sides and below, so that the soft edge isn't cut.

@@ -21,7 +21,8 @@ public:
     ~VeltoPanel() override;
 
     /// What the desktop does for this window; null without one. If it can limit presses the window is drawn whole. Otherwise the
-    /// window's mask limits them: while the window changes its width that cuts the strip away, or has it out of place, for a frame.
+    /// window's mask limits them: while the window changes its width that cuts the strip away, or has it out of place, for a
+    /// frame.
     PanelWindow *desktop = nullptr;
 
 protected:

@@ -9,7 +9,8 @@ namespace velto {
 
 namespace {
 
-std::function<void()> exitAction; // exit() takes no arguments
+// exit() takes no arguments. NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
+std::function<void()> exitAction;
 
 void runExitAction()
 {
