@@ -1,11 +1,12 @@
 // Watches, from outside, the first window that appears at the top of the screen, and says when it was mapped, painted, moved and
 // drawn into. Each line: what, CLOCK_MONOTONIC nanoseconds, window, x, y, width, height, and the nanoseconds that the main thread
 // of the window's program has worked (0 before its window is known). Both programs of a comparison are watched the same way.
-// "painted" is the first moment at which a third of the window's middle row is opaque black: before it, a window shows what lay
-// under it.
+// "painted" is the first moment at which a third of the pixels around the window's middle is opaque black: before it, a window
+// shows what lay under it. The strip's window can be far wider than its black.
 //
 // The kinds: "ready" (now start the program), "mapped", "painted", "configured", "drawn". Ends with its standard output or by
 // SIGTERM.
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstddef>
@@ -35,6 +36,7 @@ struct Box {
 };
 
 constexpr int kTopEdge = 8; // the strip touches the top; other windows of a desktop don't
+constexpr int kLooked = 90; // pixels, within the narrowest strip
 constexpr int kSmallest = 20; // helper windows of toolkits and window managers are a few pixels wide,
 constexpr int kHighest = 200; // and those of compositors as large as the screen
 
@@ -169,10 +171,12 @@ private:
 
     bool showsBlack() const
     {
-        const auto width = static_cast<std::uint16_t>(m_box.width);
+        const auto width = static_cast<std::uint16_t>(std::min<int>(m_box.width, kLooked));
+        const auto left = static_cast<std::int16_t>((m_box.width - width) / 2);
         const auto middle = static_cast<std::int16_t>(m_box.height / 2);
         const Reply<xcb_get_image_reply_t> image(xcb_get_image_reply(
-            m_connection, xcb_get_image(m_connection, XCB_IMAGE_FORMAT_Z_PIXMAP, m_window, 0, middle, width, 1, ~0U), nullptr));
+            m_connection, xcb_get_image(m_connection, XCB_IMAGE_FORMAT_Z_PIXMAP, m_window, left, middle, width, 1, ~0U),
+            nullptr));
         if (!image) {
             return false;
         }
