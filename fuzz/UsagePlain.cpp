@@ -92,9 +92,10 @@ std::optional<UsageLine> plainUsageLine(const QByteArray &line)
 
 bool isBeyondPlain(const QByteArray &line)
 {
-    // For zeros written like this the library calls __builtin_clzll(0), which is undefined.
-    static const QRegularExpression longZero(u"[0.][eE]|0{20}"_s);
-    if (line.count('[') + line.count('{') > 1000 || longZero.match(QString::fromLatin1(line)).hasMatch())
+    // For zeros written like this the library calls __builtin_clzll(0), which is undefined, and for hundreds of digits it reads
+    // beyond its table of powers.
+    static const QRegularExpression oddNumber(u"[0.][eE]|0{20}|[0-9]{100}"_s);
+    if (line.count('[') + line.count('{') > 1000 || oddNumber.match(QString::fromLatin1(line)).hasMatch())
         return true;
     const QByteArray text = withoutSurrogates(line);
     rapidjson::Document document;
