@@ -3,6 +3,7 @@
 #include "Platform/Clock.h"
 #include "Platform/Linux/ApplicationNames.h"
 #include "Platform/Linux/Processes.h"
+#include "Platform/Posix/ThreadPoolBackground.h"
 
 #include <QAbstractEventDispatcher>
 #include <QSocketNotifier>
@@ -17,7 +18,6 @@
 #include <sys/inotify.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 using namespace std::chrono_literals;
@@ -29,6 +29,7 @@ namespace {
 constexpr auto kSettling = 1s; ///< a program has its own name a moment after its loader was opened
 constexpr auto kCalm = 1s; ///< before that: while many programs start, each other second goes by without a look
 constexpr auto kRestingPace = 2s;
+constexpr auto kPatience = 800ms; ///< for the end of work that begins; with kCalm and kSettling under three seconds
 
 struct CloseFolder {
     void operator()(DIR *folder) const { ::closedir(folder); }
@@ -80,13 +81,6 @@ bool streams(const std::string &process)
     return false;
 }
 
-/// Whether a tool of Velto's own runs, or has ended and waits to be noted.
-bool ownToolRuns()
-{
-    siginfo_t child{};
-    return ::waitid(P_ALL, 0, &child, WEXITED | WNOHANG | WNOWAIT) == 0;
-}
-
 } // namespace
 
 struct WatchedProcesses::Followed {
@@ -121,6 +115,9 @@ void WatchedProcesses::start()
     if (m_starts) {
         m_startNotifier = std::make_unique<QSocketNotifier>(m_starts.get(), QSocketNotifier::Read);
         connect(m_startNotifier.get(), &QSocketNotifier::activated, this, &WatchedProcesses::programStarted);
+        const auto *loop = QAbstractEventDispatcher::instance();
+        connect(loop, &QAbstractEventDispatcher::aboutToBlock, this, &WatchedProcesses::waiting);
+        connect(loop, &QAbstractEventDispatcher::awake, this, &WatchedProcesses::awake);
     }
     look();
 }
@@ -137,31 +134,50 @@ void WatchedProcesses::programStarted()
             m_startNotifier->setEnabled(true);
         });
     });
-    // Most likely it is a tool of Velto's own, whose end wakes this thread anyway: so the look needs no wake-up of its own.
-    if (ownToolRuns())
-        m_toolsEnd = connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, this,
-                             &WatchedProcesses::lookAfterTools);
 }
 
-void WatchedProcesses::forgetStarts()
+/// Background work that begins mostly starts a tool of Velto's own, and its end wakes this thread anyway. So starts are ignored
+/// until then, and the look for what else has started needs no wake-up. Not for long: another program may start meanwhile.
+void WatchedProcesses::waiting()
 {
-    std::array<char, 4096> events; // NOLINT(cppcoreguidelines-pro-type-member-init): only emptied
-    while (::read(m_starts.get(), events.data(), events.size()) > 0) { }
+    if (m_workBegan || !ThreadPoolBackground::isAwaited())
+        return;
+    m_workBegan = true;
+    if (!m_startNotifier->isEnabled())
+        return;
+    m_ignoring = true;
+    m_startNotifier->setEnabled(false);
+    m_soon = m_clock.after(kPatience, [this] {
+        m_ignoring = false;
+        m_startNotifier->setEnabled(true);
+    });
 }
 
-void WatchedProcesses::lookAfterTools()
+void WatchedProcesses::awake()
 {
-    if (ownToolRuns())
+    if (ThreadPoolBackground::isAwaited())
+        return;
+    m_workBegan = false;
+    if (!std::exchange(m_ignoring, false))
         return;
     m_soon.reset();
-    forgetStarts();
-    look();
+    if (forgetStarts())
+        look();
     m_startNotifier->setEnabled(true);
+}
+
+/// Whether there were any.
+bool WatchedProcesses::forgetStarts()
+{
+    std::array<char, 4096> events; // NOLINT(cppcoreguidelines-pro-type-member-init): only emptied
+    bool any = false;
+    while (::read(m_starts.get(), events.data(), events.size()) > 0)
+        any = true;
+    return any;
 }
 
 void WatchedProcesses::look()
 {
-    disconnect(m_toolsEnd);
     m_casts.look();
     const QStringList before = running();
     bool resting = false;

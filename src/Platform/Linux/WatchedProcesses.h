@@ -38,8 +38,9 @@ Q_SIGNALS:
 private:
     struct Followed;
     void programStarted();
-    void forgetStarts();
-    void lookAfterTools();
+    void waiting();
+    void awake();
+    bool forgetStarts();
     void follow(int process, const QString &identifier);
     void over(int process);
 
@@ -47,7 +48,8 @@ private:
     ScreenCasts m_casts;
     Descriptor m_starts;
     std::unique_ptr<QSocketNotifier> m_startNotifier;
-    QMetaObject::Connection m_toolsEnd; ///< while a start is followed that is likely a tool of ours
+    bool m_workBegan = false; ///< this thread waits for background work, and has waited before
+    bool m_ignoring = false; ///< starts, since most likely they are tools of ours
     TimerHandle m_soon;
     TimerHandle m_resting; ///< while a program runs that may begin to record at any moment
     QHash<int, std::shared_ptr<Followed>> m_followed;

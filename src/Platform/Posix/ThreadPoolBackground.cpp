@@ -28,6 +28,8 @@ void ThreadPoolBackground::Home::customEvent(QEvent *)
     std::unique_lock lock(m_pool.m_mutex);
     const auto done = takeFirst(m_pool.m_done);
     lock.unlock();
+    --m_pool.m_awaited;
+    --s_awaited;
     done();
 }
 
@@ -47,10 +49,13 @@ ThreadPoolBackground::~ThreadPoolBackground()
     }
     m_wanted.notify_all();
     m_threads.clear();
+    s_awaited -= m_awaited;
 }
 
 void ThreadPoolBackground::start(std::function<void()> work, std::function<void()> done)
 {
+    ++m_awaited;
+    ++s_awaited;
     {
         const std::lock_guard lock(m_mutex);
         m_waiting.push_back({std::move(work), std::move(done)});

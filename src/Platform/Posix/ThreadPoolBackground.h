@@ -24,6 +24,8 @@ public:
     ~ThreadPoolBackground() override;
 
     void start(std::function<void()> work, std::function<void()> done) override;
+    /// Whether the UI thread is about to hear of work of any pool. UI thread.
+    static bool isAwaited() { return s_awaited > 0; }
 
     /// Holds back what is started from now on until release(), so that the first frame has the machine to itself.
     /// UI thread, like release().
@@ -51,6 +53,9 @@ private:
     void addThreads();
     /// What each thread does.
     void serve();
+
+    static inline int s_awaited = 0; ///< jobs of all pools whose `done` is still to be called; UI thread, like m_awaited
+    int m_awaited = 0; ///< those of this pool
 
     const std::size_t m_mostThreads;
     std::mutex m_mutex; ///< guards what follows, up to m_home

@@ -2,14 +2,17 @@
 #include "Platform/Fake/FakeClock.h"
 #include "Platform/Linux/X11/EwmhApplications.h"
 #include "Platform/Posix/Descriptor.h"
+#include "Platform/Posix/ThreadPoolBackground.h"
 #include "RunTests.h"
 
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <atomic>
 #include <csignal>
 #include <sys/socket.h>
 #include <sys/un.h>
+#include <thread>
 
 using namespace velto;
 using namespace Qt::StringLiterals;
@@ -86,15 +89,25 @@ private Q_SLOTS:
             QVERIFY(recorder.waitForFinished());
             QTRY_VERIFY_WITH_TIMEOUT(!recording(), kPatience);
         }
-        // And so is one that starts while a tool of ours runs.
-        QProcess tool;
-        tool.start(u"/bin/sleep"_s, {u"0.3"_s});
-        qint64 recorder = 0;
-        QVERIFY(QProcess::startDetached(u"/bin/sh"_s, {u"-c"_s, u"sleep 0.1; exec ./obs 60"_s}, folder.path(), &recorder));
-        QVERIFY(tool.waitForFinished());
-        QTRY_VERIFY_WITH_TIMEOUT(recording(), kPatience);
-        ::kill(pid_t(recorder), SIGKILL);
-        QTRY_VERIFY_WITH_TIMEOUT(!recording(), kPatience);
+        // And so is one that starts while a tool of ours runs, which isn't looked for: one that ends soon, and one that hangs.
+        for (const bool hangs : {false, true}) {
+            std::atomic<bool> end = false;
+            bool over = false;
+            ThreadPoolBackground pool;
+            const auto tool = [&] {
+                do
+                    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+                while (hangs && !end);
+            };
+            pool.start(tool, [&over] { over = true; });
+            qint64 recorder = 0;
+            QVERIFY(QProcess::startDetached(u"/bin/sh"_s, {u"-c"_s, u"sleep 0.1; exec ./obs 60"_s}, folder.path(), &recorder));
+            QTRY_VERIFY_WITH_TIMEOUT(recording(), kPatience);
+            QVERIFY(!hangs || !over);
+            end = true;
+            ::kill(pid_t(recorder), SIGKILL);
+            QTRY_VERIFY_WITH_TIMEOUT(!recording(), kPatience);
+        }
     }
     /// Given out by a media server that comes after the program, goes while it does, and comes again at systemd's same socket.
     void aScreenCast()
