@@ -28,9 +28,10 @@ namespace {
 
 constexpr auto kLastGrace = 300ms; ///< what a tool that is asked to end gets when the program ends
 constexpr auto kLongestPause = 250ms;
-constexpr auto kLinger = 50ms; ///< what a tool that has printed something gets to end before it is read on
+constexpr auto kLinger = 1s; ///< what a tool gets to end before its output is read
 constexpr std::chrono::duration<double> kLongestTimeout = 24h;
 constexpr qsizetype kChunk = 65536;
+constexpr int kPipeRoom = 1048576; ///< bytes; the most that Linux gives unless it is told otherwise
 constexpr qsizetype kMegabyte = 1048576;
 
 std::string nativePath(const QString &path)
@@ -172,6 +173,9 @@ int PosixToolRunner::spawn(const QStringList &args, const QString &cwd, const To
         if (const int error = openPipe(*ends))
             return error;
     }
+#ifdef F_SETPIPE_SZ
+    ::fcntl(out.read.get(), F_SETPIPE_SZ, kPipeRoom); // if it is refused, tools that print much wait a little
+#endif
     if (const int error = plan.prepare(out.write.get(), err.write.get(), nativePath(cwd)))
         return error;
 
@@ -192,7 +196,12 @@ PosixToolRunner::End PosixToolRunner::drain(Child &child, std::chrono::steady_cl
     const auto left = [deadline] {
         return std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
     };
-    bool lingered = false;
+    // Most tools print a little and end: that should wake this thread once and not for each step on the way. What doesn't fit
+    // into the pipe waits there.
+    if (child.end) {
+        std::array<pollfd, 2> ends{{{m_stopped, POLLIN, 0}, {child.end.get(), POLLIN, 0}}};
+        ::poll(ends.data(), ends.size(), int(std::clamp<std::chrono::milliseconds>(left() / 2, 0ms, kLinger).count()));
+    }
     while (child.isReading()) {
         const auto limit = left();
         if (limit.count() <= 0)
@@ -209,11 +218,6 @@ PosixToolRunner::End PosixToolRunner::drain(Child &child, std::chrono::steady_cl
             Child::take(child.errPipe, child.err);
         if (child.printed() > m_maximumOutput)
             return End::TooMuch;
-        // Most tools print a little and end: that should wake this thread once and not for each step on the way.
-        if (child.end && child.printed() > 0 && !std::exchange(lingered, true)) {
-            std::array<pollfd, 2> ends{{{m_stopped, POLLIN, 0}, {child.end.get(), POLLIN, 0}}};
-            ::poll(ends.data(), ends.size(), int(std::clamp<std::chrono::milliseconds>(left() / 2, 0ms, kLinger).count()));
-        }
     }
     return End::Closed;
 }
