@@ -50,10 +50,10 @@ Program::Program(CommandLine commandLine, Activation &activation)
                   m_machine.platform.panelWindow, m_machine.platform.session})
     , m_standIn({m_stores.hub, m_stores.agents, m_machine.background, m_machine.tools, m_machine.defaults, m_machine.places})
     , m_windows(m_machine.platform.appearance, m_machine.platform.accessibility,
-                {m_stores.hub, m_stores.agents, m_stores.quillbox, m_stores.prefs, m_machine.background, m_machine.defaults,
-                 m_machine.writer, m_machine.platform.keychain, m_machine.platform.folderPanel, m_machine.platform.loginItem,
-                 m_stores.terminal, m_machine.platform.hotKey, m_stores.installer, m_machine.tools, m_machine.places,
-                 HookListener::kPort, QCoreApplication::applicationVersion()},
+                {m_stores.hub, m_stores.agents, m_stores.quillbox, m_stores.prefs, m_machine.background, m_machine.clock,
+                 m_machine.defaults, m_machine.writer, m_machine.platform.keychain, m_machine.platform.folderPanel,
+                 m_machine.platform.loginItem, m_stores.terminal, m_machine.platform.hotKey, m_stores.installer, m_machine.tools,
+                 m_machine.places, HookListener::kPort, QCoreApplication::applicationVersion()},
                 {m_stores.agents, m_stores.prefs, m_machine.background, m_machine.tools, m_machine.platform.loginItem,
                  m_machine.platform.hotKey, m_machine.places})
     , m_endSignals(&QCoreApplication::quit)

@@ -43,7 +43,7 @@ public:
 
     QVariant value(const QString &key) const override { return m_changed.value(key, m_original.value(key)); }
     void set(const QString &key, const QVariant &value) override { m_changed.insert(key, value); }
-    void clear() override { }
+    void clear(std::function<void(const QString &)>) override { }
 
 private:
     const Defaults &m_original;

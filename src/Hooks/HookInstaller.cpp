@@ -64,7 +64,12 @@ std::optional<QString> HookInstaller::install()
 std::optional<QString> HookInstaller::uninstall()
 {
     m_files.sweep(m_settings);
-    return edit(Change::Uninstall);
+    const auto problem = edit(Change::Uninstall);
+    // A file without Velto's hooks needn't have been written.
+    const auto current = m_files.read(m_settings, kLargest);
+    const auto *bytes = std::get_if<QByteArray>(&current);
+    const bool gone = bytes ? !bytes->contains(marker()) : std::get<FileError>(current).missing;
+    return gone ? std::nullopt : problem;
 }
 
 std::vector<SettingsHook> HookInstaller::entries() const

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QVariant>
+#include <functional>
 
 namespace velto {
 
@@ -17,8 +18,8 @@ public:
     /// The stored value; an invalid QVariant if there is none.
     virtual QVariant value(const QString &key) const = 0;
     virtual void set(const QString &key, const QVariant &value) = 0;
-    /// Forgets everything.
-    virtual void clear() = 0;
+    /// Forgets everything. `cleared` gets why the disk still has it, in a sentence, or nothing once it hasn't.
+    virtual void clear(std::function<void(const QString &problem)> cleared) = 0;
 };
 
 } // namespace velto

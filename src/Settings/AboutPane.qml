@@ -59,4 +59,47 @@ SettingsPane {
             }
         }
     }
+    FormDialog {
+        id: remains
+
+        first: again
+        width: confirm.width
+        title: qsTr("Not everything could be removed")
+        onAccepted: root.store.about.reset()
+
+        contentItem: Column {
+            spacing: 8
+
+            Repeater {
+                model: root.store.about.left
+
+                FormText {
+                    required property string modelData
+
+                    width: parent?.width ?? 0
+                    text: modelData
+                }
+            }
+        }
+        footer: DialogFooter {
+            FormButton {
+                text: qsTr("Quit Anyway")
+                destructive: true
+                onClicked: root.store.about.quit()
+            }
+            FormButton {
+                id: again
+
+                text: qsTr("Try Again")
+                onClicked: remains.accept()
+            }
+        }
+    }
+    Connections {
+        target: root.store.about
+
+        function onLeftChanged(): void {
+            remains.open();
+        }
+    }
 }

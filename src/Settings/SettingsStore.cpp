@@ -15,7 +15,7 @@ SettingsStore::SettingsStore(const Needs &needs, QObject *parent)
     , m_claude(needs.agents, needs.tools, needs.places, needs.hookPort)
     , m_tokens(needs.prefs, needs.background, needs.keychain)
     , m_quillbox(needs.quillbox, needs.prefs, needs.background, needs.keychain)
-    , m_about({needs.installer, needs.loginItem, needs.background, needs.keychain, needs.defaults, needs.version})
+    , m_about({needs.installer, needs.loginItem, needs.background, needs.clock, needs.keychain, needs.defaults, needs.version})
 {
     connect(&m_tokens, &TokenSettings::refreshWanted, this, [&hub = needs.hub] { hub.refresh(true); });
     connect(&m_writer, &FileWriter::changed, this, &SettingsStore::unsavedChanged);

@@ -9,6 +9,7 @@
 
 namespace velto {
 
+class Clock;
 class FileWriter;
 
 /// What the settings window shows, pane by pane. UI thread only.
@@ -30,6 +31,7 @@ public:
         QuillboxSource &quillbox;
         Prefs &prefs;
         Background &background;
+        Clock &clock;
         Defaults &defaults;
         FileWriter &writer;
         Keychain &keychain;

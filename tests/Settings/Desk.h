@@ -15,23 +15,9 @@ struct Desk : World {
     FakeHotKey hotKey;
     QTemporaryDir folder;
     Places here{folder.path(), {}, {}, folder.path()};
-    SettingsStore::Needs needs{hub,
-                               agents,
-                               quillbox,
-                               prefs,
-                               background,
-                               defaults,
-                               writer,
-                               keychain,
-                               folderPanel,
-                               loginItem,
-                               terminal,
-                               hotKey,
-                               installer,
-                               tools,
-                               here,
-                               4747,
-                               QStringLiteral("1.2")};
+    SettingsStore::Needs needs{hub,      agents,    quillbox, prefs,       background, clock,
+                               defaults, writer,    keychain, folderPanel, loginItem,  terminal,
+                               hotKey,   installer, tools,    here,        4747,       QStringLiteral("1.2")};
     SettingsStore settings{needs};
     Welcome::Needs welcome{agents, prefs, background, tools, loginItem, hotKey, here};
 

@@ -195,9 +195,24 @@ private Q_SLOTS:
             desk.keychain.put(name, u"x"_s);
         desk.prefs.setOnboarded(true);
         const QSignalSpy quit(desk.settings.about(), &AboutSettings::quitWanted);
-        desk.settings.about()->reset();
-        QCOMPARE(quit.count(), 1); // a keyring that hangs doesn't delay it
+        AboutSettings &about = *desk.settings.about();
+        desk.defaults.stays = u"settings.json can't be written."_s;
+        about.reset();
+        desk.wait(2000); // for a keyring that hangs
+        QCOMPARE(about.left(),
+                 (QStringList{u"Quillbox's token: the keyring hasn't answered yet."_s,
+                              u"The settings: settings.json can't be written."_s}));
+        desk.keychain.keeps = false;
+        about.reset();
         desk.background.finishAll();
+        QCOMPARE(about.left().value(0), u"Quillbox's token: the keyring couldn't erase it."_s);
+        QCOMPARE(quit.count(), 0);
+        desk.keychain.keeps = true;
+        desk.defaults.stays.clear();
+        about.reset();
+        desk.background.finishAll();
+        QCOMPARE(about.left(), QStringList());
+        QCOMPARE(quit.count(), 1);
         QVERIFY(!desk.installer.present());
         QVERIFY(!desk.loginItem.enabled());
         QVERIFY(!desk.keychain.get(u"Velto.quillbox"_s));

@@ -30,7 +30,12 @@ public:
 
     QVariant value(const QString &key) const override { return values.value(key); }
     void set(const QString &key, const QVariant &value) override { values.insert(key, value); }
-    void clear() override { values.clear(); }
+    QString stays; ///< why nothing can be removed
+    void clear(std::function<void(const QString &)> cleared) override
+    {
+        values.clear();
+        cleared(stays);
+    }
 };
 
 class FakeKeychain final : public Keychain {

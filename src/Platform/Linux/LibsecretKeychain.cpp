@@ -199,7 +199,8 @@ bool LibsecretKeychain::put(const QString &name, const std::optional<QString> &v
         api->secret_password_clearv_sync(secretSchema(), attributes.table(), deadline.cancellable(), &error);
         const bool erased = !error;
         freeError(*api, error);
-        return erased;
+        return erased
+            && !keyringHolds(QLatin1StringView(kSecretSchema), name, kReading); // a locked one is passed over in silence
     }
     // Replaces the old secret atomically: if the program is killed here, one of the two is stored.
     const bool kept =

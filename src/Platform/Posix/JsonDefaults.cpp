@@ -189,14 +189,17 @@ FileWriter::Outcome SettingsFile::erase()
     m_files.sweep(m_path);
     const auto standing = m_files.read(m_path, kLargest);
     const auto *error = std::get_if<FileError>(&standing);
+    FileWriter::Outcome outcome;
     if (!error || !error->missing)
-        m_files.replace(m_path, "{}\n"); // emptied first: the folder may not allow files to be removed
+        outcome.error = m_files.replace(m_path, "{}\n"); // emptied first: the folder may not allow files to be removed
     const QFileInfo file(m_path);
     QDir folder = file.dir();
     for (const QString &name : folder.entryList({file.fileName(), file.fileName() + kDamaged + u'*'}, QDir::Files | QDir::Hidden))
         folder.remove(name);
     QDir().rmdir(folder.path()); // fails if anything else is in it
-    return {};
+    if (!file.exists())
+        outcome.error.reset();
+    return outcome;
 }
 
 JsonDefaults::JsonDefaults(Files &files, FileWriter &writer, Clock &clock, QString path)
@@ -209,6 +212,10 @@ JsonDefaults::JsonDefaults(Files &files, FileWriter &writer, Clock &clock, QStri
     QObject::connect(&m_watcher, &QFileSystemWatcher::directoryChanged, &m_life, [this] {
         if (!m_values.isEmpty() && !QFileInfo::exists(m_path))
             m_restore = m_clock.after(kThrough, [this] { restore(); });
+    });
+    QObject::connect(&m_writer, &FileWriter::changed, &m_life, [this] {
+        if (const QString problem = m_writer.problem(m_path); !problem.isEmpty())
+            tellCleared(problem);
     });
     watch();
 }
@@ -284,13 +291,24 @@ void JsonDefaults::watch()
         m_watcher.addPath(folder);
 }
 
-void JsonDefaults::clear()
+void JsonDefaults::clear(std::function<void(const QString &)> cleared)
 {
+    m_tellCleared = std::move(cleared);
     m_values = {};
     m_changes.clear();
     m_cleared = true;
     m_writer.write(
-        m_path, [file = m_file] { return file->erase(); }, &m_life, [this] { m_cleared = false; });
+        m_path, [file = m_file] { return file->erase(); }, &m_life,
+        [this] {
+            m_cleared = false;
+            tellCleared({});
+        });
+}
+
+void JsonDefaults::tellCleared(const QString &problem)
+{
+    if (const auto tell = std::exchange(m_tellCleared, {}))
+        tell(problem);
 }
 
 void JsonDefaults::keepPrivate() const

@@ -32,7 +32,7 @@ public:
     /// An invalid value forgets the key.
     void set(const QString &key, const QVariant &value) override;
     /// The file goes too, with the copies of damaged ones, and its folder if nothing else is in it.
-    void clear() override;
+    void clear(std::function<void(const QString &problem)> cleared) override;
 
 private:
     void load(Files &files);
@@ -40,6 +40,7 @@ private:
     void save();
     void restore();
     void watch();
+    void tellCleared(const QString &problem);
 
     FileWriter &m_writer;
     Clock &m_clock;
@@ -48,6 +49,7 @@ private:
     QJsonObject m_values;
     QHash<QString, QJsonValue> m_changes; ///< what the disk doesn't have yet; undefined where a key is forgotten
     bool m_cleared = false; ///< what the file holds is to go
+    std::function<void(const QString &)> m_tellCleared;
     TimerHandle m_restore;
     QFileSystemWatcher m_watcher; ///< of the file's folder
     QObject m_life;

@@ -106,7 +106,7 @@ private Q_SLOTS:
         for (int times = 0; times < 2; ++times) // by somebody else
             QVERIFY(!removed([this] { QDir(QFileInfo(m_path).path()).removeRecursively(); }));
         QCOMPARE(QJsonDocument::fromJson(readFile(m_path)).object().size(), before.size() + 1);
-        QVERIFY(removed([&opened] { opened->clear(); }));
+        QVERIFY(removed([&opened] { opened->clear([](const QString &) {}); }));
         QVERIFY(!opened->value(u"mine"_s).isValid());
         opened->set(u"mine"_s, true);
         QCOMPARE(QJsonDocument::fromJson(readFile(m_path)).object().size(), 1);
