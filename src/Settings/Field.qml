@@ -11,8 +11,8 @@ FormField {
 
     Component.onCompleted: root.text = root.stored
     onStoredChanged: {
-        // The text isn't replaced while the user types, unless it is to be emptied.
-        if (!root.activeFocus || root.stored === "")
+        // The text isn't replaced while the user types, unless it is to be emptied or comes back.
+        if (!root.activeFocus || root.stored === "" || root.text === "")
             root.text = root.stored;
     }
     onActiveFocusChanged: {

@@ -13,7 +13,6 @@ FormRow {
 
     function save(): void {
         root.tokens.save(root.name, field.text);
-        field.clear();
         field.forceActiveFocus();
     }
 
@@ -21,7 +20,7 @@ FormRow {
     note: root.tokens.revision >= 0 ? root.tokens.problem(root.name) : ""
     noteTone: FormText.Warning
 
-    FormField {
+    Field {
         id: field
 
         anchors.verticalCenter: parent.verticalCenter
@@ -32,6 +31,8 @@ FormRow {
         placeholderText: root.saved ? qsTr("Saved") : qsTr("Paste here")
         label: root.label
         Accessible.passwordEdit: true
+        stored: root.tokens.revision >= 0 ? root.tokens.typed(root.name) : ""
+        onTyped: text => root.tokens.type(root.name, text)
         onAccepted: root.save()
     }
     FormButton {

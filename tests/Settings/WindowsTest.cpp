@@ -209,9 +209,18 @@ private Q_SLOTS:
         openPane(3);
         named(u"Linear API key, Paste here"_s)->forceActiveFocus(Qt::TabFocusReason);
         m_window->requestActivate();
-        for (const Qt::Key key : {Qt::Key_X, Qt::Key_Tab, Qt::Key_Return})
+        // What the keyring refuses comes back into its field.
+        m_desk->keychain.keeps = false;
+        for (const Qt::Key key : {Qt::Key_X, Qt::Key_Return})
+            QTest::keyClick(m_window, key);
+        QCOMPARE(m_window->activeFocusItem()->property("text"), QVariant(QString()));
+        m_desk->background.finishAll();
+        QVERIFY(saying(u"The keyring couldn't keep it: perhaps it is locked, or none is running."_s));
+        m_desk->keychain.keeps = true;
+        for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Return})
             QTest::keyClick(m_window, key);
         m_desk->background.finishAll();
+        QCOMPARE(m_desk->keychain.get(u"Velto.linear"_s), u"x"_s);
         QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Linear API key, Saved"_s);
         QTest::keyClick(m_window, Qt::Key_Tab);
         QTest::keyClick(m_window, Qt::Key_Return);
@@ -265,6 +274,7 @@ private Q_SLOTS:
             if (sure)
                 QTest::keyClick(m_window, Qt::Key_Tab);
             QTest::keyClick(m_window, Qt::Key_Return);
+            m_desk->background.finishAll();
             QCOMPARE(quit.count(), int(sure));
             if (!sure)
                 QTRY_COMPARE(spoken(m_window->activeFocusItem()), u"Remove Velto's changes and quit…"_s);

@@ -95,10 +95,21 @@ void TokenSettings::readAnew()
     Q_EMIT changed();
 }
 
+void TokenSettings::type(const QString &name, const QString &token)
+{
+    if (m_typed.value(name) == token)
+        return;
+    m_typed.insert(name, token);
+    ++m_revision;
+    Q_EMIT changed();
+}
+
 void TokenSettings::save(const QString &name, const QString &token)
 {
-    if (!token.trimmed().isEmpty())
-        put(name, token.trimmed());
+    if (token.trimmed().isEmpty())
+        return;
+    type(name, {});
+    put(name, token.trimmed());
 }
 
 void TokenSettings::remove(const QString &name)
@@ -119,7 +130,9 @@ QCoro::Task<> TokenSettings::put(QString name, std::optional<QString> token)
         co_return;
     m_problems.remove(name);
     if (!kept)
-        m_problems.insert(name, token ? tr("The keyring couldn't keep it.") : tr("The keyring couldn't erase it."));
+        m_problems.insert(name, token ? refusal() : tr("The keyring couldn't erase it."));
+    if (!kept && token && m_typed.value(name).isEmpty())
+        m_typed.insert(name, *token);
     ++m_revision;
     Q_EMIT changed();
     co_await look();
@@ -127,6 +140,12 @@ QCoro::Task<> TokenSettings::put(QString name, std::optional<QString> token)
         co_return;
     store();
     Q_EMIT refreshWanted();
+}
+
+QString TokenSettings::refusal() const
+{
+    return locked() ? tr("The keyring is locked, so it couldn't keep it. Unlock it and save again.")
+                    : tr("The keyring couldn't keep it: perhaps it is locked, or none is running.");
 }
 
 QCoro::Task<> TokenSettings::look()

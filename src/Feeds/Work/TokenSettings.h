@@ -43,7 +43,10 @@ public:
     Q_INVOKABLE bool isSaved(const QString &name) const { return m_saved.contains(name); }
     /// What went wrong with the last attempt to save or remove it, in a sentence; empty if nothing.
     Q_INVOKABLE QString problem(const QString &name) const { return m_problems.value(name); }
-    /// Trims it, stores it and reads again; nothing happens if nothing is left.
+    /// What is in its field. What the keyring didn't keep is there again.
+    Q_INVOKABLE QString typed(const QString &name) const { return m_typed.value(name); }
+    Q_INVOKABLE void type(const QString &name, const QString &token);
+    /// Trims it, empties its field, stores it and reads again; nothing happens if nothing is left.
     Q_INVOKABLE void save(const QString &name, const QString &token);
     Q_INVOKABLE void remove(const QString &name);
     /// Asks the keyring; called when the pane is shown and when the user returns to it.
@@ -58,6 +61,7 @@ private:
     QCoro::Task<> put(QString name, std::optional<QString> token);
     QCoro::Task<> look();
     bool store();
+    QString refusal() const;
 
     Prefs &m_prefs;
     Keychain &m_keyring;
@@ -66,6 +70,7 @@ private:
     std::optional<QString> m_site; ///< while it is being typed
     std::optional<QString> m_email; ///< likewise
     QSet<QString> m_saved;
+    QHash<QString, QString> m_typed;
     QHash<QString, QString> m_problems;
     int m_revision = 0;
 };

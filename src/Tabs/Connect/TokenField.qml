@@ -15,7 +15,6 @@ Item {
 
     function save(): void {
         root.source.saveToken(root.name, field.text);
-        field.input.clear();
         field.input.forceActiveFocus();
     }
 
@@ -31,6 +30,8 @@ Item {
         secure: true
         label: root.title
         prompt: root.saved ? qsTr("%1: saved").arg(root.title) : root.title
+        text: root.tokens.revision >= 0 ? root.tokens.typed(root.name) : ""
+        onEdited: text => root.tokens.type(root.name, text)
         onAccepted: root.save()
     }
     PlainText {
