@@ -102,7 +102,7 @@ Item {
         onWheel: wheel => wheel.accepted = true
     }
 
-    Rectangle {
+    RoundedBox {
         id: panel
 
         readonly property int side: 24
@@ -117,8 +117,8 @@ Item {
         height: column.height + 18
         radius: 12
         color: Theme.popover
-        border.width: 1
-        border.color: Theme.at("white", Math.max(0.14, Theme.edgeFloor))
+        edge: 1
+        edgeColor: Theme.at("white", 0.14)
 
         // A press between the days must not count as one outside.
         MouseArea {
@@ -228,7 +228,7 @@ Item {
                                 root.press(dayCell.day, event);
                         }
 
-                        Rectangle {
+                        RoundedBox {
                             anchors.centerIn: parent
                             width: root.line
                             height: root.cell * 24 / 30

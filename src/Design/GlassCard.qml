@@ -17,11 +17,11 @@ Item {
     implicitWidth: column.implicitWidth + 2 * Theme.paddingCard
     implicitHeight: column.implicitHeight + 2 * Theme.paddingCard
 
-    Rectangle {
+    RoundedBox {
         anchors.fill: parent
         radius: Theme.radiusCard
-        border.width: Theme.cardEdge
-        border.color: "white"
+        edge: Theme.cardEdge
+        edgeColor: "white"
         color: Theme.at(root.tint, button.pressed ? 0.16 : button.hovered ? 0.11 : 0.08)
     }
 

@@ -13,7 +13,7 @@ ButtonBase {
     implicitWidth: Math.round(30 * Theme.textScale)
     implicitHeight: Math.round(26 * Theme.textScale)
 
-    Rectangle {
+    RoundedBox {
         anchors.fill: parent
         radius: root.corner
         color: Theme.at("white", root.pressed ? 0.16 : root.hovered ? 0.1 : 0)

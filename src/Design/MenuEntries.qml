@@ -80,13 +80,12 @@ FocusScope {
                     radius: 6
                     color: Theme.at("white", entry.pressed ? 0.24 : 0.16)
                 }
-                Rectangle {
+                Separator {
                     visible: entry.isLine
                     x: Theme.paddingCard
                     y: 4
                     width: parent.width - 2 * x
-                    height: 1
-                    color: Theme.at("white", 0.16)
+                    ink: Theme.at("white", 0.16)
                 }
                 PlainText {
                     id: words

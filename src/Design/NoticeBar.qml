@@ -2,7 +2,7 @@ import QtQuick
 import Velto.Design
 
 /// One line about what has just happened, with at most one action. Screen readers announce it when it appears.
-Rectangle {
+RoundedBox {
     id: root
 
     required property string symbol
@@ -15,8 +15,8 @@ Rectangle {
 
     implicitHeight: Math.max(Math.round(32 * Theme.textScale), words.height + Theme.gapSection)
     radius: Theme.radiusRow
-    border.width: Theme.cardEdge
-    border.color: "white"
+    edge: Theme.cardEdge
+    edgeColor: "white"
     color: Theme.at(root.tint, 0.1)
     Accessible.role: Accessible.Notification
     Accessible.name: root.text

@@ -1,53 +1,52 @@
 #include "Design/RoundedBox.h"
 
+#include "Design/BoxNode.h"
 #include "Design/Theme.h"
 
-#include <QPainter>
 #include <QQmlEngine>
+#include <QQuickWindow>
 #include <algorithm>
-#include <cmath>
 
 namespace velto {
 
 RoundedBox::RoundedBox(QQuickItem *parent)
-    : QQuickPaintedItem(parent)
+    : QQuickItem(parent)
 {
-    setAntialiasing(true);
-    connect(this, &RoundedBox::changed, this, [this] { update(); });
+    setFlag(ItemHasContents);
+    connect(this, &RoundedBox::changed, this, &QQuickItem::update);
 }
 
 void RoundedBox::componentComplete()
 {
-    QQuickPaintedItem::componentComplete();
+    QQuickItem::componentComplete();
     m_theme = Theme::of(qmlEngine(this));
     if (m_theme)
-        connect(m_theme, &Theme::contrastChanged, this, [this] { update(); });
+        connect(m_theme, &Theme::contrastChanged, this, &QQuickItem::update);
 }
 
-void RoundedBox::paint(QPainter *painter)
+QSGNode *RoundedBox::updatePaintNode(QSGNode *before, UpdatePaintNodeData *)
 {
-    // In device pixels, so that the straight parts of the edge are sharp; and within the picture, which the toolkit makes for
-    // a size in whole logical pixels.
-    const QTransform toPixels = painter->transform();
-    const QRect picture(0, 0, painter->device()->width(), painter->device()->height());
-    const QRectF area(toPixels.mapRect(boundingRect()).toRect().intersected(picture));
-    const qreal scale = toPixels.m11();
-    painter->resetTransform();
-    const qreal edge = m_edge > 0 ? std::max(1.0, std::round(m_edge * scale)) : 0;
-    const qreal most = std::min(area.width(), area.height()) / 2;
-    const qreal radius = std::min(m_radius * scale, most);
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(m_color);
-    painter->drawRoundedRect(area, radius, radius);
-    if (edge == 0)
-        return;
-    painter->setBrush(Qt::NoBrush);
-    QColor colour = m_edgeColor;
-    if (m_theme && colour.alpha() > 0)
-        colour.setAlphaF(std::max(colour.alphaF(), float(m_theme->edgeFloor())));
-    painter->setPen(QPen(colour, edge));
-    const qreal middle = std::max(0.0, radius - edge / 2);
-    painter->drawRoundedRect(area.adjusted(edge / 2, edge / 2, -edge / 2, -edge / 2), middle, middle);
+    auto *node = static_cast<BoxNode *>(before);
+    if (!node)
+        node = new BoxNode(window());
+    QColor edgeColor = m_edgeColor;
+    if (m_theme && edgeColor.alpha() > 0)
+        edgeColor.setAlphaF(std::max(edgeColor.alphaF(), float(m_theme->edgeFloor())));
+    node->set({size(), m_radius, m_color, m_edge, edgeColor}, window()->effectiveDevicePixelRatio());
+    return node;
+}
+
+void RoundedBox::geometryChange(const QRectF &now, const QRectF &before)
+{
+    QQuickItem::geometryChange(now, before);
+    update();
+}
+
+void RoundedBox::itemChange(ItemChange change, const ItemChangeData &data)
+{
+    QQuickItem::itemChange(change, data);
+    if (change == ItemDevicePixelRatioHasChanged)
+        update();
 }
 
 } // namespace velto

@@ -16,7 +16,7 @@ Item {
     visible: root.share < 1
     Accessible.ignored: true
 
-    Rectangle {
+    RoundedBox {
         id: thumb
 
         x: Math.round((parent.width - width) / 2) + 1

@@ -37,7 +37,7 @@ FocusScope {
     Component.onDestruction: root.before?.forceActiveFocus()
 
     // The panel's own outline: its top corners are above the window.
-    Rectangle {
+    RoundedBox {
         x: 14
         y: -40
         width: parent.width - 28
@@ -52,14 +52,14 @@ FocusScope {
         onWheel: wheel => wheel.accepted = true
     }
 
-    Rectangle {
+    RoundedBox {
         anchors.centerIn: parent
         width: Math.min(640 * Theme.textScale, parent.width - 56)
         height: column.height + 2 * root.padding
         radius: 18
         color: Theme.sheet
-        border.width: 1
-        border.color: Theme.at("white", Math.max(0.12, Theme.edgeFloor))
+        edge: 1
+        edgeColor: Theme.at("white", 0.12)
 
         Column {
             id: column

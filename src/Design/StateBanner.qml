@@ -25,12 +25,12 @@ Item {
     Accessible.role: Accessible.StatusBar
     Accessible.name: reason.text + (fix.visible ? " " + fix.text : "")
 
-    Rectangle {
+    RoundedBox {
         anchors.fill: parent
         visible: !root.loading
         radius: Theme.radiusCard
-        border.width: Theme.cardEdge
-        border.color: "white"
+        edge: Theme.cardEdge
+        edgeColor: "white"
         color: Theme.at(root.failed ? Theme.amber : "white", 0.08)
     }
 

@@ -160,21 +160,6 @@ void Theme::setSnapshotRendering(bool snapshot)
     Q_EMIT snapshotRenderingChanged();
 }
 
-int Theme::rounded(int radius) const
-{
-    constexpr int kMostChange = 2;
-    const int wanted = grown(radius);
-    const qreal scale = qGuiApp->devicePixelRatio();
-    const auto fits = [scale](int length) { return std::abs(length * scale - std::round(length * scale)) < 0.01; };
-    for (int change = 0; change <= kMostChange; ++change) {
-        if (fits(wanted + change))
-            return wanted + change;
-        if (fits(wanted - change))
-            return wanted - change;
-    }
-    return wanted;
-}
-
 QColor Theme::panelColor(qreal place)
 {
     const qreal way = std::clamp(1 - std::abs(2 * place - 1), 0.0, 1.0);

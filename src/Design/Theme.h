@@ -149,9 +149,9 @@ public:
 
     double textScale() const { return m_textScale; }
     void setTextScale(double scale);
-    int radiusCard() const { return rounded(kRadiusCard); }
-    int radiusRow() const { return rounded(kRadiusRow); }
-    int radiusControl() const { return rounded(kRadiusControl); }
+    int radiusCard() const { return grown(kRadiusCard); }
+    int radiusRow() const { return grown(kRadiusRow); }
+    int radiusControl() const { return grown(kRadiusControl); }
     int paddingCard() const { return grown(kPaddingCard); }
     int controlHeight() const { return grown(kControlHeight); }
     int gap() const { return grown(kGap); }
@@ -210,9 +210,6 @@ Q_SIGNALS:
 private:
     int moving(int duration) const { return m_reducedMotion ? 0 : duration; }
     int grown(int length) const { return qRound(length * m_textScale); }
-    /// Near to it, and if possible of whole device pixels: the scene graph draws corners of whole logical ones, and leaves a
-    /// notch beside one that ends between two device pixels.
-    int rounded(int radius) const;
 
     bool m_highContrast = false;
     bool m_reducedMotion = false;

@@ -19,11 +19,11 @@ Dialog {
     bottomPadding: 4
     onOpened: root.first?.forceActiveFocus(Qt.TabFocusReason)
 
-    background: Rectangle {
+    background: RoundedBox {
         radius: 12
         color: root.palette.window
-        border.width: 1
-        border.color: Qt.alpha(root.palette.windowText, Math.max(0.2, Theme.edgeFloor))
+        edge: 1
+        edgeColor: Qt.alpha(root.palette.windowText, 0.2)
     }
     header: Item {
         /// See ItemAccessible.

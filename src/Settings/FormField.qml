@@ -26,10 +26,10 @@ TextField {
             root.Accessible.description = Qt.binding(() => root.hint);
     }
 
-    background: Rectangle {
+    background: RoundedBox {
         radius: 8
         color: root.palette.base
-        border.width: root.activeFocus ? 2 : 1
-        border.color: root.activeFocus ? root.palette.highlight : Qt.alpha(root.palette.windowText, Math.max(0.25, Theme.edgeFloor))
+        edge: root.activeFocus ? 2 : 1
+        edgeColor: root.activeFocus ? root.palette.highlight : Qt.alpha(root.palette.windowText, root.hovered ? 0.4 : 0.25)
     }
 }

@@ -16,12 +16,11 @@ Item {
     width: parent?.width ?? 0
     implicitHeight: Math.max(words.height, holder.height) + 18
 
-    Rectangle {
+    Separator {
         visible: !root.first
         x: 12
         width: parent.width - 13 // up to the card's edge
-        height: 1
-        color: Qt.alpha(root.palette.windowText, 0.1)
+        ink: Qt.alpha(root.palette.windowText, 0.1)
     }
     Symbol {
         x: 14

@@ -17,13 +17,13 @@ Column {
         visible: root.title !== ""
         text: root.title
     }
-    Rectangle {
+    RoundedBox {
         width: parent.width
         height: column.height
         radius: 8
         color: root.palette.base
-        border.width: 1
-        border.color: Qt.alpha(root.palette.windowText, Math.max(0.12, Theme.edgeFloor))
+        edge: 1
+        edgeColor: Qt.alpha(root.palette.windowText, 0.12)
 
         Column {
             id: column

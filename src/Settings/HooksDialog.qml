@@ -32,12 +32,11 @@ FormDialog {
                 textFormat: TextEdit.PlainText
                 wrapMode: TextEdit.Wrap
                 padding: 10
-                background: Rectangle {
+                background: RoundedBox {
                     radius: 8
                     color: root.palette.base
-                    border.width: parent?.activeFocus ? 2 : 1
-                    border.color: parent?.activeFocus ? root.palette.highlight
-                                                      : Qt.alpha(root.palette.windowText, Math.max(0.16, Theme.edgeFloor))
+                    edge: parent?.activeFocus ? 2 : 1
+                    edgeColor: parent?.activeFocus ? root.palette.highlight : Qt.alpha(root.palette.windowText, 0.16)
                 }
                 text: root.text
                 font.family: Theme.fixedFamily

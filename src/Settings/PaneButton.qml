@@ -31,13 +31,13 @@ ButtonBase {
             root.quiet = false;
     }
 
-    Rectangle {
+    RoundedBox {
         anchors.fill: parent
         radius: 8
         color: root.selected ? Qt.alpha(root.palette.highlight, 0.16)
                              : Qt.alpha(root.palette.windowText, root.pressed ? 0.12 : root.hovered ? 0.06 : 0)
-        border.width: root.activeFocus && !root.quiet ? 2 : 0
-        border.color: root.palette.highlight
+        edge: root.activeFocus && !root.quiet ? 2 : 0
+        edgeColor: root.palette.highlight
     }
     Symbol {
         id: symbol

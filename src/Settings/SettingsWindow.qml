@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Controls.Fusion
+import Velto.Design
 import Velto.Settings
 
 /// Velto's settings: a row of panes. Every change is saved at once.
@@ -108,11 +109,10 @@ ApplicationWindow {
                 }
             }
         }
-        Rectangle {
+        Separator {
             anchors.bottom: parent.bottom
             width: parent.width
-            height: 1
-            color: Qt.alpha(root.palette.windowText, 0.14)
+            ink: Qt.alpha(root.palette.windowText, 0.14)
         }
     }
 
@@ -121,10 +121,9 @@ ApplicationWindow {
         implicitHeight: Math.max(reason.implicitHeight, again.implicitHeight) + 20
         color: root.palette.window
 
-        Rectangle {
+        Separator {
             width: parent.width
-            height: 1
-            color: Qt.alpha(root.palette.windowText, 0.14)
+            ink: Qt.alpha(root.palette.windowText, 0.14)
         }
         FormText {
             id: reason

@@ -20,12 +20,11 @@ Item {
 
     implicitHeight: box.implicitHeight
 
-    Rectangle {
+    Separator {
         visible: !root.first
         x: 12
         width: parent.width - 13 // up to the card's edge
-        height: 1
-        color: Qt.alpha(root.palette.windowText, 0.1)
+        ink: Qt.alpha(root.palette.windowText, 0.1)
     }
     CheckBox {
         id: box

@@ -55,12 +55,12 @@ Item {
         onHoveredChanged: root.ui.questionHovered(hovered)
     }
 
-    Rectangle {
+    RoundedBox {
         anchors.fill: parent
         radius: 12
         color: Theme.popover
-        border.width: 1
-        border.color: Theme.at(Theme.amber, Math.max(0.4, Theme.edgeFloor))
+        edge: 1
+        edgeColor: Theme.at(Theme.amber, 0.4)
     }
     Symbol {
         id: symbol

@@ -50,7 +50,7 @@ Item {
         height: body.y + body.implicitHeight + (root.ends ? root.padding : 0) - y
         clip: true
 
-        Rectangle {
+        RoundedBox {
             readonly property real over: root.begins ? 0 : radius
             readonly property real under: root.ends ? 0 : radius
 

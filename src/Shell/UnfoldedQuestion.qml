@@ -25,10 +25,9 @@ Item {
     Component.onCompleted: list.model = root.line.unfold()
     Component.onDestruction: root.line.fold()
 
-    Rectangle {
+    Separator {
         width: parent.width
-        height: 1
-        color: Theme.at("white", 0.1)
+        ink: Theme.at("white", 0.1)
     }
     ListView {
         id: list

@@ -63,13 +63,15 @@ private Q_SLOTS:
         QVERIFY2(std::abs(text - beside) <= most, qPrintable(u"%1 device pixels lower"_s.arg(text - beside)));
     }
 
-    /// Nothing that is round has a notch or a nib: its halves mirror each other.
+    /// Nothing that is round has a notch or a nib, and no edge is wider on one side: the halves mirror each other.
     void roundShapesAreEven()
     {
         for (const char *shape :
              {"LiveDot { live: false; color: 'red' }", "LiveDot { live: false; diameter: 7; color: 'red' }",
               "Chip { width: 60; height: 20; text: ''; tint: 'red'; fill: 1 }", "Pill { width: 60; text: ''; tone: 'red' }",
-              "Rectangle { width: 60; height: 40; radius: Theme.radiusRow; color: 'red' }"}) {
+              "RoundedBox { width: 60; height: 40; radius: Theme.radiusRow; color: 'red' }",
+              "RoundedBox { x: 2; y: 0.3; width: 61; height: 40.6; radius: 8; edge: 1; edgeColor: 'red' }",
+              "RoundedBox { y: 2; width: 61; height: 40; radius: 16; color: '#400000'; edge: 2; edgeColor: 'red' }"}) {
             QVERIFY(show(u"Item { width: 300; height: 120; Item { x: 11; y: 7; width: 300; height: 60\n%1 } }"_s.arg(
                 QLatin1StringView(shape))));
             const QImage image = m_view->grabWindow();

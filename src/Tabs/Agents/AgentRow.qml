@@ -84,13 +84,13 @@ Item {
             root.ui.sheetClosed();
     }
 
-    Rectangle {
+    RoundedBox {
         y: 1
         width: parent.width
         height: parent.height - 2
         radius: Theme.radiusRow
-        border.width: Theme.cardEdge
-        border.color: "white"
+        edge: Theme.cardEdge
+        edgeColor: "white"
         color: Theme.at("white", hover.lit || menu.active ? 0.09 : 0.05)
     }
     // Inside the row: the page clips what extends beyond its sides.

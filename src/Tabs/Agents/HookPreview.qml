@@ -35,14 +35,14 @@ Sheet {
         Accessible.role: Accessible.StaticText
         Accessible.name: text
     }
-    Rectangle {
+    RoundedBox {
         width: parent.width
         // As high as the panel allows.
         height: Math.min(code.height + 20, Math.max(72, root.height - 130 - told.height - (proxy.visible ? proxy.height : 0) - buttons.height))
         radius: Theme.radiusRow
         color: Theme.at("black", 0.45)
-        border.width: code.activeFocus ? 2 : 1
-        border.color: code.activeFocus ? Theme.ice : Theme.at("white", Math.max(0.08, Theme.edgeFloor))
+        edge: code.activeFocus ? 2 : 1
+        edgeColor: code.activeFocus ? Theme.ice : Theme.at("white", 0.08)
         clip: true
 
         Flickable {

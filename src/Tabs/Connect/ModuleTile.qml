@@ -2,7 +2,7 @@ import QtQuick
 import Velto.Design
 
 // One module: what it is, whether it's on, how it is doing, and what to do about it.
-Rectangle {
+RoundedBox {
     id: root
 
     required property string module
@@ -23,8 +23,8 @@ Rectangle {
 
     implicitHeight: Math.max(80 * Theme.textScale, column.height + 2 * root.padding)
     radius: Theme.radiusRow
-    border.width: Theme.cardEdge
-    border.color: "white"
+    edge: Theme.cardEdge
+    edgeColor: "white"
     color: root.on ? Theme.at(Theme.accent, 0.12) : Theme.at("white", 0.06)
     Accessible.role: Accessible.Grouping
     Accessible.name: root.label

@@ -33,13 +33,13 @@ Item {
             root.chosen();
     }
 
-    Rectangle {
+    RoundedBox {
         y: 1
         width: parent.width
         height: parent.height - 2
         radius: Theme.radiusRow
-        border.width: Theme.cardEdge
-        border.color: "white"
+        edge: Theme.cardEdge
+        edgeColor: "white"
         color: Theme.at("white", hover.lit ? 0.09 : 0.05)
     }
     FocusRing {

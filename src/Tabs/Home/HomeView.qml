@@ -163,7 +163,7 @@ FocusScope {
         }
     }
     // Over the rows, so that none of them moves away from under the pointer.
-    Rectangle {
+    RoundedBox {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.bottom: parent.bottom

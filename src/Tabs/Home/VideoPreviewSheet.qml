@@ -32,7 +32,7 @@ Sheet {
         }
     ]
 
-    Rectangle {
+    RoundedBox {
         width: parent.width
         height: width * 9 / 16
         radius: Theme.radiusRow

@@ -51,11 +51,11 @@ FocusScope {
         }
     }
 
-    Rectangle {
+    RoundedBox {
         anchors.fill: parent
         radius: Theme.radiusCard
-        border.width: Theme.cardEdge
-        border.color: "white"
+        edge: Theme.cardEdge
+        edgeColor: "white"
         color: Theme.at("white", 0.08)
     }
 
