@@ -1,5 +1,6 @@
 #include "Core/Link.h"
 
+#include <QLocale>
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -13,7 +14,49 @@ bool breaksLink(QChar c)
     return c.isSpace() || c.category() == QChar::Other_Control || c.category() == QChar::Other_Format;
 }
 
+/// Letters that a reader takes for Latin ones.
+constexpr QStringView kLikeLatin = u"асԁеһіјӏорԛѕԝхуѵьᴦгпҽαικνορτυωγ";
+constexpr QStringView kUnlikeTheirLook = u"ıĸŀŉ"; ///< Latin, and taken for others
+constexpr char16_t kLastOfEurope = 0x17F;
+
+bool isJapanese(QChar::Script script)
+{
+    return script == QChar::Script_Han || script == QChar::Script_Hiragana || script == QChar::Script_Katakana;
+}
+
+/// Whether one part of a host reads as what it is.
+bool isHonest(QStringView label, QChar::Script users)
+{
+    std::optional<QChar::Script> script;
+    for (const char32_t c : label.toUcs4()) {
+        const QChar::Script own = isJapanese(QChar::script(c)) ? QChar::Script_Han : QChar::script(c);
+        if (own == QChar::Script_Common)
+            continue;
+        if (script.value_or(own) != own || (own != QChar::Script_Latin && own != users))
+            return false;
+        if (own == QChar::Script_Latin && (c > kLastOfEurope || kUnlikeTheirLook.contains(QChar(char16_t(c)))))
+            return false;
+        script = own;
+    }
+    const auto passes = [](QChar c) { return c.script() == QChar::Script_Common || kLikeLatin.contains(c); };
+    return !script || script == QChar::Script_Latin || !std::ranges::all_of(label, passes);
+}
+
 } // namespace
+
+QString shownHost(const QUrl &url, QChar::Script users)
+{
+    const QString host = url.host().toLower();
+    const auto labels = QStringView(host).split(u'.');
+    const bool honest = std::ranges::all_of(labels, [users](QStringView label) { return isHonest(label, users); });
+    return honest ? host : url.host(QUrl::FullyEncoded).toLower();
+}
+
+QChar::Script usersScript()
+{
+    const auto language = QLocale::system().nativeLanguageName().toUcs4();
+    return language.isEmpty() ? QChar::Script_Latin : QChar::script(language.first());
+}
 
 std::optional<QUrl> linkIn(const QString &text)
 {

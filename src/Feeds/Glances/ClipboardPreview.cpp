@@ -54,7 +54,7 @@ std::optional<ClipboardPreview> previewOf(const QString &text)
     const QString host = link->host().toLower();
     const auto service = std::ranges::find_if(kServices, [&host](const Service &one) { return host.contains(one.host); });
     if (service == kServices.end())
-        return ClipboardPreview{*link, host, translated("Copied link"), u"link"_s};
+        return ClipboardPreview{*link, shownHost(*link, usersScript()), translated("Copied link"), u"link"_s};
     return ClipboardPreview{*link, translated(service->title), translated("Copied link"), QString(service->symbol)};
 }
 

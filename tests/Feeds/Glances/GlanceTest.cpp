@@ -72,6 +72,9 @@ private Q_SLOTS:
         row("https://linear.app/t/issue/1", "Linear issue|Copied link|line.3.horizontal.decrease.circle");
         row("HTTPS://Example.COM:8443/Path", "example.com|Copied link|link");
         row("https://github.com@evil.example/", "evil.example|Copied link|link");
+        row("https://b\u00FCcher.com/", "b\u00FCcher.com|Copied link|link");
+        row("https://p\u0430ypal.com/", "xn--pypal-4ve.com|Copied link|link");
+        row("https://xn--80ak6aa92e.com/", "xn--80ak6aa92e.com|Copied link|link");
         for (const auto *nothing :
              {"", " ", "plain words", "see https://example.com now", "https://example.com\nhttps://b.example", "example.com/x",
               "mailto:a@example.com", "https://", "http:///x", "/etc/passwd", "https://exa\u202Emple.com/"})
