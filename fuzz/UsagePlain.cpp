@@ -92,9 +92,9 @@ std::optional<UsageLine> plainUsageLine(const QByteArray &line)
 
 bool isBeyondPlain(const QByteArray &line)
 {
-    // For zeros written like this, and for dozens of digits, the library calls __builtin_clzll(0), which is undefined; for
-    // hundreds it reads beyond its table of powers.
-    static const QRegularExpression oddNumber(u"[0.][eE]|0{20}|[0-9]{25}"_s);
+    // For zeros written like this, and for digits beyond 64 bits, the library calls __builtin_clzll(0), which is undefined; for
+    // hundreds of digits it reads beyond its table of powers.
+    static const QRegularExpression oddNumber(u"[0.][eE]|[0-9.]{20}"_s);
     if (line.count('[') + line.count('{') > 1000 || oddNumber.match(QString::fromLatin1(line)).hasMatch())
         return true;
     const QByteArray text = withoutSurrogates(line);
