@@ -90,6 +90,9 @@ FocusScope {
         selectionColor: Theme.at(Theme.ice, 0.35)
         selectedTextColor: Theme.glassPrimary
         selectByMouse: true
+        validator: LineValidator {
+            onRefused: refusal.show()
+        }
         renderType: Text.NativeRendering
         font.family: Theme.family
         font.pixelSize: Math.round(Theme.textBody * Theme.textScale)
@@ -98,12 +101,29 @@ FocusScope {
         Accessible.role: Accessible.EditableText
         Accessible.name: root.label
         // The toolkit gives screen readers no name for a field that hides its text.
-        Accessible.description: root.prompt === root.label && !root.secure ? "" : root.prompt
+        Accessible.description: refusal.active ? refusal.text : root.prompt === root.label && !root.secure ? "" : root.prompt
         Accessible.editable: true
         Accessible.focusable: true
         onEditingFinished: root.finished()
         onTextEdited: root.edited(input.text)
         onAccepted: root.accepted()
+    }
+    Loader {
+        id: refusal
+
+        readonly property string text: qsTr("That is too much for one line, so it wasn't taken in.")
+
+        function show(): void {
+            setSource("HelpTip.qml", {"target": root, "text": refusal.text});
+            shown.restart();
+        }
+
+        Timer {
+            id: shown
+
+            interval: 6000
+            onTriggered: refusal.setSource("")
+        }
     }
     ButtonBase {
         id: clear

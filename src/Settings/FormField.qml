@@ -17,6 +17,9 @@ TextField {
     verticalAlignment: TextInput.AlignVCenter
     selectByMouse: true
     maximumLength: 0x7fffffff // a paste is never cut silently
+    validator: LineValidator {
+        onRefused: root.ToolTip.show(qsTr("That is too much for one line, so it wasn't taken in."), 6000)
+    }
     Accessible.name: root.label
     // The toolkit gives screen readers no name for a field that hides its text, and sometimes makes the placeholder its
     // description.
