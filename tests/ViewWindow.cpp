@@ -8,6 +8,7 @@
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QTest>
+#include <QTextDocumentFragment>
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -51,7 +52,9 @@ QString textOn(const QQuickItem *item)
 {
     const QString colour = colourName(item->property("color").value<QColor>());
     if (item->inherits("QQuickText")) {
-        const QString text = item->property("text").toString();
+        const bool rich = item->property("textFormat") == Qt::RichText;
+        const QString written = item->property("text").toString();
+        const QString text = rich ? QTextDocumentFragment::fromHtml(written).toPlainText() : written;
         const QVariant symbol = item->property("name");
         return text.isEmpty() ? QString() : colour + (symbol.isValid() ? u'(' + symbol.toString() + u')' : text);
     }

@@ -8,8 +8,8 @@
 
 namespace velto {
 
-/// Text from outside as views may show it, on one line or several; used by PlainText, and by whatever names a control to a screen
-/// reader.
+/// Text from outside, and our own, as views may show it, on one line or several; used by PlainText, and by whatever names a
+/// control to a screen reader.
 class Plain : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -19,6 +19,8 @@ public:
 
     Q_INVOKABLE QString line(const QString &text) const { return visibleLine(text); }
     Q_INVOKABLE QString lines(const QString &text) const { return visibleLines(text); }
+    /// Rich text that says `text`, with what is between backticks in a font of this family.
+    Q_INVOKABLE QString coded(const QString &text, const QString &family) const;
 };
 
 } // namespace velto

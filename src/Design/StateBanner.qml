@@ -23,7 +23,7 @@ Item {
     visible: root.loading || root.failed || root.unavailable
     implicitHeight: root.visible ? Math.max(mark.height, words.height, button.visible ? button.height : 0) + 2 * root.padding : 0
     Accessible.role: Accessible.StatusBar
-    Accessible.name: reason.text + (fix.visible ? " " + fix.text : "")
+    Accessible.name: Plain.lines(reason.words) + (fix.visible ? " " + Plain.lines(fix.words) : "")
 
     RoundedBox {
         anchors.fill: parent
@@ -65,21 +65,19 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         spacing: 2
 
-        PlainText {
+        CodeText {
             id: reason
 
             width: parent.width
-            multiline: true
             words: root.loading ? qsTr("Loading…") : root.failed ? root.feed.message : root.feed.reason
             color: root.loading ? Theme.glassSecondary : Theme.glassPrimary
             Accessible.ignored: true
         }
-        PlainText {
+        CodeText {
             id: fix
 
             width: parent.width
             visible: root.unavailable && root.feed.fix !== ""
-            multiline: true
             words: root.feed.fix
             color: Theme.glassSecondary
             Accessible.ignored: true

@@ -27,6 +27,8 @@ FormDialog {
             height: 200
 
             TextArea {
+                id: code
+
                 readOnly: true
                 selectByMouse: true
                 textFormat: TextEdit.PlainText
@@ -41,6 +43,20 @@ FormDialog {
                 text: root.text
                 font.family: Theme.fixedFamily
                 Accessible.name: qsTr("What is added")
+                onTextChanged: lines.apply()
+                Component.onCompleted: lines.apply()
+
+                FontMetrics {
+                    id: letters
+
+                    font: code.font
+                }
+                HangingIndent {
+                    id: lines
+
+                    document: code.textDocument
+                    indent: 4 * letters.averageCharacterWidth
+                }
             }
         }
     }

@@ -78,6 +78,22 @@ Sheet {
                 selectedTextColor: "white"
                 font.family: Theme.fixedFamily
                 font.pixelSize: Math.round(Theme.textSmall * Theme.textScale)
+                onTextChanged: lines.apply()
+                Component.onCompleted: lines.apply()
+
+                FontMetrics {
+                    id: letters
+
+                    font: code.font
+                }
+                HangingIndent {
+                    id: lines
+
+                    document: code.textDocument
+                    indent: 4 * letters.averageCharacterWidth
+                    leading: 2
+                }
+
                 activeFocusOnTab: true
                 Accessible.role: Accessible.EditableText
                 Accessible.readOnly: true

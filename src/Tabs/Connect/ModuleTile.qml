@@ -16,7 +16,7 @@ RoundedBox {
     /// See TabOrder.
     readonly property bool staysTogether: true
 
-    readonly property real padding: Math.round(10 * Theme.textScale)
+    readonly property real padding: Theme.paddingCard
 
     signal wanted(bool on)
     signal acted
@@ -76,12 +76,11 @@ RoundedBox {
             // The text starts at the same height with and without a button.
             height: Math.max(words.y + words.implicitHeight, button.height)
 
-            PlainText {
+            CodeText {
                 id: words
 
                 y: 4 * Theme.textScale
                 width: parent.width - (button.visible ? button.width + root.padding : 0)
-                multiline: true
                 maximumLineCount: 2
                 elide: Text.ElideRight
                 words: root.text

@@ -1,4 +1,4 @@
-#include "Shell/HangingIndent.h"
+#include "Design/HangingIndent.h"
 
 #include <QScopedValueRollback>
 #include <QTextBlock>
