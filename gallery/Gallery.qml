@@ -92,7 +92,7 @@ Rectangle {
 
                 FocusRing { visible: true }
             }
-            IconButton { symbol: "xmark"; label: "Close"; enabled: false }
+            IconButton { symbol: "xmark"; label: "Close"; available: false }
         }
 
         Sample {
@@ -106,7 +106,7 @@ Rectangle {
 
                 FocusRing { corner: height / 2; visible: true }
             }
-            PillButton { text: "Disabled"; enabled: false }
+            PillButton { text: "Disabled"; available: false }
             PillButton { text: "Amber"; tint: Theme.amber }
             PillButton { text: "Mint"; tint: Theme.mint }
             PillButton { text: "Coral"; tint: Theme.coral }
@@ -174,7 +174,7 @@ Rectangle {
             }
             TextInputField { width: 110; label: "Token"; text: "secret"; secure: true }
             TextInputField { width: 80; label: "Wrong"; text: "Wrong"; wrong: true }
-            TextInputField { width: 80; label: "Off"; text: "Disabled"; enabled: false }
+            TextInputField { width: 80; label: "Off"; text: "Disabled"; available: false }
         }
 
         Sample {
@@ -200,7 +200,7 @@ Rectangle {
 
                 FocusRing { corner: 6; visible: true }
             }
-            CheckField { text: "Disabled"; enabled: false }
+            CheckField { text: "Disabled"; available: false }
             SwitchField { text: "Off"; onToggled: checked => this.checked = checked }
             SwitchField { text: "On"; checked: true; onToggled: checked => this.checked = checked }
         }

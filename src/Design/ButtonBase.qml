@@ -16,6 +16,8 @@ Item {
     readonly property bool pressable: true
     /// Off where something else shows the focus.
     property bool ringed: true
+    /// Whether it can be pressed. It fades if not; but not in a panel that closes, which disables everything.
+    property bool available: true
     property bool hovered: hover.hovered && root.enabled && !Theme.pointerRests
     property bool pressed: (tap.pressed || keys.held) && root.enabled
 
@@ -26,7 +28,8 @@ Item {
     signal pressBegan
 
     activeFocusOnTab: true
-    opacity: root.enabled ? 1 : 0.4
+    enabled: root.available
+    opacity: root.available ? 1 : 0.4
     Accessible.role: Accessible.Button
     Accessible.name: Plain.line(root.label)
     Accessible.description: root.help === root.label ? "" : root.help

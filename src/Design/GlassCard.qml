@@ -30,7 +30,7 @@ Item {
 
         anchors.fill: parent
         visible: root.interactive
-        enabled: root.interactive
+        available: root.interactive
         label: root.label
         corner: Theme.radiusCard
         onClicked: root.clicked()

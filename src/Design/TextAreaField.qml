@@ -9,6 +9,8 @@ FocusScope {
     /// Its name for screen readers.
     required property string label
     property string prompt
+    /// Whether it can be edited. It fades if not; see ButtonBase.
+    property bool available: true
     property int leastLines: 2
     property int mostLines: 5
     property alias text: input.text
@@ -25,7 +27,8 @@ FocusScope {
     implicitWidth: 200
     implicitHeight: Math.max(root.leastLines * root.line, Math.min(input.contentHeight, root.mostLines * root.line))
                     + 2 * root.inset
-    opacity: root.enabled ? 1 : 0.4
+    enabled: root.available
+    opacity: root.available ? 1 : 0.4
 
     HoverHandler {
         id: hover

@@ -8,10 +8,14 @@ FocusScope {
     /// Its name for screen readers.
     required property string label
     property string prompt
+    /// Whether its name stays in sight, at its end, when a text has taken the prompt's place.
+    property bool named: false
     property string symbol
     property bool clearable: false
     /// Shows dots instead of the text.
     property bool secure: false
+    /// Whether it can be edited. It fades if not; see ButtonBase.
+    property bool available: true
     /// Whether its content can't be accepted.
     property bool wrong: false
     /// Room kept free at its end.
@@ -30,7 +34,8 @@ FocusScope {
 
     implicitWidth: 200
     implicitHeight: Theme.controlHeight
-    opacity: root.enabled ? 1 : 0.4
+    enabled: root.available
+    opacity: root.available ? 1 : 0.4
 
     function focusAll(): void {
         input.forceActiveFocus(Qt.OtherFocusReason);
@@ -77,7 +82,7 @@ FocusScope {
         // Letters from another font make the line higher; see PlainText.
         y: Theme.capitalsDrop(input.font.pixelSize, input.contentHeight)
            - Theme.foreignRise(input.text + input.preeditText, input.font)
-        width: root.width - x - root.inset - root.reserved - (clear.visible ? clear.width - 6 : 0)
+        width: root.width - x - root.inset - root.reserved - (name.visible ? name.width + root.inset : 0) - (clear.visible ? clear.width - 6 : 0)
         height: root.height
         focus: true
         activeFocusOnTab: true
@@ -124,6 +129,19 @@ FocusScope {
             interval: 6000
             onTriggered: refusal.setSource("")
         }
+    }
+    PlainText {
+        id: name
+
+        anchors.right: parent.right
+        anchors.rightMargin: root.inset + root.reserved
+        anchors.baseline: input.baseline
+        width: Math.min(implicitWidth, 0.4 * root.width)
+        visible: root.named && (input.text !== "" || input.preeditText !== "")
+        text: root.label
+        size: Theme.textSmall
+        color: Theme.glassTertiary
+        Accessible.ignored: true // it is what the field is called
     }
     ButtonBase {
         id: clear

@@ -39,7 +39,7 @@ GlassCard {
 
             PillButton {
                 text: root.form.connecting ? qsTr("Connecting…") : qsTr("Connect Google Calendar")
-                enabled: !root.form.connecting
+                available: !root.form.connecting
                 onClicked: root.form.connectGoogle()
             }
             PillButton {
@@ -122,6 +122,7 @@ GlassCard {
 
         TextInputField {
             width: parent.width
+            named: true
             label: qsTr("Meeting title")
             prompt: qsTr("Meeting title")
             text: root.form.title
@@ -153,6 +154,7 @@ GlassCard {
         }
         TextInputField {
             width: parent.width
+            named: true
             label: qsTr("Join link")
             prompt: qsTr("Join link (Google Meet, Zoom, Teams, or any URL)")
             text: root.form.link
@@ -174,7 +176,7 @@ GlassCard {
             PillButton {
                 text: qsTr("Save")
                 label: qsTr("Save the meeting")
-                enabled: !root.form.timeUnreadable
+                available: !root.form.timeUnreadable
                 onClicked: root.form.save()
             }
             PlainText {

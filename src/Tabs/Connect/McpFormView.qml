@@ -82,6 +82,7 @@ GlassCard {
                 id: actions
 
                 anchors.right: parent.right
+                anchors.rightMargin: -copy.overhang
                 anchors.verticalCenter: parent.verticalCenter
                 spacing: 6
 
@@ -109,6 +110,8 @@ GlassCard {
                     onClicked: root.form.act(server.name)
                 }
                 IconButton {
+                    id: copy
+
                     anchors.verticalCenter: parent.verticalCenter
                     symbol: "doc.on.doc"
                     label: qsTr("Copy endpoint")
@@ -132,6 +135,7 @@ GlassCard {
         }
         TextInputField {
             width: fields.width - 180 - add.width - 16
+            named: true
             label: qsTr("HTTPS MCP URL")
             prompt: qsTr("HTTPS MCP URL")
             text: root.form.url
@@ -145,7 +149,7 @@ GlassCard {
             anchors.verticalCenter: parent.verticalCenter
             text: qsTr("Add")
             label: qsTr("Add the MCP server")
-            enabled: root.form.canAdd
+            available: root.form.canAdd
             onClicked: root.form.add()
         }
     }

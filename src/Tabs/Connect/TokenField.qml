@@ -28,6 +28,7 @@ Item {
         anchors.right: buttons.left
         anchors.rightMargin: 8
         secure: true
+        named: true
         label: root.title
         prompt: root.saved ? qsTr("%1: saved").arg(root.title) : root.title
         text: root.tokens.revision >= 0 ? root.tokens.typed(root.name) : ""
@@ -66,7 +67,7 @@ Item {
         }
         PillButton {
             anchors.verticalCenter: parent.verticalCenter
-            enabled: field.text.trim() !== ""
+            available: field.text.trim() !== ""
             text: qsTr("Save")
             label: qsTr("Save %1").arg(root.title)
             onClicked: root.save()

@@ -56,6 +56,7 @@ GlassCard {
 
         TextInputField {
             width: (jira.width - 8) / 2
+            named: true
             label: qsTr("Jira email")
             prompt: qsTr("Jira email")
             text: root.source.tokens.jiraEmail
@@ -64,6 +65,7 @@ GlassCard {
         }
         TextInputField {
             width: (jira.width - 8) / 2
+            named: true
             label: qsTr("Jira site")
             prompt: qsTr("Jira site (%1)").arg("your-team.atlassian.net")
             text: root.source.tokens.jiraSite

@@ -103,6 +103,7 @@ FocusScope {
 
                 TextInputField {
                     width: (parent.width - root.gap) / 2
+                    named: true
                     label: qsTr("Who (optional)")
                     prompt: qsTr("Who (optional)")
                     text: root.form.who
@@ -110,6 +111,7 @@ FocusScope {
                 }
                 TextInputField {
                     width: (parent.width - root.gap) / 2
+                    named: true
                     label: qsTr("Project (optional)")
                     prompt: qsTr("Project (optional)")
                     text: root.form.project
