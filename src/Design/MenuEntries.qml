@@ -12,6 +12,8 @@ FocusScope {
     /// The shortcut shown beside each of them.
     property list<string> keys: []
     property real widest: 136
+    /// Whether the focus shows.
+    property bool lit: true
 
     signal chosen(int index)
     signal dismissed
@@ -23,11 +25,16 @@ FocusScope {
     Keys.onDownPressed: root.move(1)
     Keys.onUpPressed: root.move(-1)
 
-    function enter(): void {
+    function enter(lit: bool): void {
+        root.lit = lit;
         if (repeater.count > 0)
             repeater.itemAt(0).forceActiveFocus();
     }
     function move(step: int): void {
+        if (!root.lit) {
+            root.lit = true;
+            return;
+        }
         const count = repeater.count;
         let at = step > 0 ? -1 : count;
         for (let i = 0; i < count; ++i) {
@@ -60,25 +67,30 @@ FocusScope {
 
                 label: modelData
                 ringed: false
+                takesReturn: root.lit
                 enabled: !isLine
-                opacity: 1
                 activeFocusOnTab: !isLine
                 width: column.width
                 height: isLine ? 9 : words.implicitHeight + Math.round(13 * Theme.textScale)
                 Accessible.role: isLine ? Accessible.Separator : Accessible.MenuItem
                 Accessible.description: key
                 onHoveredChanged: {
-                    if (hovered)
-                        forceActiveFocus();
+                    if (!hovered)
+                        return;
+                    root.lit = true;
+                    forceActiveFocus();
                 }
+                onActiveFocusChanged: root.lit = root.lit || (activeFocus && index > 0)
                 onClicked: root.chosen(entry.index)
                 Component.onCompleted: root.widest = Math.max(root.widest, words.implicitWidth + 2 * words.x + (beside.text === "" ? 0 : beside.implicitWidth + 2 * words.x))
 
                 RoundedBox {
                     anchors.fill: parent
-                    visible: !entry.isLine && (entry.pressed || entry.activeFocus)
+                    visible: !entry.isLine && (entry.pressed || (entry.activeFocus && root.lit))
                     radius: 6
-                    color: Theme.at("white", entry.pressed ? 0.24 : 0.16)
+                    color: Theme.at("white", entry.pressed ? 0.18 : 0.1)
+                    edge: Theme.cardEdge
+                    edgeColor: "white"
                 }
                 Separator {
                     visible: entry.isLine

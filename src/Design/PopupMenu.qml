@@ -10,6 +10,8 @@ Item {
     /// What it offers, in order.
     required property list<string> entries
     property list<string> keys: []
+    /// Whether a key opened it: the entry with the focus is lit then, otherwise not before a key or the pointer has chosen one.
+    property bool byKeys: true
     /// Where it opens in the window, instead of next to the target.
     property var place: null
 
@@ -39,7 +41,7 @@ Item {
     Component.onCompleted: {
         root.scene = root.target.Window.contentItem;
         root.before = root.target.Window.activeFocusItem;
-        list.enter();
+        list.enter(root.byKeys);
     }
 
     MouseArea {

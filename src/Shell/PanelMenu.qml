@@ -10,6 +10,7 @@ FocusScope {
     required property var place
 
     readonly property bool open: root.ui.menuOpen
+    readonly property bool byKeys: root.place === null
     readonly property bool hangs: root.open && !root.ui.expanded
     /// See TabOrder.
     readonly property bool trapsFocus: root.hangs
@@ -51,11 +52,11 @@ FocusScope {
                 onChosen: index => root.ui.chooseFromMenu(index)
                 onVisibleChanged: {
                     if (visible)
-                        enter();
+                        enter(root.byKeys);
                 }
                 Component.onCompleted: {
                     root.ui.menuHeight = implicitHeight + 16;
-                    enter();
+                    enter(root.byKeys);
                 }
             }
             // qmllint enable unqualified
@@ -76,6 +77,7 @@ FocusScope {
             readonly property bool wanted: root.open && root.ui.expanded
 
             target: root
+            byKeys: root.byKeys
             place: root.place ?? Qt.point(root.width - 200, 44)
             entries: root.ui.menuTitles
             keys: root.ui.menuKeys

@@ -37,6 +37,8 @@ private Q_SLOTS:
                     QVERIFY(corner.x() <= 400 && corner.y() <= 300);
                 }
                 QCOMPARE(nameOf(named(u"Settings…"_s), QAccessible::Description), u"Ctrl+,"_s);
+                press(Qt::Key_Down); // shows where the focus is, since the pointer opened it
+                QCOMPARE(focused(), u"Open"_s);
                 press(Qt::Key_Down);
                 press(Qt::Key_Down); // past the separator
                 QCOMPARE(focused(), u"Quit"_s);

@@ -42,8 +42,8 @@ Item {
     Accessible.focusable: true
     Keys.onReturnPressed: root.activate()
     Keys.onEnterPressed: root.activate()
-    Keys.onSpacePressed: root.openMenu()
-    Keys.onMenuPressed: root.openMenu()
+    Keys.onSpacePressed: root.openMenu(true)
+    Keys.onMenuPressed: root.openMenu(true)
 
     // The menu closes before its choice takes effect, since that may remove the row.
     function closeMenu(): void {
@@ -71,11 +71,12 @@ Item {
         if (root.canResume)
             root.source.resume(root.agentId);
         else
-            root.openMenu();
+            root.openMenu(true);
     }
-    function openMenu(): void {
+    function openMenu(byKeys: bool): void {
         if (root.entries.length === 0 || menu.active)
             return;
+        menu.byKeys = byKeys;
         root.ui.sheetOpened();
         menu.active = true;
     }
@@ -157,7 +158,7 @@ Item {
         id: tail
 
         anchors.right: parent.right
-        anchors.rightMargin: 8 * Theme.textScale
+        anchors.rightMargin: Theme.paddingCard - (more.visible ? more.overhang : 0)
         anchors.verticalCenter: parent.verticalCenter
         spacing: Theme.gap
 
@@ -187,12 +188,14 @@ Item {
             symbol: "ellipsis"
             label: qsTr("More: %1").arg(root.title.slice(0, 200))
             help: ""
-            onClicked: root.openMenu()
+            onClicked: root.openMenu(activeFocus)
         }
     }
 
     Loader {
         id: menu
+
+        property bool byKeys
 
         active: false
         // With Qt 6.4 a Loader can't create a bound component.
@@ -202,6 +205,7 @@ Item {
             readonly property bool panelOpen: root.ui.expanded
 
             entries: root.entries
+            byKeys: menu.byKeys
             onPanelOpenChanged: {
                 if (!panelOpen)
                     finish();
