@@ -9,6 +9,9 @@ ButtonBase {
     /// Whether what the button switches is on.
     property bool on: false
 
+    /// How far it reaches beyond its symbol, at each side.
+    readonly property real overhang: Math.round((root.width - glyph.width) / 2)
+
     help: root.label
     implicitWidth: Math.round(30 * Theme.textScale)
     implicitHeight: Math.round(26 * Theme.textScale)
@@ -20,6 +23,8 @@ ButtonBase {
     }
 
     Symbol {
+        id: glyph
+
         anchors.centerIn: parent
         name: root.symbol
         color: root.on ? Theme.accent : root.hovered ? Theme.glassPrimary : Theme.glassSecondary

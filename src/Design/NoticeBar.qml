@@ -61,7 +61,7 @@ RoundedBox {
         id: button
 
         anchors.right: parent.right
-        anchors.rightMargin: Math.round(6 * Theme.textScale)
+        anchors.rightMargin: Theme.paddingCard
         anchors.verticalCenter: parent.verticalCenter
         visible: root.action !== ""
         text: root.action

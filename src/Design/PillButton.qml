@@ -17,7 +17,7 @@ ButtonBase {
 
     label: root.text
     corner: root.height / 2
-    implicitWidth: title.implicitWidth + 2 * root.side + root.lead
+    implicitWidth: Math.ceil(title.implicitWidth) + 2 * root.side + root.lead
     implicitHeight: title.implicitHeight + Math.round(8 * Theme.textScale)
 
     PillButtonStyle {

@@ -166,7 +166,7 @@ Item {
 
         // From the row's symbol, on a whole device pixel, to the end of its answers.
         x: Math.round((peekRow.x + 22) * Screen.devicePixelRatio) / Screen.devicePixelRatio
-        width: peekRow.x + peekRow.width - 14 - x
+        width: peekRow.x + peekRow.width - 22 - x
         height: root.outline.mostUnfolded // the black shows as much of it as is wanted
         y: peekRow.y + peekRow.height
         opacity: wanted ? 1 : 0

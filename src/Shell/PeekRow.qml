@@ -99,7 +99,7 @@ Item {
         id: tail
 
         anchors.right: parent.right
-        anchors.rightMargin: 14
+        anchors.rightMargin: symbol.x
         anchors.verticalCenter: parent.verticalCenter
         spacing: 8
 

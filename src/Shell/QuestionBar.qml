@@ -65,7 +65,7 @@ Item {
     Symbol {
         id: symbol
 
-        x: 14
+        x: Theme.paddingCard
         y: (root.barHeight - height) / 2
         name: root.line.symbol
         color: Theme.amber
@@ -84,7 +84,7 @@ Item {
         id: pills
 
         anchors.right: parent.right
-        anchors.rightMargin: 12
+        anchors.rightMargin: Theme.paddingCard
         y: (root.barHeight - height) / 2
         line: root.line
         tone: Theme.amber
@@ -101,8 +101,8 @@ Item {
             readonly property bool wanted: root.ui.unfolded && root.visible && root.ui.expanded
 
             // On a whole device pixel.
-            x: Math.round((root.x + 14) * Screen.devicePixelRatio) / Screen.devicePixelRatio - root.x
-            width: root.width - 12 - x
+            x: Math.round((root.x + Theme.paddingCard) * Screen.devicePixelRatio) / Screen.devicePixelRatio - root.x
+            width: root.width - Theme.paddingCard - x
             height: Math.min(320 * Theme.textScale, root.parent.height - root.y - root.barHeight - 82)
             visible: wanted && item !== null
             onWantedChanged: {

@@ -34,6 +34,7 @@ Item {
     PlainText {
         id: top
 
+        y: root.beside ? body.y + body.baselineOffset - baselineOffset : 0
         width: root.beside ? root.column - 10 : root.width
         visible: root.label !== ""
         text: root.label

@@ -175,8 +175,9 @@ FocusScope {
         footer: Column {
             id: footer
 
-            // No rows at all, only a note about that: it goes in the middle of the page.
             readonly property bool bare: list.count === 0 && otherMac.count === 0 && tools.count === 0
+            // No rows at all, only a note about that: it goes in the middle of the page, and the buttons with it.
+            readonly property bool centred: footer.bare && note.visible
 
             width: list.width
             topPadding: 6
@@ -218,7 +219,7 @@ FocusScope {
                 readonly property real rest: list.height - (list.headerItem?.height ?? 0) - list.bottomMargin - 80 * Theme.textScale
 
                 width: 1
-                height: footer.bare ? Math.max(24, Math.round(rest / 2)) : 24
+                height: footer.centred ? Math.max(24, Math.round(rest / 2)) : 24
                 visible: note.visible
             }
             EmptyNote {
@@ -249,7 +250,7 @@ FocusScope {
                 }
             }
             Row {
-                x: footer.bare ? Math.round((footer.width - width) / 2) : 0
+                x: footer.centred ? Math.round((footer.width - width) / 2) : 0
                 visible: root.source.hooksInstalled
                 spacing: Math.round(10 * Theme.textScale)
 
@@ -271,15 +272,15 @@ FocusScope {
                 }
             }
             Row {
-                x: footer.bare ? Math.round((footer.width - width) / 2) : 0
-                topPadding: 4
+                x: footer.centred ? Math.round((footer.width - width) / 2) : 0
+                topPadding: footer.bare && !footer.centred ? Theme.gapSection : 4
                 spacing: Math.round(10 * Theme.textScale)
 
                 PillButton {
                     id: scan
 
                     text: root.source.scanning ? qsTr("Scanning") : qsTr("Scan this Mac")
-                    enabled: !root.source.scanning
+                    available: !root.source.scanning
                     onClicked: root.source.scan()
                 }
                 PlainText {

@@ -53,7 +53,7 @@ Item {
         anchors.left: count.visible ? count.right : name.right
         anchors.leftMargin: 10
         anchors.right: parent.right
-        anchors.rightMargin: 14
+        anchors.rightMargin: Theme.paddingCard
         anchors.baseline: name.baseline
         words: root.facts
         size: Theme.textSmall

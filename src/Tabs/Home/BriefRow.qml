@@ -62,7 +62,7 @@ Item {
     }
 
     RoundedBox {
-        x: 8 * Theme.textScale
+        x: 10 * Theme.textScale
         anchors.verticalCenter: parent.verticalCenter
         width: 26 * Theme.textScale
         height: width
@@ -76,7 +76,7 @@ Item {
         }
     }
     Column {
-        x: 44 * Theme.textScale
+        x: 46 * Theme.textScale
         anchors.verticalCenter: parent.verticalCenter
         width: (action.visible ? action.x : root.width) - x - Theme.gapSection
         spacing: 2
@@ -92,7 +92,7 @@ Item {
         PlainText {
             width: parent.width
             visible: root.detail !== ""
-            words: root.detail
+            words: root.detail.replace(/`([^`]+)`/g, "$1") // a command, in one face with the rest
             size: Theme.textSmall
             color: Theme.glassTertiary
             Accessible.ignored: true
@@ -102,7 +102,7 @@ Item {
         id: action
 
         anchors.right: parent.right
-        anchors.rightMargin: 8 * Theme.textScale
+        anchors.rightMargin: Theme.paddingCard
         anchors.verticalCenter: parent.verticalCenter
         visible: root.actionLabel !== ""
         text: root.actionLabel

@@ -40,6 +40,7 @@ GlassCard {
             id: actions
 
             anchors.right: parent.right
+            anchors.rightMargin: -close.overhang
             anchors.verticalCenter: parent.verticalCenter
             spacing: Math.round(4 * Theme.textScale)
 
@@ -49,6 +50,8 @@ GlassCard {
                 onClicked: root.useCopiedLink()
             }
             IconButton {
+                id: close
+
                 anchors.verticalCenter: parent.verticalCenter
                 symbol: "xmark"
                 label: qsTr("Don't show this again")

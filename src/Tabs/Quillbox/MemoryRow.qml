@@ -49,7 +49,7 @@ Item {
         id: age
 
         anchors.right: parent.right
-        anchors.rightMargin: 10
+        anchors.rightMargin: Theme.paddingCard
         anchors.verticalCenter: parent.verticalCenter
         value: root.age
         weight: Font.Normal

@@ -225,7 +225,7 @@ Item {
             id: fold
 
             anchors.right: parent.right
-            anchors.rightMargin: 4
+            anchors.rightMargin: Theme.paddingCard - overhang
             y: line.beside(height)
             activeFocusOnTab: root.selected || activeFocus
             symbol: root.open ? "chevron.up" : "chevron.down"
