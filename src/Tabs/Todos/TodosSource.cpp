@@ -9,6 +9,12 @@ using namespace Qt::StringLiterals;
 
 namespace velto {
 
+namespace {
+
+constexpr int kDaysForComment = 30;
+
+} // namespace
+
 TodosSource::TodosSource(const Needs &needs, QObject *parent)
     : VeltoSource(parent)
     , m_needs(needs)
@@ -135,7 +141,7 @@ void TodosSource::keepComment(const Todo &todo, const QString &text)
         Todo &half = m_halfComments[todo.id];
         half.id = todo.id;
         half.title = todo.title;
-        half.comments = {{{}, text}};
+        half.comments = {{textOf(today(m_needs.clock)), text}};
     }
     m_keptComments.keep(m_halfComments.values());
 }
@@ -151,6 +157,18 @@ void TodosSource::restoreComments()
         m_shown.restoreComment(id, half.comments.front().text);
         return true;
     });
+}
+
+// A todo that isn't in the list may come back with another store; one that was done elsewhere won't.
+void TodosSource::forgetOldComments()
+{
+    const QString oldest = textOf(today(m_needs.clock).addDays(-kDaysForComment));
+    const auto gone = m_unseenComments.removeIf([&](qint64 id) {
+        const QList<Comment> half = m_halfComments[id].comments;
+        return (half.isEmpty() || half.front().at < oldest) && m_halfComments.remove(id) > 0;
+    });
+    if (gone > 0)
+        m_keptComments.keep(m_halfComments.values());
 }
 
 void TodosSource::newDraft()
@@ -229,6 +247,8 @@ void TodosSource::follow()
         ++m_listCount;
         restoreComments(); // before there are rows, which read them once
     }
+    if (state() == SourceState::ready())
+        forgetOldComments();
     m_shown.setTodos(todos(), state() == SourceState::ready());
     publish();
 }

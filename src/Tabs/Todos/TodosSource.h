@@ -119,6 +119,7 @@ private:
     void restoreDraft();
     void keepDraft();
     void restoreComments();
+    void forgetOldComments();
     void keepComment(const Todo &todo, const QString &text);
     void publish();
     Todo onStanding(const Todo &edited) const;

@@ -99,6 +99,13 @@ private Q_SLOTS:
         desk.wait(1s);
         desk.start();
         QCOMPARE(desk.role(1, TodoRows::CommentText), u"still"_s);
+        // Its todo may come back, but not for ever.
+        for (const int days : {0, 31}) {
+            desk.wait(days * 24h);
+            desk.start({old});
+            desk.wait(1s);
+            QCOMPARE(desk.fakeFiles.contents.value(desk.places.data + u"/comments.json"_s).contains("still"), days == 0);
+        }
 
         const QString file = desk.places.data + u"/draft.json"_s;
         desk.fakeFiles.contents.insert(file, "[{\"title\":\"cut o");
