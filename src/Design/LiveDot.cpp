@@ -15,6 +15,7 @@ constexpr int kInterval = 44; // ms; 25 steps each way
 constexpr int kHalf = 25 * kInterval; // ms
 constexpr qreal kFaintest = 0.35;
 constexpr qreal kSmallest = 0.75;
+constexpr qreal kVisible = 0.03; ///< of the breath; less than half of its largest step
 
 /// 1 at the start, 0 after half a period, 1 after a whole one; eased at both ends.
 qreal breath(int elapsed)
@@ -70,6 +71,16 @@ void LiveDot::setLive(bool live)
     m_live = live;
     follow();
     Q_EMIT liveChanged();
+}
+
+/// Where the breath turns, several steps together make less of a difference than one on the way.
+bool LiveDot::stepShows()
+{
+    const qreal now = breath(elapsed());
+    if (std::abs(now - m_shown) < kVisible)
+        return false;
+    m_shown = now;
+    return true;
 }
 
 void LiveDot::paint(QPainter *painter)

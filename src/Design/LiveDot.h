@@ -35,11 +35,13 @@ Q_SIGNALS:
 
 protected:
     bool wantsToMove() const override { return m_live; }
+    bool stepShows() override;
 
 private:
     QColor m_color;
     qreal m_diameter = 6;
     bool m_live = true;
+    qreal m_shown = 1; ///< how much of the breath the last step drawn had
 };
 
 } // namespace velto

@@ -84,7 +84,8 @@ void MovingItem::follow()
 void MovingItem::step()
 {
     m_elapsed += m_interval;
-    update();
+    if (stepShows())
+        update();
 }
 
 } // namespace velto

@@ -25,6 +25,8 @@ public:
 protected:
     /// Whether the item should move if nothing else prevents it. Call follow() when this changes.
     virtual bool wantsToMove() const = 0;
+    /// Whether the eye would miss this step if it weren't drawn: asked once for each.
+    virtual bool stepShows() { return true; }
     void follow();
     /// Milliseconds of motion so far, counted in steps; 0 whenever it is still.
     int elapsed() const { return m_elapsed; }

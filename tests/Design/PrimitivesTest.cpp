@@ -264,7 +264,7 @@ private:
     {
         QTest::qWait(50); // the frames of the last change
         const QSignalSpy frames(m_view.get(), &QQuickWindow::frameSwapped);
-        return QTest::qWaitFor([&frames] { return !frames.isEmpty(); }, 120);
+        return QTest::qWaitFor([&frames] { return !frames.isEmpty(); }, 300);
     }
     QQuickItem *show(const QString &qml, const QVariantMap &properties = {})
     {
