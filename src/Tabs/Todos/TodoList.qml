@@ -57,7 +57,8 @@ ListView {
     }
 
     Behavior on start {
-        enabled: root.settled && root.visible
+        // A list that was scrolled fills what becomes free at once, instead of uncovering its rows.
+        enabled: root.settled && root.visible && (targetValue > root.start || (root.contentY <= root.originY + 1 && !scroll.running))
         Spring {}
     }
 

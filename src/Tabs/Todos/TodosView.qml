@@ -79,152 +79,167 @@ FocusScope {
         root.before = null;
     }
 
-    Column {
-        id: head
+    // What appears above the list is uncovered as the list makes room for it, and never lies over rows that still move.
+    Item {
+        id: above
 
-        y: 1
-        width: parent.width
-        spacing: root.gap
+        // Room for focus rings.
+        readonly property int side: 8
+        readonly property real end: head.y + head.height + 6
 
-        Item {
-            id: bar
+        x: -side
+        width: parent.width + 2 * side
+        height: Math.min(list.y, end)
+        clip: list.visible && list.y < end
 
-            /// Whether the search is below the choices, because there is no room beside them.
-            readonly property bool stacked: beside > width - 180 * Theme.textScale
-            readonly property real beside: filters.width + (scopes.visible ? scopes.width + root.gap : 0)
+        Column {
+            id: head
 
-            width: parent.width
-            height: stacked ? segments.height + root.gap + Theme.controlHeight : Theme.controlHeight
+            x: above.side
+            y: 1
+            width: root.width
+            spacing: root.gap
 
-            Flow {
-                id: segments
+            Item {
+                id: bar
 
-                width: bar.stacked ? bar.width : bar.beside
-                spacing: root.gap
+                /// Whether the search is below the choices, because there is no room beside them.
+                readonly property bool stacked: beside > width - 180 * Theme.textScale
+                readonly property real beside: filters.width + (scopes.visible ? scopes.width + root.gap : 0)
 
-                SegmentedControl {
-                    id: scopes
+                width: parent.width
+                height: stacked ? segments.height + root.gap + Theme.controlHeight : Theme.controlHeight
 
-                    visible: root.source.shown.showsScopes
-                    title: qsTr("List")
-                    options: root.source.shown.scopes
-                    onChosen: value => root.source.shown.chooseScope(value)
+                Flow {
+                    id: segments
+
+                    width: bar.stacked ? bar.width : bar.beside
+                    spacing: root.gap
+
+                    SegmentedControl {
+                        id: scopes
+
+                        visible: root.source.shown.showsScopes
+                        title: qsTr("List")
+                        options: root.source.shown.scopes
+                        onChosen: value => root.source.shown.chooseScope(value)
+                    }
+                    SegmentedControl {
+                        id: filters
+
+                        title: qsTr("Show")
+                        options: root.source.shown.filters
+                        onChosen: value => root.source.shown.chooseFilter(value)
+                    }
                 }
-                SegmentedControl {
-                    id: filters
+                TextInputField {
+                    id: search
 
-                    title: qsTr("Show")
-                    options: root.source.shown.filters
-                    onChosen: value => root.source.shown.chooseFilter(value)
+                    x: bar.stacked ? 0 : bar.beside + root.gap
+                    y: bar.height - height
+                    width: add.x - 6 - x
+                    label: qsTr("Search todos")
+                    prompt: label
+                    symbol: "magnifyingglass"
+                    clearable: true
+                    text: root.source.shown.search
+                    onEdited: text => root.source.shown.search = text
+                }
+                IconButton {
+                    id: add
+
+                    anchors.right: parent.right
+                    anchors.verticalCenter: search.verticalCenter
+                    symbol: "plus"
+                    label: qsTr("New todo")
+                    onClicked: root.source.newDraft()
                 }
             }
-            TextInputField {
-                id: search
+            Item {
+                width: parent.width
+                height: summary.height
 
-                x: bar.stacked ? 0 : bar.beside + root.gap
-                y: bar.height - height
-                width: add.x - 6 - x
-                label: qsTr("Search todos")
-                prompt: label
-                symbol: "magnifyingglass"
-                clearable: true
-                text: root.source.shown.search
-                onEdited: text => root.source.shown.search = text
+                PlainText {
+                    id: summary
+
+                    anchors.left: parent.left
+                    anchors.right: hint.visible ? hint.left : parent.right
+                    anchors.rightMargin: hint.visible ? 16 : 0
+                    words: root.source.shown.summary
+                    color: root.source.shown.summaryUrgent ? Theme.ink(Theme.red) : Theme.glassSecondary
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
+                }
+                PlainText {
+                    id: hint
+
+                    anchors.right: parent.right
+                    anchors.baseline: summary.baseline
+                    visible: implicitWidth + summary.implicitWidth + 16 <= parent.width
+                    text: qsTr("↑↓ move · ↩ open · ⌘D done · ⌘N new")
+                    size: Theme.textSmall
+                    color: Theme.glassTertiary
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
+                }
             }
-            IconButton {
-                id: add
-
-                anchors.right: parent.right
-                anchors.verticalCenter: search.verticalCenter
-                symbol: "plus"
-                label: qsTr("New todo")
-                onClicked: root.source.newDraft()
+            StateBanner {
+                width: parent.width
+                feed: root.source.state // qmllint disable type
+                retryable: true
+                onRetryWanted: root.source.retry()
+                onSettingsWanted: root.ui.askForSettings()
             }
-        }
-        Item {
-            width: parent.width
-            height: summary.height
-
-            PlainText {
-                id: summary
-
-                anchors.left: parent.left
-                anchors.right: hint.visible ? hint.left : parent.right
-                anchors.rightMargin: hint.visible ? 16 : 0
-                words: root.source.shown.summary
-                color: root.source.shown.summaryUrgent ? Theme.ink(Theme.red) : Theme.glassSecondary
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
+            NoticeBar {
+                width: parent.width
+                visible: root.source.errorText !== ""
+                symbol: "exclamationmark.triangle"
+                tint: Theme.orange
+                text: root.source.errorText
+                action: qsTr("Dismiss")
+                onClicked: root.source.dismissError()
             }
-            PlainText {
-                id: hint
-
-                anchors.right: parent.right
-                anchors.baseline: summary.baseline
-                visible: implicitWidth + summary.implicitWidth + 16 <= parent.width
-                text: qsTr("↑↓ move · ↩ open · ⌘D done · ⌘N new")
-                size: Theme.textSmall
-                color: Theme.glassTertiary
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
+            NoticeBar {
+                width: parent.width
+                visible: root.source.storeNote !== ""
+                symbol: "exclamationmark.triangle"
+                tint: Theme.orange
+                text: root.source.storeNote
+                action: root.source.storeAction
+                onClicked: root.source.pressStoreNote()
             }
-        }
-        StateBanner {
-            width: parent.width
-            feed: root.source.state // qmllint disable type
-            retryable: true
-            onRetryWanted: root.source.retry()
-            onSettingsWanted: root.ui.askForSettings()
-        }
-        NoticeBar {
-            width: parent.width
-            visible: root.source.errorText !== ""
-            symbol: "exclamationmark.triangle"
-            tint: Theme.orange
-            text: root.source.errorText
-            action: qsTr("Dismiss")
-            onClicked: root.source.dismissError()
-        }
-        NoticeBar {
-            width: parent.width
-            visible: root.source.storeNote !== ""
-            symbol: "exclamationmark.triangle"
-            tint: Theme.orange
-            text: root.source.storeNote
-            action: root.source.storeAction
-            onClicked: root.source.pressStoreNote()
-        }
-        NoticeBar {
-            width: parent.width
-            visible: root.source.readOnlyNote !== ""
-            symbol: "info.circle"
-            text: root.source.readOnlyNote
-        }
-        NoticeBar {
-            width: parent.width
-            visible: root.source.undoText !== ""
-            symbol: "checkmark.circle.fill"
-            tint: Theme.green
-            text: root.source.undoText
-            mostLines: 1
-            action: qsTr("Undo")
-            onClicked: root.source.undoDone()
-        }
-        Loader {
-            id: place
-
-            width: parent.width
-            visible: active
-            active: root.source.form.shown
-            // With Qt 6.4 a Loader can't create a bound component.
-            // qmllint disable unqualified type
-            sourceComponent: DraftForm {
-                width: place.width
-                form: root.source.form
-                ui: root.ui
-                room: Math.max(160, root.height - place.y - 8)
+            NoticeBar {
+                width: parent.width
+                visible: root.source.readOnlyNote !== ""
+                symbol: "info.circle"
+                text: root.source.readOnlyNote
             }
-            // qmllint enable unqualified type
+            NoticeBar {
+                width: parent.width
+                visible: root.source.undoText !== ""
+                symbol: "checkmark.circle.fill"
+                tint: Theme.green
+                text: root.source.undoText
+                mostLines: 1
+                action: qsTr("Undo")
+                onClicked: root.source.undoDone()
+            }
+            Loader {
+                id: place
+
+                width: parent.width
+                visible: active
+                active: root.source.form.shown
+                // With Qt 6.4 a Loader can't create a bound component.
+                // qmllint disable unqualified type
+                sourceComponent: DraftForm {
+                    width: place.width
+                    form: root.source.form
+                    ui: root.ui
+                    room: Math.max(160, root.height - place.y - 8)
+                }
+                // qmllint enable unqualified type
+            }
         }
     }
 
@@ -259,7 +274,7 @@ FocusScope {
 
         source: root.source
         settled: root.settled
-        start: head.y + head.height + 6
+        start: above.end
         width: parent.width
         onKeyboardLost: {
             stop.quiet = stop.visible;
