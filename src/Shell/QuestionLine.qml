@@ -37,6 +37,15 @@ Item {
     readonly property int lineSize: Math.floor(upper.font.pixelSize * Math.min(1, 0.95 * root.longestTool / root.longerLine))
     readonly property int leastSize: 8
 
+    /// Stays as it is while the question goes.
+    property bool turned: false
+
+    Binding on turned {
+        when: root.line.onShow
+        value: root.unfolded
+        restoreMode: Binding.RestoreNone
+    }
+
     height: Math.round(22 * Theme.textScale)
     Accessible.ignored: true
 
@@ -134,7 +143,7 @@ Item {
 
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
-        name: root.unfolded ? "chevron.up" : "chevron.down"
+        name: root.turned ? "chevron.up" : "chevron.down"
         size: Theme.textTiny
         color: Theme.glassTertiary
     }
