@@ -67,10 +67,10 @@ Item {
             }
             RoundedBox {
                 anchors.fill: parent
-                anchors.margins: -2
+                // Keeps apart from a fill of the same colour.
+                anchors.margins: box.checked ? -4 : -2
                 visible: box.visualFocus
-                radius: 7 * root.growth
-                color: "transparent"
+                radius: 5 * root.growth - anchors.margins
                 edge: 2
                 edgeColor: root.palette.highlight
             }
@@ -85,7 +85,7 @@ Item {
         id: more
 
         anchors.right: parent.right
-        anchors.rightMargin: 6
+        anchors.rightMargin: 12 - rightPadding
         anchors.verticalCenter: parent.verticalCenter
         visible: root.link !== ""
         flat: true

@@ -59,7 +59,6 @@ Switch {
             anchors.margins: -3
             visible: root.visualFocus
             radius: height / 2
-            color: "transparent"
             edge: 2
             edgeColor: root.palette.highlight
         }

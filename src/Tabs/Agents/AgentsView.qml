@@ -180,7 +180,7 @@ FocusScope {
             readonly property bool centred: footer.bare && note.visible
 
             width: list.width
-            topPadding: 6
+            topPadding: Theme.gapSection - list.spacing
             spacing: Math.round(10 * Theme.textScale)
 
             PillButton {

@@ -17,11 +17,12 @@ RoundedBox {
     readonly property bool staysTogether: true
 
     readonly property real padding: Theme.paddingCard
+    readonly property real above: Math.round(10 * Theme.textScale)
 
     signal wanted(bool on)
     signal acted
 
-    implicitHeight: Math.max(80 * Theme.textScale, column.height + 2 * root.padding)
+    implicitHeight: Math.max(80 * Theme.textScale, column.height + 2 * root.above)
     radius: Theme.radiusRow
     edge: Theme.cardEdge
     edgeColor: "white"
@@ -34,7 +35,7 @@ RoundedBox {
         id: column
 
         x: root.padding
-        y: root.padding
+        y: root.above
         width: parent.width - 2 * x
         spacing: 4
 
