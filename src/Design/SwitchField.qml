@@ -33,7 +33,7 @@ ButtonBase {
         height: Math.round(18 * Theme.textScale)
         place: root.checked ? 1 : 0
         stretch: root.pressed ? 2 : 0
-        track: root.checked ? Theme.at(Theme.ice, root.hovered ? 0.95 : 0.85) : Theme.at("white", root.hovered ? 0.24 : 0.18)
+        track: root.checked ? Theme.at(Theme.ice, root.hovered ? 0.95 : 0.85) : Theme.at("white", Theme.highContrast ? 0.6 : root.hovered ? 0.24 : 0.18)
 
         Behavior on track {
             ColorAnimation {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls.Fusion
+import Velto.Design
 
 /// A text of a window, in the desktop's own font and colours. Never rich text.
 Label {
@@ -21,7 +22,7 @@ Label {
     wrapMode: Text.Wrap
     color: root.tone === FormText.Good ? (root.onLight ? "#1b7a3d" : "#63d68c")
                                        : root.tone === FormText.Warning ? (root.onLight ? "#a8500a" : "#ffb057") : root.palette.windowText
-    opacity: root.quiet && root.tone === FormText.Plain ? 0.68 : 1
+    opacity: root.quiet && root.tone === FormText.Plain && !Theme.highContrast ? 0.68 : 1
     Accessible.role: Accessible.StaticText
     Accessible.name: root.text
     Accessible.focusable: false

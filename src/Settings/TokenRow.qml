@@ -9,6 +9,8 @@ FormRow {
     required property TokenSettings tokens
     required property string name
     required property string label
+    /// From the field's left edge to the end of its button: the width of a field without one.
+    readonly property real extent: field.width + 8 + keep.width
     readonly property bool saved: root.tokens.revision >= 0 && root.tokens.isSaved(root.name)
 
     function save(): void {
@@ -24,7 +26,6 @@ FormRow {
         id: field
 
         anchors.verticalCenter: parent.verticalCenter
-        // Keeps its left edge in line with that of a field without a button.
         width: Math.max(field.least, 232 - keep.width)
         echoMode: TextInput.Password
         inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText

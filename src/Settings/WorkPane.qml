@@ -50,7 +50,7 @@ SettingsPane {
             title: qsTr("Site")
 
             Field {
-                width: Math.max(240, least)
+                width: jiraToken.extent
                 label: qsTr("Site")
                 placeholderText: "your-team.atlassian.net"
                 stored: root.tokens.jiraSite
@@ -62,7 +62,7 @@ SettingsPane {
             title: qsTr("Email")
 
             Field {
-                width: Math.max(240, least)
+                width: jiraToken.extent
                 label: qsTr("Email")
                 placeholderText: "you@example.com"
                 inputMethodHints: Qt.ImhEmailCharactersOnly
@@ -72,6 +72,8 @@ SettingsPane {
             }
         }
         TokenRow {
+            id: jiraToken
+
             tokens: root.tokens
             name: "Velto.jira"
             label: qsTr("API token")

@@ -100,7 +100,7 @@ Item {
     }
 
     PlainText {
-        y: 10
+        y: Math.round(10 * Theme.textScale)
         visible: root.isHeading
         width: parent.width
         words: root.isHeading ? root.title : ""
