@@ -82,13 +82,16 @@ bool PeekQueue::takesPress(const QUuid &id) const
         return true;
     if (m_press && m_press->peek != id)
         return false;
-    return (m_press ? m_press->at : m_clock.now()) - std::max(m_timeline.shownAt(), m_movedAt) >= kUnread;
+    const Instant pressedAt = m_press ? m_press->at : m_clock.now();
+    return pressedAt - std::max(m_timeline.shownAt(), m_movedAt) >= kUnread
+        && (!m_answeredAt || pressedAt - *m_answeredAt >= kDoubleClick);
 }
 
 void PeekQueue::answer(const QUuid &id, bool allowed)
 {
     if (!takesPress(id) || !onShow()->isQuestion())
         return;
+    m_answeredAt = m_press ? m_press->at : m_clock.now();
     m_timeline.finish(allowed);
     settle();
     if (!onShow()) // the next one is announced instead

@@ -18,6 +18,8 @@ class PeekQueue : public QObject {
 public:
     /// Nobody can have read a question that slid in this recently: a press on it was meant for something else.
     static constexpr std::chrono::milliseconds kUnread{300};
+    /// A press this soon after the one that gave an answer is the second half of a double click.
+    static constexpr std::chrono::milliseconds kDoubleClick{500};
 
     PeekQueue(Clock &clock, Accessibility &accessibility, QObject *parent = nullptr);
 
@@ -57,6 +59,7 @@ private:
     PeekTimeline m_timeline;
     QUuid m_announced; ///< the one on show that everyone has been told of; null for none
     std::optional<Press> m_press;
+    std::optional<Instant> m_answeredAt; ///< when the press began that gave the last answer
     Instant m_movedAt;
     TimerHandle m_wake;
 };

@@ -136,7 +136,7 @@ private Q_SLOTS:
             });
             QTRY_COMPARE(seen().join(u'/'), u"amber:(hand.raised.fill) | docs: Bash %1 | Deny | Allow"_s.arg(word));
             click(named(word + u": docs: Bash "_s + word)); // too early for it to have been read
-            m_world->wait(300);
+            m_world->wait(500);
             click(named(word + u": docs: Bash "_s + word));
         }
         QCOMPARE(answers, (QList<bool>{false, true}));
