@@ -13,10 +13,24 @@ RoundedBox {
     /// Off while it is placed for the first time.
     property bool glides: true
 
-    x: root.row.x + (root.target ? root.target.x : 0)
-    y: root.row.y + (root.target ? root.target.y : 0)
-    width: root.target ? root.target.width : 0
-    height: root.target ? root.target.height : 0
+    /// The tab it is behind or on its way to.
+    property Item tab: null
+    /// Whether it is on its way. Where the tab itself is moved or resized, the capsule belongs to it.
+    property bool gliding: false
+
+    function follow(): void {
+        if (!root.target || root.target === root.tab)
+            return;
+        root.gliding = root.glides && root.tab !== null;
+        root.tab = root.target;
+    }
+    onTargetChanged: root.follow()
+    Component.onCompleted: root.follow()
+
+    x: root.row.x + (root.tab ? root.tab.x : 0)
+    y: root.row.y + (root.tab ? root.tab.y : 0)
+    width: root.tab ? root.tab.width : 0
+    height: root.tab ? root.tab.height : 0
     visible: root.target !== null
     radius: root.height / 2
     edge: Theme.cardEdge
@@ -24,11 +38,13 @@ RoundedBox {
     color: Theme.at(Theme.accent, 0.22)
 
     Behavior on x {
-        enabled: root.glides
-        Spring {}
+        enabled: root.gliding
+        Spring {
+            onRunningChanged: root.gliding = root.gliding && running
+        }
     }
     Behavior on width {
-        enabled: root.glides
+        enabled: root.gliding
         Spring {}
     }
 }

@@ -106,7 +106,7 @@ FocusScope {
         Accessible.role: Accessible.EditableText
         Accessible.name: root.label
         // The toolkit gives screen readers no name for a field that hides its text.
-        Accessible.description: refusal.active ? refusal.text : root.prompt === root.label && !root.secure ? "" : root.prompt
+        Accessible.description: refusal.item ? refusal.text : root.prompt === root.label && !root.secure ? "" : root.prompt
         Accessible.editable: true
         Accessible.focusable: true
         onEditingFinished: root.finished()

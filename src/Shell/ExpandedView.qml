@@ -180,6 +180,8 @@ FocusScope {
     Item {
         id: content
 
+        /// The store whose page was shown last. If the tabs around it change, its page stays as it is.
+        property VeltoSource store: null
         // Room beside the page for focus rings and the scroll mark.
         readonly property int side: 8
 
@@ -207,8 +209,10 @@ FocusScope {
                 visible: shown
                 onShownChanged: {
                     show();
-                    if (page.shown)
-                        coming.restart();
+                    if (!page.shown || content.store === page.store)
+                        return;
+                    content.store = page.store;
+                    coming.restart();
                 }
                 Component.onCompleted: show()
 
