@@ -27,7 +27,7 @@ Item {
     readonly property bool isTodoRow: !root.isHeading
     readonly property bool hasChips: root.dueText !== "" || root.person !== "" || root.commentCount !== ""
     /// Computed without a positioner, which would be a frame late.
-    readonly property real wanted: root.isHeading ? 30 * Theme.textScale : line.height + (more.active ? more.height + 10 : 0)
+    readonly property real wanted: root.isHeading ? 30 * Theme.textScale : line.height + (root.unfolded ? more.height + 10 : 0)
     /// See ItemAccessible.
     readonly property bool pressable: true
     /// Hidden, until the list reuses the row for another todo.
@@ -240,13 +240,15 @@ Item {
         y: line.height
         width: parent.width - x - 12
         height: Math.max(0, root.height - y)
-        clip: root.height < root.wanted
+        clip: root.unfolding
 
         Loader {
             id: more
 
             width: parent.width
-            active: root.unfolded && root.isTodoRow
+            // It goes when the row has closed over it.
+            active: (root.unfolded || root.unfolding) && root.isTodoRow
+            enabled: root.unfolded
             onLoaded: (more.item as TodoDetails).settle()
             // With Qt 6.4 a Loader can't create a bound component.
             // qmllint disable unqualified
