@@ -32,13 +32,16 @@ ComboBox {
         root.currentIndex = Qt.binding(() => root.options.findIndex(option => option.value === root.current));
     }
 
-    delegate: MenuItem {
+    delegate: ItemDelegate {
         id: option
 
         required property int index
         required property var modelData
 
-        width: ListView.view.width
+        width: ListView.view?.width ?? 0
+        implicitHeight: Math.round(words.implicitHeight + 10)
+        leftPadding: root.leftPadding - 4
+        rightPadding: leftPadding
         text: option.modelData.text
         font.weight: root.currentIndex === option.index ? Font.DemiBold : Font.Normal
         highlighted: root.highlightedIndex === option.index
@@ -46,6 +49,42 @@ ComboBox {
         Accessible.role: Accessible.MenuItem
         Accessible.name: option.text
         Accessible.onPressAction: option.clicked()
+        background: RoundedBox {
+            radius: 6
+            color: option.highlighted ? Qt.darker(root.palette.highlight, option.down ? 1.15 : 1) : "transparent"
+        }
+        contentItem: FormText {
+            id: words
+
+            text: option.text
+            font: option.font
+            wrapMode: Text.NoWrap
+            verticalAlignment: Text.AlignVCenter
+            color: option.highlighted ? root.palette.highlightedText : root.palette.windowText
+            Accessible.ignored: true
+        }
+    }
+    // Under the picker, over it where there is no room below.
+    popup: Popup {
+        y: root.height + 4
+        width: root.width
+        padding: 4
+        margins: 8
+        background: RoundedBox {
+            radius: 8
+            color: root.palette.base
+            edge: 1
+            edgeColor: Qt.alpha(root.palette.windowText, 0.2)
+        }
+        contentItem: ListView {
+            implicitHeight: contentHeight
+            clip: true
+            boundsBehavior: Flickable.StopAtBounds
+            model: root.delegateModel
+            currentIndex: root.highlightedIndex
+            highlightMoveDuration: 0
+            Accessible.ignored: true
+        }
     }
     background: FormFrame {
         control: root
