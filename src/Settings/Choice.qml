@@ -39,7 +39,7 @@ ComboBox {
         required property var modelData
 
         width: ListView.view?.width ?? 0
-        implicitHeight: Math.round(words.implicitHeight + 10)
+        implicitHeight: Math.round(implicitContentHeight + 10)
         leftPadding: root.leftPadding - 4
         rightPadding: leftPadding
         text: option.modelData.text
@@ -54,8 +54,6 @@ ComboBox {
             color: option.highlighted ? Qt.darker(root.palette.highlight, option.down ? 1.15 : 1) : "transparent"
         }
         contentItem: FormText {
-            id: words
-
             text: option.text
             font: option.font
             wrapMode: Text.NoWrap
@@ -80,7 +78,7 @@ ComboBox {
             implicitHeight: contentHeight
             clip: true
             boundsBehavior: Flickable.StopAtBounds
-            model: root.delegateModel
+            model: root.delegateModel // qmllint disable type
             currentIndex: root.highlightedIndex
             highlightMoveDuration: 0
             Accessible.ignored: true

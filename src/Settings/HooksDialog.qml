@@ -15,6 +15,38 @@ FormDialog {
     width: Math.min(480, (parent?.width ?? 480) - 40)
     title: root.asking ? qsTr("Add these hooks to Claude Code?") : qsTr("What changes?")
 
+    component Code: TextArea {
+        id: code
+
+        readOnly: true
+        selectByMouse: true
+        textFormat: TextEdit.PlainText
+        wrapMode: TextEdit.Wrap
+        padding: 10
+        background: RoundedBox {
+            radius: 8
+            color: code.palette.base
+            edge: code.activeFocus ? 2 : 1
+            edgeColor: code.activeFocus ? code.palette.highlight : Qt.alpha(code.palette.windowText, 0.16)
+        }
+        font.family: Theme.fixedFamily
+        Accessible.name: qsTr("What is added")
+        onTextChanged: lines.apply()
+        Component.onCompleted: lines.apply()
+
+        FontMetrics {
+            id: letters
+
+            font: code.font
+        }
+        HangingIndent {
+            id: lines
+
+            document: code.textDocument
+            indent: 4 * letters.averageCharacterWidth
+        }
+    }
+
     contentItem: Column {
         spacing: 12
 
@@ -24,39 +56,12 @@ FormDialog {
         }
         ScrollView {
             width: parent.width
-            height: 200
+            // All of it if the window allows; else it shows that there is more.
+            height: Math.min(contentHeight, Math.max(120, (root.parent?.height ?? 440) - 240))
+            ScrollBar.vertical.policy: height < contentHeight ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
 
-            TextArea {
-                id: code
-
-                readOnly: true
-                selectByMouse: true
-                textFormat: TextEdit.PlainText
-                wrapMode: TextEdit.Wrap
-                padding: 10
-                background: RoundedBox {
-                    radius: 8
-                    color: root.palette.base
-                    edge: parent?.activeFocus ? 2 : 1
-                    edgeColor: parent?.activeFocus ? root.palette.highlight : Qt.alpha(root.palette.windowText, 0.16)
-                }
+            Code {
                 text: root.text
-                font.family: Theme.fixedFamily
-                Accessible.name: qsTr("What is added")
-                onTextChanged: lines.apply()
-                Component.onCompleted: lines.apply()
-
-                FontMetrics {
-                    id: letters
-
-                    font: code.font
-                }
-                HangingIndent {
-                    id: lines
-
-                    document: code.textDocument
-                    indent: 4 * letters.averageCharacterWidth
-                }
             }
         }
     }

@@ -38,7 +38,7 @@ Item {
     readonly property int leastSize: 8
 
     /// Stays as it is while the question goes.
-    property bool turned: false
+    property bool turned
 
     Binding on turned {
         when: root.line.onShow

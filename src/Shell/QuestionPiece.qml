@@ -1,6 +1,5 @@
 import QtQuick
 import Velto.Design
-import Velto.Shell
 
 // A few lines of a question: a field with its name beside it, or a part of what would be run or written. It can be selected and copied.
 Item {
