@@ -49,8 +49,9 @@ ApplicationWindow {
 
     width: Math.max(560, root.minimumWidth)
     height: 520
-    // The user's font may be large. A multiple of four is whole in device pixels at 125, 150 and 175 %, as window managers need it.
-    minimumWidth: 4 * Math.ceil((tabs.width + 32) / 4)
+    // The user's font may be large. A multiple of eight is even in device pixels at 125, 150 and 175 %: a window
+    // manager may grant no other.
+    minimumWidth: 8 * Math.ceil((tabs.width + 32) / 8)
     minimumHeight: 360
     title: qsTr("Velto Settings")
 

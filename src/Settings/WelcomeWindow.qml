@@ -13,8 +13,8 @@ ApplicationWindow {
     readonly property Item first: start
 
     width: 520
-    // A multiple of four, see SettingsWindow.
-    height: 4 * Math.ceil(Math.min(page.contentHeight + footer.height, Screen.desktopAvailableHeight - 80) / 4)
+    // A multiple of eight, see SettingsWindow.
+    height: 8 * Math.ceil(Math.min(page.contentHeight + footer.height, Screen.desktopAvailableHeight - 80) / 8)
     minimumWidth: 440
     minimumHeight: 360
     title: qsTr("Welcome to Velto")
