@@ -55,6 +55,9 @@ private Q_SLOTS:
         show(
             u"TextInputField { objectName: 'field'; label: 'Search'; prompt: 'Search todos'; onEdited: text => root.said = text }"_s);
         const QImage plain = m_view->grabWindow();
+        m_root->setProperty("enabled", false);
+        QVERIFY2(m_view->grabWindow() == plain, "a panel that closes fades its fields");
+        m_root->setProperty("enabled", true);
         press(Qt::Key_Tab);
         QVERIFY2(m_view->grabWindow() != plain, "the focus can't be seen");
         Theme::of(m_view->engine())->setKeyboardElsewhere(true);
@@ -86,13 +89,15 @@ private Q_SLOTS:
         click(named(u"Clear"_s));
         QCOMPARE(m_root->property("said").toString(), QString());
 
-        show(u"TextInputField { label: 'Token'; secure: true; onEdited: text => root.said = text }"_s);
+        show(
+            u"TextInputField { label: 'Token'; prompt: label; secure: true; named: true; onEdited: text => root.said = text }"_s);
+        QCOMPARE(seen(), QStringList{u"Token"_s});
         press(Qt::Key_Tab);
         QCOMPARE(focused(), u"Token"_s);
         type(u"secret"_s);
         QCOMPARE(m_root->property("said").toString(), u"secret"_s);
         QVERIFY(focusedState().passwordEdit);
-        QCOMPARE(m_view->activeFocusItem()->property("displayText").toString(), QString(6, u'•'));
+        QCOMPARE(seen(), QStringList{QString(6, u'•') + u" | Token"_s});
     }
 
     void severalLinesGrowAndThenScroll()

@@ -196,6 +196,11 @@ private Q_SLOTS:
         QTRY_COMPARE(overlapping(), QString());
         QTRY_VERIFY(!list()->property("moving").toBool());
         QTRY_COMPARE(overlapping(), QString());
+        // The form isn't drawn over rows that still give way to it.
+        source().newDraft();
+        m_view->grabWindow();
+        QVERIFY(!seen().contains(u"What needs doing?"_s));
+        QTRY_VERIFY(seen().contains(u"What needs doing?"_s));
     }
 
     void tenThousandTodosShowOnlyThoseInSight()
