@@ -124,6 +124,11 @@ QSslConfiguration HttpStandIn::trust() const
     return tls;
 }
 
+qsizetype HttpStandIn::connections() const
+{
+    return m_server->findChildren<QTcpSocket *>().size();
+}
+
 void HttpStandIn::serve(QTcpSocket *socket)
 {
     socket->setSocketOption(QAbstractSocket::LowDelayOption, 1); // otherwise the body waits 40 ms for the head to be acknowledged

@@ -48,6 +48,8 @@ public:
 
     std::function<Answer(const Request &)> answer = [](const Request &) { return Answer{}; };
     QList<Request> requests;
+    /// How many are open now.
+    qsizetype connections() const;
 
 private:
     void serve(QTcpSocket *socket);

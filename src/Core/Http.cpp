@@ -275,9 +275,16 @@ QCoro::Task<Http::Exchange> Http::exchange(HttpRequest request)
     };
     QObject::connect(reply, &QNetworkReply::readyRead, reply, take);
     QTimer::singleShot(request.timeout * kWholeExchange, reply, &QNetworkReply::abort);
+    // A header has no limit of its own, and all of it is held in memory.
+    QTimer::singleShot(request.timeout, reply, [reply] {
+        if (!reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid())
+            reply->abort();
+    });
     co_await Finished{reply};
 
-    reply->disconnect();
+    // These alone: an aborted reply tells its connection by a signal, and one that isn't told reads on for ever.
+    QObject::disconnect(reply, &QNetworkReply::readyRead, reply, nullptr);
+    QObject::disconnect(reply, &QNetworkReply::finished, reply, nullptr);
     if (!tooMuch && reply->isOpen())
         take();
     const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
