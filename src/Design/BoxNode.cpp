@@ -62,9 +62,10 @@ void BoxNode::preprocess()
 void BoxNode::layOut(QPointF origin)
 {
     const QPointF begin = origin * m_scale;
-    const QPointF end = begin + QPointF(m_look.size.width(), m_look.size.height()) * m_scale;
     const QPoint corner(nearest(begin.x()), nearest(begin.y()));
-    const QRect box(corner, QSize(nearest(end.x()) - corner.x(), nearest(end.y()) - corner.y()));
+    // Right edges line up wherever the left ones are; the height stays the same while it is scrolled.
+    const int width = nearest(begin.x() + m_look.size.width() * m_scale) - corner.x();
+    const QRect box(corner, QSize(width, nearest(m_look.size.height() * m_scale)));
     const bool anew = m_changed || box.size() != m_box.size();
     m_changed = false;
     m_origin = origin;
