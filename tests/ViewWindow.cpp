@@ -52,7 +52,7 @@ QString textOn(const QQuickItem *item)
 {
     const QString colour = colourName(item->property("color").value<QColor>());
     if (item->inherits("QQuickText")) {
-        const bool rich = item->property("textFormat") == Qt::RichText;
+        const bool rich = item->property("textFormat").toInt() == Qt::RichText;
         const QString written = item->property("text").toString();
         const QString text = rich ? QTextDocumentFragment::fromHtml(written).toPlainText() : written;
         const QVariant symbol = item->property("name");

@@ -110,6 +110,12 @@ private Q_SLOTS:
         QCOMPARE(text->property("color").value<QColor>(), QColor(Qt::white));
     }
 
+    void aCommandLosesItsMarksAndMarkupIsText()
+    {
+        show(u"CodeText { width: 380; words: 'Run `a <b>` & `c`, not <i>d</i>' }"_s);
+        QCOMPARE(seen(), QStringList{u"Run a <b> & c, not <i>d</i>"_s});
+    }
+
     void whatMovesFollowsTheSpring()
     {
         const auto *spring = show(u"Item { property Spring move: Spring {} }"_s)->property("move").value<QObject *>();
