@@ -96,12 +96,12 @@ private Q_SLOTS:
             ThreadPoolBackground pool;
             const auto tool = [&] {
                 do
-                    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+                    std::this_thread::sleep_for(std::chrono::milliseconds(120));
                 while (hangs && !end);
             };
             pool.start(tool, [&over] { over = true; });
             qint64 recorder = 0;
-            QVERIFY(QProcess::startDetached(u"/bin/sh"_s, {u"-c"_s, u"sleep 0.1; exec ./obs 60"_s}, folder.path(), &recorder));
+            QVERIFY(QProcess::startDetached(folder.filePath(u"obs"_s), {u"60"_s}, {}, &recorder));
             QTRY_VERIFY_WITH_TIMEOUT(recording(), kPatience);
             QVERIFY(!hangs || !over);
             end = true;
