@@ -150,6 +150,10 @@
         <translation>This removes the Claude Code hooks, the start at login, the tokens and all settings. Then uninstall Velto the way you installed it.</translation>
     </message>
     <message>
+        <source>The login item: %1</source>
+        <translation>The start at login: %1</translation>
+    </message>
+    <message>
         <source>Music or Spotify, when they're open.</source>
         <translation>Any media player, when it's open.</translation>
     </message>

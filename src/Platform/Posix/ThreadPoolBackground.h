@@ -54,7 +54,9 @@ private:
     /// What each thread does.
     void serve();
 
-    static inline int s_awaited = 0; ///< jobs of all pools whose `done` is still to be called; UI thread, like m_awaited
+    /// Jobs of all pools whose `done` is still to be called; UI thread, like m_awaited.
+    // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): the program has one UI thread
+    static inline int s_awaited = 0;
     int m_awaited = 0; ///< those of this pool
 
     const std::size_t m_mostThreads;

@@ -77,7 +77,7 @@ private Q_SLOTS:
         row("https://xn--80ak6aa92e.com/", "xn--80ak6aa92e.com|Copied link|link");
         for (const auto *nothing :
              {"", " ", "plain words", "see https://example.com now", "https://example.com\nhttps://b.example", "example.com/x",
-              "mailto:a@example.com", "https://", "http:///x", "/etc/passwd", "https://exa\u202Emple.com/"})
+              "mailto:a@example.com", "https://", "http:///x", "/etc/passwd", "https://exa\u202Emple\u202C.com/"})
             row(nothing, "||");
     }
 
