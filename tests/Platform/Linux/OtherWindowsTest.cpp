@@ -5,9 +5,11 @@
 #include "Platform/Posix/ThreadPoolBackground.h"
 #include "RunTests.h"
 
+#include <QEventLoop>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <atomic>
 #include <csignal>
 #include <sys/socket.h>
@@ -78,6 +80,9 @@ private Q_SLOTS:
         applications.start();
         const auto recording = [&] {
             m_clock.advance(std::chrono::milliseconds(100));
+            QEventLoop waiting; // unlike qWait() it tells that it is about to wait
+            QTimer::singleShot(20, &waiting, &QEventLoop::quit);
+            waiting.exec();
             return applications.running().contains(u"com.obsproject.obs-studio"_s);
         };
         for (const QString &script : {u"exec ./obs 60"_s, u"sleep 0.3; exec ./obs 60"_s}) {
