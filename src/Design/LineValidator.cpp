@@ -37,8 +37,10 @@ bool isShort(const QString &text)
     int before = Plain;
     for (qsizetype i = 0; i < text.size() && pieces <= kMostPieces; ++i) {
         char32_t c = text[i].unicode();
-        if (text[i].isHighSurrogate() && i + 1 < text.size())
-            c = QChar::surrogateToUcs4(text[i], text[i + 1]), ++i;
+        if (text[i].isHighSurrogate() && i + 1 < text.size()) {
+            ++i;
+            c = QChar::surrogateToUcs4(text[i - 1], text[i]);
+        }
         const int kind = c == U'\n' ? Plain : kindOf(c, before);
         if (kind != before || c == U'\t')
             ++pieces;

@@ -1,6 +1,7 @@
 #include "ViewWindow.h"
 
 #include "Core/DateModel.h"
+#include "Design/LineValidator.h"
 #include "Design/Theme.h"
 #include "Platform/Fake/FakeClock.h"
 
@@ -25,6 +26,18 @@ const QString kSegments =
 class FieldsTest : public ViewWindow {
     Q_OBJECT
 private Q_SLOTS:
+    /// The toolkit would keep the window for a minute.
+    void aLineThatCantBeDrawnIsRefused()
+    {
+        const auto taken = [](QString text) {
+            int cursor = 0;
+            return LineValidator().validate(text, cursor) == QValidator::Acceptable;
+        };
+        for (const QString &heavy : {u"\U0001F469\u200D\U0001F4BB"_s, u"\u0645\u0631\u062D 1 "_s, u"a\t"_s, u"\u6F22a"_s})
+            QVERIFY2(!taken(heavy.repeated(40'000)), qPrintable(heavy));
+        for (const QString &light : {u"word "_s, u"\u0441\u043B\u043E\u0432\u043E "_s, u"\U0001F600"_s, u"\u6F22\u5B57"_s})
+            QVERIFY2(taken(light.repeated(80'000)), qPrintable(light));
+    }
     void oneOfAFewIsChosen()
     {
         show(kSegments);
