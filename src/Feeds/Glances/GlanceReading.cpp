@@ -105,13 +105,10 @@ int parseFailedBuilds(QByteArrayView listing)
     return objects ? int(qMin(runs.size(), kMostBuilds)) : 0;
 }
 
-bool mayHaveBuilds(const ToolRunner &tools)
-{
-    return tools.toolInstalled(u"gh"_s) && tools.mayBeSignedIn(u"gh"_s);
-}
-
 std::optional<int> readFailedBuilds(ToolRunner &tools)
 {
+    if (!tools.toolInstalled(u"gh"_s) || !tools.mayBeSignedIn(u"gh"_s))
+        return std::nullopt;
     const RunResult result = tools.run(
         {u"gh"_s, u"run"_s, u"list"_s, u"--status"_s, u"failure"_s, u"--limit"_s, u"10"_s, u"--json"_s, u"databaseId"_s}, {},
         kListingLimit, guardedGit());

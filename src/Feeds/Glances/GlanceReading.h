@@ -35,11 +35,8 @@ Transfers readTransfers(const FileTree &tree, const QString &folder, const Trans
 /// text isn't such a listing. Any thread.
 int parseFailedBuilds(QByteArrayView listing);
 
-/// Whether the GitHub CLI is there, and somebody may be signed in to it. Quick.
-bool mayHaveBuilds(const ToolRunner &tools);
-
 /// How many of the last workflow runs failed, according to the GitHub CLI in the folder that this program runs in. Nothing
-/// if that fails. Blocks for up to 22 seconds.
+/// if that is missing or fails. Blocks for up to 22 seconds.
 std::optional<int> readFailedBuilds(ToolRunner &tools);
 
 } // namespace velto

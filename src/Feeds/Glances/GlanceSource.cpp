@@ -122,27 +122,17 @@ void GlanceSource::readDownloads()
 
 void GlanceSource::readBuilds()
 {
-    // Found out here: with nobody signed in, at rest, another thread's turn would cost ten times as much.
-    if (!mayHaveBuilds(m_needs.tools)) {
-        foundBuilds(std::nullopt);
-        return;
-    }
     m_asking = true;
     inBackground(
         m_needs.background, this, [&tools = m_needs.tools] { return readFailedBuilds(tools); },
         [this](const std::optional<int> &builds) {
             m_asking = false;
-            foundBuilds(builds);
+            m_nextBuilds = m_needs.clock.now() + (builds ? kInterval : m_break);
+            m_break = builds ? kInterval : std::min(2 * m_break, kLongestBreak);
             settle();
+            if (std::exchange(m_failedBuilds, builds.value_or(0)) != builds.value_or(0))
+                Q_EMIT changed();
         });
-}
-
-void GlanceSource::foundBuilds(const std::optional<int> &builds)
-{
-    m_nextBuilds = m_needs.clock.now() + (builds ? kInterval : m_break);
-    m_break = builds ? kInterval : std::min(2 * m_break, kLongestBreak);
-    if (std::exchange(m_failedBuilds, builds.value_or(0)) != builds.value_or(0))
-        Q_EMIT changed();
 }
 
 void GlanceSource::refreshClipboard()

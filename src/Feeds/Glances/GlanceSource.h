@@ -74,7 +74,6 @@ private:
     void wakeByDownloads();
     void readDownloads();
     void readBuilds();
-    void foundBuilds(const std::optional<int> &builds);
     void refreshClipboard();
     void show(const std::optional<ClipboardPreview> &preview);
     QCoro::Task<> loadYouTube(QUrl url);
